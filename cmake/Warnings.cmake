@@ -1,0 +1,14 @@
+# Compiler settings of this project's own code. They stay inside the build: nothing links this
+# target publicly, so a host is not made to compile with them.
+add_library(cprdata_warnings INTERFACE)
+target_compile_options(cprdata_warnings INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+    $<$<BOOL:${CPRDATA_WERROR}>:-Werror>)
+target_compile_definitions(cprdata_warnings INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_KEYWORDS
+    QT_NO_FOREACH
+    QT_DISABLE_DEPRECATED_BEFORE=0x050F00
+    # Log lines carry the reporting function's signature in release builds too.
+    QT_MESSAGELOGCONTEXT)

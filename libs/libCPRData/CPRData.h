@@ -1,0 +1,186 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRDATA_H
+#define CPRDATA_H
+
+#include "CPRCompressionData.h"
+#include "CPREvents.h"
+#include "CPRGuidelines.h"
+#include "CPRVentilationData.h"
+#include "cprdata_export.h"
+
+#include <chestboard/CommonDefs.h>
+
+#include <QObject>
+#include <QStringList>
+#include <QVariant>
+
+#include <cstdint>
+
+class CPRFileHandler;
+
+/// One CPR training session: what the host holds, feeds with manikin messages, and shows.
+///
+/// It owns the two waveforms, the guideline set and the event list, routes every message to them,
+/// follows the session through its states, keeps the waves in step with time, and saves and loads
+/// the session. All of it runs on the thread that owns the object; signals are emitted directly.
+class CPRDATA_EXPORT CPRData : public QObject {
+    Q_OBJECT
+
+    // clang-format off
+    Q_PROPERTY(CPRCompressionData *compressionData   READ compressionData   CONSTANT)
+    Q_PROPERTY(CPRVentilationData *ventilationData   READ ventilationData   CONSTANT)
+    Q_PROPERTY(CPREvents          *cprEvents         READ cprEvents         CONSTANT)
+    /// The active guideline set.
+    Q_PROPERTY(CPRGuidelines      *cprGuidelines     READ cprGuidelines     CONSTANT)
+    /// Every guideline set known to the session, the active one first.
+    Q_PROPERTY(QVariantList        cprGuidelinesList READ cprGuidelinesList NOTIFY cprGuidelinesListChanged)
+    Q_PROPERTY(QStringList         learners          READ learners          NOTIFY learnersChanged)
+    /// The archive last written or read.
+    Q_PROPERTY(QString             filename          READ filename          NOTIFY filenameChanged)
+    Q_PROPERTY(bool                isUploaded        READ isUploaded        NOTIFY isUploadedChanged)
+    // clang-format on
+
+public:
+    enum CprState {
+        CPR_UNINITIALIZED = -1,
+        CPR_MANIKIN_INIT = 0, ///< a manikin has been connected and is being initialised
+        CPR_INIT = 1, ///< a new session is being prepared
+        CPR_START = 2, ///< the session is running, waves are recorded
+        CPR_ENDED = 3, ///< the session has ended, waveforms take no messages
+        CPR_STOP = 4, ///< the session was stopped
+        CPR_RECONNECTED = 256 ///< the manikin link was re-established
+    };
+    Q_ENUM(CprState)
+
+    explicit CPRData(QObject *parent = nullptr);
+    /// An independent copy. It shares the other guideline sets that \a other knows, and does not
+    /// trim itself when statistics arrive.
+    explicit CPRData(const CPRData &other, QObject *parent = nullptr);
+    ~CPRData() override;
+
+    CPRCompressionData *compressionData() const { return m_compressionData; }
+    CPRVentilationData *ventilationData() const { return m_ventilationData; }
+    CPREvents *cprEvents() const { return m_cprEvents; }
+    CPRGuidelines *cprGuidelines() const { return m_cprGuidelines; }
+    QVariantList cprGuidelinesList() const { return m_cprGuidelinesList; }
+
+    CprState cprState() const { return m_cprState; }
+    /// Moves the session to \a state: CPR_MANIKIN_INIT initialises it and CPR_INIT resets it when
+    /// that is a change; CPR_START begins a session that was prepared and resumes any other.
+    void setCprState(CprState state);
+    /// Prepares everything for a new manikin.
+    void initialize();
+    /// Empties waves and events for a new session; the guidelines stay.
+    void reset();
+    /// Goes on with the session; emits resumingSession(). The wave numbering goes on, so that a
+    /// pause is filled like any other gap.
+    void resume();
+
+    /// Routes one manikin message; true when an object took it.
+    bool incomingMsg(bls_2010::RMessage *msg);
+    /// Takes a guideline set out of RPL_GUIDELINES (75); false when it does not parse.
+    bool rplmsg_RPL_GUIDELINES(bls_2010::RMessage *msg);
+    /// Takes over \a guidelines and deletes it: into the active set when it carries the manikin's
+    /// flag, else into the known set with the same identifier. One without such a set joins the
+    /// list instead. Null does nothing; a set that the session holds already is only announced.
+    void incomingGuidelines(CPRGuidelines *guidelines);
+
+    /// The header of a wave packet, for every packet. A gap in the numbers is filled in both waves
+    /// and, when it is longer than packetLossThresholdMs(), entered into the event list.
+    void waveHeaderReceived(std::int32_t sequenceNumber);
+    /// A wave sample: reduced to the session info's wave data step and passed to the waveforms.
+    void waveDataReceived(bls_2010::CommonDefs::WaveType wType, int data, int seqNumber);
+    /// The manikin starts or stops sending stored data; emits receiveDataComplete() at the end.
+    void receivingData(bool receiving);
+    bool receiving() const { return m_receiving; }
+    std::int32_t expectedWaveSequence() const { return m_expectedWaveSequence; }
+    std::int32_t lastWaveSequence() const { return m_lastWaveSequence; }
+
+    /// Enters an event named \a eventId at the session time.
+    void addUserEvent(const QString &eventId);
+
+    QStringList learners() const { return m_learners; }
+    /// Adds a learner; emits learnersChanged() when the name is new.
+    void assignLearner(const QString &name);
+    /// Removes a learner; emits learnersChanged() also when there was none of that name.
+    void releaseLearner(const QString &name);
+
+    /// When set, the session is cut to the length that the manikin's statistics report.
+    bool trimToTotalTime() const { return m_trimToTotalTime; }
+    void setTrimToTotalTime(bool trim) { m_trimToTotalTime = trim; }
+    bool isSaved() const { return m_isSaved; }
+    /// Emits isSavedChanged() on change.
+    void setIsSaved(bool saved);
+    bool isUploaded() const { return m_isUploaded; }
+    /// Emits isUploadedChanged() on change.
+    void setIsUploaded(bool uploaded);
+    /// Whether incoming guideline sets are taken over by clone() instead of operator=.
+    bool cloneIncomingGuidelines() const { return m_cloneIncomingGuidelines; }
+    void setCloneIncomingGuidelines(bool clone) { m_cloneIncomingGuidelines = clone; }
+    /// A gap in the wave longer than this (ms) is entered as packet loss.
+    std::int32_t packetLossThresholdMs() const { return m_packetLossThresholdMs; }
+    void setPacketLossThresholdMs(std::int32_t msecs) { m_packetLossThresholdMs = msecs; }
+
+    QString filename() const { return m_filename; }
+    /// Saves the session into the open \a handler; emits filenameChanged(). False when the events
+    /// or the guidelines could not be stored; what was written before stays.
+    bool writeData(CPRFileHandler *handler);
+    /// Loads a session from the open \a handler; emits filenameChanged(). False when a member was
+    /// missing; what could be read is there.
+    bool readData(CPRFileHandler *handler);
+
+Q_SIGNALS:
+    /// Spelt so on purpose: the name is part of the interface.
+    void cprGuidelinesRecevied(CPRGuidelines *guidelines);
+    void cprGuidelinesListChanged();
+    void isSavedChanged();
+    void isUploadedChanged();
+    void learnersChanged();
+    void receiveDataComplete();
+    void learnerNamesUpdated();
+    void resumingSession();
+    /// The manikin does not know \a feature, which the host may want to tell its user.
+    void unsupportedFeature(QString feature);
+    void filenameChanged(QString filename);
+
+public Q_SLOTS:
+    /// Sets the session time (ms) of the waveforms and the event list.
+    void setSessionTime(int a_SessionTime);
+    /// Puts the learners' names into the session info.
+    void onLearnersChanged();
+    /// For the learnersChanged() of another session, whose learners this one takes over. Has to be
+    /// called through a connection. Two sessions may be connected crosswise.
+    void onOtherLearnersChanged();
+    /// Trims the session when trimToTotalTime() is set.
+    void onStatisticsReady();
+
+private:
+    void connectLearners();
+    void shareGuidelines(const QVariantList &list);
+    void takeOver(CPRGuidelines *to, const CPRGuidelines &from);
+    bool isHeld(const CPRGuidelines *guidelines) const;
+    void fillGap(qint64 gap, std::int32_t sequenceNumber);
+    qint64 samplePeriod() const;
+
+    CPRCompressionData *m_compressionData = nullptr; // these four are children of the session
+    CPRVentilationData *m_ventilationData = nullptr;
+    CPRGuidelines *m_cprGuidelines = nullptr;
+    CPREvents *m_cprEvents = nullptr;
+    std::int32_t m_lastWaveSequence = 0;
+    std::int32_t m_expectedWaveSequence = 1;
+    CprState m_cprState = CPR_UNINITIALIZED;
+    QVariantList m_cprGuidelinesList; // of QObject *, each a CPRGuidelines
+    bool m_trimToTotalTime = false;
+    bool m_isSaved = false;
+    bool m_isUploaded = false;
+    QStringList m_learners;
+    bool m_receiving = false;
+    bool m_cloneIncomingGuidelines = false;
+    std::int32_t m_packetLossThresholdMs = 0;
+    QString m_filename;
+    bool m_takingOverLearners = false;
+};
+
+#endif

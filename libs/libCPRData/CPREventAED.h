@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPREVENTAED_H
+#define CPREVENTAED_H
+
+#include "CPREventBase.h"
+
+/// An AED trainer event, a press on the remote control, or the kind of AED that is connected;
+/// which one is the parameter aedEventType (AEDEventType).
+class CPRDATA_EXPORT CPREventAED final : public CPREventBase {
+    Q_OBJECT
+
+public:
+    CPREventAED(int msecs, CPREvents *owner);
+    CPREventAED(const CPREventAED &other, CPREvents *owner);
+    ~CPREventAED() override;
+
+    /// An event at \a msecs that says that an AED of \a type is connected; a type that is not
+    /// valid becomes AEDDetectedButNotIdentified. The session info of \a list takes the type over
+    /// and announces it. The caller adds the event to the list, which may be null.
+    static CPREventAED *createAEDTypeEvent(AEDTypes type, int msecs, CPREvents *list);
+    static bool isValidAEDType(AEDTypes type);
+
+    /// Takes an AED trainer event at the session time; false for an unknown kind, and when a byte
+    /// that the kind needs is missing.
+    bool rplmsg_RPL_GENERIC_EVENT(bls_2010::RMessage *msg);
+    /// Takes a press of a button that concerns a single manikin, at the session time; false for
+    /// any other button.
+    bool rplmsg_RPL_AED_REMOTE_CTRL(bls_2010::RMessage *msg);
+    /// Takes RPL_GENERIC_EVENT (48) and RPL_AED_REMOTE_CTRL (50) only.
+    bool incomingMsg(bls_2010::RMessage *msg) override;
+
+    /// True for the remote-control buttons that become events.
+    static bool isRecordedButton(int button);
+
+    CPREventAED *clone(CPREvents *owner) const override;
+    /// Carries TagCprGui for the kinds that the interface shows.
+    CPREventBase::EventTags tag() const override;
+};
+
+#endif

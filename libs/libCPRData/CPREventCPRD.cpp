@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREventCPRD.h"
+
+#include "CPREvents.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/RMessage.h>
+
+namespace {
+
+// RPL_ECG_STATUS (52)
+constexpr unsigned int rhythmByte = 1;
+constexpr unsigned int secondRhythmByte = 2;
+
+} // namespace
+
+CPREventCPRD::CPREventCPRD(int msecs, CPREvents *owner) : CPREventBase(CprCprdEvent, msecs, owner)
+{
+}
+
+CPREventCPRD::CPREventCPRD(const CPREventCPRD &other, CPREvents *owner)
+    : CPREventBase(other, owner), m_secondRhythm(other.m_secondRhythm),
+      m_previousRhythm(other.m_previousRhythm)
+{
+}
+
+CPREventCPRD::~CPREventCPRD() = default;
+
+bool CPREventCPRD::setRhytmn(CPREventBase::AEDEcgRhythms rhythm, CPREventBase::AEDEcgRhythms second)
+{
+    m_secondRhythm = second;
+    if (rhythm == AED_NoECGRhythm)
+        return false;
+    setParameter(aedEventType, AEDECGRhythmStatus);
+    setParameter(aedECGRhythm, rhythm);
+    setMSecs(sessionTime());
+    if (const CPREventBase *last = events() ? events()->last(TagCprd) : nullptr)
+        m_previousRhythm = last->parameterValue(aedECGRhythm, 0).toInt();
+    return true;
+}
+
+bool CPREventCPRD::rplmsg_RPL_ECG_STATUS(bls_2010::RMessage *msg)
+{
+    bool rhythmOk = false;
+    bool secondOk = false;
+    const quint8 rhythm = msg->getContentByte(rhythmByte, rhythmOk);
+    const quint8 second = msg->getContentByte(secondRhythmByte, secondOk);
+    return rhythmOk && secondOk
+        && setRhytmn(static_cast<AEDEcgRhythms>(rhythm), static_cast<AEDEcgRhythms>(second));
+}
+
+bool CPREventCPRD::incomingMsg(bls_2010::RMessage *msg)
+{
+    return msg->getIdentifier() == CommunicationIDs::RPL_ECG_STATUS && rplmsg_RPL_ECG_STATUS(msg);
+}
+
+void CPREventCPRD::write(QXmlStreamWriter *writer)
+{
+    CPREventBase::write(writer);
+}
+
+CPREventCPRD *CPREventCPRD::clone(CPREvents *owner) const
+{
+    return new CPREventCPRD(*this, owner);
+}
+
+CPREventBase::EventTags CPREventCPRD::tag() const
+{
+    const EventTags tags = TagCprd | TagExclFlowFraction;
+    const bool isRhythm = parameterValue(aedEventType, 0).toInt() == AEDECGRhythmStatus;
+    const bool changed = parameterValue(aedECGRhythm, 0).toInt() != m_previousRhythm;
+    return isRhythm && changed ? tags | TagCprGui : tags;
+}

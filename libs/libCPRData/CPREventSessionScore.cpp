@@ -1,0 +1,228 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREventSessionScore.h"
+
+#include "CPREventSessionInfo.h"
+#include "CPREvents.h"
+#include "MessageFields.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/RMessage.h>
+
+#include <array>
+#include <cmath>
+
+namespace {
+
+using MessageFields::Field;
+using MessageFields::Width;
+using E = CPREventBase;
+using bls_2010::CommonDefs;
+
+constexpr int fullScore = 100;
+
+// The ventilation weights that follow from the two published ones.
+static_assert(1.0 - CPREventSessionScore::OVERALL_SCORE_COMP_WEIGHTING_ADULT == 0.25);
+static_assert(1.0 - CPREventSessionScore::OVERALL_SCORE_COMP_WEIGHTING_INFANT == 0.35);
+
+// clang-format off
+
+// RPL_CPR_SCORES (108); overall score and scoring mode have their own defaults and stand in the
+// code.
+constexpr std::array<Field, 18> scoreFields = {{
+    { 1, Width::U8, E::compReleaseScoreReduction},
+    { 2, Width::U8, E::compDepthScoreReduction},
+    { 3, Width::U8, E::compRateLowScoreReduction},
+    { 4, Width::U8, E::compRateHighScoreReduction},
+    { 5, Width::U8, E::compHandposScoreReduction},
+    { 6, Width::U8, E::compOverallScore},
+    { 7, Width::U8, E::ventShallowScoreReduction},
+    { 8, Width::U8, E::ventExcessiveScoreReduction},
+    { 9, Width::U8, E::ventRateLowScoreReduction},
+    {10, Width::U8, E::ventRateHighScoreReduction},
+    {11, Width::U8, E::ventPauseScoreReduction},
+    {12, Width::U8, E::ventCyclesScoreReduction},
+    {13, Width::U8, E::ventOverallScore},
+    {14, Width::U8, E::flowTimePercentage},
+    {15, Width::U8, E::compDepthStrokeLengthScoreReduction},
+    {16, Width::U8, E::compDeepDepthScoreReduction},
+    {17, Width::U8, E::compCyclesScoreReduction},
+    {18, Width::U8, E::compFlowtimeScoreReduction},
+}};
+constexpr unsigned int overallScoreByte = 19;
+constexpr unsigned int scoringModeByte  = 20;
+// Newer manikins only; 0 when absent. Inflation time comes fast before slow, ventilations per
+// minute slow before fast.
+constexpr std::array<Field, 6> optionalFields = {{
+    {21, Width::U8, E::preVentsTooFewScoreReduction},
+    {22, Width::U8, E::preVentsTooManyScoreReduction},
+    {23, Width::U8, E::inflationTimeFastScoreReduction},
+    {24, Width::U8, E::inflationTimeSlowScoreReduction},
+    {25, Width::U8, E::ventsPerMinuteSlowScoreReduction},
+    {26, Width::U8, E::ventsPerMinuteFastScoreReduction},
+}};
+// clang-format on
+
+static_assert(MessageFields::standInOrder(scoreFields));
+static_assert(MessageFields::standInOrder(optionalFields));
+
+bool trainsCompressions(CommonDefs::CprProtocolType protocol)
+{
+    return protocol == CommonDefs::CPR_SINGLE_RESCUER
+        || protocol == CommonDefs::CPR_COMPRESSION_ONLY || protocol == CommonDefs::CPR_TWO_RESCUER
+        || protocol == CommonDefs::CPR_HIGH_PERFORMANCE;
+}
+
+bool trainsVentilations(CommonDefs::CprProtocolType protocol)
+{
+    return protocol == CommonDefs::CPR_SINGLE_RESCUER
+        || protocol == CommonDefs::CPR_VENTILATION_ONLY || protocol == CommonDefs::CPR_TWO_RESCUER
+        || protocol == CommonDefs::CPR_HIGH_PERFORMANCE;
+}
+
+} // namespace
+
+CPREventSessionScore::CPREventSessionScore(int msecs, CPREvents *owner)
+    : CPREventBase(CprSessionScore, msecs, owner)
+{
+    setParameter(overallScore, 0);
+    setParameter(categoryThresholdBasic, 50);
+    setParameter(categoryThresholdAdvanced, 75);
+    setParameter(primaryAdvice, Advice_None);
+    setParameter(secondaryAdvice, Advice_None);
+    setParameter(flowTimePercentage, -1);
+    setParameter(compOverallScore, 0);
+    setParameter(ventOverallScore, 0);
+}
+
+CPREventSessionScore::CPREventSessionScore(const CPREventSessionScore &other, CPREvents *owner)
+    : CPREventBase(other, owner), m_ranking(other.m_ranking)
+{
+}
+
+CPREventSessionScore::~CPREventSessionScore() = default;
+
+bool CPREventSessionScore::incomingMsg(bls_2010::RMessage *msg)
+{
+    return msg->getIdentifier() == CommunicationIDs::RPL_CPR_SCORES && rplmsg_RPL_CPR_SCORES(msg);
+}
+
+bool CPREventSessionScore::rplmsg_RPL_CPR_SCORES(bls_2010::RMessage *msg)
+{
+    setMSecs(sessionTime());
+    MessageFields::store(*this, *msg, scoreFields);
+
+    bool ok = false;
+    const int sentScore = msg->getContentByte(overallScoreByte, ok);
+    setParameter(overallScore, ok ? sentScore : computedOverallScore());
+    const int sentMode = msg->getContentByte(scoringModeByte, ok);
+    setParameter(isScoringModeAED, ok ? sentMode : int(isScoredAsAED()));
+    MessageFields::store(*this, *msg, optionalFields);
+
+    calculateAdvice();
+    return true;
+}
+
+bool CPREventSessionScore::isScoredAsAED() const
+{
+    return events() && events()->count(TagExclFlowFraction) > 0;
+}
+
+int CPREventSessionScore::intValue(ParameterType type) const
+{
+    return parameterValue(type, 0).toInt();
+}
+
+int CPREventSessionScore::computedOverallScore() const
+{
+    int compressions = intValue(compOverallScore);
+    const int ventilations = intValue(ventOverallScore);
+    // With an AED the time for its analyses is not the rescuer's hands-off time.
+    if (!isScoredAsAED())
+        compressions =
+            qBound(0, remaining(compFlowtimeScoreReduction) * compressions / fullScore, fullScore);
+
+    const auto protocol = events() ? mode() : CommonDefs::CPR_SINGLE_RESCUER;
+    if (protocol == CommonDefs::CPR_COMPRESSION_ONLY)
+        return compressions;
+    if (protocol != CommonDefs::CPR_SINGLE_RESCUER && protocol != CommonDefs::CPR_TWO_RESCUER)
+        return ventilations;
+
+    const CPREventSessionInfo *info = events() ? events()->sessionInfo() : nullptr;
+    const double weight = info && info->isInfant() ? OVERALL_SCORE_COMP_WEIGHTING_INFANT
+                                                   : OVERALL_SCORE_COMP_WEIGHTING_ADULT;
+    double score = ventilations * (1.0 - weight) + compressions * weight;
+    // A nearly perfect session must not be rounded up to 100: only two perfect scores give it.
+    const bool bothPerfect = ventilations == fullScore && compressions == fullScore;
+    if (score <= 99.0 || bothPerfect)
+        score += 0.5;
+    return qMax(0, static_cast<int>(std::floor(score)));
+}
+
+int CPREventSessionScore::remaining(ParameterType reduction) const
+{
+    return fullScore - intValue(reduction);
+}
+
+int CPREventSessionScore::remaining(ParameterType reduction, ParameterType other) const
+{
+    return remaining(reduction) * remaining(other) / fullScore;
+}
+
+void CPREventSessionScore::advise(int score, Advice advice)
+{
+    // Equals are entered in front: the order of the calls below breaks ties.
+    if (score < fullScore)
+        m_ranking.emplace_hint(m_ranking.lower_bound(score), score, advice);
+}
+
+void CPREventSessionScore::calculateAdvice()
+{
+    const auto protocol = events() ? mode() : CommonDefs::CPR_SINGLE_RESCUER;
+    const bool isHighPerformance = protocol == CommonDefs::CPR_HIGH_PERFORMANCE;
+
+    m_ranking.clear();
+    if (trainsVentilations(protocol)) {
+        advise(remaining(ventShallowScoreReduction, ventExcessiveScoreReduction),
+               Advice_CorrectVolume);
+        advise(isHighPerformance
+                   ? remaining(ventsPerMinuteSlowScoreReduction, ventsPerMinuteFastScoreReduction)
+                   : remaining(ventRateLowScoreReduction, ventRateHighScoreReduction),
+               Advice_CorrectVentRate);
+        advise(remaining(preVentsTooManyScoreReduction), Advice_TooManyPreVents);
+        advise(remaining(preVentsTooFewScoreReduction), Advice_TooFewPreVents);
+    }
+    if (trainsCompressions(protocol)) {
+        advise(remaining(compRateLowScoreReduction, compRateHighScoreReduction),
+               Advice_CorrectRate);
+        advise(remaining(compReleaseScoreReduction), Advice_ReleaseCompletely);
+        advise(remaining(compDepthScoreReduction), Advice_CompressDeepEnough);
+        advise(remaining(compDeepDepthScoreReduction), Advice_CompressNotSoDeep);
+        advise(remaining(compHandposScoreReduction), Advice_HandPosition);
+        advise(remaining(compFlowtimeScoreReduction), Advice_MinimizeNoFlow);
+    }
+    if (trainsCompressions(protocol) && trainsVentilations(protocol)) {
+        advise(remaining(ventCyclesScoreReduction), Advice_CorrectCycleVents);
+        advise(remaining(compCyclesScoreReduction), Advice_CorrectCycleComps);
+    }
+
+    setParameter(primaryAdvice, getPrimaryAdvice());
+    setParameter(secondaryAdvice, getSecondaryAdvice());
+    Q_EMIT scoresReady();
+}
+
+CPREventBase::Advice CPREventSessionScore::getPrimaryAdvice() const
+{
+    return m_ranking.empty() ? Advice_None : m_ranking.begin()->second;
+}
+
+CPREventBase::Advice CPREventSessionScore::getSecondaryAdvice() const
+{
+    return m_ranking.size() < 2 ? Advice_None : std::next(m_ranking.begin())->second;
+}
+
+CPREventSessionScore *CPREventSessionScore::clone(CPREvents *owner) const
+{
+    return new CPREventSessionScore(*this, owner);
+}

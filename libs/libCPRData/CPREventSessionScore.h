@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPREVENTSESSIONSCORE_H
+#define CPREVENTSESSIONSCORE_H
+
+#include "CPREventBase.h"
+
+#include <map>
+
+/// The standing event that holds the manikin's scoring of the session and the two advices that
+/// follow from it.
+///
+/// Score reductions are percentage points taken off a score of 100; scores are 0 to 100.
+class CPRDATA_EXPORT CPREventSessionScore final : public CPREventBase {
+    Q_OBJECT
+
+public:
+    /// Weight of the compression score in the overall score; the ventilation score has the rest.
+    static constexpr double OVERALL_SCORE_COMP_WEIGHTING_ADULT = 0.75;
+    static constexpr double OVERALL_SCORE_COMP_WEIGHTING_INFANT = 0.65;
+
+    CPREventSessionScore(int msecs, CPREvents *owner);
+    CPREventSessionScore(const CPREventSessionScore &other, CPREvents *owner);
+    ~CPREventSessionScore() override;
+
+    /// Takes RPL_CPR_SCORES (108) only.
+    bool incomingMsg(bls_2010::RMessage *msg) override;
+    /// Stores the scoring at the session time, computes what the manikin did not send, and
+    /// derives the advices. Always true.
+    bool rplmsg_RPL_CPR_SCORES(bls_2010::RMessage *msg);
+
+    /// Ranks the advices anew from the stored reductions and the list's CPR protocol, stores the
+    /// first two and emits scoresReady().
+    void calculateAdvice();
+    /// The worst aspect of the session; Advice_None when there is nothing to advise.
+    CPREventBase::Advice getPrimaryAdvice() const;
+    CPREventBase::Advice getSecondaryAdvice() const;
+
+    CPREventSessionScore *clone(CPREvents *owner) const override;
+
+Q_SIGNALS:
+    void scoresReady();
+
+private:
+    int computedOverallScore() const;
+    bool isScoredAsAED() const;
+    int intValue(ParameterType type) const;
+    /// The score that would remain if this reduction were the only one.
+    int remaining(ParameterType reduction) const;
+    /// The score that would remain if these two were the only ones.
+    int remaining(ParameterType reduction, ParameterType other) const;
+    void advise(int score, Advice advice);
+
+    /// By the score that the aspect leaves. Among equals the one ranked last stands first.
+    std::multimap<int, Advice> m_ranking;
+};
+
+#endif

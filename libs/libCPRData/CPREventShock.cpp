@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREventShock.h"
+
+#include "MessageFields.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/RMessage.h>
+
+namespace {
+
+// RPL_DEFIB_SHOCK_EVENT (47)
+constexpr MessageFields::Field energyField{1, MessageFields::Width::U16, CPREventBase::shockEnergy};
+
+} // namespace
+
+CPREventShock::CPREventShock(int msecs, CPREvents *owner)
+    : CPREventBase(ShockDelivered, msecs, owner)
+{
+    setParameter(shockEnergy, 0);
+}
+
+CPREventShock::CPREventShock(const CPREventShock &other, CPREvents *owner)
+    : CPREventBase(other, owner)
+{
+}
+
+CPREventShock::~CPREventShock() = default;
+
+bool CPREventShock::rplmsg_RPL_DEFIB_SHOCK_EVENT(bls_2010::RMessage *msg)
+{
+    setMSecs(sessionTime());
+    MessageFields::store(*this, *msg, energyField);
+    return true;
+}
+
+bool CPREventShock::incomingMsg(bls_2010::RMessage *msg)
+{
+    return msg->getIdentifier() == CommunicationIDs::RPL_DEFIB_SHOCK_EVENT
+        && rplmsg_RPL_DEFIB_SHOCK_EVENT(msg);
+}
+
+CPREventShock *CPREventShock::clone(CPREvents *owner) const
+{
+    return new CPREventShock(*this, owner);
+}
+
+CPREventBase::EventTags CPREventShock::tag() const
+{
+    return TagCprGui | TagOther | TagExclFlowFraction;
+}

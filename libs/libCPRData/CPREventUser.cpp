@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREventUser.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/RMessage.h>
+
+namespace {
+
+// RPL_USER_EVENT (68)
+constexpr unsigned int flagByte = 1;
+constexpr unsigned int nameByte = 2;
+constexpr unsigned int nameLength = 64; // padded with NUL bytes
+
+} // namespace
+
+CPREventUser::CPREventUser(int msecs, CPREvents *owner, const QString &a_EventId)
+    : CPREventBase(Event, msecs, owner)
+{
+    setParameter(eventId, a_EventId);
+}
+
+CPREventUser::CPREventUser(const CPREventUser &other, CPREvents *owner)
+    : CPREventBase(other, owner), m_flag(other.m_flag)
+{
+}
+
+CPREventUser::~CPREventUser() = default;
+
+bool CPREventUser::rpl_RPL_USER_EVENT(bls_2010::RMessage *msg)
+{
+    bool ok = false;
+    const quint8 flag = msg->getContentByte(flagByte, ok);
+    if (!ok)
+        return false;
+    setMSecs(sessionTime());
+    m_flag = flag != 0;
+    const QByteArray name = msg->getString(ok, nameByte, nameLength);
+    if (ok)
+        setParameter(eventId, QString::fromUtf8(name.constData())); // to the first NUL byte
+    return ok;
+}
+
+bool CPREventUser::incomingMsg(bls_2010::RMessage *msg)
+{
+    return msg->getIdentifier() == CommunicationIDs::RPL_USER_EVENT && rpl_RPL_USER_EVENT(msg);
+}
+
+CPREventUser *CPREventUser::clone(CPREvents *owner) const
+{
+    return new CPREventUser(*this, owner);
+}
+
+CPREventBase::EventTags CPREventUser::tag() const
+{
+    return TagCprGui | TagExclFlowFraction;
+}

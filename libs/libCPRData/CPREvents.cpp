@@ -1,0 +1,840 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREvents.h"
+
+#include "CPRCompressionData.h"
+#include "CPRData.h"
+#include "CPREventAED.h"
+#include "CPREventCPRD.h"
+#include "CPREventCompression.h"
+#include "CPREventInactivityCPR.h"
+#include "CPREventSessionInfo.h"
+#include "CPREventSessionScore.h"
+#include "CPREventSessionStatistics.h"
+#include "CPREventShock.h"
+#include "CPREventUser.h"
+#include "CPREventVentilation.h"
+#include "CPRGuidelines.h"
+#include "CPRVentilationData.h"
+#include "CPRWaveformInfo.h"
+#include "ResponseId.h"
+#include "SessionMsecs.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/RMessage.h>
+
+#include <QIODevice>
+#include <QLoggingCategory>
+#include <QTimer>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <QtAlgorithms>
+
+#include <utility>
+
+using bls_2010::CommonDefs;
+
+Q_LOGGING_CATEGORY(lcEvents, "Kelmar.CPRData.CPREvents", QtWarningMsg)
+
+namespace {
+
+// A compression that begins later than this after the one before opens a new cycle.
+constexpr int cycleGapMs = 500;
+constexpr int msecsPerSecond = 1000;
+constexpr int allTimes = -1;
+
+// Behind the last event that ends at or before the new one's start; events that overlap that start
+// stay after it.
+void insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
+{
+    int position = events.size();
+    while (position > 0 && events.at(position - 1)->eventEndTime() > event->msecs())
+        --position;
+    events.insert(position, event);
+}
+
+// New events stand near the end, so they are found from there.
+void removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
+{
+    const int position = events.lastIndexOf(event);
+    if (position >= 0)
+        events.removeAt(position);
+}
+
+bool lastsOver(const CPREventBase *event, int time)
+{
+    return event->msecs() <= time && event->eventEndTime() >= time;
+}
+
+void debugEvents(const QList<CPREventBase *> &events)
+{
+    for (const CPREventBase *event : events)
+        qCDebug(lcEvents).noquote() << "Event" << QString(*event);
+}
+
+} // namespace
+
+CPREvents::CPREvents(CPRGuidelines *guidelines, CPRData *cprData)
+    : CPRDataBase(cprData), m_guidelines(guidelines)
+{
+    CPREvents::initialize();
+    connectSignals();
+}
+
+CPREvents::CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData *cprData)
+    : CPRDataBase(other, cprData), m_sessionInfo(other.m_sessionInfo->clone(this)),
+      m_sessionStatistics(other.m_sessionStatistics->clone(this)),
+      m_sessionScore(other.m_sessionScore->clone(this)), m_guidelines(guidelines),
+      m_cprProtocol(other.m_cprProtocol), m_compressionCounter(other.m_compressionCounter),
+      m_lastCompressionEnd(other.m_lastCompressionEnd), m_ScoresReady(other.m_ScoresReady)
+{
+    connectStandingEvents();
+    connectSignals();
+    const EventList standing{m_sessionInfo, m_sessionStatistics, m_sessionScore};
+    for (CPREventBase *event : standing) {
+        m_events.append(event);
+        event->m_listed = true;
+    }
+    for (const CPREventBase *event : other.m_events) {
+        if (event != other.m_sessionInfo && event != other.m_sessionStatistics
+            && event != other.m_sessionScore) {
+            addEvent(event->clone(this), false);
+        }
+    }
+}
+
+CPREvents::~CPREvents()
+{
+    // The events die with the QObject below, when there are no lists left to take them out of.
+    for (CPREventBase *event : qAsConst(m_events))
+        event->m_listed = false;
+}
+
+void CPREvents::connectSignals()
+{
+    connect(signalTimer(), &QTimer::timeout, this, &CPREvents::eventsChanged);
+    if (m_guidelines) {
+        connect(m_guidelines, &CPRGuidelines::guidelinesChanged, this,
+                &CPREvents::guidelinesChanged);
+    }
+}
+
+void CPREvents::connectStandingEvents()
+{
+    connect(m_sessionInfo, &CPREventSessionInfo::sessionInfoChanged, this,
+            &CPREvents::cprSessionInfoChanged);
+    connect(m_sessionScore, &CPREventSessionScore::scoresReady, m_sessionInfo,
+            &CPREventSessionInfo::onScoresReady);
+    connect(m_sessionStatistics, &CPREventSessionStatistics::totalTime, m_sessionInfo,
+            qOverload<int>(&CPREventSessionInfo::setTotalTime));
+}
+
+void CPREvents::initialize()
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    QString manikinName;
+    QString students;
+    if (CPREventSessionInfo *old = m_sessionInfo) {
+        manikinName = old->parameterValue(CPREventBase::manikinName, QVariant()).toString();
+        students = old->parameterValue(CPREventBase::students, QVariant()).toString();
+        m_sessionInfo = nullptr;
+        delete old;
+        reset();
+    }
+    // Nothing may find the old ones any more, neither a list nor a getter, when they go.
+    delete std::exchange(m_sessionScore, nullptr);
+    delete std::exchange(m_sessionStatistics, nullptr);
+
+    m_sessionInfo = new CPREventSessionInfo(0, this);
+    m_sessionInfo->setParameter(CPREventBase::manikinName, manikinName);
+    m_sessionInfo->setParameter(CPREventBase::students, students);
+    m_sessionScore = new CPREventSessionScore(0, this);
+    m_sessionStatistics = new CPREventSessionStatistics(0, this);
+    connectStandingEvents();
+    addEvent(m_sessionInfo, true);
+}
+
+void CPREvents::reset()
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    CPRDataBase::reset();
+
+    const EventList old = std::exchange(m_events, {});
+    for (EventList &tagged : m_eventsByTag)
+        tagged.clear();
+    for (CPREventBase *event : old) {
+        event->m_listed = false;
+        if (event != m_sessionInfo && event != m_sessionStatistics && event != m_sessionScore)
+            event->deleteLater();
+    }
+
+    if (m_sessionInfo) {
+        addEvent(m_sessionInfo, true);
+        m_sessionInfo->reset();
+    }
+    m_compressionCounter = 0;
+    m_lastCompressionEnd = 0;
+    m_ScoresReady = 0;
+    Q_EMIT eventsCleared();
+}
+
+void CPREvents::resume()
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    m_ScoresReady = 0;
+}
+
+void CPREvents::addEvent(CPREventBase *event, bool doSignals)
+{
+    if (!event || (event->m_listed && event->m_owner == this))
+        return;
+    qCDebug(lcEvents).noquote() << "Event" << QString(*event) << "doSignals" << doSignals;
+    if (event->m_owner != this) {
+        if (event->m_listed)
+            event->m_owner->takeEvent(event);
+        event->m_owner = this;
+        event->setParent(this);
+    }
+    event->m_listed = true;
+
+    insertInTimeOrder(m_events, event);
+    if (lcEvents().isDebugEnabled()) {
+        qCDebug(lcEvents) << "Main event list";
+        debugEvents(m_events);
+    }
+    const CPREventBase::EventTags tags = event->tag();
+    for (int bit = 0; bit < tagCount; ++bit) {
+        const auto tag = static_cast<CPREventBase::EventTag>(1 << bit);
+        if (!tags.testFlag(tag))
+            continue;
+        EventList &tagged = m_eventsByTag[static_cast<std::size_t>(bit)];
+        insertInTimeOrder(tagged, event);
+        if (lcEvents().isDebugEnabled()) {
+            qCDebug(lcEvents) << "Event list tag" << CPREventBase::EventTags(tag);
+            debugEvents(tagged);
+        }
+    }
+    if (doSignals)
+        emitEvent(event);
+}
+
+void CPREvents::takeEvent(CPREventBase *event)
+{
+    event->m_listed = false;
+    removeFromBack(m_events, event);
+    // Not by the event's tags: they can have changed since, and the event may be half destroyed.
+    for (EventList &tagged : m_eventsByTag)
+        removeFromBack(tagged, event);
+}
+
+void CPREvents::emitEvent(CPREventBase *event)
+{
+    qCDebug(lcEvents).noquote() << "Event" << QString(*event);
+    const CPREventBase::EventTags tags = event->tag();
+    if (tags.testFlag(CPREventBase::TagComp))
+        Q_EMIT compressionEvent(qobject_cast<CPREventCompression *>(event));
+    else if (tags.testFlag(CPREventBase::TagVent))
+        Q_EMIT ventilationEvent(qobject_cast<CPREventVentilation *>(event));
+    else if (tags.testFlag(CPREventBase::TagInactivity))
+        Q_EMIT inactivityCPREvent(qobject_cast<CPREventInactivityCPR *>(event));
+    else if (tags.testFlag(CPREventBase::TagCprGui))
+        Q_EMIT cprGuiEventAdded(event);
+    else
+        Q_EMIT otherEventAdded(event);
+    sendSignal();
+}
+
+void CPREvents::handleEvent(CPREventBase *event)
+{
+    qCDebug(lcEvents).noquote() << "Event" << QString(*event);
+    const CPREventBase::EventType type = event->type();
+    switch (type) {
+    case CPREventBase::CprSessionStatistics:
+    case CPREventBase::CprSessionScore:
+        qCDebug(lcEvents) << "m_ScoresReady" << m_ScoresReady;
+        ++m_ScoresReady;
+        if (isScoresReady()) {
+            Q_EMIT cprSessionStatisticsChanged();
+            Q_EMIT scoresReady();
+        }
+        if (type == CPREventBase::CprSessionScore)
+            Q_EMIT cprSessionScoreChanged();
+        break;
+    case CPREventBase::CprSessionInfo:
+        Q_EMIT cprSessionInfoChanged();
+        break;
+    case CPREventBase::CprCompEvent:
+        if (auto *compression = qobject_cast<CPREventCompression *>(event))
+            numberCompression(compression);
+        break;
+    case CPREventBase::CprVentEvent:
+    case CPREventBase::CprInactivityCPR:
+        m_compressionCounter = 0; // the next compression opens a new cycle
+        break;
+    default:
+        break;
+    }
+}
+
+void CPREvents::numberCompression(CPREventCompression *compression)
+{
+    const qint64 gap = qint64(compression->msecs()) - m_lastCompressionEnd;
+    const CPREventBase *before = at(m_events.size() - 2);
+
+    if (m_lastCompressionEnd != 0 && gap > cycleGapMs) {
+        m_compressionCounter = 1;
+        compression->setNumberInCycle(m_compressionCounter);
+    } else if (before && before->type() == CPREventBase::CprVentEvent
+               && before->msecs() > compression->compPeakTime()) {
+        // The ventilation began after this compression, though it was reported before it: the
+        // cycle goes on from the previous compression, and the counter stays reset for the next.
+        const int previous = count(CPREventBase::TagComp) - 2;
+        const auto *continued =
+            qobject_cast<const CPREventCompression *>(at(CPREventBase::TagComp, previous));
+        compression->setNumberInCycle(continued ? continued->numberInCycle() + 1 : 1);
+    } else {
+        ++m_compressionCounter;
+        compression->setNumberInCycle(m_compressionCounter);
+    }
+    m_lastCompressionEnd = compression->eventEndTime();
+}
+
+void CPREvents::setReceiving(bool receiving)
+{
+    if (cprData())
+        cprData()->receivingData(receiving);
+}
+
+void CPREvents::finalizeIncomingEvent(bool a_Exists, CPREventBase *event)
+{
+    if (a_Exists) {
+        handleEvent(event);
+    } else {
+        addEvent(event, false);
+        handleEvent(event);
+        emitEvent(event);
+    }
+    setReceiving(false);
+}
+
+bool CPREvents::hasEnded() const
+{
+    return cprData() && cprData()->cprState() == CPRData::CPR_ENDED;
+}
+
+CPREventCompression *CPREvents::lastCompression() const
+{
+    return qobject_cast<CPREventCompression *>(last(CPREventBase::TagComp));
+}
+
+bool CPREvents::incomingMsg(bls_2010::RMessage *msg)
+{
+    qCDebug(lcEvents) << "id" << ResponseId{msg->getIdentifier()};
+    // clang-format off
+    switch (msg->getIdentifier()) {
+    case CommunicationIDs::RPL_DEFIB_SHOCK_EVENT:
+        return takeMessage(new CPREventShock(0, this), msg, false);
+    case CommunicationIDs::RPL_GENERIC_EVENT:
+        return takeMessage(new CPREventAED(0, this), msg, false);
+    case CommunicationIDs::RPL_AED_REMOTE_CTRL:
+        return takeRemoteControl(msg);
+    case CommunicationIDs::RPL_ECG_STATUS:
+        return takeMessage(new CPREventCPRD(0, this), msg, false);
+    case CommunicationIDs::RPL_VERSIONINFO:
+    case CommunicationIDs::RPL_LIFETIMEINFO:
+        return takeMessage(m_sessionInfo, msg, true);
+    case CommunicationIDs::RPL_USER_EVENT:
+        return takeMessage(new CPREventUser(0, this, QString()), msg, false);
+    case CommunicationIDs::RPL_COMP_EVENT:
+        return !hasEnded() && takeMessage(new CPREventCompression(0, this, lastCompression()), msg, false);
+    case CommunicationIDs::RPL_VENT_EVENT:
+        return !hasEnded() && takeMessage(new CPREventVentilation(0, this), msg, false);
+    case CommunicationIDs::RPL_COMP_INACTIVITY_TIME:
+        return takeInactivity(msg);
+    case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL:
+        return takeProtocol(msg);
+    case CommunicationIDs::RPL_CPR_SCORES:
+        return takeMessage(m_sessionScore, msg, true);
+    case CommunicationIDs::RPL_GL_INDEPENDENT_STATS:
+    case CommunicationIDs::RPL_GL_INDEPENDENT_BIN_STATS:
+    case CommunicationIDs::RPL_GL_DEPENDENT_STATS:
+        return takeMessage(m_sessionStatistics, msg, true);
+    default:
+        return false;
+    }
+    // clang-format on
+}
+
+bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isStanding)
+{
+    qCDebug(lcEvents).noquote() << "Event:" << QString(*event);
+    if (!event->incomingMsg(msg)) {
+        if (!isStanding) {
+            qCDebug(lcEvents) << "ignoring event";
+            delete event;
+        }
+        return false;
+    }
+    if (event->m_listed) {
+        handleEvent(event);
+    } else {
+        addEvent(event, false);
+        handleEvent(event);
+        emitEvent(event);
+    }
+    return true;
+}
+
+bool CPREvents::takeRemoteControl(bls_2010::RMessage *msg)
+{
+    bool ok = false;
+    return CPREventAED::isRecordedButton(msg->getContentByte(1, ok))
+        && takeMessage(new CPREventAED(0, this), msg, false);
+}
+
+bool CPREvents::takeInactivity(bls_2010::RMessage *msg)
+{
+    if (!cprData() || cprData()->cprState() != CPRData::CPR_START)
+        return false;
+    m_sessionInfo->incomingMsg(msg);
+    CPREventBase *running = last(CPREventBase::TagInactivity);
+    // A pause that takes the report gets it a second time below. That is intended.
+    if (running && running->incomingMsg(msg))
+        return takeMessage(running, msg, true);
+    constexpr int notPlaced = -1;
+    return takeMessage(new CPREventInactivityCPR(notPlaced, this), msg, false);
+}
+
+bool CPREvents::takeProtocol(bls_2010::RMessage *msg)
+{
+    bool ok = false;
+    setCprProtocol(static_cast<CommonDefs::CprProtocolType>(msg->getContentByte(0, ok)));
+    return takeMessage(m_sessionInfo, msg, true);
+}
+
+void CPREvents::incomingCompressionEvent(quint32 start, qint32 rate,
+                                         const CommonDefs::CompressionEvent_t &compression)
+{
+    qCDebug(lcEvents) << "sessionTime:" << sessionTime() << "start:" << start << "rate:" << rate
+                      << "peak depth:" << compression.peakDepth
+                      << "release depth:" << compression.releaseDepth
+                      << "incorrect release:" << (compression.incorrectRelease != 0);
+    if (hasEnded())
+        return;
+    setReceiving(true);
+    auto *event = new CPREventCompression(sessionMsecs(start), this, lastCompression());
+    if (compressionData())
+        compressionData()->setCompressionRate(static_cast<short>(rate));
+    event->incomingCompressionEvent(compression);
+    finalizeIncomingEvent(false, event);
+}
+
+void CPREvents::incomingVentilationEvent(quint32 start, qint32 rate,
+                                         const CommonDefs::VentilationEvent_t &ventilation)
+{
+    qCDebug(lcEvents) << "sessionTime:" << sessionTime() << "start:" << start << "rate:" << rate
+                      << "peak volume:" << ventilation.volume;
+    if (hasEnded())
+        return;
+    setReceiving(true);
+    auto *event = new CPREventVentilation(sessionMsecs(start), this);
+    if (ventilationData())
+        ventilationData()->setVentilationRate(rate);
+    event->incomingVitilationEvent(ventilation);
+    finalizeIncomingEvent(false, event);
+}
+
+void CPREvents::incomingInactivityTime(quint32 start, qint32 secs)
+{
+    qCDebug(lcEvents) << "sessionTime:" << sessionTime() << "start:" << start << "secs:" << secs;
+    if (hasEnded())
+        return;
+    setReceiving(true);
+    auto *pause = qobject_cast<CPREventInactivityCPR *>(last(CPREventBase::TagInactivity));
+    const bool goesOn = pause && pause->setInactivityTime(secs, true);
+    if (!goesOn) {
+        pause = new CPREventInactivityCPR(sessionMsecs(start), this);
+        // One that is out of step is entered all the same; its end stays at its start.
+        pause->setInactivityTime(secs, false);
+    }
+    if (compressionData())
+        compressionData()->setCompressionRate(0);
+    finalizeIncomingEvent(goesOn, pause);
+}
+
+void CPREvents::removeInactivityEventAfter(int msec)
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    while (CPREventBase *pause = last(CPREventBase::TagInactivity)) {
+        if (pause->eventEndTime() <= msec)
+            return;
+        const qint64 secs = (qint64(msec) - pause->msecs()) / msecsPerSecond;
+        const int shortest =
+            m_guidelines ? m_guidelines->compressionInactivityLevel0TimeoutCPR() : 0;
+        if (pause->msecs() < msec && secs >= shortest) {
+            pause->setEventEndTime(msec);
+            pause->setParameter(CPREventBase::compInactivity, static_cast<int>(secs));
+            return;
+        }
+        delete pause;
+    }
+}
+
+void CPREvents::incomingSessionStatistics()
+{
+    qCDebug(lcEvents) << "sessionTime:" << sessionTime();
+    setReceiving(true);
+    m_sessionStatistics->setMSecs(sessionTime());
+    finalizeIncomingEvent(true, m_sessionStatistics);
+}
+
+void CPREvents::incomingSessionScores()
+{
+    qCDebug(lcEvents) << "sessionTime:" << sessionTime();
+    setReceiving(true);
+    m_sessionInfo->setTotalTime(
+        m_sessionScore->parameterValue(CPREventBase::sessionDuration, 0).toInt());
+    m_sessionScore->setMSecs(sessionTime());
+    finalizeIncomingEvent(true, m_sessionScore);
+}
+
+void CPREvents::aedDetected(CPREventBase::AEDTypes type)
+{
+    qCDebug(lcEvents) << "AED Type:" << type;
+    addEvent(CPREventAED::createAEDTypeEvent(type, sessionTime(), this), true);
+}
+
+void CPREvents::aedEvent(const QHash<CPREventBase::ParameterType, QVariant> &parameters)
+{
+    setReceiving(true);
+    auto *event = new CPREventAED(sessionTime(), this);
+    for (auto it = parameters.cbegin(); it != parameters.cend(); ++it)
+        event->setParameter(it.key(), it.value());
+    finalizeIncomingEvent(false, event);
+}
+
+void CPREvents::cprdEvent(CPREventBase::AEDEcgRhythms rhythm, CPREventBase::AEDEcgRhythms second)
+{
+    setReceiving(true);
+    auto *event = new CPREventCPRD(sessionTime(), this);
+    if (event->setRhytmn(rhythm, second)) {
+        finalizeIncomingEvent(false, event);
+    } else {
+        delete event;
+        setReceiving(false);
+    }
+}
+
+void CPREvents::addUserEvent(const QString &a_EventId)
+{
+    qCDebug(lcEvents) << "a_EventId" << a_EventId;
+    if (a_EventId == QLatin1String("Morvane.Event.Deliver shock"))
+        addEvent(new CPREventShock(sessionTime(), this), true);
+    else
+        addEvent(new CPREventUser(sessionTime(), this, a_EventId), true);
+}
+
+CPREventBase *CPREvents::cprSessionInfo() const
+{
+    return m_sessionInfo;
+}
+
+CPREventBase *CPREvents::cprSessionStatistics() const
+{
+    return m_sessionStatistics;
+}
+
+CPREventBase *CPREvents::cprSessionScore() const
+{
+    return m_sessionScore;
+}
+
+void CPREvents::setCprProtocol(CommonDefs::CprProtocolType protocol)
+{
+    m_cprProtocol = protocol;
+    m_sessionInfo->setCprProtocol(static_cast<signed char>(protocol));
+}
+
+void CPREvents::setScoresToReceive(int n)
+{
+    m_scoresToReceive = n;
+    m_ScoresReady = 0;
+}
+
+bool CPREvents::isScoresReady() const
+{
+    return m_ScoresReady == m_scoresToReceive;
+}
+
+int CPREvents::calculateSessionTime(int sequenceNumber) const
+{
+    const CPRCompressionData *wave = compressionData();
+    return wave ? sessionMsecs(qint64(sequenceNumber) * wave->waveformInfo()->samplePeriod()) : 0;
+}
+
+void CPREvents::setCategoryThresholdBasic(int a_Value)
+{
+    m_sessionScore->setParameter(CPREventBase::categoryThresholdBasic, a_Value);
+}
+
+void CPREvents::setCategoryThresholdAdvanced(int a_Value)
+{
+    m_sessionScore->setParameter(CPREventBase::categoryThresholdAdvanced, a_Value);
+}
+
+const CPREvents::EventList *CPREvents::tagList(uint tag) const
+{
+    if (tag == 0 || (tag & (tag - 1)) != 0 || tag > CPREventBase::LastTag)
+        return nullptr;
+    return &m_eventsByTag[qCountTrailingZeroBits(tag)];
+}
+
+CPREventBase *CPREvents::first(CPREventBase::EventTag tag) const
+{
+    return at(tag, 0);
+}
+
+CPREventBase *CPREvents::last(CPREventBase::EventTag tag) const
+{
+    return at(tag, count(tag) - 1);
+}
+
+CPREventBase *CPREvents::at(CPREventBase::EventTag tag, int index) const
+{
+    const EventList *tagged = tagList(tag);
+    return tagged ? tagged->value(index) : nullptr;
+}
+
+CPREventBase *CPREvents::at(int index) const
+{
+    return m_events.value(index);
+}
+
+int CPREvents::count(uint tag) const
+{
+    const EventList *tagged = tagList(tag);
+    return tagged ? tagged->size() : 0;
+}
+
+CPREventBase *CPREvents::atTime(CPREventBase::EventTag tag, int time) const
+{
+    const EventList *tagged = tagList(tag);
+    if (!tagged)
+        return nullptr;
+    for (CPREventBase *event : *tagged) {
+        if (time == 0 || lastsOver(event, time))
+            return event;
+    }
+    return last(tag);
+}
+
+QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag tag, int time) const
+{
+    const EventList *tagged = tagList(tag);
+    if (!tagged)
+        return {};
+    if (time == allTimes)
+        return *tagged;
+    EventList result;
+    for (CPREventBase *event : *tagged) {
+        if (event->msecs() >= time || lastsOver(event, time))
+            result.append(event);
+    }
+    return result;
+}
+
+void CPREvents::write(QXmlStreamWriter *writer)
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    writer->writeStartDocument();
+    writer->writeStartElement(QStringLiteral("eventList"));
+    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"),
+                           QStringLiteral("xsi"));
+    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema"),
+                           QStringLiteral("xsd"));
+    const EventList events = m_events;
+    for (CPREventBase *event : events) {
+        qCDebug(lcEvents).noquote() << "Storing event: " << QString(*event);
+        event->write(writer);
+    }
+    writer->writeEndDocument();
+}
+
+CPREventBase *CPREvents::eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding)
+{
+    CPREventBase *standing = nullptr;
+    switch (type) {
+    case CPREventBase::ShockDelivered:
+        return new CPREventShock(msecs, this);
+    case CPREventBase::CprInactivityCPR:
+        return new CPREventInactivityCPR(msecs, this);
+    case CPREventBase::CprCompEvent:
+        return new CPREventCompression(msecs, this, nullptr);
+    case CPREventBase::CprVentEvent:
+        return new CPREventVentilation(msecs, this);
+    case CPREventBase::CprAedEvent:
+        return new CPREventAED(msecs, this);
+    case CPREventBase::CprCprdEvent:
+        return new CPREventCPRD(msecs, this);
+    case CPREventBase::Event:
+        return new CPREventUser(msecs, this, QString());
+    case CPREventBase::CprSessionInfo:
+        standing = m_sessionInfo;
+        break;
+    case CPREventBase::CprSessionStatistics:
+        standing = m_sessionStatistics;
+        break;
+    case CPREventBase::CprSessionScore:
+        standing = m_sessionScore;
+        break;
+    default:
+        return new CPREventBase(type, msecs, this);
+    }
+    isStanding = true;
+    standing->setMSecs(msecs);
+    return standing;
+}
+
+void CPREvents::read(QXmlStreamReader *reader)
+{
+    initialize();
+    if (!reader->readNextStartElement() || reader->name() != QLatin1String("eventList"))
+        return;
+
+    CPREventBase *previous = nullptr;
+    while (reader->readNextStartElement() && reader->name() == QLatin1String("evt")) {
+        qCDebug(lcEvents) << "Reading element at line" << reader->lineNumber();
+        const QXmlStreamAttributes attributes = reader->attributes();
+        CPREventBase::EventType type{};
+        if (!attributes.hasAttribute(QLatin1String("msecs"))
+            || !CPREventBase::eventTypeFromKey(attributes.value(QLatin1String("type")), type)) {
+            qCWarning(lcEvents) << "Skipping element at line" << reader->lineNumber();
+            reader->skipCurrentElement();
+            continue;
+        }
+        bool isStanding = false;
+        CPREventBase *event =
+            eventToRead(type, attributes.value(QLatin1String("msecs")).toInt(), isStanding);
+        event->read(reader);
+        if (event->filterEvent(previous)) {
+            if (!isStanding)
+                delete event;
+        } else {
+            if (!isStanding) {
+                addEvent(event, false);
+                previous = event;
+            }
+            handleEvent(event);
+            if (!isStanding)
+                emitEvent(event);
+        }
+        // An event that held more than parameters has stopped inside; the list ends with it.
+        if (!reader->isEndElement())
+            break;
+    }
+}
+
+void CPREvents::writeHeader(QIODevice *device, const ParameterMapList_t &columns,
+                            const QString &separator) const
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    if (!device->isWritable())
+        return;
+    for (const auto &column : columns)
+        CPREventBase::writeHeader(device, column, separator);
+}
+
+void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
+                      const QString &separator) const
+{
+    if (!device->isWritable())
+        return;
+    const EventList events = m_events;
+    for (const auto &column : columns) {
+        for (CPREventBase *event : events) {
+            if (event->write(device, column, separator)) {
+                qCDebug(lcEvents).noquote() << "Stored event in csv-file: " << QString(*event);
+                break;
+            }
+        }
+        if (!separator.isEmpty())
+            device->write(separator.toUtf8());
+    }
+}
+
+namespace {
+
+struct TelemetryItem {
+    const char *key;
+    const CPREventBase *event;
+    CPREventBase::ParameterType parameter;
+};
+
+} // namespace
+
+void CPREvents::telemetryTrainingSessionScoreData(QMap<QString, QVariant> &map) const
+{
+    const CPREventBase *score = m_sessionScore;
+    const CPREventBase *statistics = m_sessionStatistics;
+    using E = CPREventBase;
+    // clang-format off
+    const TelemetryItem items[] = {
+        {"training_total_score_percentage",                        score,      E::overallScore},
+        {"training_compression_score_percentage",                  score,      E::compOverallScore},
+        {"training_ventilation_score_percentage",                  score,      E::ventOverallScore},
+        {"training_flow_fraction_percentage",                      score,      E::flowTimePercentage},
+        {"training_average_compression_rate",                      statistics, E::compMeanRate},
+        {"training_average_compression_depth_mm",                  statistics, E::compMeanDepth},
+        {"training_average_ventilation_volume_ml",                 statistics, E::ventMeanVolume},
+        {"training_compressions_complete_release_percentage",      statistics, E::compCorrectReleasePercentage},
+        {"training_compressions_correct_depth_percentage",         statistics, E::compCorrectDepthPercentage},
+        {"training_compressions_correct_hand_position_percentage", statistics, E::compHandPosCorrectPercentage},
+        {"training_number_of_compressions",                        statistics, E::compCount},
+        {"training_number_of_ventilations",                        statistics, E::ventCount},
+    };
+    // clang-format on
+    QVariantMap data;
+    for (const TelemetryItem &item : items)
+        data.insert(QLatin1String(item.key), item.event->parameterValue(item.parameter, 0));
+    data.insert(QStringLiteral("training_session_id"), m_sessionInfo->getSessionID());
+    // Spelt so and always 0: the receiving side expects it.
+    data.insert(QStringLiteral("training_compression_descompression_ratio"), 0);
+    map.insert(QStringLiteral("training_session_score_data"), data);
+}
+
+void CPREvents::telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &map) const
+{
+    constexpr int hmmPerMm = 100;
+    const CPRGuidelines &limits = *m_guidelines;
+    const bool twoRescuers = m_sessionInfo->parameterValue(CPREventBase::cprProtocol, 0).toInt()
+        == CommonDefs::CPR_TWO_RESCUER;
+    // clang-format off
+    const QVariantMap compression {
+        {QStringLiteral("compression_guideline_max_depth_mm"),             limits.compressionDepthMax() / hmmPerMm},
+        {QStringLiteral("compression_guideline_min_depth_mm"),             limits.compressionDepthMin() / hmmPerMm},
+        {QStringLiteral("compression_guideline_max_rate_comp_per_minute"), limits.compressionRateMax()},
+        {QStringLiteral("compression_guideline_min_rate_comp_per_minute"), limits.compressionRateMin()},
+    };
+    // The single-rescuer rates, whatever the protocol.
+    const QVariantMap ventilation {
+        {QStringLiteral("ventilation_guideline_max_volume_ml"),            limits.ventilationVolumeMax()},
+        {QStringLiteral("ventilation_guideline_min_volume_ml"),            limits.ventilationVolumeMin()},
+        {QStringLiteral("ventilation_guideline_max_rate_vent_per_minute"), limits.ventilationRateMaxDuringCPR()},
+        {QStringLiteral("ventilation_guideline_min_rate_vent_per_minute"), limits.ventilationRateMinDuringCPR()},
+    };
+    map.insert(QStringLiteral("training_session_guidelines"), QVariantMap {
+        {QStringLiteral("training_session_id"),              m_sessionInfo->getSessionID()},
+        {QStringLiteral("training_base_guideline"),          limits.guidelinesID()},
+        {QStringLiteral("training_protocol"),                m_sessionInfo->cprProtocolToString()},
+        {QStringLiteral("training_number_of_rescuers"),      twoRescuers ? 2 : 1},
+        {QStringLiteral("is_tevo_5_initial_breaths_active"),
+         limits.preVentilationsUsage() == CPRGuidelines::PREVENTILATION_USAGE_ALLOWPREVENTS},
+        {QStringLiteral("is_score_reduction_on_to_deep_compression_active"),
+         limits.compressionTooDeepSetting() == CPRGuidelines::COMP_TOO_DEEP_SCORE_REDUCTION},
+        {QStringLiteral("training_compression_guideline"),   compression},
+        {QStringLiteral("training_ventilation_guideline"),   ventilation},
+    });
+    // clang-format on
+}

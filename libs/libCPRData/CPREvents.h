@@ -1,0 +1,205 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPREVENTS_H
+#define CPREVENTS_H
+
+#include "CPRDataBase.h"
+#include "CPREventBase.h"
+
+#include <QHash>
+#include <QList>
+
+#include <array>
+
+class CPREventCompression;
+class CPREventInactivityCPR;
+class CPREventSessionInfo;
+class CPREventSessionScore;
+class CPREventSessionStatistics;
+class CPREventVentilation;
+
+/// The time-ordered list of a session's events, and the router that makes events out of manikin
+/// messages.
+///
+/// The list owns its events. Beside it stand three summary events (session info, statistics,
+/// score): they survive reset() and are replaced by initialize(), and they are in the list only
+/// when they were put there. An event that is deleted leaves every list by itself.
+class CPRDATA_EXPORT CPREvents final : public CPRDataBase {
+    Q_OBJECT
+
+    // clang-format off
+    Q_PROPERTY(CPREventBase  *cprSessionInfo       READ cprSessionInfo       NOTIFY cprSessionInfoChanged)
+    Q_PROPERTY(CPREventBase  *cprSessionStatistics READ cprSessionStatistics NOTIFY cprSessionStatisticsChanged)
+    Q_PROPERTY(CPREventBase  *cprSessionScore      READ cprSessionScore      NOTIFY cprSessionScoreChanged)
+    Q_PROPERTY(CPRGuidelines *cprGuidelines        READ cprGuidelines        CONSTANT)
+    // clang-format on
+
+public:
+    using ParameterMapList_t = CPREventBase::ParameterMapList_t;
+
+    /// An empty list with new standing events. \a guidelines are not owned.
+    CPREvents(CPRGuidelines *guidelines, CPRData *cprData);
+    /// A copy of every event, the standing ones included, which stand in the list.
+    CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData *cprData);
+    ~CPREvents() override;
+
+    /// Empties the list and replaces the standing events; the manikin's name and the learners are
+    /// kept.
+    void initialize() override;
+    /// Empties the list for a new session; emits eventsCleared(). The session info stays in it.
+    void reset() override;
+    /// Goes on with a session: the scores have to arrive anew.
+    void resume();
+
+    /// Routes a manikin message; true when an event took it.
+    bool incomingMsg(bls_2010::RMessage *msg) override;
+
+    /// Inserts \a event in time order into the list and the lists of its tags, and takes it over.
+    /// An event that is listed already stays where it is. With \a doSignals it is announced too.
+    void addEvent(CPREventBase *event, bool doSignals);
+    /// Does what the kind of event asks for: numbers compressions in their cycle, counts summary
+    /// events, announces the standing ones.
+    void handleEvent(CPREventBase *event);
+    /// Announces \a event by one signal, and the list through eventsChanged().
+    void emitEvent(CPREventBase *event);
+    /// Handles an event that \a a_Exists in the list; adds, handles and announces any other. Ends
+    /// the session's receiving state.
+    void finalizeIncomingEvent(bool a_Exists, CPREventBase *event);
+
+    /// Take a compression or ventilation that the link library has decoded: \a start in ms of
+    /// session time, \a rate per minute. Refused once the session has ended.
+    void incomingCompressionEvent(quint32 start, qint32 rate,
+                                  const bls_2010::CommonDefs::CompressionEvent_t &compression);
+    void incomingVentilationEvent(quint32 start, qint32 rate,
+                                  const bls_2010::CommonDefs::VentilationEvent_t &ventilation);
+    /// Takes a running pause of \a secs s: stretches the last pause, or adds one at \a start (ms).
+    void incomingInactivityTime(quint32 start, qint32 secs);
+    /// Cuts or removes the pauses that reach past \a msec (ms of session time).
+    void removeInactivityEventAfter(int msec);
+    /// Count statistics and scores that the host computed itself; they are not listed.
+    void incomingSessionStatistics();
+    void incomingSessionScores();
+
+    /// Enters an event for a connected AED at the session time.
+    void aedDetected(CPREventBase::AEDTypes type);
+    /// Enters an AED event with \a parameters at the session time.
+    void aedEvent(const QHash<CPREventBase::ParameterType, QVariant> &parameters);
+    /// Enters an ECG rhythm at the session time; AED_NoECGRhythm is refused.
+    void cprdEvent(CPREventBase::AEDEcgRhythms rhythm, CPREventBase::AEDEcgRhythms second);
+    /// Enters an event named \a a_EventId at the session time; the name
+    /// "Morvane.Event.Deliver shock" enters a shock.
+    void addUserEvent(const QString &a_EventId);
+
+    /// Puts the session's scores and statistics, or its guidelines, under one key into \a map for
+    /// the host's telemetry. Other keys stay.
+    void telemetryTrainingSessionScoreData(QMap<QString, QVariant> &map) const;
+    void telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &map) const;
+
+    CPREventBase *cprSessionInfo() const;
+    CPREventBase *cprSessionStatistics() const;
+    CPREventBase *cprSessionScore() const;
+    CPRGuidelines *cprGuidelines() const { return m_guidelines; }
+    /// The standing events by their own type; null only while initialize() replaces them.
+    CPREventSessionInfo *sessionInfo() const { return m_sessionInfo; }
+    CPREventSessionStatistics *sessionStatistics() const { return m_sessionStatistics; }
+    CPREventSessionScore *sessionScore() const { return m_sessionScore; }
+
+    /// The CPR protocol of the session.
+    bls_2010::CommonDefs::CprProtocolType mode() const { return m_cprProtocol; }
+    /// Stores the protocol, in the session info too.
+    void setCprProtocol(bls_2010::CommonDefs::CprProtocolType protocol);
+    /// How many statistics and score events make the scores complete (4 unless changed); the
+    /// count begins anew.
+    void setScoresToReceive(int n);
+    Q_INVOKABLE bool isScoresReady() const;
+    /// Session time in ms of the message with this sequence number.
+    int calculateSessionTime(int sequenceNumber) const;
+
+    /// Every event in order.
+    const QList<CPREventBase *> &events() const { return m_events; }
+    /// The events of \a tag that lie at or after \a time (ms) or last over it; all for -1.
+    QList<CPREventBase *> events(CPREventBase::EventTag tag, int time) const;
+    /// First, last, i-th event of a single tag; null when there is none.
+    Q_INVOKABLE CPREventBase *first(CPREventBase::EventTag tag) const;
+    Q_INVOKABLE CPREventBase *last(CPREventBase::EventTag tag) const;
+    Q_INVOKABLE CPREventBase *at(CPREventBase::EventTag tag, int index) const;
+    /// The first event of \a tag that lasts over \a time (ms), else the last; the first for 0.
+    Q_INVOKABLE CPREventBase *atTime(CPREventBase::EventTag tag, int time) const;
+    /// Number of events of a single tag; 0 for a mask of several.
+    Q_INVOKABLE int count(uint tag) const;
+    /// The i-th event of the whole list; null outside.
+    Q_INVOKABLE CPREventBase *at(int index) const;
+
+    /// Writes the document "eventList".
+    void write(QXmlStreamWriter *writer) override;
+    /// Replaces the list by the document's. Elements that are no known event are skipped with a
+    /// warning.
+    void read(QXmlStreamReader *reader) override;
+    /// Writes the titles of a CSV export. Nothing when \a device is not writable.
+    void writeHeader(QIODevice *device, const ParameterMapList_t &columns,
+                     const QString &separator) const;
+    /// Writes one CSV row: each parameter from the earliest event that holds it, followed by
+    /// \a separator, and after each column \a separator once more. The doubled separator is what
+    /// the readers of this export expect.
+    void write(QIODevice *device, const ParameterMapList_t &columns,
+               const QString &separator) const;
+
+Q_SIGNALS:
+    void cprSessionInfoChanged();
+    void cprSessionStatisticsChanged();
+    void cprSessionScoreChanged();
+    void cprGuiEventAdded(CPREventBase *event);
+    void otherEventAdded(CPREventBase *event);
+    /// The list has changed; one for a burst of changes.
+    void eventsChanged();
+    void eventsCleared();
+    /// Never emitted; kept under this name because hosts connect to it.
+    void guidelinesCham_CategoryThresholdBasicnged();
+    /// Statistics and scores are complete.
+    void scoresReady();
+    void guidelinesChanged();
+    void inactivityCPREvent(CPREventInactivityCPR *event);
+    void compressionEvent(CPREventCompression *event);
+    void ventilationEvent(CPREventVentilation *event);
+
+public Q_SLOTS:
+    /// Thresholds of the score categories, percent; for the host's use.
+    void setCategoryThresholdBasic(int a_Value);
+    void setCategoryThresholdAdvanced(int a_Value);
+
+private:
+    using EventList = QList<CPREventBase *>;
+    static constexpr int tagCount = 8;
+
+    friend class CPREventBase; // an event that is deleted takes itself out
+
+    void connectSignals();
+    void connectStandingEvents();
+    void takeEvent(CPREventBase *event);
+    const EventList *tagList(uint tag) const;
+    CPREventCompression *lastCompression() const;
+    bool hasEnded() const;
+    void setReceiving(bool receiving);
+
+    bool takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isStanding);
+    bool takeRemoteControl(bls_2010::RMessage *msg);
+    bool takeInactivity(bls_2010::RMessage *msg);
+    bool takeProtocol(bls_2010::RMessage *msg);
+    void numberCompression(CPREventCompression *compression);
+    CPREventBase *eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding);
+
+    EventList m_events;
+    std::array<EventList, tagCount> m_eventsByTag; // by bit number; in the order of m_events
+    CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
+    CPREventSessionStatistics *m_sessionStatistics = nullptr;
+    CPREventSessionScore *m_sessionScore = nullptr;
+    CPRGuidelines *m_guidelines; // not owned
+    bls_2010::CommonDefs::CprProtocolType m_cprProtocol = bls_2010::CommonDefs::CPR_SINGLE_RESCUER;
+    int m_compressionCounter = 0;
+    int m_lastCompressionEnd = 0; // ms of session time; 0 when there was none
+    int m_ScoresReady = 0;
+    int m_scoresToReceive = 4;
+};
+
+#endif

@@ -1,0 +1,485 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPRGuidelines.h"
+
+#include "CPRData.h"
+#include "MessageFields.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/GuidelineValues.h>
+#include <chestboard/RMessage.h>
+
+#include <QCoreApplication>
+#include <QMetaProperty>
+#include <QTimer>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <tuple>
+
+namespace {
+
+// Both the message and the structure hold depths in whole mm, the set in hundredths.
+constexpr int hmmPerMm = 100;
+
+template <typename Owner, typename T> struct NumberInMessage {
+    unsigned int byte;
+    unsigned int width; // in bytes
+    T Owner::*field;
+    int scale;
+};
+
+template <typename Owner> struct FlagInMessage {
+    unsigned int byte;
+    bool Owner::*field;
+    quint8 trueWhen;
+    static constexpr unsigned int width = 1;
+};
+
+template <typename Owner, typename T>
+constexpr NumberInMessage<Owner, T> u8(unsigned int byte, T Owner::*field, int scale = 1)
+{
+    return {byte, 1, field, scale};
+}
+
+template <typename Owner, typename T>
+constexpr NumberInMessage<Owner, T> u16(unsigned int byte, T Owner::*field)
+{
+    return {byte, 2, field, 1};
+}
+
+template <typename Owner>
+constexpr FlagInMessage<Owner> flag(unsigned int byte, bool Owner::*field, quint8 trueWhen)
+{
+    return {byte, field, trueWhen};
+}
+
+template <typename Structure, typename Raw, typename Owner, typename T> struct FieldOfStructure {
+    Raw Structure::*raw;
+    T Owner::*field;
+    int scale;
+};
+
+template <typename Structure, typename Raw, typename Owner, typename T>
+constexpr FieldOfStructure<Structure, Raw, Owner, T> pair(Raw Structure::*raw, T Owner::*field,
+                                                          int scale = 1)
+{
+    return {raw, field, scale};
+}
+
+template <typename... Rows> constexpr bool standInOrder(const std::tuple<Rows...> &table)
+{
+    unsigned int end = 0;
+    bool inOrder = true;
+    std::apply(
+        [&](const auto &...row) {
+            ((inOrder = inOrder && row.byte >= end, end = row.byte + row.width), ...);
+        },
+        table);
+    return inOrder;
+}
+
+int midway(int min, int max)
+{
+    return min + (max - min) / 2;
+}
+
+int byteAt(const bls_2010::RMessage &msg, unsigned int index)
+{
+    bool ok = false;
+    return msg.getContentByte(index, ok);
+}
+
+} // namespace
+
+struct CPRGuidelines::Layouts {
+    using V = Values;
+    using G = bls_2010::GuidelineValues_t;
+
+    // clang-format off
+
+    // RPL_GUIDELINES (75); the identifier follows from byte 52 on.
+    static constexpr std::tuple message {
+        u8  ( 2, &V::compressionDepthMin,                                hmmPerMm),
+        u8  ( 3, &V::compressionDepthMax,                                hmmPerMm),
+        u8  ( 4, &V::compressionRateTarget),
+        u16 ( 5, &V::compressionAcceptableReleaseForce),
+        u8  ( 7, &V::compressionAcceptableReleaseDepth,                  hmmPerMm),
+        u8  ( 8, &V::ventilationRateMinHPCPR),
+        u8  ( 9, &V::ventilationRateMaxHPCPR),
+        u8  (12, &V::compressionInactivityLevel3Timeout),
+        u8  (14, &V::ventilationRateMaxDuringCPR),
+        u8  (15, &V::ventilationRateMaxForVentilationsOnly),
+        u8  (16, &V::ventilationInactivityTimeout),
+        u8  (17, &V::compressionInactivityLevel2Timeout),
+        u8  (18, &V::compressionInactivityLevel1Timeout),
+        u8  (19, &V::compressionInactivityLevel0TimeoutCPR),
+        u8  (20, &V::compressionInactivityLevel0TimeoutVentilationsOnly),
+        u8  (21, &V::compressionRateMin),
+        u8  (22, &V::compressionRateMax),
+        u8  (23, &V::compressionDetectDepth,                             hmmPerMm),
+        u16 (24, &V::ventilationDetectVolume),
+        u16 (26, &V::ventilationVolumeMin),
+        u16 (28, &V::ventilationVolumeMax),
+        u16 (30, &V::ventilationInflationTimeMin),
+        u16 (32, &V::ventilationInflationTimeMax),
+        u8  (34, &V::ventilationRateMinDuringCPR),
+        u8  (35, &V::ventilationRateMinForVentilationsOnly),
+        flag(36, &V::useAbsoluteDepth,                                   0),
+        u8  (37, &V::compressionsBetweenVentilations),
+        u8  (38, &V::ventilationsBetweenCompressions),
+        u8  (39, &V::compressionsBetweenVentilationsTwoRescuer),
+        u8  (40, &V::minimumAcceptedFlowtimePercentageCompressionsOnly),
+        u8  (41, &V::minimumAcceptedFlowtimePercentageSingleRescuerCPR),
+        u8  (42, &V::minimumAcceptedFlowtimePercentageTwoRescuerCPR),
+        u8  (43, &V::ventilationRateMinDuringTwoRescuerCPR),
+        u8  (44, &V::ventilationRateMaxDuringTwoRescuerCPR),
+        flag(45, &V::isOfficial,                                         1),
+        u8  (46, &V::compressionTooDeepSetting),
+        u8  (47, &V::preVentilationsUsage),
+        u8  (48, &V::preVentilationsMin),
+        u8  (49, &V::preVentilationsMax),
+        flag(50, &V::manikinGuidelineFlag,                               1),
+        flag(51, &V::usingDefaultValues,                                 1)
+    };
+    static_assert(standInOrder(message));
+    static constexpr unsigned int shortestMessage = 51; // its data length
+    static constexpr unsigned int identifierByte  = 52;
+
+    // The manikin's structure. The relative-depth flag, the default-values flag and the identifier
+    // are not plain fields and stand in the code.
+    static constexpr std::tuple structure {
+        pair(&G::compressionAcceptableReleaseForce,                  &V::compressionAcceptableReleaseForce),
+        pair(&G::compressionAcceptableReleaseDepth,                  &V::compressionAcceptableReleaseDepth, hmmPerMm),
+        pair(&G::compressionDepthMin,                                &V::compressionDepthMin,               hmmPerMm),
+        pair(&G::compressionDepthMax,                                &V::compressionDepthMax,               hmmPerMm),
+        pair(&G::compressionRateTarget,                              &V::compressionRateTarget),
+        pair(&G::compressionInactivityLevel3Timeout,                 &V::compressionInactivityLevel3Timeout),
+        pair(&G::compressionInactivityLevel2Timeout,                 &V::compressionInactivityLevel2Timeout),
+        pair(&G::compressionInactivityLevel1Timeout,                 &V::compressionInactivityLevel1Timeout),
+        pair(&G::compressionInactivityLevel0TimeoutCPR,              &V::compressionInactivityLevel0TimeoutCPR),
+        pair(&G::compressionInactivityLevel0TimeoutVentilationsOnly, &V::compressionInactivityLevel0TimeoutVentilationsOnly),
+        pair(&G::compressionRateMin,                                 &V::compressionRateMin),
+        pair(&G::compressionRateMax,                                 &V::compressionRateMax),
+        pair(&G::compressionDetectDepth,                             &V::compressionDetectDepth,            hmmPerMm),
+        pair(&G::compressionsBetweenVentilations,                    &V::compressionsBetweenVentilations),
+        pair(&G::compressionsBetweenVentilationsTwoRescuer,          &V::compressionsBetweenVentilationsTwoRescuer),
+        pair(&G::minimumAcceptedFlowtimePercentageCompressionsOnly,  &V::minimumAcceptedFlowtimePercentageCompressionsOnly),
+        pair(&G::minimumAcceptedFlowtimePercentageSingleRescuerCPR,  &V::minimumAcceptedFlowtimePercentageSingleRescuerCPR),
+        pair(&G::minimumAcceptedFlowtimePercentageTwoRescuerCPR,     &V::minimumAcceptedFlowtimePercentageTwoRescuerCPR),
+        pair(&G::compressionTooDeepSetting,                          &V::compressionTooDeepSetting),
+        pair(&G::ventilationDetectVolume,                            &V::ventilationDetectVolume),
+        pair(&G::ventilationVolumeMin,                               &V::ventilationVolumeMin),
+        pair(&G::ventilationVolumeMax,                               &V::ventilationVolumeMax),
+        pair(&G::ventilationInflationTimeMin,                        &V::ventilationInflationTimeMin),
+        pair(&G::ventilationInflationTimeMax,                        &V::ventilationInflationTimeMax),
+        pair(&G::ventilationRateMinDuringCPR,                        &V::ventilationRateMinDuringCPR),
+        pair(&G::ventilationRateMaxDuringCPR,                        &V::ventilationRateMaxDuringCPR),
+        pair(&G::ventilationRateMinDuringTwoRescuerCPR,              &V::ventilationRateMinDuringTwoRescuerCPR),
+        pair(&G::ventilationRateMaxDuringTwoRescuerCPR,              &V::ventilationRateMaxDuringTwoRescuerCPR),
+        pair(&G::ventilationRateMinHPCPR,                            &V::ventilationRateMinHPCPR),
+        pair(&G::ventilationRateMaxHPCPR,                            &V::ventilationRateMaxHPCPR),
+        pair(&G::ventilationRateMinForVentilationsOnly,              &V::ventilationRateMinForVentilationsOnly),
+        pair(&G::ventilationRateMaxForVentilationsOnly,              &V::ventilationRateMaxForVentilationsOnly),
+        pair(&G::ventilationInactivityTimeout,                       &V::ventilationInactivityTimeout),
+        pair(&G::ventilationsBetweenCompressions,                    &V::ventilationsBetweenCompressions),
+        pair(&G::preVentilationsUsage,                               &V::preVentilationsUsage),
+        pair(&G::preVentilationsMin,                                 &V::preVentilationsMin),
+        pair(&G::preVentilationsMax,                                 &V::preVentilationsMax),
+        pair(&G::isOfficial,                                         &V::isOfficial),
+        pair(&G::manikinGuidelineFlag,                               &V::manikinGuidelineFlag)
+    };
+
+    // What a manikin of the older generation knows.
+    static auto oldManikinValues(const Values &v)
+    {
+        return std::tie(
+            v.manikinGuidelineFlag,
+            v.usingDefaultValues,
+            v.useAbsoluteDepth,
+            v.compressionDetectDepth,
+            v.compressionDepthMin,
+            v.compressionDepthMax,
+            v.compressionAcceptableReleaseDepth,
+            v.compressionDetectForce,
+            v.compressionAcceptableReleaseForce,
+            v.compressionRateMin,
+            v.compressionRateMax,
+            v.compressionRateTarget,
+            v.compressionInactivityLevel0TimeoutVentilationsOnly,
+            v.compressionInactivityLevel0TimeoutCPR,
+            v.compressionInactivityLevel1Timeout,
+            v.compressionInactivityLevel2Timeout,
+            v.compressionInactivityLevel3Timeout,
+            v.compressionsBetweenVentilations,
+            v.compressionsBetweenVentilationsTwoRescuer,
+            v.minimumAcceptedFlowtimePercentageCompressionsOnly,
+            v.minimumAcceptedFlowtimePercentageSingleRescuerCPR,
+            v.minimumAcceptedFlowtimePercentageTwoRescuerCPR,
+            v.ventilationDetectVolume,
+            v.ventilationVolumeMin,
+            v.ventilationVolumeMax,
+            v.ventilationRateMinDuringCPR,
+            v.ventilationRateMaxDuringCPR,
+            v.ventilationRateTargetDuringCPR,
+            v.ventilationRateMinDuringTwoRescuerCPR,
+            v.ventilationRateMaxDuringTwoRescuerCPR,
+            v.ventilationRateTargetDuringTwoRescuerCPR,
+            v.ventilationRateMinForVentilationsOnly,
+            v.ventilationRateMaxForVentilationsOnly,
+            v.ventilationRateTargetForVentilationsOnly,
+            v.ventilationInflationTimeMin,
+            v.ventilationInflationTimeMax,
+            v.ventilationInactivityTimeout,
+            v.ventilationsBetweenCompressions);
+    }
+
+    // What only newer manikins know.
+    static auto newManikinValues(const Values &v)
+    {
+        return std::tie(
+            v.guidelinesID,
+            v.isOfficial,
+            v.preVentilationsUsage,
+            v.preVentilationsMin,
+            v.preVentilationsMax,
+            v.compressionTooDeepSetting,
+            v.ventilationRateMinHPCPR,
+            v.ventilationRateMaxHPCPR,
+            v.hpGuidelinesAvailable);
+    }
+    // clang-format on
+
+    template <typename T>
+    static void read(const bls_2010::RMessage &msg, const NumberInMessage<V, T> &row, V &values)
+    {
+        bool ok = false;
+        const int raw = row.width == 1 ? msg.getContentByte(row.byte, ok)
+                                       : MessageFields::assembledU16(msg, row.byte, ok);
+        values.*row.field = static_cast<T>(raw * row.scale);
+    }
+
+    static void read(const bls_2010::RMessage &msg, const FlagInMessage<V> &row, V &values)
+    {
+        values.*row.field = byteAt(msg, row.byte) == row.trueWhen;
+    }
+
+    template <typename Raw, typename T>
+    static void read(const G &from, const FieldOfStructure<G, Raw, V, T> &row, V &values)
+    {
+        if constexpr (std::is_same_v<T, bool>)
+            values.*row.field = from.*row.raw != 0;
+        else
+            values.*row.field = static_cast<T>(from.*row.raw) * static_cast<T>(row.scale);
+    }
+
+    template <typename Raw, typename T>
+    static void write(const V &values, const FieldOfStructure<G, Raw, V, T> &row, G &to)
+    {
+        to.*row.raw = static_cast<Raw>(values.*row.field / static_cast<T>(row.scale));
+    }
+
+    static void readStructure(const G &from, V &values)
+    {
+        std::apply([&](const auto &...row) { (read(from, row, values), ...); }, structure);
+        values.useAbsoluteDepth = from.useRelativeDepth == 0;
+        values.guidelinesID = QString::fromStdString(from.guidelinesID);
+    }
+};
+
+CPRGuidelines::CPRGuidelines(CPRData *cprData) : CPRDataBase(cprData)
+{
+    announceChanges();
+}
+
+CPRGuidelines::CPRGuidelines(const bls_2010::GuidelineValues_t &values, CPRData *cprData)
+    : CPRDataBase(cprData)
+{
+    clone(values);
+    announceChanges();
+}
+
+CPRGuidelines::CPRGuidelines(CPRGuidelines *other) : CPRDataBase(other->cprData())
+{
+    clone(*other);
+    announceChanges();
+}
+
+CPRGuidelines::~CPRGuidelines() = default;
+
+void CPRGuidelines::announceChanges()
+{
+    connect(signalTimer(), &QTimer::timeout, this, &CPRGuidelines::onGuidelineChangedTimeout);
+}
+
+void CPRGuidelines::setGuidelinesID(const QString &id)
+{
+    if (id != m_values.guidelinesID)
+        store(m_values.guidelinesID, id);
+}
+
+void CPRGuidelines::clone(const bls_2010::GuidelineValues_t &values)
+{
+    Layouts::readStructure(values, m_values);
+    m_values.usingDefaultValues = values.usingDefaultValues != 0;
+}
+
+void CPRGuidelines::clone(const CPRGuidelines &other)
+{
+    const bool usingHandPosForScore = m_values.usingHandPosForScore;
+    m_values = other.m_values;
+    m_values.usingHandPosForScore = usingHandPosForScore;
+    sendSignal();
+}
+
+CPRGuidelines &CPRGuidelines::operator=(const CPRGuidelines &other)
+{
+    clone(other);
+    sendSignal();
+    return *this;
+}
+
+void CPRGuidelines::setValues(bls_2010::GuidelineValues_t &values)
+{
+    Layouts::readStructure(values, m_values);
+    // Intended: this reader lets the default-values flag decide over the depth kind.
+    m_values.useAbsoluteDepth = values.usingDefaultValues != 0;
+    m_values.ventilationRateTargetForVentilationsOnly = midway(
+        values.ventilationRateMinForVentilationsOnly, values.ventilationRateMaxForVentilationsOnly);
+    sendSignal();
+}
+
+void CPRGuidelines::fillManikinStruct(bls_2010::GuidelineValues_t &values) const
+{
+    std::apply([&](const auto &...row) { (Layouts::write(m_values, row, values), ...); },
+               Layouts::structure);
+    values.useRelativeDepth = m_values.useAbsoluteDepth ? 0 : 1;
+    values.usingDefaultValues = m_values.usingDefaultValues ? 1 : 0;
+    values.guidelinesID = m_values.guidelinesID.toStdString();
+}
+
+bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
+{
+    if (msg->getIdentifier() != CommunicationIDs::RPL_GUIDELINES)
+        return false;
+    const unsigned int length = msg->getDataLength();
+    if (length < Layouts::shortestMessage) {
+        qWarning("Invalid guideline received");
+        return false;
+    }
+
+    std::apply([&](const auto &...row) { (Layouts::read(*msg, row, m_values), ...); },
+               Layouts::message);
+    Values &v = m_values;
+    v.ventilationRateTargetForVentilationsOnly =
+        midway(v.ventilationRateMinForVentilationsOnly, v.ventilationRateMaxForVentilationsOnly);
+    v.ventilationRateTargetDuringCPR =
+        midway(v.ventilationRateMinDuringCPR, v.ventilationRateMaxDuringCPR);
+    v.ventilationRateTargetDuringTwoRescuerCPR =
+        midway(v.ventilationRateMinDuringTwoRescuerCPR, v.ventilationRateMaxDuringTwoRescuerCPR);
+
+    QString identifier;
+    bool ok = true;
+    for (unsigned int i = Layouts::identifierByte; ok && i <= length; ++i) {
+        const quint8 character = msg->getContentByte(i, ok);
+        if (ok)
+            identifier.append(QLatin1Char(static_cast<char>(character)));
+    }
+    if (identifier.isEmpty())
+        qWarning("CPRGuidelines::incomingMsg - empty guideline ID");
+    v.guidelinesID = identifier;
+    sendSignal();
+    return true;
+}
+
+bool CPRGuidelines::incomingMsg(bls_2010::RMessage *msg)
+{
+    return incomingMsg(static_cast<const bls_2010::RMessage *>(msg));
+}
+
+bool CPRGuidelines::operator==(const CPRGuidelines &other) const
+{
+    return Layouts::newManikinValues(m_values) == Layouts::newManikinValues(other.m_values)
+        && oldManikinEquals(other);
+}
+
+bool CPRGuidelines::oldManikinEquals(const CPRGuidelines &other) const
+{
+    return Layouts::oldManikinValues(m_values) == Layouts::oldManikinValues(other.m_values);
+}
+
+QString CPRGuidelines::idAsString(const QString &id) const
+{
+    if (id.startsWith(QLatin1String("custom"), Qt::CaseInsensitive))
+        return QCoreApplication::translate("CPR GuidelinesSettings", "Custom");
+    return QStringLiteral("%1 (%2) - %3<br><font size=\"2\">%4</font>")
+        .arg(id.left(4), id.mid(5, 2), id.mid(8, 3), id.right(8));
+}
+
+QString CPRGuidelines::patientAgeType(const QString &defaultValue) const
+{
+    const QString &id = m_values.guidelinesID;
+    if (id.size() == 25)
+        return id.mid(12, 1);
+    if (id.size() == 8 && id.startsWith(QLatin1String("Custom.")))
+        return id.mid(7, 1);
+    return defaultValue;
+}
+
+void CPRGuidelines::write(QXmlStreamWriter *writer)
+{
+    static const QMetaEnum units = QMetaEnum::fromType<ParameterUnit>();
+
+    writer->writeStartDocument();
+    writer->writeStartElement(QStringLiteral("GuideLineSettings"));
+    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"),
+                           QStringLiteral("xsi"));
+    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema"),
+                           QStringLiteral("xsd"));
+    for (int i = 0; i < metaObject()->propertyCount(); ++i) {
+        const QMetaProperty property = metaObject()->property(i);
+        const QString name = QString::fromLatin1(property.name());
+        const QVariant value = property.read(this);
+        if (name == QLatin1String("objectName") || name == QLatin1String("sessionTime")
+            || !value.isValid()) {
+            continue;
+        }
+        writer->writeStartElement(name);
+        writer->writeAttribute(QStringLiteral("value"), variantToString(value));
+        writer->writeAttribute(
+            QStringLiteral("unit"),
+            QString::fromLatin1(units.valueToKey(parameterUnit.value(name, none))));
+        writer->writeEndElement();
+    }
+    writer->writeEndElement();
+}
+
+void CPRGuidelines::read(QXmlStreamReader *reader)
+{
+    const bool hasRoot = reader->readNextStartElement();
+    if (!hasRoot
+        || (reader->name() != QLatin1String("guidelines")
+            && reader->name() != QLatin1String("GuideLineSettings"))) {
+        qWarning("Unable to read guideline xml");
+        return;
+    }
+    initialize();
+    while (reader->readNextStartElement()) {
+        const QString name = reader->name().toString();
+        const QXmlStreamAttributes attributes = reader->attributes();
+        if (name != QLatin1String("objectName")
+            && attributes.hasAttribute(QLatin1String("value"))) {
+            const QString text = attributes.value(QLatin1String("value")).toString();
+            setProperty(name.toUtf8().constData(), variantFromString(text));
+        }
+        reader->skipCurrentElement();
+    }
+}
+
+void CPRGuidelines::onGuidelineChangedTimeout()
+{
+    const auto *session = qobject_cast<const CPRData *>(parent());
+    if (!session || !session->receiving())
+        Q_EMIT guidelinesChanged();
+}

@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVENTILATIONDATA_H
+#define CPRVENTILATIONDATA_H
+
+#include "CPRDataBase.h"
+
+#include <chestboard/CommonDefs.h>
+
+#include <memory>
+
+class CPRWaveformInfo;
+class QIODevice;
+class WaveSamples;
+
+/// The lung volume curve of the session, and the volume and ventilation rate at the moment.
+class CPRDATA_EXPORT CPRVentilationData final : public CPRDataBase {
+    Q_OBJECT
+
+    // clang-format off
+    /// Last volume received, ml; -1 before the first.
+    Q_PROPERTY(int              volume       READ volume       NOTIFY ventilationVolumeChanged)
+    /// Ventilations per minute; -1 while it is not known.
+    Q_PROPERTY(int              rate         READ rate         NOTIFY ventilationRateChanged)
+    Q_PROPERTY(CPRWaveformInfo *waveformInfo READ waveformInfo CONSTANT)
+    // clang-format on
+
+public:
+    explicit CPRVentilationData(CPRData *cprData);
+    /// Copies all but the owner; the description is a copy of its own.
+    CPRVentilationData(const CPRVentilationData &other, CPRData *cprData);
+    ~CPRVentilationData() override;
+
+    /// Gives the description its defaults.
+    void initialize() override;
+    /// Empties the wave.
+    void reset() override;
+
+    /// Takes RPL_WAVEINFO (77) of the volume wave and RPL_VENT_RATE_UPDATE (88); false for any
+    /// other.
+    bool incomingMsg(bls_2010::RMessage *msg) override;
+    bool rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg);
+    bool rplmsg_RPL_VENT_RATE_UPDATE(bls_2010::RMessage *msg);
+
+    /// Takes a sample of wave type 12; others are passed over.
+    void waveDataReceived(bls_2010::CommonDefs::WaveType wType, int data, int seqNumber);
+    /// Takes a volume (ml) with its wave sequence number: appends it, or, when the number lies
+    /// inside the wave, overwrites all samples from there on. Emits ventilationVolumeChanged() on
+    /// change. The first sample of a wave puts the session time into the description.
+    void setVentilationData(int value, int sequence);
+    /// Emits ventilationRateChanged() on change.
+    void setVentilationRate(int rate);
+
+    /// Appends \a n times the volume 0: a gap in the link is no breath. (The compression wave
+    /// repeats its last depth instead.)
+    void fill(int n);
+    /// Removes the samples after \a msec (ms of session time).
+    void cutOffWavedataAtTime(int msec);
+
+    int volume() const { return m_volume; }
+    int rate() const { return m_rate; }
+    CPRWaveformInfo *waveformInfo() const { return m_waveformInfo; }
+
+    /// The sample at \a index, ml; 0 outside the wave.
+    Q_INVOKABLE int at(int index) const;
+    /// Number of samples.
+    Q_INVOKABLE int count() const;
+
+    /// Writes the samples as signed 16-bit little-endian numbers. False when \a device does not
+    /// take them all.
+    bool writeVentilationWave(QIODevice *device) const;
+    /// Appends the samples in \a device, to the last whole one; none when it is null.
+    void readVentilationWave(QIODevice *device);
+    /// Writes the description with the current number of samples.
+    void writeWaveformInfo(QXmlStreamWriter *writer);
+    void readWaveformInfo(QXmlStreamReader *reader);
+
+Q_SIGNALS:
+    void ventilationVolumeChanged(int a_Volume);
+    void ventilationRateChanged(int a_Rate);
+
+private:
+    int m_volume = -1;
+    std::unique_ptr<WaveSamples> m_samples;
+    int m_rate = -1;
+    CPRWaveformInfo *m_waveformInfo; // child of this object
+};
+
+#endif

@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPRWaveformInfo.h"
+
+#include "MessageFields.h"
+
+#include <chestboard/CommunicationIDs.h>
+#include <chestboard/RMessage.h>
+
+#include <QLoggingCategory>
+#include <QTimer>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+Q_LOGGING_CATEGORY(lcWaveformInfo, "Kelmar.CPRData.CPRWaveformInfo", QtWarningMsg)
+
+namespace {
+
+constexpr int msecsPerSecond = 1000;
+
+// RPL_WAVEINFO (77); byte 1 is the wave type, which the waveforms check.
+constexpr unsigned int samplePeriodByte = 2; // u8, ms
+constexpr unsigned int timeByte = 7; // u16, ms
+
+// Attributes in the order of the file; every one is the property of the same name.
+constexpr const char *waveFormAttributes[] = {"msecs", "type", "bitsPerSample", "sampleRate",
+                                              "length"};
+constexpr const char *scaleAttributes[] = {"lsbValue", "scaleUnits", "scaleUnitsPerMM",
+                                           "scaleMax", "scaleMin",   "offset"};
+constexpr const char *externalFileAttributes[] = {"fileName"};
+
+template <std::size_t N>
+void writeAttributes(const CPRWaveformInfo &info, QXmlStreamWriter *writer,
+                     const char *const (&names)[N])
+{
+    for (const char *name : names)
+        info.writeAttribFromProperty(writer, QString::fromLatin1(name));
+}
+
+} // namespace
+
+CPRWaveformInfo::CPRWaveformInfo(CPRData *cprData) : CPRDataBase(cprData)
+{
+    announceChanges();
+}
+
+CPRWaveformInfo::CPRWaveformInfo(const CPRWaveformInfo &original, CPRData *cprData)
+    : CPRDataBase(original, cprData), m_values(original.m_values)
+{
+    announceChanges();
+}
+
+CPRWaveformInfo::~CPRWaveformInfo() = default;
+
+void CPRWaveformInfo::announceChanges()
+{
+    connect(signalTimer(), &QTimer::timeout, this, &CPRWaveformInfo::waveformInfoChanged);
+}
+
+void CPRWaveformInfo::setSampleRate(int rate)
+{
+    if (rate <= 0 || rate > msecsPerSecond) {
+        qCWarning(lcWaveformInfo) << "Sample rate refused:" << rate;
+        return;
+    }
+    m_values.samplePeriod = msecsPerSecond / rate;
+    store(m_values.sampleRate, rate);
+}
+
+void CPRWaveformInfo::setSamplePeriod(int period)
+{
+    if (period <= 0 || period > msecsPerSecond) {
+        qCWarning(lcWaveformInfo) << "Sample period refused:" << period << "ms";
+        return;
+    }
+    m_values.sampleRate = msecsPerSecond / period;
+    store(m_values.samplePeriod, period);
+}
+
+bool CPRWaveformInfo::incomingMsg(bls_2010::RMessage *msg)
+{
+    if (msg->getIdentifier() != CommunicationIDs::RPL_WAVEINFO)
+        return false;
+    bool ok = false;
+    const int period = msg->getContentByte(samplePeriodByte, ok);
+    setSamplePeriod(period);
+    // A message with a refused period is corrupt; its time is not believed either.
+    if (period > 0)
+        setMsecs(MessageFields::assembledU16(*msg, timeByte, ok));
+    return true;
+}
+
+void CPRWaveformInfo::write(QXmlStreamWriter *writer)
+{
+    writer->writeStartElement(QStringLiteral("waveForm"));
+    writeAttributes(*this, writer, waveFormAttributes);
+    writer->writeStartElement(QStringLiteral("scale"));
+    writeAttributes(*this, writer, scaleAttributes);
+    writer->writeEndElement();
+    writer->writeStartElement(QStringLiteral("externalFile"));
+    writeAttributes(*this, writer, externalFileAttributes);
+    writer->writeEndElement();
+    writer->writeEndElement();
+}
+
+void CPRWaveformInfo::read(QXmlStreamReader *reader)
+{
+    if (!reader->readNextStartElement() || reader->name() != QLatin1String("waveForm"))
+        return;
+    readAttribsToProperties(reader);
+    // Other elements are entered, so a description that a later version wraps is still found.
+    while (!reader->atEnd()) {
+        reader->readNext();
+        if (reader->isEndElement() && reader->name() == QLatin1String("waveForm"))
+            return;
+        if (reader->isStartElement()
+            && (reader->name() == QLatin1String("scale")
+                || reader->name() == QLatin1String("externalFile"))) {
+            readAttribsToProperties(reader);
+            reader->skipCurrentElement();
+        }
+    }
+}

@@ -1,0 +1,81 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "WaveSamples.h"
+
+#include <QByteArray>
+#include <QIODevice>
+#include <QtEndian>
+
+#include <algorithm>
+
+namespace {
+
+constexpr int bytesPerSample = 2;
+constexpr int samplesPerBlock = 32768;
+
+} // namespace
+
+void WaveSamples::clear(int reserved)
+{
+    m_samples.clear();
+    m_samples.reserve(reserved);
+}
+
+void WaveSamples::record(int value, int index)
+{
+    if (index >= 0 && index < m_samples.size())
+        std::fill(m_samples.begin() + index, m_samples.end(), value);
+    else
+        m_samples.append(value);
+}
+
+void WaveSamples::fill(int n, int value)
+{
+    if (n > 0)
+        m_samples.insert(m_samples.end(), n, value);
+}
+
+void WaveSamples::cutOff(int msec, int samplePeriod)
+{
+    if (samplePeriod <= 0)
+        return;
+    const qint64 keep = qMax<qint64>(0, qint64(msec) / samplePeriod + 1);
+    if (keep < m_samples.size())
+        m_samples.resize(static_cast<int>(keep));
+}
+
+bool WaveSamples::write(QIODevice *device) const
+{
+    QByteArray block;
+    for (int begin = 0; begin < m_samples.size(); begin += samplesPerBlock) {
+        const int samples = qMin(samplesPerBlock, m_samples.size() - begin);
+        block.resize(samples * bytesPerSample);
+        char *to = block.data();
+        for (int i = begin; i < begin + samples; ++i, to += bytesPerSample)
+            qToLittleEndian(static_cast<qint16>(m_samples.at(i)), to);
+        if (device->write(block) != block.size())
+            return false;
+    }
+    return true;
+}
+
+void WaveSamples::read(QIODevice *device)
+{
+    if (!device)
+        return;
+    QByteArray block;
+    QByteArray rest; // the first half of a sample that a read has split
+    while (!(block = device->read(samplesPerBlock * bytesPerSample)).isEmpty()) {
+        block.prepend(rest);
+        const int samples = block.size() / bytesPerSample;
+        rest = block.mid(samples * bytesPerSample);
+        const char *from = block.constData();
+        const int begin = m_samples.size();
+        m_samples.resize(begin + samples);
+        std::for_each(m_samples.begin() + begin, m_samples.end(), [&from](int &sample) {
+            sample = qFromLittleEndian<qint16>(from);
+            from += bytesPerSample;
+        });
+    }
+}

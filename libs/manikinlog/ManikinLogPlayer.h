@@ -1,0 +1,40 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef MANIKINLOG_MANIKINLOGPLAYER_H
+#define MANIKINLOG_MANIKINLOGPLAYER_H
+
+#include "ManikinLogRecord.h"
+
+#include <QtGlobal>
+
+#include <functional>
+
+namespace manikinlog {
+
+class ManikinLogReader;
+
+/// Plays a recorded log into a session the way a host does that is connected to the manikin. The
+/// log is played as fast as it can be read; the times of the records change nothing.
+class ManikinLogPlayer {
+public:
+    /// Is told the time of each record after it was played, in ms since the start of the recording.
+    using Progress = std::function<void(qint64 msecs)>;
+
+    /// \a session is not owned.
+    explicit ManikinLogPlayer(CPRData *session);
+
+    /// Plays one record. False means a message that no part of the session took.
+    bool play(const Record &record);
+
+    /// Plays the records that \a reader still has. False when the log could not be read to its
+    /// end; the reader's errorString() says why, and the records before that place were played.
+    bool play(ManikinLogReader &reader, const Progress &progress = {});
+
+private:
+    CPRData *m_session; // not owned
+};
+
+} // namespace manikinlog
+
+#endif

@@ -1,0 +1,268 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ManikinLogReader.h"
+
+#include <QIODevice>
+#include <QMetaEnum>
+
+#include <algorithm>
+#include <charconv>
+#include <utility>
+
+namespace manikinlog {
+
+namespace {
+
+constexpr int foundTextLength = 40;
+
+bool isHexDigit(char c)
+{
+    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
+}
+
+/// The start of a line's text, fit to be shown in an error message.
+QString shortened(const QByteArray &text)
+{
+    // The dot in front keeps a byte order mark, which would else be dropped and not be seen.
+    QString shown = QString::fromUtf8('.' + text).mid(1);
+    if (shown.size() > foundTextLength)
+        shown = shown.left(foundTextLength) + QLatin1String("...");
+    std::replace_if(
+        shown.begin(), shown.end(), [](QChar c) { return !c.isPrint() && !c.isSurrogate(); },
+        QLatin1Char('?'));
+    return shown;
+}
+
+/// Takes the fields of one line one after the other. The first field that is not as expected ends
+/// the parsing; expected() and found() tell about it.
+class LineParser {
+public:
+    explicit LineParser(const QByteArray &line) : m_line(line) { }
+
+    QString expected() const { return m_expected; }
+    QByteArray found() const { return m_found; }
+
+    bool parse(Record &record, qint64 earliestMsecs)
+    {
+        if (!parseTime(record.msecs, earliestMsecs))
+            return false;
+        const QByteArray kind = next();
+        if (kind == "msg")
+            return parseEntry<Message>(record);
+        if (kind == "header")
+            return parseEntry<WaveHeader>(record);
+        if (kind == "wave")
+            return parseEntry<WaveSample>(record);
+        if (kind == "state")
+            return parseEntry<State>(record);
+        if (kind == "learner")
+            return parseEntry<Learner>(record);
+        return fail("msg, header, wave, state or learner", kind);
+    }
+
+private:
+    template <typename Entry> bool parseEntry(Record &record)
+    {
+        Entry entry;
+        if (!parseFields(entry) || !parseEnd())
+            return false;
+        record.entry = std::move(entry);
+        return true;
+    }
+
+    bool parseFields(Message &message)
+    {
+        return parseNumber(message.identifier, "a message identifier")
+            && parseNumber(message.sequence, "a sequence number") && parseContent(message.content);
+    }
+
+    bool parseFields(WaveHeader &header)
+    {
+        return parseNumber(header.sequence, "a sequence number");
+    }
+
+    bool parseFields(WaveSample &sample)
+    {
+        return parseNumber(sample.waveType, "a wave type from 0 to 255")
+            && parseNumber(sample.value, "a sample value")
+            && parseNumber(sample.sequence, "a sequence number");
+    }
+
+    bool parseFields(State &state)
+    {
+        const auto states = QMetaEnum::fromType<CPRData::CprState>();
+        const QByteArray key = next();
+        const int value = states.keyToValue(key.constData());
+        // The enumerator also finds qualified keys; a log has plain ones.
+        if (key != states.valueToKey(value))
+            return fail("a session state", key);
+        state.state = static_cast<CPRData::CprState>(value);
+        return true;
+    }
+
+    bool parseFields(Learner &learner)
+    {
+        const QByteArray name = rest();
+        learner.name = QString::fromUtf8(name);
+        // Decoding replaces what is not UTF-8 and drops a byte order mark.
+        if (name.isEmpty() || learner.name.toUtf8() != name)
+            return fail("a learner's name in UTF-8", name);
+        return true;
+    }
+
+    bool parseTime(qint64 &msecs, qint64 earliest)
+    {
+        const QByteArray field = next();
+        if (!toNumber(field, msecs) || msecs < earliest)
+            return fail(QStringLiteral("a time of at least %1 ms").arg(earliest), field);
+        return true;
+    }
+
+    template <typename T> bool parseNumber(T &value, const char *what)
+    {
+        const QByteArray field = next();
+        return toNumber(field, value) || fail(what, field);
+    }
+
+    bool parseContent(QByteArray &content)
+    {
+        if (isAtEnd())
+            return true; // a message without content
+        const QByteArray digits = next();
+        // QByteArray::fromHex passes over whatever is no hex digit.
+        if (digits.isEmpty() || digits.size() % 2 != 0
+            || !std::all_of(digits.begin(), digits.end(), isHexDigit))
+            return fail("content as pairs of hex digits", digits);
+        content = QByteArray::fromHex(digits);
+        return true;
+    }
+
+    bool parseEnd() { return isAtEnd() || fail("the end of the line", rest()); }
+
+    /// Digits with or without a minus, in the range of \a T; no blanks, no plus.
+    template <typename T> static bool toNumber(const QByteArray &field, T &value)
+    {
+        const char *const last = field.constData() + field.size();
+        const auto [end, error] = std::from_chars(field.constData(), last, value);
+        return error == std::errc() && end == last;
+    }
+
+    bool isAtEnd() const { return m_position > m_line.size(); }
+
+    /// The next field, empty when there is none.
+    QByteArray next()
+    {
+        const int blank = m_line.indexOf(' ', m_position);
+        return take(blank < 0 ? m_line.size() : blank);
+    }
+
+    QByteArray rest() { return take(m_line.size()); }
+
+    QByteArray take(int end)
+    {
+        const QByteArray field = m_line.mid(m_position, end - m_position);
+        m_position = end + 1;
+        return field;
+    }
+
+    bool fail(const char *expected, const QByteArray &found)
+    {
+        return fail(QString::fromLatin1(expected), found);
+    }
+
+    bool fail(const QString &expected, const QByteArray &found)
+    {
+        m_expected = expected;
+        m_found = found;
+        return false;
+    }
+
+    QByteArray m_line;
+    int m_position = 0;
+    QString m_expected;
+    QByteArray m_found;
+};
+
+} // namespace
+
+ManikinLogReader::ManikinLogReader(QIODevice *device, const QString &name)
+    : m_device(device), m_name(name)
+{
+}
+
+ManikinLogReader::Result ManikinLogReader::read(Record &record)
+{
+    while (m_result == Result::Record) {
+        QByteArray text;
+        m_result = readLine(text);
+        if (m_result != Result::Record)
+            break;
+        if (m_line == 1) {
+            if (text != firstLine)
+                m_result = failExpecting(
+                    QLatin1Char('"') + QLatin1String(firstLine) + QLatin1Char('"'), text);
+        } else if (!text.isEmpty() && !text.startsWith('#')) {
+            m_result = parse(text, record);
+            break;
+        }
+    }
+    return m_result;
+}
+
+/// Hands out the next line without its end. An empty device counts as one empty line, so that it is
+/// found to lack the first line.
+ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
+{
+    int length = -1;
+    while ((length = m_pending.indexOf('\n')) < 0 && m_pending.size() <= maximalLineLength + 1) {
+        char chunk[4096];
+        const qint64 count = m_device->read(chunk, sizeof chunk);
+        if (count < 0) {
+            ++m_line;
+            return fail(QStringLiteral("cannot be read: %1").arg(m_device->errorString()));
+        }
+        if (count == 0)
+            break;
+        m_pending.append(chunk, static_cast<int>(count));
+    }
+    if (m_pending.isEmpty() && m_line > 0)
+        return Result::End;
+
+    ++m_line;
+    if (length < 0)
+        length = m_pending.size();
+    text = m_pending.left(length);
+    m_pending.remove(0, length + 1);
+    if (text.endsWith('\r'))
+        text.chop(1);
+    if (text.size() > maximalLineLength)
+        return failExpecting(QStringLiteral("a line of at most %1 bytes").arg(maximalLineLength),
+                             text);
+    return Result::Record;
+}
+
+ManikinLogReader::Result ManikinLogReader::parse(const QByteArray &text, Record &record)
+{
+    LineParser parser(text);
+    Record parsed;
+    if (!parser.parse(parsed, m_msecs))
+        return failExpecting(parser.expected(), parser.found());
+    m_msecs = parsed.msecs;
+    record = std::move(parsed);
+    return Result::Record;
+}
+
+ManikinLogReader::Result ManikinLogReader::fail(const QString &reason)
+{
+    m_errorString = QStringLiteral("%1:%2: %3").arg(m_name, QString::number(m_line), reason);
+    return Result::Error;
+}
+
+ManikinLogReader::Result ManikinLogReader::failExpecting(const QString &what,
+                                                         const QByteArray &found)
+{
+    return fail(QStringLiteral("expected %1, found \"%2\"").arg(what, shortened(found)));
+}
+
+} // namespace manikinlog

@@ -1,0 +1,53 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef MANIKINLOG_MANIKINLOGRECORD_H
+#define MANIKINLOG_MANIKINLOGRECORD_H
+
+#include "CPRData.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <variant>
+
+namespace manikinlog {
+
+/// A message with its content, index 0 first.
+struct Message {
+    quint32 identifier = 0;
+    qint32 sequence = 0;
+    QByteArray content;
+};
+
+/// The header of a wave packet.
+struct WaveHeader {
+    qint32 sequence = 0;
+};
+
+/// One wave sample; \a waveType is a bls_2010::CommonDefs::WaveType or a type of a newer manikin.
+struct WaveSample {
+    quint8 waveType = 0;
+    qint32 value = 0;
+    qint32 sequence = 0;
+};
+
+/// The host put the session into this state.
+struct State {
+    CPRData::CprState state = CPRData::CPR_UNINITIALIZED;
+};
+
+/// The host assigned this learner to the session.
+struct Learner {
+    QString name;
+};
+
+/// One line of a recorded log.
+struct Record {
+    qint64 msecs = 0; ///< ms since the start of the recording; never decreases in a log
+    std::variant<Message, WaveHeader, WaveSample, State, Learner> entry;
+};
+
+} // namespace manikinlog
+
+#endif

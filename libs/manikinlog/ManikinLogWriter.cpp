@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ManikinLogWriter.h"
+
+#include "ManikinLogReader.h"
+
+#include <QIODevice>
+#include <QMetaEnum>
+
+namespace manikinlog {
+
+namespace {
+
+// The text of an entry. Where the log cannot hold the entry, nothing and the reason in \a error.
+
+QByteArray toText(const Message &message, QString &)
+{
+    QByteArray text = "msg " + QByteArray::number(message.identifier) + ' '
+        + QByteArray::number(message.sequence);
+    if (!message.content.isEmpty())
+        text += ' ' + message.content.toHex();
+    return text;
+}
+
+QByteArray toText(const WaveHeader &header, QString &)
+{
+    return "header " + QByteArray::number(header.sequence);
+}
+
+QByteArray toText(const WaveSample &sample, QString &)
+{
+    return "wave " + QByteArray::number(static_cast<uint>(sample.waveType)) + ' '
+        + QByteArray::number(sample.value) + ' ' + QByteArray::number(sample.sequence);
+}
+
+QByteArray toText(const State &state, QString &error)
+{
+    const char *const key = QMetaEnum::fromType<CPRData::CprState>().valueToKey(state.state);
+    if (!key) {
+        error = QStringLiteral("%1 is no session state").arg(static_cast<int>(state.state));
+        return QByteArray();
+    }
+    return QByteArray("state ") + key;
+}
+
+QByteArray toText(const Learner &learner, QString &error)
+{
+    const QByteArray name = learner.name.toUtf8();
+    if (name.isEmpty())
+        error = QStringLiteral("the learner's name is empty");
+    else if (name.contains('\n') || name.contains('\r'))
+        error = QStringLiteral("the learner's name contains a line break");
+    else if (QString::fromUtf8(name) != learner.name)
+        error = QStringLiteral("the learner's name cannot be written as UTF-8");
+    else
+        return "learner " + name;
+    return QByteArray();
+}
+
+} // namespace
+
+ManikinLogWriter::ManikinLogWriter(QIODevice *device) : m_device(device)
+{
+    writeLine(ManikinLogReader::firstLine);
+}
+
+bool ManikinLogWriter::write(const Record &record)
+{
+    if (!m_isDeviceUsable)
+        return false;
+    if (record.msecs < m_msecs)
+        return fail(QStringLiteral("the time %1 ms lies before %2 ms")
+                        .arg(QString::number(record.msecs), QString::number(m_msecs)));
+
+    QString error;
+    const QByteArray text =
+        std::visit([&error](const auto &entry) { return toText(entry, error); }, record.entry);
+    if (!error.isEmpty())
+        return fail(error);
+
+    const QByteArray line = QByteArray::number(record.msecs) + ' ' + text;
+    if (line.size() > ManikinLogReader::maximalLineLength)
+        return fail(QStringLiteral("the record needs a line of more than %1 bytes")
+                        .arg(ManikinLogReader::maximalLineLength));
+    if (!writeLine(line))
+        return false;
+    m_msecs = record.msecs;
+    return true;
+}
+
+bool ManikinLogWriter::writeLine(QByteArray line)
+{
+    line += '\n';
+    m_isDeviceUsable = m_device->write(line) == line.size();
+    return m_isDeviceUsable || fail(m_device->errorString());
+}
+
+bool ManikinLogWriter::fail(const QString &reason)
+{
+    m_errorString = reason;
+    return false;
+}
+
+} // namespace manikinlog
