@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Command.h"
+
+#include <QFile>
+
+#include <cstdio>
+
+namespace {
+
+void write(std::FILE *stream, const QByteArray &bytes)
+{
+    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
+}
+
+} // namespace
+
+QString fileName(const std::string &argument)
+{
+    return QFile::decodeName(argument.c_str());
+}
+
+void print(const QString &text)
+{
+    write(stdout, text.toUtf8());
+}
+
+void complain(const QString &text)
+{
+    write(stderr, "cprsession: " + text.toUtf8() + '\n');
+}

@@ -1,0 +1,35 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRSESSION_COMMAND_H
+#define CPRSESSION_COMMAND_H
+
+#include <QByteArray>
+#include <QString>
+
+#include <CLI/App.hpp>
+
+#include <functional>
+#include <string>
+
+/// What the program answers to the shell.
+enum class ExitStatus {
+    Done = 0,
+    Failed = 1, ///< the input is damaged or cannot be read, or the output cannot be written
+    WrongUsage = 2 ///< the command line asks for something that cannot be
+};
+
+/// Each verb adds itself to the command line and puts what it has to do into \a run, which is
+/// called after the whole line has been parsed.
+using Run = std::function<ExitStatus()>;
+void addReplayCommand(CLI::App &app, Run &run);
+void addInfoCommand(CLI::App &app, Run &run);
+
+/// A file name as the shell gave it.
+QString fileName(const std::string &argument);
+/// Writes a result to stdout, as UTF-8.
+void print(const QString &text);
+/// One line on stderr that says what was wrong, where, and what to do.
+void complain(const QString &text);
+
+#endif

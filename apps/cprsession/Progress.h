@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRSESSION_PROGRESS_H
+#define CPRSESSION_PROGRESS_H
+
+#include <QElapsedTimer>
+#include <QString>
+
+/// How far a long piece of work is: one line on stderr, and only when that is a terminal.
+class Progress {
+public:
+    explicit Progress(const QString &what);
+    ~Progress();
+    Progress(const Progress &) = delete;
+    Progress &operator=(const Progress &) = delete;
+
+    /// \a done of \a total, in any unit. Cheap enough to be called for every record.
+    void report(qint64 done, qint64 total);
+
+private:
+    QString m_what;
+    bool m_isTerminal;
+    bool m_isShown = false;
+    QElapsedTimer m_sinceShown;
+};
+
+#endif
