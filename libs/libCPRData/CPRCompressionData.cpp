@@ -5,7 +5,6 @@
 
 #include "CPRData.h"
 #include "CPRGuidelines.h"
-#include "CPRWaveformInfo.h"
 #include "MessageFields.h"
 #include "SessionMsecs.h"
 #include "WaveSamples.h"

@@ -5,12 +5,12 @@
 #define CPRCOMPRESSIONDATA_H
 
 #include "CPRDataBase.h"
+#include "CPRWaveformInfo.h"
 
 #include <chestboard/CommonDefs.h>
 
 #include <memory>
 
-class CPRWaveformInfo;
 class QIODevice;
 class WaveSamples;
 

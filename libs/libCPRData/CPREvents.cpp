@@ -7,17 +7,12 @@
 #include "CPRData.h"
 #include "CPREventAED.h"
 #include "CPREventCPRD.h"
-#include "CPREventCompression.h"
-#include "CPREventInactivityCPR.h"
 #include "CPREventSessionInfo.h"
 #include "CPREventSessionScore.h"
 #include "CPREventSessionStatistics.h"
 #include "CPREventShock.h"
 #include "CPREventUser.h"
-#include "CPREventVentilation.h"
-#include "CPRGuidelines.h"
 #include "CPRVentilationData.h"
-#include "CPRWaveformInfo.h"
 #include "ResponseId.h"
 #include "SessionMsecs.h"
 
@@ -591,55 +586,55 @@ const CPREvents::EventList *CPREvents::tagList(uint tag) const
     return &m_eventsByTag[qCountTrailingZeroBits(tag)];
 }
 
-CPREventBase *CPREvents::first(CPREventBase::EventTag tag) const
+CPREventBase *CPREvents::first(CPREventBase::EventTag a_Tag) const
 {
-    return at(tag, 0);
+    return at(a_Tag, 0);
 }
 
-CPREventBase *CPREvents::last(CPREventBase::EventTag tag) const
+CPREventBase *CPREvents::last(CPREventBase::EventTag a_Tag) const
 {
-    return at(tag, count(tag) - 1);
+    return at(a_Tag, count(a_Tag) - 1);
 }
 
-CPREventBase *CPREvents::at(CPREventBase::EventTag tag, int index) const
+CPREventBase *CPREvents::at(CPREventBase::EventTag a_Tag, int a_Index) const
 {
-    const EventList *tagged = tagList(tag);
-    return tagged ? tagged->value(index) : nullptr;
+    const EventList *tagged = tagList(a_Tag);
+    return tagged ? tagged->value(a_Index) : nullptr;
 }
 
-CPREventBase *CPREvents::at(int index) const
+CPREventBase *CPREvents::at(int a_Index) const
 {
-    return m_events.value(index);
+    return m_events.value(a_Index);
 }
 
-int CPREvents::count(uint tag) const
+int CPREvents::count(uint a_Tag) const
 {
-    const EventList *tagged = tagList(tag);
+    const EventList *tagged = tagList(a_Tag);
     return tagged ? tagged->size() : 0;
 }
 
-CPREventBase *CPREvents::atTime(CPREventBase::EventTag tag, int time) const
+CPREventBase *CPREvents::atTime(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const EventList *tagged = tagList(tag);
+    const EventList *tagged = tagList(a_Tag);
     if (!tagged)
         return nullptr;
     for (CPREventBase *event : *tagged) {
-        if (time == 0 || lastsOver(event, time))
+        if (a_Time == 0 || lastsOver(event, a_Time))
             return event;
     }
-    return last(tag);
+    return last(a_Tag);
 }
 
-QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag tag, int time) const
+QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const EventList *tagged = tagList(tag);
+    const EventList *tagged = tagList(a_Tag);
     if (!tagged)
         return {};
-    if (time == allTimes)
+    if (a_Time == allTimes)
         return *tagged;
     EventList result;
     for (CPREventBase *event : *tagged) {
-        if (event->msecs() >= time || lastsOver(event, time))
+        if (event->msecs() >= a_Time || lastsOver(event, a_Time))
             result.append(event);
     }
     return result;

@@ -4,20 +4,22 @@
 #ifndef CPREVENTS_H
 #define CPREVENTS_H
 
+// Complete, so that their pointers are registered with the meta-type system.
 #include "CPRDataBase.h"
 #include "CPREventBase.h"
+#include "CPREventCompression.h"
+#include "CPREventInactivityCPR.h"
+#include "CPREventVentilation.h"
+#include "CPRGuidelines.h"
 
 #include <QHash>
 #include <QList>
 
 #include <array>
 
-class CPREventCompression;
-class CPREventInactivityCPR;
 class CPREventSessionInfo;
 class CPREventSessionScore;
 class CPREventSessionStatistics;
-class CPREventVentilation;
 
 /// The time-ordered list of a session's events, and the router that makes events out of manikin
 /// messages.
@@ -118,18 +120,18 @@ public:
 
     /// Every event in order.
     const QList<CPREventBase *> &events() const { return m_events; }
-    /// The events of \a tag that lie at or after \a time (ms) or last over it; all for -1.
-    QList<CPREventBase *> events(CPREventBase::EventTag tag, int time) const;
+    /// The events of \a a_Tag that lie at or after \a a_Time (ms) or last over it; all for -1.
+    QList<CPREventBase *> events(CPREventBase::EventTag a_Tag, int a_Time) const;
     /// First, last, i-th event of a single tag; null when there is none.
-    Q_INVOKABLE CPREventBase *first(CPREventBase::EventTag tag) const;
-    Q_INVOKABLE CPREventBase *last(CPREventBase::EventTag tag) const;
-    Q_INVOKABLE CPREventBase *at(CPREventBase::EventTag tag, int index) const;
-    /// The first event of \a tag that lasts over \a time (ms), else the last; the first for 0.
-    Q_INVOKABLE CPREventBase *atTime(CPREventBase::EventTag tag, int time) const;
+    Q_INVOKABLE CPREventBase *first(CPREventBase::EventTag a_Tag) const;
+    Q_INVOKABLE CPREventBase *last(CPREventBase::EventTag a_Tag) const;
+    Q_INVOKABLE CPREventBase *at(CPREventBase::EventTag a_Tag, int a_Index) const;
+    /// The first event of \a a_Tag that lasts over \a a_Time (ms), else the last; the first for 0.
+    Q_INVOKABLE CPREventBase *atTime(CPREventBase::EventTag a_Tag, int a_Time) const;
     /// Number of events of a single tag; 0 for a mask of several.
-    Q_INVOKABLE int count(uint tag) const;
+    Q_INVOKABLE int count(uint a_Tag) const;
     /// The i-th event of the whole list; null outside.
-    Q_INVOKABLE CPREventBase *at(int index) const;
+    Q_INVOKABLE CPREventBase *at(int a_Index) const;
 
     /// Writes the document "eventList".
     void write(QXmlStreamWriter *writer) override;

@@ -93,7 +93,7 @@ public:
     explicit CPRGuidelines(CPRData *cprData);
     /// A set with the values of the manikin's structure; what that does not carry has its default.
     CPRGuidelines(const bls_2010::GuidelineValues_t &values, CPRData *cprData);
-    /// A copy of \a other (not null) with the same owner.
+    /// A copy of \a other with the same owner; the default values when it is null.
     explicit CPRGuidelines(CPRGuidelines *other);
     ~CPRGuidelines() override;
 

@@ -4,7 +4,6 @@
 #include "CPRVentilationData.h"
 
 #include "CPRData.h"
-#include "CPRWaveformInfo.h"
 #include "ResponseId.h"
 #include "WaveSamples.h"
 
