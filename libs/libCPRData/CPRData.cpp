@@ -188,7 +188,7 @@ void CPRData::resume()
 
 bool CPRData::incomingMsg(bls_2010::RMessage *msg)
 {
-    const quint32 identifier = msg->getIdentifier();
+    const quint32 identifier = msg ? msg->getIdentifier() : ignoredMessage;
     if (identifier == ignoredMessage)
         return false;
     qCInfo(lcData) << "ResponseID" << ResponseId{identifier};
@@ -422,6 +422,8 @@ void CPRData::setIsUploaded(bool uploaded)
 bool CPRData::writeData(CPRFileHandler *handler)
 {
     qCInfo(lcData) << Q_FUNC_INFO;
+    if (!handler)
+        return false;
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
@@ -450,6 +452,8 @@ bool CPRData::writeData(CPRFileHandler *handler)
 bool CPRData::readData(CPRFileHandler *handler)
 {
     qCInfo(lcData) << Q_FUNC_INFO;
+    if (!handler)
+        return false;
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 

@@ -78,7 +78,7 @@ public:
     /// pause is filled like any other gap.
     void resume();
 
-    /// Routes one manikin message; true when an object took it.
+    /// Routes one manikin message; true when an object took it, false also for null.
     bool incomingMsg(bls_2010::RMessage *msg);
     /// Takes a guideline set out of RPL_GUIDELINES (75); false when it does not parse.
     bool rplmsg_RPL_GUIDELINES(bls_2010::RMessage *msg);
@@ -124,11 +124,11 @@ public:
     void setPacketLossThresholdMs(std::int32_t msecs) { m_packetLossThresholdMs = msecs; }
 
     QString filename() const { return m_filename; }
-    /// Saves the session into the open \a handler; emits filenameChanged(). False when the events
-    /// or the guidelines could not be stored; what was written before stays.
+    /// Saves the session into the open \a handler (null: false); emits filenameChanged(). False
+    /// when the events or the guidelines could not be stored; what was written before stays.
     bool writeData(CPRFileHandler *handler);
-    /// Loads a session from the open \a handler; emits filenameChanged(). False when a member was
-    /// missing; what could be read is there.
+    /// Loads a session from the open \a handler (null: false); emits filenameChanged(). False when
+    /// a member was missing; what could be read is there.
     bool readData(CPRFileHandler *handler);
 
 Q_SIGNALS:

@@ -36,9 +36,14 @@ bool CPREventCPRD::setRhytmn(CPREventBase::AEDEcgRhythms rhythm, CPREventBase::A
     setParameter(aedEventType, AEDECGRhythmStatus);
     setParameter(aedECGRhythm, rhythm);
     setMSecs(sessionTime());
+    rememberPreviousRhythm();
+    return true;
+}
+
+void CPREventCPRD::rememberPreviousRhythm()
+{
     if (const CPREventBase *last = events() ? events()->last(TagCprd) : nullptr)
         m_previousRhythm = last->parameterValue(aedECGRhythm, 0).toInt();
-    return true;
 }
 
 bool CPREventCPRD::rplmsg_RPL_ECG_STATUS(bls_2010::RMessage *msg)
@@ -59,6 +64,12 @@ bool CPREventCPRD::incomingMsg(bls_2010::RMessage *msg)
 void CPREventCPRD::write(QXmlStreamWriter *writer)
 {
     CPREventBase::write(writer);
+}
+
+void CPREventCPRD::read(QXmlStreamReader *reader)
+{
+    CPREventBase::read(reader);
+    rememberPreviousRhythm();
 }
 
 CPREventCPRD *CPREventCPRD::clone(CPREvents *owner) const

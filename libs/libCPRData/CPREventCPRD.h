@@ -30,12 +30,16 @@ public:
 
     using CPREventBase::write;
     void write(QXmlStreamWriter *writer) override;
+    /// Reads the parameters; the rhythm before this one is that of the list read so far.
+    void read(QXmlStreamReader *reader) override;
 
     CPREventCPRD *clone(CPREvents *owner) const override;
     /// Carries TagCprGui only when the rhythm changed, so that only changes reach the interface.
     CPREventBase::EventTags tag() const override;
 
 private:
+    void rememberPreviousRhythm();
+
     int m_secondRhythm = 0;
     int m_previousRhythm = 0;
 };
