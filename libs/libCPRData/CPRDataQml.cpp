@@ -50,5 +50,4 @@ void registerCPRDataTypes(const char *uri, int major, int minor)
     registerType<CPREventSessionScore>(uri, major, minor);
 
     qRegisterMetaType<CPREventBase::EventTag>();
-    qRegisterMetaType<CPREventBase::EventTags>();
 }

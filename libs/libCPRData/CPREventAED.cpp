@@ -150,7 +150,7 @@ CPREventAED *CPREventAED::clone(CPREvents *owner) const
     return new CPREventAED(*this, owner);
 }
 
-CPREventBase::EventTags CPREventAED::tag() const
+int CPREventAED::tag() const
 {
     const EventTags tags = TagAed | TagExclFlowFraction;
     return isShown(parameterValue(aedEventType, 0).toInt()) ? tags | TagCprGui : tags;

@@ -36,7 +36,7 @@ public:
 
     CPREventAED *clone(CPREvents *owner) const override;
     /// Carries TagCprGui for the kinds that the interface shows.
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 };
 
 #endif

@@ -578,7 +578,7 @@ CPREventBase::operator QString() const
     return text;
 }
 
-CPREventBase::EventTags CPREventBase::tag() const
+int CPREventBase::tag() const
 {
     return TagOther;
 }

@@ -578,8 +578,9 @@ public:
     virtual bool filterEvent(CPREventBase *previous);
     /// One line for logs, then a line per parameter.
     virtual operator QString() const;
-    /// What the event is about.
-    Q_INVOKABLE virtual CPREventBase::EventTags tag() const;
+    /// What the event is about: EventTag values combined. An int, since QML cannot calculate with a
+    /// flags type that an invokable returns.
+    Q_INVOKABLE virtual int tag() const;
 
     /// Writes the title of a CSV column, its unit in parentheses, and \a separator as UTF-8.
     static void writeHeader(QIODevice *device, const QPair<ParameterType, QString> &column,

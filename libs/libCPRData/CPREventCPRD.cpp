@@ -77,7 +77,7 @@ CPREventCPRD *CPREventCPRD::clone(CPREvents *owner) const
     return new CPREventCPRD(*this, owner);
 }
 
-CPREventBase::EventTags CPREventCPRD::tag() const
+int CPREventCPRD::tag() const
 {
     const EventTags tags = TagCprd | TagExclFlowFraction;
     const bool isRhythm = parameterValue(aedEventType, 0).toInt() == AEDECGRhythmStatus;

@@ -35,7 +35,7 @@ public:
 
     CPREventCPRD *clone(CPREvents *owner) const override;
     /// Carries TagCprGui only when the rhythm changed, so that only changes reach the interface.
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 
 private:
     void rememberPreviousRhythm();

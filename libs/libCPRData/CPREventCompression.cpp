@@ -178,7 +178,7 @@ CPREventCompression *CPREventCompression::clone(CPREvents *owner) const
     return new CPREventCompression(*this, owner);
 }
 
-CPREventBase::EventTags CPREventCompression::tag() const
+int CPREventCompression::tag() const
 {
     return TagComp;
 }

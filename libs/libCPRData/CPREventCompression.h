@@ -102,7 +102,7 @@ public:
     Q_INVOKABLE bool isCompMeanRateOk() const;
 
     CPREventCompression *clone(CPREvents *owner) const override;
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 
 Q_SIGNALS:
     void compMeanRateChanged();

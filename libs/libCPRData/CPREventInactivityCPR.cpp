@@ -94,7 +94,7 @@ CPREventInactivityCPR *CPREventInactivityCPR::clone(CPREvents *owner) const
     return new CPREventInactivityCPR(*this, owner);
 }
 
-CPREventBase::EventTags CPREventInactivityCPR::tag() const
+int CPREventInactivityCPR::tag() const
 {
     return TagInactivity;
 }

@@ -35,7 +35,7 @@ public:
     void read(QXmlStreamReader *reader) override;
 
     CPREventInactivityCPR *clone(CPREvents *owner) const override;
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 };
 
 #endif

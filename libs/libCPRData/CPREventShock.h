@@ -22,7 +22,7 @@ public:
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     CPREventShock *clone(CPREvents *owner) const override;
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 };
 
 #endif

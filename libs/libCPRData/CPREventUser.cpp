@@ -52,7 +52,7 @@ CPREventUser *CPREventUser::clone(CPREvents *owner) const
     return new CPREventUser(*this, owner);
 }
 
-CPREventBase::EventTags CPREventUser::tag() const
+int CPREventUser::tag() const
 {
     return TagCprGui | TagExclFlowFraction;
 }

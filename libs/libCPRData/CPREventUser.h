@@ -24,7 +24,7 @@ public:
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     CPREventUser *clone(CPREvents *owner) const override;
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 
 private:
     bool m_flag = false;

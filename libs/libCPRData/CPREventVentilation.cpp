@@ -110,7 +110,7 @@ CPREventVentilation *CPREventVentilation::clone(CPREvents *owner) const
     return new CPREventVentilation(*this, owner);
 }
 
-CPREventBase::EventTags CPREventVentilation::tag() const
+int CPREventVentilation::tag() const
 {
     return TagVent;
 }

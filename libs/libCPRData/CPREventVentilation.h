@@ -45,7 +45,7 @@ public:
     bool isCorrect(CPRGuidelines *guidelines, bool ventilationsOnly) const;
 
     CPREventVentilation *clone(CPREvents *owner) const override;
-    CPREventBase::EventTags tag() const override;
+    int tag() const override;
 
 protected:
     void writeParameters(QXmlStreamWriter *writer) override;

@@ -199,7 +199,7 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         qCDebug(lcEvents) << "Main event list";
         debugEvents(m_events);
     }
-    const CPREventBase::EventTags tags = event->tag();
+    const CPREventBase::EventTags tags(event->tag());
     for (int bit = 0; bit < tagCount; ++bit) {
         const auto tag = static_cast<CPREventBase::EventTag>(1 << bit);
         if (!tags.testFlag(tag))
@@ -227,7 +227,7 @@ void CPREvents::takeEvent(CPREventBase *event)
 void CPREvents::emitEvent(CPREventBase *event)
 {
     qCDebug(lcEvents).noquote() << "Event" << QString(*event);
-    const CPREventBase::EventTags tags = event->tag();
+    const CPREventBase::EventTags tags(event->tag());
     if (tags.testFlag(CPREventBase::TagComp))
         Q_EMIT compressionEvent(qobject_cast<CPREventCompression *>(event));
     else if (tags.testFlag(CPREventBase::TagVent))

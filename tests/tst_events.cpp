@@ -1,0 +1,550 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREventAED.h"
+#include "CPREventCPRD.h"
+#include "CPREventCompression.h"
+#include "CPREventInactivityCPR.h"
+#include "CPREventSessionInfo.h"
+#include "CPREventSessionScore.h"
+#include "CPREventSessionStatistics.h"
+#include "CPREventShock.h"
+#include "CPREventUser.h"
+#include "CPREventVentilation.h"
+#include "TestSupport.h"
+
+#include <QBuffer>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QPointer>
+
+#include <memory>
+
+using namespace TestSupport;
+using E = CPREventBase;
+using bls_2010::CommonDefs;
+
+namespace {
+
+const QLatin1Char blank(' ');
+
+void watchAll(Recorder &recorder, const CPREvents *events)
+{
+    recorder.watch(events, &CPREvents::cprSessionInfoChanged, "info"_l1);
+    recorder.watch(events, &CPREvents::cprSessionStatisticsChanged, "statistics"_l1);
+    recorder.watch(events, &CPREvents::cprSessionScoreChanged, "score"_l1);
+    recorder.watch(events, &CPREvents::cprGuiEventAdded, "gui"_l1);
+    recorder.watch(events, &CPREvents::otherEventAdded, "other"_l1);
+    recorder.watch(events, &CPREvents::eventsChanged, "changed"_l1);
+    recorder.watch(events, &CPREvents::eventsCleared, "cleared"_l1);
+    recorder.watch(events, &CPREvents::scoresReady, "ready"_l1);
+    recorder.watch(events, &CPREvents::guidelinesChanged, "guidelines"_l1);
+    recorder.watch(events, &CPREvents::inactivityCPREvent, "pause"_l1);
+    recorder.watch(events, &CPREvents::compressionEvent, "compression"_l1);
+    recorder.watch(events, &CPREvents::ventilationEvent, "ventilation"_l1);
+    recorder.watch(events->cprData(), &CPRData::receiveDataComplete, "received"_l1);
+    const CPREventSessionStatistics *statistics = events->sessionStatistics();
+    recorder.watch(statistics, &CPREventSessionStatistics::statisticsReady, "s.ready"_l1);
+    recorder.watch(statistics, &CPREventSessionStatistics::totalTime, "total"_l1);
+    recorder.watch(events->sessionScore(), &CPREventSessionScore::scoresReady, "c.ready"_l1);
+    recorder.watch(events->sessionInfo(), &CPREventSessionInfo::connectedAEDTypeChanged, "aed"_l1);
+}
+
+E *lasting(E *event, int end, const QString &name = QString())
+{
+    event->setEventEndTime(end);
+    if (!name.isEmpty())
+        event->setParameter(E::eventId, name);
+    return event;
+}
+
+// Plays words of a kind and two numbers, of which the first two are mostly a start and an end:
+// C and V are a compression and a ventilation that the link has decoded, P is such a pause of 1 s,
+// p one that is listed already, X an event of the host; m is a pause message at a session time
+// with its length in s, a number is a report of the host from that start; cut is a time; any other
+// name is an event of that name. Returns how messages were answered.
+QString play(CPRData &session, const QString &script)
+{
+    CPREvents *events = session.cprEvents();
+    QString answers;
+    for (const QString &word : script.split(blank)) {
+        const QStringList parts = word.split(QLatin1Char(':'));
+        const QString &kind = parts.at(0);
+        const int from = parts.at(1).toInt();
+        const int to = parts.at(2).toInt();
+        const auto length = static_cast<quint16>(to - from - 100);
+        if (kind == "C"_l1) {
+            events->incomingCompressionEvent(uint(from), 100,
+                                             {0, 100, length, 0, 0, 0, {}, 0, 0, 0});
+        } else if (kind == "V"_l1) {
+            events->incomingVentilationEvent(uint(from), 10, {0, 100, length, 0, 0, 0});
+        } else if (kind == "P"_l1) {
+            session.setSessionTime(to);
+            events->incomingInactivityTime(uint(from), 1);
+        } else if (kind == "p"_l1) {
+            events->addEvent(lasting(new CPREventInactivityCPR(from, events), to), false);
+        } else if (kind == "X"_l1) {
+            session.setSessionTime(from);
+            session.addUserEvent(kind);
+        } else if (kind == "m"_l1) {
+            session.setSessionTime(from);
+            answers += QLatin1Char(send(session, 81, bytes({0, to & 0xFF, to >> 8})) ? '+' : '-');
+        } else if (kind.at(0).isDigit()) {
+            session.setSessionTime(from);
+            events->incomingInactivityTime(kind.toUInt(), to);
+        } else if (kind == "cut"_l1) {
+            events->removeInactivityEventAfter(from);
+        } else {
+            events->addEvent(lasting(new E(E::CprPacketLossStart, from, events), to, kind), false);
+        }
+    }
+    return answers;
+}
+
+// The events in order: compressions by number, pauses by start, end and length, others by name.
+QString listed(const QList<E *> &events)
+{
+    QStringList texts;
+    for (const E *event : events) {
+        const int secs = event->parameterValue(E::compInactivity, 0).toInt();
+        if (event->type() == E::CprCompEvent)
+            texts.append(QStringLiteral("C%1").arg(numberOf(event, "numberInCycle")));
+        else if (event->type() == E::CprInactivityCPR)
+            texts.append(
+                QString::asprintf("%d-%d/%d", event->msecs(), event->eventEndTime(), secs));
+        else if (event->type() == E::CprVentEvent)
+            texts.append("V"_l1);
+        else if (event->type() != E::CprSessionInfo)
+            texts.append(textOf(event, E::eventId));
+        else
+            texts.append("i"_l1);
+    }
+    return texts.join(blank);
+}
+
+} // namespace
+
+class TestEvents : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void list_data()
+    {
+        addRows(
+            {"script", "order", "answers"},
+            {"in order|a:10:20 b:20:30 c:40:40|i a b c|", "equal times|a:5:5 b:5:5 c:5:5|i a b c|",
+             "equal to the info|a:0:0 b:0:0|i a b|", "late|a:10:10 b:30:30 c:20:20|i a c b|",
+             "inside another|a:10:50 b:49:49|i b a|", "at its end|a:10:50 b:50:50|i a b|",
+             "inside two|a:0:100 b:100:110 c:90:90|i c a b|",
+             "search from the back|a:10:20 b:0:100 c:30:30|i b a c|",
+             "before all|a:10:10 b:-5:-5|b i a|",
+             // Numbers of compressions in their cycle.
+             "a cycle|C:9000:9400 C:9500:9900 C:10000:10400|i C1 C2 C3|",
+             "500 ms|C:100:500 C:1000:1400|i C1 C2|",
+             "501 ms|C:100:500 C:600:900 C:1401:1800 C:1900:2200|i C1 C2 C1 C2|",
+             "ventilation|C:100:500 C:600:900 V:900:1000 C:1000:1300 C:1400:1800|i C1 C2 V C1 C2|",
+             "pause|C:100:500 P:500:9000 C:700:1000 C:1100:1300|i C1 500-500/0 C1 C2|",
+             "other event|C:100:500 X:500:500 C:600:900|i C1 X C2|",
+             "ventilation before its time|C:100:500 C:510:900 V:1150:1500 X:1600:0 C:1000:1400|"
+             "i C1 C2 C3 V X|",
+             "counter after it|C:100:500 V:1150:1500 X:1600:0 C:1000:1400 C:1700:1900|"
+             "i C1 C2 V X C1|",
+             "at the peak|C:100:500 C:510:900 V:1100:1500 X:1600:0 C:1000:1400|i C1 C2 C1 V X|",
+             "no compression before|V:1150:1500 X:1600:0 C:1000:1400 C:1700:1900|i C1 V X C1|",
+             // Pauses that are reported again and again.
+             "5, 6, 7 s|m:10000:5 m:11000:6 m:12000:7|i 5000-12000/7|+++",
+             "1000 ms late|m:10000:5 m:12000:6|i 5000-11000/6|++",
+             "1001 ms late|m:10000:5 m:12001:6|i 6001-12001/6 5000-10000/5|++",
+             "1000 ms early|m:10000:5 m:10000:6|i 5000-11000/6|++",
+             "1001 ms early|m:10000:5 m:9999:6|i 3999-9999/6 5000-10000/5|++",
+             "longer than the session|m:3000:5|i 0-3000/5|+",
+             "16 bits|m:10000000:261|i 9739000-10000000/261|+",
+             "longest|m:40000000:32767|i 7233000-40000000/32767|+",
+             "negative|m:10000:32768 m:10000:65535|i|--", "no length|m:10000:0|i|-",
+             "no session time|m:0:5|i|-", "host|5000:10000:5 5000:11000:6|i 5000-11000/6|",
+             "host, tolerated|4000:10000:5|i 4000-9000/5|",
+             "host, out of step|2000:10000:5|i 2000-2000/0|",
+             "host, another|5000:10000:5 18000:20000:2|i 5000-10000/5 18000-20000/2|",
+             // Cut pauses: less than the 3 s of the guidelines do not remain.
+             "ends at the cut|p:1000:6000 cut:6000:0|i 1000-6000/0|",
+             "ends behind|p:1000:6000 cut:5999:0|i 1000-5999/4|",
+             "3 s remain|p:1000:6000 cut:4000:0|i 1000-4000/3|",
+             "less remains|p:1000:6000 cut:3999:0|i|", "at its start|p:4000:9000 cut:4000:0|i|",
+             "two|p:1000:6000 p:8000:12000 cut:5000:0|i 1000-5000/4|",
+             "three|p:1000:4000 p:5000:9000 p:10000:15000 cut:7000:0|i 1000-4000/0|",
+             "all, and none|p:1000:4000 p:5000:9000 cut:0:0 cut:0:0|i|"});
+    }
+
+    void list()
+    {
+        QFETCH(QString, script);
+        CPRData session;
+        start(session);
+        const CPREvents *events = session.cprEvents();
+        Recorder recorder;
+        recorder.watch(events, &CPREvents::inactivityCPREvent, "pause"_l1);
+        QTEST(play(session, script), "answers");
+        QTEST(listed(events->events()), "order");
+        if (script.startsWith("a:"_l1)) // of one tag all, the session info too
+            QTEST(listed(events->events(E::TagOther, -1)), "order");
+        if (!script.contains("p:"_l1)) // each pause is announced when it is new
+            QCOMPARE(recorder.take().count("pause"_l1), events->count(E::TagInactivity));
+    }
+
+    void tagsAndSignals()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        Recorder recorder;
+        watchAll(recorder, events);
+        const auto added = [&](E *event) {
+            events->addEvent(event, true);
+            events->addEvent(event, true); // it is there already
+            int lists = 0;
+            for (int bit = 1; bit <= 128; bit *= 2)
+                lists += bit * events->events(E::EventTag(bit), -1).count(event);
+            return QStringLiteral("%1 %2 ").arg(int(event->tag())).arg(lists) + recorder.take();
+        };
+        const auto rhythm = [&](E::AEDEcgRhythms first) {
+            auto *event = new CPREventCPRD(0, events);
+            event->setRhytmn(first, E::AED_PEA);
+            return added(event);
+        };
+        QCOMPARE(added(new CPREventCompression(0, events, nullptr)), "1 1 compression"_l1);
+        QCOMPARE(added(new CPREventVentilation(0, events)), "2 2 ventilation"_l1);
+        QCOMPARE(added(new CPREventInactivityCPR(0, events)), "16 16 pause"_l1);
+        QCOMPARE(added(new CPREventShock(0, events)), "168 168 gui"_l1);
+        QCOMPARE(added(new CPREventUser(0, events, QString())), "136 136 gui"_l1);
+        QCOMPARE(added(new E(E::CprPacketLossEnd, 0, events)), "32 32 other"_l1);
+        QCOMPARE(added(new CPREventCPRD(0, events)), "192 192 other"_l1);
+        QCOMPARE(rhythm(E::AED_VFIB), "200 200 gui"_l1);
+        QCOMPARE(rhythm(E::AED_VFIB), "192 192 other"_l1);
+        QCOMPARE(rhythm(E::AED_NSR), "200 200 gui"_l1);
+        for (int kind = 0; kind <= 30; ++kind) {
+            auto *event = new CPREventAED(0, events);
+            if (kind > 0)
+                event->setParameter(E::aedEventType, kind);
+            const bool shown = QVector<int>{1, 2, 11, 13, 17, 19, 23, 25, 26, 28}.contains(kind);
+            QCOMPARE(added(event), shown ? "140 140 gui"_l1 : "132 132 other"_l1);
+        }
+        events->addEvent(new CPREventShock(0, events), false);
+        QCOMPARE(recorder.take(), QString());
+    }
+
+    void queries()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        for (const auto &row : {QVector<int>{1000, 2000}, {3000, 3000}, {4000, 6000}}) {
+            auto *event = new CPREventUser(row.at(0), events, QString::number(row.at(0) / 1000));
+            events->addEvent(lasting(event, row.at(1)), false);
+        }
+        const auto name = [](const E *event) { return event ? textOf(event, E::eventId) : "-"_l1; };
+        const auto gui = E::TagCprGui;
+        QString found = name(events->first(gui)) + name(events->last(gui)) + blank;
+        for (int i = -1; i <= 4; ++i)
+            found += name(events->at(gui, i)) + name(events->at(i)); // the info, at 0, has no name
+        QCOMPARE(found, "14 --13143-4--"_l1);
+        found.clear();
+        for (int time : {0, 500, 1000, 2000, 2001, 3000, 4000, 6000, 6001, -5})
+            found += name(events->atTime(gui, time));
+        QCOMPARE(found, "1411434444"_l1);
+        found.clear();
+        for (int time : {-1, 0, 1000, 2000, 2001, 3000, 3001, 6000, 6001})
+            found += listed(events->events(gui, time)) + QLatin1Char(',');
+        QCOMPARE(found, "1 3 4,1 3 4,1 3 4,1 3 4,3 4,3 4,4,4,,"_l1);
+        QCOMPARE(events->count(8) + 10 * events->count(128), 33);
+        for (uint mask : {0U, 3U, 136U, 256U, 0x80000008U})
+            QCOMPARE(events->count(mask), 0);
+        qDeleteAll(events->events(gui, -1));
+        for (auto tag : {gui, E::TagComp}) {
+            QVERIFY(!events->first(tag) && !events->last(tag) && !events->at(tag, 0));
+            QVERIFY(!events->atTime(tag, 0) && !events->atTime(tag, 9));
+            QVERIFY(events->events(tag, -1).isEmpty() && events->events(tag, 0).isEmpty());
+        }
+    }
+
+    void hostEvents()
+    {
+        CPRData session;
+        session.setSessionTime(1234);
+        CPREvents *events = session.cprEvents();
+        Recorder recorder;
+        watchAll(recorder, events);
+        const auto newest = [&](const char *names) {
+            const E *event = events->events().last();
+            QString text = QLatin1String(event->typeAsString());
+            for (double number : numbersOf(event, names))
+                text += blank + QString::number(number);
+            return text + QLatin1Char(':') + recorder.take();
+        };
+        session.addUserEvent("Morvane.Event.Deliver shock"_l1);
+        QCOMPARE(newest("msec shockEnergy"), "ShockDelivered 1234 0:gui"_l1);
+        session.addUserEvent("Morvane.Event.Deliver Shock"_l1);
+        QCOMPARE(newest("msec"), "Event 1234:gui"_l1);
+        QCOMPARE(textOf(events->at(2), E::eventId), "Morvane.Event.Deliver Shock"_l1);
+        events->aedEvent({{E::aedEventType, 2}, {E::aedScenarioNumber, 7}});
+        QCOMPARE(newest("msec aedEventType aedScenarioNumber"),
+                 "CprAedEvent 1234 2 7:gui received"_l1);
+        events->cprdEvent(E::AED_SVT, E::AED_PEA);
+        QCOMPARE(newest("msec aedEventType aedECGRhythm"),
+                 "CprCprdEvent 1234 19 8:gui received"_l1);
+        QCOMPARE(qobject_cast<CPREventCPRD *>(events->at(4))->secondRhythm(), 6);
+        const int children = events->children().size();
+        events->cprdEvent(E::AED_NoECGRhythm, E::AED_PEA);
+        QVERIFY(!send(session, 52, bytes({0, 0, 5})));
+        QCOMPARE(events->children().size(), children);
+        QVERIFY(!session.receiving());
+        QCOMPARE(recorder.take(), "received"_l1);
+        events->aedDetected(E::AEDTypes(7));
+        QCOMPARE(newest("msec aedEventType aedType"), "CprAedEvent 1234 29 1:aed other"_l1);
+        QCOMPARE(int(events->sessionInfo()->connectedAEDType()), 1);
+        session.compressionData()->setCompressionRate(100);
+        events->incomingInactivityTime(1234, 1);
+        QCOMPARE(newest("msec"), "CprInactivityCPR 1234:pause received"_l1);
+        QCOMPARE(int(session.compressionData()->compressionRate()), 0);
+        QTest::qWait(20);
+        QCOMPARE(recorder.take(), "changed"_l1); // once for all of them
+    }
+
+    void scoreCounting()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        Recorder recorder;
+        watchAll(recorder, events);
+        const auto heard = [&](std::initializer_list<quint32> ids) {
+            QStringList texts;
+            for (quint32 id : ids) {
+                send(session, id, numberedBytes(68));
+                texts.append(recorder.take());
+            }
+            return texts.join(QLatin1Char('|'));
+        };
+        QCOMPARE(heard({109, 110, 111, 108, 108, 109}),
+                 "total other||s.ready|c.ready statistics ready score other|c.ready score|"
+                 "total s.ready"_l1);
+        QVERIFY(!events->isScoresReady());
+        events->resume();
+        QCOMPARE(heard({108, 110, 110}), "c.ready score|s.ready|s.ready"_l1);
+        QCOMPARE(heard({111}), "s.ready statistics ready"_l1);
+        QVERIFY(events->isScoresReady());
+        events->setScoresToReceive(2);
+        QVERIFY(!events->isScoresReady());
+        QCOMPARE(heard({108, 108}), "c.ready score|c.ready statistics ready score"_l1);
+        events->resume(); // the number to receive stays
+        session.setSessionTime(61000);
+        events->incomingSessionStatistics();
+        QCOMPARE(recorder.take(), "received"_l1);
+        events->incomingSessionScores();
+        QCOMPARE(recorder.take(), "statistics ready score received"_l1);
+        QCOMPARE(events->sessionStatistics()->msecs() + events->sessionScore()->msecs(), 122000);
+
+        CPRData local; // what the host computes is counted, not listed
+        local.cprEvents()->sessionScore()->setParameter(E::sessionDuration, 60);
+        local.cprEvents()->incomingSessionScores();
+        local.cprEvents()->incomingSessionStatistics();
+        QCOMPARE(local.cprEvents()->events().size(), 1);
+        QCOMPARE(intOf(local.cprEvents()->sessionInfo(), E::totalTime), 60);
+    }
+
+    void copiedList()
+    {
+        auto source = std::make_unique<CPRData>();
+        source->setSessionTime(9000);
+        send(*source, 108, numberedBytes(27));
+        send(*source, 101, bytes({4, 4}));
+        play(*source, "X:1000:0 X:3000:0 X:2000:0 C:4000:4300"_l1);
+        const QString sessionID = source->cprEvents()->sessionInfo()->getSessionID();
+        CPRData copied(*source);
+        source.reset();
+        CPREvents *copy = copied.cprEvents();
+        QVector<int> times;
+        for (const E *event : copy->events())
+            times.append(event->events() == copy ? event->msecs() : -1);
+        QCOMPARE(times, QVector<int>({0, 0, 1000, 2000, 3000, 4000, 9000}));
+        QCOMPARE(copy->at(1), copy->cprSessionStatistics());
+        QCOMPARE(copy->at(6), copy->cprSessionScore());
+        QCOMPARE(copy->count(E::TagOther), 0); // the standing ones are in no list of a tag
+        QCOMPARE(copy->count(E::TagCprGui), 3);
+        QCOMPARE(copy->sessionInfo()->getSessionID(), sessionID);
+        QCOMPARE(int(copy->mode()), 4);
+
+        Recorder recorder;
+        watchAll(recorder, copy);
+        play(copied, "C:4800:5000"_l1);
+        QCOMPARE(listed(copy->events(E::TagComp, -1)), "C1 C2"_l1);
+        for (quint32 id : {108U, 111U, 110U, 64U})
+            send(copied, id, numberedBytes(22));
+        QVERIFY(!textOf(copy->sessionInfo(), E::endTime).isEmpty());
+        copy->sessionStatistics()->setSessionDuration(77);
+        QCOMPARE(intOf(copy->sessionInfo(), E::totalTime), 77);
+        QCOMPARE(recorder.take(),
+                 "compression received c.ready score statistics ready info info total"_l1);
+        copied.cprGuidelines()->setIsOfficial(true);
+        QTest::qWait(20);
+        const QString late = recorder.take();
+        QVERIFY(late == "changed guidelines"_l1 || late == "guidelines changed"_l1);
+    }
+
+    void deletedAndReplaced()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        const auto onlyInfo = [events] {
+            const QList<E *> info{events->cprSessionInfo()};
+            int tagged = 0;
+            for (uint bit = 1; bit <= 128; bit *= 2)
+                tagged += events->count(bit);
+            return tagged == 1 && events->events() == info
+                && events->events(E::TagOther, -1) == info;
+        };
+        E *aed = new CPREventAED(0, events);
+        E *shock = new CPREventShock(0, events);
+        for (E *event : {aed, shock})
+            events->addEvent(event, false);
+        shock->setMSecs(99); // they are found whatever has changed
+        aed->setParameter(E::aedEventType, E::AEDPowerOn);
+        delete aed;
+        delete shock;
+        QVERIFY(onlyInfo());
+
+        for (quint32 id : {108U, 109U, 47U})
+            send(session, id, numberedBytes(68));
+        session.assignLearner("Ola"_l1);
+        events->sessionInfo()->setParameter(E::manikinName, "Nina"_l1);
+        events->sessionInfo()->setParameter(E::manikinType, 8);
+        const QVector<QPointer<E>> old{events->cprSessionInfo(), events->cprSessionScore(),
+                                       events->cprSessionStatistics(), events->last(E::TagCprGui)};
+        const QString sessionID = events->sessionInfo()->getSessionID();
+        Recorder recorder;
+        watchAll(recorder, events);
+        events->reset();
+        QCOMPARE(recorder.take(), "other cleared"_l1);
+        QVERIFY(onlyInfo());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QVERIFY(old.at(3).isNull());
+        QVERIFY(old.at(0) == events->cprSessionInfo() && old.at(1) == events->cprSessionScore());
+        QVERIFY(old.at(2) == events->cprSessionStatistics());
+        QVERIFY(events->sessionInfo()->getSessionID() != sessionID);
+        const auto kept = [events] {
+            return QStringList({textOf(events->cprSessionInfo(), E::manikinName),
+                                textOf(events->cprSessionInfo(), E::students),
+                                textOf(events->cprSessionInfo(), E::manikinType),
+                                textOf(events->cprSessionScore(), E::compOverallScore)})
+                .join(blank);
+        };
+        QCOMPARE(kept(), "Nina Ola 8 6"_l1);
+        events->initialize();
+        QCOMPARE(recorder.take(), "cleared other"_l1);
+        QVERIFY(onlyInfo());
+        QVERIFY(old.at(0).isNull() && old.at(1).isNull() && old.at(2).isNull());
+        QCOMPARE(kept(), "Nina Ola 255 0"_l1);
+        events->sessionStatistics()->setSessionDuration(77);
+        QCOMPARE(intOf(events->cprSessionInfo(), E::totalTime), 77);
+    }
+
+    void telemetry()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        QVariantMap map{{"mine"_l1, 1}};
+        const auto json = [&](QLatin1String key) {
+            const QJsonObject object = QJsonObject::fromVariantMap(map.value(key).toMap());
+            const QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Compact);
+            return QString::fromUtf8(text)
+                .replace(events->sessionInfo()->getSessionID(), "ID"_l1)
+                .remove(QLatin1Char('"'))
+                .remove("training_"_l1)
+                .remove("compression_guideline_"_l1)
+                .remove("ventilation_guideline_"_l1);
+        };
+        const auto scoreData = "training_session_score_data"_l1;
+        events->telemetryTrainingSessionScoreData(map);
+        QCOMPARE(json(scoreData),
+                 "{average_compression_depth_mm:0,average_compression_rate:0,"
+                 "average_ventilation_volume_ml:0,compression_descompression_ratio:0,"
+                 "compression_score_percentage:0,compressions_complete_release_percentage:-1,"
+                 "compressions_correct_depth_percentage:-1,"
+                 "compressions_correct_hand_position_percentage:-1,flow_fraction_percentage:-1,"
+                 "number_of_compressions:0,number_of_ventilations:0,session_id:ID,"
+                 "total_score_percentage:0,ventilation_score_percentage:0}"_l1);
+        for (quint32 id : {108U, 109U, 111U})
+            send(session, id, numberedBytes(49));
+        events->telemetryTrainingSessionScoreData(map);
+        QCOMPARE(json(scoreData),
+                 "{average_compression_depth_mm:6167,average_compression_rate:31,"
+                 "average_ventilation_volume_ml:8737,compression_descompression_ratio:0,"
+                 "compression_score_percentage:6,compressions_complete_release_percentage:2,"
+                 "compressions_correct_depth_percentage:1,"
+                 "compressions_correct_hand_position_percentage:39,flow_fraction_percentage:14,"
+                 "number_of_compressions:3597,number_of_ventilations:4625,session_id:ID,"
+                 "total_score_percentage:19,ventilation_score_percentage:13}"_l1);
+
+        CPRGuidelines *limits = session.cprGuidelines();
+        limits->setGuidelinesID("G-1"_l1);
+        limits->setCompressionDepthMax(6099);
+        limits->setVentilationRateMinDuringCPR(5);
+        limits->setVentilationRateMaxDuringCPR(13);
+        for (int i = 0; i <= 5; ++i) {
+            limits->setPreVentilationsUsage(i);
+            limits->setCompressionTooDeepSetting(i);
+            events->setCprProtocol(CommonDefs::CprProtocolType(i));
+            events->telemetryTrainingSessionGuidelineData(map);
+            const auto expected = QStringLiteral(
+                "{is_score_reduction_on_to_deep_compression_active:%1,"
+                "is_tevo_5_initial_breaths_active:%2,base_guideline:G-1,compression_guideline:{"
+                "max_depth_mm:60,max_rate_comp_per_minute:120,min_depth_mm:50,"
+                "min_rate_comp_per_minute:100},number_of_rescuers:%3,protocol:%4,session_id:ID,"
+                "ventilation_guideline:{max_rate_vent_per_minute:13,max_volume_ml:700,"
+                "min_rate_vent_per_minute:5,min_volume_ml:400}}");
+            QCOMPARE(json("training_session_guidelines"_l1),
+                     expected.arg(i == 2 ? "true"_l1 : "false"_l1, i == 1 ? "true"_l1 : "false"_l1,
+                                  i == 4 ? "2"_l1 : "1"_l1,
+                                  events->sessionInfo()->cprProtocolToString()));
+        }
+        QCOMPARE(map.size(), 3);
+    }
+
+    void csv()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        for (int energy : {150, 200})
+            send(session, 47, bytes({0, energy, 0}));
+        events->sessionInfo()->setParameter(E::manikinName, QStringLiteral("S\u00F8k"));
+        const CPREvents::ParameterMapList_t columns{{E::shockEnergy, QStringLiteral("Sj\u00F8kk")},
+                                                    {E::compMeanRate, "Rate"_l1},
+                                                    {E::manikinName, "Name"_l1}};
+        const auto written = [&](QLatin1String separator, QIODevice::OpenMode mode) {
+            QBuffer device;
+            device.open(mode);
+            events->writeHeader(&device, columns, separator);
+            events->write(&device, columns, separator);
+            return QString::fromUtf8(device.data());
+        };
+        QCOMPARE(written(";"_l1, QIODevice::WriteOnly),
+                 QStringLiteral("Sj\u00F8kk (J) ;Rate;Name;150;;;S\u00F8k;;"));
+        QCOMPARE(written(""_l1, QIODevice::WriteOnly),
+                 QStringLiteral("Sj\u00F8kk (J) RateName150S\u00F8k"));
+        QCOMPARE(written(";"_l1, QIODevice::ReadOnly), QString());
+    }
+
+    void textForm()
+    {
+        E event(E::CprPacketLossEnd, 40, nullptr);
+        event.setEventEndTime(70);
+        const auto text = [&event] { return QString(event).section(": "_l1, 1); };
+        QCOMPARE(text(),
+                 "CprPacketLossEnd, msecs: 40, endTime: 70, paramCount: 0, propertyCount: 5"_l1);
+        event.setParameter(E::manikinBatteryCycleCounter, 12);
+        QCOMPARE(text(),
+                 "CprPacketLossEnd, msecs: 40, endTime: 70, paramCount: 1, propertyCount: 5\n"
+                 "\tmanikinBatteryCycleCounter = 12"_l1);
+        QVERIFY(QString(event).startsWith("0x"_l1) && QString(event).contains(", type: Cpr"_l1));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestEvents)
+
+#include "tst_events.moc"

@@ -1,0 +1,396 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPRWaveformInfo.h"
+#include "TestSupport.h"
+
+#include <QBuffer>
+#include <QMetaProperty>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <limits>
+
+using namespace TestSupport;
+using bls_2010::CommonDefs;
+
+namespace {
+
+constexpr int minInt = std::numeric_limits<int>::min();
+constexpr int ownProperties = 2; // after objectName and sessionTime
+
+/// Gives at most three bytes at once, so that samples are split.
+class SlowDevice : public QBuffer {
+    qint64 readData(char *data, qint64 size) override
+    {
+        return QBuffer::readData(data, qMin<qint64>(size, 3));
+    }
+};
+
+template <typename Wave> QString samples(const Wave &wave)
+{
+    QStringList values;
+    for (int i = 0; i < wave.count(); ++i)
+        values.append(QString::number(wave.at(i)));
+    return values.join(' ');
+}
+
+/// All values of a description in the order of its properties, then the sample period.
+QString describe(const CPRWaveformInfo &info)
+{
+    QString text;
+    for (int i = ownProperties; i < info.metaObject()->propertyCount(); ++i)
+        text += info.metaObject()->property(i).read(&info).toString() + ' ';
+    return text + QString::number(info.samplePeriod());
+}
+
+// Both waves under the same names, for what they have in common.
+void record(CPRCompressionData &wave, int value, int index = -1)
+{
+    wave.compressionWaveAppend(value, index);
+}
+void record(CPRVentilationData &wave, int value, int index = -1)
+{
+    wave.setVentilationData(value, index);
+}
+bool write(const CPRCompressionData &wave, QIODevice *to)
+{
+    return wave.writeCompresseionWave(to);
+}
+bool write(const CPRVentilationData &wave, QIODevice *to)
+{
+    return wave.writeVentilationWave(to);
+}
+void read(CPRCompressionData &wave, QIODevice *from)
+{
+    wave.readCompresseionWave(from);
+}
+void read(CPRVentilationData &wave, QIODevice *from)
+{
+    wave.readVentilationWave(from);
+}
+
+} // namespace
+
+class TestWaves : public QObject {
+    Q_OBJECT
+
+    CPRData m_owner;
+
+    template <typename Wave> void checkRecording(Wave &wave, int index, const QString &expected)
+    {
+        for (int i = 1; i <= 5; ++i)
+            record(wave, i);
+        record(wave, 9, index);
+        QCOMPARE(samples(wave), expected);
+        for (int outside : {-1, wave.count(), wave.count() + 1, minInt})
+            QCOMPARE(wave.at(outside), 0);
+        wave.fill(0);
+        wave.fill(-3);
+        QCOMPARE(samples(wave), expected);
+        wave.reset();
+        QCOMPARE(wave.count(), 0);
+    }
+
+    template <typename Wave> void checkFiles(Wave &wave)
+    {
+        QBuffer file;
+        file.open(QIODevice::ReadWrite);
+        QVERIFY(write(wave, &file));
+        QCOMPARE(file.size(), qint64(0));
+        for (int value : {70000, -2, 32767, -32769})
+            record(wave, value);
+        QVERIFY(write(wave, &file));
+        QCOMPARE(file.data(), bytes({0x70, 0x11, 0xFE, 0xFF, 0xFF, 0x7F, 0xFF, 0x7F}));
+        file.write("\x05");
+        file.seek(0);
+        read(wave, &file); // appended, without the odd byte
+        read(wave, nullptr);
+        QCOMPARE(samples(wave), "70000 -2 32767 -32769 4464 -2 32767 32767");
+
+        constexpr int count = 70001; // more than the library handles at once
+        wave.reset();
+        for (int i = 0; i < count; ++i)
+            record(wave, i % 30011 - 15000);
+        const QString expected = samples(wave);
+        SlowDevice large;
+        large.open(QIODevice::ReadWrite | QIODevice::Unbuffered);
+        QVERIFY(write(wave, &large));
+        QCOMPARE(large.size(), qint64(2) * count);
+        QCOMPARE(large.data().mid(2 * 40000, 2), bytes({0x6D, 0xEC})); // 40000 - 30011 - 15000
+        large.seek(0);
+        wave.reset();
+        read(wave, &large);
+        QCOMPARE(samples(wave), expected);
+    }
+
+private Q_SLOTS:
+    void descriptions()
+    {
+        QString comp = "0.009999999776482582 2 1.5 0 -60 0 COMP.WV 0 4 16 50 0 20";
+        QString vent = "1 4 100 3000 -1000 0 VENT.WV 0 5 16 50 0 20";
+        CPRData session;
+        CPRWaveformInfo &compInfo = *session.compressionData()->waveformInfo();
+        CPRWaveformInfo &ventInfo = *session.ventilationData()->waveformInfo();
+        QCOMPARE(describe(CPRWaveformInfo(nullptr)), "0 2 0 0 0 0  0 0 0 0 0 0");
+        QCOMPARE(describe(compInfo), comp);
+        QCOMPARE(describe(ventInfo), vent);
+        QString xml;
+        QXmlStreamWriter writer(&xml);
+        ventInfo.write(&writer);
+        QCOMPARE(xml,
+                 "<waveForm msecs=\"0\" type=\"vent\" bitsPerSample=\"16\" sampleRate=\"50\" "
+                 "length=\"0\"><scale lsbValue=\"1\" scaleUnits=\"ml\" scaleUnitsPerMM=\"100\" "
+                 "scaleMax=\"3000\" scaleMin=\"-1000\" offset=\"0\"/>"
+                 "<externalFile fileName=\"VENT.WV\"/></waveForm>");
+        for (int i = ownProperties; i < compInfo.metaObject()->propertyCount(); ++i) {
+            compInfo.metaObject()->property(i).write(&compInfo, 1);
+            ventInfo.metaObject()->property(i).write(&ventInfo, 1);
+        }
+        session.setCprState(CPRData::CPR_MANIKIN_INIT);
+        QCOMPARE(describe(compInfo), comp.replace("-60 0", "-60 1")); // all but the offset
+        QCOMPARE(describe(ventInfo), vent.replace("50 0", "50 1")); // all but the length
+    }
+
+    void settersCoalesce()
+    {
+        CPRWaveformInfo info(nullptr);
+        QSignalSpy changes(&info, &CPRWaveformInfo::waveformInfoChanged);
+        const QStringList values = QString("0.5 l 2.5 7 -8 9 A.WV 12 vent 8 30 99").split(' ');
+        for (int turn = 0; turn < 2; ++turn) { // announced also when nothing changes
+            for (int i = 0; i < values.size(); ++i) {
+                const QMetaProperty property = info.metaObject()->property(i + ownProperties);
+                for (int burst = 0; burst < 3; ++burst)
+                    QVERIFY(property.write(&info, values[i]));
+                QVERIFY2(changes.wait(), property.name());
+            }
+        }
+        QCOMPARE(changes.count(), 24);
+        QCOMPARE(describe(info), "0.5 3 2.5 7 -8 9 A.WV 12 5 8 30 99 33");
+    }
+
+    void samplingValues_data()
+    {
+        // Period and rate, which are 20 and 50 before.
+        addRows({"expected"},
+                {"rate 30|33 30", "rate 1000|1 1000", "period 30|30 33", "period 1000|1000 1",
+                 "rate 0|20 50", "rate -5|20 50", "rate 1001|20 50", "rate 2000|20 50",
+                 "period 0|20 50", "period -5|20 50", "period 1001|20 50", "period 2000|20 50"});
+    }
+
+    void samplingValues()
+    {
+        QFETCH(QString, expected);
+        const QString name = QTest::currentDataTag();
+        const int value = name.section(' ', 1).toInt();
+        const bool isRate = name.startsWith("rate");
+        CPRWaveformInfo info(nullptr);
+        info.setSampleRate(50);
+        if (expected == "20 50")
+            QTest::ignoreMessage(QtWarningMsg,
+                                 QRegularExpression("^Sample (rate|period) refused:"));
+        isRate ? info.setSampleRate(value) : info.setSamplePeriod(value);
+        QCOMPARE(QString("%1 %2").arg(info.samplePeriod()).arg(info.sampleRate()), expected);
+    }
+
+    void waveInfoMessage_data()
+    {
+        // Absolute depth in use, wave type, period; period, rate and time (42768) of both waves.
+        addRows({"sent", "expected"},
+                {"relative|0 9 40|40 25 42768 20 50 0", "absolute|1 13 40|40 25 42768 20 50 0",
+                 "volume|1 12 40|20 50 0 40 25 42768",
+                 "relative, not in use|1 9 40|20 50 0 20 50 0",
+                 "absolute, not in use|0 13 40|20 50 0 20 50 0", "other|0 10 40|20 50 0 20 50 0",
+                 "longest|0 9 255|255 3 42768 20 50 0", "no period|0 9 0|20 50 0 20 50 0"});
+    }
+
+    void waveInfoMessage()
+    {
+        QFETCH(QString, sent);
+        QFETCH(QString, expected);
+        const QByteArray content = bytes({0, sent.section(' ', 1, 1).toInt(),
+                                          sent.section(' ', 2).toInt(), 3, 4, 5, 6, 0x10, 0xA7});
+        CPRData session;
+        session.cprGuidelines()->setUseAbsoluteDepth(sent.startsWith('1'));
+        const bool isRefused = sent.endsWith(" 0");
+        if (isRefused)
+            QTest::ignoreMessage(QtWarningMsg, "Sample period refused: 0 ms");
+        QCOMPARE(send(session, 77, content), isRefused || expected.contains("42768"));
+        const CPRWaveformInfo &comp = *session.compressionData()->waveformInfo();
+        const CPRWaveformInfo &vent = *session.ventilationData()->waveformInfo();
+        QCOMPARE(
+            QString("%1 %2 %3 ").arg(comp.samplePeriod()).arg(comp.sampleRate()).arg(comp.msecs())
+                + QString("%1 %2 %3")
+                      .arg(vent.samplePeriod())
+                      .arg(vent.sampleRate())
+                      .arg(vent.msecs()),
+            expected);
+        QVERIFY(!send(session, 78, content));
+    }
+
+    void readsDescription_data()
+    {
+        // File, time, period and unit of both waves.
+        addRows({"both"},
+                {"<w/>|COMP.WV 0 20 2 VENT.WV 0 20 4", "<w><x/></w>|COMP.WV 0 20 2 VENT.WV 0 20 4",
+                 "<w><waveForm msecs=\"1\" x=\"3\"/><waveForm msecs=\"2\" sampleRate=\"25\"/></w>|"
+                 "COMP.WV 1 20 2 VENT.WV 2 40 4",
+                 "<w><waveForm><x><scale scaleUnits=\"l\"/><y/></x><externalFile fileName=\"A\">"
+                 "<z/></externalFile></waveForm><waveForm><scale scaleUnits=\"gram\"/></waveForm>"
+                 "</w>|A 0 20 3 VENT.WV 0 20 0",
+                 "<w><waveForm><scale scaleUnits=\"l\">|COMP.WV 0 20 3 VENT.WV 0 20 4"}); // cut
+    }
+
+    void readsDescription()
+    {
+        CPRData session;
+        QXmlStreamReader reader(QTest::currentDataTag());
+        reader.readNextStartElement();
+        session.compressionData()->readWaveformInfo(&reader);
+        session.ventilationData()->readWaveformInfo(&reader);
+        QStringList both;
+        for (const CPRWaveformInfo *info :
+             {session.compressionData()->waveformInfo(), session.ventilationData()->waveformInfo()})
+            both.append(QString("%1 %2 %3 %4")
+                            .arg(info->fileName())
+                            .arg(info->msecs())
+                            .arg(info->samplePeriod())
+                            .arg(info->scaleUnits()));
+        QTEST(both.join(' '), "both");
+    }
+
+    void recording_data()
+    {
+        // A sample 9 with this index after the samples 1 to 5.
+        addRows({"expected"},
+                {"0|9 9 9 9 9", "2|1 2 9 9 9", "4|1 2 3 4 9", "5|1 2 3 4 5 9", "6|1 2 3 4 5 9",
+                 "1000|1 2 3 4 5 9", "-1|1 2 3 4 5 9"});
+    }
+
+    void recording()
+    {
+        QFETCH(QString, expected);
+        const int index = QByteArray(QTest::currentDataTag()).toInt();
+        CPRData session;
+        checkRecording(*session.compressionData(), index, expected);
+        checkRecording(*session.ventilationData(), index, expected);
+        // A gap is filled with the last depth, which a new session keeps, and with no volume.
+        session.compressionData()->setAbsoluteCompressionData(33, 1);
+        session.ventilationData()->setVentilationData(44, 1);
+        session.reset();
+        session.compressionData()->fill(2);
+        session.ventilationData()->fill(3);
+        QCOMPARE(samples(*session.compressionData()), "33 33");
+        QCOMPARE(samples(*session.ventilationData()), "0 0 0");
+        QCOMPARE(session.compressionData()->sessionTimeFromData(), 40);
+    }
+
+    void depthKind()
+    {
+        CPRData session;
+        CPRCompressionData &comp = *session.compressionData();
+        for (int depth : {10, 20}) {
+            session.cprGuidelines()->setUseAbsoluteDepth(depth == 20);
+            comp.setAbsoluteCompressionData(depth + 1, -1);
+            comp.setRelativeCompressionData(depth + 2, -1);
+            comp.setAbsoluteCompressionData(depth + 3, -1);
+            comp.fill(1); // the last of either kind
+        }
+        QCOMPARE(samples(comp), "12 13 21 23 23");
+        QCOMPARE(comp.absoluteDepth() - comp.relativeDepth(), 1);
+    }
+
+    void cutOff_data()
+    {
+        // What is kept of 100 samples, one each 20 ms.
+        addRows({"kept"},
+                {"1000|51", "999|50", "1019|51", "1020|52", "0|1", "-20|0", "-5000|0", "1979|99",
+                 "1980|100", "5000|100", "2147483647|100", "-2147483648|0"});
+    }
+
+    void cutOff()
+    {
+        CPRData session;
+        const int msecs = QByteArray(QTest::currentDataTag()).toInt();
+        session.compressionData()->fill(100);
+        session.ventilationData()->fill(100);
+        session.compressionData()->cutOffWavedataAtTime(msecs);
+        session.ventilationData()->cutOffWavedataAtTime(msecs);
+        QTEST(QString::number(session.compressionData()->count()), "kept");
+        QTEST(QString::number(session.ventilationData()->count()), "kept");
+    }
+
+    void files()
+    {
+        CPRData session;
+        checkFiles(*session.compressionData());
+        checkFiles(*session.ventilationData());
+    }
+
+    void signalsOnChange()
+    {
+        CPRData session;
+        session.setSessionTime(4000);
+        CPRCompressionData &comp = *session.compressionData();
+        CPRVentilationData &vent = *session.ventilationData();
+        QStringList heard;
+        const auto watch = [&](const auto *sender, auto signal, const char *name) {
+            connect(sender, signal, this,
+                    [&heard, name](int value) { heard.append(name + QString::number(value)); });
+        };
+        watch(&comp, &CPRCompressionData::absoluteCompressionDepthChanged, "abs");
+        watch(&comp, &CPRCompressionData::relativeCompressionDepthChanged, "rel");
+        watch(&comp, &CPRCompressionData::compressionPeakDepthChanged, "peak");
+        watch(&comp, &CPRCompressionData::compressionRateChanged, "rate");
+        watch(&vent, &CPRVentilationData::ventilationVolumeChanged, "volume");
+        watch(&vent, &CPRVentilationData::ventilationRateChanged, "breaths");
+        for (int value : {0, 5, 5, 0}) {
+            for (int type : {13, 9, 12, 10}) {
+                comp.waveDataReceived(static_cast<CommonDefs::WaveType>(type), value, -1);
+                vent.waveDataReceived(static_cast<CommonDefs::WaveType>(type), value, -1);
+            }
+        }
+        for (int value : {0, 300, 300, -2}) {
+            for (quint32 identifier : {87U, 104U, 88U})
+                QVERIFY(send(session, identifier, bytes({0, value, value >> 8})));
+        }
+        QCOMPARE(heard.join(' '),
+                 "volume0 abs5 rel5 volume5 abs0 rel0 volume0 peak0 breaths0 "
+                 "rate300 peak300 breaths44 peak300 rate-2 peak-2 breaths-2");
+        QCOMPARE(comp.compressionRate(), short(-2));
+        QCOMPARE(samples(vent), "0 5 5 0");
+        QCOMPARE(vent.waveformInfo()->msecs(), 4000);
+    }
+
+    void copies()
+    {
+        auto session = std::make_unique<CPRData>();
+        session->compressionData()->setRelativeCompressionData(7, 1);
+        session->compressionData()->setCompressionRate(99);
+        session->ventilationData()->setVentilationData(8, 1);
+        session->ventilationData()->setVentilationRate(9);
+        session->compressionData()->waveformInfo()->setMsecs(12);
+        CPRCompressionData comp(*session->compressionData(), &m_owner);
+        CPRVentilationData vent(*session->ventilationData(), &m_owner);
+        session->compressionData()->setRelativeCompressionData(1, 0);
+        session->ventilationData()->setVentilationData(1, 0);
+        session->compressionData()->waveformInfo()->setMsecs(13);
+        session.reset();
+        comp.fill(1);
+        QCOMPARE(samples(comp) + ", " + samples(vent), "7 7, 8");
+        QCOMPARE(QVector<int>(
+                     {comp.compressionRate(), comp.relativeDepth(), vent.rate(), vent.volume()}),
+                 QVector<int>({99, 7, 9, 8}));
+        QCOMPARE(describe(*comp.waveformInfo()),
+                 "0.009999999776482582 2 1.5 0 -60 0 COMP.WV 12 4 16 50 0 20");
+        QSignalSpy changes(comp.waveformInfo(), &CPRWaveformInfo::waveformInfoChanged);
+        comp.waveformInfo()->setMsecs(1);
+        QVERIFY(changes.wait());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestWaves)
+
+#include "tst_waves.moc"
