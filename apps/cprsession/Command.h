@@ -24,6 +24,7 @@ enum class ExitStatus {
 using Run = std::function<ExitStatus()>;
 void addReplayCommand(CLI::App &app, Run &run);
 void addInfoCommand(CLI::App &app, Run &run);
+void addExportCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);

@@ -11,9 +11,12 @@ namespace {
 // Work that is done sooner shows nothing.
 constexpr qint64 intervalMs = 200;
 
+bool isWanted = true;
+
 } // namespace
 
-Progress::Progress(const QString &what) : m_what(what), m_isTerminal(isatty(STDERR_FILENO) != 0)
+Progress::Progress(const QString &what)
+    : m_what(what), m_isTerminal(isWanted && isatty(STDERR_FILENO) != 0)
 {
     m_sinceShown.start();
 }
@@ -22,6 +25,11 @@ Progress::~Progress()
 {
     if (m_isShown)
         std::fputs("\r\033[K", stderr);
+}
+
+void Progress::setShown(bool shown)
+{
+    isWanted = shown;
 }
 
 void Progress::report(qint64 done, qint64 total)

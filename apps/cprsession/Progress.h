@@ -15,6 +15,9 @@ public:
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
 
+    /// Progress that starts after this is shown only when \a shown.
+    static void setShown(bool shown);
+
     /// \a done of \a total, in any unit. Cheap enough to be called for every record.
     void report(qint64 done, qint64 total);
 

@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "FollowedFile.h"
+
+#include <QThread>
+
+#include <utility>
+
+namespace {
+
+constexpr unsigned long pollIntervalMs = 50;
+
+} // namespace
+
+FollowedFile::FollowedFile(const QString &name, std::function<bool()> isOver)
+    : m_file(name), m_isOver(std::move(isOver))
+{
+}
+
+bool FollowedFile::open(OpenMode mode)
+{
+    if (!m_file.open(mode)) {
+        setErrorString(m_file.errorString());
+        return false;
+    }
+    // Unbuffered: a read has to give what is there instead of waiting for a full buffer.
+    return QIODevice::open(mode | Unbuffered);
+}
+
+qint64 FollowedFile::readData(char *data, qint64 maxSize)
+{
+    for (;;) {
+        const qint64 count = m_file.read(data, maxSize);
+        if (count < 0)
+            setErrorString(m_file.errorString());
+        if (count != 0 || m_isOver())
+            return count;
+        QThread::msleep(pollIntervalMs);
+    }
+}
+
+qint64 FollowedFile::writeData(const char * /*data*/, qint64 /*maxSize*/)
+{
+    return -1;
+}

@@ -1,0 +1,307 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "SessionTable.h"
+
+#include <CPRData.h>
+#include <CPREventSessionInfo.h>
+#include <CPREventSessionScore.h>
+#include <CPREventSessionStatistics.h>
+
+#include <QBuffer>
+#include <QMetaEnum>
+#include <QMetaProperty>
+
+#include <algorithm>
+#include <initializer_list>
+
+namespace {
+
+using E = CPREventBase;
+using Column = TableWriter::Column;
+using Row = TableWriter::Row;
+
+QString unitText(E::ParameterType parameter)
+{
+    const E::ParameterUnit unit = E::parameterUnit.value(parameter, E::none);
+    return unit == E::none
+        ? QString()
+        : QString::fromLatin1(QMetaEnum::fromType<E::ParameterUnit>().valueToKey(unit));
+}
+
+// The parameters with these names; false, and the reason in error, when one is unknown.
+bool parametersOf(const QStringList &names, QVector<E::ParameterType> &parameters, QString *error)
+{
+    for (const QString &name : names) {
+        E::ParameterType parameter{};
+        if (!E::parameterFromKey(name, parameter)) {
+            *error = QStringLiteral("there is no column \"%1\"").arg(name);
+            return false;
+        }
+        parameters.append(parameter);
+    }
+    return true;
+}
+
+// One row per session, made by the library's own CSV export: each parameter from the earliest
+// event that holds it.
+class SummaryTable final : public SessionTable {
+public:
+    explicit SummaryTable(const QVector<E::ParameterType> &parameters)
+    {
+        for (E::ParameterType parameter : parameters)
+            m_columns.append({parameter, E::parameterKey(parameter)});
+    }
+
+    static QVector<E::ParameterType> usualColumns()
+    {
+        return {E::students,
+                E::startTime,
+                E::totalTime,
+                E::manikinType,
+                E::cprProtocol,
+                E::overallScore,
+                E::compOverallScore,
+                E::ventOverallScore,
+                E::flowTimePercentage,
+                E::primaryAdvice,
+                E::secondaryAdvice,
+                E::compCount,
+                E::compMeanDepth,
+                E::compMeanRate,
+                E::compCorrectDepthPercentage,
+                E::compCorrectReleasePercentage,
+                E::compCorrectRatePercentage,
+                E::compHandPosCorrectPercentage,
+                E::ventCount,
+                E::ventMeanVolume,
+                E::ventMeanRate,
+                E::ventCorrectVolumePercentage,
+                E::inactivityTime};
+    }
+
+    QVector<Column> columns() const override
+    {
+        QVector<Column> columns;
+        for (const auto &column : m_columns)
+            columns.append({column.second, unitText(column.first)});
+        return columns;
+    }
+
+    bool writeRows(const CPRData &session, const WriteRow &write) const override
+    {
+        // A copy lists all three standing events; in a session from a file only one is listed.
+        const CPRData copy(session);
+        Row row;
+        for (const auto &column : m_columns) {
+            QBuffer cell;
+            cell.open(QIODevice::WriteOnly);
+            copy.cprEvents()->write(&cell, {column}, QString());
+            row.append(QString::fromUtf8(cell.data()));
+        }
+        return write(row);
+    }
+
+private:
+    E::ParameterMapList_t m_columns;
+};
+
+// One row per event.
+class EventTable final : public SessionTable {
+public:
+    // An empty list of columns stands for every parameter that an event in a list can carry.
+    static std::unique_ptr<EventTable> create(const QStringList &names, QString *error)
+    {
+        auto table = std::make_unique<EventTable>();
+        for (const QString &name : names) {
+            const auto *const end = fixedColumns + std::size(fixedColumns);
+            const auto *const fixed = std::find_if(fixedColumns, end, [&name](const Fixed &column) {
+                return name == QLatin1String(column.name);
+            });
+            if (fixed != end) {
+                table->m_cells.append(Cell{fixed, {}});
+            } else {
+                QVector<E::ParameterType> parameter;
+                if (!parametersOf({name}, parameter, error))
+                    return nullptr;
+                table->m_cells.append(Cell{nullptr, parameter.first()});
+            }
+        }
+        return table;
+    }
+
+    static QStringList usualColumns()
+    {
+        QStringList names;
+        for (const Fixed &column : fixedColumns)
+            names.append(QLatin1String(column.name));
+        const std::initializer_list<E::ParameterType> parameters{E::compDepth,
+                                                                 E::compReleaseDepth,
+                                                                 E::compMeanRate,
+                                                                 E::compPeakTime,
+                                                                 E::compInstantaneousPeriod,
+                                                                 E::compPeakForce,
+                                                                 E::compReleaseForce,
+                                                                 E::compLeaningDepth,
+                                                                 E::compIncompleteRelease,
+                                                                 E::compHandposError,
+                                                                 E::compHandposXiphoid,
+                                                                 E::ventVolume,
+                                                                 E::ventRate,
+                                                                 E::ventPeakTime,
+                                                                 E::ventInstantaneousPeriod,
+                                                                 E::ventDuringCompression,
+                                                                 E::compInactivity,
+                                                                 E::shockEnergy,
+                                                                 E::aedEventType,
+                                                                 E::aedType,
+                                                                 E::aedECGRhythm,
+                                                                 E::aedRemoteOtherButtonId,
+                                                                 E::eventId};
+        for (E::ParameterType parameter : parameters)
+            names.append(E::parameterKey(parameter));
+        return names;
+    }
+
+    QVector<Column> columns() const override
+    {
+        QVector<Column> columns;
+        for (const Cell &cell : m_cells) {
+            columns.append(
+                cell.fixed
+                    ? Column{QLatin1String(cell.fixed->name), QLatin1String(cell.fixed->unit)}
+                    : Column{E::parameterKey(cell.parameter), unitText(cell.parameter)});
+        }
+        return columns;
+    }
+
+    bool writeRows(const CPRData &session, const WriteRow &write) const override
+    {
+        const auto &events = session.cprEvents()->events();
+        return std::all_of(events.cbegin(), events.cend(), [&](const E *event) {
+            Row row;
+            for (const Cell &cell : m_cells)
+                row.append(cell.fixed ? cell.fixed->value(*event)
+                                      : valueOf(*event, cell.parameter));
+            return write(row);
+        });
+    }
+
+private:
+    struct Fixed {
+        const char *name;
+        const char *unit;
+        QVariant (*value)(const E &event);
+    };
+    static constexpr Fixed fixedColumns[] = {
+        {"type", "", [](const E &event) { return QVariant(QLatin1String(event.typeAsString())); }},
+        {"start", "ms", [](const E &event) { return QVariant(event.msecs()); }},
+        {"end", "ms", [](const E &event) { return QVariant(event.eventEndTime()); }},
+    };
+    struct Cell {
+        const Fixed *fixed; // null for a parameter
+        E::ParameterType parameter;
+    };
+
+    // Compressions and ventilations hold their measurements as properties.
+    static QVariant valueOf(const E &event, E::ParameterType parameter)
+    {
+        if (event.params())
+            return event.parameterValue(parameter, QVariant());
+        const QByteArray key = E::parameterKey(parameter).toLatin1();
+        const int index = event.metaObject()->indexOfProperty(key.constData());
+        return index < E::staticMetaObject.propertyCount()
+            ? QVariant()
+            : event.metaObject()->property(index).read(&event);
+    }
+
+    QVector<Cell> m_cells;
+};
+
+// One row per sample period.
+class WaveTable final : public SessionTable {
+public:
+    QVector<Column> columns() const override
+    {
+        return {{QStringLiteral("time"), QStringLiteral("ms")},
+                {QStringLiteral("depth"), QStringLiteral("mm")},
+                {QStringLiteral("volume"), QStringLiteral("ml")}};
+    }
+
+    bool writeRows(const CPRData &session, const WriteRow &write) const override
+    {
+        const CPRCompressionData &depth = *session.compressionData();
+        const CPRVentilationData &volume = *session.ventilationData();
+        const qint64 period = depth.waveformInfo()->samplePeriod();
+        const float mmPerUnit = depth.waveformInfo()->lsbValue();
+        const float mlPerUnit = volume.waveformInfo()->lsbValue();
+        const int rows = qMax(depth.count(), volume.count());
+        for (int i = 0; i < rows; ++i) {
+            // The sample of a header stands at the end of its period.
+            const Row row{period * (i + 1),
+                          i < depth.count() ? QVariant(float(depth.at(i)) * mmPerUnit) : QVariant(),
+                          i < volume.count() ? QVariant(float(volume.at(i)) * mlPerUnit)
+                                             : QVariant()};
+            if (!write(row))
+                return false;
+        }
+        return true;
+    }
+};
+
+// One row per value of the active guideline set.
+class GuidelineTable final : public SessionTable {
+public:
+    QVector<Column> columns() const override
+    {
+        return {{QStringLiteral("name"), QString()},
+                {QStringLiteral("value"), QString()},
+                {QStringLiteral("unit"), QString()}};
+    }
+
+    bool writeRows(const CPRData &session, const WriteRow &write) const override
+    {
+        const auto units = QMetaEnum::fromType<CPRDataBase::ParameterUnit>();
+        const CPRGuidelines *guidelines = session.cprGuidelines();
+        const QMetaObject *meta = guidelines->metaObject();
+        for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
+            const QString name = QString::fromLatin1(meta->property(i).name());
+            const auto unit = CPRDataBase::parameterUnit.value(name, CPRDataBase::none);
+            const Row row{name, meta->property(i).read(guidelines),
+                          unit == CPRDataBase::none
+                              ? QVariant()
+                              : QVariant(QLatin1String(units.valueToKey(unit)))};
+            if (!write(row))
+                return false;
+        }
+        return true;
+    }
+};
+
+} // namespace
+
+SessionTable::~SessionTable() = default;
+
+std::unique_ptr<SessionTable> SessionTable::create(const QString &what, const QStringList &columns,
+                                                   QString *error)
+{
+    if (what == QLatin1String("summary")) {
+        QVector<E::ParameterType> parameters;
+        if (!parametersOf(columns, parameters, error))
+            return nullptr;
+        return std::make_unique<SummaryTable>(parameters.isEmpty() ? SummaryTable::usualColumns()
+                                                                   : parameters);
+    }
+    if (what == QLatin1String("events"))
+        return EventTable::create(columns.isEmpty() ? EventTable::usualColumns() : columns, error);
+    if (!columns.isEmpty()) {
+        *error = QStringLiteral("%1 has fixed columns").arg(what);
+        return nullptr;
+    }
+    if (what == QLatin1String("waves"))
+        return std::make_unique<WaveTable>();
+    if (what == QLatin1String("guidelines"))
+        return std::make_unique<GuidelineTable>();
+    *error = QStringLiteral("there is no table \"%1\"").arg(what);
+    return nullptr;
+}

@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRSESSION_SESSIONTABLE_H
+#define CPRSESSION_SESSIONTABLE_H
+
+#include "TableWriter.h"
+
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+
+class CPRData;
+
+/// One way to put a session into rows.
+class SessionTable {
+public:
+    /// The table named \a what (summary, events, waves, guidelines) with the columns of those
+    /// names, or its usual ones when there are none. Null, and a reason in \a error, when there is
+    /// no such table or column.
+    static std::unique_ptr<SessionTable> create(const QString &what, const QStringList &columns,
+                                                QString *error);
+    virtual ~SessionTable();
+
+    virtual QVector<TableWriter::Column> columns() const = 0;
+    /// Calls \a write for each row of \a session until it returns false; returns its last answer.
+    using WriteRow = std::function<bool(const TableWriter::Row &)>;
+    virtual bool writeRows(const CPRData &session, const WriteRow &write) const = 0;
+};
+
+#endif

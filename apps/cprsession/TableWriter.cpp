@@ -1,0 +1,139 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "TableWriter.h"
+
+#include <QIODevice>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <cmath>
+
+namespace {
+
+// A float has no more digits that mean something.
+constexpr int significantDigits = 7;
+
+bool isFraction(const QVariant &value)
+{
+    const auto type = static_cast<QMetaType::Type>(value.type());
+    return type == QMetaType::Float || type == QMetaType::Double;
+}
+
+class CsvWriter final : public TableWriter {
+public:
+    CsvWriter(QIODevice *device, const QString &separator)
+        : TableWriter(device), m_separator(separator),
+          m_decimalSign(separator == QLatin1String(";") ? QLatin1Char(',') : QLatin1Char('.'))
+    {
+    }
+
+    bool begin(const QVector<Column> &columns) override
+    {
+        Row titles;
+        for (const Column &column : columns) {
+            titles.append(column.unit.isEmpty()
+                              ? column.name
+                              : QStringLiteral("%1 (%2)").arg(column.name, column.unit));
+        }
+        return write(titles);
+    }
+
+    bool write(const Row &row) override
+    {
+        QString line;
+        for (int i = 0; i < row.size(); ++i) {
+            if (i > 0)
+                line += m_separator;
+            line += quoted(text(row.at(i)));
+        }
+        return put((line + QLatin1String("\r\n")).toUtf8());
+    }
+
+    bool end() override { return true; }
+
+private:
+    QString text(const QVariant &value) const
+    {
+        if (value.type() == QVariant::Bool)
+            return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+        if (!isFraction(value))
+            return value.toString();
+        return QString::number(value.toDouble(), 'g', significantDigits)
+            .replace(QLatin1Char('.'), m_decimalSign);
+    }
+
+    QString quoted(QString cell) const
+    {
+        const bool needsQuotes = cell.contains(m_separator) || cell.contains(QLatin1Char('"'))
+            || cell.contains(QLatin1Char('\n')) || cell.contains(QLatin1Char('\r'));
+        if (!needsQuotes)
+            return cell;
+        return QLatin1Char('"') + cell.replace(QLatin1Char('"'), QLatin1String("\"\""))
+            + QLatin1Char('"');
+    }
+
+    QString m_separator;
+    QChar m_decimalSign;
+};
+
+class JsonWriter final : public TableWriter {
+public:
+    explicit JsonWriter(QIODevice *device) : TableWriter(device) { }
+
+    bool begin(const QVector<Column> &columns) override
+    {
+        m_columns = columns;
+        return put("[");
+    }
+
+    bool write(const Row &row) override
+    {
+        QJsonObject object;
+        for (int i = 0; i < row.size(); ++i) {
+            const QVariant &value = row.at(i);
+            if (value.isValid())
+                object.insert(m_columns.at(i).name, toJson(value));
+        }
+        const QByteArray separator = m_isFirst ? "\n" : ",\n";
+        m_isFirst = false;
+        return put(separator + QJsonDocument(object).toJson(QJsonDocument::Compact));
+    }
+
+    bool end() override { return put("\n]\n"); }
+
+private:
+    static QJsonValue toJson(const QVariant &value)
+    {
+        // Through its text, so that a float 51.2 does not become 51.20000076293945.
+        if (isFraction(value) && std::isfinite(value.toDouble()))
+            return QString::number(value.toDouble(), 'g', significantDigits).toDouble();
+        return QJsonValue::fromVariant(value);
+    }
+
+    QVector<Column> m_columns;
+    bool m_isFirst = true;
+};
+
+} // namespace
+
+TableWriter::TableWriter(QIODevice *device) : m_device(device)
+{
+}
+
+TableWriter::~TableWriter() = default;
+
+bool TableWriter::put(const QByteArray &bytes)
+{
+    return m_device->write(bytes) == bytes.size();
+}
+
+std::unique_ptr<TableWriter> TableWriter::csv(QIODevice *device, const QString &separator)
+{
+    return std::make_unique<CsvWriter>(device, separator);
+}
+
+std::unique_ptr<TableWriter> TableWriter::json(QIODevice *device)
+{
+    return std::make_unique<JsonWriter>(device);
+}

@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRSESSION_TABLEWRITER_H
+#define CPRSESSION_TABLEWRITER_H
+
+#include <QByteArray>
+#include <QString>
+#include <QVariant>
+#include <QVector>
+
+#include <memory>
+
+class QIODevice;
+
+/// Writes a table row by row, so that a long one never stands in memory. Texts are UTF-8, and
+/// numbers do not depend on the locale.
+class TableWriter {
+public:
+    struct Column {
+        QString name;
+        QString unit; ///< empty when there is none
+    };
+    using Row = QVector<QVariant>; ///< a value per column; an invalid one is an empty cell
+
+    /// CSV as RFC 4180 has it. With ';' as \a separator the decimal sign is a comma: that is how
+    /// spreadsheets in such a locale read it; with any other it is a dot.
+    static std::unique_ptr<TableWriter> csv(QIODevice *device, const QString &separator);
+    /// A JSON array with an object per row; empty cells are left out.
+    static std::unique_ptr<TableWriter> json(QIODevice *device);
+
+    virtual ~TableWriter();
+    TableWriter(const TableWriter &) = delete;
+    TableWriter &operator=(const TableWriter &) = delete;
+
+    /// Each returns false when the device does not take everything.
+    virtual bool begin(const QVector<Column> &columns) = 0;
+    virtual bool write(const Row &row) = 0;
+    virtual bool end() = 0;
+
+protected:
+    /// \a device is open for writing and is not owned.
+    explicit TableWriter(QIODevice *device);
+    bool put(const QByteArray &bytes);
+
+private:
+    QIODevice *m_device;
+};
+
+#endif
