@@ -3,6 +3,8 @@
 add_library(cprdata_warnings INTERFACE)
 target_compile_options(cprdata_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+    # Qt's logging macros are called without arguments.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
     $<$<BOOL:${CPRDATA_WERROR}>:-Werror>)
 target_compile_definitions(cprdata_warnings INTERFACE
     QT_NO_CAST_FROM_ASCII

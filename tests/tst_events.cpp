@@ -14,6 +14,7 @@
 #include "TestSupport.h"
 
 #include <QBuffer>
+#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
@@ -61,8 +62,9 @@ E *lasting(E *event, int end, const QString &name = QString())
 // Plays words of a kind and two numbers, of which the first two are mostly a start and an end:
 // C and V are a compression and a ventilation that the link has decoded, P is such a pause of 1 s,
 // p one that is listed already, X an event of the host; m is a pause message at a session time
-// with its length in s, a number is a report of the host from that start; cut is a time; any other
-// name is an event of that name. Returns how messages were answered.
+// with its length in s, a number is a report of the host from that start; cut is a time and the
+// length in s that a pause must have; any other name is an event of that name. Returns how messages
+// were answered.
 QString play(CPRData &session, const QString &script)
 {
     CPREvents *events = session.cprEvents();
@@ -93,6 +95,7 @@ QString play(CPRData &session, const QString &script)
             session.setSessionTime(from);
             events->incomingInactivityTime(kind.toUInt(), to);
         } else if (kind == "cut"_l1) {
+            session.cprGuidelines()->setCompressionInactivityLevel0TimeoutCPR(to);
             events->removeInactivityEventAfter(from);
         } else {
             events->addEvent(lasting(new E(E::CprPacketLossStart, from, events), to, kind), false);
@@ -151,6 +154,8 @@ private Q_SLOTS:
              "i C1 C2 V X C1|",
              "at the peak|C:100:500 C:510:900 V:1100:1500 X:1600:0 C:1000:1400|i C1 C2 C1 V X|",
              "no compression before|V:1150:1500 X:1600:0 C:1000:1400 C:1700:1900|i C1 V X C1|",
+             "pause goes on|m:10000:5 C:10000:10400 m:11000:6 C:10800:11000|i 5000-11000/6 C1 "
+             "C1|++",
              // Pauses that are reported again and again.
              "5, 6, 7 s|m:10000:5 m:11000:6 m:12000:7|i 5000-12000/7|+++",
              "1000 ms late|m:10000:5 m:12000:6|i 5000-11000/6|++",
@@ -165,14 +170,15 @@ private Q_SLOTS:
              "host, tolerated|4000:10000:5|i 4000-9000/5|",
              "host, out of step|2000:10000:5|i 2000-2000/0|",
              "host, another|5000:10000:5 18000:20000:2|i 5000-10000/5 18000-20000/2|",
-             // Cut pauses: less than the 3 s of the guidelines do not remain.
-             "ends at the cut|p:1000:6000 cut:6000:0|i 1000-6000/0|",
-             "ends behind|p:1000:6000 cut:5999:0|i 1000-5999/4|",
-             "3 s remain|p:1000:6000 cut:4000:0|i 1000-4000/3|",
-             "less remains|p:1000:6000 cut:3999:0|i|", "at its start|p:4000:9000 cut:4000:0|i|",
-             "two|p:1000:6000 p:8000:12000 cut:5000:0|i 1000-5000/4|",
-             "three|p:1000:4000 p:5000:9000 p:10000:15000 cut:7000:0|i 1000-4000/0|",
-             "all, and none|p:1000:4000 p:5000:9000 cut:0:0 cut:0:0|i|"});
+             // Cut pauses: less than 3 s do not remain.
+             "ends at the cut|p:1000:6000 cut:6000:3|i 1000-6000/0|",
+             "ends behind|p:1000:6000 cut:5999:3|i 1000-5999/4|",
+             "3 s remain|p:1000:6000 cut:4000:3|i 1000-4000/3|",
+             "less remains|p:1000:6000 cut:3999:3|i|", "at its start|p:4000:9000 cut:4000:0|i|",
+             "nothing too short|p:4000:9000 cut:4001:0|i 4000-4001/0|",
+             "two|p:1000:6000 p:8000:12000 cut:5000:3|i 1000-5000/4|",
+             "three|p:1000:4000 p:5000:9000 p:10000:15000 cut:7000:3|i 1000-4000/0|",
+             "all, and none|p:1000:4000 p:5000:9000 cut:0:3 cut:0:3|i|"});
     }
 
     void list()
@@ -183,6 +189,8 @@ private Q_SLOTS:
         const CPREvents *events = session.cprEvents();
         Recorder recorder;
         recorder.watch(events, &CPREvents::inactivityCPREvent, "pause"_l1);
+        connect(events, &CPREvents::compressionEvent, this,
+                [](const CPREventCompression *event) { QVERIFY(event->numberInCycle() > 0); });
         QTEST(play(session, script), "answers");
         QTEST(listed(events->events()), "order");
         if (script.startsWith("a:"_l1)) // of one tag all, the session info too
@@ -305,6 +313,10 @@ private Q_SLOTS:
         QCOMPARE(int(session.compressionData()->compressionRate()), 0);
         QTest::qWait(20);
         QCOMPARE(recorder.take(), "changed"_l1); // once for all of them
+        QElapsedTimer timer; // and also while changes keep coming
+        for (timer.start(); timer.elapsed() < 200; QCoreApplication::processEvents())
+            events->sendSignal();
+        QVERIFY(recorder.take().startsWith("changed"_l1));
     }
 
     void scoreCounting()
@@ -357,6 +369,7 @@ private Q_SLOTS:
         play(*source, "X:1000:0 X:3000:0 X:2000:0 C:4000:4300"_l1);
         const QString sessionID = source->cprEvents()->sessionInfo()->getSessionID();
         CPRData copied(*source);
+        CPRData another(copied);
         source.reset();
         CPREvents *copy = copied.cprEvents();
         QVector<int> times;
@@ -374,6 +387,8 @@ private Q_SLOTS:
         watchAll(recorder, copy);
         play(copied, "C:4800:5000"_l1);
         QCOMPARE(listed(copy->events(E::TagComp, -1)), "C1 C2"_l1);
+        play(another, "C:4801:5000"_l1); // 501 ms later
+        QCOMPARE(listed(another.cprEvents()->events(E::TagComp, -1)), "C1 C1"_l1);
         for (quint32 id : {108U, 111U, 110U, 64U})
             send(copied, id, numberedBytes(22));
         QVERIFY(!textOf(copy->sessionInfo(), E::endTime).isEmpty());
@@ -409,8 +424,11 @@ private Q_SLOTS:
         delete shock;
         QVERIFY(onlyInfo());
 
+        events->setScoresToReceive(2);
         for (quint32 id : {108U, 109U, 47U})
             send(session, id, numberedBytes(68));
+        play(session, "C:100:500"_l1);
+        QVERIFY(events->isScoresReady());
         session.assignLearner("Ola"_l1);
         events->sessionInfo()->setParameter(E::manikinName, "Nina"_l1);
         events->sessionInfo()->setParameter(E::manikinType, 8);
@@ -435,6 +453,10 @@ private Q_SLOTS:
                 .join(blank);
         };
         QCOMPARE(kept(), "Nina Ola 8 6"_l1);
+        play(session, "C:600:900"_l1); // what was counted begins anew
+        QCOMPARE(listed(events->events()), "i C1"_l1);
+        QVERIFY(!events->isScoresReady());
+        recorder.take();
         events->initialize();
         QCOMPARE(recorder.take(), "cleared other"_l1);
         QVERIFY(onlyInfo());

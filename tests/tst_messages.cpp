@@ -83,8 +83,9 @@ const QVector<Layout> layouts = {
         "compLeaningDepth 0 0 0,compPeakTime 0 4827 37595,endTime 0 8681 41834,"
         "compInstantaneousPeriod 0 4368 37521,compMeanRate 0 112 112"},
     {"ventilation", 80, -1, 12, 12,
-        "msec 0 1487 33870,ventDuringCompression 0 1 0,ventPeakTime 0 2771 68307,endTime 0 4569 103258,"
-        "ventInstantaneousPeriod 0 2312 35465,ventVolume 0 2826 35979,ventRate 0 17 17"},
+        "msec 0 1487 33870,ventDuringCompression 0 1 0,ventPeakTime 0 2771 68307,"
+        "endTime 0 4569 103258,ventInstantaneousPeriod 0 2312 35465,ventVolume 0 2826 35979,"
+        "ventRate 0 17 17"},
     {"protocol", 101, -1, 0, 2, "cprProtocol 2 1 -126"},
     {"stiffness", 107, -1, 0, 2, "manikinStiffness 2 1 130"},
     {"scores", 108, -1, 0, 27, "msec 0 5000 5000",
@@ -474,6 +475,9 @@ private Q_SLOTS:
         QCOMPARE(last(), Numbers({-1, 6.54, -1, 1.11}));
         send(session, 79, compression(350, 0, 987, 10, 10), 400);
         QCOMPARE(last(), Numbers({-1, 1.11, 350, 9.87}));
+        RMessage again(79, compression(360, 0, 990, 10, 10));
+        QVERIFY(lastCompression(session)->incomingMsg(&again));
+        QCOMPARE(last(), Numbers({350, 9.87, 360, 9.9}));
     }
 
     void rates_data()
@@ -596,6 +600,7 @@ private Q_SLOTS:
         }
         QCOMPARE(session.cprEvents()->findChildren<CPREventBase *>().size(), 3);
         QCOMPARE(info.count(), 0);
+        QVERIFY(!session.incomingMsg(nullptr));
 
         QLoggingCategory::setFilterRules("Kelmar.CPRData.CPRData.info=true"_l1);
         const QString log = logOf([&session] {

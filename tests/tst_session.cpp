@@ -6,10 +6,12 @@
 #include "CPRWaveformInfo.h"
 #include "TestSupport.h"
 
+#include <QHash>
 #include <QMetaEnum>
 #include <QPointer>
 #include <QSignalSpy>
 
+#include <functional>
 #include <memory>
 
 using namespace TestSupport;
@@ -43,41 +45,34 @@ void watchAll(Recorder &recorder, const CPRData &session)
 // one announces.
 QString run(CPRData &session, const QString &words)
 {
+    QString value;
+    const QHash<QChar, std::function<void()>> actions{
+        {QLatin1Char('h'), [&] { session.waveHeaderReceived(value.toInt()); }},
+        {QLatin1Char('p'),
+         [&] { session.compressionData()->waveformInfo()->setSamplePeriod(value.toInt()); }},
+        {QLatin1Char('l'), [&] { session.setPacketLossThresholdMs(value.toInt()); }},
+        {QLatin1Char('+'), [&] { session.assignLearner(value); }},
+        {QLatin1Char('-'), [&] { session.releaseLearner(value); }},
+    };
+    const auto states = QMetaEnum::fromType<CPRData::CprState>();
     Recorder recorder;
     watchAll(recorder, session);
     for (const QString &word : words.split(blank)) {
         recorder.take();
-        const QString value = word.section(QLatin1Char(':'), 1);
-        switch (value.isEmpty() ? '\0' : word.at(0).toLatin1()) {
-        case 'h':
-            session.waveHeaderReceived(value.toInt());
-            break;
-        case 'p':
-            session.compressionData()->waveformInfo()->setSamplePeriod(value.toInt());
-            break;
-        case 'l':
-            session.setPacketLossThresholdMs(value.toInt());
-            break;
-        case '+':
-            session.assignLearner(value);
-            break;
-        case '-':
-            session.releaseLearner(value);
-            break;
-        default:
-            const auto key = "CPR_" + word.toLatin1();
-            const int state = QMetaEnum::fromType<CPRData::CprState>().keyToValue(key.constData());
-            session.setCprState(CPRData::CprState(state));
-        }
+        value = word.section(QLatin1Char(':'), 1);
+        if (value.isEmpty())
+            session.setCprState(CPRData::CprState(states.keyToValue("CPR_" + word.toLatin1())));
+        else
+            actions.value(word.at(0))();
     }
     return recorder.take();
 }
 
 // A set as it arrives: "active:identifier:too-deep setting:lowest rate".
-CPRGuidelines *guidelinesOf(CPRData &session, const QString &text)
+CPRGuidelines *guidelinesOf(const QString &text)
 {
     const QStringList words = text.split(QLatin1Char(':'));
-    auto *guidelines = new CPRGuidelines(&session);
+    auto *guidelines = new CPRGuidelines(static_cast<CPRData *>(nullptr));
     guidelines->setManikinGuidelineFlag(words.at(0) == "active"_l1);
     guidelines->setGuidelinesID(words.at(1));
     guidelines->setCompressionTooDeepSetting(words.at(2).toInt());
@@ -372,10 +367,11 @@ private Q_SLOTS:
             }
             for (const QString &text : sets.split(blank)) {
                 recorder.take();
-                const QPointer<QObject> set = guidelinesOf(session, text);
+                const QPointer<QObject> set = guidelinesOf(text);
                 session.incomingGuidelines(qobject_cast<CPRGuidelines *>(set));
                 const auto entry = QVariant::fromValue(set.data());
                 QVERIFY(set.isNull() || session.cprGuidelinesList().contains(entry));
+                QVERIFY(set.isNull() || set->parent() == &session);
             }
             QTEST(recorder.take(), "heard");
             QTEST(known(session), "list");
@@ -414,8 +410,9 @@ private Q_SLOTS:
         source->setCloneIncomingGuidelines(true);
         source->receivingData(true);
         source->assignLearner("Ola"_l1);
+        source->cprEvents()->sessionInfo()->setTotalTime(60);
         for (QLatin1String set : {"active:A:1:90"_l1, "known:B:0:80"_l1})
-            source->incomingGuidelines(guidelinesOf(*source, set));
+            source->incomingGuidelines(guidelinesOf(set));
         source->waveHeaderReceived(1);
         source->waveDataReceived(CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 500, 0);
         source->waveDataReceived(CommonDefs::WAVE_VENT_VOLUME, 300, 0);
@@ -439,7 +436,7 @@ private Q_SLOTS:
         QCOMPARE(recorder.take(), "list list"_l1);
         QCOMPARE(known(copied), QString());
         QCOMPARE(copied.cprGuidelines()->compressionRateMin(), 90);
-        copied.incomingGuidelines(guidelinesOf(copied, "known:B:0:70"_l1));
+        copied.incomingGuidelines(guidelinesOf("known:B:0:70"_l1));
         QCOMPARE(known(copied), "B:70"_l1);
         QCOMPARE(run(copied, "+:Kari"_l1), "info names learners"_l1);
         QCOMPARE(studentsOf(copied), "Ola,Kari"_l1);
@@ -448,8 +445,10 @@ private Q_SLOTS:
         QCOMPARE(copied.compressionData()->count() + copied.ventilationData()->count(), 4);
         QCOMPARE(copied.cprEvents()->sessionTime(), 30);
         copied.cprEvents()->setScoresToReceive(1); // statistics never trim a copy
-        send(copied, 109, bytes({0, 0, 0, 0, 0, 0xFF, 0xFF}));
-        QCOMPARE(copied.cprEvents()->sessionTime(), 30);
+        copied.setSessionTime(90000);
+        send(copied, 109, bytes({0, 0, 0, 0, 0, 1, 0}));
+        QCOMPARE(copied.cprEvents()->sessionTime(), 90000);
+        QCOMPARE(intOf(copied.cprEvents()->sessionInfo(), E::totalTime), 60);
     }
 
     void connectedAed()

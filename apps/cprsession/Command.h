@@ -22,6 +22,7 @@ enum class ExitStatus {
 /// Each verb adds itself to the command line and puts what it has to do into \a run, which is
 /// called after the whole line has been parsed.
 using Run = std::function<ExitStatus()>;
+void addSimulateCommand(CLI::App &app, Run &run);
 void addReplayCommand(CLI::App &app, Run &run);
 void addInfoCommand(CLI::App &app, Run &run);
 void addExportCommand(CLI::App &app, Run &run);

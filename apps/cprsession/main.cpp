@@ -53,6 +53,7 @@ int main(int argc, char *argv[])
                "cannot be written; 2 wrong usage.");
 
     Run run;
+    addSimulateCommand(app, run);
     addReplayCommand(app, run);
     addInfoCommand(app, run);
     addExportCommand(app, run);

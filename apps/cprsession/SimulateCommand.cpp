@@ -1,0 +1,167 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Command.h"
+#include "Progress.h"
+#include "SessionFile.h"
+
+#include <CPRData.h>
+#include <ManikinLogPlayer.h>
+#include <ManikinLogWriter.h>
+#include <Scenario.h>
+#include <Simulator.h>
+
+#include <QFileInfo>
+#include <QSaveFile>
+
+#include <memory>
+#include <optional>
+
+namespace {
+
+using manikinsim::Scenario;
+using manikinsim::Simulator;
+
+struct SimulateOptions {
+    bool list = false;
+    std::string scenario = "beginner";
+    quint64 seed = 1;
+    std::optional<int> duration;
+    std::string protocol;
+    std::string log;
+    std::string session;
+    bool force = false;
+};
+
+ExitStatus listScenarios()
+{
+    constexpr int nameWidth = 14;
+    QString text;
+    for (const Scenario &scenario : Scenario::all()) {
+        text += scenario.name.leftJustified(nameWidth) + scenario.description + QLatin1Char('\n');
+    }
+    print(text);
+    return ExitStatus::Done;
+}
+
+// What the options ask for; nothing, and the reason in error, when that does not exist.
+std::optional<Scenario> requestedScenario(const SimulateOptions &options, QString *error)
+{
+    const Scenario *known = Scenario::find(QString::fromStdString(options.scenario));
+    if (!known) {
+        *error = QStringLiteral("there is no scenario \"%1\"; --list shows them")
+                     .arg(QString::fromStdString(options.scenario));
+        return std::nullopt;
+    }
+    Scenario scenario = *known;
+    if (!options.protocol.empty()) {
+        const auto protocol = Scenario::protocolFromName(QString::fromStdString(options.protocol));
+        if (!protocol) {
+            *error = QStringLiteral("there is no protocol \"%1\"; there are %2")
+                         .arg(QString::fromStdString(options.protocol),
+                              Scenario::protocolNames().join(QLatin1String(", ")));
+            return std::nullopt;
+        }
+        scenario.protocol = *protocol;
+    }
+    scenario.seconds = options.duration.value_or(scenario.seconds);
+    *error = scenario.problem();
+    return error->isEmpty() ? std::optional<Scenario>(scenario) : std::nullopt;
+}
+
+// Hands each record to take() until that returns false; returns its last answer.
+template <typename Take> bool simulate(Simulator &simulator, Take take)
+{
+    constexpr int msecsPerSecond = 1000;
+    Progress progress(QStringLiteral("Simulating"));
+    manikinlog::Record record;
+    while (simulator.next(record)) {
+        if (!take(record))
+            return false;
+        progress.report(record.msecs, qint64(simulator.scenario().seconds) * msecsPerSecond);
+    }
+    return true;
+}
+
+QString writeLog(Simulator &simulator, const QString &name)
+{
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly))
+        return QStringLiteral("%1 cannot be written: %2").arg(name, file.errorString());
+    manikinlog::ManikinLogWriter writer(&file);
+    const bool written = simulate(
+        simulator, [&writer](const manikinlog::Record &record) { return writer.write(record); });
+    if (!written)
+        return QStringLiteral("%1 cannot be written: %2").arg(name, writer.errorString());
+    return file.commit() ? QString()
+                         : QStringLiteral("%1 cannot be written: %2").arg(name, file.errorString());
+}
+
+QString writeSession(Simulator &simulator, const QString &name)
+{
+    CPRData session;
+    manikinlog::ManikinLogPlayer player(&session);
+    simulate(simulator, [&player](const manikinlog::Record &record) {
+        player.play(record);
+        return true;
+    });
+    return SessionFile::save(name, session);
+}
+
+ExitStatus runSimulate(const SimulateOptions &options)
+{
+    if (options.list)
+        return listScenarios();
+    if (options.log.empty() == options.session.empty()) {
+        complain(QStringLiteral("either -o LOG or --to SESSION.zip has to be given"));
+        return ExitStatus::WrongUsage;
+    }
+    QString error;
+    const std::optional<Scenario> scenario = requestedScenario(options, &error);
+    if (!scenario) {
+        complain(error);
+        return ExitStatus::WrongUsage;
+    }
+    const bool isLog = !options.log.empty();
+    const QString target = fileName(isLog ? options.log : options.session);
+    if (QFileInfo::exists(target) && !options.force) {
+        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
+        return ExitStatus::WrongUsage;
+    }
+
+    Simulator simulator(*scenario, options.seed);
+    error = isLog ? writeLog(simulator, target) : writeSession(simulator, target);
+    if (!error.isEmpty()) {
+        complain(error);
+        return ExitStatus::Failed;
+    }
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+void addSimulateCommand(CLI::App &app, Run &run)
+{
+    const auto options = std::make_shared<SimulateOptions>();
+    CLI::App *command =
+        app.add_subcommand("simulate", "Let a simulated rescuer train on a simulated manikin");
+    command->add_flag("--list", options->list, "Show the scenarios with a line each");
+    command->add_option("--scenario", options->scenario, "What is simulated")
+        ->capture_default_str();
+    command
+        ->add_option("--seed", options->seed,
+                     "The same scenario and seed give the same session every time")
+        ->capture_default_str();
+    command->add_option("--duration", options->duration, "Length of the session in s");
+    command->add_option("--protocol", options->protocol,
+                        "CPR protocol instead of the scenario's: single-rescuer, two-rescuers, "
+                        "compression-only, ventilation-only, automatic, high-performance");
+    command->add_option("-o,--output", options->log, "Recorded log to write")->type_name("LOG");
+    command->add_option("--to", options->session, "Session archive to write")
+        ->type_name("SESSION.zip");
+    command->add_flag("--force", options->force, "Replace a file that exists");
+    command->footer("Examples:\n"
+                    "  cprsession simulate --list\n"
+                    "  cprsession simulate --scenario shallow --seed 7 --to shallow.zip");
+    command->callback([options, &run] { run = [options] { return runSimulate(*options); }; });
+}

@@ -1,0 +1,216 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Simulator.h"
+
+#include "Judge.h"
+#include "Link.h"
+#include "Manikin.h"
+#include "ManikinLogWriter.h"
+#include "MessageContents.h"
+#include "ReceivedSession.h"
+#include "Rescuer.h"
+
+#include <chestboard/CommunicationIDs.h>
+
+#include <deque>
+#include <utility>
+
+using bls_2010::CommonDefs;
+
+namespace manikinsim {
+
+namespace {
+
+constexpr int packetsPerSecond = 1000 / Manikin::period;
+
+// In a wave period messages follow the packet; a late packet follows them.
+constexpr int messageDelay = 1; // ms
+constexpr int lateDelay = 2;
+
+} // namespace
+
+class Simulator::Private {
+public:
+    Private(const Scenario &theScenario, quint64 seed);
+
+    void goOn();
+
+    const Scenario scenario;
+    Judge judge;
+    Rescuer rescuer;
+    Manikin manikin;
+    Link link;
+    ReceivedSession received;
+
+    std::deque<manikinlog::Record> records; // ready to be handed out
+    bool isOver = false;
+
+private:
+    template <typename Entry> void add(qint64 msecs, Entry &&entry)
+    {
+        records.push_back({msecs, std::forward<Entry>(entry)});
+    }
+    void addState(qint64 msecs, CPRData::CprState state);
+    void addMessage(qint64 msecs, quint32 identifier, const QByteArray &content);
+    void addPacket(qint64 msecs, const WavePacket &packet);
+    void prepare();
+    void act();
+    void end();
+
+    const quint8 m_depthWave; // wave type
+    const qint32 m_lastSequence;
+    qint32 m_sequence = 0; // of the last wave period
+    bool m_isPrepared = false;
+};
+
+Simulator::Private::Private(const Scenario &theScenario, quint64 seed)
+    : scenario(theScenario), judge(scenario), rescuer(scenario, seed),
+      manikin(scenario, seed, &rescuer, &judge), link(scenario, seed), received(scenario),
+      isOver(!scenario.problem().isEmpty()),
+      m_depthWave(scenario.guidelines.useRelativeDepth != 0 ? CommonDefs::WAVE_RELATIVE_COMP_DEPTH
+                                                            : CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH),
+      m_lastSequence(scenario.seconds * packetsPerSecond)
+{
+}
+
+void Simulator::Private::addState(qint64 msecs, CPRData::CprState state)
+{
+    add(msecs, manikinlog::State{state});
+}
+
+void Simulator::Private::addMessage(qint64 msecs, quint32 identifier, const QByteArray &content)
+{
+    add(msecs, manikinlog::Message{identifier, m_sequence, content});
+}
+
+void Simulator::Private::addPacket(qint64 msecs, const WavePacket &packet)
+{
+    add(msecs, manikinlog::WaveHeader{packet.sequence});
+    add(msecs, manikinlog::WaveSample{m_depthWave, packet.depth, packet.sequence});
+    add(msecs,
+        manikinlog::WaveSample{CommonDefs::WAVE_VENT_VOLUME, packet.volume, packet.sequence});
+}
+
+void Simulator::Private::goOn()
+{
+    if (!m_isPrepared)
+        prepare();
+    else if (m_sequence < m_lastSequence)
+        act();
+    else
+        end();
+}
+
+/// The manikin is connected and introduces itself; the host prepares a session.
+void Simulator::Private::prepare()
+{
+    using ID = CommunicationIDs;
+    constexpr int shortestGuidelines = 51; // data bytes; a message with less is refused
+    const Device &device = scenario.device;
+    const bool isOld = scenario.link.shortMessages;
+    const QByteArray guidelines = contents::guidelines(scenario.guidelines, true);
+
+    addState(0, CPRData::CPR_MANIKIN_INIT);
+    addMessage(120, ID::RPL_VERSIONINFO, contents::versionInfo(device, isOld));
+    addMessage(140, ID::RPL_LIFETIMEINFO, contents::lifetimeCompressions(device.compressions));
+    addMessage(160, ID::RPL_LIFETIMEINFO, contents::lifetimeVentilations(device.ventilations));
+    addMessage(180, ID::RPL_LIFETIMEINFO, contents::lifetimeBattery(device));
+    if (scenario.link.cutGuidelines)
+        addMessage(200, ID::RPL_GUIDELINES, guidelines.left(shortestGuidelines));
+    addMessage(220, ID::RPL_GUIDELINES, guidelines);
+    addMessage(240, ID::RPL_GUIDELINES, contents::guidelines(scenario.otherGuidelines, false));
+    // The guideline set in use decides which depth wave is recorded, so it goes first.
+    addMessage(260, ID::RPL_WAVEINFO,
+               contents::waveInfo(m_depthWave, Manikin::period, device.waveDelay));
+    addMessage(280, ID::RPL_WAVEINFO,
+               contents::waveInfo(CommonDefs::WAVE_VENT_VOLUME, Manikin::period, device.waveDelay));
+    for (const QString &learner : scenario.learners)
+        add(900, manikinlog::Learner{learner});
+    addMessage(1000, ID::RPL_CPR_PROTOCOL_CTRL, contents::protocol(scenario.protocol));
+    addState(2000, CPRData::CPR_INIT);
+    // Preparing a session makes the host forget how fine the manikin's samples are.
+    addMessage(2020, ID::RPL_VERSIONINFO, contents::versionInfo(device, isOld));
+    addState(sessionStart, CPRData::CPR_START);
+    m_isPrepared = true;
+}
+
+/// A wave period.
+void Simulator::Private::act()
+{
+    ++m_sequence;
+    const qint64 now = sessionStart + qint64(m_sequence) * Manikin::period;
+    std::vector<SentMessage> messages;
+    const WavePacket packet = manikin.advance(m_sequence, messages);
+    for (const Link::Delivery &delivery : link.carry(packet, messages)) {
+        if (const auto *arrived = std::get_if<WavePacket>(&delivery)) {
+            addPacket(now + (arrived->sequence == m_sequence ? 0 : lateDelay), *arrived);
+            received.take(*arrived);
+        } else if (const auto *message = std::get_if<SentMessage>(&delivery)) {
+            if (message->fate != SentMessage::Fate::Lost) {
+                add(now + messageDelay,
+                    manikinlog::Message{message->identifier, message->sequence, message->content});
+            }
+            received.take(*message);
+        }
+    }
+}
+
+void Simulator::Private::end()
+{
+    using ID = CommunicationIDs;
+    const qint64 now = sessionStart + qint64(m_lastSequence) * Manikin::period;
+    const bool isOld = scenario.link.shortMessages;
+    const Parameters statistics = contents::fitted(judge.statistics());
+    const Parameters scores = contents::fitted(judge.scores(received.isWithAed()));
+
+    addState(now + 20, CPRData::CPR_ENDED);
+    addMessage(now + 100, ID::RPL_GL_INDEPENDENT_STATS,
+               contents::independentStatistics(statistics, isOld));
+    addMessage(now + 120, ID::RPL_GL_INDEPENDENT_BIN_STATS, contents::histograms(statistics));
+    addMessage(now + 140, ID::RPL_GL_DEPENDENT_STATS, contents::dependentStatistics(statistics));
+    addMessage(now + 200, ID::RPL_CPR_SCORES, contents::scores(scores, isOld));
+    received.finish(statistics, scores);
+    isOver = true;
+}
+
+Simulator::Simulator(const Scenario &scenario, quint64 seed)
+    : d(std::make_unique<Private>(scenario, seed))
+{
+}
+
+Simulator::~Simulator() = default;
+
+bool Simulator::next(manikinlog::Record &record)
+{
+    while (d->records.empty()) {
+        if (d->isOver)
+            return false;
+        d->goOn();
+    }
+    record = std::move(d->records.front());
+    d->records.pop_front();
+    return true;
+}
+
+bool Simulator::write(manikinlog::ManikinLogWriter &writer)
+{
+    manikinlog::Record record;
+    while (next(record)) {
+        if (!writer.write(record))
+            return false;
+    }
+    return true;
+}
+
+const Truth &Simulator::truth() const
+{
+    return d->received.truth();
+}
+
+const Scenario &Simulator::scenario() const
+{
+    return d->scenario;
+}
+
+} // namespace manikinsim
