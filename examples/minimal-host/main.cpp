@@ -23,8 +23,8 @@ int main(int argc, char *argv[])
                      });
 
     session.setCprState(CPRData::CPR_MANIKIN_INIT); // a manikin is there
-    session.setCprState(CPRData::CPR_INIT);         // a session is being prepared
-    session.setCprState(CPRData::CPR_START);        // and runs
+    session.setCprState(CPRData::CPR_INIT); // a session is being prepared
+    session.setCprState(CPRData::CPR_START); // and runs
     for (int period = 1; period <= 100; ++period) { // two seconds of the wave, 20 ms a period
         session.waveHeaderReceived(period);
         session.waveDataReceived(bls_2010::CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 0, period);
