@@ -1,14 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
+#include "CPRFileHandlerZip.h"
+
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
+
+#include <algorithm>
 
 namespace {
 
@@ -34,8 +39,17 @@ private Q_SLOTS:
     void replayKeepsWhatIsThere();
     void exportTables_data();
     void exportTables();
+    void scenariosAreSound();
+    void validateFinds_data();
+    void validateFinds();
+    void diffTells_data();
+    void diffTells();
+    void plotDraws_data();
+    void plotDraws();
 
 private:
+    void changeArchive(const QString &name, const QString &member, const QByteArray &from,
+                       const QByteArray &to) const;
     Answer run(const QStringList &arguments) const;
     QString path(const QString &name) const { return m_directory.filePath(name); }
 
@@ -123,6 +137,10 @@ void TestCprsession::wrongInput_data()
         row(qPrintable(QString("info of %1").arg(input)), {"info", input}, 1, input);
         row(qPrintable(QString("replay of %1").arg(input)), {"replay", input, "-o", "target.zip"},
             1, input);
+        row(qPrintable(QString("validate of %1").arg(input)), {"validate", input}, 1, input);
+        row(qPrintable(QString("diff of %1").arg(input)), {"diff", "session.zip", input}, 1, input);
+        row(qPrintable(QString("plot of %1").arg(input)), {"plot", input, "-o", "target.png"}, 1,
+            input);
         row(qPrintable(QString("export of %1").arg(input)),
             {"export", input, "--what", "events", "-o", "target.csv"}, 1, input);
     }
@@ -130,6 +148,14 @@ void TestCprsession::wrongInput_data()
     row("unwritable archive", {"replay", recordedLog, "-o", "no/target.zip"}, 1, "no/target.zip");
     row("unwritable table", {"export", "session.zip", "--what", "events", "-o", "no/target.csv"}, 1,
         "no/target.csv");
+    row("unwritable picture", {"plot", "session.zip", "-o", "no/target.png"}, 1, "no/target.png");
+    row("unknown picture", {"plot", "session.zip", "-o", "target.bmp"}, 2, "target.bmp");
+    row("size of nothing", {"plot", "session.zip", "-o", "target.png", "--size", "0x5"}, 2, "0x5");
+    row("unknown scenario", {"simulate", "--scenario", "sleepy", "--to", "target.zip"}, 2,
+        "sleepy");
+    row("unwritable log", {"simulate", "-o", "no/target.cprlog"}, 1, "no/target.cprlog");
+    row("two targets", {"simulate", "-o", "a.cprlog", "--to", "a.zip"}, 2, "--to");
+    row("endless session", {"simulate", "--to", "a.zip", "--duration", "100000"}, 2, "100000");
     row("target is a directory", {"replay", recordedLog, "-o", ".", "--force"}, 1, ".");
     row("existing archive", {"replay", recordedLog, "-o", "session.zip"}, 2, "--force");
     row("unknown column", {"export", "session.zip", "--what", "events", "--columns", "depth"}, 2,
@@ -201,6 +227,164 @@ void TestCprsession::exportTables()
     QCOMPARE(answer.status, 0);
     QCOMPARE(answer.output.count('\n'), lines);
     QVERIFY2(answer.output.contains(line), answer.output.constData());
+}
+
+// Makes an archive like session.zip in which the first \a from in \a member is \a to. An empty \a
+// from leaves the member out.
+void TestCprsession::changeArchive(const QString &name, const QString &member,
+                                   const QByteArray &from, const QByteArray &to) const
+{
+    CPRFileHandlerZip whole;
+    CPRFileHandlerZip changed;
+    QVERIFY(whole.open(path("session.zip"), CPRFileHandlerZip::Read));
+    QVERIFY(changed.open(path(name), CPRFileHandlerZip::Create));
+    for (const char *each :
+         {"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"}) {
+        QIODevice *source = whole.openFileForReading(each);
+        QByteArray bytes = source->readAll();
+        whole.releaseFile(source);
+        if (member == each) {
+            if (from.isEmpty())
+                continue;
+            QVERIFY2(bytes.contains(from), from.constData());
+            bytes.replace(bytes.indexOf(from), from.size(), to);
+        }
+        QIODevice *target = changed.openFileForWriting(each);
+        QCOMPARE(target->write(bytes), qint64(bytes.size()));
+        changed.releaseFile(target);
+    }
+    QVERIFY(changed.close());
+}
+
+void TestCprsession::scenariosAreSound()
+{
+    const Answer list = run({"simulate", "--list"});
+    QCOMPARE(list.output.count('\n'), 9);
+    for (const QByteArray &line : list.output.split('\n')) {
+        if (line.isEmpty())
+            continue;
+        const QString name = line.left(line.indexOf(' '));
+        QCOMPARE(run({"simulate", "--scenario", name, "-o", name + ".cprlog"}).status, 0);
+        QCOMPARE(run({"replay", name + ".cprlog", "-o", name + ".zip"}).status, 0);
+        const Answer answer = run({"validate", name + ".zip", "--json"});
+        QCOMPARE(answer.status, 0);
+        const QJsonObject found = QJsonDocument::fromJson(answer.output).object();
+        QVERIFY2(found.value("findings").toArray().isEmpty(), answer.output.constData());
+    }
+}
+
+void TestCprsession::validateFinds_data()
+{
+    QTest::addColumn<QString>("member");
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QByteArray>("finding"); // what a line of the answer has to mention
+
+    const auto row = [](const char *name, const char *member, const QByteArray &from,
+                        const QByteArray &to, int status, const char *finding) {
+        QTest::newRow(name) << QString(member) << from << to << status << QByteArray(finding);
+    };
+    row("wave left out", "VENT.WV", "", "", 1, "VENT.WV");
+    row("half a sample", "COMP.WV", QByteArray(5, '\0'), QByteArray(4, '\0'), 1, "COMP.WV");
+    row("wave too short", "COMP.WV", QByteArray(6, '\0'), QByteArray(4, '\0'), 1, "5999");
+    row("XML cut", "CPREvents.xml", "</eventList>", "", 1, "CPREvents.xml");
+    row("unknown kind", "CPREvents.xml", "\"CprVentEvent\"", "\"CprVent\"", 0, "CprVent");
+    row("text for a number", "CPREvents.xml", "\"compDepth\" value=\"51\"",
+        "\"compDepth\" value=\"deep\"", 1, "deep");
+    row("wrong unit", "CPREvents.xml", "value=\"51\" units=\"mm\"", "value=\"51\" units=\"cm\"", 1,
+        "cm");
+    row("unknown parameter", "CPREvents.xml", "\"compPeakForce\"", "\"compPeakColour\"", 0,
+        "compPeakColour");
+    row("rate of 0", "CPRWaves.xml", "sampleRate=\"50\"", "sampleRate=\"0\"", 1, "sampleRate");
+    row("unknown guideline", "CPRGuidelines.xml", "<CompressionRateMin ", "<CompressionRateMean ",
+        0, "CompressionRateMean");
+    row("guideline that is no number", "CPRGuidelines.xml", "<CompressionRateMin value=\"100\"",
+        "<CompressionRateMin value=\"many\"", 1, "many");
+}
+
+void TestCprsession::validateFinds()
+{
+    QFETCH(QString, member);
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(int, status);
+    QFETCH(QByteArray, finding);
+
+    changeArchive("changed.zip", member, from, to);
+    const Answer answer = run({"validate", "changed.zip"});
+    QCOMPARE(answer.status, status);
+    bool isTold = false;
+    for (const QByteArray &line : answer.output.split('\n'))
+        isTold = isTold || (line.contains(member.toUtf8()) && line.contains(finding));
+    QVERIFY2(isTold, answer.output.constData());
+}
+
+void TestCprsession::diffTells_data()
+{
+    QTest::addColumn<QString>("member");
+    QTest::addColumn<QByteArray>("from");
+    QTest::addColumn<QByteArray>("to");
+    QTest::addColumn<QByteArrayList>("words"); // of the one line that tells the difference
+
+    const auto row = [](const char *name, const char *member, const char *from, const char *to,
+                        const QByteArrayList &words) {
+        QTest::newRow(name) << QString(member) << QByteArray(from) << QByteArray(to) << words;
+    };
+    row("depth", "CPREvents.xml", "\"compDepth\" value=\"51\"", "\"compDepth\" value=\"52.5\"",
+        {"CprCompEvent", "2000", "compDepth", "51", "52.5"});
+    row("learner", "CPREvents.xml", "Mira Holm", "Mira Halm", {"Mira Holm", "Mira Halm"});
+    row("guideline", "CPRGuidelines.xml", "<CompressionRateMax value=\"120\"",
+        "<CompressionRateMax value=\"125\"", {"CompressionRateMax", "120", "125"});
+}
+
+void TestCprsession::diffTells()
+{
+    QFETCH(QString, member);
+    QFETCH(QByteArray, from);
+    QFETCH(QByteArray, to);
+    QFETCH(QByteArrayList, words);
+
+    const Answer same = run({"diff", "session.zip", "session.zip"});
+    QCOMPARE(same.output, QByteArray());
+    QCOMPARE(same.status, 0);
+    changeArchive("changed.zip", member, from, to);
+    const Answer answer = run({"diff", "session.zip", "changed.zip"});
+    QCOMPARE(answer.status, 1);
+    bool isTold = false;
+    for (const QByteArray &line : answer.output.split('\n')) {
+        isTold = isTold
+            || std::all_of(words.cbegin(), words.cend(),
+                           [&line](const QByteArray &word) { return line.contains(word); });
+    }
+    QVERIFY2(isTold, answer.output.constData());
+}
+
+void TestCprsession::plotDraws_data()
+{
+    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("begin");
+    QTest::newRow("png") << "picture.png" << QByteArray("\x89PNG");
+    QTest::newRow("svg") << "picture.svg" << QByteArray("<?xml");
+    QTest::newRow("pdf") << "picture.pdf" << QByteArray("%PDF");
+}
+
+void TestCprsession::plotDraws()
+{
+    QFETCH(QString, file);
+    QFETCH(QByteArray, begin);
+    const Answer answer =
+        run({"plot", "session.zip", "-o", file, "--size", "640x400", "--to", "60"});
+    QCOMPARE(answer.errors, QByteArray());
+    QCOMPARE(answer.status, 0);
+    QFile picture(path(file));
+    QVERIFY(picture.open(QIODevice::ReadOnly));
+    QCOMPARE(picture.read(begin.size()), begin);
+    if (file.endsWith("png")) {
+        const QImage image(path(file));
+        QCOMPARE(image.size(), QSize(640, 400));
+        QVERIFY(image.colorTable().size() != 1);
+    }
 }
 
 QTEST_GUILESS_MAIN(TestCprsession)

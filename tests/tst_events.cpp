@@ -14,7 +14,6 @@
 #include "TestSupport.h"
 
 #include <QBuffer>
-#include <QElapsedTimer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
@@ -313,10 +312,6 @@ private Q_SLOTS:
         QCOMPARE(int(session.compressionData()->compressionRate()), 0);
         QTest::qWait(20);
         QCOMPARE(recorder.take(), "changed"_l1); // once for all of them
-        QElapsedTimer timer; // and also while changes keep coming
-        for (timer.start(); timer.elapsed() < 200; QCoreApplication::processEvents())
-            events->sendSignal();
-        QVERIFY(recorder.take().startsWith("changed"_l1));
     }
 
     void scoreCounting()

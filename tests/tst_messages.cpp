@@ -36,7 +36,7 @@ struct Layout {
     /// what it holds after content bytes 00 01 02 ... and after 81 82 83 ...; if need be, the
     /// smallest content that touches it, below which its earlier value stays.
     const char *fields;
-    /// Names of fields of one byte each (or the number of the first), beginning at byte 1.
+    /// Names of fields of one byte each, beginning at byte 1.
     const char *singles = "";
     bool isSigned = false;
 };
@@ -119,7 +119,9 @@ const QVector<Layout> layouts = {
         "minNumberOfCompressionsPerCycle 64 16190 49343 54,"
         "maxNumberOfCompressionsPerCycle 66 16704 49857 54,"
         "flowTimePercentage 67 66 195 66,ventilationsPerMinute 68 67 196 66"},
-    {"histograms", 110, -1, 0, 37, "msec 0 0 0", "120"},
+    {"histograms", 110, -1, 0, 37, "msec 0 0 0",
+        "compHistogramDepthBin compHistogramReleaseBin compHistogramRateBin "
+        "compHistogramInactivityBin ventHistogramVolumeBin ventHistogramRateBin"},
     {"dependent statistics", 111, -1, 0, 14, "msec 0 5000 5000",
         "compCorrectDepthPercentage compCorrectReleasePercentage compCorrectRatePercentage "
         "compTooLowRatePercentage ventCorrectVolumePercentage ventNotEnoughVolumePercentage "
@@ -146,13 +148,12 @@ QVector<Field> fieldsOf(const Layout &layout)
         fields.append({words.at(0), words.at(1).toInt(), words.at(2).toDouble(),
                        words.at(3).toDouble(), words.value(4, "0").toInt()});
     }
-    const QByteArray singles = layout.singles;
-    const int first = singles.toInt();
-    for (int byte = 1; byte < layout.size && !singles.isEmpty(); ++byte) {
-        const QByteArray name = first == 0
-            ? singles.split(' ').at(byte - 1)
-            : E::parameterKey(E::ParameterType(first + byte - 1)).toLatin1();
-        fields.append({name, byte + 1, 1. * byte, byte + (layout.isSigned ? -127. : 129.), 0});
+    const QByteArrayList singles = QByteArray(layout.singles).split(' ');
+    for (int i = 0; i < layout.size - 1 && *layout.singles != 0; ++i) {
+        const QByteArray name = layout.id == 110 // six fields to a name
+            ? singles.at(i / 6) + '_' + QByteArray::number(i % 6)
+            : singles.at(i);
+        fields.append({name, i + 2, i + 1., i + (layout.isSigned ? -126. : 130.), 0});
     }
     return fields;
 }

@@ -19,13 +19,20 @@ enum class ExitStatus {
     WrongUsage = 2 ///< the command line asks for something that cannot be
 };
 
-/// Each verb adds itself to the command line and puts what it has to do into \a run, which is
-/// called after the whole line has been parsed.
-using Run = std::function<ExitStatus()>;
+/// What is done after the whole command line has been parsed.
+struct Run {
+    std::function<ExitStatus()> verb;
+    bool needsFonts = false; ///< draws text
+};
+
+/// Each verb adds itself to the command line and fills in \a run when it was asked for.
 void addSimulateCommand(CLI::App &app, Run &run);
 void addReplayCommand(CLI::App &app, Run &run);
 void addInfoCommand(CLI::App &app, Run &run);
+void addValidateCommand(CLI::App &app, Run &run);
+void addDiffCommand(CLI::App &app, Run &run);
 void addExportCommand(CLI::App &app, Run &run);
+void addPlotCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);

@@ -202,5 +202,5 @@ void addExportCommand(CLI::App &app, Run &run)
                     "  cprsession export *.zip --what summary -o course.csv\n"
                     "  cprsession export a.zip --what events --columns type,start,compDepth\n"
                     "  cprsession export a.zip --what waves --separator ';'");
-    command->callback([options, &run] { run = [options] { return runExport(*options); }; });
+    command->callback([options, &run] { run.verb = [options] { return runExport(*options); }; });
 }

@@ -46,5 +46,5 @@ void addInfoCommand(CLI::App &app, Run &run)
         ->type_name("SESSION.zip");
     command->add_flag("--json", options->asJson, "Print a JSON object");
     command->footer("Example: cprsession info session.zip --json");
-    command->callback([options, &run] { run = [options] { return runInfo(*options); }; });
+    command->callback([options, &run] { run.verb = [options] { return runInfo(*options); }; });
 }

@@ -144,5 +144,5 @@ void addReplayCommand(CLI::App &app, Run &run)
     command->footer("Examples:\n"
                     "  cprsession replay monday.cprlog -o monday.zip\n"
                     "  cprsession replay live.cprlog -o live.zip --follow");
-    command->callback([options, &run] { run = [options] { return runReplay(*options); }; });
+    command->callback([options, &run] { run.verb = [options] { return runReplay(*options); }; });
 }

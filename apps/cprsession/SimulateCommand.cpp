@@ -163,5 +163,5 @@ void addSimulateCommand(CLI::App &app, Run &run)
     command->footer("Examples:\n"
                     "  cprsession simulate --list\n"
                     "  cprsession simulate --scenario shallow --seed 7 --to shallow.zip");
-    command->callback([options, &run] { run = [options] { return runSimulate(*options); }; });
+    command->callback([options, &run] { run.verb = [options] { return runSimulate(*options); }; });
 }

@@ -5,10 +5,13 @@
 #include "Progress.h"
 #include "ShellSupport.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QTemporaryDir>
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+
+#include <memory>
 
 namespace {
 
@@ -20,7 +23,7 @@ void addGenerateCommand(CLI::App &app, Run &run)
     CLI::App *command = app.add_subcommand("generate")->group("");
     const auto add = [&](const char *what, auto generate) {
         command->add_subcommand(what)->callback([&app, &run, generate] {
-            run = [&app, generate] {
+            run.verb = [&app, generate] {
                 print(QString::fromStdString(generate(app)));
                 return ExitStatus::Done;
             };
@@ -37,8 +40,6 @@ void addGenerateCommand(CLI::App &app, Run &run)
 
 int main(int argc, char *argv[])
 {
-    const QCoreApplication application(argc, argv);
-
     CLI::App app("CPR training sessions from the command line.", "cprsession");
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
@@ -56,7 +57,10 @@ int main(int argc, char *argv[])
     addSimulateCommand(app, run);
     addReplayCommand(app, run);
     addInfoCommand(app, run);
+    addValidateCommand(app, run);
+    addDiffCommand(app, run);
     addExportCommand(app, run);
+    addPlotCommand(app, run);
     addGenerateCommand(app, run);
     try {
         app.parse(argc, argv);
@@ -66,5 +70,17 @@ int main(int argc, char *argv[])
                                     : static_cast<int>(ExitStatus::WrongUsage);
     }
     Progress::setShown(!quiet);
-    return static_cast<int>(run());
+
+    std::unique_ptr<QCoreApplication> application;
+    const QTemporaryDir runtimeDirectory;
+    if (run.needsFonts) {
+        qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures, no windows: a display is not needed
+        // Where there is none, as in a cron job, Qt would complain on stderr.
+        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
+            qputenv("XDG_RUNTIME_DIR", runtimeDirectory.path().toLocal8Bit());
+        application = std::make_unique<QGuiApplication>(argc, argv);
+    } else {
+        application = std::make_unique<QCoreApplication>(argc, argv);
+    }
+    return static_cast<int>(run.verb());
 }

@@ -450,7 +450,8 @@ void CPREvents::incomingInactivityTime(quint32 start, qint32 secs)
     auto *pause = qobject_cast<CPREventInactivityCPR *>(last(CPREventBase::TagInactivity));
     const bool goesOn = pause && pause->setInactivityTime(secs, true);
     if (!goesOn) {
-        pause = new CPREventInactivityCPR(sessionMsecs(start), this);
+        // Not brought into range: all bits set are the start -1 of a pause without a place.
+        pause = new CPREventInactivityCPR(static_cast<qint32>(start), this);
         // One that is out of step is entered all the same; its end stays at its start.
         pause->setInactivityTime(secs, false);
     }

@@ -192,7 +192,7 @@ private:
     CPREventBase *eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding);
 
     EventList m_events;
-    std::array<EventList, tagCount> m_eventsByTag; // by bit number; in the order of m_events
+    std::array<EventList, tagCount> m_eventsByTag; // by bit number; each in time order
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;

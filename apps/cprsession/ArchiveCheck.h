@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRSESSION_ARCHIVECHECK_H
+#define CPRSESSION_ARCHIVECHECK_H
+
+#include <QJsonObject>
+#include <QString>
+#include <QVector>
+
+#include <functional>
+
+/// One thing in an archive that is not as it should be.
+struct Finding {
+    enum Severity {
+        Error, ///< damaged, or what stands there is lost or taken for something else
+        Warning ///< readers pass over it, or it can be so in a session that went badly
+    };
+
+    QString toText() const;
+    QJsonObject toJson() const;
+
+    Severity severity = Error;
+    QString member; ///< empty for the archive itself
+    qint64 line = 0; ///< from 1; 0 when the place is no text
+    qint64 column = 0; ///< where the parser stood, behind the element that it speaks of
+    qint64 byte = -1; ///< from 0; -1 when the place is no byte of a member
+    QString element; ///< "evt 12 CprCompEvent 18080 ms, param compDepth"
+    QString expected;
+    QString found;
+};
+
+/// What a check has found. Counts everything, keeps the first maxKept.
+class FindingList {
+public:
+    static constexpr int maxKept = 1000;
+
+    explicit FindingList(const QString &file) : m_file(file) { }
+
+    /// Adds what \a make returns; make() is called only when the finding is kept.
+    template <typename Make> void add(Finding::Severity severity, Make make)
+    {
+        ++(severity == Finding::Error ? m_errors : m_warnings);
+        if (m_findings.size() < maxKept)
+            m_findings.append(make());
+    }
+
+    const QVector<Finding> &findings() const { return m_findings; }
+    qint64 errors() const { return m_errors; }
+    qint64 warnings() const { return m_warnings; }
+
+    /// One line per finding, then the counts.
+    QString toText() const;
+    QJsonObject toJson() const;
+
+private:
+    qint64 leftOut() const { return m_errors + m_warnings - m_findings.size(); }
+
+    QString m_file;
+    QVector<Finding> m_findings;
+    qint64 m_errors = 0;
+    qint64 m_warnings = 0;
+};
+
+/// The check of a stored session. It reads the archive by itself, and believes nothing in it.
+///
+/// Checked are
+/// - the archive: each of the five members once, not encrypted, unpacking without an error to the
+///   size and the CRC of the archive's directory, within the limits below;
+/// - each XML member: UTF-8, well-formed to its end, known elements and attributes;
+/// - the events: known kinds and parameters, texts that fit their kind, units, each parameter
+///   once, an end not before the start and a peak between them, one session info, at most one
+///   statistics and one score, no pause that begins inside the pause before it, and the order;
+/// - the waves: both descriptions, sample rate 1 to 1000, as many whole samples as described, at
+///   most 24 hours, both waves of one length, the length of the session;
+/// - the guidelines: known names, each once, values that fit their type, units.
+///
+/// Order: the list puts a new event behind the last one that has ended when it starts, so no event
+/// stands directly behind one that started only after it had ended. More cannot be told from a
+/// file: pauses are stretched after they have been listed, and the ends of ventilations are not
+/// stored. Session info, statistics and score have no place in the order.
+namespace ArchiveCheck {
+
+constexpr qint64 maxXmlBytes = 256LL * 1024 * 1024;
+/// 24 hours at the highest sample rate.
+constexpr int maxSessionMs = 24 * 60 * 60 * 1000;
+constexpr qint64 maxWaveBytes = 2LL * maxSessionMs;
+/// A day of events has some three million elements.
+constexpr int maxElements = 5'000'000;
+constexpr int maxAttributes = 16; ///< per element; the parser's time grows with their square
+constexpr int maxDepth = 16; ///< of nested elements
+constexpr int maxMarkupLength = 1'000'000; ///< characters of one tag, comment or text
+
+/// How far the waves may be apart, and how far they may be from the session's total time.
+constexpr int maxWaveDifferenceMs = 1000;
+constexpr int maxTimeDifferenceMs = 2000;
+
+/// Why the file \a name is no archive that can be opened; empty when it is one.
+QString whyNoArchive(const QString &name);
+
+/// Checks the archive \a name. \a advance is told how many bytes of how many have been read.
+FindingList run(const QString &name, const std::function<void(qint64, qint64)> &advance);
+
+} // namespace ArchiveCheck
+
+#endif

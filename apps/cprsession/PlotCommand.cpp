@@ -1,0 +1,106 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Command.h"
+#include "SessionFile.h"
+
+#include <CPRData.h>
+#include <PictureFile.h>
+
+#include <QFileInfo>
+#include <QSize>
+
+#include <cmath>
+#include <memory>
+
+namespace {
+
+struct PlotOptions {
+    std::string session;
+    std::string output;
+    double from = 0;
+    double to = -1; // to the end
+    std::string size = "1600x900";
+};
+
+constexpr int largestSide = 16384;
+
+// "1600x900"; an empty size when the text is none that can be drawn.
+QSize parseSize(const std::string &text)
+{
+    const QStringList sides = QString::fromStdString(text).split(QLatin1Char('x'));
+    bool widthOk = false;
+    bool heightOk = false;
+    const QSize size(sides.value(0).toInt(&widthOk), sides.value(1).toInt(&heightOk));
+    const bool isDrawable = sides.size() == 2 && widthOk && heightOk && size.width() > 0
+        && size.height() > 0 && size.width() <= largestSide && size.height() <= largestSide;
+    return isDrawable ? size : QSize();
+}
+
+// Seconds from the command line as ms.
+qint64 msecs(double secs)
+{
+    constexpr double longestSecs = 1e9;
+    return std::llround(qBound(-1.0, secs, longestSecs) * 1000);
+}
+
+ExitStatus runPlot(const PlotOptions &options)
+{
+    const QSize size = parseSize(options.size);
+    if (size.isEmpty()) {
+        complain(QStringLiteral("--size takes WIDTHxHEIGHT with sides of 1 to %1, not \"%2\"")
+                     .arg(QString::number(largestSide), QString::fromStdString(options.size)));
+        return ExitStatus::WrongUsage;
+    }
+    const QString target = fileName(options.output);
+    if (!sessionplot::pictureSuffixes().contains(QFileInfo(target).suffix().toLower())) {
+        complain(QStringLiteral("%1 is no picture that can be drawn; there are %2")
+                     .arg(target, sessionplot::pictureSuffixes().join(QLatin1String(", "))));
+        return ExitStatus::WrongUsage;
+    }
+    CPRData session;
+    const QString name = fileName(options.session);
+    const SessionFile::LoadResult loaded = SessionFile::load(name, session);
+    if (!loaded.isArchive) {
+        complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
+        return ExitStatus::Failed;
+    }
+    QString error;
+    if (!sessionplot::writePicture(target, size, msecs(options.from), msecs(options.to), session,
+                                   &error)) {
+        complain(error);
+        return ExitStatus::Failed;
+    }
+    if (!loaded.isComplete) {
+        complain(QStringLiteral("%1 is damaged; what could be read is drawn").arg(name));
+        return ExitStatus::Failed;
+    }
+    return ExitStatus::Done;
+}
+
+} // namespace
+
+void addPlotCommand(CLI::App &app, Run &run)
+{
+    const auto options = std::make_shared<PlotOptions>();
+    CLI::App *command = app.add_subcommand("plot", "Draw the review picture of a session");
+    command->add_option("session", options->session, "The session archive")
+        ->required()
+        ->type_name("SESSION.zip");
+    command
+        ->add_option("-o,--output", options->output,
+                     "The picture to write; the suffix decides on the form: .png, .svg or .pdf")
+        ->required()
+        ->type_name("FILE");
+    command->add_option("--from", options->from, "Begin of what is shown, s")
+        ->capture_default_str();
+    command->add_option("--to", options->to, "End of what is shown, s; the session's unless given");
+    command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels")->capture_default_str();
+    command->footer("Examples:\n"
+                    "  cprsession plot session.zip -o session.png\n"
+                    "  cprsession plot session.zip -o start.pdf --to 60 --size 1200x800");
+    command->callback([options, &run] {
+        run.needsFonts = true;
+        run.verb = [options] { return runPlot(*options); };
+    });
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef SESSIONPLOT_FLAGS_H
+#define SESSIONPLOT_FLAGS_H
+
+#include "Lanes.h"
+#include "PlotModel.h"
+#include "Symbols.h"
+
+#include <QString>
+
+#include <vector>
+
+namespace sessionplot {
+
+Symbol symbolOf(Flag::Kind kind);
+
+/// The flags in the time that is shown, and the places of their labels.
+///
+/// A label stands to the right of a pole that rises from the flag's symbol, and in a row above all
+/// poles that it would cross: events that follow one another closely form stairs. Labels that find
+/// no row are left out, those of less weight first; their symbols stay.
+class FlagLabels {
+public:
+    FlagLabels() = default;
+    /// Labels may reach to \a right.
+    FlagLabels(const PlotModel &model, const Style &style, const TimeScale &time, qreal right,
+               int mostRows);
+
+    /// Rows in use.
+    int rows() const { return m_rows; }
+    /// Height of a lane with \a rows rows.
+    static qreal height(const Style &style, int rows);
+    /// Paints the flags, and for each a line through the lanes from \a top to \a bottom.
+    void paint(const LaneContext &context, const LaneArea &area, qreal top, qreal bottom) const;
+
+private:
+    struct Label {
+        const Flag *flag = nullptr; // not owned
+        int weight = 0;
+        QString text; // empty when it has no place
+        qreal pole = 0;
+        qreal left = 0;
+        qreal right = 0;
+        int row = 0; // 0 is the lowest
+    };
+
+    static bool findRows(std::vector<Label *> &labels, int mostRows, int rowAtEdge, qreal gap);
+    static bool findRows(std::vector<Label *> &labels, int mostRows, qreal gap);
+
+    std::vector<Label> m_labels; // by weight, the greatest first
+    int m_rows = 0;
+};
+
+} // namespace sessionplot
+
+#endif

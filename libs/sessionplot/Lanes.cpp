@@ -1,0 +1,401 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Lanes.h"
+
+#include "LaneParts.h"
+#include "Symbols.h"
+#include "WavePainter.h"
+
+#include <QCoreApplication>
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace sessionplot {
+
+namespace {
+
+// What an axis shows of a lane without a band and without values.
+constexpr double plainDepth = 100;
+constexpr double plainRate = 200;
+constexpr double plainVolume = 1000;
+
+/// Marks that have a place already: keeps marks of one kind from being drawn over one another.
+class TakenPlaces {
+public:
+    TakenPlaces(const QRectF &area, qreal size)
+        : m_area(area), m_size(size), m_columns(static_cast<int>(area.width() / size) + 1),
+          m_taken((static_cast<int>(area.height() / size) + 1) * m_columns)
+    {
+    }
+
+    /// False when the place was taken before.
+    bool take(const QPointF &point)
+    {
+        const int column = static_cast<int>((point.x() - m_area.left()) / m_size);
+        const int row = static_cast<int>((point.y() - m_area.top()) / m_size);
+        const int place = row * m_columns + column;
+        if (column < 0 || row < 0 || column >= m_columns || place >= m_taken.size()
+            || m_taken.at(place))
+            return false;
+        m_taken[place] = true;
+        return true;
+    }
+
+private:
+    QRectF m_area;
+    qreal m_size;
+    int m_columns;
+    QVector<bool> m_taken;
+};
+
+QString bandText(const Band &band)
+{
+    return QStringLiteral("%1\u2013%2").arg(numberText(band.min), numberText(band.max));
+}
+
+/// A line of text beside a plot, at the height of \a y but not outside the plot.
+QRectF lineAt(const QRectF &margin, const QRectF &plot, qreal y, qreal line)
+{
+    const qreal half = line / 2;
+    const qreal centre = plot.height() > line ? qBound(plot.top() + half, y, plot.bottom() - half)
+                                              : plot.center().y();
+    return QRectF(margin.left(), centre - half, margin.width(), line);
+}
+
+void paintTitle(const LaneContext &context, const LaneArea &area, const QString &title,
+                const QString &unit)
+{
+    const Style &style = *context.style;
+    const QRectF margin(area.left.left(), area.plot.top(), area.left.width(), area.plot.height());
+    const qreal line = style.bold.line();
+    style.bold.draw(context.painter, QRectF(margin.left(), margin.top(), margin.width(), line),
+                    Qt::AlignLeft, title, style.theme.text);
+    if (area.plot.height() >= 2 * line)
+        style.small.draw(context.painter,
+                         QRectF(margin.left(), margin.top() + line, margin.width(), line),
+                         Qt::AlignLeft, unit, style.theme.mutedText);
+}
+
+void paintValueAxis(const LaneContext &context, const LaneArea &area, const ValueScale &scale,
+                    double smallest)
+{
+    const Style &style = *context.style;
+    const qreal line = style.small.line();
+    const QRectF margin = besidePlot(context, area.left);
+    constexpr int mostTicks = 9;
+    const qreal distance = qMax(2.2 * line, (scale.bottom() - scale.top()) / mostTicks);
+    for (const double tick : valueTicks(scale, distance)) {
+        if (tick < smallest)
+            continue;
+        const qreal y = scale.y(tick);
+        context.painter->setPen(QPen(style.theme.grid, style.hair));
+        context.painter->drawLine(QPointF(area.plot.left(), y), QPointF(area.plot.right(), y));
+        style.small.draw(context.painter, lineAt(margin, area.plot, y, line), Qt::AlignRight,
+                         numberText(tick), style.theme.mutedText);
+    }
+}
+
+void paintBand(const LaneContext &context, const LaneArea &area, const ValueScale &scale,
+               const Band &band)
+{
+    if (!band.isValid())
+        return;
+    const Style &style = *context.style;
+    const qreal y1 = scale.y(band.min);
+    const qreal y2 = scale.y(band.max);
+    const QRectF shown(area.plot.left(), qMin(y1, y2), area.plot.width(), std::abs(y2 - y1));
+    context.painter->fillRect(shown, style.theme.band);
+}
+
+/// The limits of the band, over the values, so that it is seen behind a dense curve too.
+void paintBandEdges(const LaneContext &context, const LaneArea &area, const ValueScale &scale,
+                    const Band &band)
+{
+    if (!band.isValid())
+        return;
+    const Style &style = *context.style;
+    context.painter->setPen(QPen(style.theme.bandEdge, style.hair));
+    for (const double limit : {band.min, band.max}) {
+        const qreal y = scale.y(limit);
+        context.painter->drawLine(QPointF(area.plot.left(), y), QPointF(area.plot.right(), y));
+    }
+
+    const qreal line = style.small.line();
+    const QRectF margin = besidePlot(context, area.right);
+    const qreal middle = (scale.y(band.min) + scale.y(band.max)) / 2;
+    const bool hasTwoLines = area.plot.height() >= 4 * line;
+    const QRectF text = lineAt(margin, area.plot, hasTwoLines ? middle + line / 2 : middle, line);
+    if (hasTwoLines)
+        style.small.draw(context.painter, text.translated(0, -line), Qt::AlignLeft,
+                         QCoreApplication::translate("sessionplot", "target"),
+                         style.theme.mutedText);
+    style.smallBold.draw(context.painter, text, Qt::AlignLeft, bandText(band), style.theme.text);
+}
+
+void paintFrame(const LaneContext &context, const QRectF &plot)
+{
+    context.painter->setPen(QPen(context.style->theme.frame, context.style->hair));
+    context.painter->setBrush(Qt::NoBrush);
+    context.painter->drawRect(plot);
+}
+
+void paintNotice(const LaneContext &context, const QRectF &plot, const QString &text)
+{
+    const Style &style = *context.style;
+    const qreal width = qMin(style.normal.width(text) + style.em, plot.width());
+    const qreal height = qMin(1.4 * style.normal.line(), plot.height());
+    const QRectF box(plot.center() - QPointF(width, height) / 2, QSizeF(width, height));
+    context.painter->fillRect(box, style.theme.lane);
+    style.normal.draw(context.painter, box, Qt::AlignCenter, text, style.theme.mutedText);
+}
+
+double highest(const Wave &wave)
+{
+    const Extremes extremes = wave.extremes(0, wave.count());
+    return extremes.isEmpty() ? 0 : extremes.high * wave.unit();
+}
+
+/// The end of an axis from 0: above the band and the values, but not so far above the band that
+/// one stray value makes all others unreadable.
+double axisEnd(const Band &band, double value, double plain)
+{
+    constexpr double aboveBand = 1.2;
+    constexpr double aboveValue = 1.05;
+    constexpr double farAboveBand = 2;
+    if (!band.isValid())
+        return value > 0 ? value * aboveValue : plain;
+    return qBound(band.max * aboveBand, value * aboveValue, band.max * farAboveBand);
+}
+
+/// Of the marks at values outside their band.
+qreal triangleSize(const Style &style)
+{
+    return 0.6 * style.em;
+}
+
+} // namespace
+
+ValueScale depthScale(const PlotModel &model, const QRectF &plot)
+{
+    double deepest = highest(model.depth());
+    if (model.depth().count() == 0) {
+        for (const Compression &compression : model.compressions())
+            deepest = qMax(deepest, double(compression.depth));
+    }
+    const double end = axisEnd(model.targets().depth, deepest, plainDepth);
+    constexpr double aboveZero = 0.05;
+    return ValueScale(-aboveZero * end, end, plot.top(), plot.bottom());
+}
+
+ValueScale rateScale(const PlotModel &model, const QRectF &plot)
+{
+    const Band &band = model.targets().rate;
+    double low = band.isValid() ? band.min : plainRate;
+    double high = band.isValid() ? band.max : 0;
+    for (const Compression &compression : model.compressions()) {
+        if (compression.rate > 0) {
+            low = qMin(low, double(compression.rate));
+            high = qMax(high, double(compression.rate));
+        }
+    }
+    if (!band.isValid())
+        return low < high ? ValueScale(high, low, plot.top(), plot.bottom())
+                          : ValueScale(plainRate, 0, plot.top(), plot.bottom());
+    // In widths of the band around it.
+    constexpr double leastAround = 1.5;
+    constexpr double mostAround = 4;
+    constexpr double beyondValue = 0.3;
+    const double width = band.max - band.min;
+    low = qBound(band.min - mostAround * width, low - beyondValue * width,
+                 band.min - leastAround * width);
+    high = qBound(band.max + leastAround * width, high + beyondValue * width,
+                  band.max + mostAround * width);
+    return ValueScale(high, qMax(low, 0.0), plot.top(), plot.bottom());
+}
+
+ValueScale volumeScale(const PlotModel &model, const QRectF &plot)
+{
+    double most = 0;
+    for (const Ventilation &ventilation : model.ventilations())
+        most = qMax(most, double(ventilation.volume));
+    if (model.ventilations().empty())
+        most = highest(model.volume());
+    return ValueScale(axisEnd(model.targets().volume, most, plainVolume), 0, plot.top(),
+                      plot.bottom());
+}
+
+void paintGround(const LaneContext &context, const QRectF &plot)
+{
+    context.painter->fillRect(plot, context.style->theme.lane);
+}
+
+void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave)
+{
+    const Style &style = *context.style;
+    const Targets &targets = context.model->targets();
+    const ValueScale scale = depthScale(*context.model, area.plot);
+
+    paintTitle(context, area, QCoreApplication::translate("sessionplot", "Depth"),
+               QCoreApplication::translate("sessionplot", "mm"));
+    paintValueAxis(context, area, scale, 0);
+    paintBand(context, area, scale, targets.depth);
+    if (targets.releaseDepth > 0) {
+        const qreal y = scale.y(targets.releaseDepth);
+        QPen pen(style.theme.bandEdge, style.hair);
+        pen.setDashPattern({5, 4});
+        context.painter->setPen(pen);
+        context.painter->drawLine(QPointF(area.plot.left(), y), QPointF(area.plot.right(), y));
+        const qreal line = style.small.line();
+        if (scale.y(targets.depth.min) - y > 2 * line || !targets.depth.isValid())
+            style.small.draw(context.painter,
+                             lineAt(besidePlot(context, area.right), area.plot, y, line),
+                             Qt::AlignLeft,
+                             QCoreApplication::translate("sessionplot", "release %1")
+                                 .arg(numberText(targets.releaseDepth)),
+                             style.theme.mutedText);
+    }
+
+    const Wave &samples = context.model->depth();
+    const auto [first, last] = shown(context.model->compressions(), context.time.range());
+    if (samples.count() > 0) {
+        wave.paint(context.painter, samples, context.time, scale,
+                   {style.theme.curve, style.theme.curveArea, style.hair});
+    } else if (first != last) {
+        // Without samples the peaks are known still.
+        context.painter->setPen(QPen(style.theme.curve, style.hair));
+        for (const Compression *compression = first; compression != last; ++compression) {
+            const qreal x = context.time.boundedX(compression->peak);
+            context.painter->drawLine(QPointF(x, scale.y(0)),
+                                      QPointF(x, scale.y(double(compression->depth))));
+        }
+    }
+    paintBandEdges(context, area, scale, targets.depth);
+    paintFrame(context, area.plot);
+    if (samples.count() == 0 && first == last)
+        paintNotice(context, area.plot,
+                    QCoreApplication::translate("sessionplot", "no compressions recorded"));
+}
+
+void paintRate(const LaneContext &context, const LaneArea &area)
+{
+    const Style &style = *context.style;
+    const ValueScale scale = rateScale(*context.model, area.plot);
+    paintTitle(context, area, QCoreApplication::translate("sessionplot", "Rate"),
+               QCoreApplication::translate("sessionplot", "per min"));
+    paintValueAxis(context, area, scale, 0);
+    paintBand(context, area, scale, context.model->targets().rate);
+    paintBandEdges(context, area, scale, context.model->targets().rate);
+
+    // Values in the band are dots; the others point to the side on which they lie.
+    const qreal pitch = context.time.pixelsPerMsec() * usualMsecsPerCompression;
+    const qreal dot = qBound(2.0, std::round(pitch * 0.6), std::round(0.34 * style.em));
+    const qreal triangle = qBound(0.7 * triangleSize(style), pitch, triangleSize(style));
+    const SymbolStamp above(context.painter, Symbol::TriangleUp, triangle, style.theme.fault);
+    const SymbolStamp below(context.painter, Symbol::TriangleDown, triangle, style.theme.fault);
+    TakenPlaces taken(area.plot, triangle / 2);
+    QVector<QRect> dots;
+    const auto [first, last] = shown(context.model->compressions(), context.time.range());
+    bool hasRates = false;
+    for (const Compression *compression = first; compression != last; ++compression) {
+        if (compression->rate <= 0 || compression->begin < context.time.range().from)
+            continue;
+        hasRates = true;
+        const QPointF point(context.time.boundedX(compression->begin), scale.y(compression->rate));
+        const Side side = compression->rateSide;
+        if (side == Side::Above || side == Side::Below) {
+            if (taken.take(point))
+                (side == Side::Above ? above : below).draw(point);
+        } else {
+            const QPointF corner = point - QPointF(dot, dot) / 2;
+            dots.append(QRect(qRound(corner.x()), qRound(corner.y()), qRound(dot), qRound(dot)));
+        }
+    }
+    context.painter->setPen(Qt::NoPen);
+    context.painter->setBrush(style.theme.curve);
+    context.painter->drawRects(dots);
+    paintFrame(context, area.plot);
+    if (!hasRates)
+        paintNotice(context, area.plot,
+                    QCoreApplication::translate("sessionplot", "no rates recorded"));
+}
+
+void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &wave)
+{
+    const Style &style = *context.style;
+    const PlotModel &model = *context.model;
+    const TimeScale &time = context.time;
+    const ValueScale scale = volumeScale(model, area.plot);
+    paintTitle(context, area, QCoreApplication::translate("sessionplot", "Volume"),
+               QCoreApplication::translate("sessionplot", "ml"));
+    paintValueAxis(context, area, scale, 0);
+    paintBand(context, area, scale, model.targets().volume);
+
+    // Too little is hollow. Both faults are marked above the bar.
+    const auto [first, last] = shown(model.ventilations(), time.range());
+    const qreal narrowest = 2 * style.hair;
+    const qreal narrowestHollow = 5 * style.hair;
+    const qreal triangle = triangleSize(style);
+    const SymbolStamp above(context.painter, Symbol::TriangleUp, triangle, style.theme.fault);
+    const SymbolStamp below(context.painter, Symbol::TriangleDown, triangle, style.theme.fault);
+    TakenPlaces taken(area.plot, 0.8 * triangle);
+    QVector<QRect> bars;
+    QVector<QRect> faultyBars;
+    QVector<QRectF> hollowBars;
+    for (const Ventilation *ventilation = first; ventilation != last; ++ventilation) {
+        const qreal left = time.x(ventilation->begin);
+        qreal right = time.x(2.0 * ventilation->peak - ventilation->begin);
+        if (ventilation + 1 != last)
+            right = qMin(right, time.x((ventilation + 1)->begin) - style.hair);
+        right = qMax(right, left + narrowest);
+        if (right < time.left() || left > time.right())
+            continue;
+        const qreal top = scale.y(ventilation->volume);
+        const QRect bar = snapped(QRectF(QPointF(qMax(left, time.left()), top),
+                                         QPointF(qMin(right, time.right()), scale.y(0))));
+
+        const bool isBelow = ventilation->volumeSide == Side::Below;
+        const bool isAbove = ventilation->volumeSide == Side::Above;
+        if (isBelow && bar.width() >= narrowestHollow)
+            hollowBars.append(QRectF(bar).adjusted(style.hair / 2, style.hair / 2, -style.hair / 2,
+                                                   -style.hair / 2));
+        else if (isBelow || isAbove)
+            faultyBars.append(bar);
+        else
+            bars.append(bar);
+        const QPointF point(bar.left() + 0.5 * bar.width(),
+                            qMax(top - 0.7 * triangle, area.plot.top() + triangle / 2));
+        if ((isBelow || isAbove) && taken.take(point))
+            (isAbove ? above : below).draw(point);
+    }
+
+    // Where breaths are broad and their course was recorded, it stands before faint bars.
+    constexpr double msecsOfBreath = 1000;
+    const bool isBroad = time.pixelsPerMsec() * msecsOfBreath > 2 * style.em;
+    const bool hasCourse = model.volume().count() > 0 && (isBroad || model.ventilations().empty());
+    const auto faint = [hasCourse](QColor color) {
+        if (hasCourse)
+            color.setAlphaF(0.3);
+        return color;
+    };
+    context.painter->setPen(Qt::NoPen);
+    context.painter->setBrush(faint(style.theme.bars));
+    context.painter->drawRects(bars);
+    context.painter->setBrush(faint(style.theme.fault));
+    context.painter->drawRects(faultyBars);
+    context.painter->setPen(QPen(style.theme.fault, style.hair));
+    context.painter->setBrush(style.theme.lane);
+    context.painter->drawRects(hollowBars);
+    if (hasCourse)
+        wave.paint(context.painter, model.volume(), time, scale,
+                   {style.theme.curve, Qt::transparent, style.hair});
+    paintBandEdges(context, area, scale, model.targets().volume);
+    paintFrame(context, area.plot);
+    if (first == last && model.volume().count() == 0)
+        paintNotice(context, area.plot,
+                    QCoreApplication::translate("sessionplot", "no ventilations recorded"));
+}
+
+} // namespace sessionplot

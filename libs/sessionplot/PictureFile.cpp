@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "PictureFile.h"
+
+#include "PlotModel.h"
+#include "ReviewPicture.h"
+
+#include <QBuffer>
+#include <QCoreApplication>
+#include <QFileInfo>
+#include <QImage>
+#include <QPageSize>
+#include <QPainter>
+#include <QPdfWriter>
+#include <QSaveFile>
+#include <QSvgGenerator>
+
+namespace sessionplot {
+
+namespace {
+
+// Devices without pixels are looked at closely and printed.
+constexpr qreal columnsPerUnitOfVectors = 3;
+constexpr int unitsPerInch = 96;
+constexpr qreal pointsPerInch = 72;
+constexpr int largestSide = 32767; // of an image
+
+QString title(const PlotModel &model)
+{
+    return model.summary().learners.join(QLatin1String(", "));
+}
+
+bool paintOn(QPaintDevice *device, const QSize &size, ReviewPicture &picture)
+{
+    QPainter painter;
+    if (!painter.begin(device))
+        return false;
+    picture.paint(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    return painter.end();
+}
+
+bool encodePng(QIODevice *device, const QSize &size, const PlotModel &, ReviewPicture &picture)
+{
+    QImage image(size, QImage::Format_RGB32);
+    return !image.isNull() && paintOn(&image, size, picture) && image.save(device, "PNG");
+}
+
+bool encodeSvg(QIODevice *device, const QSize &size, const PlotModel &model, ReviewPicture &picture)
+{
+    QSvgGenerator generator;
+    generator.setOutputDevice(device);
+    generator.setResolution(unitsPerInch);
+    generator.setSize(size);
+    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setTitle(title(model));
+    picture.setColumnsPerUnit(columnsPerUnitOfVectors);
+    return paintOn(&generator, size, picture);
+}
+
+bool encodePdf(QIODevice *device, const QSize &size, const PlotModel &model, ReviewPicture &picture)
+{
+    QPdfWriter writer(device);
+    writer.setResolution(unitsPerInch);
+    writer.setPageSize(QPageSize(QSizeF(size) * pointsPerInch / unitsPerInch, QPageSize::Point,
+                                 QString(), QPageSize::ExactMatch));
+    writer.setPageMargins(QMarginsF());
+    writer.setTitle(title(model));
+    picture.setColumnsPerUnit(columnsPerUnitOfVectors);
+    return paintOn(&writer, size, picture);
+}
+
+struct Format {
+    const char *suffix;
+    bool (*encode)(QIODevice *, const QSize &, const PlotModel &, ReviewPicture &);
+};
+
+constexpr Format formats[] = {{"png", encodePng}, {"svg", encodeSvg}, {"pdf", encodePdf}};
+
+const Format *formatOf(const QString &fileName)
+{
+    const QString suffix = QFileInfo(fileName).suffix();
+    for (const Format &format : formats) {
+        if (suffix.compare(QLatin1String(format.suffix), Qt::CaseInsensitive) == 0)
+            return &format;
+    }
+    return nullptr;
+}
+
+/// Returns what went wrong; empty when nothing did.
+QString write(const QString &fileName, const QSize &size, const PlotModel &model,
+              ReviewPicture &picture)
+{
+    const Format *format = formatOf(fileName);
+    if (!format)
+        return QCoreApplication::translate("sessionplot", "%1 has to end with .png, .svg or .pdf")
+            .arg(fileName);
+    if (size.isEmpty() || size.width() > largestSide || size.height() > largestSide)
+        return QCoreApplication::translate("sessionplot", "A picture cannot be %1x%2 pixels large")
+            .arg(size.width())
+            .arg(size.height());
+
+    const auto cannotBeWritten = [&fileName](const QString &reason) {
+        return QCoreApplication::translate("sessionplot", "%1 cannot be written: %2")
+            .arg(fileName, reason);
+    };
+    const QFileInfo target(fileName);
+    if (target.exists() && !target.isFile())
+        return cannotBeWritten(QCoreApplication::translate("sessionplot", "it is no regular file"));
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly))
+        return cannotBeWritten(file.errorString());
+
+    QBuffer encoded;
+    encoded.open(QIODevice::WriteOnly);
+    if (!format->encode(&encoded, size, model, picture))
+        return QCoreApplication::translate("sessionplot",
+                                           "The picture cannot be drawn; is there "
+                                           "memory for %1x%2 pixels?")
+            .arg(size.width())
+            .arg(size.height());
+    if (file.write(encoded.data()) != encoded.size() || !file.commit())
+        return cannotBeWritten(file.errorString());
+    return QString();
+}
+
+} // namespace
+
+QStringList pictureSuffixes()
+{
+    QStringList suffixes;
+    for (const Format &format : formats)
+        suffixes.append(QLatin1String(format.suffix));
+    return suffixes;
+}
+
+bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint64 to,
+                  const CPRData &session, QString *error)
+{
+    return writePicture(fileName, size, from, to, PlotModel(session), Theme::light(), error);
+}
+
+bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint64 to,
+                  const PlotModel &model, const Theme &theme, QString *error)
+{
+    ReviewPicture picture(&model);
+    picture.setTheme(theme);
+    picture.setRange(from, to);
+    const QString problem = write(fileName, size, model, picture);
+    if (error)
+        *error = problem;
+    return problem.isEmpty();
+}
+
+} // namespace sessionplot

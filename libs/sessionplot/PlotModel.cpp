@@ -1,0 +1,442 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "PlotModel.h"
+
+#include <CPRData.h>
+#include <CPREventSessionInfo.h>
+#include <CPREventSessionScore.h>
+#include <SessionMsecs.h>
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace sessionplot {
+
+namespace {
+
+using E = CPREventBase;
+using bls_2010::CommonDefs;
+
+constexpr double hmmPerMm = 100;
+constexpr int msecsPerSecond = 1000;
+constexpr int msecsPerMinute = 60 * msecsPerSecond;
+
+// Units of samples whose description does not tell.
+constexpr double usualMmPerSample = 0.01;
+constexpr double usualMlPerSample = 1;
+
+// A compression that begins later than this after the end of the one before begins a new run. For
+// a slow rescuer it is the time between two compressions instead, up to the second value.
+constexpr int longestGapInRun = 500;
+constexpr int longestGapInSlowRun = 1000;
+
+// What the periods tell about lost messages is believed within these limits.
+constexpr int shortestPeriod = 200;
+constexpr int mostMissing = 3;
+
+// An end that lies farther behind the peak is not believed.
+constexpr int longestRelease = 2000;
+
+int intOf(const E *event, E::ParameterType parameter)
+{
+    return event ? event->parameterValue(parameter, 0).toInt() : 0;
+}
+
+QString textOf(const E *event, E::ParameterType parameter)
+{
+    return event ? event->parameterValue(parameter, QVariant()).toString() : QString();
+}
+
+bool isSummary(E::EventType type)
+{
+    return type == E::CprSessionInfo || type == E::CprSessionStatistics
+        || type == E::CprSessionScore;
+}
+
+Compression compressionOf(const CPREventCompression &event)
+{
+    Compression result;
+    result.begin = event.msecs();
+    result.peak = std::max(event.compPeakTime(), result.begin);
+    result.end = event.eventEndTime();
+    if (result.end < result.peak || qint64(result.end) - result.peak > longestRelease)
+        result.end = result.peak;
+    result.period = event.compInstantaneousPeriod();
+    result.depth = std::abs(event.compDepth());
+    result.rate = event.compMeanRate();
+    if (result.rate <= 0 && result.period > 0)
+        result.rate = msecsPerMinute / result.period;
+    result.incompleteRelease = event.compIncompleteRelease();
+    result.wrongHands = event.compHandposError() || event.compHandposXiphoid();
+    return result;
+}
+
+Ventilation ventilationOf(const CPREventVentilation &event)
+{
+    Ventilation result;
+    result.begin = event.msecs();
+    result.peak = std::max(event.ventPeakTime(), result.begin);
+    // Archives do not hold the end.
+    result.end = std::max(event.eventEndTime(), result.peak);
+    result.volume = event.ventVolume();
+    return result;
+}
+
+Flag flagOf(const E &event, Flag::Kind kind, int code, int detail = 0, const QString &name = {})
+{
+    Flag flag;
+    flag.msecs = event.msecs();
+    flag.kind = kind;
+    flag.code = code;
+    flag.detail = detail;
+    flag.name = name;
+    return flag;
+}
+
+template <typename Entry> void sortByBegin(std::vector<Entry> &entries)
+{
+    const auto earlier = [](const Entry &a, const Entry &b) { return a.begin < b.begin; };
+    if (!std::is_sorted(entries.begin(), entries.end(), earlier))
+        std::stable_sort(entries.begin(), entries.end(), earlier);
+}
+
+/// The time from the end of \a before to \a next. A compression between them, whose message was
+/// lost, shows in the period that the manikin measured.
+qint64 gapBetween(const Compression &before, const Compression &next)
+{
+    qint64 sinceBegin = qint64(next.begin) - before.begin;
+    if (next.period > 0)
+        sinceBegin = std::min<qint64>(sinceBegin, next.period);
+    return sinceBegin - (qint64(before.end) - before.begin);
+}
+
+/// Compressions of a run between these two, of which no message arrived.
+int missingBetween(const Compression &before, const Compression &next)
+{
+    if (next.period < shortestPeriod)
+        return 0;
+    const double periods = (double(next.begin) - before.begin) / next.period;
+    return std::clamp(static_cast<int>(std::round(periods)) - 1, 0, mostMissing);
+}
+
+int longestGap(const Compression &next)
+{
+    if (next.rate <= 0)
+        return longestGapInRun;
+    return std::clamp(msecsPerMinute / next.rate, longestGapInRun, longestGapInSlowRun);
+}
+
+/// When a ventilation is given, for its order among compressions: a rescuer who begins to blow
+/// during the last compression does not end the run before it.
+qint64 moment(const Ventilation &ventilation)
+{
+    return (qint64(ventilation.begin) + ventilation.peak) / 2;
+}
+
+} // namespace
+
+Side Band::side(double value) const
+{
+    if (!isValid())
+        return Side::Unknown;
+    if (value < min)
+        return Side::Below;
+    return value > max ? Side::Above : Side::Inside;
+}
+
+void PlotModel::clear()
+{
+    *this = PlotModel();
+}
+
+void PlotModel::update(const CPRData &session)
+{
+    updateWaves(session);
+    updateEvents(session);
+}
+
+void PlotModel::updateWaves(const CPRData &session)
+{
+    const CPRCompressionData *depth = session.compressionData();
+    const CPRVentilationData *volume = session.ventilationData();
+    if (!depth || !volume)
+        return;
+
+    // The first sample belongs to the first header, one period after the start.
+    const CPRWaveformInfo *info = depth->waveformInfo();
+    m_depth.describe(info->lsbValue() > 0 ? double(info->lsbValue()) : usualMmPerSample,
+                     info->samplePeriod(), info->samplePeriod());
+    m_depth.follow(depth->count(), [depth](int i) {
+        const int sample = depth->at(i);
+        return sample < 0 ? -std::max(sample, -std::numeric_limits<int>::max()) : sample;
+    });
+
+    info = volume->waveformInfo();
+    const bool inStep = volume->count() == depth->count();
+    m_volume.describe(
+        info->lsbValue() > 0 ? double(info->lsbValue()) : usualMlPerSample, info->samplePeriod(),
+        inStep ? info->samplePeriod() : std::max(info->samplePeriod(), info->msecs()));
+    m_volume.follow(volume->count(), [volume](int i) { return volume->at(i); });
+}
+
+void PlotModel::updateEvents(const CPRData &session)
+{
+    readSummary(session);
+    readTargets(session);
+    readEvents(session);
+    findRuns();
+    judgeCycles();
+    judgeCompressions();
+    judgeVentilations();
+}
+
+void PlotModel::readSummary(const CPRData &session)
+{
+    m_summary = Summary();
+    m_summary.learners = session.learners();
+    m_summary.learners.removeAll(QString()); // a session without learners has one empty name
+    if (session.cprGuidelines())
+        m_summary.guidelines = session.cprGuidelines()->guidelinesID();
+    const CPREvents *events = session.cprEvents();
+    if (!events)
+        return;
+
+    if (const CPREventSessionInfo *info = events->sessionInfo()) {
+        m_summary.start = QDateTime::fromString(textOf(info, E::startTime), Qt::ISODate);
+        m_summary.protocol = intOf(info, E::cprProtocol);
+        m_summary.secs = intOf(info, E::totalTime);
+        m_summary.manikinName = textOf(info, E::manikinName);
+        m_summary.manikinType = info->getManikinType();
+        m_summary.ageLetter = info->patientAgeType();
+    }
+
+    const CPREventSessionScore *score = events->sessionScore();
+    QString key;
+    // A fresh score event has scores of 0, but no reductions.
+    m_summary.hasScores = score && score->hasParameters()
+        && score->hasParameterType(E::compReleaseScoreReduction, key);
+    if (!m_summary.hasScores)
+        return;
+    m_summary.overallScore = intOf(score, E::overallScore);
+    m_summary.compressionScore = intOf(score, E::compOverallScore);
+    m_summary.ventilationScore = intOf(score, E::ventOverallScore);
+    m_summary.flowTime = intOf(score, E::flowTimePercentage);
+    m_summary.primaryAdvice = intOf(score, E::primaryAdvice);
+    m_summary.secondaryAdvice = intOf(score, E::secondaryAdvice);
+}
+
+void PlotModel::readTargets(const CPRData &session)
+{
+    m_targets = Targets();
+    const CPRGuidelines *set = session.cprGuidelines();
+    if (!set)
+        return;
+    m_targets.depth = {set->compressionDepthMin() / hmmPerMm,
+                       set->compressionDepthMax() / hmmPerMm};
+    m_targets.releaseDepth = set->compressionAcceptableReleaseDepth() / hmmPerMm;
+    m_targets.rate = {double(set->compressionRateMin()), double(set->compressionRateMax())};
+    m_targets.volume = {double(set->ventilationVolumeMin()), double(set->ventilationVolumeMax())};
+
+    m_targets.compressionsPerCycle = set->compressionsBetweenVentilations();
+    m_targets.ventilationsPerCycle = set->ventilationsBetweenCompressions();
+    switch (m_summary.protocol) {
+    case CommonDefs::CPR_SINGLE_RESCUER:
+        m_targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageSingleRescuerCPR();
+        break;
+    case CommonDefs::CPR_TWO_RESCUER:
+        m_targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageTwoRescuerCPR();
+        m_targets.compressionsPerCycle = set->compressionsBetweenVentilationsTwoRescuer();
+        break;
+    case CommonDefs::CPR_COMPRESSION_ONLY:
+        m_targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageCompressionsOnly();
+        break;
+    default:
+        break;
+    }
+}
+
+void PlotModel::readEvents(const CPRData &session)
+{
+    m_compressions.clear();
+    m_ventilations.clear();
+    m_pauses.clear();
+    m_losses.clear();
+    m_flags.clear();
+    m_lastEventEnd = 0;
+    const CPREvents *events = session.cprEvents();
+    if (!events)
+        return;
+
+    // A loss is shown up to the sample that arrived.
+    const auto behind = [this](const E &event) {
+        return sessionMsecs(qint64(event.msecs()) + m_depth.period());
+    };
+    bool inLoss = false;
+    int rhythm = E::AED_NoECGRhythm;
+    const auto addRhythm = [&](const E &event, int shown) {
+        if (shown != rhythm && shown != E::AED_NoECGRhythm)
+            m_flags.push_back(flagOf(event, Flag::Kind::Rhythm, shown));
+        rhythm = shown;
+    };
+
+    for (const E *event : events->events()) {
+        if (isSummary(event->type()))
+            continue;
+        m_lastEventEnd = std::max(m_lastEventEnd, event->msecs());
+        switch (event->type()) {
+        case E::CprCompEvent:
+            if (const auto *compression = qobject_cast<const CPREventCompression *>(event))
+                m_compressions.push_back(compressionOf(*compression));
+            break;
+        case E::CprVentEvent:
+            if (const auto *ventilation = qobject_cast<const CPREventVentilation *>(event))
+                m_ventilations.push_back(ventilationOf(*ventilation));
+            break;
+        case E::CprInactivityCPR:
+            if (event->eventEndTime() > event->msecs()) {
+                m_pauses.push_back({event->msecs(), event->eventEndTime()});
+                m_lastEventEnd = std::max(m_lastEventEnd, event->eventEndTime());
+            }
+            break;
+        case E::CprPacketLossStart:
+            m_losses.push_back({event->msecs(), behind(*event)});
+            inLoss = true;
+            break;
+        case E::CprPacketLossEnd:
+            if (inLoss)
+                m_losses.back().end = std::max(m_losses.back().end, behind(*event));
+            inLoss = false;
+            break;
+        case E::ShockDelivered:
+            m_flags.push_back(flagOf(*event, Flag::Kind::Shock, intOf(event, E::shockEnergy)));
+            break;
+        case E::CprAedEvent: {
+            const int kind = intOf(event, E::aedEventType);
+            if (kind == E::AEDECGRhythmStatus)
+                addRhythm(*event, intOf(event, E::aedECGRhythm));
+            else
+                m_flags.push_back(
+                    flagOf(*event, Flag::Kind::Aed, kind, intOf(event, E::aedRemoteOtherButtonId)));
+            break;
+        }
+        case E::CprCprdEvent:
+            addRhythm(*event, intOf(event, E::aedECGRhythm));
+            break;
+        case E::Event:
+            m_flags.push_back(flagOf(*event, Flag::Kind::User, 0, 0, textOf(event, E::eventId)));
+            break;
+        default:
+            break;
+        }
+    }
+    sortByBegin(m_compressions);
+    sortByBegin(m_ventilations);
+    sortByBegin(m_pauses);
+}
+
+void PlotModel::findRuns()
+{
+    m_cycles.clear();
+    const bool taken = hasCycles();
+    auto ventilation = m_ventilations.cbegin();
+    auto pause = m_pauses.cbegin();
+    const Compression *before = nullptr;
+
+    const auto addVentilationsUntil = [&](qint64 msecs) {
+        for (; taken && ventilation != m_ventilations.cend() && moment(*ventilation) < msecs;
+             ++ventilation) {
+            if (m_cycles.empty())
+                m_cycles.push_back({ventilation->begin, ventilation->end, 0, 0, false});
+            m_cycles.back().end = std::max(m_cycles.back().end, ventilation->end);
+            ++m_cycles.back().ventilations;
+        }
+    };
+
+    for (Compression &compression : m_compressions) {
+        addVentilationsUntil(compression.begin);
+        while (pause != m_pauses.cend() && before && pause->begin < before->begin)
+            ++pause;
+        const bool hasPaused = pause != m_pauses.cend() && pause->begin < compression.begin;
+        if (!before || m_cycles.empty() || m_cycles.back().ventilations > 0 || hasPaused
+            || gapBetween(*before, compression) > longestGap(compression)) {
+            m_cycles.push_back({compression.begin, compression.end, 0, 0, false});
+            compression.rate = 0; // it would tell the length of the pause
+        } else {
+            m_cycles.back().compressions += missingBetween(*before, compression);
+        }
+        m_cycles.back().end = std::max(m_cycles.back().end, compression.end);
+        ++m_cycles.back().compressions;
+        before = &compression;
+    }
+    addVentilationsUntil(std::numeric_limits<qint64>::max());
+}
+
+void PlotModel::judgeCycles()
+{
+    const int compressions = m_targets.compressionsPerCycle;
+    const int ventilations = m_targets.ventilationsPerCycle;
+    if (!hasCycles() || compressions <= 0 || ventilations <= 0)
+        return;
+    for (Cycle &cycle : m_cycles) {
+        const bool isLast = &cycle == &m_cycles.back();
+        const bool tooMany = cycle.compressions > compressions || cycle.ventilations > ventilations;
+        const bool tooFew = cycle.compressions < compressions || cycle.ventilations < ventilations;
+        cycle.isMiscounted = cycle.compressions > 0 && (tooMany || (tooFew && !isLast));
+    }
+}
+
+void PlotModel::judgeCompressions()
+{
+    for (Compression &compression : m_compressions) {
+        // Depths are whole hundredths of a mm, which a float only comes near.
+        compression.depthSide =
+            m_targets.depth.side(std::round(double(compression.depth) * hmmPerMm) / hmmPerMm);
+        compression.rateSide =
+            compression.rate > 0 ? m_targets.rate.side(compression.rate) : Side::Unknown;
+    }
+}
+
+void PlotModel::judgeVentilations()
+{
+    for (Ventilation &ventilation : m_ventilations) {
+        ventilation.volumeSide = m_targets.volume.side(ventilation.volume);
+        // The maximum itself already counts as too much.
+        if (ventilation.volumeSide == Side::Inside && ventilation.volume >= m_targets.volume.max)
+            ventilation.volumeSide = Side::Above;
+    }
+}
+
+bool PlotModel::trainsCompressions() const
+{
+    return m_summary.protocol != CommonDefs::CPR_VENTILATION_ONLY || !m_compressions.empty();
+}
+
+bool PlotModel::trainsVentilations() const
+{
+    return m_summary.protocol != CommonDefs::CPR_COMPRESSION_ONLY || !m_ventilations.empty();
+}
+
+bool PlotModel::hasCycles() const
+{
+    switch (m_summary.protocol) {
+    case CommonDefs::CPR_COMPRESSION_ONLY:
+    case CommonDefs::CPR_VENTILATION_ONLY:
+    case CommonDefs::CPR_HIGH_PERFORMANCE:
+        return false;
+    default:
+        return true;
+    }
+}
+
+qint64 PlotModel::length() const
+{
+    const auto endOf = [](const Wave &wave) {
+        return wave.count() > 0 ? wave.start() + qint64(wave.count() - 1) * wave.period() : 0;
+    };
+    return std::max({endOf(m_depth), endOf(m_volume), qint64(m_lastEventEnd)});
+}
+
+} // namespace sessionplot

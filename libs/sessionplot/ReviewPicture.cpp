@@ -1,0 +1,272 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ReviewPicture.h"
+
+#include "Lanes.h"
+#include "Legend.h"
+#include "Words.h"
+
+#include <QPainter>
+
+#include <algorithm>
+#include <cmath>
+
+namespace sessionplot {
+
+namespace {
+
+// A text of this size suits a picture of that size; it grows a little slower than the picture.
+constexpr qreal referenceTextSize = 12;
+constexpr QSizeF referenceSize(1280, 800);
+constexpr qreal growth = 0.85;
+constexpr qreal leastTextSize = 10;
+// In pictures that are hardly more than an icon.
+constexpr QSizeF tinySize(420, 260);
+constexpr qreal tinyTextSize = 8;
+
+// Lanes with a scale share what height is left.
+struct LaneShare {
+    ReviewPicture::Part part;
+    qreal weight;
+    qreal leastLines;
+};
+constexpr LaneShare lanes[] = {
+    {ReviewPicture::DepthPart, 0.46, 4},
+    {ReviewPicture::RatePart, 0.27, 3},
+    {ReviewPicture::VolumePart, 0.27, 3},
+};
+
+constexpr int mostFlagRows = 4;
+constexpr int fewFlagRows = 2;
+constexpr qreal gapBetweenLanes = 0.45; // em
+constexpr qreal rowHeight = 1.2; // lines of small text
+constexpr qreal faultRowHeight = 1.05;
+
+qreal leastHeight(const Style &style, ReviewPicture::Parts parts)
+{
+    qreal height = 0;
+    for (const LaneShare &lane : lanes) {
+        if (parts.testFlag(lane.part))
+            height += lane.leastLines * style.small.line();
+    }
+    return height;
+}
+
+qreal axisHeight(const Style &style)
+{
+    return std::ceil(style.small.line() + 0.5 * style.em);
+}
+
+} // namespace
+
+void ReviewPicture::setRange(qint64 from, qint64 to)
+{
+    m_from = from;
+    m_to = to;
+}
+
+void ReviewPicture::setColumnsPerUnit(qreal columns)
+{
+    m_depthPainter.setColumnsPerUnit(columns);
+    m_volumePainter.setColumnsPerUnit(columns);
+}
+
+qreal ReviewPicture::suitableTextSize(const QSizeF &size)
+{
+    const qreal scale =
+        qMin(size.width() / referenceSize.width(), size.height() / referenceSize.height());
+    const bool isTiny = size.width() < tinySize.width() || size.height() < tinySize.height();
+    return std::floor(qMax(isTiny ? tinyTextSize : leastTextSize,
+                           referenceTextSize * std::pow(qMax(scale, 0.0), growth)));
+}
+
+ReviewPicture::Parts ReviewPicture::usefulParts() const
+{
+    Parts parts = m_parts;
+    const auto without = [&parts](bool isMissing, Parts missing) {
+        if (isMissing)
+            parts &= ~missing;
+    };
+    without(!m_model->trainsCompressions(), {DepthPart | FaultsPart | RatePart | CyclesPart});
+    without(!m_model->trainsVentilations(), VolumePart);
+    without(m_model->cycles().empty(), CyclesPart);
+    without(m_model->pauses().empty(), PausesPart);
+    without(std::none_of(m_model->flags().begin(), m_model->flags().end(),
+                         [](const Flag &flag) { return flagWeight(flag) > 0; }),
+            FlagsPart);
+    return parts;
+}
+
+qreal ReviewPicture::fixedHeight(const Layout &layout, const Style &style, qreal width) const
+{
+    qreal height = 0;
+    const auto add = [&](Part part, qreal partHeight) {
+        if (layout.parts.testFlag(part))
+            height += partHeight + layout.gap;
+    };
+    add(HeadPart, headHeight(style, layout.head, width));
+    add(FlagsPart, FlagLabels::height(style, layout.flagRows));
+    add(PausesPart, rowHeight * style.small.line());
+    add(CyclesPart, rowHeight * style.small.line());
+    add(FaultsPart, faultRows * faultRowHeight * style.small.line());
+    add(TimeAxisPart, axisHeight(style) - layout.gap);
+    add(LegendPart, legendHeight(style, *m_model, width));
+    for (const LaneShare &lane : lanes)
+        add(lane.part, 0);
+    return height;
+}
+
+ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &area)
+{
+    const QSizeF size = area.size();
+    Layout layout;
+    layout.parts = usefulParts();
+    layout.gap = std::round(gapBetweenLanes * style.em);
+    layout.left = leftMargin(style);
+    layout.right = rightMargin(style);
+    constexpr qreal leastPlotShare = 0.55;
+    if (size.width() - layout.left - layout.right < leastPlotShare * size.width()) {
+        // The texts beside the lanes would take more room than the lanes.
+        layout.left = layout.right = 0;
+        layout.parts &= ~(Parts(FaultsPart) | PausesPart | CyclesPart);
+    }
+
+    const qreal plotLeft = std::round(area.left() + layout.left);
+    m_time = TimeScale(shownRange(m_from, m_to, m_model->length()), plotLeft,
+                       std::round(area.right() - layout.right) - plotLeft);
+    const auto placeFlags = [&](int mostRows) {
+        if (layout.parts.testFlag(FlagsPart))
+            layout.flags = FlagLabels(*m_model, style, m_time, area.right(), mostRows);
+        layout.flagRows = m_flagRows > 0 ? m_flagRows : layout.flags.rows();
+    };
+    placeFlags(m_flagRows > 0 ? m_flagRows : mostFlagRows);
+
+    // Lanes that are easy to read come before what explains them.
+    constexpr qreal comfort = 1.5;
+    const auto fits = [&](qreal factor) {
+        return fixedHeight(layout, style, size.width()) + factor * leastHeight(style, layout.parts)
+            <= size.height();
+    };
+    if (!fits(comfort) && m_flagRows <= 0)
+        placeFlags(fewFlagRows);
+    if (!fits(comfort))
+        layout.parts &= ~Parts(LegendPart);
+    if (!fits(comfort))
+        layout.head = HeadForm::Short;
+    const Part lessImportant[] = {FaultsPart, CyclesPart, FlagsPart,   PausesPart,
+                                  RatePart,   VolumePart, TimeAxisPart};
+    for (const Part part : lessImportant) {
+        if (fits(1))
+            break;
+        if (part == RatePart)
+            layout.head = HeadForm::Line;
+        if (!fits(1))
+            layout.parts &= ~Parts(part);
+    }
+    if (!fits(1))
+        layout.parts &= ~Parts(HeadPart);
+
+    for (const LaneShare &lane : lanes) {
+        if (layout.parts.testFlag(lane.part))
+            layout.weight += lane.weight;
+    }
+    layout.spare = qMax(0.0, size.height() - fixedHeight(layout, style, size.width()));
+    return layout;
+}
+
+void ReviewPicture::paint(QPainter *painter, const QRectF &area)
+{
+    painter->save();
+    // Nearly all lines are straight: without antialiasing they are sharp, and cost less. What needs
+    // it turns it on.
+    painter->setRenderHint(QPainter::Antialiasing, false);
+    painter->setRenderHint(QPainter::TextAntialiasing);
+    painter->fillRect(area, m_theme.background);
+    if (m_model && !area.isEmpty()) {
+        const Style style(m_theme, m_textSize > 0 ? m_textSize : suitableTextSize(area.size()),
+                          painter->device());
+        const qreal margin = std::round(0.8 * style.em);
+        const QRectF inner = area.adjusted(margin, margin, -margin, -margin);
+        if (inner.width() > 2 * style.em && inner.height() > style.em)
+            paintParts(painter, style, layOut(style, inner), inner);
+    }
+    painter->restore();
+}
+
+void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layout &layout,
+                               const QRectF &area)
+{
+    const qreal plotLeft = m_time.left();
+    const qreal plotRight = m_time.right();
+    const LaneContext context{painter, m_model, &style, m_time};
+
+    // Places first: what lies behind or over several lanes has to know where they are.
+    qreal y = area.top();
+    const auto take = [&](Part part, qreal height, bool isFollowedByGap = true) {
+        LaneArea place;
+        if (layout.parts.testFlag(part)) {
+            const qreal top = std::round(y);
+            const qreal bottom = std::round(y + height);
+            place.plot = QRectF(QPointF(plotLeft, top), QPointF(plotRight, bottom));
+            place.left = QRectF(QPointF(area.left(), top), QPointF(plotLeft, bottom));
+            place.right = QRectF(QPointF(plotRight, top), QPointF(area.right(), bottom));
+            y += height + (isFollowedByGap ? layout.gap : 0);
+        }
+        return place;
+    };
+    const auto laneHeight = [&](Part part) {
+        for (const LaneShare &lane : lanes) {
+            if (lane.part == part)
+                return layout.spare * lane.weight / layout.weight;
+        }
+        return 0.0;
+    };
+    const LaneArea head = take(HeadPart, headHeight(style, layout.head, area.width()));
+    const LaneArea flags = take(FlagsPart, FlagLabels::height(style, layout.flagRows));
+    const qreal stackTop = std::round(y);
+    const LaneArea pauses = take(PausesPart, rowHeight * style.small.line());
+    const LaneArea cycles = take(CyclesPart, rowHeight * style.small.line());
+    const qreal lanesTop = std::round(y);
+    const LaneArea depth = take(DepthPart, laneHeight(DepthPart));
+    const LaneArea faults = take(FaultsPart, faultRows * faultRowHeight * style.small.line());
+    const LaneArea rate = take(RatePart, laneHeight(RatePart));
+    const LaneArea volume = take(VolumePart, laneHeight(VolumePart), false);
+    const qreal stackBottom = std::round(volume.plot.isNull() ? y - layout.gap : y);
+    const LaneArea axis = take(TimeAxisPart, axisHeight(style));
+    m_stack = QRectF(QPointF(plotLeft, stackTop), QPointF(plotRight, stackBottom));
+
+    if (layout.parts.testFlag(HeadPart))
+        paintHead(painter, style, *m_model, layout.head,
+                  QRectF(area.left(), head.plot.top(), area.width(), head.plot.height()));
+
+    for (const LaneArea *lane : {&depth, &rate, &volume}) {
+        if (!lane->plot.isNull())
+            paintGround(context, lane->plot);
+    }
+    paintPauseShades(context, m_stack);
+    paintTimeGrid(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
+
+    if (layout.parts.testFlag(FlagsPart))
+        layout.flags.paint(context, flags, lanesTop, stackBottom);
+    if (layout.parts.testFlag(PausesPart))
+        paintPauseLengths(context, pauses);
+    if (layout.parts.testFlag(CyclesPart))
+        paintCycles(context, cycles);
+    if (layout.parts.testFlag(DepthPart))
+        paintDepth(context, depth, m_depthPainter);
+    if (layout.parts.testFlag(FaultsPart))
+        paintFaults(context, faults);
+    if (layout.parts.testFlag(RatePart))
+        paintRate(context, rate);
+    if (layout.parts.testFlag(VolumePart))
+        paintVolume(context, volume, m_volumePainter);
+    paintLosses(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
+    if (layout.parts.testFlag(TimeAxisPart))
+        paintTimeAxis(context, axis);
+    if (layout.parts.testFlag(LegendPart))
+        paintLegend(painter, style, *m_model,
+                    QRectF(area.left(), y, area.width(), area.bottom() - y));
+}
+
+} // namespace sessionplot

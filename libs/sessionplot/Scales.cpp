@@ -1,0 +1,134 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Scales.h"
+
+#include <QLocale>
+
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
+namespace sessionplot {
+
+namespace {
+
+constexpr qint64 msecsPerSecond = 1000;
+constexpr qint64 msecsPerMinute = 60 * msecsPerSecond;
+constexpr qint64 msecsPerHour = 60 * msecsPerMinute;
+constexpr qint64 msecsPerTenth = 100;
+
+// A picture of no time at all shows this much.
+constexpr qint64 shortestRange = msecsPerSecond;
+
+// clang-format off
+constexpr qint64 timeSteps[] = {
+    1 * msecsPerTenth,  2 * msecsPerTenth,  5 * msecsPerTenth,
+    1 * msecsPerSecond, 2 * msecsPerSecond, 5 * msecsPerSecond,
+    10 * msecsPerSecond, 15 * msecsPerSecond, 30 * msecsPerSecond,
+    1 * msecsPerMinute, 2 * msecsPerMinute, 5 * msecsPerMinute,
+    10 * msecsPerMinute, 15 * msecsPerMinute, 30 * msecsPerMinute,
+    1 * msecsPerHour, 2 * msecsPerHour, 4 * msecsPerHour, 6 * msecsPerHour, 12 * msecsPerHour,
+};
+// clang-format on
+
+} // namespace
+
+TimeRange shownRange(qint64 from, qint64 to, qint64 length)
+{
+    // Far beyond any session; keeps sums and differences of times in range.
+    constexpr qint64 farthest = std::numeric_limits<int>::max();
+    TimeRange range;
+    range.from = qBound<qint64>(0, from, farthest);
+    range.to = to < 0 ? qBound<qint64>(0, length, farthest) : qMin(to, farthest);
+    if (to >= 0 && range.from > range.to)
+        std::swap(range.from, range.to);
+    if (range.length() < shortestRange)
+        range.to = range.from + shortestRange;
+    return range;
+}
+
+TimeScale::TimeScale(const TimeRange &range, qreal left, qreal width)
+    : m_range(range), m_left(left), m_width(width)
+{
+}
+
+qint64 TimeScale::msecsAt(qreal x) const
+{
+    if (m_width <= 0)
+        return m_range.from;
+    return m_range.from + qRound64((x - m_left) / m_width * qreal(m_range.length()));
+}
+
+ValueScale::ValueScale(double atTop, double atBottom, qreal top, qreal bottom)
+    : m_atTop(atTop), m_atBottom(atBottom), m_top(top), m_bottom(bottom)
+{
+}
+
+qreal ValueScale::y(double value) const
+{
+    const double part = (value - m_atTop) / (m_atBottom - m_atTop);
+    return m_top + qBound(0.0, part, 1.0) * (m_bottom - m_top);
+}
+
+QVector<double> valueTicks(const ValueScale &scale, qreal leastPixels)
+{
+    QVector<double> ticks;
+    const double span = scale.high() - scale.low();
+    const qreal pixels = scale.bottom() - scale.top();
+    if (!(span > 0) || !(pixels > 0))
+        return ticks;
+
+    const double least = span * leastPixels / pixels;
+    double step = std::pow(10.0, std::floor(std::log10(least)));
+    for (const double factor : {1.0, 2.0, 5.0, 10.0}) {
+        if (factor * step >= least) {
+            step *= factor;
+            break;
+        }
+    }
+    for (double tick = std::ceil(scale.low() / step) * step; tick <= scale.high(); tick += step)
+        ticks.append(tick);
+    return ticks;
+}
+
+TimeTicks timeTicks(const TimeScale &scale, qreal leastPixels)
+{
+    TimeTicks ticks;
+    if (!(scale.width() > 0) || !(leastPixels > 0))
+        return ticks;
+    const double least = leastPixels / scale.pixelsPerMsec();
+    const auto step =
+        std::find_if(std::begin(timeSteps), std::end(timeSteps),
+                     [least](qint64 candidate) { return double(candidate) >= least; });
+    ticks.step = step != std::end(timeSteps)
+        ? *step
+        : static_cast<qint64>(std::ceil(least / double(24 * msecsPerHour))) * 24 * msecsPerHour;
+
+    const TimeRange &range = scale.range();
+    for (qint64 tick = (range.from + ticks.step - 1) / ticks.step * ticks.step; tick <= range.to;
+         tick += ticks.step)
+        ticks.msecs.append(tick);
+    return ticks;
+}
+
+bool needsHours(const TimeRange &range)
+{
+    return range.to > 2 * msecsPerHour;
+}
+
+QString timeText(qint64 msecs, qint64 step, bool withHours)
+{
+    const QLatin1Char zero('0');
+    QString seconds =
+        QStringLiteral("%1").arg(msecs % msecsPerMinute / msecsPerSecond, 2, 10, zero);
+    if (step % msecsPerSecond != 0)
+        seconds +=
+            QLocale().decimalPoint() + QString::number(msecs % msecsPerSecond / msecsPerTenth);
+    const qint64 minutes = msecs / msecsPerMinute;
+    if (!withHours)
+        return QStringLiteral("%1:%2").arg(minutes).arg(seconds);
+    return QStringLiteral("%1:%2:%3").arg(minutes / 60).arg(minutes % 60, 2, 10, zero).arg(seconds);
+}
+
+} // namespace sessionplot

@@ -1,0 +1,155 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Symbols.h"
+
+#include <QLineF>
+#include <QPaintEngine>
+#include <QPainter>
+#include <QVector>
+
+#include <cmath>
+
+namespace sessionplot {
+
+namespace {
+
+template <std::size_t N>
+void drawShape(QPainter *painter, const QPointF (&corners)[N], const QPointF &centre, qreal size)
+{
+    QPointF points[N];
+    for (std::size_t i = 0; i < N; ++i)
+        points[i] = centre + corners[i] * size;
+    painter->drawPolygon(points, static_cast<int>(N));
+}
+
+template <std::size_t N>
+void drawStroke(QPainter *painter, const QPointF (&corners)[N], const QPointF &centre, qreal size)
+{
+    QPointF points[N];
+    for (std::size_t i = 0; i < N; ++i)
+        points[i] = centre + corners[i] * size;
+    painter->drawPolyline(points, static_cast<int>(N));
+}
+
+} // namespace
+
+void drawSymbol(QPainter *painter, Symbol symbol, const QPointF &centre, qreal size,
+                const QColor &color)
+{
+    // Around the origin, 1 wide.
+    static const QPointF up[] = {{0, -0.45}, {0.5, 0.42}, {-0.5, 0.42}};
+    static const QPointF down[] = {{0, 0.45}, {0.5, -0.42}, {-0.5, -0.42}};
+    static const QPointF diamond[] = {{0, -0.55}, {0.5, 0}, {0, 0.55}, {-0.5, 0}};
+    static const QPointF square[] = {{-0.4, -0.4}, {0.4, -0.4}, {0.4, 0.4}, {-0.4, 0.4}};
+    static const QPointF bolt[] = {{0.15, -0.6}, {-0.35, 0.1},  {-0.02, 0.1},
+                                   {-0.15, 0.6}, {0.35, -0.12}, {0.02, -0.12}};
+    static const QPointF spike[] = {{-0.55, 0.1}, {-0.25, 0.1}, {-0.1, -0.5},
+                                    {0.12, 0.5},  {0.25, 0.1},  {0.55, 0.1}};
+
+    const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
+    painter->setRenderHint(QPainter::Antialiasing);
+    const bool isStroke = symbol == Symbol::Cross || symbol == Symbol::Spike;
+    QPen stroke(color, qMax(size / 6, 1.0));
+    stroke.setJoinStyle(Qt::RoundJoin);
+    stroke.setCapStyle(Qt::RoundCap);
+    painter->setPen(isStroke ? stroke : QPen(Qt::NoPen));
+    painter->setBrush(isStroke ? QBrush(Qt::NoBrush) : QBrush(color));
+
+    switch (symbol) {
+    case Symbol::TriangleUp:
+        drawShape(painter, up, centre, size);
+        break;
+    case Symbol::TriangleDown:
+        drawShape(painter, down, centre, size);
+        break;
+    case Symbol::Diamond:
+        drawShape(painter, diamond, centre, size);
+        break;
+    case Symbol::Square:
+        drawShape(painter, square, centre, size);
+        break;
+    case Symbol::Bolt:
+        drawShape(painter, bolt, centre, size);
+        break;
+    case Symbol::Spike:
+        drawStroke(painter, spike, centre, size);
+        break;
+    case Symbol::Disc:
+        painter->drawEllipse(centre, size * 0.42, size * 0.42);
+        break;
+    case Symbol::Cross: {
+        const qreal arm = size * 0.4;
+        painter->drawLine(centre + QPointF(-arm, -arm), centre + QPointF(arm, arm));
+        painter->drawLine(centre + QPointF(-arm, arm), centre + QPointF(arm, -arm));
+        break;
+    }
+    }
+    painter->setRenderHint(QPainter::Antialiasing, wasAntialiasing);
+}
+
+qreal pixelsPerUnit(const QPainter *painter)
+{
+    const QPaintEngine *engine = painter->paintEngine();
+    const QTransform &transform = painter->deviceTransform();
+    if (!engine || engine->type() != QPaintEngine::Raster || transform.type() > QTransform::TxScale
+        || !(transform.m11() > 0))
+        return 0;
+    return transform.m11();
+}
+
+SymbolStamp::SymbolStamp(QPainter *painter, Symbol symbol, qreal size, const QColor &color)
+    : m_painter(painter), m_symbol(symbol), m_size(size), m_color(color)
+{
+    const qreal scale = pixelsPerUnit(painter);
+    if (!(scale > 0))
+        return;
+    const int side = 2 * static_cast<int>(std::ceil(size * scale * 0.75)) + 1;
+    m_image = QImage(side, side, QImage::Format_ARGB32_Premultiplied);
+    m_image.setDevicePixelRatio(scale);
+    m_image.fill(Qt::transparent);
+    m_imageCentre = QPointF(side, side) / (2 * scale);
+    QPainter imagePainter(&m_image);
+    imagePainter.setRenderHint(QPainter::Antialiasing);
+    drawSymbol(&imagePainter, symbol, m_imageCentre, size, color);
+}
+
+void SymbolStamp::draw(const QPointF &centre) const
+{
+    if (m_image.isNull()) {
+        drawSymbol(m_painter, m_symbol, centre, m_size, m_color);
+        return;
+    }
+    const QPointF corner = centre - m_imageCentre;
+    m_painter->drawImage(QPointF(std::round(corner.x()), std::round(corner.y())), m_image);
+}
+
+QRect snapped(const QRectF &area)
+{
+    const int left = qRound(area.left());
+    const int top = qRound(area.top());
+    return QRect(left, top, qRound(area.right()) - left, qRound(area.bottom()) - top);
+}
+
+void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal lineWidth,
+                  const QColor &color)
+{
+    if (!(area.width() > 0) || !(area.height() > 0) || !(distance > 0))
+        return;
+    // The lines are x + y = sum.
+    QVector<QLineF> lines;
+    const qreal first = std::ceil((area.left() + area.top()) / distance) * distance;
+    for (qreal sum = first; sum < area.right() + area.bottom(); sum += distance) {
+        const qreal fromX = qMax(area.left(), sum - area.bottom());
+        const qreal toX = qMin(area.right(), sum - area.top());
+        lines.append(QLineF(fromX, sum - fromX, toX, sum - toX));
+    }
+    const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
+    // A narrow strip is as well told with sharp lines, which cost much less.
+    painter->setRenderHint(QPainter::Antialiasing, area.width() > distance);
+    painter->setPen(QPen(color, lineWidth));
+    painter->drawLines(lines);
+    painter->setRenderHint(QPainter::Antialiasing, wasAntialiasing);
+}
+
+} // namespace sessionplot

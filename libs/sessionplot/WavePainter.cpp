@@ -1,0 +1,273 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "WavePainter.h"
+
+#include "Symbols.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QPolygonF>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
+
+namespace sessionplot {
+
+namespace {
+
+// Up to this many samples in a column a line from one extreme to the next looks like the wave;
+// beyond, it would fill the area.
+constexpr double mostSamplesInLine = 12;
+
+// The time to paint a polygon grows much faster than its number of corners.
+constexpr int pointsInPiece = 32;
+
+// The ends of an envelope's bars are seen only when they are broader than a thin line.
+constexpr qreal leastLineOfEnvelope = 2;
+
+// Where the highest value of a column is below this part of the one beside it.
+constexpr double flank = 0.8;
+
+void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
+                const WavePainter::Look &look)
+{
+    if (look.area.alpha() > 0) {
+        QPolygonF area;
+        area.reserve(count + 2);
+        std::copy(points, points + count, std::back_inserter(area));
+        area.append(QPointF(points[count - 1].x(), base));
+        area.append(QPointF(points[0].x(), base));
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(look.area);
+        painter->drawPolygon(area);
+    }
+    QPen pen(look.line, look.lineWidth);
+    pen.setJoinStyle(Qt::BevelJoin);
+    const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->setPen(pen);
+    painter->setBrush(Qt::NoBrush);
+    painter->drawPolyline(points, count);
+    painter->setRenderHint(QPainter::Antialiasing, wasAntialiasing);
+}
+
+/// The areas of the pieces meet without a seam because they are painted without antialiasing.
+void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
+                const WavePainter::Look &look)
+{
+    const bool isWhole = !(pixelsPerUnit(painter) > 0);
+    for (int begin = 0; begin + 1 < curve.size();) {
+        const int end = isWhole ? curve.size() : qMin(begin + pointsInPiece, curve.size());
+        paintPiece(painter, curve.constData() + begin, end - begin, base, look);
+        begin = end == curve.size() ? end : end - 1;
+    }
+}
+
+} // namespace
+
+void WavePainter::paint(QPainter *painter, const Wave &wave, const TimeScale &time,
+                        const ValueScale &values, const Look &look)
+{
+    if (wave.count() == 0 || !(time.width() > 0) || !(values.bottom() > values.top()))
+        return;
+
+    const qreal columnsPerUnit =
+        m_columnsPerUnit > 0 ? m_columnsPerUnit : qMax(pixelsPerUnit(painter), 1.0);
+    const double msecsPerColumn = 1 / (time.pixelsPerMsec() * columnsPerUnit);
+    const double samplesPerColumn = msecsPerColumn / wave.period();
+    painter->save();
+    painter->setRenderHint(QPainter::Antialiasing, !(pixelsPerUnit(painter) > 0));
+    if (samplesPerColumn <= 1) {
+        paintSamples(painter, wave, time, values, look);
+    } else {
+        if (msecsPerColumn != m_msecsPerColumn) {
+            m_columns.clear();
+            m_msecsPerColumn = msecsPerColumn;
+        }
+        prepare(wave, static_cast<qint64>(double(time.range().from) / msecsPerColumn),
+                static_cast<qint64>(double(time.range().to) / msecsPerColumn));
+        if (samplesPerColumn > mostSamplesInLine)
+            paintEnvelope(painter, wave, time, values, look);
+        else
+            paintLine(painter, wave, time, values, look);
+    }
+    painter->restore();
+}
+
+Extremes WavePainter::columnOf(const Wave &wave, qint64 column) const
+{
+    const int begin = wave.indexAt(double(column) * m_msecsPerColumn);
+    const int end = wave.indexAt(double(column + 1) * m_msecsPerColumn);
+    if (begin == wave.count() || end == 0)
+        return {};
+    return wave.extremes(begin, end + 1);
+}
+
+void WavePainter::prepare(const Wave &wave, qint64 first, qint64 last)
+{
+    if (&wave != m_wave || wave.generation() != m_generation) {
+        m_wave = &wave;
+        m_generation = wave.generation();
+        m_columns.clear();
+    } else if (wave.count() != m_count) {
+        // The last column and those behind it have new samples, and so has the one before it,
+        // which holds the first sample beyond its end.
+        const double known = wave.msecs(std::max(m_count - 1, 0)) / m_msecsPerColumn;
+        const qint64 keep = static_cast<qint64>(known) - 1 - m_first;
+        const auto kept = static_cast<std::size_t>(std::max<qint64>(keep, 0));
+        if (kept < m_columns.size())
+            m_columns.resize(kept);
+    }
+    m_count = wave.count();
+
+    std::vector<Extremes> columns;
+    columns.reserve(static_cast<std::size_t>(last - first + 1));
+    const qint64 knownEnd = m_first + static_cast<qint64>(m_columns.size());
+    for (qint64 column = first; column <= last; ++column) {
+        if (column >= m_first && column < knownEnd)
+            columns.push_back(m_columns[static_cast<std::size_t>(column - m_first)]);
+        else
+            columns.push_back(columnOf(wave, column));
+    }
+    m_columns.swap(columns);
+    m_first = first;
+}
+
+void WavePainter::paintSamples(QPainter *painter, const Wave &wave, const TimeScale &time,
+                               const ValueScale &values, const Look &look) const
+{
+    // One sample more on either side, from where the line comes in and where it leaves.
+    const int begin = std::max(wave.indexAt(double(time.range().from)) - 1, 0);
+    const int end = std::min(wave.indexAt(double(time.range().to)) + 1, wave.count());
+    QPolygonF curve;
+    curve.reserve(end - begin);
+    for (int i = begin; i < end; ++i) {
+        qreal x = time.x(wave.msecs(i));
+        qreal y = values.y(wave.at(i) * wave.unit());
+        const int inner = x < time.left() ? i + 1 : x > time.right() ? i - 1 : i;
+        if (inner != i && inner >= begin && inner < end) {
+            const qreal innerX = time.x(wave.msecs(inner));
+            const qreal innerY = values.y(wave.at(inner) * wave.unit());
+            const qreal edge = x < time.left() ? time.left() : time.right();
+            if ((edge - x) * (edge - innerX) > 0)
+                continue; // both lie outside
+            y += (innerY - y) * (edge - x) / (innerX - x);
+            x = edge;
+        } else if (inner != i) {
+            continue;
+        }
+        curve.append(QPointF(x, y));
+    }
+    paintCurve(painter, curve, values.y(0), look);
+}
+
+void WavePainter::paintLine(QPainter *painter, const Wave &wave, const TimeScale &time,
+                            const ValueScale &values, const Look &look) const
+{
+    QPolygonF curve;
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        const Extremes &extremes = m_columns[i];
+        if (extremes.isEmpty()) {
+            paintCurve(painter, curve, values.y(0), look);
+            curve.clear();
+            continue;
+        }
+        const qreal x = time.boundedX((double(m_first) + double(i) + 0.5) * m_msecsPerColumn);
+        const QPointF low(x, values.y(extremes.low * wave.unit()));
+        const QPointF high(x, values.y(extremes.high * wave.unit()));
+        // The one first that is nearer to where the line stands.
+        const bool lowFirst = curve.isEmpty()
+            || std::abs(curve.last().y() - low.y()) < std::abs(curve.last().y() - high.y());
+        curve.append(lowFirst ? low : high);
+        curve.append(lowFirst ? high : low);
+    }
+    paintCurve(painter, curve, values.y(0), look);
+}
+
+void WavePainter::paintEnvelope(QPainter *painter, const Wave &wave, const TimeScale &time,
+                                const ValueScale &values, const Look &look) const
+{
+    // Upright bars from the lowest to the highest value, and a short line at the end that is
+    // farther from 0.
+    struct Bar {
+        qreal left;
+        qreal right;
+        qreal top;
+        qreal bottom;
+        qreal lineTop;
+    };
+    const qreal lineWidth = qMax(look.lineWidth, leastLineOfEnvelope);
+    // A column in which the wave only rises or falls has no peak to show.
+    const auto hasPeak = [this](std::size_t i) {
+        const auto isFlankOf = [this, i](std::size_t neighbour) {
+            return neighbour < m_columns.size() && !m_columns[neighbour].isEmpty()
+                && m_columns[i].high < flank * m_columns[neighbour].high;
+        };
+        return !isFlankOf(i - 1) && !isFlankOf(i + 1);
+    };
+    const auto barOf = [&](std::size_t i) {
+        const double begin = (double(m_first) + double(i)) * m_msecsPerColumn;
+        const qreal low = values.y(m_columns[i].low * wave.unit());
+        const qreal high = values.y(m_columns[i].high * wave.unit());
+        return Bar{time.boundedX(begin), time.boundedX(begin + m_msecsPerColumn), qMin(low, high),
+                   qMax(low, high), high - lineWidth / 2};
+    };
+
+    const qreal scale = pixelsPerUnit(painter);
+    if (m_columnsPerUnit > 0 || !(scale > 0)) {
+        QVector<QRectF> areas;
+        QVector<QRectF> lines;
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            if (m_columns[i].isEmpty())
+                continue;
+            const Bar bar = barOf(i);
+            areas.append(QRectF(QPointF(bar.left, bar.top), QPointF(bar.right, bar.bottom)));
+            if (hasPeak(i))
+                lines.append(QRectF(bar.left, bar.lineTop, bar.right - bar.left, lineWidth));
+        }
+        painter->setRenderHint(QPainter::Antialiasing);
+        painter->setPen(Qt::NoPen);
+        painter->setBrush(look.area);
+        painter->drawRects(areas);
+        painter->setBrush(look.line);
+        painter->drawRects(lines);
+        return;
+    }
+
+    // With a column for each pixel the bars are put into an image: many times as fast.
+    const int width = static_cast<int>(std::ceil(time.width() * scale));
+    const int height = static_cast<int>(std::ceil((values.bottom() - values.top()) * scale));
+    QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
+    if (image.isNull())
+        return;
+    image.fill(Qt::transparent);
+    const auto row = [&](qreal y) {
+        return qBound(0, qRound((y - values.top()) * scale), height - 1);
+    };
+    const QRgb area = qPremultiply(look.area.rgba());
+    const QRgb line = qPremultiply(look.line.rgba());
+    const int lineHeight = qMax(1, qRound(lineWidth * scale));
+    auto *pixels = reinterpret_cast<QRgb *>(image.bits());
+    for (std::size_t i = 0; i < m_columns.size(); ++i) {
+        if (m_columns[i].isEmpty())
+            continue;
+        const Bar bar = barOf(i);
+        const int x = qRound((bar.left - time.left()) * scale);
+        if (x >= width || !(bar.right > bar.left))
+            continue;
+        const auto fill = [&](int from, int to, QRgb color) {
+            for (int y = from; y <= to; ++y)
+                pixels[y * width + x] = color;
+        };
+        const int lineTop = row(bar.lineTop);
+        fill(row(bar.top), row(bar.bottom), area);
+        if (hasPeak(i))
+            fill(lineTop, qMin(lineTop + lineHeight, height) - 1, line);
+    }
+    image.setDevicePixelRatio(scale);
+    painter->drawImage(QPointF(time.left(), values.top()), image);
+}
+
+} // namespace sessionplot

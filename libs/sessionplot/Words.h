@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef SESSIONPLOT_WORDS_H
+#define SESSIONPLOT_WORDS_H
+
+#include "PlotModel.h"
+
+#include <QString>
+
+/// What the interface's values are called in front of people. The translations are in the context
+/// "sessionplot".
+namespace sessionplot {
+
+/// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice.
+QString adviceText(int advice);
+/// A CPR protocol.
+QString protocolText(int protocol);
+/// A manikin type (CPREventBase::ManikinType) and the age that the letter stands for; empty when
+/// neither is known.
+QString manikinText(int type, const QString &ageLetter);
+/// An ECG rhythm (CPREventBase::AEDEcgRhythms).
+QString rhythmText(int rhythm);
+/// A short label.
+QString flagText(const Flag &flag);
+/// How much a flag tells: those of weight 0 are not shown, and where there is no room for all
+/// labels, the greater weight has it.
+int flagWeight(const Flag &flag);
+
+} // namespace sessionplot
+
+#endif
