@@ -91,12 +91,12 @@ public:
     bool writeRows(const CPRData &session, const WriteRow &write) const override
     {
         // A copy lists all three standing events; in a session from a file only one is listed.
-        const CPRData copy(session);
+        const auto copy = std::make_unique<CPRData>(session);
         Row row;
         for (const auto &column : m_columns) {
             QBuffer cell;
             cell.open(QIODevice::WriteOnly);
-            copy.cprEvents()->write(&cell, {column}, QString());
+            copy->cprEvents()->write(&cell, {column}, QString());
             row.append(QString::fromUtf8(cell.data()));
         }
         return write(row);
