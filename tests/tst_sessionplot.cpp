@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ManikinLogPlayer.h"
+#include "ManikinLogReader.h"
+#include "PictureFile.h"
+#include "PlotModel.h"
+#include "ReviewPicture.h"
+#include "TestSupport.h"
+#include "Words.h"
+
+#include <QGuiApplication>
+#include <QImage>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <algorithm>
+
+using namespace sessionplot;
+
+namespace {
+
+QImage pictureOf(const PlotModel &model, const QSize &size, qint64 from = 0, qint64 to = -1)
+{
+    QImage image(size, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    ReviewPicture picture(&model);
+    picture.setRange(from, to);
+    picture.paint(&painter, QRectF(QPointF(), size));
+    return image;
+}
+
+// A wave without any event: 0 but for what spike() puts in.
+template <typename Spike> void feedWave(CPRData &session, int samples, Spike spike)
+{
+    TestSupport::start(session);
+    for (int i = 1; i <= samples; ++i) {
+        session.waveHeaderReceived(i);
+        session.waveDataReceived(bls_2010::CommonDefs::WAVE_RELATIVE_COMP_DEPTH, spike(i), i);
+    }
+}
+
+} // namespace
+
+/// What the review picture is drawn from, and that it shows what it has to.
+class TestSessionPlot : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QFile log(TEST_DATA_DIR "/two-rescuers.cprlog");
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        manikinlog::ManikinLogReader reader(&log, log.fileName());
+        manikinlog::ManikinLogPlayer player(&m_session);
+        QVERIFY(player.play(reader));
+    }
+
+    // The figures follow from the recording's scenario; its arithmetic stands in data/README.md.
+    void modelJudges()
+    {
+        const PlotModel model(m_session);
+        const auto &c = model.compressions();
+        const auto count = [&c](auto condition) {
+            return std::count_if(c.begin(), c.end(), condition);
+        };
+        QCOMPARE(c.size(), std::size_t(162));
+        QCOMPARE(count([](const Compression &each) { return each.depthSide == Side::Below; }), 22);
+        QCOMPARE(count([](const Compression &each) { return each.depthSide == Side::Above; }), 0);
+        QCOMPARE(count([](const Compression &each) { return each.incompleteRelease; }), 8);
+        QCOMPARE(count([](const Compression &each) { return each.wrongHands; }), 2);
+        // Without the first of each run, 29 of run 4 are too slow and 11 of run 5 too fast.
+        QCOMPARE(count([](const Compression &each) { return each.rateSide == Side::Below; }), 29);
+        QCOMPARE(count([](const Compression &each) { return each.rateSide == Side::Above; }), 11);
+
+        QVector<Side> sides;
+        for (const Ventilation &each : model.ventilations())
+            sides.append(each.volumeSide);
+        QCOMPARE(sides,
+                 QVector<Side>({Side::Inside, Side::Inside, Side::Below, Side::Inside, Side::Above,
+                                Side::Above, Side::Below, Side::Inside}));
+        QCOMPARE(model.pauses().size(), std::size_t(2));
+        QCOMPARE(model.pauses().front().begin, 56220);
+        QCOMPARE(model.losses().front().begin, 26860);
+        QCOMPARE(model.length(), 120000);
+        QCOMPARE(model.depth().at(109), 5100);
+    }
+
+    // Limits come from the session's own guidelines.
+    void modelAsksTheGuidelines()
+    {
+        CPRData copy(m_session);
+        copy.cprGuidelines()->setCompressionDepthMin(5250);
+        const PlotModel model(copy);
+        // Run by run, less deep than 52.5 mm: 15 + 30 + 5 + 30 + 12 + 0.
+        QCOMPARE(
+            std::count_if(model.compressions().begin(), model.compressions().end(),
+                          [](const Compression &each) { return each.depthSide == Side::Below; }),
+            92);
+        QVERIFY(pictureOf(model, {800, 500}) != pictureOf(PlotModel(m_session), {800, 500}));
+    }
+
+    void extremesMatchAWalk()
+    {
+        Wave wave;
+        std::vector<int> samples;
+        quint32 random = 1;
+        const auto next = [&random] { return random = random * 1664525U + 1013904223U; };
+        for (int round = 0; round < 40; ++round) {
+            // Grow, and now and then overwrite the tail as a late packet does.
+            const std::size_t size = samples.size() + next() % 700;
+            if (round % 5 == 4)
+                std::fill(samples.end() - 30, samples.end(), int(next() % 6000));
+            while (samples.size() < size)
+                samples.push_back(int(next() % 6000));
+            wave.follow(int(size), [&samples](int i) { return samples.at(std::size_t(i)); });
+            for (int check = 0; check < 50 && size > 0; ++check) {
+                const int begin = int(next() % size);
+                const int end = begin + 1 + int(next() % (size - std::size_t(begin)));
+                const auto [low, high] =
+                    std::minmax_element(samples.begin() + begin, samples.begin() + end);
+                QCOMPARE(wave.extremes(begin, end).low, *low);
+                QCOMPARE(wave.extremes(begin, end).high, *high);
+            }
+        }
+    }
+
+    // One sample in an hour still shows.
+    void noPeakIsLost()
+    {
+        constexpr int hour = 180000;
+        CPRData flat;
+        feedWave(flat, hour, [](int) { return 0; });
+        CPRData spiked;
+        feedWave(spiked, hour, [](int i) { return i == 91234 ? 5000 : 0; });
+        const QImage without = pictureOf(PlotModel(flat), {1200, 700});
+        const QImage with = pictureOf(PlotModel(spiked), {1200, 700});
+        int columns = 0;
+        for (int x = 0; x < with.width(); ++x) {
+            int changed = 0;
+            for (int y = 0; y < with.height(); ++y)
+                changed += with.pixel(x, y) != without.pixel(x, y) ? 1 : 0;
+            columns += changed > 50 ? 1 : 0; // more than a label
+        }
+        QVERIFY2(columns >= 1 && columns <= 3, qPrintable(QString::number(columns)));
+    }
+
+    void anySizeAndRange()
+    {
+        const PlotModel model(m_session);
+        const PlotModel empty(CPRData{});
+        for (const QSize &size : {QSize(1, 1), QSize(200, 150), QSize(3000, 60), QSize(60, 3000)}) {
+            for (const auto &range : {std::pair<qint64, qint64>(0, -1),
+                                      {5000, 5000},
+                                      {90000, 10},
+                                      {-1000000, 500},
+                                      {1LL << 60, -(1LL << 60)}}) {
+                pictureOf(model, size, range.first, range.second);
+                pictureOf(empty, size, range.first, range.second);
+            }
+        }
+        QVERIFY(pictureOf(model, {400, 300}) != pictureOf(empty, {400, 300}));
+    }
+
+    void everyAdviceHasWords()
+    {
+        QVERIFY(adviceText(CPREventBase::Advice_None).isEmpty());
+        QSet<QString> texts;
+        for (int advice = 1; advice <= CPREventBase::Advice_TooManyPreVents; ++advice)
+            texts.insert(adviceText(advice));
+        QCOMPARE(texts.size(), 12);
+        QVERIFY(!texts.contains(QString()));
+    }
+
+    void refusedPictureLeavesTheFile()
+    {
+        QTemporaryDir directory;
+        const QString name = directory.filePath("picture.txt");
+        QFile file(name);
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("kept") == 4);
+        file.close();
+        QString error;
+        QVERIFY(!writePicture(name, {100, 100}, 0, -1, m_session, &error));
+        QVERIFY2(error.contains("picture.txt"), qPrintable(error));
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QCOMPARE(file.readAll(), QByteArray("kept"));
+    }
+
+private:
+    CPRData m_session;
+};
+
+QTEST_MAIN(TestSessionPlot)
+#include "tst_sessionplot.moc"
