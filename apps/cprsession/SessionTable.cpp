@@ -21,14 +21,6 @@ using E = CPREventBase;
 using Column = TableWriter::Column;
 using Row = TableWriter::Row;
 
-QString unitText(E::ParameterType parameter)
-{
-    const E::ParameterUnit unit = E::parameterUnit.value(parameter, E::none);
-    return unit == E::none
-        ? QString()
-        : QString::fromLatin1(QMetaEnum::fromType<E::ParameterUnit>().valueToKey(unit));
-}
-
 // The parameters with these names; false, and the reason in error, when one is unknown.
 bool parametersOf(const QStringList &names, QVector<E::ParameterType> &parameters, QString *error)
 {
@@ -84,7 +76,7 @@ public:
     {
         QVector<Column> columns;
         for (const auto &column : m_columns)
-            columns.append({column.second, unitText(column.first)});
+            columns.append({column.second, E::unitText(column.first)});
         return columns;
     }
 
@@ -170,7 +162,7 @@ public:
             columns.append(
                 cell.fixed
                     ? Column{QLatin1String(cell.fixed->name), QLatin1String(cell.fixed->unit)}
-                    : Column{E::parameterKey(cell.parameter), unitText(cell.parameter)});
+                    : Column{E::parameterKey(cell.parameter), E::unitText(cell.parameter)});
         }
         return columns;
     }

@@ -286,18 +286,6 @@ const KeyTable &eventTypeKeys()
     return table;
 }
 
-const QString &unitText(CPREventBase::ParameterUnit unit)
-{
-    static const QVector<QString> texts = [] {
-        const auto units = QMetaEnum::fromType<CPREventBase::ParameterUnit>();
-        QVector<QString> list;
-        for (int i = 0; i < units.keyCount(); ++i)
-            list.append(QString::fromLatin1(units.key(i)));
-        return list;
-    }();
-    return texts.at(unit);
-}
-
 CPREventBase::ParameterUnit unitOf(Parameter type)
 {
     if (type < 0 || type >= parameterCount)
@@ -335,6 +323,13 @@ QMap<CPREventBase::ParameterType, CPREventBase::ParameterUnit> CPREventBase::ini
             units.insert(row.type, static_cast<ParameterUnit>(row.unit));
     }
     return units;
+}
+
+QString CPREventBase::unitText(ParameterType type)
+{
+    static const KeyTable units(QMetaEnum::fromType<ParameterUnit>());
+    const ParameterUnit unit = unitOf(type);
+    return unit == none ? QString() : units.key(unit);
 }
 
 QString CPREventBase::parameterKey(ParameterType type)
@@ -496,8 +491,8 @@ void CPREventBase::writeParamElement(QXmlStreamWriter &writer, const QString &na
     writer.writeStartElement(QStringLiteral("param"));
     writer.writeAttribute(QStringLiteral("type"), name);
     writer.writeAttribute(QStringLiteral("value"), CPRDataBase::variantToString(value));
-    if (const ParameterUnit units = unitOf(type); units != none)
-        writer.writeAttribute(QStringLiteral("units"), unitText(units));
+    if (const QString units = unitText(type); !units.isEmpty())
+        writer.writeAttribute(QStringLiteral("units"), units);
     writer.writeEndElement();
 }
 
@@ -523,8 +518,8 @@ void CPREventBase::writeHeader(QIODevice *device, const QPair<ParameterType, QSt
                                const QString &separator)
 {
     device->write(column.second.toUtf8());
-    if (const ParameterUnit units = unitOf(column.first); units != none)
-        device->write(QStringLiteral(" (%1) ").arg(unitText(units)).toUtf8());
+    if (const QString units = unitText(column.first); !units.isEmpty())
+        device->write(QStringLiteral(" (%1) ").arg(units).toUtf8());
     if (!separator.isEmpty())
         device->write(separator.toUtf8());
 }

@@ -506,6 +506,8 @@ public:
     /// Builds parameterUnit.
     static QMap<ParameterType, ParameterUnit> initParameterUnit();
 
+    /// The text of the unit of \a type as files show it; empty for the unit none.
+    static QString unitText(ParameterType type);
     /// The key text of \a type; empty for a value outside the enumeration.
     static QString parameterKey(ParameterType type);
     /// The parameter with the key text \a key; false, and \a type untouched, when there is none.
