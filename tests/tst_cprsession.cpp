@@ -4,6 +4,7 @@
 #include "CPRFileHandlerZip.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QImage>
 #include <QJsonArray>
@@ -42,10 +43,16 @@ private Q_SLOTS:
     void scenariosAreSound();
     void validateFinds_data();
     void validateFinds();
+    void damageIsFound_data();
+    void damageIsFound();
     void diffTells_data();
     void diffTells();
     void plotDraws_data();
     void plotDraws();
+    void followWaitsForTheScores();
+    void speedPacesTheLog();
+    void shellsKnowEveryVerb_data();
+    void shellsKnowEveryVerb();
 
 private:
     void changeArchive(const QString &name, const QString &member, const QByteArray &from,
@@ -320,6 +327,41 @@ void TestCprsession::validateFinds()
     QVERIFY2(isTold, answer.output.constData());
 }
 
+void TestCprsession::damageIsFound_data()
+{
+    QTest::addColumn<bool>("isCut"); // else a bit is flipped
+    QTest::newRow("cut") << true;
+    QTest::newRow("flipped bit") << false;
+}
+
+// The program says of every damaged archive that it is one, and of a harmless bit (of a time stamp,
+// say) that nothing is lost; it never dies.
+void TestCprsession::damageIsFound()
+{
+    QFETCH(bool, isCut);
+    constexpr int step = 23; // a prime, so that every structure is hit somewhere
+    QFile golden(TEST_DATA_DIR "/golden.zip");
+    QVERIFY(golden.open(QIODevice::ReadOnly));
+    const QByteArray whole = golden.readAll();
+    int harmless = 0;
+    int tried = 0;
+    for (int place = 0; place < whole.size(); place += step, ++tried) {
+        QByteArray bytes = isCut ? whole.left(place) : whole;
+        if (!isCut)
+            bytes[place] = static_cast<char>(bytes.at(place) ^ 1 << place % 8);
+        QFile damaged(path("damaged.zip"));
+        QVERIFY(damaged.open(QIODevice::WriteOnly));
+        damaged.write(bytes);
+        damaged.close();
+        const Answer answer = run({"validate", "damaged.zip"});
+        QVERIFY2(answer.status == 0 || answer.status == 1, qPrintable(QString::number(place)));
+        QVERIFY2(!isCut || answer.status == 1, qPrintable(QString::number(place)));
+        harmless += answer.status == 0 ? 1 : 0;
+    }
+    // Of the archive's bytes some three in four are packed content, sizes, names and sums.
+    QVERIFY2(harmless * 4 <= tried, qPrintable(QString::number(harmless)));
+}
+
 void TestCprsession::diffTells_data()
 {
     QTest::addColumn<QString>("member");
@@ -333,6 +375,12 @@ void TestCprsession::diffTells_data()
     };
     row("depth", "CPREvents.xml", "\"compDepth\" value=\"51\"", "\"compDepth\" value=\"52.5\"",
         {"CprCompEvent", "2000", "compDepth", "51", "52.5"});
+    row("event left out", "CPREvents.xml", "<evt type=\"ShockDelivered\"", "<evt type=\"Nothing\"",
+        {"ShockDelivered", "63000", "only in session.zip"});
+    row("time", "CPREvents.xml", "\"CprVentEvent\" msecs=\"18180\"",
+        "\"CprVentEvent\" msecs=\"18200\"", {"CprVentEvent", "18180", "18200"});
+    row("score", "CPREvents.xml", "\"overallScore\" value=\"68\"", "\"overallScore\" value=\"86\"",
+        {"score", "overallScore", "68", "86"});
     row("learner", "CPREvents.xml", "Mira Holm", "Mira Halm", {"Mira Holm", "Mira Halm"});
     row("guideline", "CPRGuidelines.xml", "<CompressionRateMax value=\"120\"",
         "<CompressionRateMax value=\"125\"", {"CompressionRateMax", "120", "125"});
@@ -385,6 +433,58 @@ void TestCprsession::plotDraws()
         QCOMPARE(image.size(), QSize(640, 400));
         QVERIFY(image.colorTable().size() != 1);
     }
+}
+
+// A log that another program still writes: the session is saved when the scores have come.
+void TestCprsession::followWaitsForTheScores()
+{
+    QFile source(recordedLog);
+    QVERIFY(source.open(QIODevice::ReadOnly));
+    const QByteArray whole = source.readAll();
+    QFile log(path("growing.cprlog"));
+    QVERIFY(log.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
+    const int half = whole.size() / 2; // inside a line
+    log.write(whole.left(half));
+
+    QProcess process;
+    process.setWorkingDirectory(m_directory.path());
+    process.start(CPRSESSION_PROGRAM, {"replay", "growing.cprlog", "-o", "grown.zip", "--follow"});
+    QVERIFY(process.waitForStarted());
+    QVERIFY(!process.waitForFinished(300));
+    QVERIFY(!QFile::exists(path("grown.zip")));
+    log.write(whole.mid(half));
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 0);
+    QCOMPARE(run({"diff", "session.zip", "grown.zip", "--ignore-times"}).status, 0);
+}
+
+// The recording lasts 123 s.
+void TestCprsession::speedPacesTheLog()
+{
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(run({"replay", recordedLog, "-o", "paced.zip", "--speed", "400"}).status, 0);
+    QVERIFY(clock.elapsed() >= 123220 / 400);
+}
+
+void TestCprsession::shellsKnowEveryVerb_data()
+{
+    QTest::addColumn<QByteArray>("option"); // as it is written for the shell
+    QTest::newRow("bash") << QByteArray("--separator");
+    QTest::newRow("zsh") << QByteArray("\"--separator[");
+    QTest::newRow("fish") << QByteArray("-l separator");
+    QTest::newRow("man") << QByteArray("\\-\\-separator");
+}
+
+void TestCprsession::shellsKnowEveryVerb()
+{
+    QFETCH(QByteArray, option);
+    const Answer answer = run({"generate", QTest::currentDataTag()});
+    QCOMPARE(answer.status, 0);
+    for (const char *verb : {"simulate", "replay", "info", "validate", "export", "plot", "diff"})
+        QVERIFY2(answer.output.contains(verb), verb);
+    QVERIFY2(answer.output.contains(option), answer.output.constData());
+    QVERIFY(!answer.output.contains("generate"));
 }
 
 QTEST_GUILESS_MAIN(TestCprsession)

@@ -147,6 +147,85 @@ private Q_SLOTS:
         QVERIFY2(columns >= 1 && columns <= 3, qPrintable(QString::number(columns)));
     }
 
+    void ticks_data()
+    {
+        QTest::addColumn<qint64>("from");
+        QTest::addColumn<qint64>("to");
+        QTest::addColumn<qint64>("step"); // 0 where any will do
+        QTest::newRow("two minutes") << qint64(0) << qint64(120000) << qint64(10000);
+        QTest::newRow("not from the start") << qint64(61000) << qint64(64000) << qint64(0);
+        QTest::newRow("an hour") << qint64(0) << qint64(3600000) << qint64(300000);
+        QTest::newRow("a day") << qint64(0) << qint64(86400000) << qint64(0);
+        QTest::newRow("a moment") << qint64(5000) << qint64(5001) << qint64(0);
+    }
+
+    // Ticks are multiples of one step, inside the range, and far enough apart.
+    void ticks()
+    {
+        QFETCH(qint64, from);
+        QFETCH(qint64, to);
+        QFETCH(qint64, step);
+        const TimeScale scale({from, to}, 50, 1200);
+        const TimeTicks ticks = timeTicks(scale, 60);
+        QVERIFY(ticks.step > 0);
+        if (step > 0)
+            QCOMPARE(ticks.step, step);
+        for (qint64 each : ticks.msecs) {
+            QCOMPARE(each % ticks.step, qint64(0));
+            QVERIFY(each >= from && each <= to);
+            QVERIFY(qAbs(scale.msecsAt(scale.x(double(each))) - each) <= 1);
+        }
+        for (int i = 1; i < ticks.msecs.size(); ++i)
+            QVERIFY(scale.x(double(ticks.msecs.at(i))) - scale.x(double(ticks.msecs.at(i - 1)))
+                    >= 60);
+    }
+
+    void shownRanges()
+    {
+        const auto is = [](const TimeRange &range, qint64 from, qint64 to) {
+            return range.from == from && range.to == to;
+        };
+        QVERIFY(is(shownRange(0, -1, 120000), 0, 120000));
+        QVERIFY(is(shownRange(30000, 60000, 120000), 30000, 60000));
+        QVERIFY(is(shownRange(60000, 30000, 120000), 30000, 60000));
+        QVERIFY(shownRange(5000, 5000, 120000).length() > 0);
+        QVERIFY(shownRange(0, -1, 0).length() > 0);
+    }
+
+    // Cycles by what stands in an archive: breaths and pauses end them.
+    void cyclesAreCounted()
+    {
+        const PlotModel model(m_session);
+        QVector<std::pair<int, int>> counts;
+        for (const Cycle &cycle : model.cycles())
+            counts.append({cycle.compressions, cycle.ventilations});
+        QCOMPARE(
+            counts,
+            (QVector<std::pair<int, int>>{{30, 2}, {30, 2}, {30, 0}, {30, 2}, {12, 0}, {30, 2}}));
+        QVERIFY(!model.cycles().at(0).isMiscounted);
+        QVERIFY(model.cycles().at(4).isMiscounted);
+    }
+
+    // A model that followed a growing session is the model of the whole.
+    void modelFollowsASession()
+    {
+        QFile log(TEST_DATA_DIR "/two-rescuers.cprlog");
+        QVERIFY(log.open(QIODevice::ReadOnly));
+        manikinlog::ManikinLogReader reader(&log, log.fileName());
+        CPRData session;
+        manikinlog::ManikinLogPlayer player(&session);
+        PlotModel grown;
+        manikinlog::Record record;
+        for (int i = 0; reader.read(record) == manikinlog::ManikinLogReader::Result::Record; ++i) {
+            player.play(record);
+            if (i % 500 == 0)
+                grown.updateWaves(session);
+        }
+        grown.updateWaves(session);
+        grown.updateEvents(session);
+        QCOMPARE(pictureOf(grown, {900, 600}), pictureOf(PlotModel(session), {900, 600}));
+    }
+
     void anySizeAndRange()
     {
         const PlotModel model(m_session);

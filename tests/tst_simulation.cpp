@@ -19,6 +19,7 @@
 #include <QtTest>
 
 #include <cmath>
+#include <numeric>
 
 using manikinsim::Parameters;
 using manikinsim::Scenario;
@@ -177,6 +178,14 @@ QStringList shown(const CPRData &session, const Truth &truth)
     return lines;
 }
 
+void play(Simulator &simulator, CPRData &session)
+{
+    manikinlog::ManikinLogPlayer player(&session);
+    manikinlog::Record record;
+    while (simulator.next(record))
+        player.play(record);
+}
+
 // The first line that differs.
 QString difference(const QStringList &expected, const QStringList &actual)
 {
@@ -209,17 +218,12 @@ private Q_SLOTS:
     {
         QFETCH(QString, scenario);
         QFETCH(int, seed);
-        QTest::ignoreMessage(QtDebugMsg, QRegularExpression(QStringLiteral(".*")));
         Simulator simulator(*Scenario::find(scenario), quint64(seed));
         if (simulator.scenario().link.cutGuidelines)
             QTest::ignoreMessage(QtWarningMsg, "Invalid guideline received");
-        qDebug("playing");
 
         CPRData session;
-        manikinlog::ManikinLogPlayer player(&session);
-        manikinlog::Record record;
-        while (simulator.next(record))
-            player.play(record);
+        play(simulator, session);
         const Truth &truth = simulator.truth();
         const QStringList expected = told(truth);
         QCOMPARE(difference(expected, shown(session, truth)), QString());
@@ -246,6 +250,178 @@ private Q_SLOTS:
         QCOMPARE(difference(expected, shown(loaded, truth)), QString());
         QCOMPARE(TestSupport::intOf(loaded.cprEvents()->sessionInfo(), E::totalTime),
                  truth.loadedTotalTime);
+    }
+
+    void variantsShowTheTruth_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        QTest::addColumn<int>("protocol");
+        QTest::addColumn<int>("manikin");
+        QTest::addColumn<bool>("absoluteDepth");
+        for (const Scenario &scenario : Scenario::all()) {
+            for (int protocol = 0; protocol <= 5; ++protocol) {
+                const bool isInfant = protocol % 2 == 1;
+                QTest::addRow("%s, protocol %d", qPrintable(scenario.name), protocol)
+                    << scenario.name << protocol
+                    << int(isInfant ? E::KDX_INFANT : E::VIVARO_ZENNA_PLUS) << (protocol > 2);
+            }
+        }
+    }
+
+    // Every scenario under every protocol, on manikins with coarse and fine waves of both kinds.
+    void variantsShowTheTruth()
+    {
+        QFETCH(QString, scenario);
+        QFETCH(int, protocol);
+        QFETCH(int, manikin);
+        QFETCH(bool, absoluteDepth);
+        Scenario variant = *Scenario::find(scenario);
+        variant.protocol = Scenario::Protocol(protocol);
+        variant.device.type = E::ManikinType(manikin);
+        variant.guidelines.useRelativeDepth = absoluteDepth ? 0 : 1;
+        if (variant.link.cutGuidelines)
+            QTest::ignoreMessage(QtWarningMsg, "Invalid guideline received");
+
+        Simulator simulator(variant, 11);
+        CPRData session;
+        play(simulator, session);
+        QCOMPARE(difference(told(simulator.truth()), shown(session, simulator.truth())), QString());
+    }
+
+    void statisticsByPlainDefinitions_data()
+    {
+        QTest::addColumn<QString>("scenario");
+        for (const Scenario &scenario : Scenario::all())
+            QTest::newRow(qPrintable(scenario.name)) << scenario.name;
+    }
+
+    // Counts, means, deviations and shares once more, from what happened. The guideline set asks
+    // for 50 to 60 mm, a release to 5 mm, 100 to 120 per minute, and 400 to below 700 ml.
+    void statisticsByPlainDefinitions()
+    {
+        QFETCH(QString, scenario);
+        Simulator simulator(*Scenario::find(scenario), 21);
+        manikinlog::Record record;
+        while (simulator.next(record)) { }
+        const Truth &truth = simulator.truth();
+
+        QVector<double> depths;
+        QVector<double> releases;
+        QVector<double> strokes;
+        QVector<double> rates;
+        int shallow = 0;
+        int unreleased = 0;
+        int slow = 0;
+        int fast = 0;
+        int wrongHands = 0;
+        for (std::size_t i = 0; i < truth.compressions.size(); ++i) {
+            const auto &c = truth.compressions.at(i);
+            depths.append(c.depth);
+            releases.append(c.releaseDepth);
+            strokes.append(c.depth - c.releaseDepth);
+            shallow += c.depth < 5000 ? 1 : 0;
+            unreleased += c.releaseDepth > 500 ? 1 : 0;
+            wrongHands += (c.status & 4) == 0 ? 1 : 0;
+            if (i > 0 && c.start - truth.compressions.at(i - 1).end <= 500) {
+                const double rate = std::floor(60000.0 / c.period + 0.5);
+                rates.append(rate);
+                slow += rate < 100 ? 1 : 0;
+                fast += rate > 120 ? 1 : 0;
+            }
+        }
+        QVector<double> volumes;
+        QVector<double> inflations;
+        int little = 0;
+        int much = 0;
+        for (const auto &v : truth.ventilations) {
+            volumes.append(v.volume);
+            inflations.append(v.peak - v.start);
+            little += v.volume < 400 ? 1 : 0;
+            much += v.volume >= 700 ? 1 : 0;
+        }
+        int pauseSeconds = 0;
+        for (const auto &pause : truth.pauses)
+            pauseSeconds += pause.lasted;
+
+        const auto mean = [](const QVector<double> &values) {
+            return std::accumulate(values.begin(), values.end(), 0.0) / qMax(1, values.size());
+        };
+        const auto deviation = [&mean](const QVector<double> &values) {
+            double squares = 0;
+            for (double value : values)
+                squares += (value - mean(values)) * (value - mean(values));
+            return std::sqrt(squares / qMax(1, values.size()));
+        };
+        const auto percent = [](int part, int whole) {
+            return std::floor(100.0 * part / whole + 0.5);
+        };
+        const QMap<E::ParameterType, double> statistics{
+            {E::compCount, depths.size()},
+            {E::compMeanDepth, mean(depths)},
+            {E::compStdDeviationDepth, deviation(depths)},
+            {E::compMeanReleaseDepth, mean(releases)},
+            {E::compStdDeviationReleaseDepth, deviation(releases)},
+            {E::compMeanStrokeLength, mean(strokes)},
+            {E::compMeanRate, mean(rates)},
+            {E::compStdDeviationRate, deviation(rates)},
+            {E::ventCount, volumes.size()},
+            {E::ventMeanVolume, mean(volumes)},
+            {E::ventStdDeviationVolume, deviation(volumes)},
+            {E::compCorrectReleasePercentage, percent(depths.size() - unreleased, depths.size())},
+            {E::compCorrectRatePercentage, percent(rates.size() - slow - fast, rates.size())},
+            {E::compTooLowRatePercentage, percent(slow, rates.size())},
+            {E::compHandPosCorrectPercentage, percent(depths.size() - wrongHands, depths.size())},
+            {E::ventCorrectVolumePercentage,
+             percent(volumes.size() - little - much, volumes.size())},
+            {E::ventNotEnoughVolumePercentage, percent(little, volumes.size())},
+            {E::inactivityTime, pauseSeconds},
+            {E::compInactivityPeriodCount, double(truth.pauses.size())},
+            {E::timeFirstComp, std::floor(truth.compressions.front().start / 1000.0)},
+            {E::timeFirstVent, std::floor(truth.ventilations.front().start / 1000.0)},
+            {E::sessionDuration, simulator.scenario().seconds},
+        };
+        for (auto it = statistics.cbegin(); it != statistics.cend(); ++it) {
+            const double sent = truth.statistics.value(it.key(), -99);
+            QVERIFY2(std::abs(sent - it.value()) <= 0.5,
+                     qPrintable(E::parameterKey(it.key())
+                                + QString::asprintf(" %f, not %f", sent, it.value())));
+        }
+        // The rule: a point for each percent of those that have the fault.
+        QCOMPARE(truth.scores.value(E::compDepthScoreReduction),
+                 int(percent(shallow, depths.size())));
+        QCOMPARE(truth.scores.value(E::compReleaseScoreReduction),
+                 int(percent(unreleased, depths.size())));
+        QCOMPARE(truth.scores.value(E::compRateHighScoreReduction),
+                 int(percent(fast, rates.size())));
+        QCOMPARE(truth.scores.value(E::compHandposScoreReduction),
+                 int(percent(wrongHands, depths.size())));
+        QCOMPARE(truth.scores.value(E::ventShallowScoreReduction),
+                 int(percent(little, volumes.size())));
+    }
+
+    // What cannot be simulated is said, and gives no records.
+    void unsoundScenarios()
+    {
+        using Change = void (*)(Scenario &);
+        const Change changes[] = {
+            [](Scenario &each) { each.seconds = 0; },
+            [](Scenario &each) { each.seconds = Scenario::longestSeconds + 1; },
+            [](Scenario &each) { each.protocol = Scenario::Protocol(6); },
+            [](Scenario &each) { each.learners = QStringList{QString()}; },
+            [](Scenario &each) { each.learners = QStringList{"two\nlines"}; },
+            [](Scenario &each) { each.otherGuidelines = each.guidelines; },
+            [](Scenario &each) { each.skill.rate.mean = 0; },
+            [](Scenario &each) { each.skill.incompleteReleases = 101; },
+            [](Scenario &each) { each.link.longestLoss = 0; },
+        };
+        for (const Change change : changes) {
+            Scenario scenario = *Scenario::find("good");
+            QVERIFY(scenario.problem().isEmpty());
+            change(scenario);
+            QVERIFY(!scenario.problem().isEmpty());
+            manikinlog::Record record;
+            QVERIFY(!Simulator(scenario, 1).next(record));
+        }
     }
 
     void perfectIsPerfect()
