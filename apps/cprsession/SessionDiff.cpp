@@ -59,14 +59,6 @@ QString withUnit(const QVariant &value, const QString &unit)
     return onOneLine(text) + (unit.isEmpty() ? QString() : QLatin1Char(' ') + unit);
 }
 
-QString unitText(E::ParameterType parameter)
-{
-    const E::ParameterUnit unit = E::parameterUnit.value(parameter, E::none);
-    return unit == E::none
-        ? QString()
-        : QString::fromLatin1(QMetaEnum::fromType<E::ParameterUnit>().valueToKey(unit));
-}
-
 QString guidelineUnit(const QString &name)
 {
     const CPRDataBase::ParameterUnit unit =
@@ -195,7 +187,7 @@ void SessionDiff::compareParameters(const Place &place, const CPREventBase &a,
         const QString key = E::parameterKey(parameter);
         if (!passedOver.contains(key)
             && (valueA.isValid() != valueB.isValid() || textOf(valueA) != textOf(valueB))) {
-            addValue(place, key, valueA, valueB, unitText(parameter));
+            addValue(place, key, valueA, valueB, E::unitText(parameter));
         }
     }
 }
