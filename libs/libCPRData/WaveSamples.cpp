@@ -40,8 +40,7 @@ void WaveSamples::cutOff(int msec, int samplePeriod)
 {
     if (samplePeriod <= 0)
         return;
-    // The sample at the cut itself stays, but a session that ends before it begins has none.
-    const qint64 keep = msec > 0 ? qint64(msec) / samplePeriod + 1 : 0;
+    const qint64 keep = qMax<qint64>(0, qint64(msec) / samplePeriod + 1);
     if (keep < m_samples.size())
         m_samples.resize(static_cast<int>(keep));
 }

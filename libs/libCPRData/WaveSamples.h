@@ -22,8 +22,8 @@ public:
     void record(int value, int index);
     /// Appends \a n times \a value; nothing when \a n is not positive.
     void fill(int n, int value);
-    /// Keeps the samples up to and including the one at \a msec; none when that is 0 or less, all
-    /// when it lies behind the wave.
+    /// Keeps the samples up to and including the one at \a msec: the first one at 0, none a period
+    /// before it, all when it lies behind the wave.
     void cutOff(int msec, int samplePeriod);
 
     /// Writes each sample's low 16 bits, little-endian. False when the device does not take all.
