@@ -214,7 +214,7 @@ private:
         QVERIFY(zip.close());
         QVERIFY(zip.open(name, CPRFileHandlerZip::Read));
         QVERIFY(loaded.readData(&zip));
-        zip.close();
+        QVERIFY(zip.close());
     }
 };
 

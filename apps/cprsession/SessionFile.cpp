@@ -8,12 +8,7 @@
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>
 
-#include <QFile>
 #include <QFileInfo>
-
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 
 namespace SessionFile {
 
@@ -27,35 +22,19 @@ LoadResult load(const QString &name, CPRData &session)
     NotingFileHandler handler(&zip);
     result.isComplete = session.readData(&handler) && handler.missing().isEmpty();
     result.missing = handler.missing();
-    zip.close();
+    result.isComplete &= zip.close();
     return result;
 }
 
 QString save(const QString &name, CPRData &session)
 {
-    const QFileInfo target(name);
-    if (target.exists() && !target.isFile())
-        return QStringLiteral("%1 is no regular file").arg(name);
-
-    const QString part = name + QStringLiteral(".part");
     CPRFileHandlerZip zip;
-    if (!zip.open(part, CPRFileHandlerZip::Create))
-        return QStringLiteral("%1 cannot be written; is the directory there and writable?")
-            .arg(part);
     NotingFileHandler handler(&zip);
-    const bool stored = session.writeData(&handler) && handler.missing().isEmpty();
-    if (!zip.close() || !stored) {
-        QFile::remove(part);
-        return QStringLiteral("%1 cannot be written whole; is the disk full?").arg(part);
-    }
-    // Unlike QFile::rename() this replaces a file of that name in one step.
-    if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(name).constData())
-        != 0) {
-        const QString reason = QString::fromLocal8Bit(std::strerror(errno));
-        QFile::remove(part);
-        return QStringLiteral("%1 cannot be written: %2").arg(name, reason);
-    }
-    return QString();
+    const bool isStored = zip.open(name, CPRFileHandlerZip::Create) && session.writeData(&handler)
+        && handler.missing().isEmpty() && zip.close();
+    if (isStored)
+        return QString();
+    return QStringLiteral("%1 cannot be written: %2").arg(name, zip.errorString());
 }
 
 } // namespace SessionFile

@@ -186,9 +186,9 @@ bool CPRCompressionData::writeCompresseionWave(QIODevice *device) const
     return m_samples->write(device);
 }
 
-void CPRCompressionData::readCompresseionWave(QIODevice *device)
+QString CPRCompressionData::readCompresseionWave(QIODevice *device)
 {
-    m_samples->read(device);
+    return m_samples->read(device);
 }
 
 void CPRCompressionData::writeWaveformInfo(QXmlStreamWriter *writer)

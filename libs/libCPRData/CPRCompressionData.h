@@ -80,8 +80,10 @@ public:
     /// Writes the samples as signed 16-bit little-endian numbers. False when \a device does not
     /// take them all. Spelt so on purpose, as the next one: the names are part of the interface.
     bool writeCompresseionWave(QIODevice *device) const;
-    /// Appends the samples in \a device, to the last whole one; none when it is null.
-    void readCompresseionWave(QIODevice *device);
+    /// Appends the samples in \a device, to the last whole one; none when it is null. Returns why
+    /// there could be more of them, because the device failed or held more than a day; empty when
+    /// these are all.
+    QString readCompresseionWave(QIODevice *device);
     /// Writes the description with the current number of samples.
     void writeWaveformInfo(QXmlStreamWriter *writer);
     void readWaveformInfo(QXmlStreamReader *reader);

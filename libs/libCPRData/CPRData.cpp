@@ -8,6 +8,8 @@
 #include "CPRWaveformInfo.h"
 #include "ResponseId.h"
 #include "SessionMsecs.h"
+#include "WaveSamples.h"
+#include "XmlInput.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -85,6 +87,37 @@ bool writeXmlMember(CPRFileHandler &handler, const QString &name, Write write)
         const QByteArray bytes = document.toUtf8();
         return device->write(bytes) == bytes.size();
     });
+}
+
+bool reportUnread(const QString &name, const QString &damage)
+{
+    qCWarning(lcData).noquote() << "Unable to read CPR Data," << name + QLatin1Char(':') << damage;
+    return false;
+}
+
+// Lets read() take the document in \a device from its beginning. False when the document is
+// damaged; read() has then taken what comes before that.
+template <typename Read>
+bool readDocument(QXmlStreamReader &reader, QIODevice *device, const QString &name, Read read)
+{
+    XmlInput input(device);
+    reader.setDevice(&input);
+    reader.readNext();
+    const QString encoding = reader.documentEncoding().toString();
+    if (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0)
+        reader.raiseError(QStringLiteral("it is encoded in %1, not in UTF-8").arg(encoding));
+    if (!reader.hasError())
+        read();
+    while (!reader.atEnd())
+        reader.readNext();
+    if (!reader.hasError())
+        return true;
+    const QString damage = input.damage().isEmpty() ? reader.errorString() : input.damage();
+    return reportUnread(name,
+                        QStringLiteral("line %1, column %2: %3")
+                            .arg(reader.lineNumber())
+                            .arg(reader.columnNumber())
+                            .arg(damage));
 }
 
 } // namespace
@@ -303,7 +336,8 @@ void CPRData::waveHeaderReceived(std::int32_t sequenceNumber)
 void CPRData::fillGap(qint64 gap, std::int32_t sequenceNumber)
 {
     const qint64 period = samplePeriod();
-    if (gap * period > longestGapMs) {
+    if (gap * period > longestGapMs
+        || m_compressionData->count() + gap > WaveSamples::maximalCount) {
         qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence << "to"
                           << sequenceNumber << "and is not filled";
         return;
@@ -458,58 +492,58 @@ bool CPRData::readData(CPRFileHandler *handler)
     Q_EMIT filenameChanged(m_filename);
 
     QXmlStreamReader reader;
+    bool isComplete = true;
     {
         const Member member(*handler, handler->openFileForReading(wavesMember));
         if (!member) {
             qCInfo(lcData).noquote() << "No CPR Data," << wavesMember;
             return false;
         }
-        reader.setDevice(member.device());
-        reader.readNextStartElement();
-        m_compressionData->readWaveformInfo(&reader);
-        m_ventilationData->readWaveformInfo(&reader);
+        isComplete = readDocument(reader, member.device(), wavesMember, [&] {
+            reader.readNextStartElement();
+            m_compressionData->readWaveformInfo(&reader);
+            m_ventilationData->readWaveformInfo(&reader);
+        });
     }
 
-    bool complete = true;
-    const QString compressionFile = m_compressionData->waveformInfo()->fileName();
-    if (compressionFile.isEmpty()) {
-        qCWarning(lcData, "Unable to read CPR Data, Compression wave");
-        complete = false;
-    } else {
-        const Member member(*handler, handler->openFileForReading(compressionFile));
-        m_compressionData->readCompresseionWave(member.device());
-    }
-    const QString ventilationFile = m_ventilationData->waveformInfo()->fileName();
-    if (ventilationFile.isEmpty()) {
-        qCWarning(lcData, "Unable to read CPR Data, Ventilation wave");
-        complete = false;
-    } else {
-        const Member member(*handler, handler->openFileForReading(ventilationFile));
-        m_ventilationData->readVentilationWave(member.device());
-    }
+    const auto readWave = [&](const QString &name, const char *wave, auto read) {
+        if (name.isEmpty()) {
+            qCWarning(lcData, "Unable to read CPR Data, %s wave", wave);
+            isComplete = false;
+            return;
+        }
+        // A wave that is missing is no failure, one that is damaged is.
+        const Member member(*handler, handler->openFileForReading(name));
+        const QString damage = read(member.device());
+        if (!damage.isEmpty())
+            isComplete = reportUnread(name, damage);
+    };
+    readWave(m_compressionData->waveformInfo()->fileName(), "Compression",
+             [this](QIODevice *device) { return m_compressionData->readCompresseionWave(device); });
+    readWave(m_ventilationData->waveformInfo()->fileName(), "Ventilation",
+             [this](QIODevice *device) { return m_ventilationData->readVentilationWave(device); });
 
-    const auto readXmlMember = [&](const QString &name, CPRDataBase &object) {
+    const auto readObject = [&](const QString &name, CPRDataBase &object) {
         const Member member(*handler, handler->openFileForReading(name));
         if (!member) {
             qCWarning(lcData).noquote() << "Unable to read CPR Data," << name;
-            complete = false;
+            isComplete = false;
             return false;
         }
-        reader.setDevice(member.device());
-        object.read(&reader);
+        isComplete &= readDocument(reader, member.device(), name, [&] { object.read(&reader); });
         return true;
     };
-    if (readXmlMember(eventsMember, *m_cprEvents)) {
+    if (readObject(eventsMember, *m_cprEvents)) {
         m_learners = m_cprEvents->sessionInfo()
                          ->parameterValue(CPREventBase::students, QVariant())
                          .toString()
                          .split(QLatin1Char(','));
     }
-    readXmlMember(guidelinesMember, *m_cprGuidelines);
+    readObject(guidelinesMember, *m_cprGuidelines);
 
     const int covered = m_compressionData->sessionTimeFromData();
     setSessionTime(covered);
     m_cprEvents->sessionInfo()->setTotalTime(covered / msecsPerSecond
                                              + (covered % msecsPerSecond > 0 ? 1 : 0));
-    return complete;
+    return isComplete;
 }

@@ -125,10 +125,13 @@ public:
 
     QString filename() const { return m_filename; }
     /// Saves the session into the open \a handler (null: false); emits filenameChanged(). False
-    /// when the events or the guidelines could not be stored; what was written before stays.
+    /// when the events or the guidelines could not be stored; what was written before stays. True
+    /// means that the handler took them; whether they are on the disk its closing tells.
     bool writeData(CPRFileHandler *handler);
     /// Loads a session from the open \a handler (null: false); emits filenameChanged(). False when
-    /// a member was missing; what could be read is there.
+    /// a member other than a wave is missing or any member is damaged, which a warning names with
+    /// the reason; what could be read is there. Nothing is taken from a member that the handler
+    /// found damaged, and of a document that oversteps a limit or is no XML only what comes before.
     bool readData(CPRFileHandler *handler);
 
 Q_SIGNALS:

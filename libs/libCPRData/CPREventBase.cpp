@@ -367,8 +367,8 @@ CPREventBase::CPREventBase(const CPREventBase &other, CPREvents *owner)
 
 CPREventBase::~CPREventBase()
 {
-    if (m_listed)
-        m_owner->takeEvent(this);
+    if (m_listed || m_standing)
+        m_owner->forgetEvent(this);
 }
 
 const char *CPREventBase::typeAsString() const

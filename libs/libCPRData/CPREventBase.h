@@ -603,7 +603,7 @@ protected:
     void writeParam(QXmlStreamWriter &writer, ParameterType type, const QVariant &value) const;
 
 private:
-    friend class CPREvents; // keeps m_listed
+    friend class CPREvents; // keeps m_listed and m_standing
 
     void writeParamElement(QXmlStreamWriter &writer, const QString &name, const QVariant &value,
                            ParameterType type) const;
@@ -614,6 +614,7 @@ private:
     int m_endTime;
     QQmlPropertyMap *m_params = nullptr; // child of the event
     bool m_listed = false;
+    bool m_standing = false; // one of the three that the list always has
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(CPREventBase::EventTags)

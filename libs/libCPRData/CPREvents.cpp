@@ -40,6 +40,9 @@ constexpr int cycleGapMs = 500;
 constexpr int msecsPerSecond = 1000;
 constexpr int allTimes = -1;
 
+// A day with six events a second. A file with more would take all memory.
+constexpr int maximalEventsRead = 24 * 60 * 60 * 6;
+
 // Behind the last event that ends at or before the new one's start; events that overlap that start
 // stay after it.
 void insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
@@ -105,6 +108,8 @@ CPREvents::~CPREvents()
     // The events die with the QObject below, when there are no lists left to take them out of.
     for (CPREventBase *event : qAsConst(m_events))
         event->m_listed = false;
+    m_sessionInfo->m_standing = m_sessionStatistics->m_standing = m_sessionScore->m_standing =
+        false;
 }
 
 void CPREvents::connectSignals()
@@ -118,12 +123,14 @@ void CPREvents::connectSignals()
 
 void CPREvents::connectStandingEvents()
 {
+    m_sessionInfo->m_standing = m_sessionStatistics->m_standing = m_sessionScore->m_standing = true;
+    // Unique, because only one of the three may be new.
     connect(m_sessionInfo, &CPREventSessionInfo::sessionInfoChanged, this,
-            &CPREvents::cprSessionInfoChanged);
+            &CPREvents::cprSessionInfoChanged, Qt::UniqueConnection);
     connect(m_sessionScore, &CPREventSessionScore::scoresReady, m_sessionInfo,
-            &CPREventSessionInfo::onScoresReady);
+            &CPREventSessionInfo::onScoresReady, Qt::UniqueConnection);
     connect(m_sessionStatistics, &CPREventSessionStatistics::totalTime, m_sessionInfo,
-            qOverload<int>(&CPREventSessionInfo::setTotalTime));
+            qOverload<int>(&CPREventSessionInfo::setTotalTime), Qt::UniqueConnection);
 }
 
 void CPREvents::initialize()
@@ -183,7 +190,7 @@ void CPREvents::resume()
 
 void CPREvents::addEvent(CPREventBase *event, bool doSignals)
 {
-    if (!event || (event->m_listed && event->m_owner == this))
+    if (!event || (event->m_owner == this ? event->m_listed : event->m_standing))
         return;
     qCDebug(lcEvents).noquote() << "Event" << QString(*event) << "doSignals" << doSignals;
     if (event->m_owner != this) {
@@ -222,6 +229,25 @@ void CPREvents::takeEvent(CPREventBase *event)
     // Not by the event's tags: they can have changed since, and the event may be half destroyed.
     for (EventList &tagged : m_eventsByTag)
         removeFromBack(tagged, event);
+}
+
+// The event is being destroyed.
+void CPREvents::forgetEvent(CPREventBase *event)
+{
+    if (event->m_listed)
+        takeEvent(event);
+    const bool isInfo = event == m_sessionInfo;
+    if (isInfo)
+        m_sessionInfo = new CPREventSessionInfo(0, this);
+    else if (event == m_sessionStatistics)
+        m_sessionStatistics = new CPREventSessionStatistics(0, this);
+    else if (event == m_sessionScore)
+        m_sessionScore = new CPREventSessionScore(0, this);
+    else
+        return;
+    connectStandingEvents();
+    if (isInfo)
+        addEvent(m_sessionInfo, true);
 }
 
 void CPREvents::emitEvent(CPREventBase *event)
@@ -701,6 +727,10 @@ void CPREvents::read(QXmlStreamReader *reader)
 
     CPREventBase *previous = nullptr;
     while (reader->readNextStartElement() && reader->name() == QLatin1String("evt")) {
+        if (m_events.size() >= maximalEventsRead) {
+            reader->raiseError(QStringLiteral("more than %1 events").arg(maximalEventsRead));
+            break;
+        }
         qCDebug(lcEvents) << "Reading element at line" << reader->lineNumber();
         const QXmlStreamAttributes attributes = reader->attributes();
         CPREventBase::EventType type{};

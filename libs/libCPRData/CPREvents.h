@@ -26,7 +26,11 @@ class CPREventSessionStatistics;
 ///
 /// The list owns its events. Beside it stand three summary events (session info, statistics,
 /// score): they survive reset() and are replaced by initialize(), and they are in the list only
-/// when they were put there. An event that is deleted leaves every list by itself.
+/// when they were put there.
+///
+/// The host may delete any event at any time, also inside a signal, with one exception: a standing
+/// event must not be deleted inside a signal of its own. An event that is deleted leaves every list
+/// by itself; a standing event that is deleted is replaced by a new one.
 class CPRDATA_EXPORT CPREvents final : public CPRDataBase {
     Q_OBJECT
 
@@ -58,7 +62,8 @@ public:
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     /// Inserts \a event in time order into the list and the lists of its tags, and takes it over.
-    /// An event that is listed already stays where it is. With \a doSignals it is announced too.
+    /// An event that is listed already stays where it is, and so does a standing event of another
+    /// list. With \a doSignals it is announced too.
     void addEvent(CPREventBase *event, bool doSignals);
     /// Does what the kind of event asks for: numbers compressions in their cycle, counts summary
     /// events, announces the standing ones.
@@ -179,6 +184,7 @@ private:
     void connectSignals();
     void connectStandingEvents();
     void takeEvent(CPREventBase *event);
+    void forgetEvent(CPREventBase *event);
     const EventList *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;
     bool hasEnded() const;

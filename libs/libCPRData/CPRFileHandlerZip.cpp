@@ -3,11 +3,20 @@
 
 #include "CPRFileHandlerZip.h"
 
+#include <QBuffer>
+#include <QFileInfo>
 #include <QLoggingCategory>
+#include <QSaveFile>
 
 #include <quazip.h>
 #include <quazipfile.h>
+#include <quazipfileinfo.h>
 #include <quazipnewinfo.h>
+
+#ifdef Q_OS_UNIX
+#include <fcntl.h>
+#include <unistd.h>
+#endif
 
 Q_LOGGING_CATEGORY(lcFileHandlerZip, "Kelmar.CPRData.CPRFileHandlerZip", QtWarningMsg)
 
@@ -15,6 +24,12 @@ namespace {
 
 // Unix permissions 0777 in the upper half.
 constexpr quint32 externalAttributes = 0x01FF0000;
+
+constexpr int blockSize = 64 * 1024;
+
+// A member up to this size stays in memory after its check. A longer one is inflated a second time
+// while it is read, so that no archive can ask for more.
+constexpr qint64 largestKeptMember = 32 * 1024 * 1024;
 
 QString memberName(const QString &name)
 {
@@ -26,69 +41,345 @@ void warnOf(const QuaZipFile &file)
     qCWarning(lcFileHandlerZip) << "Failed to open file:" << file.errorString();
 }
 
+// A disk that fills up can take the first part of a block without an error; the rest then gets the
+// error, without which the last block of an archive would be cut off silently.
+class ArchiveFile final : public QSaveFile {
+public:
+    using QSaveFile::QSaveFile;
+
+protected:
+    qint64 writeData(const char *data, qint64 size) override
+    {
+        qint64 written = 0;
+        while (written < size) {
+            const qint64 taken = QSaveFile::writeData(data + written, size - written);
+            if (taken <= 0)
+                return -1;
+            written += taken;
+        }
+        return written;
+    }
+};
+
+// Stands for a member that cannot be believed.
+class DamagedMember final : public QIODevice {
+public:
+    explicit DamagedMember(const QString &reason)
+    {
+        open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+        setErrorString(reason);
+    }
+
+    bool isSequential() const override { return true; }
+    bool atEnd() const override { return false; }
+
+protected:
+    qint64 readData(char * /*data*/, qint64 /*maxSize*/) override { return -1; }
+    qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+};
+
+// Inflates the member, which is open, to its end. Returns what is wrong with it; empty when it is
+// whole. Its bytes are appended to content, which may be null.
+QString checkMember(QuaZipFile &file, QByteArray *content)
+{
+    QuaZipFileInfo64 info;
+    if (!file.getFileInfo(&info))
+        return QStringLiteral("its entry in the directory cannot be read");
+    if (info.uncompressedSize > static_cast<quint64>(CPRFileHandlerZip::maximalMemberSize)) {
+        return QStringLiteral(
+                   "it is said to have %1 bytes, more than the %2 that a member may have")
+            .arg(info.uncompressedSize)
+            .arg(CPRFileHandlerZip::maximalMemberSize);
+    }
+    const auto size = static_cast<qint64>(info.uncompressedSize);
+    if (content)
+        content->reserve(static_cast<int>(size));
+    QByteArray block(blockSize, Qt::Uninitialized);
+    qint64 total = 0;
+    qint64 taken = 0;
+    while ((taken = file.read(block.data(), block.size())) > 0 && total <= size) {
+        total += taken;
+        if (content)
+            content->append(block.constData(), static_cast<int>(taken));
+    }
+    // A damaged deflate stream is seen only before closing, a wrong checksum only by closing.
+    const int inflateError = taken < 0 ? file.getZipError() : UNZ_OK;
+    file.close();
+    if (inflateError != UNZ_OK)
+        return QStringLiteral("it cannot be inflated, zip error %1").arg(inflateError);
+    if (total != size) {
+        return QStringLiteral("it has %1 bytes, its entry in the directory says %2")
+            .arg(total)
+            .arg(size);
+    }
+    if (file.getZipError() != UNZ_OK)
+        return QStringLiteral("its checksum is wrong, zip error %1").arg(file.getZipError());
+    return QString();
+}
+
+// Copies the member at which \a from stands as it is, without inflating it.
+bool copyMember(QuaZip &from, QuaZip &to, const QuaZipFileInfo64 &info)
+{
+    QuaZipFile source(&from);
+    QuaZipFile copy(&to);
+    int method = 0;
+    int level = 0;
+    const QuaZipNewInfo newInfo(info);
+    if (!source.open(QIODevice::ReadOnly, &method, &level, true)
+        || !copy.open(QIODevice::WriteOnly, newInfo, nullptr, info.crc, method, level, true)) {
+        return false;
+    }
+    QByteArray block(blockSize, Qt::Uninitialized);
+    quint64 total = 0;
+    qint64 taken = 0;
+    while ((taken = source.read(block.data(), block.size())) > 0) {
+        if (copy.write(block.constData(), taken) != taken)
+            return false;
+        total += static_cast<quint64>(taken);
+    }
+    source.close();
+    copy.close();
+    return total == info.compressedSize && source.getZipError() == UNZ_OK
+        && copy.getZipError() == ZIP_OK;
+}
+
+// Puts the name under which the file stands in its folder on the disk as well. Not every file
+// system can do that, so it is no failure when it is refused.
+void syncFolder(const QString &name)
+{
+#ifdef Q_OS_UNIX
+    const QByteArray folder = QFile::encodeName(QFileInfo(name).absolutePath());
+    const int handle = ::open(folder.constData(), O_RDONLY | O_CLOEXEC);
+    if (handle < 0)
+        return;
+    ::fsync(handle);
+    ::close(handle);
+#else
+    Q_UNUSED(name)
+#endif
+}
+
+bool syncFile(QSaveFile &file)
+{
+#ifdef Q_OS_UNIX
+    return ::fsync(file.handle()) == 0;
+#else
+    return file.flush();
+#endif
+}
+
 } // namespace
 
 CPRFileHandlerZip::CPRFileHandlerZip() : m_zip(std::make_unique<QuaZip>())
 {
 }
 
-CPRFileHandlerZip::~CPRFileHandlerZip() = default;
+CPRFileHandlerZip::~CPRFileHandlerZip()
+{
+    finishMember();
+}
+
+bool CPRFileHandlerZip::fail(const QString &reason)
+{
+    qCWarning(lcFileHandlerZip).noquote() << m_name + QStringLiteral(":") << reason;
+    if (m_error.isEmpty())
+        m_error = reason;
+    return false;
+}
 
 bool CPRFileHandlerZip::open(const QString &name, Mode mode)
 {
-    m_zip->setZipName(name);
+    if (m_zip->isOpen())
+        return fail(QStringLiteral("not closed yet, so that %1 cannot be opened").arg(name));
+    m_name = name;
+    m_error.clear();
+    m_written.clear();
+    m_zip = std::make_unique<QuaZip>();
+    const QFileInfo info(name);
+    if (info.exists() && !info.isFile())
+        return fail(QStringLiteral("no regular file"));
     switch (mode) {
     case Create:
-        return m_zip->open(QuaZip::mdCreate);
     case Add:
-        return m_zip->open(QuaZip::mdAdd);
+        if (openTarget() && openArchive(mode))
+            return true;
+        m_added.reset();
+        m_file.reset();
+        return false;
     case Read:
-        return m_zip->open(QuaZip::mdUnzip);
+        m_zip->setZipName(name);
+        return m_zip->open(QuaZip::mdUnzip)
+            || fail(QStringLiteral("cannot be opened as an archive, zip error %1")
+                        .arg(m_zip->getZipError()));
     }
     return false;
+}
+
+bool CPRFileHandlerZip::openTarget()
+{
+    m_file = std::make_unique<ArchiveFile>(m_name);
+    // Without a buffer each write has its own result.
+    return m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)
+        || fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+}
+
+bool CPRFileHandlerZip::openArchive(Mode mode)
+{
+    if (mode == Add) {
+        QuaZip old(m_name);
+        if (!old.open(QuaZip::mdUnzip))
+            return fail(QStringLiteral("no archive that members can be added to"));
+        m_added = std::make_unique<QBuffer>();
+        m_added->open(QIODevice::ReadWrite);
+        m_zip->setIoDevice(m_added.get());
+    } else {
+        m_zip->setIoDevice(m_file.get());
+    }
+    // Closed by the archive, the file would be put in its place whatever went wrong before.
+    m_zip->setAutoClose(false);
+    return m_zip->open(QuaZip::mdCreate)
+        || fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+}
+
+// The old members that were not written anew, then those that were.
+bool CPRFileHandlerZip::mergeMembers()
+{
+    QuaZip old(m_name);
+    QuaZip added(m_added.get());
+    QuaZip merged(m_file.get());
+    merged.setAutoClose(false);
+    if (!old.open(QuaZip::mdUnzip) || !added.open(QuaZip::mdUnzip)
+        || !merged.open(QuaZip::mdCreate)) {
+        return fail(QStringLiteral("members cannot be added: %1").arg(m_file->errorString()));
+    }
+    merged.setComment(old.getComment());
+    if (!copyMembers(old, merged, m_written) || !copyMembers(added, merged, {}))
+        return false;
+    merged.close();
+    return merged.getZipError() == ZIP_OK
+        || fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+}
+
+bool CPRFileHandlerZip::copyMembers(QuaZip &from, QuaZip &to, const QStringList &except)
+{
+    for (bool more = from.goToFirstFile(); more; more = from.goToNextFile()) {
+        QuaZipFileInfo64 info;
+        if (!from.getCurrentFileInfo(&info))
+            break;
+        constexpr quint16 encrypted = 1;
+        if (!except.contains(info.name)
+            && ((info.flags & encrypted) != 0 || !copyMember(from, to, info))) {
+            return fail(QStringLiteral("the member %1 cannot be copied").arg(info.name));
+        }
+    }
+    return from.getZipError() == UNZ_OK
+        || fail(QStringLiteral("its directory is damaged, zip error %1").arg(from.getZipError()));
+}
+
+bool CPRFileHandlerZip::commit()
+{
+    if (!syncFile(*m_file) || !m_file->commit())
+        return fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+    syncFolder(m_name);
+    return true;
 }
 
 bool CPRFileHandlerZip::close()
 {
     if (!m_zip->isOpen())
         return true;
+    if (m_member)
+        fail(QStringLiteral("closed while a member was open"));
+    finishMember();
     m_zip->close();
-    return m_zip->getZipError() == UNZ_OK;
+    if (m_zip->getZipError() != UNZ_OK)
+        fail(QStringLiteral("cannot be closed, zip error %1").arg(m_zip->getZipError()));
+    if (m_file && m_error.isEmpty() && (!m_added || mergeMembers()))
+        commit();
+    m_added.reset();
+    m_file.reset();
+    return m_error.isEmpty();
 }
 
 QIODevice *CPRFileHandlerZip::openFileForReading(const QString &name)
 {
-    m_zip->setCurrentFile(memberName(name));
+    if (m_member) {
+        fail(QStringLiteral("%1 cannot be opened while another member is open").arg(name));
+        return nullptr;
+    }
+    const bool isThere = m_zip->setCurrentFile(memberName(name));
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
-    if (file->getZip() && m_zip->hasCurrentFile() && file->open(QIODevice::ReadOnly))
-        return file.release();
-    warnOf(*file);
-    return nullptr;
+    if (!file->getZip() || !m_zip->hasCurrentFile() || !file->open(QIODevice::ReadOnly)) {
+        warnOf(*file);
+        // A member that is there and cannot be opened must not pass for one that is missing.
+        return isThere ? new DamagedMember(
+                   QStringLiteral("it cannot be opened, zip error %1").arg(file->getZipError()))
+                       : nullptr;
+    }
+    const bool isKept = file->usize() <= largestKeptMember;
+    auto content = std::make_unique<QBuffer>();
+    const QString damage = checkMember(*file, isKept ? &content->buffer() : nullptr);
+    if (!damage.isEmpty())
+        return new DamagedMember(damage);
+    if (isKept) {
+        content->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+        return content.release();
+    }
+    if (!file->open(QIODevice::ReadOnly))
+        return new DamagedMember(file->errorString());
+    m_member = file.get();
+    return file.release();
 }
 
 QIODevice *CPRFileHandlerZip::openFileForWriting(const QString &name)
 {
+    if (m_member || !m_error.isEmpty()) {
+        fail(QStringLiteral("%1 cannot be written %2")
+                 .arg(name,
+                      m_member ? QStringLiteral("while another member is open")
+                               : QStringLiteral("after a failure")));
+        return nullptr;
+    }
+    if (m_written.contains(memberName(name))) {
+        fail(QStringLiteral("%1 is written a second time").arg(name));
+        return nullptr;
+    }
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
     QuaZipNewInfo info(memberName(name));
     info.externalAttr = externalAttributes;
     // No password; deflate at the default level, not raw.
-    if (file->open(QIODevice::WriteOnly, info, nullptr, 0, Z_DEFLATED, Z_DEFAULT_COMPRESSION, false,
-                   -MAX_WBITS, MAX_MEM_LEVEL - 1, Z_DEFAULT_STRATEGY)) {
-        return file.release();
+    if (!file->open(QIODevice::WriteOnly, info, nullptr, 0, Z_DEFLATED, Z_DEFAULT_COMPRESSION,
+                    false, -MAX_WBITS, MAX_MEM_LEVEL - 1, Z_DEFAULT_STRATEGY)) {
+        warnOf(*file);
+        return nullptr;
     }
-    warnOf(*file);
-    return nullptr;
+    m_written.append(memberName(name));
+    m_member = file.get();
+    return file.release();
 }
 
 void CPRFileHandlerZip::releaseFile(QIODevice *device)
 {
     if (!device)
         return;
-    device->close();
+    if (device == m_member)
+        finishMember();
+    else
+        device->close();
     delete device;
 }
 
-QString CPRFileHandlerZip::filename() const
+// What the compressor still held is written here, so that a full disk can show only now.
+void CPRFileHandlerZip::finishMember()
 {
-    return m_zip->getZipName();
+    if (!m_member)
+        return;
+    m_member->close();
+    if (m_file && m_member->getZipError() != ZIP_OK) {
+        fail(QStringLiteral("%1 cannot be written, zip error %2: %3")
+                 .arg(m_member->getFileName())
+                 .arg(m_member->getZipError())
+                 .arg(m_file->errorString()));
+    }
+    m_member.clear();
 }

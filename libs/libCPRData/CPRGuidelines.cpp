@@ -465,13 +465,21 @@ void CPRGuidelines::read(QXmlStreamReader *reader)
         return;
     }
     initialize();
+    // Values that this version does not know are kept for the host. The time that each further one
+    // takes grows with their number.
+    constexpr int maximalUnknown = 1000;
+    int unknown = 0;
     while (reader->readNextStartElement()) {
         const QString name = reader->name().toString();
         const QXmlStreamAttributes attributes = reader->attributes();
         if (name != QLatin1String("objectName")
             && attributes.hasAttribute(QLatin1String("value"))) {
             const QString text = attributes.value(QLatin1String("value")).toString();
-            setProperty(name.toUtf8().constData(), variantFromString(text));
+            if (!setProperty(name.toUtf8().constData(), variantFromString(text))
+                && ++unknown > maximalUnknown) {
+                reader->raiseError(
+                    QStringLiteral("more than %1 unknown values").arg(maximalUnknown));
+            }
         }
         reader->skipCurrentElement();
     }

@@ -146,9 +146,9 @@ bool CPRVentilationData::writeVentilationWave(QIODevice *device) const
     return m_samples->write(device);
 }
 
-void CPRVentilationData::readVentilationWave(QIODevice *device)
+QString CPRVentilationData::readVentilationWave(QIODevice *device)
 {
-    m_samples->read(device);
+    return m_samples->read(device);
 }
 
 void CPRVentilationData::writeWaveformInfo(QXmlStreamWriter *writer)

@@ -70,8 +70,10 @@ public:
     /// Writes the samples as signed 16-bit little-endian numbers. False when \a device does not
     /// take them all.
     bool writeVentilationWave(QIODevice *device) const;
-    /// Appends the samples in \a device, to the last whole one; none when it is null.
-    void readVentilationWave(QIODevice *device);
+    /// Appends the samples in \a device, to the last whole one; none when it is null. Returns why
+    /// there could be more of them, because the device failed or held more than a day; empty when
+    /// these are all.
+    QString readVentilationWave(QIODevice *device);
     /// Writes the description with the current number of samples.
     void writeWaveformInfo(QXmlStreamWriter *writer);
     void readWaveformInfo(QXmlStreamReader *reader);

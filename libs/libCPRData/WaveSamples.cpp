@@ -32,7 +32,7 @@ void WaveSamples::record(int value, int index)
 
 void WaveSamples::fill(int n, int value)
 {
-    if (n > 0)
+    if (n > 0 && n <= maximalCount - m_samples.size())
         m_samples.insert(m_samples.end(), n, value);
 }
 
@@ -60,22 +60,28 @@ bool WaveSamples::write(QIODevice *device) const
     return true;
 }
 
-void WaveSamples::read(QIODevice *device)
+QString WaveSamples::read(QIODevice *device)
 {
     if (!device)
-        return;
-    QByteArray block;
-    QByteArray rest; // the first half of a sample that a read has split
-    while (!(block = device->read(samplesPerBlock * bytesPerSample)).isEmpty()) {
-        block.prepend(rest);
-        const int samples = block.size() / bytesPerSample;
-        rest = block.mid(samples * bytesPerSample);
-        const char *from = block.constData();
+        return QString();
+    QByteArray block(samplesPerBlock * bytesPerSample, Qt::Uninitialized);
+    int split = 0; // bytes of a sample that a read has split
+    qint64 taken = 0;
+    while ((taken = device->read(block.data() + split, block.size() - split)) > 0) {
+        const int bytes = split + static_cast<int>(taken);
+        const int samples = bytes / bytesPerSample;
         const int begin = m_samples.size();
+        if (samples > maximalCount - begin)
+            return QStringLiteral("more than %1 samples").arg(maximalCount);
         m_samples.resize(begin + samples);
+        const char *from = block.constData();
         std::for_each(m_samples.begin() + begin, m_samples.end(), [&from](int &sample) {
             sample = qFromLittleEndian<qint16>(from);
             from += bytesPerSample;
         });
+        split = bytes % bytesPerSample;
+        std::copy_n(from, split, block.data());
     }
+    // Some devices give -1 at their end as well.
+    return taken < 0 && !device->atEnd() ? device->errorString() : QString();
 }

@@ -4,6 +4,7 @@
 #ifndef WAVESAMPLES_H
 #define WAVESAMPLES_H
 
+#include <QString>
 #include <QVector>
 
 class QIODevice;
@@ -11,6 +12,10 @@ class QIODevice;
 /// The samples of one wave: what the compression and the ventilation wave have in common.
 class WaveSamples {
 public:
+    /// 24 hours at the manikin's 100 samples a second, and a quarter of an hour for what losses may
+    /// add. A gap or a file that asks for more is corrupt, and would take all memory.
+    static constexpr int maximalCount = (24 * 60 + 15) * 60 * 100;
+
     int count() const { return m_samples.size(); }
     /// The sample at \a index; 0 outside the wave, the place after the last sample included.
     int at(int index) const { return m_samples.value(index, 0); }
@@ -20,7 +25,8 @@ public:
     void clear(int reserved = 0);
     /// Appends \a value, or, when \a index lies inside the wave, overwrites all from there on.
     void record(int value, int index);
-    /// Appends \a n times \a value; nothing when \a n is not positive.
+    /// Appends \a n times \a value; nothing when \a n is not positive or the wave would have more
+    /// than maximalCount samples.
     void fill(int n, int value);
     /// Keeps the samples up to and including the one at \a msec: the first one at 0, none a period
     /// before it, all when it lies behind the wave.
@@ -28,8 +34,9 @@ public:
 
     /// Writes each sample's low 16 bits, little-endian. False when the device does not take all.
     bool write(QIODevice *device) const;
-    /// Appends the samples that \a device (may be null) holds, to the last whole one.
-    void read(QIODevice *device);
+    /// Appends the samples that \a device (may be null) holds, to the last whole one. Returns why
+    /// there could be more of them; empty when these are all.
+    QString read(QIODevice *device);
 
 private:
     QVector<int> m_samples;
