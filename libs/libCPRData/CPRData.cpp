@@ -75,17 +75,49 @@ bool writeMember(CPRFileHandler &handler, const QString &name, Write write)
     return false;
 }
 
-// The document is complete before its member gets a byte, so a member is never half a document.
+// A document on its way into its member. The writer works on a text, because on a device it would
+// give the encoding in the first line, where the format has none. The text is passed on piece by
+// piece, since the events of a long session would take a hundred megabytes.
+class Document {
+public:
+    explicit Document(QIODevice *device) : m_device(device), m_writer(&m_text)
+    {
+        m_writer.setAutoFormatting(true);
+        m_text.reserve(2 * pieceSize);
+    }
+
+    QXmlStreamWriter &writer() { return m_writer; }
+
+    void passOn(int atLeast = pieceSize)
+    {
+        if (m_text.size() < atLeast)
+            return;
+        const QByteArray bytes = m_text.toUtf8();
+        m_isWritten = m_isWritten && m_device->write(bytes) == bytes.size();
+        m_text.truncate(0);
+    }
+    bool finish()
+    {
+        passOn(0);
+        return m_isWritten;
+    }
+
+private:
+    static constexpr int pieceSize = 64 * 1024;
+
+    QIODevice *m_device;
+    QString m_text;
+    QXmlStreamWriter m_writer;
+    bool m_isWritten = true;
+};
+
 template <typename Write>
 bool writeXmlMember(CPRFileHandler &handler, const QString &name, Write write)
 {
     return writeMember(handler, name, [&write](QIODevice *device) {
-        QString document;
-        QXmlStreamWriter writer(&document);
-        writer.setAutoFormatting(true);
-        write(writer);
-        const QByteArray bytes = document.toUtf8();
-        return device->write(bytes) == bytes.size();
+        Document document(device);
+        write(document);
+        return document.finish();
     });
 }
 
@@ -461,11 +493,13 @@ bool CPRData::writeData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
-    const bool eventsStored = writeXmlMember(
-        *handler, eventsMember, [this](QXmlStreamWriter &writer) { m_cprEvents->write(&writer); });
+    const bool eventsStored = writeXmlMember(*handler, eventsMember, [this](Document &document) {
+        m_cprEvents->writeEvents(&document.writer(), [&document] { document.passOn(); });
+    });
     if (!eventsStored)
         return false;
-    writeXmlMember(*handler, wavesMember, [this](QXmlStreamWriter &writer) {
+    writeXmlMember(*handler, wavesMember, [this](Document &document) {
+        QXmlStreamWriter &writer = document.writer();
         writer.writeStartDocument();
         writer.writeStartElement(QStringLiteral("waveFormList"));
         m_compressionData->writeWaveformInfo(&writer);
@@ -479,8 +513,9 @@ bool CPRData::writeData(CPRFileHandler *handler)
     writeMember(*handler, ventilationMember, [this](QIODevice *device) {
         return m_ventilationData->writeVentilationWave(device);
     });
-    return writeXmlMember(*handler, guidelinesMember,
-                          [this](QXmlStreamWriter &writer) { m_cprGuidelines->write(&writer); });
+    return writeXmlMember(*handler, guidelinesMember, [this](Document &document) {
+        m_cprGuidelines->write(&document.writer());
+    });
 }
 
 bool CPRData::readData(CPRFileHandler *handler)

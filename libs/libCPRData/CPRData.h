@@ -43,7 +43,7 @@ class CPRDATA_EXPORT CPRData : public QObject {
     // clang-format on
 
 public:
-    enum CprState {
+    enum CprState : int {
         CPR_UNINITIALIZED = -1,
         CPR_MANIKIN_INIT = 0, ///< a manikin has been connected and is being initialised
         CPR_INIT = 1, ///< a new session is being prepared

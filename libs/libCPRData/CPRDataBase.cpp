@@ -4,9 +4,11 @@
 #include "CPRDataBase.h"
 
 #include "CPRData.h"
+#include "NumberText.h"
 
 #include <QMetaEnum>
 #include <QMetaProperty>
+#include <QThread>
 #include <QTimer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -130,10 +132,14 @@ void CPRDataBase::sendSignal()
     QTimer *timer = m_signalTimer;
     // A running timer is left alone: restarted on every change, it would never fire while changes
     // keep coming.
-    QMetaObject::invokeMethod(timer, [timer] {
+    const auto start = [timer] {
         if (!timer->isActive())
             timer->start();
-    });
+    };
+    if (timer->thread() == QThread::currentThread())
+        start();
+    else
+        QMetaObject::invokeMethod(timer, start);
 }
 
 void CPRDataBase::writeAttribFromProperty(QXmlStreamWriter *writer, const QString &name) const
@@ -163,12 +169,11 @@ void CPRDataBase::readAttribsToProperties(QXmlStreamReader *reader)
 
 QVariant CPRDataBase::variantFromString(const QString &text)
 {
-    bool ok = false;
-    const int integer = text.toInt(&ok);
-    if (ok)
+    int integer = 0;
+    if (NumberText::toInt(text, integer))
         return integer;
-    const float number = text.toFloat(&ok);
-    if (ok)
+    float number = 0;
+    if (NumberText::toFloat(text, number))
         return number;
     return text;
 }

@@ -38,7 +38,7 @@ class CPRDATA_EXPORT CPRDataBase : public QObject {
 public:
     /// Units of guideline values; the key is the unit's text. hmm are hundredths of a millimetre.
     // clang-format off
-    enum ParameterUnit {
+    enum ParameterUnit : int {
         none    =  0,
         bpm     =  1,
         rpm     =  2,

@@ -6,14 +6,17 @@
 #include "CPRDataBase.h"
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
+#include "NumberText.h"
 
 #include <QHash>
 #include <QIODevice>
 #include <QMetaEnum>
+#include <QMetaProperty>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <array>
+#include <map>
 
 namespace {
 
@@ -294,20 +297,89 @@ CPREventBase::ParameterUnit unitOf(Parameter type)
     return unit == noEntry ? CPREventBase::none : static_cast<CPREventBase::ParameterUnit>(unit);
 }
 
-// Calls store(type, value) for each known parameter among the "param" elements that follow.
+// Calls store(type, text) when the attributes name a known parameter and have a value.
+template <typename Store> void takeParam(const QXmlStreamAttributes &attributes, Store &store)
+{
+    const QXmlStreamAttribute *key = nullptr;
+    const QXmlStreamAttribute *value = nullptr;
+    for (const QXmlStreamAttribute &attribute : attributes) {
+        const QStringRef name = attribute.qualifiedName();
+        if (name == QLatin1String("type"))
+            key = &attribute;
+        else if (name == QLatin1String("value"))
+            value = &attribute;
+    }
+    Parameter type{};
+    if (key && value && CPREventBase::parameterFromKey(key->value(), type))
+        store(type, QStringView(value->value()));
+}
+
+// Calls store(type, text) for each known parameter among the "param" elements that follow.
 template <typename Store> void readParamElements(QXmlStreamReader &reader, Store store)
 {
     while (reader.readNextStartElement() && reader.name() == QLatin1String("param")) {
-        const QXmlStreamAttributes attributes = reader.attributes();
-        Parameter type{};
-        if (attributes.hasAttribute(QLatin1String("type"))
-            && attributes.hasAttribute(QLatin1String("value"))
-            && CPREventBase::parameterFromKey(attributes.value(QLatin1String("type")), type)) {
-            const QString text = attributes.value(QLatin1String("value")).toString();
-            store(type, CPRDataBase::variantFromString(text));
-        }
+        // The reader fills its list of attributes anew; it would have to copy it if one were kept.
+        takeParam(reader.attributes(), store);
         reader.skipCurrentElement();
     }
+}
+
+// The declared properties of a class of events that are named after parameters.
+class PropertyTable {
+public:
+    explicit PropertyTable(const QMetaObject &metaObject)
+    {
+        for (int i = 0; i < parameterCount; ++i) {
+            const QString key = CPREventBase::parameterKey(static_cast<Parameter>(i));
+            Entry &entry = m_entries[static_cast<std::size_t>(i)];
+            entry.index = metaObject.indexOfProperty(key.toLatin1().constData());
+            if (entry.index >= 0)
+                entry.type = metaObject.property(entry.index).userType();
+        }
+    }
+
+    // Sets the property from a number as it stands in files; false leaves it to Qt to convert.
+    bool write(QObject *object, Parameter type, QStringView text) const
+    {
+        const Entry &entry = m_entries[static_cast<std::size_t>(type)];
+        int integer = 0;
+        float number = 0;
+        switch (entry.type) {
+        case QMetaType::Int:
+            return NumberText::toInt(text, integer) && set(object, entry.index, integer);
+        case QMetaType::Bool:
+            return NumberText::toInt(text, integer) && set(object, entry.index, integer != 0);
+        case QMetaType::Float:
+            return NumberText::toFloat(text, number) && set(object, entry.index, number);
+        default:
+            return false;
+        }
+    }
+
+private:
+    struct Entry {
+        int index = -1;
+        int type = QMetaType::UnknownType;
+    };
+
+    // What QMetaProperty::write() does when nothing is to be converted.
+    template <typename Value> static bool set(QObject *object, int index, Value value)
+    {
+        int status = -1;
+        int flags = 0;
+        void *arguments[] = {&value, nullptr, &status, &flags};
+        QMetaObject::metacall(object, QMetaObject::WriteProperty, index, arguments);
+        return true;
+    }
+
+    std::array<Entry, parameterCount> m_entries;
+};
+
+// Of the thread, so that sessions can be loaded in several.
+const PropertyTable &propertiesOf(const QMetaObject *metaObject)
+{
+    thread_local std::map<const QMetaObject *, PropertyTable> tables;
+    return tables.try_emplace(metaObject, *metaObject).first->second;
 }
 
 } // namespace
@@ -379,7 +451,14 @@ const char *CPREventBase::typeAsString() const
 void CPREventBase::setMSecs(int msecs)
 {
     m_msecs = msecs;
+    setEventEndTime(msecs);
+}
+
+void CPREventBase::setEventEndTime(int msecs)
+{
     m_endTime = msecs;
+    if (m_listed)
+        m_owner->eventTimesChanged(this);
 }
 
 void CPREventBase::setParameter(ParameterType type, const QVariant &value)
@@ -469,28 +548,39 @@ void CPREventBase::writeParameters(QXmlStreamWriter *writer)
     for (const QString &key : keys) {
         ParameterType type{};
         if (!key.startsWith(QLatin1String("manikinBattery")) && parameterFromKey(key, type))
-            writeParamElement(*writer, key, m_params->value(key), type);
+            writeParamElement(*writer, key, CPRDataBase::variantToString(m_params->value(key)),
+                              type);
     }
 }
 
 void CPREventBase::writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                               ParameterType type) const
 {
-    writeParamElement(writer, QString::fromLatin1(name), value, type);
+    writeParamElement(writer, QString::fromLatin1(name), CPRDataBase::variantToString(value), type);
 }
 
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type,
-                              const QVariant &value) const
+void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const
 {
-    writeParamElement(writer, parameterKey(type), value, type);
+    writeParamElement(writer, parameterKey(type), QString::number(value), type);
+}
+
+void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const
+{
+    writeParamElement(writer, parameterKey(type), NumberText::fromFloat(value), type);
+}
+
+void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const
+{
+    writeParamElement(writer, parameterKey(type), value ? QStringLiteral("1") : QStringLiteral("0"),
+                      type);
 }
 
 void CPREventBase::writeParamElement(QXmlStreamWriter &writer, const QString &name,
-                                     const QVariant &value, ParameterType type) const
+                                     const QString &text, ParameterType type)
 {
     writer.writeStartElement(QStringLiteral("param"));
     writer.writeAttribute(QStringLiteral("type"), name);
-    writer.writeAttribute(QStringLiteral("value"), CPRDataBase::variantToString(value));
+    writer.writeAttribute(QStringLiteral("value"), text);
     if (const QString units = unitText(type); !units.isEmpty())
         writer.writeAttribute(QStringLiteral("units"), units);
     writer.writeEndElement();
@@ -503,14 +593,19 @@ void CPREventBase::read(QXmlStreamReader *reader)
 
 void CPREventBase::readParameters(QXmlStreamReader *reader)
 {
-    readParamElements(
-        *reader, [this](ParameterType type, const QVariant &value) { setParameter(type, value); });
+    readParamElements(*reader, [this](ParameterType type, QStringView text) {
+        setParameter(type, CPRDataBase::variantFromString(text.toString()));
+    });
 }
 
 void CPREventBase::readParametersToProperties(QXmlStreamReader *reader)
 {
-    readParamElements(*reader, [this](ParameterType type, const QVariant &value) {
-        setProperty(parameterKey(type).toLatin1().constData(), value);
+    const PropertyTable &properties = propertiesOf(metaObject());
+    readParamElements(*reader, [this, &properties](ParameterType type, QStringView text) {
+        if (!properties.write(this, type, text)) {
+            setProperty(parameterKey(type).toLatin1().constData(),
+                        CPRDataBase::variantFromString(text.toString()));
+        }
     });
 }
 

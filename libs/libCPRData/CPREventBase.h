@@ -52,7 +52,7 @@ class CPRDATA_EXPORT CPREventBase : public QObject {
 
 public:
     // clang-format off
-    enum EventType {
+    enum EventType : int {
         ShockDelivered              =  0,
         CprVentLittleMoreVolume     =  1,
         CprVentMoreVolume           =  2,
@@ -90,7 +90,7 @@ public:
     Q_ENUM(EventType)
 
     /// What an event is about; an event can carry several.
-    enum EventTag {
+    enum EventTag : uint {
         TagComp             =   1,
         TagVent             =   2,
         TagAed              =   4,
@@ -107,7 +107,7 @@ public:
 
     /// The unit of a parameter; the key is the text that files hold. hmm are hundredths of a
     /// millimetre.
-    enum ParameterUnit {
+    enum ParameterUnit : int {
         none    =  0,
         bpm     =  1,
         rpm     =  2,
@@ -137,7 +137,7 @@ public:
     Q_ENUM(ParameterUnit)
 
     /// The parameters that an event can carry. Values are consecutive from 0.
-    enum ParameterType {
+    enum ParameterType : int {
         compRate,
         compDepth,
         compUndershootDepth,
@@ -347,7 +347,7 @@ public:
     };
     Q_ENUM(ParameterType)
 
-    enum AEDEventType {
+    enum AEDEventType : int {
         AEDUnknownEventType                   =  0,
         AEDPowerOn                            =  1,
         AEDPowerOff                           =  2,
@@ -381,13 +381,13 @@ public:
     };
     Q_ENUM(AEDEventType)
 
-    enum AEDRemoteApplyToAllStatus {
+    enum AEDRemoteApplyToAllStatus : int {
         ApplyToSingleManikin =  0,
         ApplyToAllManikins   =  1
     };
     Q_ENUM(AEDRemoteApplyToAllStatus)
 
-    enum AEDRemoteOtherButtons {
+    enum AEDRemoteOtherButtons : int {
         RemoteBtnUndefined               =  0,
         RemoteBtnShowScenario            =  1,
         RemoteBtnPlayScenario            =  2,
@@ -406,7 +406,7 @@ public:
     };
     Q_ENUM(AEDRemoteOtherButtons)
 
-    enum AEDEcgRhythms {
+    enum AEDEcgRhythms : int {
         AED_NoECGRhythm =  0,
         AED_VFIB        =  1,
         AED_VTFAST      =  2,
@@ -419,7 +419,7 @@ public:
     };
     Q_ENUM(AEDEcgRhythms)
 
-    enum AEDTypes {
+    enum AEDTypes : int {
         AEDNotDetected              =  0,
         AEDDetectedButNotIdentified =  1,
         AEDTypeVolterm              =  2,
@@ -428,20 +428,20 @@ public:
     };
     Q_ENUM(AEDTypes)
 
-    enum AEDEcgPulseStatus {
+    enum AEDEcgPulseStatus : int {
         PulsePresent =  0,
         PulseAbsent  =  1
     };
     Q_ENUM(AEDEcgPulseStatus)
 
-    enum AEDEcgShockableStatus {
+    enum AEDEcgShockableStatus : int {
         NonShockable =  0,
         Shockable    =  1
     };
     Q_ENUM(AEDEcgShockableStatus)
 
     /// What the learner is told after the session.
-    enum Advice {
+    enum Advice : int {
         Advice_None               =  0,
         Advice_CompressDeepEnough =  1,
         Advice_CompressNotSoDeep  =  2,
@@ -458,7 +458,7 @@ public:
     };
     Q_ENUM(Advice)
 
-    enum ManikinType {
+    enum ManikinType : int {
         ALS_ORM                  =   1,
         ORMMAN_ALS               =  32,
         KDX_BASIC                =   2,
@@ -489,7 +489,7 @@ public:
     };
     Q_ENUM(ManikinType)
 
-    enum ManikinStiffness {
+    enum ManikinStiffness : int {
         Manikin_Stiffness_Unknown = 0,
         Manikin_Stiffness_Soft    = 1,
         Manikin_Stiffness_Medium  = 2,
@@ -530,7 +530,7 @@ public:
     void setMSecs(int msecs);
     /// End in ms of session time.
     int eventEndTime() const { return m_endTime; }
-    void setEventEndTime(int msecs) { m_endTime = msecs; }
+    void setEventEndTime(int msecs);
 
     /// The parameters, owned by the event; null until the first one is stored.
     QQmlPropertyMap *params() const { return m_params; }
@@ -600,13 +600,15 @@ protected:
     void writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                     ParameterType type) const;
     /// The same under the key text of \a type.
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, const QVariant &value) const;
+    void writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const;
+    void writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const;
+    void writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const;
 
 private:
     friend class CPREvents; // keeps m_listed and m_standing
 
-    void writeParamElement(QXmlStreamWriter &writer, const QString &name, const QVariant &value,
-                           ParameterType type) const;
+    static void writeParamElement(QXmlStreamWriter &writer, const QString &name,
+                                  const QString &text, ParameterType type);
 
     CPREvents *m_owner; // not owned: it is the parent
     EventType m_type;

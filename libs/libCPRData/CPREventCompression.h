@@ -49,7 +49,7 @@ class CPRDATA_EXPORT CPREventCompression final : public CPREventBase {
 
 public:
     // clang-format off
-    enum CompEventStatus {
+    enum CompEventStatus : int {
         CompStatusIncompleteRelease            =   1,
         CompStatusHandposCorrectActivated      =   4,
         CompStatusHandposXiphoidErrorDetected  =   8,

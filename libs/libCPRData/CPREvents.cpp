@@ -13,6 +13,7 @@
 #include "CPREventShock.h"
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
+#include "EventTimeIndex.h"
 #include "ResponseId.h"
 #include "SessionMsecs.h"
 
@@ -27,6 +28,8 @@
 
 #include <QtAlgorithms>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using bls_2010::CommonDefs;
@@ -39,31 +42,29 @@ namespace {
 constexpr int cycleGapMs = 500;
 constexpr int msecsPerSecond = 1000;
 constexpr int allTimes = -1;
+constexpr int tagCount = 8;
 
 // A day with six events a second. A file with more would take all memory.
 constexpr int maximalEventsRead = 24 * 60 * 60 * 6;
 
 // Behind the last event that ends at or before the new one's start; events that overlap that start
 // stay after it.
-void insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
+int insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
 {
     int position = events.size();
     while (position > 0 && events.at(position - 1)->eventEndTime() > event->msecs())
         --position;
     events.insert(position, event);
+    return position;
 }
 
 // New events stand near the end, so they are found from there.
-void removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
+int removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
 {
     const int position = events.lastIndexOf(event);
     if (position >= 0)
         events.removeAt(position);
-}
-
-bool lastsOver(const CPREventBase *event, int time)
-{
-    return event->msecs() <= time && event->eventEndTime() >= time;
+    return position;
 }
 
 void debugEvents(const QList<CPREventBase *> &events)
@@ -74,15 +75,21 @@ void debugEvents(const QList<CPREventBase *> &events)
 
 } // namespace
 
+struct CPREvents::TagList {
+    EventList events; // in time order
+    mutable EventTimeIndex index; // a cache, filled by queries
+};
+
 CPREvents::CPREvents(CPRGuidelines *guidelines, CPRData *cprData)
-    : CPRDataBase(cprData), m_guidelines(guidelines)
+    : CPRDataBase(cprData), m_eventsByTag(tagCount), m_guidelines(guidelines)
 {
     CPREvents::initialize();
     connectSignals();
 }
 
 CPREvents::CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData *cprData)
-    : CPRDataBase(other, cprData), m_sessionInfo(other.m_sessionInfo->clone(this)),
+    : CPRDataBase(other, cprData), m_eventsByTag(tagCount),
+      m_sessionInfo(other.m_sessionInfo->clone(this)),
       m_sessionStatistics(other.m_sessionStatistics->clone(this)),
       m_sessionScore(other.m_sessionScore->clone(this)), m_guidelines(guidelines),
       m_cprProtocol(other.m_cprProtocol), m_compressionCounter(other.m_compressionCounter),
@@ -164,8 +171,8 @@ void CPREvents::reset()
     CPRDataBase::reset();
 
     const EventList old = std::exchange(m_events, {});
-    for (EventList &tagged : m_eventsByTag)
-        tagged.clear();
+    for (TagList &tagged : m_eventsByTag)
+        tagged = {};
     for (CPREventBase *event : old) {
         event->m_listed = false;
         if (event != m_sessionInfo && event != m_sessionStatistics && event != m_sessionScore)
@@ -211,11 +218,11 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         const auto tag = static_cast<CPREventBase::EventTag>(1 << bit);
         if (!tags.testFlag(tag))
             continue;
-        EventList &tagged = m_eventsByTag[static_cast<std::size_t>(bit)];
-        insertInTimeOrder(tagged, event);
+        TagList &tagged = m_eventsByTag[static_cast<std::size_t>(bit)];
+        tagged.index.cutAt(insertInTimeOrder(tagged.events, event));
         if (lcEvents().isDebugEnabled()) {
             qCDebug(lcEvents) << "Event list tag" << CPREventBase::EventTags(tag);
-            debugEvents(tagged);
+            debugEvents(tagged.events);
         }
     }
     if (doSignals)
@@ -227,8 +234,25 @@ void CPREvents::takeEvent(CPREventBase *event)
     event->m_listed = false;
     removeFromBack(m_events, event);
     // Not by the event's tags: they can have changed since, and the event may be half destroyed.
-    for (EventList &tagged : m_eventsByTag)
-        removeFromBack(tagged, event);
+    for (TagList &tagged : m_eventsByTag) {
+        if (const int position = removeFromBack(tagged.events, event); position >= 0)
+            tagged.index.cutAt(position);
+    }
+}
+
+void CPREvents::eventTimesChanged(CPREventBase *event)
+{
+    // Times change while an event is new, so that it is found from the back at once. Any other is
+    // not worth a search.
+    constexpr int newest = 64;
+    for (TagList &tagged : m_eventsByTag) {
+        const int last = tagged.events.size() - 1;
+        const int oldest = qMax(0, last - newest);
+        int position = last;
+        while (position > oldest && tagged.events.at(position) != event)
+            --position;
+        tagged.index.cutAt(position > oldest ? position : 0);
+    }
 }
 
 // The event is being destroyed.
@@ -606,7 +630,7 @@ void CPREvents::setCategoryThresholdAdvanced(int a_Value)
     m_sessionScore->setParameter(CPREventBase::categoryThresholdAdvanced, a_Value);
 }
 
-const CPREvents::EventList *CPREvents::tagList(uint tag) const
+const CPREvents::TagList *CPREvents::tagList(uint tag) const
 {
     if (tag == 0 || (tag & (tag - 1)) != 0 || tag > CPREventBase::LastTag)
         return nullptr;
@@ -625,8 +649,8 @@ CPREventBase *CPREvents::last(CPREventBase::EventTag a_Tag) const
 
 CPREventBase *CPREvents::at(CPREventBase::EventTag a_Tag, int a_Index) const
 {
-    const EventList *tagged = tagList(a_Tag);
-    return tagged ? tagged->value(a_Index) : nullptr;
+    const TagList *tagged = tagList(a_Tag);
+    return tagged ? tagged->events.value(a_Index) : nullptr;
 }
 
 CPREventBase *CPREvents::at(int a_Index) const
@@ -636,38 +660,35 @@ CPREventBase *CPREvents::at(int a_Index) const
 
 int CPREvents::count(uint a_Tag) const
 {
-    const EventList *tagged = tagList(a_Tag);
-    return tagged ? tagged->size() : 0;
+    const TagList *tagged = tagList(a_Tag);
+    return tagged ? tagged->events.size() : 0;
 }
 
 CPREventBase *CPREvents::atTime(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const EventList *tagged = tagList(a_Tag);
+    const TagList *tagged = tagList(a_Tag);
     if (!tagged)
         return nullptr;
-    for (CPREventBase *event : *tagged) {
-        if (a_Time == 0 || lastsOver(event, a_Time))
-            return event;
-    }
-    return last(a_Tag);
+    if (a_Time == 0)
+        return first(a_Tag);
+    CPREventBase *found = tagged->index.firstAt(tagged->events, a_Time);
+    return found ? found : last(a_Tag);
 }
 
 QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const EventList *tagged = tagList(a_Tag);
+    const TagList *tagged = tagList(a_Tag);
     if (!tagged)
         return {};
-    if (a_Time == allTimes)
-        return *tagged;
-    EventList result;
-    for (CPREventBase *event : *tagged) {
-        if (event->msecs() >= a_Time || lastsOver(event, a_Time))
-            result.append(event);
-    }
-    return result;
+    return a_Time == allTimes ? tagged->events : tagged->index.from(tagged->events, a_Time);
 }
 
 void CPREvents::write(QXmlStreamWriter *writer)
+{
+    writeEvents(writer, [] {});
+}
+
+void CPREvents::writeEvents(QXmlStreamWriter *writer, const std::function<void()> &eventWritten)
 {
     qCDebug(lcEvents) << Q_FUNC_INFO;
     writer->writeStartDocument();
@@ -680,6 +701,7 @@ void CPREvents::write(QXmlStreamWriter *writer)
     for (CPREventBase *event : events) {
         qCDebug(lcEvents).noquote() << "Storing event: " << QString(*event);
         event->write(writer);
+        eventWritten();
     }
     writer->writeEndDocument();
 }
@@ -777,9 +799,12 @@ void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
 {
     if (!device->isWritable())
         return;
-    const EventList events = m_events;
+    // Most events hold no parameters; each column would have to walk past them.
+    EventList holders;
+    std::copy_if(m_events.cbegin(), m_events.cend(), std::back_inserter(holders),
+                 [](const CPREventBase *event) { return event->params() != nullptr; });
     for (const auto &column : columns) {
-        for (CPREventBase *event : events) {
+        for (CPREventBase *event : qAsConst(holders)) {
             if (event->write(device, column, separator)) {
                 qCDebug(lcEvents).noquote() << "Stored event in csv-file: " << QString(*event);
                 break;

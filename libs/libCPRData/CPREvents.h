@@ -15,7 +15,8 @@
 #include <QHash>
 #include <QList>
 
-#include <array>
+#include <functional>
+#include <vector>
 
 class CPREventSessionInfo;
 class CPREventSessionScore;
@@ -177,15 +178,18 @@ public Q_SLOTS:
 
 private:
     using EventList = QList<CPREventBase *>;
-    static constexpr int tagCount = 8;
+    struct TagList;
 
-    friend class CPREventBase; // an event that is deleted takes itself out
+    friend class CPREventBase; // an event says when it is deleted or its times change
+    friend class CPRData; // stores the list piece by piece
 
     void connectSignals();
     void connectStandingEvents();
     void takeEvent(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
-    const EventList *tagList(uint tag) const;
+    void eventTimesChanged(CPREventBase *event);
+    void writeEvents(QXmlStreamWriter *writer, const std::function<void()> &eventWritten);
+    const TagList *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;
     bool hasEnded() const;
     void setReceiving(bool receiving);
@@ -198,7 +202,7 @@ private:
     CPREventBase *eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding);
 
     EventList m_events;
-    std::array<EventList, tagCount> m_eventsByTag; // by bit number; each in time order
+    std::vector<TagList> m_eventsByTag; // by bit number
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;

@@ -30,7 +30,7 @@ class QuaZipFile;
 /// QIODevice::read() is -1, atEnd() is false and errorString() says what is wrong.
 class CPRDATA_EXPORT CPRFileHandlerZip final : public CPRFileHandler {
 public:
-    enum Mode {
+    enum Mode : int {
         Create = 0, ///< a new archive; one of the same name is replaced
         Add = 1, ///< more members for an existing archive; those of the same name are replaced
         Read = 2

@@ -72,7 +72,7 @@ class CPRDATA_EXPORT CPRGuidelines : public CPRDataBase {
 
 public:
     /// What the manikin does about compressions that are too deep.
-    enum CompTooDeepSetting {
+    enum CompTooDeepSetting : int {
         COMP_TOO_DEEP_NO_SUPPORT = 0,
         COMP_TOO_DEEP_NO_SCORE_REDUCTION = 1,
         COMP_TOO_DEEP_SCORE_REDUCTION = 2
@@ -80,7 +80,7 @@ public:
     Q_ENUM(CompTooDeepSetting)
 
     /// How ventilations before the first compression are taken.
-    enum PreventilationUsageEnum {
+    enum PreventilationUsageEnum : int {
         PREVENTILATION_USAGE_NO = 0,
         PREVENTILATION_USAGE_ALLOWPREVENTS = 1,
         PREVENTILATION_USAGE_ALLOWPREVENTSBUTSCOREONLYONNUMBER = 2,

@@ -35,7 +35,7 @@ class CPRDATA_EXPORT CPRWaveformInfo final : public CPRDataBase {
     // clang-format on
 
 public:
-    enum WaveformType {
+    enum WaveformType : int {
         other = 0,
         chestForce = 1,
         chestAccel = 2,
@@ -45,7 +45,7 @@ public:
     };
     Q_ENUM(WaveformType)
 
-    enum ScaleUnit { gram = 0, milliG = 1, mm = 2, l = 3, ml = 4 };
+    enum ScaleUnit : int { gram = 0, milliG = 1, mm = 2, l = 3, ml = 4 };
     Q_ENUM(ScaleUnit)
 
     explicit CPRWaveformInfo(CPRData *cprData);

@@ -15,6 +15,11 @@ constexpr int maximalAttributes = 128;
 constexpr int maximalDepth = 64;
 constexpr qint64 maximalLength = 1024 * 1024; // of a text, a tag or a comment, in bytes
 
+bool endsTagPart(char c)
+{
+    return c == '"' || c == '>' || c == '\'';
+}
+
 } // namespace
 
 XmlInput::XmlInput(QIODevice *member) : m_member(member)
@@ -50,12 +55,17 @@ const char *XmlInput::scan(const char *from, const char *end)
 {
     const char *at = from;
     while (at < end && m_damage.isEmpty()) {
-        if (m_place == Place::Text || m_place == Place::Quoted) {
-            // Most bytes lie here, and nothing but the end of it matters.
-            const char *const next = std::find(at, end, m_place == Place::Text ? '<' : m_quote);
+        // Of most bytes nothing matters but where they end.
+        const char *next = at;
+        if (m_place == Place::Text || m_place == Place::Quoted)
+            next = std::find(at, end, m_place == Place::Text ? '<' : m_quote);
+        else if (m_place == Place::Tag)
+            next = std::find_if(at, end, endsTagPart);
+        if (next > at) {
             m_length += next - at;
-            at = next;
+            m_lastBytes[2] = next[-1];
         }
+        at = next;
         if (at < end)
             step(*at++);
         if (m_length > maximalLength)
@@ -75,7 +85,7 @@ void XmlInput::step(char c)
         m_length = 1;
         break;
     case Place::Opening:
-        open(c);
+        openMarkup(c);
         break;
     case Place::Tag:
         stepInTag(c);
@@ -107,7 +117,7 @@ void XmlInput::step(char c)
     }
 }
 
-void XmlInput::open(char c)
+void XmlInput::openMarkup(char c)
 {
     if (c == '?') {
         m_place = Place::Instruction;

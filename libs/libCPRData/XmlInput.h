@@ -31,7 +31,7 @@ private:
 
     const char *scan(const char *from, const char *end);
     void step(char c);
-    void open(char c);
+    void openMarkup(char c);
     void stepInTag(char c);
     void enterText();
     bool endsWith(const char *ending, int shortest) const;
