@@ -392,8 +392,10 @@ void CPRData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumb
     const CPREventSessionInfo *info = m_cprEvents->sessionInfo();
     if (const int step = info ? info->waveDataStep() : 0; step > 0)
         data = data / step * step;
-    m_compressionData->waveDataReceived(wType, data, seqNumber);
-    m_ventilationData->waveDataReceived(wType, data, seqNumber);
+    if (wType == CommonDefs::WAVE_VENT_VOLUME)
+        m_ventilationData->waveDataReceived(wType, data, seqNumber);
+    else
+        m_compressionData->waveDataReceived(wType, data, seqNumber);
 }
 
 void CPRData::receivingData(bool receiving)

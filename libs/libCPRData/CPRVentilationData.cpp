@@ -87,9 +87,10 @@ bool CPRVentilationData::rplmsg_RPL_VENT_RATE_UPDATE(bls_2010::RMessage *msg)
 
 void CPRVentilationData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumber)
 {
+    if (wType != CommonDefs::WAVE_VENT_VOLUME)
+        return;
     qCDebug(lcVentilationData) << "wType" << wType << "data" << data << "seqNumber" << seqNumber;
-    if (wType == CommonDefs::WAVE_VENT_VOLUME)
-        setVentilationData(data, seqNumber);
+    setVentilationData(data, seqNumber);
 }
 
 void CPRVentilationData::setVentilationData(int value, int sequence)

@@ -17,13 +17,15 @@ void EventTimeIndex::Extremes::widen(const Extremes &other)
 {
     earliestStart = qMin(earliestStart, other.earliestStart);
     latestEnd = qMax(latestEnd, other.latestEnd);
-    latestTime = qMax(latestTime, other.latestTime);
+    earliestLast = qMin(earliestLast, other.earliestLast);
+    latestLast = qMax(latestLast, other.latestLast);
 }
 
 EventTimeIndex::Extremes EventTimeIndex::extremesOf(const CPREventBase &event)
 {
     const int end = event.eventEndTime();
-    return {event.msecs(), end, qMax(event.msecs(), end)};
+    const int last = qMax(event.msecs(), end);
+    return {event.msecs(), end, last, last};
 }
 
 void EventTimeIndex::cutAt(int position)
@@ -56,17 +58,17 @@ void EventTimeIndex::update(const EventList &events)
     }
 }
 
-// The first position from there on that neither its span nor its block rules out.
-template <typename MayMatch> int EventTimeIndex::next(int position, MayMatch mayMatch) const
+// Passes over the spans and blocks from there on that meet the condition as a whole.
+template <typename Condition> int EventTimeIndex::skip(int position, Condition isMet) const
 {
-    const auto isRuledOut = [&](const std::vector<Extremes> &extremes, int size) {
+    const auto isPassed = [&](const std::vector<Extremes> &extremes, int size) {
         const auto at = static_cast<std::size_t>(position / size);
-        return position % size == 0 && at < extremes.size() && !mayMatch(extremes[at]);
+        return position % size == 0 && at < extremes.size() && isMet(extremes[at]);
     };
     while (position % eventsPerBlock == 0) {
-        if (isRuledOut(m_spans, eventsPerSpan))
+        if (isPassed(m_spans, eventsPerSpan))
             position += eventsPerSpan;
-        else if (isRuledOut(m_blocks, eventsPerBlock))
+        else if (isPassed(m_blocks, eventsPerBlock))
             position += eventsPerBlock;
         else
             break;
@@ -77,9 +79,9 @@ template <typename MayMatch> int EventTimeIndex::next(int position, MayMatch may
 CPREventBase *EventTimeIndex::firstAt(const EventList &events, int time)
 {
     update(events);
-    const auto mayMatch = [time](const Extremes &extremes) { return extremes.mayLastOver(time); };
-    for (int i = next(0, mayMatch); i < events.size(); i = next(i + 1, mayMatch)) {
-        if (mayMatch(extremesOf(*events.at(i))))
+    const auto hasNone = [time](const Extremes &extremes) { return !extremes.mayLastOver(time); };
+    for (int i = skip(0, hasNone); i < events.size(); i = skip(i + 1, hasNone)) {
+        if (!hasNone(extremesOf(*events.at(i))))
             return events.at(i);
     }
     return nullptr;
@@ -88,11 +90,21 @@ CPREventBase *EventTimeIndex::firstAt(const EventList &events, int time)
 EventTimeIndex::EventList EventTimeIndex::from(const EventList &events, int time)
 {
     update(events);
+    const auto hasNone = [time](const Extremes &extremes) { return !extremes.mayReach(time); };
+    const auto hasAll = [time](const Extremes &extremes) { return extremes.allReach(time); };
+    // The position behind the run of events that do, or do not, match.
+    const auto endOfRun = [&](int position, auto belongs) {
+        do {
+            position = skip(position, belongs);
+        } while (position < events.size() && belongs(extremesOf(*events.at(position)))
+                 && ++position);
+        return position;
+    };
     EventList result;
-    const auto mayMatch = [time](const Extremes &extremes) { return extremes.mayReach(time); };
-    for (int i = next(0, mayMatch); i < events.size(); i = next(i + 1, mayMatch)) {
-        if (mayMatch(extremesOf(*events.at(i))))
-            result.append(events.at(i));
+    for (int i = endOfRun(0, hasNone); i < events.size(); i = endOfRun(i, hasNone)) {
+        const int begin = i;
+        i = endOfRun(begin, hasAll);
+        result += events.mid(begin, i - begin);
     }
     return result;
 }

@@ -32,16 +32,19 @@ private:
     struct Extremes {
         int earliestStart;
         int latestEnd;
-        int latestTime; // starts included, since an event can end before its start
+        // Of the later one of start and end, since an event can end before it starts.
+        int earliestLast;
+        int latestLast;
 
         bool mayLastOver(int time) const { return earliestStart <= time && latestEnd >= time; }
-        bool mayReach(int time) const { return latestTime >= time; }
+        bool mayReach(int time) const { return latestLast >= time; }
+        bool allReach(int time) const { return earliestLast >= time; }
         void widen(const Extremes &other);
     };
 
     static Extremes extremesOf(const CPREventBase &event);
     void update(const EventList &events);
-    template <typename MayMatch> int next(int position, MayMatch mayMatch) const;
+    template <typename Condition> int skip(int position, Condition isMet) const;
 
     std::vector<Extremes> m_blocks;
     std::vector<Extremes> m_spans; // of blocks

@@ -22,12 +22,9 @@ void WaveSamples::clear(int reserved)
     m_samples.reserve(reserved);
 }
 
-void WaveSamples::record(int value, int index)
+void WaveSamples::overwrite(int index, int value)
 {
-    if (index >= 0 && index < m_samples.size())
-        std::fill(m_samples.begin() + index, m_samples.end(), value);
-    else
-        m_samples.append(value);
+    std::fill(m_samples.begin() + index, m_samples.end(), value);
 }
 
 void WaveSamples::fill(int n, int value)

@@ -24,7 +24,13 @@ public:
     /// Empties the wave and makes room for \a reserved samples.
     void clear(int reserved = 0);
     /// Appends \a value, or, when \a index lies inside the wave, overwrites all from there on.
-    void record(int value, int index);
+    void record(int value, int index)
+    {
+        if (index >= 0 && index < m_samples.size())
+            overwrite(index, value);
+        else
+            m_samples.append(value);
+    }
     /// Appends \a n times \a value; nothing when \a n is not positive or the wave would have more
     /// than maximalCount samples.
     void fill(int n, int value);
@@ -39,6 +45,8 @@ public:
     QString read(QIODevice *device);
 
 private:
+    void overwrite(int index, int value);
+
     QVector<int> m_samples;
 };
 

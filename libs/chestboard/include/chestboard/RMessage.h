@@ -8,6 +8,7 @@
 #include "chestboard/chestboard_export.h"
 
 #include <QByteArray>
+#include <QtEndian>
 
 namespace bls_2010 {
 
@@ -30,17 +31,26 @@ public:
     /// indices 0 to N. 0 for an empty content too.
     unsigned int getDataLength() const;
 
-    quint8 getContentByte(unsigned int index, bool &ok) const;
-    qint8 getContentS8(unsigned int index, bool &ok) const;
-    qint16 getContentS16(unsigned int index, bool &ok) const;
-    quint16 getContentU16(unsigned int index, bool &ok) const;
-    quint32 getContentU32(unsigned int index, bool &ok) const;
+    quint8 getContentByte(unsigned int i, bool &ok) const { return read<quint8>(i, ok); }
+    qint8 getContentS8(unsigned int i, bool &ok) const { return read<qint8>(i, ok); }
+    qint16 getContentS16(unsigned int i, bool &ok) const { return read<qint16>(i, ok); }
+    quint16 getContentU16(unsigned int i, bool &ok) const { return read<quint16>(i, ok); }
+    quint32 getContentU32(unsigned int i, bool &ok) const { return read<quint32>(i, ok); }
 
     /// The \a length bytes of a text field, NUL bytes included.
     QByteArray getString(bool &ok, unsigned int index, unsigned int length) const;
 
 private:
-    template <typename T> T read(unsigned int index, bool &ok) const;
+    bool holds(unsigned int index, unsigned int length) const
+    {
+        const auto size = static_cast<unsigned int>(m_content.size());
+        return index <= size && length <= size - index;
+    }
+    template <typename T> T read(unsigned int index, bool &ok) const
+    {
+        ok = holds(index, sizeof(T));
+        return ok ? qFromLittleEndian<T>(m_content.constData() + index) : T(0);
+    }
 
     quint32 m_identifier;
     QByteArray m_content;
