@@ -10,6 +10,7 @@
 #include "SessionMsecs.h"
 #include "WaveSamples.h"
 #include "XmlInput.h"
+#include "XmlOutput.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -75,49 +76,15 @@ bool writeMember(CPRFileHandler &handler, const QString &name, Write write)
     return false;
 }
 
-// A document on its way into its member. The writer works on a text, because on a device it would
-// give the encoding in the first line, where the format has none. The text is passed on piece by
-// piece, since the events of a long session would take a hundred megabytes.
-class Document {
-public:
-    explicit Document(QIODevice *device) : m_device(device), m_writer(&m_text)
-    {
-        m_writer.setAutoFormatting(true);
-        m_text.reserve(2 * pieceSize);
-    }
-
-    QXmlStreamWriter &writer() { return m_writer; }
-
-    void passOn(int atLeast = pieceSize)
-    {
-        if (m_text.size() < atLeast)
-            return;
-        const QByteArray bytes = m_text.toUtf8();
-        m_isWritten = m_isWritten && m_device->write(bytes) == bytes.size();
-        m_text.truncate(0);
-    }
-    bool finish()
-    {
-        passOn(0);
-        return m_isWritten;
-    }
-
-private:
-    static constexpr int pieceSize = 64 * 1024;
-
-    QIODevice *m_device;
-    QString m_text;
-    QXmlStreamWriter m_writer;
-    bool m_isWritten = true;
-};
-
 template <typename Write>
 bool writeXmlMember(CPRFileHandler &handler, const QString &name, Write write)
 {
     return writeMember(handler, name, [&write](QIODevice *device) {
-        Document document(device);
-        write(document);
-        return document.finish();
+        XmlOutput output(device);
+        QXmlStreamWriter writer(&output);
+        writer.setAutoFormatting(true);
+        write(writer);
+        return output.finish();
     });
 }
 
@@ -495,13 +462,11 @@ bool CPRData::writeData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
-    const bool eventsStored = writeXmlMember(*handler, eventsMember, [this](Document &document) {
-        m_cprEvents->writeEvents(&document.writer(), [&document] { document.passOn(); });
-    });
+    const bool eventsStored = writeXmlMember(
+        *handler, eventsMember, [this](QXmlStreamWriter &writer) { m_cprEvents->write(&writer); });
     if (!eventsStored)
         return false;
-    writeXmlMember(*handler, wavesMember, [this](Document &document) {
-        QXmlStreamWriter &writer = document.writer();
+    writeXmlMember(*handler, wavesMember, [this](QXmlStreamWriter &writer) {
         writer.writeStartDocument();
         writer.writeStartElement(QStringLiteral("waveFormList"));
         m_compressionData->writeWaveformInfo(&writer);
@@ -515,9 +480,8 @@ bool CPRData::writeData(CPRFileHandler *handler)
     writeMember(*handler, ventilationMember, [this](QIODevice *device) {
         return m_ventilationData->writeVentilationWave(device);
     });
-    return writeXmlMember(*handler, guidelinesMember, [this](Document &document) {
-        m_cprGuidelines->write(&document.writer());
-    });
+    return writeXmlMember(*handler, guidelinesMember,
+                          [this](QXmlStreamWriter &writer) { m_cprGuidelines->write(&writer); });
 }
 
 bool CPRData::readData(CPRFileHandler *handler)

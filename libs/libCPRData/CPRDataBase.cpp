@@ -13,6 +13,8 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+
 namespace {
 
 constexpr int notificationDelayMs = 1;
@@ -182,5 +184,10 @@ QString CPRDataBase::variantToString(const QVariant &value)
 {
     if (value.type() == QVariant::Bool)
         return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    return value.toString();
+    const QString text = value.toString();
+    // Of half a surrogate pair, which is no character, the writer would keep the half and swallow
+    // what follows. UTF-8 makes a question mark of it.
+    const bool mayHaveHalf =
+        std::any_of(text.cbegin(), text.cend(), [](QChar c) { return c.isSurrogate(); });
+    return mayHaveHalf ? QString::fromUtf8(text.toUtf8()) : text;
 }

@@ -109,7 +109,8 @@ public:
     /// The text as an int when all of it is a decimal integer, else as a float when all of it is
     /// a number, else as it stands.
     static QVariant variantFromString(const QString &text);
-    /// The text form of a value in a file: 1 and 0 for a bool, QVariant::toString() otherwise.
+    /// The text form of a value in a file: 1 and 0 for a bool, QVariant::toString() otherwise, with
+    /// a question mark for half a surrogate pair.
     static QString variantToString(const QVariant &value);
 
 Q_SIGNALS:

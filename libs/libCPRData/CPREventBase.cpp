@@ -15,6 +15,7 @@
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
+#include <algorithm>
 #include <array>
 #include <map>
 
@@ -461,20 +462,63 @@ void CPREventBase::setEventEndTime(int msecs)
         m_owner->eventTimesChanged(this);
 }
 
+QQmlPropertyMap *CPREventBase::params() const
+{
+    if (m_stored) {
+        const std::unique_ptr<std::vector<StoredParameter>> stored = std::move(m_stored);
+        m_params = new QQmlPropertyMap(const_cast<CPREventBase *>(this));
+        for (const StoredParameter &parameter : *stored)
+            m_params->insert(parameterKey(parameter.type), parameter.value);
+    }
+    return m_params;
+}
+
+// Null when there is none, or when the parameters are in the map.
+QVariant *CPREventBase::storedValue(ParameterType type) const
+{
+    if (!m_stored)
+        return nullptr;
+    const auto found =
+        std::find_if(m_stored->begin(), m_stored->end(),
+                     [type](const StoredParameter &parameter) { return parameter.type == type; });
+    return found == m_stored->end() ? nullptr : &found->value;
+}
+
+// Calls take(key, value) for each parameter in the order in which they came.
+template <typename Take> void CPREventBase::forEachParameter(Take take) const
+{
+    if (m_stored) {
+        for (const StoredParameter &parameter : *m_stored)
+            take(parameterKey(parameter.type), parameter.value);
+    } else if (m_params) {
+        const QStringList keys = m_params->keys();
+        for (const QString &key : keys)
+            take(key, m_params->value(key));
+    }
+}
+
 void CPREventBase::setParameter(ParameterType type, const QVariant &value)
 {
     const QString key = parameterKey(type);
     if (key.isEmpty())
         return;
-    if (!m_params)
-        m_params = new QQmlPropertyMap(this);
-    m_params->insert(key, value);
+    if (m_params) {
+        m_params->insert(key, value);
+    } else if (QVariant *stored = storedValue(type)) {
+        *stored = value;
+    } else {
+        if (!m_stored)
+            m_stored = std::make_unique<std::vector<StoredParameter>>();
+        m_stored->push_back({type, value});
+    }
 }
 
 QVariant CPREventBase::parameterValue(ParameterType type, const QVariant &defaultValue) const
 {
+    if (const QVariant *stored = storedValue(type))
+        return *stored;
     if (!m_params)
-        return QVariant();
+        return m_stored ? defaultValue : QVariant();
     QString key;
     return hasParameterType(type, key) ? m_params->value(key) : defaultValue;
 }
@@ -482,7 +526,7 @@ QVariant CPREventBase::parameterValue(ParameterType type, const QVariant &defaul
 bool CPREventBase::hasParameterType(ParameterType type, QString &key) const
 {
     key = parameterKey(type);
-    return m_params->contains(key);
+    return m_params ? m_params->contains(key) : storedValue(type) != nullptr;
 }
 
 CPREventBase::ParameterUnit CPREventBase::unit(ParameterType type) const
@@ -492,13 +536,17 @@ CPREventBase::ParameterUnit CPREventBase::unit(ParameterType type) const
 
 void CPREventBase::copyParametersFrom(const CPREventBase &other)
 {
-    if (!other.m_params)
-        return;
-    if (!m_params)
-        m_params = new QQmlPropertyMap(this);
-    const QStringList keys = other.m_params->keys();
-    for (const QString &key : keys)
-        m_params->insert(key, other.m_params->value(key));
+    other.forEachParameter([this](const QString &key, const QVariant &value) {
+        ParameterType type{};
+        if (parameterFromKey(key, type)) {
+            setParameter(type, value);
+        } else {
+            // A key of the host's own, which only the map can hold.
+            if (!params())
+                m_params = new QQmlPropertyMap(this);
+            m_params->insert(key, value);
+        }
+    });
 }
 
 int CPREventBase::sessionTime() const
@@ -528,7 +576,7 @@ CPRGuidelines *CPREventBase::cprGuidelines() const
 
 bool CPREventBase::hasParameters() const
 {
-    return m_params && !m_params->isEmpty();
+    return m_stored || (m_params && !m_params->isEmpty());
 }
 
 void CPREventBase::write(QXmlStreamWriter *writer)
@@ -542,15 +590,11 @@ void CPREventBase::write(QXmlStreamWriter *writer)
 
 void CPREventBase::writeParameters(QXmlStreamWriter *writer)
 {
-    if (!m_params)
-        return;
-    const QStringList keys = m_params->keys();
-    for (const QString &key : keys) {
+    forEachParameter([writer](const QString &key, const QVariant &value) {
         ParameterType type{};
         if (!key.startsWith(QLatin1String("manikinBattery")) && parameterFromKey(key, type))
-            writeParamElement(*writer, key, CPRDataBase::variantToString(m_params->value(key)),
-                              type);
-    }
+            writeParamElement(*writer, key, CPRDataBase::variantToString(value), type);
+    });
 }
 
 void CPREventBase::writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
@@ -623,9 +667,9 @@ bool CPREventBase::write(QIODevice *device, const QPair<ParameterType, QString> 
                          const QString &separator)
 {
     QString key;
-    if (!m_params || !hasParameterType(column.first, key))
+    if (!hasParameters() || !hasParameterType(column.first, key))
         return false;
-    device->write(m_params->value(key).toString().toUtf8());
+    device->write(parameterValue(column.first, QVariant()).toString().toUtf8());
     if (!separator.isEmpty())
         device->write(separator.toUtf8());
     return true;
@@ -657,15 +701,17 @@ bool CPREventBase::filterEvent(CPREventBase * /*previous*/)
 
 CPREventBase::operator QString() const
 {
-    QString text =
-        QString::asprintf("%p, type: %s, msecs: %d, endTime: %d, paramCount: %d, propertyCount: %d",
-                          static_cast<const void *>(this), typeAsString(), m_msecs, m_endTime,
-                          m_params ? m_params->count() : 0, metaObject()->propertyCount());
-    const QStringList keys = m_params ? m_params->keys() : QStringList();
-    for (const QString &key : keys)
-        text +=
-            QStringLiteral("\n\t") + key + QStringLiteral(" = ") + m_params->value(key).toString();
-    return text;
+    int count = 0;
+    QString parameters;
+    forEachParameter([&](const QString &key, const QVariant &value) {
+        ++count;
+        parameters += QStringLiteral("\n\t") + key + QStringLiteral(" = ") + value.toString();
+    });
+    return QString::asprintf(
+               "%p, type: %s, msecs: %d, endTime: %d, paramCount: %d, propertyCount: %d",
+               static_cast<const void *>(this), typeAsString(), m_msecs, m_endTime, count,
+               metaObject()->propertyCount())
+        + parameters;
 }
 
 int CPREventBase::tag() const

@@ -15,6 +15,9 @@
 
 #include <chestboard/CommonDefs.h>
 
+#include <memory>
+#include <vector>
+
 // QML reads the parameters through a property of this type, so moc has to see all of it.
 #include <QQmlPropertyMap>
 
@@ -533,15 +536,14 @@ public:
     void setEventEndTime(int msecs);
 
     /// The parameters, owned by the event; null until the first one is stored.
-    QQmlPropertyMap *params() const { return m_params; }
+    QQmlPropertyMap *params() const;
     /// Stores \a value, replacing an earlier one.
     void setParameter(ParameterType type, const QVariant &value);
     /// The value of \a type, or \a defaultValue when the event holds others but not this one. An
     /// event that never held a parameter answers with an invalid variant, whatever the default:
     /// callers tell "nothing known yet" from "not among what is known" by it.
     QVariant parameterValue(ParameterType type, const QVariant &defaultValue) const;
-    /// Puts the key text of \a type into \a key and tells whether the event holds it. Must only
-    /// be called when params() is not null.
+    /// Puts the key text of \a type into \a key and tells whether the event holds it.
     bool hasParameterType(ParameterType type, QString &key) const;
     /// The unit of \a type; none when the table has no entry.
     ParameterUnit unit(ParameterType type) const;
@@ -610,11 +612,23 @@ private:
     static void writeParamElement(QXmlStreamWriter &writer, const QString &name,
                                   const QString &text, ParameterType type);
 
+    struct StoredParameter {
+        ParameterType type;
+        QVariant value;
+    };
+
+    QVariant *storedValue(ParameterType type) const;
+    template <typename Take> void forEachParameter(Take take) const;
+
     CPREvents *m_owner; // not owned: it is the parent
     EventType m_type;
     int m_msecs;
     int m_endTime;
-    QQmlPropertyMap *m_params = nullptr; // child of the event
+    // For each new key the property map builds its meta-object anew, which for the statistics of
+    // a session costs more than all its compressions. So the parameters stand in a plain list, in
+    // the order in which they came, until somebody asks for the map.
+    mutable std::unique_ptr<std::vector<StoredParameter>> m_stored;
+    mutable QQmlPropertyMap *m_params = nullptr; // child of the event
     bool m_listed = false;
     bool m_standing = false; // one of the three that the list always has
 };

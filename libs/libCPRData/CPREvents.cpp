@@ -688,11 +688,6 @@ QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time
 
 void CPREvents::write(QXmlStreamWriter *writer)
 {
-    writeEvents(writer, [] {});
-}
-
-void CPREvents::writeEvents(QXmlStreamWriter *writer, const std::function<void()> &eventWritten)
-{
     qCDebug(lcEvents) << Q_FUNC_INFO;
     writer->writeStartDocument();
     writer->writeStartElement(QStringLiteral("eventList"));
@@ -704,7 +699,6 @@ void CPREvents::writeEvents(QXmlStreamWriter *writer, const std::function<void()
     for (CPREventBase *event : events) {
         qCDebug(lcEvents).noquote() << "Storing event: " << QString(*event);
         event->write(writer);
-        eventWritten();
     }
     writer->writeEndDocument();
 }
@@ -805,7 +799,7 @@ void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
     // Most events hold no parameters; each column would have to walk past them.
     EventList holders;
     std::copy_if(m_events.cbegin(), m_events.cend(), std::back_inserter(holders),
-                 [](const CPREventBase *event) { return event->params() != nullptr; });
+                 [](const CPREventBase *event) { return event->hasParameters(); });
     for (const auto &column : columns) {
         for (CPREventBase *event : qAsConst(holders)) {
             if (event->write(device, column, separator)) {

@@ -15,7 +15,6 @@
 #include <QHash>
 #include <QList>
 
-#include <functional>
 #include <vector>
 
 class CPREventSessionInfo;
@@ -181,14 +180,12 @@ private:
     struct TagList;
 
     friend class CPREventBase; // an event says when it is deleted or its times change
-    friend class CPRData; // stores the list piece by piece
 
     void connectSignals();
     void connectStandingEvents();
     void takeEvent(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
     void eventTimesChanged(CPREventBase *event);
-    void writeEvents(QXmlStreamWriter *writer, const std::function<void()> &eventWritten);
     const TagList *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;
     bool hasEnded() const;
