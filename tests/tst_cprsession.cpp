@@ -481,7 +481,8 @@ void TestCprsession::shellsKnowEveryVerb()
     QFETCH(QByteArray, option);
     const Answer answer = run({"generate", QTest::currentDataTag()});
     QCOMPARE(answer.status, 0);
-    for (const char *verb : {"simulate", "replay", "info", "validate", "export", "plot", "diff"})
+    for (const char *verb :
+         {"simulate", "replay", "recover", "info", "validate", "export", "plot", "diff"})
         QVERIFY2(answer.output.contains(verb), verb);
     QVERIFY2(answer.output.contains(option), answer.output.constData());
     QVERIFY(!answer.output.contains("generate"));

@@ -19,30 +19,6 @@ using namespace ArchiveCheck;
 
 constexpr int maxEntries = 1000; // of the archive's directory
 
-enum MemberIndex : std::size_t { Waves, Compressions, Ventilations, Events, Guidelines };
-
-struct MemberRow {
-    MemberIndex index;
-    const char *name;
-    qint64 limit; // bytes
-};
-
-// In the order in which they are checked: each needs those before it.
-// clang-format off
-constexpr std::array<MemberRow, 5> members = {{
-    {Waves,        "CPR/CPRWaves.xml",      maxXmlBytes},
-    {Compressions, "CPR/COMP.WV",           maxWaveBytes},
-    {Ventilations, "CPR/VENT.WV",           maxWaveBytes},
-    {Events,       "CPR/CPREvents.xml",     maxXmlBytes},
-    {Guidelines,   "CPR/CPRGuidelines.xml", maxXmlBytes},
-}};
-// clang-format on
-
-QString memberName(MemberIndex index)
-{
-    return QString::fromLatin1(members[index].name);
-}
-
 class SessionCheck {
 public:
     SessionCheck(FindingList &list, QuaZip &zip, std::function<void(qint64, qint64)> advance)

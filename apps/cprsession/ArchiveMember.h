@@ -39,6 +39,30 @@ inline QString quoted(const QString &text)
     return result + (text.size() > longest ? QStringLiteral("\"...") : QStringLiteral("\""));
 }
 
+enum MemberIndex : std::size_t { Waves, Compressions, Ventilations, Events, Guidelines };
+
+struct MemberRow {
+    MemberIndex index;
+    const char *name;
+    qint64 limit; // bytes
+};
+
+// In the order in which they are checked: each needs those before it.
+// clang-format off
+constexpr std::array<MemberRow, 5> members = {{
+    {Waves,        "CPR/CPRWaves.xml",      maxXmlBytes},
+    {Compressions, "CPR/COMP.WV",           maxWaveBytes},
+    {Ventilations, "CPR/VENT.WV",           maxWaveBytes},
+    {Events,       "CPR/CPREvents.xml",     maxXmlBytes},
+    {Guidelines,   "CPR/CPRGuidelines.xml", maxXmlBytes},
+}};
+// clang-format on
+
+inline QString memberName(MemberIndex index)
+{
+    return QString::fromLatin1(members[index].name);
+}
+
 // The findings about one member.
 class MemberReport {
 public:
@@ -90,8 +114,40 @@ private:
     QString m_member;
 };
 
+// A member's content in blocks.
+class BlockSource {
+public:
+    // The next block. Empty at the end, whether or not that is the true one.
+    virtual QByteArray read() = 0;
+    // The end was not the true one, which has been reported.
+    virtual bool isDamaged() const = 0;
+
+protected:
+    static constexpr int blockSize = 64 * 1024;
+
+    ~BlockSource() = default;
+};
+
+// A content that lies in memory.
+class BytesReader final : public BlockSource {
+public:
+    explicit BytesReader(const QByteArray &bytes) : m_bytes(bytes) { }
+
+    QByteArray read() override
+    {
+        const QByteArray block = m_bytes.mid(m_position, blockSize);
+        m_position += block.size();
+        return block;
+    }
+    bool isDamaged() const override { return false; }
+
+private:
+    QByteArray m_bytes;
+    int m_position = 0;
+};
+
 // One member, read in blocks to the size that the archive's directory gives.
-class MemberReader {
+class MemberReader final : public BlockSource {
 public:
     // The archive stands at the member.
     MemberReader(QuaZip &zip, MemberReport &report, std::function<void(qint64)> advance)
@@ -128,10 +184,8 @@ public:
         return false;
     }
 
-    // The next block. Empty at the end, whether or not that is the true one.
-    QByteArray read()
+    QByteArray read() override
     {
-        constexpr int blockSize = 64 * 1024;
         if (m_isDamaged || !m_file.isOpen())
             return {};
         QByteArray block(blockSize, Qt::Uninitialized);
@@ -168,7 +222,7 @@ public:
         }
     }
 
-    bool isDamaged() const { return m_isDamaged; }
+    bool isDamaged() const override { return m_isDamaged; }
     qint64 position() const { return m_position; }
 
 private:
@@ -318,7 +372,7 @@ private:
 // is reported here, once; after that there are no more elements.
 class XmlMember {
 public:
-    XmlMember(MemberReader &reader, MemberReport &report)
+    XmlMember(BlockSource &reader, MemberReport &report)
         : m_reader(reader), m_report(report),
           m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
     {
@@ -497,7 +551,7 @@ private:
         m_isOver = true;
     }
 
-    MemberReader &m_reader;
+    BlockSource &m_reader;
     MemberReport &m_report;
     std::unique_ptr<QTextDecoder> m_decoder;
     XmlGuard m_guard;

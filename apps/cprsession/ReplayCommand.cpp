@@ -9,6 +9,7 @@
 #include <CPRData.h>
 #include <ManikinLogPlayer.h>
 #include <ManikinLogReader.h>
+#include <SessionJournal.h>
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -17,8 +18,11 @@
 
 #include <csignal>
 #include <memory>
+#include <optional>
 
 namespace {
+
+using manikinlog::SessionJournal;
 
 struct ReplayOptions {
     std::string log;
@@ -41,13 +45,17 @@ public:
     // Twice the speed for 2; as fast as it goes for 0.
     explicit Pacer(double speed) : m_speed(speed) { m_clock.start(); }
 
-    void waitFor(qint64 msecs)
+    // Calls meanwhile() again and again until the time has come.
+    template <typename Meanwhile> void waitFor(qint64 msecs, Meanwhile meanwhile)
     {
         if (m_speed <= 0)
             return;
         const auto due = static_cast<qint64>(static_cast<double>(msecs) / m_speed);
-        while (!interrupted && m_clock.elapsed() < due)
-            QThread::msleep(static_cast<unsigned long>(qMin(due - m_clock.elapsed(), qint64(50))));
+        while (!interrupted && m_clock.elapsed() < due) {
+            meanwhile();
+            const qint64 rest = qMax(due - m_clock.elapsed(), qint64(0));
+            QThread::msleep(static_cast<unsigned long>(qMin(rest, qint64(50))));
+        }
     }
 
 private:
@@ -72,6 +80,76 @@ bool isComplete(const CPRData &session)
     return session.cprState() == CPRData::CPR_ENDED && session.cprEvents()->isScoresReady();
 }
 
+// What would keep the session from being saved, looked for before it begins.
+QString whyNotSaved(const QString &target)
+{
+    const QFileInfo info(target);
+    if (info.exists() && !info.isFile())
+        return QStringLiteral("%1 is no regular file").arg(target);
+    const QFileInfo folder(info.path());
+    if (!folder.isDir() || !folder.isWritable())
+        return QStringLiteral("%1 cannot be written; is the directory there and writable?")
+            .arg(target);
+    return QString();
+}
+
+// Begins the journal. Only one that belongs to another session keeps this one from being played;
+// the answer is given then.
+std::optional<ExitStatus> openJournal(SessionJournal &journal, const QString &target, bool force)
+{
+    if (!force && SessionJournal::isRecoverable(target)) {
+        const QString name = SessionJournal::nameFor(target);
+        complain(QStringLiteral("%1 holds a session that was not saved; "
+                                "\"cprsession recover %1 -o %2\" saves it, --force discards it")
+                     .arg(name, target));
+        return ExitStatus::WrongUsage;
+    }
+    if (journal.open(target,
+                     force ? SessionJournal::LeftJournal::Discard
+                           : SessionJournal::LeftJournal::Keep)) {
+        QObject::connect(&journal, &SessionJournal::failed, [](const QString &reason) {
+            complain(reason + QStringLiteral("; the session goes on without a journal"));
+        });
+        return std::nullopt;
+    }
+    if (SessionJournal::isBeingWritten(target)) {
+        complain(journal.errorString());
+        return ExitStatus::Failed;
+    }
+    complain(journal.errorString() + QStringLiteral("; the session is played without a journal"));
+    return std::nullopt;
+}
+
+// Plays the log until its end or Ctrl-C. Returns what is wrong in the log; empty for nothing.
+QString play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer &player,
+             SessionJournal &journal, double speed, const std::function<void()> &report)
+{
+    Pacer pacer(speed);
+    manikinlog::Record record;
+    while (!interrupted && reader.read(record) == manikinlog::ManikinLogReader::Result::Record) {
+        pacer.waitFor(record.msecs, [&journal] { journal.syncWhenDue(); });
+        player.play(record);
+        report();
+    }
+    return reader.errorString();
+}
+
+ExitStatus saveSession(const QString &target, CPRData &session, SessionJournal &journal)
+{
+    const QString error = SessionFile::save(target, session);
+    if (error.isEmpty()) {
+        journal.remove();
+        return ExitStatus::Done;
+    }
+    if (journal.sync())
+        complain(QStringLiteral("%1; the session is kept: \"cprsession recover %2 -o OTHER.zip\" "
+                                "saves it elsewhere")
+                     .arg(error, journal.fileName()));
+    else
+        complain(error);
+    return ExitStatus::Failed;
+}
+
 ExitStatus runReplay(const ReplayOptions &options)
 {
     double speed = 0;
@@ -84,42 +162,49 @@ ExitStatus runReplay(const ReplayOptions &options)
         complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
         return ExitStatus::WrongUsage;
     }
+    if (const QString reason = whyNotSaved(target); !reason.isEmpty()) {
+        complain(reason);
+        return ExitStatus::Failed;
+    }
 
     CPRData session;
+    SessionJournal journal;
     const QString logName = fileName(options.log);
     QFile file(logName);
-    FollowedFile followed(logName, [&session] { return interrupted || isComplete(session); });
+    FollowedFile followed(logName, [&session, &journal] {
+        journal.syncWhenDue();
+        return interrupted || isComplete(session);
+    });
     QIODevice *log = options.follow ? static_cast<QIODevice *>(&followed) : &file;
     if (!QFileInfo(logName).isFile() || !log->open(QIODevice::ReadOnly)) {
         complain(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
         return ExitStatus::Failed;
     }
+    if (QFileInfo(logName) == QFileInfo(SessionJournal::nameFor(target))) {
+        complain(QStringLiteral("%1 is the journal of %2; \"cprsession recover %1 -o %2\" plays it")
+                     .arg(logName, target));
+        return ExitStatus::WrongUsage;
+    }
+    if (const auto status = openJournal(journal, target, options.force))
+        return *status;
     if (options.follow || speed > 0)
         std::signal(SIGINT, onInterrupt); // ends the session, which is then saved
 
+    QString error;
     {
         Progress progress(QStringLiteral("Replaying"));
-        Pacer pacer(speed);
         manikinlog::ManikinLogReader reader(log, logName);
         manikinlog::ManikinLogPlayer player(&session);
-        manikinlog::Record record;
-        auto result = reader.read(record);
-        while (result == manikinlog::ManikinLogReader::Result::Record && !interrupted) {
-            pacer.waitFor(record.msecs);
-            player.play(record);
-            progress.report(file.pos(), options.follow ? 0 : file.size());
-            result = reader.read(record);
-        }
-        if (result == manikinlog::ManikinLogReader::Result::Error) {
-            complain(reader.errorString());
-            return ExitStatus::Failed;
-        }
+        player.setJournal(&journal);
+        error = play(reader, player, journal, speed,
+                     [&] { progress.report(file.pos(), options.follow ? 0 : file.size()); });
     }
-    if (const QString error = SessionFile::save(target, session); !error.isEmpty()) {
-        complain(error);
+    if (!error.isEmpty()) {
+        journal.remove(); // the log itself holds as much
+        complain(error + QStringLiteral("; \"cprsession recover\" saves what can be played"));
         return ExitStatus::Failed;
     }
-    return ExitStatus::Done;
+    return saveSession(target, session, journal);
 }
 
 } // namespace
@@ -140,9 +225,12 @@ void addReplayCommand(CLI::App &app, Run &run)
     command->add_flag("--follow", options->follow,
                       "Wait for a log that still grows, until the manikin has sent its scores or "
                       "Ctrl-C is pressed");
-    command->add_flag("--force", options->force, "Replace an archive that exists");
-    command->footer("Examples:\n"
-                    "  cprsession replay monday.cprlog -o monday.zip\n"
-                    "  cprsession replay live.cprlog -o live.zip --follow");
+    command->add_flag("--force", options->force,
+                      "Replace an archive that exists, and the journal of a killed run");
+    command->footer(
+        "While it runs, SESSION.zip.journal holds the session, for \"cprsession recover\".\n"
+        "Examples:\n"
+        "  cprsession replay monday.cprlog -o monday.zip\n"
+        "  cprsession replay live.cprlog -o live.zip --follow");
     command->callback([options, &run] { run.verb = [options] { return runReplay(*options); }; });
 }

@@ -6,6 +6,7 @@
 #include "ShellSupport.h"
 
 #include <QGuiApplication>
+#include <QLoggingCategory>
 #include <QTemporaryDir>
 
 #include <CLI/Config.hpp>
@@ -61,6 +62,7 @@ int main(int argc, char *argv[])
     addDiffCommand(app, run);
     addExportCommand(app, run);
     addPlotCommand(app, run);
+    addRecoverCommand(app, run);
     addGenerateCommand(app, run);
     try {
         app.parse(argc, argv);
@@ -70,6 +72,8 @@ int main(int argc, char *argv[])
                                     : static_cast<int>(ExitStatus::WrongUsage);
     }
     Progress::setShown(!quiet);
+    // The verbs say themselves, in one line, why an archive cannot be opened or written.
+    QLoggingCategory::setFilterRules(QStringLiteral("Kelmar.CPRData.CPRFileHandlerZip=false"));
 
     std::unique_ptr<QCoreApplication> application;
     const QTemporaryDir runtimeDirectory;

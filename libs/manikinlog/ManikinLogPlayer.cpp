@@ -4,6 +4,7 @@
 #include "ManikinLogPlayer.h"
 
 #include "ManikinLogReader.h"
+#include "SessionJournal.h"
 
 #include <chestboard/CommonDefs.h>
 #include <chestboard/RMessage.h>
@@ -52,6 +53,8 @@ ManikinLogPlayer::ManikinLogPlayer(CPRData *session) : m_session(session)
 
 bool ManikinLogPlayer::play(const Record &record)
 {
+    if (m_journal)
+        m_journal->add(record);
     return std::visit([this](const auto &entry) { return feed(*m_session, entry); }, record.entry);
 }
 

@@ -13,6 +13,7 @@
 namespace manikinlog {
 
 class ManikinLogReader;
+class SessionJournal;
 
 /// Plays a recorded log into a session the way a host does that is connected to the manikin. The
 /// log is played as fast as it can be read; the times of the records change nothing.
@@ -24,6 +25,10 @@ public:
     /// \a session is not owned.
     explicit ManikinLogPlayer(CPRData *session);
 
+    /// From now on each record is written to \a journal before it is played; null for none. The
+    /// journal is not owned. When it fails, which it tells itself, the session goes on.
+    void setJournal(SessionJournal *journal) { m_journal = journal; }
+
     /// Plays one record. False means a message that no part of the session took.
     bool play(const Record &record);
 
@@ -33,6 +38,7 @@ public:
 
 private:
     CPRData *m_session; // not owned
+    SessionJournal *m_journal = nullptr; // not owned
 };
 
 } // namespace manikinlog

@@ -105,8 +105,9 @@ private:
     {
         const QByteArray name = rest();
         learner.name = QString::fromUtf8(name);
-        // Decoding replaces what is not UTF-8 and drops a byte order mark.
-        if (name.isEmpty() || learner.name.toUtf8() != name)
+        // Decoding replaces what is not UTF-8 and drops a byte order mark. A carriage return inside
+        // would make another line of it for other readers.
+        if (name.isEmpty() || name.contains('\r') || learner.name.toUtf8() != name)
             return fail("a learner's name in UTF-8", name);
         return true;
     }
@@ -186,8 +187,8 @@ private:
 
 } // namespace
 
-ManikinLogReader::ManikinLogReader(QIODevice *device, const QString &name)
-    : m_device(device), m_name(name)
+ManikinLogReader::ManikinLogReader(QIODevice *device, const QString &name, Damage damage)
+    : m_device(device), m_name(name), m_damage(damage)
 {
 }
 
@@ -198,71 +199,108 @@ ManikinLogReader::Result ManikinLogReader::read(Record &record)
         m_result = readLine(text);
         if (m_result != Result::Record)
             break;
-        if (m_line == 1) {
-            if (text != firstLine)
-                m_result = failExpecting(
-                    QLatin1Char('"') + QLatin1String(firstLine) + QLatin1Char('"'), text);
-        } else if (!text.isEmpty() && !text.startsWith('#')) {
-            m_result = parse(text, record);
+        const Line line = take(text, record);
+        if (line == Line::Record)
             break;
-        }
+        if (line == Line::Damaged)
+            m_result = skipDamaged();
     }
     return m_result;
 }
 
 /// Hands out the next line without its end. An empty device counts as one empty line, so that it is
-/// found to lack the first line.
+/// found to lack the first line. Of a line that is too long only the beginning is handed out.
 ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
 {
     int length = -1;
     while ((length = m_pending.indexOf('\n')) < 0 && m_pending.size() <= maximalLineLength + 1) {
-        char chunk[4096];
-        const qint64 count = m_device->read(chunk, sizeof chunk);
+        const qint64 count = readMore();
         if (count < 0) {
             ++m_line;
-            return fail(QStringLiteral("cannot be read: %1").arg(m_device->errorString()));
+            fail(QStringLiteral("cannot be read: %1").arg(m_device->errorString()));
+            return Result::Error;
         }
         if (count == 0)
             break;
-        m_pending.append(chunk, static_cast<int>(count));
     }
     if (m_pending.isEmpty() && m_line > 0)
         return Result::End;
 
     ++m_line;
-    if (length < 0)
+    m_hasLineEnd = length >= 0;
+    if (!m_hasLineEnd)
         length = m_pending.size();
     text = m_pending.left(length);
     m_pending.remove(0, length + 1);
     if (text.endsWith('\r'))
         text.chop(1);
-    if (text.size() > maximalLineLength)
-        return failExpecting(QStringLiteral("a line of at most %1 bytes").arg(maximalLineLength),
-                             text);
     return Result::Record;
 }
 
-ManikinLogReader::Result ManikinLogReader::parse(const QByteArray &text, Record &record)
+qint64 ManikinLogReader::readMore()
+{
+    char chunk[4096];
+    const qint64 count = m_device->read(chunk, sizeof chunk);
+    m_pending.append(chunk, static_cast<int>(qMax<qint64>(count, 0)));
+    return count;
+}
+
+ManikinLogReader::Line ManikinLogReader::take(const QByteArray &text, Record &record)
+{
+    if (text.size() > maximalLineLength) {
+        return failExpecting(QStringLiteral("a line of at most %1 bytes").arg(maximalLineLength),
+                             text);
+    }
+    if (m_line > 1 && (text.isEmpty() || text.startsWith('#')))
+        return Line::Empty;
+    if (!m_hasLineEnd && m_damage == Damage::IsSkipped)
+        return failExpecting(QStringLiteral("a whole line"), text);
+    if (m_line > 1)
+        return parse(text, record);
+    return text == firstLine
+        ? Line::Empty
+        : failExpecting(QLatin1Char('"') + QLatin1String(firstLine) + QLatin1Char('"'), text);
+}
+
+ManikinLogReader::Line ManikinLogReader::parse(const QByteArray &text, Record &record)
 {
     LineParser parser(text);
     Record parsed;
     if (!parser.parse(parsed, m_msecs))
         return failExpecting(parser.expected(), parser.found());
-    m_msecs = parsed.msecs;
+    if (m_damage == Damage::IsError)
+        m_msecs = parsed.msecs;
     record = std::move(parsed);
+    return Line::Record;
+}
+
+ManikinLogReader::Result ManikinLogReader::skipDamaged()
+{
+    if (m_damage == Damage::IsError)
+        return Result::Error;
+    if (m_skippedLines++ == 0)
+        m_skippedError = m_errorString;
+    m_errorString.clear();
+    // The rest of a line that is too long. What cannot be read is told with the next line.
+    int end = -1;
+    while (!m_hasLineEnd && (end = m_pending.indexOf('\n')) < 0) {
+        m_pending.clear();
+        if (readMore() <= 0)
+            break;
+    }
+    m_pending.remove(0, end + 1);
     return Result::Record;
 }
 
-ManikinLogReader::Result ManikinLogReader::fail(const QString &reason)
+void ManikinLogReader::fail(const QString &reason)
 {
     m_errorString = QStringLiteral("%1:%2: %3").arg(m_name, QString::number(m_line), reason);
-    return Result::Error;
 }
 
-ManikinLogReader::Result ManikinLogReader::failExpecting(const QString &what,
-                                                         const QByteArray &found)
+ManikinLogReader::Line ManikinLogReader::failExpecting(const QString &what, const QByteArray &found)
 {
-    return fail(QStringLiteral("expected %1, found \"%2\"").arg(what, shortened(found)));
+    fail(QStringLiteral("expected %1, found \"%2\"").arg(what, shortened(found)));
+    return Line::Damaged;
 }
 
 } // namespace manikinlog

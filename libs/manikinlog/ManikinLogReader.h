@@ -30,6 +30,15 @@ namespace manikinlog {
 class ManikinLogReader {
 public:
     enum class Result { Record, End, Error };
+    /// What a damaged line is.
+    enum class Damage {
+        IsError, ///< an error that ends the log
+        /// Left out and counted: the rest of a log that a killed process, a full disk or a flipped
+        /// bit has damaged is worth having. A line without an end, which can be half a line that
+        /// looks like a whole one, is damaged too, and times may decrease, since a damaged time
+        /// must not cost the records behind it.
+        IsSkipped
+    };
 
     /// The first line: the format and its version.
     static constexpr char firstLine[] = "cprlog 1";
@@ -38,7 +47,7 @@ public:
     static constexpr int maximalLineLength = 64 * 1024;
 
     /// \a device is open for reading and is not owned; \a name stands for it in error messages.
-    ManikinLogReader(QIODevice *device, const QString &name);
+    ManikinLogReader(QIODevice *device, const QString &name, Damage damage = Damage::IsError);
     ManikinLogReader(const ManikinLogReader &) = delete;
     ManikinLogReader &operator=(const ManikinLogReader &) = delete;
 
@@ -50,21 +59,35 @@ public:
     /// as there was no error.
     QString errorString() const { return m_errorString; }
 
+    /// How many damaged lines have been left out; skippedError() tells of the first as
+    /// errorString() would.
+    qint64 skippedLines() const { return m_skippedLines; }
+    QString skippedError() const { return m_skippedError; }
+
     /// Number of the line read last, counted from 1; 0 before the first.
     qint64 line() const { return m_line; }
 
 private:
+    enum class Line { Record, Empty, Damaged };
+
     Result readLine(QByteArray &text);
-    Result parse(const QByteArray &text, Record &record);
-    Result fail(const QString &reason);
-    Result failExpecting(const QString &what, const QByteArray &found);
+    qint64 readMore();
+    Line take(const QByteArray &text, Record &record);
+    Line parse(const QByteArray &text, Record &record);
+    Result skipDamaged();
+    void fail(const QString &reason);
+    Line failExpecting(const QString &what, const QByteArray &found);
 
     QIODevice *m_device; // not owned
     QString m_name;
+    Damage m_damage;
     QString m_errorString;
+    QString m_skippedError;
     QByteArray m_pending; // read from the device, not yet handed out as lines
     qint64 m_line = 0;
+    qint64 m_skippedLines = 0;
     qint64 m_msecs = 0; // time of the last record
+    bool m_hasLineEnd = false; // the line read last
     Result m_result = Result::Record;
 };
 

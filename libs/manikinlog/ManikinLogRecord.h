@@ -6,6 +6,8 @@
 
 #include "CPRData.h"
 
+#include <chestboard/RMessage.h>
+
 #include <QByteArray>
 #include <QString>
 
@@ -19,6 +21,15 @@ struct Message {
     qint32 sequence = 0;
     QByteArray content;
 };
+
+/// The message as it is recorded.
+inline Message messageOf(const bls_2010::RMessage &message)
+{
+    bool ok = false;
+    // The length does not count the byte at index 0.
+    return {message.getIdentifier(), message.getHeader().getSequenceNumber(),
+            message.getString(ok, 0, message.getDataLength() + 1)};
+}
 
 /// The header of a wave packet.
 struct WaveHeader {

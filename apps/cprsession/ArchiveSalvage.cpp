@@ -1,0 +1,507 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ArchiveSalvage.h"
+
+#include "ArchiveScan.h"
+#include "EventListCheck.h"
+#include "GuidelinesCheck.h"
+#include "WavesCheck.h"
+
+#include <CPRData.h>
+#include <CPRFileHandlerZip.h>
+
+#include <QBuffer>
+#include <QMap>
+#include <QXmlStreamReader>
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+
+namespace ArchiveSalvage {
+
+namespace {
+
+using namespace ArchiveCheck;
+
+using Elements = QVector<QByteArray>;
+
+// The name inside the archive's folder, as the file handler wants it.
+QString nameInFolder(MemberIndex index)
+{
+    return memberName(index).section(QLatin1Char('/'), 1);
+}
+
+// What a session stores that has recorded nothing.
+class EmptySession final : public CPRFileHandler {
+public:
+    EmptySession() { CPRData().writeData(this); }
+
+    QByteArray content(MemberIndex index) const { return m_members.value(nameInFolder(index)); }
+
+    QIODevice *openFileForReading(const QString & /*name*/) override { return nullptr; }
+    QIODevice *openFileForWriting(const QString &name) override
+    {
+        auto *buffer = new QBuffer(&m_members[name]);
+        buffer->open(QIODevice::WriteOnly);
+        return buffer;
+    }
+    void releaseFile(QIODevice *device) override { delete device; }
+    QString filename() const override { return QString(); }
+
+private:
+    QMap<QString, QByteArray> m_members; // keeps the texts in their places while it grows
+};
+
+// The elements of one kind in a document: how each begins and, when it holds others, how it ends.
+// Of more than the most, which no session needs, the rest is left out.
+struct ElementKind {
+    const char *begin;
+    const char *end;
+    int most;
+};
+constexpr ElementKind eventKind{"<evt ", "</evt>", 500'000}; // in a day there are some 200,000
+constexpr ElementKind waveKind{"<waveForm ", "</waveForm>", 10};
+constexpr ElementKind valueKind{"<", nullptr, 1000};
+
+// A document taken apart.
+struct Document {
+    QByteArray head; // all before the first element
+    Elements elements;
+    QByteArray tail; // all behind the last
+    int begun = 0; // elements, also those that have no end
+    bool endsEarly = false; // the last that has begun is not among the elements
+};
+
+// Does without a parser, which would end at the first damage. An element ends before the next one
+// of its kind begins.
+Document takeApart(const QByteArray &text, ElementKind kind)
+{
+    Document document;
+    int from = text.indexOf(kind.begin);
+    int end = 0; // of the last element
+    while (from >= 0) {
+        int next = text.indexOf(kind.begin, from + 1);
+        const QByteArray range = text.mid(from, (next < 0 ? text.size() : next) - from);
+        int size = kind.end ? range.indexOf(kind.end) : -1;
+        if (size >= 0)
+            size += int(qstrlen(kind.end));
+        else if (const int close = range.indexOf('>'); close > 0 && range.at(close - 1) == '/')
+            size = close + 1;
+        const bool isNone = size < 0 && kind.end == nullptr && range.contains('>');
+        document.endsEarly = !isNone && (size < 0 || document.elements.size() == kind.most);
+        document.begun += isNone ? 0 : 1; // else the root, its end, or the declaration
+        if (document.elements.size() == kind.most)
+            break;
+        if (size >= 0) {
+            if (document.elements.isEmpty())
+                document.head = text.left(from);
+            document.elements.append(range.left(size));
+            end = from + size;
+        }
+        from = next;
+    }
+    document.tail = text.mid(end);
+    return document;
+}
+
+// The attributes of an element that is well-formed and can be parsed without undue effort.
+std::optional<QXmlStreamAttributes> attributesOf(const QByteArray &element)
+{
+    const QString text = QString::fromUtf8(element);
+    XmlGuard guard;
+    if (text.toUtf8() != element || guard.accepted(text) != text.size())
+        return std::nullopt;
+    QXmlStreamReader reader(text);
+    if (!reader.readNextStartElement())
+        return std::nullopt;
+    const QXmlStreamAttributes attributes = reader.attributes();
+    while (!reader.atEnd())
+        reader.readNext();
+    return reader.hasError() ? std::nullopt : std::make_optional(attributes);
+}
+
+// Keeps of the elements those that are well-formed and wanted, by their attribute type. Line ends
+// become plain, as a parser makes them, so that lines can be counted; inside a value a parser would
+// make them blanks anyway.
+template <typename Wanted> Elements wellFormed(const Elements &elements, Wanted isWanted)
+{
+    Elements kept;
+    for (QByteArray element : elements) {
+        element.replace('\r', '\n');
+        const auto attributes = attributesOf(element);
+        if (attributes && isWanted(attributes->value(QLatin1String("type"))))
+            kept.append(element);
+    }
+    return kept;
+}
+
+constexpr char separator[] = "\n    ";
+
+QByteArray putTogether(const Document &frame, const Elements &elements)
+{
+    QByteArray text = frame.head;
+    for (int i = 0; i < elements.size(); ++i) {
+        if (i > 0)
+            text += separator;
+        text += elements.at(i);
+    }
+    return text + frame.tail;
+}
+
+// The line on which each element begins, from 1.
+QVector<qint64> linesOf(const Document &frame, const Elements &elements)
+{
+    QVector<qint64> lines;
+    lines.reserve(elements.size());
+    qint64 line = 1 + frame.head.count('\n');
+    for (const QByteArray &element : elements) {
+        lines.append(line);
+        line += element.count('\n') + 1;
+    }
+    return lines;
+}
+
+// What a check of the document finds. The check takes an XmlMember and a MemberReport.
+template <typename Check> FindingList findingsIn(const QByteArray &text, Check check)
+{
+    FindingList list{QString()};
+    MemberReport report(list, QString());
+    BytesReader reader(text);
+    XmlMember xml(reader, report);
+    check(xml, report);
+    return list;
+}
+
+// Takes one parameter out of a summary, which is worth having without it: learners and manikin
+// should not be lost with a number. Other events would say something wrong without theirs.
+bool takeParameter(QByteArray &element, qint64 line)
+{
+    constexpr int longest = 100'000; // bytes, many times what a summary takes
+    if (!element.startsWith("<evt type=\"CprSession") || element.size() > longest)
+        return false;
+    QList<QByteArray> lines = element.split('\n');
+    const QByteArray parameter = lines.at(static_cast<int>(line)).trimmed();
+    if (!parameter.startsWith("<param ") || !parameter.endsWith("/>"))
+        return false;
+    lines[static_cast<int>(line)].clear();
+    element = lines.join('\n');
+    return true;
+}
+
+// Takes out what the check finds fault with. How an element fits can depend on those before it, so
+// the rest is checked again; when that does not come to an end, all behind the first fault is given
+// up. complete(elements) puts in what the document cannot do without.
+template <typename Check, typename Complete>
+QByteArray fitting(const Document &frame, Elements &elements, Check check, Complete complete)
+{
+    constexpr int maxRounds = 4;
+    for (int round = 1;; ++round) {
+        complete(elements);
+        QByteArray text = putTogether(frame, elements);
+        const FindingList list = findingsIn(text, check);
+        if (list.errors() == 0 || elements.isEmpty())
+            return text;
+        const QVector<qint64> lines = linesOf(frame, elements);
+        int first = elements.size() - 1;
+        for (const Finding &finding : list.findings()) {
+            const int index =
+                int(std::upper_bound(lines.begin(), lines.end(), finding.line) - lines.begin()) - 1;
+            if (finding.severity != Finding::Error || index < 0 || elements.at(index).isEmpty())
+                continue;
+            first = qMin(first, index);
+            if (!takeParameter(elements[index], finding.line - lines.at(index)))
+                elements[index].clear();
+        }
+        if (round >= maxRounds)
+            elements.resize(first);
+        elements.removeAll(QByteArray());
+    }
+}
+
+class Salvage {
+public:
+    explicit Salvage(ArchiveScan::Members &&scanned) : m_scanned(std::move(scanned)) { }
+
+    Session run()
+    {
+        takeDescriptions();
+        takeWave(Compressions);
+        takeWave(Ventilations);
+        describeLengths();
+        takeEvents();
+        takeGuidelines();
+        return std::move(m_session);
+    }
+
+private:
+    using WaveAttributes = std::array<QMap<QString, int>, 2>;
+
+    ArchiveScan::Member &scanned(MemberIndex index) { return m_scanned[index]; }
+    QByteArray &content(MemberIndex index) { return m_session.contents[index]; }
+
+    void tell(MemberIndex index, const QString &text)
+    {
+        m_session.report.append(memberName(index) + QStringLiteral(": ") + text);
+    }
+    void tellWhole(MemberIndex index)
+    {
+        m_session.holdsAnything = true;
+        tell(index, QStringLiteral("whole"));
+    }
+    void tellPart(MemberIndex index, const QString &kept)
+    {
+        const ArchiveScan::Member &member = scanned(index);
+        m_session.holdsAnything = true;
+        m_session.isAll = false;
+        tell(index,
+             kept + QStringLiteral("; ") + member.damage
+                 + (member.isCertain ? QString() : QStringLiteral(", so this is not certain")));
+    }
+    // The member becomes that of a session that has recorded nothing.
+    void tellGone(MemberIndex index)
+    {
+        const ArchiveScan::Member &member = scanned(index);
+        content(index) = m_empty.content(index);
+        m_session.isAll = false;
+        tell(index,
+             QStringLiteral("gone; %1; stored as of an empty session")
+                 .arg(member.isFound ? member.damage : QStringLiteral("there is none")));
+    }
+
+    // Takes the document as it is, if nothing is wrong with it.
+    template <typename Check> bool takeWhole(MemberIndex index, Check check)
+    {
+        ArchiveScan::Member &member = scanned(index);
+        if (!member.isWhole)
+            return false;
+        const FindingList list = findingsIn(member.content, check);
+        if (list.errors() == 0) {
+            content(index) = member.content;
+            tellWhole(index);
+            return true;
+        }
+        const auto error =
+            std::find_if(list.findings().begin(), list.findings().end(),
+                         [](const Finding &each) { return each.severity == Finding::Error; });
+        member.damage = error == list.findings().end()
+            ? QStringLiteral("it holds errors")
+            : QStringLiteral("line %1: expected %2, found %3")
+                  .arg(error->line)
+                  .arg(error->expected, error->found);
+        return false;
+    }
+
+    // Takes of the document what fits, and tells about it in the plural of \a noun.
+    template <typename Wanted, typename Check, typename Complete>
+    void takeElements(MemberIndex index, ElementKind kind, const QString &noun, Wanted isWanted,
+                      Check check, Complete complete)
+    {
+        const Document frame = takeApart(m_empty.content(index), kind);
+        const Document found = takeApart(scanned(index).content, kind);
+        Elements elements = wellFormed(found.elements, isWanted);
+        int added = 0;
+        const QByteArray text =
+            fitting(frame, elements, check, [&](Elements &all) { added += complete(all) ? 1 : 0; });
+        const int kept = elements.size() - qMin(added, 1);
+        if (kept == 0) {
+            tellGone(index);
+            return;
+        }
+        content(index) = text;
+        const bool hasEnd = found.tail.contains("</") && !found.endsEarly;
+        const int begun = found.begun - (found.endsEarly ? 1 : 0);
+        if (hasEnd && kept == begun)
+            tellPart(index, QStringLiteral("all %1 %2").arg(kept).arg(noun));
+        else if (hasEnd)
+            tellPart(index, QStringLiteral("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
+        else if (kept == begun)
+            tellPart(index, QStringLiteral("the first %1 %2").arg(kept).arg(noun));
+        else
+            tellPart(index, QStringLiteral("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
+    }
+
+    void takeDescriptions()
+    {
+        const auto check = [this](XmlMember &xml, MemberReport & /*report*/) {
+            WavesCheck waves(xml);
+            waves.run();
+            m_descriptions = waves.descriptions;
+        };
+        if (takeWhole(Waves, check))
+            return;
+        const Document frame = takeApart(m_empty.content(Waves), waveKind);
+        const Elements found = takeApart(scanned(Waves).content, waveKind).elements;
+        Elements elements = frame.elements;
+        int kept = 0;
+        for (int i = 0; i < elements.size(); ++i) {
+            const QLatin1String type(i == 0 ? "comp" : "vent");
+            const Elements own =
+                wellFormed(found, [type](const QStringRef &each) { return each == type; });
+            if (own.isEmpty())
+                continue;
+            Elements tried = frame.elements;
+            tried[i] = own.first();
+            if (findingsIn(putTogether(frame, tried), check).errors() == 0) {
+                elements[i] = own.first();
+                m_isDescribed[i] = true;
+                ++kept;
+            }
+        }
+        content(Waves) = putTogether(frame, elements);
+        findingsIn(content(Waves), check);
+        // The manikin samples both waves at one rate.
+        if (kept == 1) {
+            const int known = m_isDescribed[0] ? 0 : 1;
+            WaveAttributes attributes;
+            attributes[1 - known].insert(QStringLiteral("sampleRate"),
+                                         msecsPerSecond / m_descriptions[known].samplePeriod);
+            setAttributes(attributes);
+            m_descriptions[1 - known].samplePeriod = m_descriptions[known].samplePeriod;
+        }
+        if (kept == 0)
+            tellGone(Waves);
+        else
+            tellPart(Waves, QStringLiteral("%1 of 2 descriptions").arg(kept));
+    }
+
+    void takeWave(MemberIndex index)
+    {
+        const WaveDescription &description = m_descriptions[index - Compressions];
+        ArchiveScan::Member &member = scanned(index);
+        const qint64 found = member.content.size() / bytesPerSample;
+        const qint64 kept = qMin<qint64>(found, maxSessionMs / qMax(1, description.samplePeriod));
+        const bool isSound = kept * bytesPerSample == member.content.size();
+        content(index) = member.content.left(static_cast<int>(kept * bytesPerSample));
+        if (member.isWhole && isSound) {
+            tellWhole(index);
+            return;
+        }
+        if (member.isWhole) {
+            member.damage = kept < found ? QStringLiteral("it is longer than 24 hours")
+                                         : QStringLiteral("the last sample has one byte only");
+        }
+        const int described =
+            m_isDescribed[index - Compressions] ? description.length.value_or(0) : 0;
+        if (kept == 0)
+            tellGone(index);
+        else if (kept < described)
+            tellPart(index, QStringLiteral("the first %1 of %2 samples").arg(kept).arg(described));
+        else
+            tellPart(index, QStringLiteral("%1 samples").arg(kept));
+    }
+
+    // Makes the descriptions tell how many samples there are.
+    void describeLengths()
+    {
+        WaveAttributes attributes;
+        for (const MemberIndex wave : {Compressions, Ventilations}) {
+            const int samples = content(wave).size() / bytesPerSample;
+            if (m_descriptions[wave - Compressions].length != samples)
+                attributes[wave - Compressions].insert(QStringLiteral("length"), samples);
+        }
+        setAttributes(attributes);
+    }
+
+    // Gives the two descriptions, whose document is sound, these attributes.
+    void setAttributes(const WaveAttributes &values)
+    {
+        if (values[0].isEmpty() && values[1].isEmpty())
+            return;
+        QXmlStreamReader reader(content(Waves));
+        QString text; // into bytes the writer would also write an encoding
+        QXmlStreamWriter writer(&text);
+        std::size_t wave = 0;
+        while (!reader.atEnd()) {
+            reader.readNext();
+            if (reader.isStartElement() && reader.name() == QLatin1String("waveForm")
+                && wave < values.size()) {
+                writer.writeStartElement(reader.name().toString());
+                for (const QXmlStreamAttribute &each : reader.attributes()) {
+                    const auto value = values[wave].constFind(each.name().toString());
+                    writer.writeAttribute(each.name().toString(),
+                                          value == values[wave].cend() ? each.value().toString()
+                                                                       : QString::number(*value));
+                }
+                ++wave;
+            } else if (!reader.hasError()) {
+                writer.writeCurrentToken(reader);
+            }
+        }
+        content(Waves) = text.toUtf8();
+    }
+
+    void takeEvents()
+    {
+        const qint64 coveredMs =
+            qint64(content(Compressions).size() / bytesPerSample) * m_descriptions[0].samplePeriod;
+        const auto check = [coveredMs](XmlMember &xml, MemberReport &report) {
+            EventListCheck(xml, report, coveredMs).run();
+        };
+        if (takeWhole(Events, check))
+            return;
+        const QString infoType = QStringLiteral("CprSessionInfo");
+        QStringList standing{infoType, QStringLiteral("CprSessionStatistics"),
+                             QStringLiteral("CprSessionScore")};
+        const QStringList once = standing;
+        const Elements empty = takeApart(m_empty.content(Events), eventKind).elements;
+        takeElements(
+            Events, eventKind, QStringLiteral("events"),
+            [&](const QStringRef &type) {
+                return !once.contains(type) || standing.removeOne(type.toString());
+            },
+            check,
+            [&](Elements &elements) {
+                const auto isInfo = [](const QByteArray &element) {
+                    return element.startsWith("<evt type=\"CprSessionInfo\"");
+                };
+                if (std::any_of(elements.begin(), elements.end(), isInfo))
+                    return false;
+                elements.prepend(empty.first());
+                return true;
+            });
+    }
+
+    void takeGuidelines()
+    {
+        const auto check = [](XmlMember &xml, MemberReport & /*report*/) {
+            GuidelinesCheck(xml).run();
+        };
+        if (takeWhole(Guidelines, check))
+            return;
+        takeElements(
+            Guidelines, valueKind, QStringLiteral("values"),
+            [](const QStringRef & /*type*/) { return true; }, check,
+            [](const Elements & /*elements*/) { return false; });
+    }
+
+    const EmptySession m_empty;
+    ArchiveScan::Members m_scanned;
+    std::array<WaveDescription, 2> m_descriptions; // compressions, ventilations
+    std::array<bool, 2> m_isDescribed{}; // by the archive
+    Session m_session;
+};
+
+} // namespace
+
+Session run(const QString &name, const std::function<void(qint64, qint64)> &advance)
+{
+    return Salvage(ArchiveScan::run(name, advance)).run();
+}
+
+QString write(const QString &name, const Session &session)
+{
+    CPRFileHandlerZip zip;
+    bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
+    for (const MemberIndex index : {Events, Waves, Compressions, Ventilations, Guidelines}) {
+        QIODevice *device = isWritten ? zip.openFileForWriting(nameInFolder(index)) : nullptr;
+        const QByteArray &content = session.contents[index];
+        isWritten = device && device->write(content) == content.size();
+        zip.releaseFile(device);
+    }
+    if (isWritten && zip.close())
+        return QString();
+    return zip.errorString();
+}
+
+} // namespace ArchiveSalvage

@@ -1,0 +1,384 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ArchiveScan.h"
+
+#include <QFile>
+#include <QVector>
+#include <QtEndian>
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <numeric>
+#include <optional>
+#include <zlib.h>
+
+namespace ArchiveScan {
+
+namespace {
+
+using namespace ArchiveCheck;
+
+constexpr int signatureSize = 4;
+constexpr char localSignature[] = "PK\x03\x04";
+constexpr char directorySignature[] = "PK\x01\x02";
+constexpr char descriptorSignature[] = "PK\x07\x08";
+constexpr int localHeaderSize = 30;
+constexpr int directoryHeaderSize = 46;
+constexpr quint16 encryptedFlag = 1 << 0;
+constexpr quint16 descriptorFlag = 1 << 3; // sizes and checksum stand behind the content
+
+// What a file can make this program do, whatever it claims.
+constexpr int maxHeaders = 100'000;
+constexpr int maxPlacesOfMember = 8;
+constexpr int maxViewsOfPlace = 4;
+constexpr qint64 maxUnpacked = 4 * maxXmlBytes; // bytes, all attempts together
+
+// Where a member's content lies and how it is packed, by one header.
+struct View {
+    quint16 flags = 0;
+    int method = 0;
+    quint32 checksum = 0;
+    qint64 packedSize = 0;
+    qint64 begin = 0;
+
+    bool hasSizes() const { return packedSize > 0 || (flags & descriptorFlag) == 0; }
+};
+
+// Which member a name in a header means.
+struct Name {
+    MemberIndex index{};
+    bool isExact = false; // else one of its characters is another
+};
+
+// A place where a member stands, by its own header and by the directory.
+struct Place {
+    Name name;
+    QVector<View> views;
+};
+
+struct Unpacked {
+    enum End { Whole, WrongChecksum, NoChecksum, Cut, Broken, TooLong };
+
+    End end = Broken;
+    QByteArray content;
+};
+
+class Scanner {
+public:
+    explicit Scanner(const QString &name) : m_file(name) { }
+
+    Members run(const std::function<void(qint64, qint64)> &advance)
+    {
+        Members result;
+        if (!m_file.open(QIODevice::ReadOnly))
+            return result;
+        findPlaces(advance);
+        for (const bool isExact : {true, false})
+            unpackPlaces(isExact, result);
+        return result;
+    }
+
+private:
+    // Unpacks the members that are not whole yet. Of two with one name readers take the first.
+    void unpackPlaces(bool isExact, Members &result)
+    {
+        std::array<int, members.size()> tried{};
+        for (auto place = m_places.cbegin(); place != m_places.cend(); ++place) {
+            const Name name = place->second.name;
+            Member &best = result[name.index];
+            if (name.isExact != isExact || best.isWhole || tried[name.index]++ == maxPlacesOfMember)
+                continue;
+            const auto next = std::next(place);
+            takeBetter(
+                best, unpack(place->second, next == m_places.cend() ? m_file.size() : next->first));
+        }
+    }
+
+    static void takeBetter(Member &best, Member &&member)
+    {
+        if (!best.isFound || member.isWhole || member.content.size() > best.content.size())
+            best = std::move(member);
+    }
+
+    QByteArray at(qint64 position, qint64 size)
+    {
+        if (position < 0 || !m_file.seek(position))
+            return {};
+        return m_file.read(size);
+    }
+
+    template <typename T> static T number(const QByteArray &bytes, int index)
+    {
+        return qFromLittleEndian<T>(bytes.constData() + index);
+    }
+
+    // Recognises a name with one wrong character, too: the members' names differ in more.
+    static std::optional<Name> memberOf(const QByteArray &name)
+    {
+        for (const MemberRow &row : members) {
+            const QByteArray known(row.name);
+            if (name.size() != known.size())
+                continue;
+            const int wrong = std::inner_product(name.begin(), name.end(), known.begin(), 0,
+                                                 std::plus<>(), std::not_equal_to<>());
+            if (wrong <= 1)
+                return Name{row.index, wrong == 0};
+        }
+        return std::nullopt;
+    }
+
+    void findPlaces(const std::function<void(qint64, qint64)> &advance)
+    {
+        constexpr int blockSize = 256 * 1024;
+        int headers = 0;
+        for (qint64 begin = 0; headers < maxHeaders; begin += blockSize - signatureSize + 1) {
+            const QByteArray block = at(begin, blockSize);
+            for (int i = block.indexOf("PK"); i >= 0 && headers < maxHeaders;
+                 i = block.indexOf("PK", i + 1)) {
+                const QByteArray signature = block.mid(i, signatureSize);
+                const bool isLocal = signature == localSignature;
+                if (!isLocal && signature != directorySignature)
+                    continue;
+                ++headers;
+                if (isLocal)
+                    addLocal(begin + i);
+                else
+                    addFromDirectory(begin + i);
+            }
+            advance(qMin(begin + blockSize, m_file.size()), m_file.size());
+            if (block.size() < blockSize)
+                break;
+        }
+    }
+
+    void addLocal(qint64 position)
+    {
+        const QByteArray header = at(position, localHeaderSize);
+        if (header.size() < localHeaderSize)
+            return;
+        const int nameSize = number<quint16>(header, 26);
+        const auto name = memberOf(at(position + localHeaderSize, nameSize));
+        if (!name)
+            return;
+        View view = packing(header, 6);
+        view.begin = position + localHeaderSize + nameSize + number<quint16>(header, 28);
+        add(position, *name, view);
+    }
+
+    void addFromDirectory(qint64 position)
+    {
+        const QByteArray header = at(position, directoryHeaderSize);
+        if (header.size() < directoryHeaderSize)
+            return;
+        const int nameSize = number<quint16>(header, 28);
+        const auto name = memberOf(at(position + directoryHeaderSize, nameSize));
+        const qint64 place = number<quint32>(header, 42);
+        const QByteArray local = at(place, localHeaderSize);
+        if (!name || local.size() < localHeaderSize)
+            return;
+        View view = packing(header, 8);
+        view.begin = place + localHeaderSize + nameSize;
+        // The name in front of the content is the directory's, or else its length cannot be
+        // believed, and no more can the length of what follows it.
+        if (number<quint16>(local, 26) == nameSize)
+            view.begin += number<quint16>(local, 28);
+        add(place, *name, view);
+        if (number<quint16>(local, 28) != 0) {
+            // Only the zip library's large archives have an extra field.
+            view.begin = place + localHeaderSize + nameSize;
+            add(place, *name, view);
+        }
+    }
+
+    // The fields that both kinds of header have in this order.
+    static View packing(const QByteArray &header, int flagsIndex)
+    {
+        View view;
+        view.flags = number<quint16>(header, flagsIndex);
+        view.method = number<quint16>(header, flagsIndex + 2);
+        view.checksum = number<quint32>(header, flagsIndex + 8);
+        view.packedSize = number<quint32>(header, flagsIndex + 12);
+        return view;
+    }
+
+    void add(qint64 position, Name name, const View &view)
+    {
+        Place &place = m_places[position];
+        if (place.views.isEmpty() || name.isExact)
+            place.name = name;
+        if (place.views.size() < maxViewsOfPlace)
+            place.views.append(view);
+    }
+
+    // What the place gives: whole by one of its headers, or else by the first that gives anything.
+    Member unpack(const Place &place, qint64 next)
+    {
+        Member best;
+        for (const View &view : place.views) {
+            Member member = describe(unpack(view, place, next), place.name.index);
+            // What is encrypted unpacks to noise.
+            if (!member.isWhole && (view.flags & encryptedFlag) != 0) {
+                member.content.clear();
+                member.damage = QStringLiteral("it is encrypted");
+            }
+            if (!best.isFound || member.isWhole || best.content.isEmpty())
+                best = std::move(member);
+            if (best.isWhole)
+                break;
+        }
+        return best;
+    }
+
+    static Member describe(Unpacked &&unpacked, MemberIndex index)
+    {
+        Member member;
+        member.isFound = true;
+        member.isWhole = unpacked.end == Unpacked::Whole;
+        member.isCut = unpacked.end == Unpacked::Cut;
+        member.isCertain = member.isWhole || member.isCut;
+        member.content = std::move(unpacked.content);
+        switch (unpacked.end) {
+        case Unpacked::Whole:
+            break;
+        case Unpacked::WrongChecksum:
+            member.damage = QStringLiteral("its checksum is another");
+            break;
+        case Unpacked::NoChecksum:
+            member.damage = QStringLiteral("its checksum is gone");
+            break;
+        case Unpacked::Cut:
+            member.damage = QStringLiteral("the archive ends inside it");
+            break;
+        case Unpacked::Broken:
+            member.damage = QStringLiteral("it unpacks only to byte %1").arg(member.content.size());
+            break;
+        case Unpacked::TooLong:
+            member.damage = QStringLiteral("it holds more than %1 bytes").arg(members[index].limit);
+            break;
+        }
+        return member;
+    }
+
+    Unpacked unpack(const View &view, const Place &place, qint64 next)
+    {
+        const qint64 limit = qMin(members[place.name.index].limit, maxUnpacked - m_unpacked);
+        const qint64 end = view.hasSizes() ? view.begin + view.packedSize : next;
+        Unpacked result;
+        if (view.method == Z_DEFLATED)
+            result = inflated(view, end, limit);
+        else if (view.method == 0)
+            result = stored(view, end, limit);
+        m_unpacked += result.content.size();
+        const auto sum = checksum(result.content);
+        const auto agrees = [sum](const View &each) { return each.checksum == sum; };
+        if ((result.end == Unpacked::WrongChecksum || result.end == Unpacked::NoChecksum)
+            && std::any_of(place.views.begin(), place.views.end(), agrees)) {
+            result.end = Unpacked::Whole;
+        }
+        return result;
+    }
+
+    static quint32 checksum(const QByteArray &content)
+    {
+        return static_cast<quint32>(crc32_z(0, reinterpret_cast<const Bytef *>(content.constData()),
+                                            static_cast<z_size_t>(content.size())));
+    }
+
+    // Unpacks from the view's begin; what is packed should end before \a end.
+    Unpacked inflated(const View &view, qint64 end, qint64 limit)
+    {
+        Unpacked result;
+        z_stream stream{};
+        if (inflateInit2(&stream, -MAX_WBITS) != Z_OK)
+            return result;
+        constexpr int blockSize = 64 * 1024;
+        QByteArray packed;
+        QByteArray block(blockSize, Qt::Uninitialized);
+        qint64 position = view.begin;
+        int status = Z_OK;
+        while (status == Z_OK && result.content.size() <= limit) {
+            if (stream.avail_in == 0) {
+                packed = at(position, qBound<qint64>(0, end - position, blockSize));
+                position += packed.size();
+                stream.next_in = reinterpret_cast<Bytef *>(packed.data());
+                stream.avail_in = static_cast<uInt>(packed.size());
+            }
+            stream.next_out = reinterpret_cast<Bytef *>(block.data());
+            stream.avail_out = blockSize;
+            status = inflate(&stream, Z_NO_FLUSH);
+            result.content.append(block.constData(),
+                                  blockSize - static_cast<int>(stream.avail_out));
+        }
+        position -= stream.avail_in;
+        inflateEnd(&stream);
+        if (result.content.size() > limit) {
+            result.content.truncate(static_cast<int>(limit));
+            result.end = Unpacked::TooLong;
+        } else if (status == Z_STREAM_END) {
+            result.end = (view.flags & descriptorFlag) == 0 || view.checksum != 0
+                ? Unpacked::WrongChecksum
+                : endByDescriptor(position, result.content);
+        } else if (status == Z_BUF_ERROR && position == m_file.size()
+                   && (end > position || !view.hasSizes())) {
+            result.end = Unpacked::Cut;
+        }
+        return result;
+    }
+
+    // The checksum behind the content, with or without a signature.
+    Unpacked::End endByDescriptor(qint64 position, const QByteArray &content)
+    {
+        const QByteArray descriptor = at(position, 2 * signatureSize);
+        const int index = descriptor.startsWith(descriptorSignature) ? signatureSize : 0;
+        if (descriptor.size() < index + signatureSize)
+            return Unpacked::NoChecksum;
+        return number<quint32>(descriptor, index) == checksum(content) ? Unpacked::Whole
+                                                                       : Unpacked::WrongChecksum;
+    }
+
+    // A content that is not packed, from the view's begin to \a end.
+    Unpacked stored(const View &view, qint64 end, qint64 limit)
+    {
+        Unpacked result;
+        result.content = at(view.begin, qBound<qint64>(0, end - view.begin, limit));
+        if (end - view.begin > limit)
+            result.end = Unpacked::TooLong;
+        else if (view.hasSizes())
+            result.end = end > m_file.size() ? Unpacked::Cut : Unpacked::WrongChecksum;
+        else
+            result.end = cutAtDescriptor(result.content, end);
+        return result;
+    }
+
+    // Only the descriptor behind the content tells where it ends: it counts the bytes before it.
+    Unpacked::End cutAtDescriptor(QByteArray &content, qint64 end)
+    {
+        constexpr int sizeIndex = 8;
+        for (int i = content.indexOf(descriptorSignature); i >= 0;
+             i = content.indexOf(descriptorSignature, i + 1)) {
+            if (i + sizeIndex + signatureSize > content.size()
+                || number<quint32>(content, i + sizeIndex) != static_cast<quint32>(i)) {
+                continue;
+            }
+            const auto expected = number<quint32>(content, i + signatureSize);
+            content.truncate(i);
+            return checksum(content) == expected ? Unpacked::Whole : Unpacked::WrongChecksum;
+        }
+        return end == m_file.size() ? Unpacked::Cut : Unpacked::Broken;
+    }
+
+    QFile m_file;
+    std::map<qint64, Place> m_places; // by the position of the member's header
+    qint64 m_unpacked = 0;
+};
+
+} // namespace
+
+Members run(const QString &name, const std::function<void(qint64, qint64)> &advance)
+{
+    return Scanner(name).run(advance);
+}
+
+} // namespace ArchiveScan

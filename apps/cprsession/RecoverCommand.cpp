@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ArchiveSalvage.h"
+#include "Command.h"
+#include "Progress.h"
+#include "SessionFile.h"
+
+#include <CPRData.h>
+#include <ManikinLogPlayer.h>
+#include <ManikinLogReader.h>
+#include <SessionJournal.h>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <memory>
+
+namespace {
+
+using manikinlog::ManikinLogReader;
+using manikinlog::SessionJournal;
+
+struct RecoverOptions {
+    std::string input;
+    std::string session;
+    bool force = false;
+};
+
+ExitStatus failed(const QString &reason)
+{
+    complain(reason);
+    return ExitStatus::Failed;
+}
+
+ExitStatus nothingIn(const QString &input)
+{
+    return failed(QStringLiteral("%1 holds nothing that could be saved: no member of a session "
+                                 "archive and no whole record of a log")
+                      .arg(input));
+}
+
+// Plays what can be read of the log, saves that and tells how far it goes.
+ExitStatus recoverLog(const QString &input, const QString &target)
+{
+    QFile file(input);
+    if (!file.open(QIODevice::ReadOnly))
+        return failed(QStringLiteral("%1 cannot be read: %2").arg(input, file.errorString()));
+    CPRData session;
+    ManikinLogReader reader(&file, input, ManikinLogReader::Damage::IsSkipped);
+    qint64 records = 0;
+    {
+        Progress progress(QStringLiteral("Recovering"));
+        manikinlog::ManikinLogPlayer(&session).play(reader, [&](qint64 /*msecs*/) {
+            ++records;
+            progress.report(file.pos(), file.size());
+        });
+    }
+    if (records == 0)
+        return nothingIn(input);
+    if (const QString error = SessionFile::save(target, session); !error.isEmpty())
+        return failed(error);
+
+    print(QStringLiteral("%1: %2 records give a session of %3 s with %4 events\n")
+              .arg(input, QString::number(records),
+                   QString::number(session.compressionData()->sessionTime() / 1000.0, 'f', 1),
+                   QString::number(session.cprEvents()->events().size())));
+    if (const qint64 lines = reader.skippedLines(); lines == 1)
+        print(QStringLiteral("a line is left out: %1\n").arg(reader.skippedError()));
+    else if (lines > 1)
+        print(QStringLiteral("%1 lines are left out, the first: %2\n")
+                  .arg(QString::number(lines), reader.skippedError()));
+    if (!reader.errorString().isEmpty())
+        print(QStringLiteral("the rest is left out: %1\n").arg(reader.errorString()));
+    return reader.skippedLines() == 0 && reader.errorString().isEmpty() ? ExitStatus::Done
+                                                                        : ExitStatus::Failed;
+}
+
+ExitStatus recoverArchive(const QString &input, const QString &target)
+{
+    ArchiveSalvage::Session session;
+    {
+        Progress progress(QStringLiteral("Recovering"));
+        session = ArchiveSalvage::run(
+            input, [&progress](qint64 done, qint64 total) { progress.report(done, total); });
+    }
+    // A log whose first line is damaged looks like anything.
+    if (!session.holdsAnything)
+        return recoverLog(input, target);
+    if (const QString error = ArchiveSalvage::write(target, session); !error.isEmpty())
+        return failed(error);
+    print(session.report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    return session.isAll ? ExitStatus::Done : ExitStatus::Failed;
+}
+
+bool isLog(const QString &name)
+{
+    constexpr char begin[] = "cprlog ";
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) && file.read(qstrlen(begin)) == begin;
+}
+
+ExitStatus runRecover(const RecoverOptions &options)
+{
+    QString input = fileName(options.input);
+    const QString target = fileName(options.session);
+    const QString suffix = SessionJournal::nameFor(QString());
+    const QString owner = input.endsWith(suffix) ? input.chopped(suffix.size()) : input;
+    if (SessionJournal::isBeingWritten(owner)) {
+        return failed(QStringLiteral("%1 is still being written; wait until its program ends")
+                          .arg(SessionJournal::nameFor(owner)));
+    }
+    if (SessionJournal::isRecoverable(input)) {
+        const QString journal = SessionJournal::nameFor(input);
+        if (QFileInfo::exists(input))
+            complain(QStringLiteral("%1 is not read, but a later session: recover that, too")
+                         .arg(journal));
+        else
+            input = journal;
+    }
+    const QFileInfo file(input);
+    if (!file.isFile() || !file.isReadable())
+        return failed(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
+    if (QFileInfo(target) == file) {
+        complain(QStringLiteral("%1 would replace what it is recovered from; choose another name")
+                     .arg(target));
+        return ExitStatus::WrongUsage;
+    }
+    if (QFileInfo::exists(target) && !options.force) {
+        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
+        return ExitStatus::WrongUsage;
+    }
+    return isLog(input) ? recoverLog(input, target) : recoverArchive(input, target);
+}
+
+} // namespace
+
+void addRecoverCommand(CLI::App &app, Run &run)
+{
+    const auto options = std::make_shared<RecoverOptions>();
+    CLI::App *command = app.add_subcommand(
+        "recover", "Save what can be saved of a killed run's journal, a log or a damaged archive");
+    command
+        ->add_option("input", options->input,
+                     "The journal, log or archive, or the archive that the killed run would have "
+                     "written; it is not changed")
+        ->required()
+        ->type_name("LOG|SESSION.zip");
+    command->add_option("-o,--output", options->session, "The session archive to write")
+        ->required()
+        ->type_name("OUT.zip");
+    command->add_flag("--force", options->force, "Replace an archive that exists");
+    command->footer(
+        "Prints how far a log goes, and of an archive a line for each member: whole,\n"
+        "what is kept of it, or gone. \"not certain\" is what only looks sound.\n"
+        "Exit status: 0 everything was saved; 1 something is gone, which is told on\n"
+        "stdout, or nothing was saved and no archive written, which is told on stderr.\n"
+        "Examples:\n"
+        "  cprsession recover live.zip.journal -o live.zip\n"
+        "  cprsession recover damaged.zip -o saved.zip");
+    command->callback([options, &run] { run.verb = [options] { return runRecover(*options); }; });
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef BENCH_ROW_H
+#define BENCH_ROW_H
+
+#include "Measure.h"
+#include "Sessions.h"
+
+#include <vector>
+
+namespace bench {
+
+/// What the rows share.
+struct Bench {
+    int pairs = 9;
+    Sessions sessions;
+};
+
+/// A row of the table.
+struct Row {
+    int number;
+    const char *what; ///< UTF-8, as is the next
+    const char *yardstick;
+    std::vector<Figure> (*measure)(Bench &);
+};
+
+// The rows by what they are about. Each yardstick stands where its row is measured.
+std::vector<Row> archiveRows();
+std::vector<Row> waveRows();
+std::vector<Row> memoryRows();
+std::vector<Row> liveRows();
+std::vector<Row> queryRows();
+std::vector<Row> peerRows();
+std::vector<Row> pictureRows();
+
+/// All of them, by number.
+std::vector<Row> allRows();
+
+/// Feeds a live session: what valgrind counts, in a child of this program that is started with the
+/// option of this name.
+int runInstructionTarget();
+constexpr char instructionTarget[] = "instruction-target";
+
+} // namespace bench
+
+#endif

@@ -1,0 +1,150 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Fuzzing.h"
+
+#include "CPRData.h"
+
+#include <QCoreApplication>
+#include <QHash>
+#include <QLoggingCategory>
+#include <QTimer>
+#include <QTimerEvent>
+#include <QXmlStreamWriter>
+
+#include <algorithm>
+#include <cstdio>
+#include <cstdlib>
+
+using E = CPREventBase;
+
+namespace fuzzing {
+
+namespace {
+
+bool isSummary(const CPREventBase *event)
+{
+    return event->type() == E::CprSessionInfo || event->type() == E::CprSessionStatistics
+        || event->type() == E::CprSessionScore;
+}
+
+// Behind the last event that has ended when the new one begins.
+void requirePlace(const QList<CPREventBase *> &list, const CPREventBase *event)
+{
+    int i = list.size() - 1;
+    for (; i >= 0 && list.at(i) != event; --i)
+        require(list.at(i)->eventEndTime() > event->msecs(), "an event stands too far in front");
+    require(i >= 0, "an announced event is listed");
+    require(i == 0 || list.at(i - 1)->eventEndTime() <= event->msecs(),
+            "an event stands too far behind");
+}
+
+// Summary events are read but not listed, and of pauses that overlap only the first is read.
+auto countOf(const CPREvents &events)
+{
+    return std::count_if(events.events().cbegin(), events.events().cend(), [](const E *event) {
+        return !isSummary(event) && event->type() != E::CprInactivityCPR;
+    });
+}
+
+} // namespace
+
+void prepare()
+{
+    static char name[] = "fuzz";
+    static char *arguments[] = {name, nullptr};
+    static int count = 1;
+    static QCoreApplication *application = nullptr;
+    if (application)
+        return;
+    application = new QCoreApplication(count, arguments); // lives as long as the process
+    const QByteArray log = qgetenv("CPRDATA_FUZZ_LOG");
+    QLoggingCategory::setFilterRules(log.isEmpty() ? QStringLiteral("*=false")
+                                                   : QStringLiteral("*=true"));
+    if (log != "show")
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+}
+
+void require(bool holds, const char *rule)
+{
+    if (holds)
+        return;
+    std::fprintf(stderr, "Does not hold: %s\n", rule);
+    std::abort();
+}
+
+void requireWhole(const CPREvents &events)
+{
+    QHash<const CPREventBase *, int> tagsOf;
+    for (const CPREventBase *event : events.events()) {
+        require(event->events() == &events && event->parent() == &events, "the list owns events");
+        require(!tagsOf.contains(event), "an event is listed once");
+        tagsOf.insert(event, 0);
+    }
+    for (int tag = 1; tag <= int(E::LastTag); tag <<= 1) {
+        for (const CPREventBase *event : events.events(E::EventTag(tag), -1)) {
+            require(tagsOf.contains(event), "an event of a tag's list is in the main list");
+            require((tagsOf[event] & tag) == 0, "an event is listed once for a tag");
+            tagsOf[event] |= tag;
+        }
+    }
+    for (auto it = tagsOf.cbegin(); it != tagsOf.cend(); ++it) {
+        // A copy lists its summary events for no tag.
+        require(it.value() == it.key()->tag() || (it.value() == 0 && isSummary(it.key())),
+                "an event is in the lists of its tags");
+    }
+}
+
+void requireOrder(CPREvents &events)
+{
+    const auto check = [&events](const CPREventBase *event) {
+        // When statistics and score arrive they can trim pauses that stood behind them.
+        if (isSummary(event) && event->type() != E::CprSessionInfo)
+            return;
+        requirePlace(events.events(), event);
+        for (int tag = 1; tag <= int(E::LastTag); tag <<= 1) {
+            if ((event->tag() & tag) != 0)
+                requirePlace(events.events(E::EventTag(tag), -1), event);
+        }
+    };
+    QObject::connect(&events, &CPREvents::compressionEvent, &events, check);
+    QObject::connect(&events, &CPREvents::ventilationEvent, &events, check);
+    QObject::connect(&events, &CPREvents::inactivityCPREvent, &events, check);
+    QObject::connect(&events, &CPREvents::cprGuiEventAdded, &events, check);
+    QObject::connect(&events, &CPREvents::otherEventAdded, &events, check);
+}
+
+void requireSame(const CPRData &stored, const CPRData &loaded)
+{
+    require(countOf(*stored.cprEvents()) == countOf(*loaded.cprEvents()), "every event is kept");
+    require(stored.compressionData()->count() == loaded.compressionData()->count()
+                && stored.ventilationData()->count() == loaded.ventilationData()->count(),
+            "every sample is kept");
+    // The flag is not stored, and an identifier that looks like a number comes back as a number.
+    CPRGuidelines guidelines(stored.cprGuidelines());
+    guidelines.setManikinGuidelineFlag(loaded.cprGuidelines()->manikinGuidelineFlag());
+    guidelines.setGuidelinesID(loaded.cprGuidelines()->guidelinesID());
+    require(guidelines == *loaded.cprGuidelines(), "guidelines are kept");
+}
+
+void fireTimers(CPRData &session)
+{
+    for (QTimer *timer : session.findChildren<QTimer *>()) {
+        if (timer->isActive()) {
+            QTimerEvent due(timer->timerId());
+            QCoreApplication::sendEvent(timer, &due);
+        }
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+QString document(const std::function<void(QXmlStreamWriter &)> &write)
+{
+    QString text;
+    QXmlStreamWriter writer(&text);
+    writer.setAutoFormatting(true);
+    write(writer);
+    return text;
+}
+
+} // namespace fuzzing

@@ -1,0 +1,356 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ArchiveSalvage.h"
+#include "ManikinLogPlayer.h"
+#include "ManikinLogReader.h"
+#include "SessionJournal.h"
+#include "TestSupport.h"
+
+#include <QBuffer>
+#include <QDataStream>
+#include <QDir>
+#include <QElapsedTimer>
+#include <QProcess>
+#include <QRandomGenerator>
+#include <QRegularExpression>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <zlib.h>
+
+using namespace ArchiveCheck;
+using namespace manikinlog;
+
+namespace {
+
+const QByteArray firstLine = QByteArray(ManikinLogReader::firstLine) + '\n';
+
+QByteArray bytesOf(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+bool make(const QString &name, const QByteArray &content)
+{
+    QFile file(name);
+    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
+}
+
+/// The events as they stand in an archive, with the sum and sizes of \a whole before or behind.
+QByteArray packedEvents(const QByteArray &content, int method, const QByteArray &whole,
+                        bool sizesBehind)
+{
+    // A deflated content is what zlib's format has between its head of 2 and its sum of 4 bytes;
+    // Qt puts the size in front.
+    const QByteArray packed = method == 0 ? content : qCompress(content).mid(6).chopped(4);
+    const auto sum = crc32(0, reinterpret_cast<const Bytef *>(whole.data()), uInt(whole.size()));
+    QByteArray member;
+    QDataStream stream(&member, QIODevice::WriteOnly);
+    stream.setByteOrder(QDataStream::LittleEndian);
+    const auto writeSizes = [&](quint32 factor) {
+        stream << factor * quint32(sum) << factor * packed.size() << factor * whole.size();
+    };
+    stream << 0x04034b50 << qint16(20) << qint16(sizesBehind ? 8 : 0) << qint16(method) << 0;
+    writeSizes(sizesBehind ? 0 : 1);
+    stream << int(qstrlen(members[Events].name));
+    const QByteArray body = members[Events].name + packed;
+    stream.writeRawData(body.data(), body.size());
+    if (sizesBehind) {
+        stream << 0x08074b50;
+        writeSizes(1);
+    }
+    return member;
+}
+
+const auto noProgress = [](qint64 /*done*/, qint64 /*total*/) {};
+
+} // namespace
+
+/// What a killed process, a full disk and a damaged file leave, and what is made of it.
+class TestRecover : public QObject {
+    Q_OBJECT
+
+    // In memory where there is such a place: the archives are many.
+    QTemporaryDir m_directory{QFileInfo("/dev/shm").isWritable() ? "/dev/shm/tst_recover-XXXXXX"
+                                                                 : QDir::tempPath() + "/XXXXXX"};
+    const QByteArray m_archive = bytesOf(TEST_DATA_DIR "/golden.zip");
+    QVector<int> m_headers; // of m_archive's members, and the directory behind them
+    ArchiveSalvage::Session m_whole;
+    ArchiveSalvage::Session m_session;
+    // To the next byte that is damaged; every one takes ten seconds.
+    const int m_step = qEnvironmentVariableIsSet("CPRDATA_EVERY_BYTE") ? 1 : 5;
+
+    QString path(const QString &name) const { return m_directory.filePath(name); }
+
+    void start(QProcess &process, const QStringList &arguments) const
+    {
+        process.setWorkingDirectory(m_directory.path());
+        process.start(CPRSESSION_PROGRAM, arguments);
+    }
+
+    int run(const QStringList &arguments) const
+    {
+        QProcess process;
+        start(process, arguments);
+        const bool isOver = process.waitForFinished();
+        return isOver && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+    }
+
+    // The number of the member that has this byte of m_archive; 5 is the directory.
+    int memberAt(int place) const
+    {
+        return int(std::upper_bound(m_headers.begin() + 1, m_headers.end(), place)
+                   - m_headers.begin() - 1);
+    }
+
+    // Salvages the archive into m_session, which has to be sound. The members from \a first to
+    // \a last can be damaged; the others have to come back byte by byte.
+    void salvage(const QByteArray &archive, int first, int last)
+    {
+        constexpr MemberIndex order[] = {Events, Waves, Compressions, Ventilations, Guidelines};
+        const QRegularExpression changes("length=\"\\d+\"|\n"); // the lengths follow the samples
+        QVERIFY(make(path("damaged.zip"), archive));
+        m_session = ArchiveSalvage::run(path("damaged.zip"), noProgress);
+        bool isAll = true;
+        for (int i = 0; i < 5; ++i) {
+            const QString name = memberName(order[i]);
+            const bool isSame = QString::fromLatin1(m_session.contents[order[i]]).remove(changes)
+                == QString::fromLatin1(m_whole.contents[order[i]]).remove(changes);
+            const bool isWhole = m_session.report.contains(name + ": whole");
+            QVERIFY2(isSame || (i >= first && i <= last && !isWhole), qPrintable(name));
+            isAll = isAll && isWhole;
+        }
+        QCOMPARE(m_session.isAll, isAll);
+        if (!m_session.holdsAnything)
+            return;
+        QCOMPARE(ArchiveSalvage::write(path("salvaged.zip"), m_session), QString());
+        const FindingList findings = ArchiveCheck::run(path("salvaged.zip"), noProgress);
+        QVERIFY2(findings.errors() == 0, qPrintable(findings.toText()));
+    }
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QCOMPARE(run({"simulate", "--duration", "120", "-o", "whole.cprlog"}), 0);
+        for (int i = 0; i >= 0; i = m_archive.indexOf("PK\x03\x04", i + 1))
+            m_headers.append(i);
+        m_headers.append(m_archive.indexOf("PK\x01\x02"));
+        QCOMPARE(m_headers.size(), 6);
+        m_whole = ArchiveSalvage::run(TEST_DATA_DIR "/golden.zip", noProgress);
+        for (const MemberRow &row : members)
+            QCOMPARE(m_whole.contents[row.index],
+                     bytesOf(TEST_DATA_DIR "/golden/" + QString(row.name)));
+    }
+
+    // Several sessions at twenty times the speed, each killed at some moment.
+    void killedRunsComeBack()
+    {
+        constexpr int speed = 20;
+        constexpr int mayBeLostMs = 1000;
+        const QByteArray log = bytesOf(path("whole.cprlog"));
+        const quint32 seed = QRandomGenerator::system()->generate();
+        qInfo("seed %u", seed);
+        QRandomGenerator random(seed);
+        for (const QString archive : {"a.zip", "b.zip", "c.zip", "d.zip"}) {
+            QProcess process;
+            start(process, {"replay", "whole.cprlog", "-o", archive, "--speed", "20"});
+            const QString journal = SessionJournal::nameFor(path(archive));
+            QTRY_VERIFY(QFileInfo(journal).size() > firstLine.size());
+            QElapsedTimer clock; // starts a little later than the session's
+            clock.start();
+            QTest::qSleep(random.bounded(1900));
+            const qint64 played = clock.elapsed();
+            process.kill();
+            QVERIFY(process.waitForFinished());
+
+            const QByteArray kept = bytesOf(journal);
+            QVERIFY(log.startsWith(kept) && kept.endsWith('\n'));
+            const qint64 next = log.mid(kept.size(), 20).split(' ').first().toLongLong();
+            QVERIFY2(next > (played - mayBeLostMs) * speed, qPrintable(QString::number(next)));
+
+            QVERIFY(make(path("cut.cprlog"), kept));
+            QCOMPARE(run({"replay", "cut.cprlog", "-o", "cut.zip", "--force"}), 0);
+            QCOMPARE(run({"recover", archive, "-o", archive}), 0);
+            QCOMPARE(run({"diff", "cut.zip", archive, "--ignore-times"}), 0);
+            QCOMPARE(run({"validate", archive}), 0);
+        }
+    }
+
+    void damagedLines_data()
+    {
+        TestSupport::addRows(
+            {"log", "counts", "error"},
+            {"whole|1 header 1;2 header 2;|2 0|",
+             "half a line|1 header 1;2 header 21|1 1|log:3: expected a whole line",
+             "in the middle|1 header 1;2 haeder 2;3 header 3;|2 1|log:3: expected",
+             "wrong time|1 header 1;90 header 2;3 header 3;|3 0|",
+             "two|1 header;2 haeder 2;3 header 3;|1 2|log:2: expected",
+             "endless line|1 header 1;~2 header 2;3 header 3;|2 1|log:3: expected"});
+    }
+
+    void damagedLines()
+    {
+        QFETCH(QString, log);
+        QFETCH(QString, counts); // of records and of lines left out
+        QFETCH(QString, error);
+        QByteArray text = firstLine + log.replace(';', '\n').toUtf8();
+        text.replace("~", QByteArray(200'000, 'x'));
+        QBuffer buffer(&text);
+        buffer.open(QIODevice::ReadOnly);
+        ManikinLogReader reader(&buffer, "log", ManikinLogReader::Damage::IsSkipped);
+        CPRData session;
+        int count = 0;
+        QVERIFY(ManikinLogPlayer(&session).play(reader, [&count](qint64) { ++count; }));
+        QCOMPARE(QString("%1 %2").arg(count).arg(reader.skippedLines()), counts);
+        QCOMPARE(reader.skippedError().left(error.size()), error);
+    }
+
+    void journalBelongsToOne()
+    {
+        const QString target = path("one.zip");
+        SessionJournal journal;
+        SessionJournal other;
+        QVERIFY(journal.open(target));
+        QVERIFY(journal.add({5, Learner{"Ann"}}) && journal.add({6, WaveHeader{7}}));
+        const QByteArray content = firstLine + "5 learner Ann\n6 header 7\n";
+        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(journal.fileName()), content, 1000);
+        QVERIFY(!SessionJournal::isRecoverable(target));
+        QVERIFY(!other.open(target, SessionJournal::LeftJournal::Discard));
+        QVERIFY(other.errorString().contains(QString::number(QCoreApplication::applicationPid())));
+        QCOMPARE(run({"replay", "whole.cprlog", "-o", "one.zip", "--force"}), 1);
+        QCOMPARE(run({"recover", "one.zip", "-o", "other.zip"}), 1);
+        QCOMPARE(run({"recover", "one.zip.journal", "-o", "other.zip"}), 1);
+
+        QVERIFY(journal.open(path("two.zip"))); // closes the first
+        QVERIFY(SessionJournal::isRecoverable(target));
+        QVERIFY(!other.open(target));
+        QCOMPARE(bytesOf(target + ".journal"), content);
+        QVERIFY(other.open(target, SessionJournal::LeftJournal::Discard) && other.remove());
+        QVERIFY(journal.open(target)); // and two.zip's is left, but holds no record
+        QVERIFY(other.open(path("two.zip")) && journal.remove() && other.remove());
+        QCOMPARE(QDir(m_directory.path()).entryList({"one*", "two*"}), QStringList());
+    }
+
+    void fullDiskCostsTheJournalOnly()
+    {
+        CPRData session;
+        SessionJournal journal;
+        QSignalSpy failures(&journal, &SessionJournal::failed);
+        ManikinLogPlayer player(&session);
+        player.setJournal(&journal);
+        QVERIFY(journal.open(path("full.zip")));
+        rlimit before{};
+        getrlimit(RLIMIT_FSIZE, &before);
+        const rlimit small{1000, before.rlim_max};
+        std::signal(SIGXFSZ, SIG_IGN);
+        QCOMPARE(setrlimit(RLIMIT_FSIZE, &small), 0);
+        for (int i = 0; i < 500; ++i)
+            QVERIFY(player.play({i, Learner{QString("Learner %1").arg(i)}}));
+        journal.sync();
+        setrlimit(RLIMIT_FSIZE, &before);
+
+        QCOMPARE(session.learners().size(), 500);
+        QCOMPARE(failures.count(), 1);
+        QVERIFY(journal.errorString().contains("full.zip.journal") && !journal.isOpen());
+        const QByteArray kept = bytesOf(journal.fileName());
+        QVERIFY(kept.startsWith(firstLine) && kept.endsWith('\n') && kept.size() <= 1000);
+    }
+
+    void replayAndItsJournal()
+    {
+        QVERIFY(make(path("new.zip.journal"), firstLine + "1 header 1\n"));
+        QCOMPARE(run({"replay", "whole.cprlog", "-o", "new.zip"}), 2);
+        QCOMPARE(run({"replay", "new.zip.journal", "-o", "new.zip", "--force"}), 2);
+        QCOMPARE(bytesOf(path("new.zip.journal")), firstLine + "1 header 1\n");
+        QCOMPARE(run({"replay", "whole.cprlog", "-o", "new.zip", "--force"}), 0);
+        QCOMPARE(QDir(m_directory.path()).entryList({"new*"}), QStringList{"new.zip"});
+
+        QVERIFY(QDir().mkpath(path("odd.zip.journal"))); // no journal can be written
+        QCOMPARE(run({"replay", "whole.cprlog", "-o", "odd.zip"}), 0);
+
+        QProcess process; // whose target turns into a directory meanwhile
+        start(process, {"replay", "whole.cprlog", "-o", "x.zip", "--speed", "300"});
+        QTRY_VERIFY(QFileInfo(path("x.zip.journal")).size() > firstLine.size());
+        QVERIFY(QDir().mkdir(path("x.zip")));
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 1);
+        QVERIFY(process.readAllStandardError().contains("cprsession recover x.zip.journal"));
+        QCOMPARE(run({"recover", "x.zip.journal", "-o", "saved.zip"}), 0);
+        QCOMPARE(run({"diff", "new.zip", "saved.zip", "--ignore-times"}), 0);
+        QCOMPARE(run({"recover", "saved.zip", "-o", "./saved.zip", "--force"}), 2);
+        QCOMPARE(run({"recover", "x.zip", "-o", "nothing.zip"}), 1);
+        QVERIFY(!QFile::exists(path("nothing.zip")));
+    }
+
+    void cutArchives()
+    {
+        int events = 0;
+        int steps = 0;
+        for (int size = 0; size < m_archive.size(); size += m_step) {
+            salvage(m_archive.left(size), memberAt(size), 4);
+            // With each byte there is more, and nothing that was not stored.
+            const QByteArray content = m_session.contents[Events];
+            const QByteArray begin = content.left(content.lastIndexOf("</eventList>")).trimmed();
+            const int count = m_session.holdsAnything ? content.count("<evt ") : 0;
+            if (QTest::currentTestFailed() || count < events
+                || (count > 1 && !m_whole.contents[Events].startsWith(begin)))
+                QFAIL(qPrintable(QString("cut to %1 bytes").arg(size)));
+            steps += count > events ? 1 : 0;
+            events = count;
+        }
+        QCOMPARE(events, 15);
+        QVERIFY(steps > 5);
+    }
+
+    void flippedBits()
+    {
+        for (int place = 0; place < m_archive.size(); place += m_step) {
+            QByteArray archive = m_archive;
+            archive[place] = static_cast<char>(archive.at(place) ^ 1 << place % 8);
+            salvage(archive, memberAt(place), memberAt(place));
+            // What the header before a member says is also said by the directory.
+            const int header = m_headers.at(memberAt(place));
+            QVERIFY(m_session.isAll || place >= header + 30);
+            if (QTest::currentTestFailed())
+                QFAIL(qPrintable(QString("byte %1").arg(place)));
+        }
+    }
+
+    void kindsOfMembers_data()
+    {
+        TestSupport::addRows({"method", "sizesBehind", "from", "to", "report"},
+                             {"stored|0||||whole", "stored, sizes behind|0|yes|||whole",
+                              "deflated|8||||whole", "deflated, sizes behind|8|yes|||whole",
+                              "another value|8||\"51.2|\"52.2|all 15 events",
+                              "no value|0||\"51.2|\"5x.2|14 of 15 events",
+                              "broken element|8|yes|LossEnd\"|LossEnd |14 of 15 events",
+                              "number of the summary|0|yes|70000|7000O|all 15 events"});
+    }
+
+    // The events alone, with a text that was changed behind the checksum's back.
+    void kindsOfMembers()
+    {
+        QFETCH(QString, method);
+        QFETCH(QString, sizesBehind);
+        QFETCH(QString, from);
+        QFETCH(QString, to);
+        QFETCH(QString, report);
+        const QByteArray whole = m_whole.contents[Events];
+        QByteArray content = whole;
+        if (!from.isEmpty())
+            content.replace(from.toUtf8(), to.toUtf8());
+        salvage("PK" + packedEvents(content, method.toInt(), whole, !sizesBehind.isEmpty()), 0, 4);
+        if (report != "whole")
+            report += "; its checksum is another, so this is not certain";
+        QCOMPARE(m_session.report.at(3), "CPR/CPREvents.xml: " + report);
+        QVERIFY(m_session.contents[Events].contains("Ann,Bob"));
+        QCOMPARE(run({"recover", "damaged.zip", "-o", "kept.zip", "--force"}), 1);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestRecover)
+#include "tst_recover.moc"
