@@ -15,9 +15,12 @@ constexpr int maximalAttributes = 128;
 constexpr int maximalDepth = 64;
 constexpr qint64 maximalLength = 1024 * 1024; // of a text, a tag or a comment, in bytes
 
-bool endsTagPart(char c)
+// A shorter tag has no room for so many.
+constexpr qint64 longestUncounted = maximalAttributes * qint64(sizeof(" a=''") - 1);
+
+const char *find(const char *from, const char *end, char c)
 {
-    return c == '"' || c == '>' || c == '\'';
+    return static_cast<const char *>(std::memchr(from, c, static_cast<std::size_t>(end - from)));
 }
 
 } // namespace
@@ -55,17 +58,8 @@ const char *XmlInput::scan(const char *from, const char *end)
 {
     const char *at = from;
     while (at < end && m_damage.isEmpty()) {
-        // Of most bytes nothing matters but where they end.
-        const char *next = at;
-        if (m_place == Place::Text || m_place == Place::Quoted)
-            next = std::find(at, end, m_place == Place::Text ? '<' : m_quote);
-        else if (m_place == Place::Tag)
-            next = std::find_if(at, end, endsTagPart);
-        if (next > at) {
-            m_length += next - at;
-            m_lastBytes[2] = next[-1];
-        }
-        at = next;
+        if (m_place == Place::Text)
+            at = passPlainTags(at, end);
         if (at < end)
             step(*at++);
         if (m_length > maximalLength)
@@ -74,13 +68,44 @@ const char *XmlInput::scan(const char *from, const char *end)
     return at;
 }
 
+// Passes over the text and the tags behind it of which nothing but their beginning and end has to
+// be looked at, which are nearly all. Returns where the first other one begins.
+const char *XmlInput::passPlainTags(const char *from, const char *end)
+{
+    const char *at = find(from, end, '<');
+    const char *next = at;
+    while (next && m_damage.isEmpty()) {
+        at = next;
+        m_length = 0;
+        next = find(at + 1, end, '<'); // no attribute holds one
+        if (next && !passPlainTag(at, next))
+            return at;
+    }
+    if (at)
+        return at;
+    m_length += end - from;
+    return end;
+}
+
+// False for what has to be looked at byte by byte.
+bool XmlInput::passPlainTag(const char *tag, const char *next)
+{
+    const char *const close = find(tag, next, '>');
+    if (next - tag >= longestUncounted || tag[1] == '!' || tag[1] == '?' || !close
+        || find(close + 1, next, '>')) {
+        return false;
+    }
+    closeTag(tag[1] == '/', close[-1] == '/');
+    return true;
+}
+
 void XmlInput::step(char c)
 {
     ++m_length;
     std::copy(m_lastBytes + 1, std::end(m_lastBytes), m_lastBytes);
     m_lastBytes[2] = c;
     switch (m_place) {
-    case Place::Text:
+    case Place::Text: // passPlainTags() stops at a "<" only
         m_place = Place::Opening;
         m_length = 1;
         break;
@@ -91,7 +116,8 @@ void XmlInput::step(char c)
         stepInTag(c);
         break;
     case Place::Quoted:
-        m_place = Place::Tag;
+        if (c == m_quote)
+            m_place = Place::Tag;
         break;
     case Place::Declaration:
         if (c == '-')
@@ -140,12 +166,17 @@ void XmlInput::stepInTag(char c)
                 QStringLiteral("an element with more than %1 attributes").arg(maximalAttributes);
         }
     } else if (c == '>') {
-        if (m_isEndTag)
-            --m_depth;
-        else if (!endsWith("/>", 2) && ++m_depth > maximalDepth)
-            m_damage = QStringLiteral("more than %1 elements in each other").arg(maximalDepth);
+        closeTag(m_isEndTag, endsWith("/>", 2));
         enterText();
     }
+}
+
+void XmlInput::closeTag(bool isEndTag, bool isEmptyElement)
+{
+    if (isEndTag)
+        --m_depth;
+    else if (!isEmptyElement && ++m_depth > maximalDepth)
+        m_damage = QStringLiteral("more than %1 elements in each other").arg(maximalDepth);
 }
 
 void XmlInput::enterText()

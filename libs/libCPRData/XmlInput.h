@@ -30,9 +30,12 @@ private:
     enum class Place { Text, Opening, Tag, Quoted, Declaration, Comment, CData, Instruction };
 
     const char *scan(const char *from, const char *end);
+    const char *passPlainTags(const char *from, const char *end);
+    bool passPlainTag(const char *tag, const char *next);
     void step(char c);
     void openMarkup(char c);
     void stepInTag(char c);
+    void closeTag(bool isEndTag, bool isEmptyElement);
     void enterText();
     bool endsWith(const char *ending, int shortest) const;
 
