@@ -484,6 +484,11 @@ QVariant *CPREventBase::storedValue(ParameterType type) const
     return found == m_stored->end() ? nullptr : &found->value;
 }
 
+int CPREventBase::storedParameterCount() const
+{
+    return m_stored ? static_cast<int>(m_stored->size()) : 0;
+}
+
 // Calls take(key, value) for each parameter in the order in which they came.
 template <typename Take> void CPREventBase::forEachParameter(Take take) const
 {

@@ -618,6 +618,7 @@ private:
     };
 
     QVariant *storedValue(ParameterType type) const;
+    int storedParameterCount() const;
     template <typename Take> void forEachParameter(Take take) const;
 
     CPREvents *m_owner; // not owned: it is the parent

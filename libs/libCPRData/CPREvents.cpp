@@ -22,6 +22,7 @@
 
 #include <QIODevice>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QTimer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -47,6 +48,9 @@ constexpr uint allTags = (1U << tagCount) - 1;
 
 // A day with six events a second. A file with more would take all memory.
 constexpr int maximalEventsRead = 24 * 60 * 60 * 6;
+// Of events other than the standing ones. Compressions and ventilations hold theirs in properties,
+// and of the rest a day has some thousand.
+constexpr int maximalParametersRead = 100'000;
 
 // Behind the last event that ends at or before the new one's start; events that overlap that start
 // stay after it.
@@ -744,7 +748,8 @@ void CPREvents::read(QXmlStreamReader *reader)
     if (!reader->readNextStartElement() || reader->name() != QLatin1String("eventList"))
         return;
 
-    CPREventBase *previous = nullptr;
+    QPointer<CPREventBase> previous; // a host may delete it while it is announced
+    int parameters = 0;
     while (reader->readNextStartElement() && reader->name() == QLatin1String("evt")) {
         if (m_events.size() >= maximalEventsRead) {
             reader->raiseError(QStringLiteral("more than %1 events").arg(maximalEventsRead));
@@ -763,6 +768,10 @@ void CPREvents::read(QXmlStreamReader *reader)
         CPREventBase *event =
             eventToRead(type, attributes.value(QLatin1String("msecs")).toInt(), isStanding);
         event->read(reader);
+        parameters += isStanding ? 0 : event->storedParameterCount();
+        if (parameters > maximalParametersRead && !reader->hasError())
+            reader->raiseError(
+                QStringLiteral("more than %1 parameters").arg(maximalParametersRead));
         if (event->filterEvent(previous)) {
             if (!isStanding)
                 delete event;

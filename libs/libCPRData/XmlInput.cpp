@@ -13,6 +13,8 @@ namespace {
 // Far above what a session holds: 47 attributes, 4 elements in each other, 200 bytes.
 constexpr int maximalAttributes = 128;
 constexpr int maximalDepth = 64;
+// The events of a day with all their parameters are 8 million.
+constexpr int maximalElements = 10'000'000;
 constexpr qint64 maximalLength = 1024 * 1024; // of a text, a tag or a comment, in bytes
 
 // A shorter tag has no room for so many.
@@ -34,11 +36,15 @@ qint64 XmlInput::readData(char *data, qint64 maxSize)
 {
     if (!m_damage.isEmpty())
         return -1;
-    const qint64 size = m_member->read(data, maxSize);
-    if (size < 0 && !m_member->atEnd())
+    // The XML reader takes a document to end where it gets only a few bytes at first.
+    qint64 size = 0;
+    qint64 taken = 0;
+    while (size < maxSize && (taken = m_member->read(data + size, maxSize - size)) > 0)
+        size += taken;
+    if (taken < 0 && !m_member->atEnd())
         m_damage = m_member->errorString();
-    if (size <= 0)
-        return size;
+    if (size == 0)
+        return taken;
     m_total += size;
     if (m_total > CPRFileHandlerZip::maximalMemberSize)
         m_damage = QStringLiteral("more than %1 bytes").arg(CPRFileHandlerZip::maximalMemberSize);
@@ -60,10 +66,9 @@ const char *XmlInput::scan(const char *from, const char *end)
     while (at < end && m_damage.isEmpty()) {
         if (m_place == Place::Text)
             at = passPlainTags(at, end);
-        if (at < end)
+        if (at < end && m_damage.isEmpty())
             step(*at++);
-        if (m_length > maximalLength)
-            m_damage = QStringLiteral("a text or tag of more than %1 bytes").arg(maximalLength);
+        checkLength();
     }
     return at;
 }
@@ -73,6 +78,8 @@ const char *XmlInput::scan(const char *from, const char *end)
 const char *XmlInput::passPlainTags(const char *from, const char *end)
 {
     const char *at = find(from, end, '<');
+    m_length += (at ? at : end) - from;
+    checkLength();
     const char *next = at;
     while (next && m_damage.isEmpty()) {
         at = next;
@@ -81,10 +88,7 @@ const char *XmlInput::passPlainTags(const char *from, const char *end)
         if (next && !passPlainTag(at, next))
             return at;
     }
-    if (at)
-        return at;
-    m_length += end - from;
-    return end;
+    return at ? at : end;
 }
 
 // False for what has to be looked at byte by byte.
@@ -173,10 +177,18 @@ void XmlInput::stepInTag(char c)
 
 void XmlInput::closeTag(bool isEndTag, bool isEmptyElement)
 {
+    if (!isEndTag && ++m_elements > maximalElements)
+        m_damage = QStringLiteral("more than %1 elements").arg(maximalElements);
     if (isEndTag)
         --m_depth;
     else if (!isEmptyElement && ++m_depth > maximalDepth)
         m_damage = QStringLiteral("more than %1 elements in each other").arg(maximalDepth);
+}
+
+void XmlInput::checkLength()
+{
+    if (m_length > maximalLength)
+        m_damage = QStringLiteral("a text or tag of more than %1 bytes").arg(maximalLength);
 }
 
 void XmlInput::enterText()

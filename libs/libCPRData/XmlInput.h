@@ -36,6 +36,7 @@ private:
     void openMarkup(char c);
     void stepInTag(char c);
     void closeTag(bool isEndTag, bool isEmptyElement);
+    void checkLength();
     void enterText();
     bool endsWith(const char *ending, int shortest) const;
 
@@ -45,6 +46,7 @@ private:
     qint64 m_length = 0; // of the text or the markup so far
     int m_attributes = 0; // of the element so far
     int m_depth = 0; // elements that are open
+    int m_elements = 0;
     Place m_place = Place::Text;
     char m_lastBytes[3] = {};
     char m_quote = 0;

@@ -1,0 +1,478 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "AnyInput.h"
+#include "StoredSession.h"
+
+#include <QLoggingCategory>
+#include <QMetaMethod>
+#include <QPointer>
+#include <QTemporaryDir>
+#include <QtEndian>
+
+#include <ctime>
+
+using namespace TestSupport;
+using E = CPREventBase;
+
+namespace {
+
+QStringList warnings;
+
+void keepWarning(QtMsgType type, const QMessageLogContext & /*context*/, const QString &text)
+{
+    if (type == QtWarningMsg)
+        warnings.append(text);
+}
+
+bool isWarnedOf(const QString &member)
+{
+    return !warnings.filter(member).isEmpty();
+}
+
+Members saved(const CPRData &session)
+{
+    MemoryFiles files;
+    CPRData copy(session); // lists the statistics and the score
+    return copy.writeData(&files) ? files.members : Members();
+}
+
+Members savedAgain(const Members &members)
+{
+    MemoryFiles files(members);
+    CPRData session;
+    return session.readData(&files) ? saved(session) : Members();
+}
+
+// Sorted: where events that overlap stand depends on which of them came first.
+QStringList eventsOf(const Members &members, const QString &kinds)
+{
+    const QString list = QString(members[names[0]]).remove("</eventList>").simplified();
+    QStringList events = list.split(" <evt ").filter(QRegularExpression(kinds));
+    events.sort();
+    return events;
+}
+
+// How much of a test is run: all of it takes long.
+int seeds(int usual)
+{
+    return qEnvironmentVariableIsSet("CPRDATA_SEEDS")
+        ? qEnvironmentVariableIntValue("CPRDATA_SEEDS")
+        : usual;
+}
+
+// Offsets in a local header; in the directory these fields lie two bytes further behind.
+constexpr int packedSizeField = 18;
+constexpr int nameSizeField = 26;
+constexpr int headerSize = 30;
+constexpr int entrySize = 46;
+
+struct Entry {
+    QString name; // without the folder
+    int entry; // these are offsets
+    int header;
+    int payload;
+    int payloadEnd;
+};
+
+int numberAt(const QByteArray &zip, int at, int width = 4)
+{
+    quint32 number = 0;
+    memcpy(&number, zip.constData() + at, size_t(width));
+    return int(qFromLittleEndian(number));
+}
+
+void patch(QByteArray &zip, int at, int width, quint32 value)
+{
+    const quint32 number = qToLittleEndian(value);
+    memcpy(zip.data() + at, &number, size_t(width));
+}
+
+QVector<Entry> directoryOf(const QByteArray &zip)
+{
+    QVector<Entry> entries;
+    for (int at = zip.indexOf("PK\1\2"); at >= 0; at = zip.indexOf("PK\1\2", at + 1)) {
+        const int nameSize = numberAt(zip, at + nameSizeField + 2, 2);
+        const int header = numberAt(zip, at + 42);
+        const int payload =
+            header + headerSize + nameSize + numberAt(zip, header + nameSizeField + 2, 2);
+        entries.append({zip.mid(at + entrySize + 4, nameSize - 4), at, header, payload,
+                        payload + numberAt(zip, at + packedSizeField + 2)});
+    }
+    return entries;
+}
+
+} // namespace
+
+/// Damaged and hostile archives, failing devices, and hosts that do what they should not.
+class TestFaults : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    const QString m_path = m_dir.filePath("session.zip");
+    QByteArray m_golden; // an archive of another program
+    QByteArray m_own; // the same session
+    Members m_members; // of the golden archive
+    Members m_whole; // what a session holds that is loaded from it
+    Members m_empty; // what a new one holds
+    double m_slowest = 0; // s
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules("Kelmar.*.warning=true");
+        qInstallMessageHandler(keepWarning);
+        CPRData session;
+        m_empty = contentOf(session);
+        m_golden = bytesOf(TEST_DATA_DIR "/golden.zip");
+        QVERIFY(TestSupport::load(TEST_DATA_DIR "/golden.zip", session));
+        m_whole = contentOf(session);
+        m_members = saved(session);
+        CPRData copy(session); // lists the statistics and the score
+        QVERIFY(save(m_path, copy, Zip::Create));
+        m_own = bytesOf(m_path);
+    }
+
+    void init() { warnings.clear(); }
+
+    void cutArchive()
+    {
+        for (const QByteArray &zip : {m_golden, m_own}) {
+            for (int size = 0; size < zip.size(); ++size)
+                QVERIFY2(isSound(load(zip.left(size))), qPrintable(QString::number(size)));
+        }
+    }
+
+    void flippedBits()
+    {
+        for (const QByteArray &zip : {m_golden, m_own}) {
+            const QVector<Entry> entries = directoryOf(zip);
+            int reported = 0;
+            int unused = 0;
+            for (int flip = 0; flip < zip.size() * qMin(8, seeds(1)); flip += slowdown) {
+                const int at = flip % zip.size();
+                const int bit = (at + flip / zip.size()) % 8;
+                QByteArray damaged = zip;
+                patch(damaged, at, 1, quint32(zip[at]) ^ (1U << bit));
+                const Loaded loaded = load(damaged);
+                bool isRight = isSound(loaded);
+                for (const Entry &entry : entries) {
+                    if (at < entry.payload || at >= entry.payloadEnd)
+                        continue;
+                    // A deflated member has bits that mean nothing, such as those behind its end.
+                    Members expected = m_whole;
+                    if (!loaded.isComplete)
+                        expected[entry.name] = m_empty[entry.name];
+                    isRight &= loaded.content == expected;
+                    isRight &= loaded.isComplete || isWarnedOf(entry.name);
+                    ++(loaded.isComplete ? unused : reported);
+                }
+                QVERIFY2(isRight, qPrintable(QString("byte %1, bit %2").arg(at).arg(bit)));
+            }
+            QVERIFY(unused < reported / 10);
+        }
+    }
+
+    // A row: in which headers (local or directory), the field's offset and width, and its value;
+    // +n and -n change it.
+    void falsifiedHeaders_data()
+    {
+        // clang-format off
+        addRows({"headers", "field", "width", "value"},
+                {"size smaller|L D|22|4|-1", "size larger|L D|22|4|+1", "size 0|L D|22|4|0",
+                 "size 2^31|L D|22|4|2147483648", "size 2^32-1|L D|22|4|4294967295",
+                 "local size|L|22|4|+1", "local size 2^32-1|L|22|4|4294967295",
+                 "listed size|D|22|4|-1", "listed size 2^31|D|22|4|2147483648",
+                 "packed size smaller|L D|18|4|-1", "packed size larger|L D|18|4|+1",
+                 "packed size 2^31|L D|18|4|2147483648", "packed size 2^32-1|L D|18|4|4294967295",
+                 "local packed size|L|18|4|-1", "listed packed size|D|18|4|+1",
+                 "checksum|L D|14|4|+1", "method|L D|8|2|14", "local method|L|8|2|12",
+                 "encrypted|L D|6|2|1", "elsewhere|D|40|4|+1", "behind the end|D|40|4|99999999"});
+        // clang-format on
+    }
+
+    void falsifiedHeaders()
+    {
+        QFETCH(QString, headers);
+        QFETCH(QString, field);
+        QFETCH(QString, width);
+        QFETCH(QString, value);
+        for (const Entry &entry : directoryOf(m_golden)) {
+            QByteArray damaged = m_golden;
+            for (const QString &header : headers.split(' ')) {
+                const int at = field.toInt() + (header == "L" ? entry.header : entry.entry + 2);
+                const bool isChange = value[0] == '+' || value[0] == '-';
+                patch(damaged, at, width.toInt(),
+                      isChange ? quint32(numberAt(damaged, at) + value.toInt()) : value.toUInt());
+            }
+            const Loaded loaded = load(damaged);
+            QVERIFY(isSound(loaded));
+            QVERIFY(loaded.isComplete ? loaded.content == m_whole : isWarnedOf(entry.name));
+        }
+    }
+
+    void renamedMembers()
+    {
+        const QVector<Entry> entries = directoryOf(m_golden);
+        for (const Entry &entry : entries) {
+            const Loaded loaded = load(renamed(entry, "#"));
+            const bool isWave = entry.name.endsWith(".WV");
+            QVERIFY(isSound(loaded));
+            QCOMPARE(loaded.isComplete, isWave);
+            QCOMPARE(loaded.content[entry.name], m_empty[entry.name]);
+        }
+        // Two of a name: the first one counts, whatever the second one holds.
+        const Loaded loaded = load(renamed(entries[3], "COMP"));
+        Members expected = m_whole;
+        expected["VENT.WV"].clear();
+        QVERIFY(loaded.isComplete && loaded.content == expected);
+    }
+
+    // A row: the member, and what it is made of, percent-encoded: the head, a unit and how often it
+    // is repeated (# is its number), the tail.
+    void bombs_data()
+    {
+        // clang-format off
+        addRows({"member", "head", "unit", "count", "tail"},
+                {"300 MB of blanks|CPREvents.xml||%20|300000000|<eventList/>",
+                 "250 MB of blanks|CPREvents.xml||%20|250000000|<eventList/>",
+                 "250 MB in guidelines|CPRGuidelines.xml||%20|250000000|",
+                 "attributes|CPREvents.xml|<eventList><evt type=\"Event\" msecs=\"1\"| a#=\"\"|80000|/></eventList>",
+                 "nested elements|CPREvents.xml|<eventList>|<evt>|100000|",
+                 "nested in waves|CPRWaves.xml||<waveForm>|100000|",
+                 "long text|CPREvents.xml|<eventList>|x|1100000|</eventList>",
+                 "long value|CPREvents.xml|<eventList><evt type=\"|x|1100000|\"/></eventList>",
+                 "long comment|CPREvents.xml|<!--|x|1100000|--><eventList/>",
+                 "long section|CPREvents.xml|<eventList><![CDATA[|x|1100000|]]></eventList>",
+                 "many events|CPREvents.xml|<eventList>|<evt type=\"CprCompEvent\" msecs=\"#\"/>|600000|</eventList>",
+                 "many parameters|CPREvents.xml|<eventList>|<evt type=\"CprAedEvent\" msecs=\"#\"><param type=\"aedType\" value=\"1\"/></evt>|600000|</eventList>",
+                 "many elements|CPRWaves.xml|<waveFormList>|<b/>|50000000|</waveFormList>",
+                 "unknown values|CPRGuidelines.xml|<guidelines>|<a# value=\"1\"/>|50000|</guidelines>",
+                 "entities|CPREvents.xml|<!DOCTYPE a [<!ENTITY a1 \"aaaa\">|<!ENTITY b# \"&a1;&a1;\">|1000|]><eventList>&b9;</eventList>",
+                 "external entity|CPREvents.xml||||<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><eventList/>",
+                 "UTF-16|CPREvents.xml||||%FF%FE<%00a%00/%00>%00",
+                 "UTF-16 declared|CPREvents.xml||||<?xml version='1.0' encoding='UTF-16'?><eventList/>",
+                 "Latin|CPREvents.xml||||<?xml version='1.0' encoding='ISO-8859-1'?><eventList/>",
+                 "no XML|CPREvents.xml||%FF|1000000|",
+                 "wave of 25 h|COMP.WV||%01|18000000|",
+                 "wave of 240 MB|VENT.WV||%01|240000000|",
+                 "wave of 300 MB|COMP.WV||%01|300000000|"});
+        // clang-format on
+    }
+
+    void bombs()
+    {
+        QFETCH(QString, member);
+        QFETCH(QString, head);
+        QFETCH(QString, unit);
+        QFETCH(QString, count);
+        QFETCH(QString, tail);
+        const auto decoded = [](const QString &text) {
+            return QByteArray::fromPercentEncoding(text.toUtf8());
+        };
+        Zip zip;
+        QVERIFY(zip.open(m_path, Zip::Add));
+        QIODevice *device = zip.openFileForWriting(member);
+        QVERIFY(device && device->write(decoded(head)) >= 0);
+        const int atOnce = unit.contains('#') ? 1 : 100000;
+        for (int i = 0; i < count.toInt(); i += atOnce) {
+            const QByteArray one = decoded(unit).replace('#', QByteArray::number(i));
+            QVERIFY(device->write(one.repeated(qMin(atOnce, count.toInt() - i))) > 0);
+        }
+        device->write(decoded(tail));
+        zip.releaseFile(device);
+        QVERIFY(zip.close());
+
+        enum { Refused, Believed, NotNamed };
+        const Ended ended = runInChild([&] {
+            CPRData session;
+            const bool isComplete = TestSupport::load(m_path, session);
+            return isComplete ? Believed : isWarnedOf(member) ? Refused : NotNamed;
+        });
+        QCOMPARE(ended.exitCode, int(Refused));
+        QVERIFY2(ended.cpuSeconds < 2 * slowdown, qPrintable(QString::number(ended.cpuSeconds)));
+        QVERIFY2(ended.megabytes < 256 * slowdown, qPrintable(QString::number(ended.megabytes)));
+    }
+
+    void failingDevices()
+    {
+        MemoryFiles golden(m_members);
+        CPRData session;
+        QVERIFY(session.readData(&golden));
+        session.compressionData()->fill(70000); // several writes
+        MemoryFiles whole;
+        QVERIFY(session.writeData(&whole));
+        const Members stored = whole.members;
+        for (int call = 1, isOver = 0; !isOver; ++call) {
+            MemoryFiles files;
+            files.untilFailure = call;
+            const bool isStored = session.writeData(&files);
+            isOver = files.failed.isEmpty();
+            QCOMPARE(isStored, files.failed != names[0] && files.failed != names[4]);
+            QCOMPARE(isWarnedOf(files.failed), !isOver);
+            warnings.clear();
+            for (const QString &name : names.mid(0, isStored ? 5 : names.indexOf(files.failed)))
+                QVERIFY(files.members[name] == stored[name] || name == files.failed);
+        }
+        CPRData again;
+        QVERIFY(again.readData(&whole));
+        const Members content = contentOf(again);
+        for (int call = 1, isOver = 0; !isOver; ++call) {
+            MemoryFiles files(stored);
+            files.untilFailure = call;
+            CPRData loaded;
+            const bool isComplete = loaded.readData(&files);
+            isOver = files.failed.isEmpty();
+            const Members found = contentOf(loaded);
+            // At its end a device may fail: all was there.
+            QVERIFY(isComplete ? found == content : isWarnedOf(files.failed));
+            warnings.clear();
+            for (const QString &name : names)
+                QVERIFY(found[name] == content[name] || name == files.failed);
+        }
+    }
+
+    void randomSessions()
+    {
+        for (int seed = 1; seed <= seeds(1000 / slowdown); ++seed) {
+            CPRData session;
+            AnyInput input{quint32(seed)};
+            for (int step = 0; step < 150; ++step)
+                input.act(session);
+            const Members first = saved(session);
+            const Members second = savedAgain(first);
+            const Members third = savedAgain(second);
+            bool isSame = true;
+            for (const QString &name : names.mid(1))
+                isSame &= second[name] == first[name] && third[name] == first[name];
+            // The numbers in the summaries' texts come back as numbers: 0.0 as 0.
+            const char *noSummary = "^type=\"(?!CprSession)";
+            isSame &= eventsOf(second, noSummary) == eventsOf(first, noSummary);
+            isSame &= eventsOf(third, "") == eventsOf(second, "");
+            QVERIFY2(isSame && !third.isEmpty(), qPrintable(QString("seed %1").arg(seed)));
+        }
+    }
+
+    void deletedInItsAnnouncement()
+    {
+        CPRData session;
+        CPREvents &events = *session.cprEvents();
+        int deleted = 0;
+        const auto drop = [&](E *event) {
+            if (!isStanding(event)) {
+                delete event;
+                ++deleted;
+            }
+        };
+        connect(&events, &CPREvents::compressionEvent, drop);
+        connect(&events, &CPREvents::ventilationEvent, drop);
+        connect(&events, &CPREvents::inactivityCPREvent, drop);
+        connect(&events, &CPREvents::cprGuiEventAdded, drop);
+        connect(&events, &CPREvents::otherEventAdded, drop);
+        AnyInput input(3);
+        for (int step = 0; step < 2000; ++step)
+            input.act(session);
+        QVERIFY(deleted > 100);
+        QVERIFY(std::all_of(events.events().begin(), events.events().end(), isStanding));
+        deleted = 0;
+        MemoryFiles files(m_members);
+        QVERIFY(session.readData(&files));
+        QCOMPARE(deleted, 12); // of the 13 events the session info stands
+    }
+
+    void destroyedInASignal()
+    {
+        int destroyed = 0;
+        for (const QMetaObject *meta : {&CPRData::staticMetaObject, &CPREvents::staticMetaObject}) {
+            for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+                if (meta->method(i).methodType() != QMetaMethod::Signal)
+                    continue;
+                QPointer<CPRData> session = new CPRData;
+                QObject *sender = session;
+                if (meta == &CPREvents::staticMetaObject)
+                    sender = session->cprEvents();
+                connect(sender, meta->method(i), session,
+                        meta->method(meta->indexOfMethod("deleteLater()")));
+                AnyInput input(5);
+                for (int step = 0; step < 500 && session; ++step) {
+                    input.act(*session);
+                    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                    QCoreApplication::processEvents();
+                }
+                destroyed += session.isNull();
+                delete session;
+            }
+        }
+        QVERIFY(destroyed > 12);
+    }
+
+    void standingEventsAndGuidelines()
+    {
+        CPRData other;
+        CPRData session;
+        CPREvents &events = *session.cprEvents();
+        for (E *event :
+             {events.cprSessionInfo(), events.cprSessionStatistics(), events.cprSessionScore()}) {
+            other.cprEvents()->addEvent(event, true); // refused
+            QVERIFY(!other.cprEvents()->events().contains(event) && event->parent() == &events);
+            delete event; // replaced
+        }
+        session.assignLearner("Ann");
+        QCOMPARE(textOf(events.cprSessionInfo(), E::students), "Ann");
+        MemoryFiles files(m_members);
+        QVERIFY(session.readData(&files));
+        CPRGuidelines &guidelines = *session.cprGuidelines();
+        const CPRGuidelines &same = guidelines;
+        guidelines = same;
+        guidelines.clone(same);
+        QVERIFY(contentOf(session) == m_whole);
+    }
+
+private:
+    struct Loaded {
+        bool isComplete;
+        Members content;
+    };
+
+    static bool isStanding(const E *event)
+    {
+        const CPREvents &events = *event->events();
+        return event == events.cprSessionInfo() || event == events.cprSessionStatistics()
+            || event == events.cprSessionScore();
+    }
+
+    QByteArray renamed(const Entry &entry, const QByteArray &name) const
+    {
+        QByteArray zip = m_golden;
+        return zip.replace(entry.entry + entrySize + 4, name.size(), name)
+            .replace(entry.header + headerSize + 4, name.size(), name);
+    }
+
+    Loaded load(const QByteArray &zip)
+    {
+        warnings.clear();
+        if (!store(m_path, zip))
+            qFatal("no place for an archive");
+        const std::clock_t before = std::clock();
+        CPRData session;
+        const bool isComplete = TestSupport::load(m_path, session);
+        m_slowest = qMax(m_slowest, double(std::clock() - before) / CLOCKS_PER_SEC);
+        return {isComplete, contentOf(session)};
+    }
+
+    // In time, nothing is invented, and nothing lost silently but a wave that is not there.
+    bool isSound(const Loaded &loaded) const
+    {
+        return m_slowest < 2 * slowdown
+            && std::all_of(names.begin(), names.end(), [&](const QString &name) {
+                   const QByteArray content = loaded.content[name];
+                   return content == m_whole[name]
+                       || (content == m_empty[name]
+                           && (!loaded.isComplete || name.endsWith(".WV")));
+               });
+    }
+};
+
+QTEST_GUILESS_MAIN(TestFaults)
+
+#include "tst_faults.moc"

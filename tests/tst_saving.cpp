@@ -1,0 +1,267 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "StoredSession.h"
+
+#include <QDir>
+#include <QLoggingCategory>
+#include <QTemporaryDir>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdio>
+#include <memory>
+
+#include <dlfcn.h>
+#include <sys/stat.h>
+
+using namespace TestSupport;
+
+namespace {
+
+// The calls by which a file gets to the disk are counted; at one of them the process is killed, or
+// the call is not done.
+enum Fault { None, Killed, NotDone };
+Fault fault = None;
+int faultyCall = 0; // from 1 on
+int calls = 0;
+
+template <typename Result, typename... Arguments>
+Result callUnlessFaulty(const char *name, Arguments... arguments)
+{
+    const bool isFaulty = ++calls == faultyCall && fault != None;
+    if (isFaulty && fault == Killed)
+        raise(SIGKILL);
+    errno = EIO;
+    using Function = Result(Arguments...);
+    return isFaulty ? -1 : reinterpret_cast<Function *>(dlsym(RTLD_NEXT, name))(arguments...);
+}
+
+} // namespace
+
+// These take the place of the C library's in everything that this program loads.
+#pragma GCC visibility push(default)
+extern "C" {
+
+ssize_t write(int file, const void *data, size_t size)
+{
+    return callUnlessFaulty<ssize_t>("write", file, data, size);
+}
+
+int fsync(int file)
+{
+    return callUnlessFaulty<int>("fsync", file);
+}
+
+int rename(const char *from, const char *to) noexcept
+{
+    return callUnlessFaulty<int>("rename", from, to);
+}
+
+int linkat(int fromFolder, const char *from, int toFolder, const char *to, int flags) noexcept
+{
+    return callUnlessFaulty<int>("linkat", fromFolder, from, toFolder, to, flags);
+}
+
+// The zip library forgets the memory for a member whose header cannot be written.
+const char *__lsan_default_suppressions()
+{
+    return "leak:zipOpenNewFileInZip4_64";
+}
+}
+#pragma GCC visibility pop
+
+namespace {
+
+bool writeMember(Zip &zip, const QString &name)
+{
+    QIODevice *device = zip.openFileForWriting(name);
+    const bool isWritten = device && device->write("noted") == 5;
+    zip.releaseFile(device);
+    return isWritten;
+}
+
+} // namespace
+
+/// Whatever happens while an archive is saved, the old one stays until the new one is complete.
+class TestSaving : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_dir;
+    const QString m_path = m_dir.filePath("session.zip");
+    QByteArray m_old; // another session, and a member of somebody else
+    std::unique_ptr<CPRData> m_session; // what is saved over it
+    Members m_whole; // what that session holds
+
+private Q_SLOTS:
+    void initTestCase()
+    {
+        QLoggingCategory::setFilterRules("Kelmar.*=false");
+        signal(SIGXFSZ, SIG_IGN);
+        CPRData session;
+        session.addUserEvent("old");
+        QVERIFY(save(m_path, session, Zip::Create));
+        Zip zip;
+        QVERIFY(zip.open(m_path, Zip::Add) && writeMember(zip, "notes.txt") && zip.close());
+        m_old = bytesOf(m_path);
+        QVERIFY(load(TEST_DATA_DIR "/golden.zip", session));
+        m_whole = contentOf(session);
+        m_session = std::make_unique<CPRData>(session); // lists the statistics and the score
+    }
+
+    void init() { resetFolder(); }
+
+    // A save is repeated, each time with the fault at the next call, until it meets none.
+    void faultyCalls()
+    {
+        for (int test = 0; test < 4; ++test) {
+            const bool isKilled = test < 2;
+            const int mode = test % 2; // Create or Add
+            bool isOver = false;
+            for (faultyCall = 1; !isOver; ++faultyCall) {
+                resetFolder();
+                const auto saveWithFault = [&] {
+                    calls = 0;
+                    fault = isKilled ? Killed : NotDone;
+                    const bool isSaved = save(m_path, *m_session, mode);
+                    fault = None;
+                    return isSaved ? 0 : 1;
+                };
+                const int result = isKilled ? runInChild(saveWithFault).exitCode : saveWithFault();
+                isOver = isKilled ? result >= 0 : calls < faultyCall;
+                QVERIFY(!isOver || result == 0);
+                QVERIFY2(result < 0 ? isOld() || isNew(mode) : isAsReported(result == 0, mode),
+                         qPrintable(QString("call %1 of test %2").arg(faultyCall).arg(test)));
+            }
+            QVERIFY(faultyCall > 100);
+        }
+    }
+
+    void fullDisk()
+    {
+        rlimit limit{};
+        QCOMPARE(getrlimit(RLIMIT_FSIZE, &limit), 0);
+        for (int mode : {Zip::Create, Zip::Add}) {
+            int size = 0; // that a file may have
+            for (int successes = 0; successes < 10; size += slowdown) {
+                resetFolder();
+                const rlimit full{rlim_t(size), limit.rlim_max};
+                setrlimit(RLIMIT_FSIZE, &full);
+                const bool isSaved = save(m_path, *m_session, mode);
+                setrlimit(RLIMIT_FSIZE, &limit);
+                QVERIFY2(isAsReported(isSaved, mode), qPrintable(QString::number(size)));
+                QVERIFY(isSaved || successes == 0);
+                successes += isSaved;
+            }
+            QVERIFY(size - 11 * slowdown <= QFileInfo(m_path).size());
+        }
+    }
+
+    void refusedPlaces_data()
+    {
+        addRows({"place", "mode"},
+                {"folder|.|0", "pipe|pipe|0", "folder not there|none/a.zip|0",
+                 "no permission|locked/a.zip|0", "add to nothing|none.zip|1",
+                 "add to an empty file|empty.zip|1", "add to a cut archive|cut.zip|1",
+                 "add to an encrypted one|encrypted.zip|1", "add to a pipe|pipe|1",
+                 "read a pipe|pipe|2", "read a folder|.|2", "read nothing|none.zip|2"});
+    }
+
+    void refusedPlaces()
+    {
+        QFETCH(QString, place);
+        QFETCH(QString, mode);
+        if (place.startsWith("locked") && geteuid() == 0)
+            QSKIP("the superuser may write everywhere");
+        const QDir dir(m_dir.path());
+        QCOMPARE(mkfifo(qPrintable(dir.filePath("pipe")), 0600), 0);
+        QCOMPARE(mkdir(qPrintable(dir.filePath("locked")), 0500), 0);
+        QByteArray encrypted = m_old;
+        for (int at = 0; (at = encrypted.indexOf("PK\1\2", at)) >= 0; ++at)
+            encrypted[at + 8] = char(encrypted[at + 8] | 1);
+        QVERIFY(store(dir.filePath("empty.zip"), "")
+                && store(dir.filePath("cut.zip"), m_old.left(99))
+                && store(dir.filePath("encrypted.zip"), encrypted));
+        const auto picture = [&dir] {
+            QByteArrayList files;
+            for (const QFileInfo &info : dir.entryInfoList(QDir::AllEntries | QDir::System))
+                files << info.fileName().toUtf8() + (info.isFile() ? bytesOf(info.filePath()) : "");
+            return files;
+        };
+        const QByteArrayList before = picture();
+        Zip zip;
+        const bool isOpen = zip.open(dir.absoluteFilePath(place), Zip::Mode(mode.toInt()));
+        QVERIFY(!isOpen || (writeMember(zip, "a") && !zip.close()));
+        QVERIFY(!zip.errorString().isEmpty());
+        QCOMPARE(picture(), before);
+    }
+
+    void misusedHandler()
+    {
+        const auto isRefused = [this](const std::function<bool(Zip &)> &use) {
+            Zip zip;
+            return zip.open(m_path, Zip::Add) && use(zip) && !zip.close()
+                && !zip.errorString().isEmpty() && isOld();
+        };
+        {
+            Zip zip; // never closed
+            QVERIFY(zip.open(m_path, Zip::Create) && m_session->writeData(&zip));
+        }
+        QVERIFY(isOld());
+        QVERIFY(isRefused([](Zip &zip) { // a second member while one is open, one after a failure
+            QIODevice *device = zip.openFileForWriting("a");
+            const bool isAlone = !zip.openFileForWriting("b") && !zip.openFileForReading("a");
+            zip.releaseFile(device);
+            return isAlone && !writeMember(zip, "c");
+        }));
+        QVERIFY(
+            isRefused([](Zip &zip) { return writeMember(zip, "a") && !writeMember(zip, "a"); }));
+        QVERIFY(isRefused([this](Zip &zip) { return !zip.open(m_path, Zip::Read); }));
+        std::unique_ptr<QIODevice> left;
+        QVERIFY(isRefused([&left](Zip &zip) {
+            left.reset(zip.openFileForWriting("a")); // still open when the archive is closed
+            return left != nullptr;
+        }));
+        QVERIFY(left->write("late") <= 0);
+    }
+
+private:
+    // Only the old archive is there.
+    void resetFolder()
+    {
+        const QDir dir(m_dir.path());
+        for (const QFileInfo &info :
+             dir.entryInfoList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot)) {
+            if (info.filePath() != m_path)
+                ::remove(qPrintable(info.filePath()));
+        }
+        if (!isOld() && !store(m_path, m_old))
+            qFatal("no place for an archive");
+    }
+
+    bool isOld() const { return bytesOf(m_path) == m_old; }
+
+    // The archive has all of the session, and, when it was added to, what others put there.
+    bool isNew(int mode) const
+    {
+        CPRData session;
+        if (!load(m_path, session) || contentOf(session) != m_whole)
+            return false;
+        Zip zip;
+        const bool isOpen = zip.open(m_path, Zip::Read);
+        QIODevice *notes = isOpen ? zip.openFileForReading("notes.txt") : nullptr;
+        const QByteArray text = notes ? notes->readAll() : QByteArray();
+        zip.releaseFile(notes);
+        return zip.close() && text == (mode == Zip::Add ? "noted" : "");
+    }
+
+    bool isAsReported(bool isSaved, int mode) const
+    {
+        return (isSaved ? isNew(mode) : isOld())
+            && QDir(m_dir.path()).entryList(QDir::Files) == QStringList("session.zip");
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSaving)
+
+#include "tst_saving.moc"
