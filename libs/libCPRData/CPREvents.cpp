@@ -22,7 +22,6 @@
 
 #include <QIODevice>
 #include <QLoggingCategory>
-#include <QPointer>
 #include <QTimer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -239,6 +238,8 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
 void CPREvents::takeEvent(CPREventBase *event)
 {
     event->m_listed = false;
+    if (event == m_lastRead)
+        m_lastRead = nullptr;
     removeFromBack(m_events, event);
     // Not by the event's tags: they can have changed since, and the event may be half destroyed.
     for (TagList &tagged : m_eventsByTag) {
@@ -748,7 +749,7 @@ void CPREvents::read(QXmlStreamReader *reader)
     if (!reader->readNextStartElement() || reader->name() != QLatin1String("eventList"))
         return;
 
-    QPointer<CPREventBase> previous; // a host may delete it while it is announced
+    m_lastRead = nullptr;
     int parameters = 0;
     while (reader->readNextStartElement() && reader->name() == QLatin1String("evt")) {
         if (m_events.size() >= maximalEventsRead) {
@@ -772,13 +773,13 @@ void CPREvents::read(QXmlStreamReader *reader)
         if (parameters > maximalParametersRead && !reader->hasError())
             reader->raiseError(
                 QStringLiteral("more than %1 parameters").arg(maximalParametersRead));
-        if (event->filterEvent(previous)) {
+        if (event->filterEvent(m_lastRead)) {
             if (!isStanding)
                 delete event;
         } else {
             if (!isStanding) {
                 addEvent(event, false);
-                previous = event;
+                m_lastRead = event;
             }
             handleEvent(event);
             if (!isStanding)

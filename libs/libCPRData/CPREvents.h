@@ -203,6 +203,7 @@ private:
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;
+    CPREventBase *m_lastRead = nullptr; // while a file is read; null when it has been deleted
     CPRGuidelines *m_guidelines; // not owned
     bls_2010::CommonDefs::CprProtocolType m_cprProtocol = bls_2010::CommonDefs::CPR_SINGLE_RESCUER;
     int m_compressionCounter = 0;

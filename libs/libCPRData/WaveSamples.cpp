@@ -61,6 +61,8 @@ QString WaveSamples::read(QIODevice *device)
 {
     if (!device)
         return QString();
+    const qint64 expected = m_samples.size() + device->bytesAvailable() / bytesPerSample;
+    m_samples.reserve(static_cast<int>(qMin<qint64>(expected, maximalCount)));
     QByteArray block(samplesPerBlock * bytesPerSample, Qt::Uninitialized);
     int split = 0; // bytes of a sample that a read has split
     qint64 taken = 0;
