@@ -5,7 +5,8 @@
 #
 # EXECUTIONS is for all targets together, 100000 unless given; the faster ones get more of them.
 # Environment: BUILD, the build directory (build/fuzz); WORK, where grown corpora, logs and failed
-# inputs go (build/fuzz/work); SECONDS_EACH, an upper limit for each target (none).
+# inputs go (build/fuzz/work); SECONDS_EACH, an upper limit for each target (none); TIMEOUT, what one
+# input may take (2 s); SEED, for the same inputs in every run (another one each time).
 # Exits with 1 when a target failed.
 set -uo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -42,7 +43,7 @@ run_target() {
     mkdir -p "$work/corpus/$target" "$work/failed"
     "$build/bin/$target" "${corpora[@]}" -dict=fuzz/cprdata.dict \
         -runs=$((executions * share[$target] / 100)) -max_total_time="${SECONDS_EACH:-0}" \
-        -max_len="${longest[$target]}" -timeout=2 -rss_limit_mb=256 -malloc_limit_mb=128 \
+        -max_len="${longest[$target]}" -timeout="${TIMEOUT:-2}" -seed="${SEED:-0}" -rss_limit_mb=256 -malloc_limit_mb=128 \
         -artifact_prefix="$work/failed/$target-" -print_final_stats=1 >"$work/$target.log" 2>&1
     result=$?
     echo "$result $((SECONDS - begin))" >"$work/$target.result"

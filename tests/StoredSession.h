@@ -33,6 +33,9 @@ constexpr int slowdown = 10;
 constexpr int slowdown = 1;
 #endif
 
+// What takes so long does not come to an end: quadratic time would need minutes for these inputs.
+constexpr double hangSeconds = 60;
+
 const QStringList names{"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"};
 
 /// Keeps members in memory. Their reads and writes are counted together, and one of them may fail:
