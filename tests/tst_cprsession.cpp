@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -40,6 +41,8 @@ private Q_SLOTS:
     void replayKeepsWhatIsThere();
     void exportTables_data();
     void exportTables();
+    void exportOfMany_data();
+    void exportOfMany();
     void scenariosAreSound();
     void validateFinds_data();
     void validateFinds();
@@ -234,6 +237,46 @@ void TestCprsession::exportTables()
     QCOMPARE(answer.status, 0);
     QCOMPARE(answer.output.count('\n'), lines);
     QVERIFY2(answer.output.contains(line), answer.output.constData());
+}
+
+void TestCprsession::exportOfMany_data()
+{
+    QTest::addColumn<QStringList>("what");
+    QTest::addColumn<int>("rows"); // of three sessions; with the titles in CSV
+    QTest::newRow("summary") << QStringList{"summary"} << 1 + 3;
+    QTest::newRow("waves") << QStringList{"waves"} << 1 + 3 * 6000;
+    QTest::newRow("JSON") << QStringList{"events", "--format", "json"} << 3 * 185;
+    QTest::newRow("telemetry") << QStringList{"telemetry"} << 3;
+}
+
+// Several processes give what one gives; a bad archive costs nothing but its own rows.
+void TestCprsession::exportOfMany()
+{
+    QFETCH(QStringList, what);
+    QFETCH(int, rows);
+    QFile::copy(path("session.zip"), path("b.zip"));
+    QFile::copy(path("session.zip"), path("a.zip"));
+    changeArchive("holed.zip", "VENT.WV", "", "");
+    const QStringList archives{"b.zip", "cut.zip", "holed.zip", "missing", "a.zip"};
+    const QStringList rest = archives + QStringList{"--what"} + what;
+    Answer one = run(QStringList{"export", "-j", "1"} + rest);
+    Answer three = run(QStringList{"export", "-j", "3"} + rest);
+    for (QByteArray *output : {&one.output, &three.output}) {
+        // The identifier of a session is new each time that it is read.
+        static const QRegularExpression identifier("[{][-0-9a-f]{36}[}]");
+        *output = QString::fromUtf8(*output).replace(identifier, "id").toUtf8();
+    }
+    QCOMPARE(three.output, one.output);
+    QCOMPARE(three.errors, one.errors);
+    QVERIFY(one.status == 1 && three.status == 1);
+    const QByteArrayList errors = one.errors.split('\n');
+    QCOMPARE(errors.size(), 3 + 1);
+    for (int i = 0; i < 3; ++i)
+        QVERIFY2(errors.at(i).contains(archives.at(i + 1).toUtf8()), one.errors.constData());
+    const int second = one.output.indexOf("holed.zip");
+    QVERIFY(one.output.lastIndexOf("b.zip") < second && second < one.output.indexOf("a.zip"));
+    const QJsonArray json = QJsonDocument::fromJson(one.output).array();
+    QCOMPARE(json.isEmpty() ? one.output.count('\n') : json.size(), rows);
 }
 
 // Makes an archive like session.zip in which the first \a from in \a member is \a to. An empty \a

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "OrderedParts.h"
 #include "Progress.h"
 #include "SessionFile.h"
 #include "SessionTable.h"
@@ -9,6 +10,7 @@
 
 #include <CPRData.h>
 
+#include <QBuffer>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -28,6 +30,7 @@ struct ExportOptions {
     std::vector<std::string> columns;
     std::string separator = ",";
     std::string output;
+    int jobs = 1;
 };
 
 // Where an export goes: stdout, or a file that appears under its name only when it is complete.
@@ -55,79 +58,196 @@ void complainOfFullDisk()
     complain(QStringLiteral("the output cannot be written; is the disk full?"));
 }
 
-// What became of the archives. A damaged one is exported as far as it could be read.
-struct Outcome {
-    bool isWritten = true; // everything was read that can be, and written
-    bool isDamaged = false;
+// What is exported: a begin, a part per session, an end, and a separator between parts that are not
+// empty. So each part can be made by a process of its own.
+class Document {
+public:
+    virtual ~Document() = default;
+    virtual QByteArray begin() const = 0;
+    virtual QByteArray separator() const = 0;
+    virtual QByteArray end() const = 0;
+    virtual bool writePart(const QString &name, const CPRData &session, QIODevice *part) const = 0;
+
+protected:
+    Document() = default;
+    Q_DISABLE_COPY(Document)
 };
 
-// Calls take(name, session) for each archive, until one cannot be opened or take() fails.
-template <typename Take> Outcome forEachSession(const ExportOptions &options, Take take)
-{
-    Outcome outcome;
-    Progress progress(QStringLiteral("Exporting"));
-    qint64 done = 0;
-    for (const std::string &argument : options.sessions) {
-        const QString name = fileName(argument);
-        CPRData session;
-        const SessionFile::LoadResult loaded = SessionFile::load(name, session);
-        if (!loaded.isArchive) {
-            complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
-            outcome.isWritten = false;
-            return outcome;
-        }
-        if (!loaded.isComplete) {
-            complain(QStringLiteral("%1 is damaged; what could be read is exported").arg(name));
-            outcome.isDamaged = true;
-        }
-        if (!take(name, session)) {
-            complainOfFullDisk();
-            outcome.isWritten = false;
-            return outcome;
-        }
-        progress.report(++done, static_cast<qint64>(options.sessions.size()));
+// One session is an object; several are an array of them.
+class TelemetryDocument final : public Document {
+public:
+    explicit TelemetryDocument(bool hasManySessions) : m_isArray(hasManySessions) { }
+
+    QByteArray begin() const override { return m_isArray ? "[" : ""; }
+    QByteArray separator() const override { return ","; }
+    QByteArray end() const override { return m_isArray ? arrayEnd : ""; }
+    bool writePart(const QString &name, const CPRData &session, QIODevice *part) const override
+    {
+        QVariantMap maps{{QStringLiteral("file"), name}};
+        session.cprEvents()->telemetryTrainingSessionScoreData(maps);
+        session.cprEvents()->telemetryTrainingSessionGuidelineData(maps);
+        const QJsonObject object = QJsonObject::fromVariantMap(maps);
+        QByteArray bytes =
+            m_isArray ? QJsonDocument(QJsonArray{object}).toJson() : QJsonDocument(object).toJson();
+        if (m_isArray)
+            bytes = bytes.mid(1, bytes.size() - 1 - int(qstrlen(arrayEnd)));
+        return part->write(bytes) == bytes.size();
     }
-    return outcome;
-}
 
-Outcome exportTelemetry(const ExportOptions &options, QIODevice *device)
-{
-    QJsonArray sessions;
-    Outcome outcome =
-        forEachSession(options, [&sessions](const QString &name, const CPRData &session) {
-            QVariantMap maps{{QStringLiteral("file"), name}};
-            session.cprEvents()->telemetryTrainingSessionScoreData(maps);
-            session.cprEvents()->telemetryTrainingSessionGuidelineData(maps);
-            sessions.append(QJsonObject::fromVariantMap(maps));
-            return true;
-        });
-    const QJsonDocument document =
-        sessions.size() == 1 ? QJsonDocument(sessions.first().toObject()) : QJsonDocument(sessions);
-    const QByteArray bytes = document.toJson();
-    outcome.isWritten = outcome.isWritten && device->write(bytes) == bytes.size();
-    return outcome;
-}
+private:
+    static constexpr char arrayEnd[] = "\n]\n";
+    bool m_isArray;
+};
 
-Outcome exportTable(const ExportOptions &options, const SessionTable &table, QIODevice *device)
-{
-    const std::unique_ptr<TableWriter> writer = options.format == "json"
-        ? TableWriter::json(device)
-        : TableWriter::csv(device, QString::fromStdString(options.separator));
-    const bool hasFileColumn = options.sessions.size() > 1;
-    QVector<TableWriter::Column> columns = table.columns();
-    if (hasFileColumn)
-        columns.prepend({QStringLiteral("file"), QString()});
-    writer->begin(columns);
-    Outcome outcome = forEachSession(options, [&](const QString &name, const CPRData &session) {
-        return table.writeRows(session, [&](TableWriter::Row row) {
-            if (hasFileColumn)
+// The rows of several sessions begin with the name of the file that they come from.
+class TableDocument final : public Document {
+public:
+    TableDocument(std::unique_ptr<SessionTable> table, const ExportOptions &options)
+        : m_table(std::move(table)), m_isJson(options.format == "json"),
+          m_csvSeparator(QString::fromStdString(options.separator)),
+          m_hasFileColumn(options.sessions.size() > 1), m_columns(m_table->columns())
+    {
+        if (m_hasFileColumn)
+            m_columns.prepend({QStringLiteral("file"), QString()});
+    }
+
+    QByteArray begin() const override
+    {
+        return written([this](TableWriter &writer) { writer.begin(m_columns); });
+    }
+    QByteArray separator() const override { return m_isJson ? "," : ""; }
+    QByteArray end() const override
+    {
+        return written([](TableWriter &writer) { writer.end(); });
+    }
+    bool writePart(const QString &name, const CPRData &session, QIODevice *part) const override
+    {
+        const std::unique_ptr<TableWriter> writer = writerTo(part);
+        writer->beginPart(m_columns);
+        return m_table->writeRows(session, [&](TableWriter::Row row) {
+            if (m_hasFileColumn)
                 row.prepend(name);
             return writer->write(row);
         });
-    });
-    outcome.isWritten = writer->end() && outcome.isWritten;
-    return outcome;
+    }
+
+private:
+    std::unique_ptr<TableWriter> writerTo(QIODevice *device) const
+    {
+        return m_isJson ? TableWriter::json(device) : TableWriter::csv(device, m_csvSeparator);
+    }
+    template <typename Write> QByteArray written(Write write) const
+    {
+        QBuffer buffer;
+        buffer.open(QIODevice::WriteOnly);
+        write(*writerTo(&buffer));
+        return buffer.data();
+    }
+
+    std::unique_ptr<SessionTable> m_table;
+    bool m_isJson;
+    QString m_csvSeparator;
+    bool m_hasFileColumn;
+    QVector<TableWriter::Column> m_columns;
+};
+
+// What became of an archive.
+enum PartResult { Whole, Damaged, NotAnArchive, NotWritten };
+
+int writePart(const QString &name, const Document &document, QIODevice *part)
+{
+    CPRData session;
+    const SessionFile::LoadResult loaded = SessionFile::load(name, session);
+    if (!loaded.isArchive)
+        return NotAnArchive;
+    if (!document.writePart(name, session, part))
+        return NotWritten;
+    return loaded.isComplete ? Whole : Damaged;
 }
+
+// Puts the parts together, and says which archives are not there, or not whole.
+class Export {
+public:
+    Export(const ExportOptions &options, const Document &document, QIODevice *device)
+        : m_options(options), m_document(document), m_device(device)
+    {
+    }
+
+    // False when the output cannot be written; the rest is as good as the archives are.
+    bool run()
+    {
+        return write(m_document.begin())
+            && OrderedParts::run(
+                   static_cast<int>(m_options.sessions.size()), m_options.jobs,
+                   [this](int index, QIODevice *part) {
+                       return writePart(nameAt(index), m_document, part);
+                   },
+                   [this](int index, int result, QFileDevice *part) {
+                       return take(nameAt(index), result, part);
+                   })
+            && write(m_document.end());
+    }
+    bool isComplete() const { return m_isComplete; }
+    // Something of at least one archive is there.
+    bool hasSession() const { return m_hasSession; }
+
+private:
+    QString nameAt(int index) const { return fileName(m_options.sessions.at(std::size_t(index))); }
+
+    bool take(const QString &name, int result, QFileDevice *part)
+    {
+        if (result == NotWritten || result == OrderedParts::noTemporaryFile)
+            return false;
+        m_progress.report(++m_taken, static_cast<qint64>(m_options.sessions.size()));
+        if (result != Whole)
+            complainOf(name, result);
+        if (result != Whole && result != Damaged)
+            return true;
+        m_hasSession = true;
+        return append(part);
+    }
+
+    void complainOf(const QString &name, int result)
+    {
+        m_isComplete = false;
+        m_progress.hide();
+        switch (result) {
+        case Damaged:
+            complain(QStringLiteral("%1 is damaged; what could be read is exported").arg(name));
+            break;
+        case OrderedParts::processDied:
+            complain(QStringLiteral("%1 is left out: the process that read it died").arg(name));
+            break;
+        default:
+            complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
+        }
+    }
+
+    bool append(QFileDevice *part)
+    {
+        constexpr qint64 blockSize = 1 << 16;
+        QByteArray block = part->read(blockSize);
+        if (!block.isEmpty() && m_hasPart && !write(m_document.separator()))
+            return false;
+        m_hasPart = m_hasPart || !block.isEmpty();
+        for (; !block.isEmpty(); block = part->read(blockSize)) {
+            if (!write(block))
+                return false;
+        }
+        return part->error() == QFileDevice::NoError;
+    }
+
+    bool write(const QByteArray &bytes) { return m_device->write(bytes) == bytes.size(); }
+
+    const ExportOptions &m_options;
+    const Document &m_document;
+    QIODevice *m_device;
+    Progress m_progress{QStringLiteral("Exporting")};
+    qint64 m_taken = 0;
+    bool m_isComplete = true;
+    bool m_hasSession = false;
+    bool m_hasPart = false;
+};
 
 ExitStatus runExport(ExportOptions options)
 {
@@ -142,17 +262,20 @@ ExitStatus runExport(ExportOptions options)
         complain(QStringLiteral("telemetry is exported as JSON only; use --format json"));
         return ExitStatus::WrongUsage;
     }
-    std::unique_ptr<SessionTable> table;
-    if (!isTelemetry) {
+    std::unique_ptr<Document> document;
+    if (isTelemetry) {
+        document = std::make_unique<TelemetryDocument>(options.sessions.size() > 1);
+    } else {
         QStringList columns;
         for (const std::string &column : options.columns)
             columns.append(QString::fromStdString(column));
         QString error;
-        table = SessionTable::create(QString::fromStdString(options.what), columns, &error);
+        auto table = SessionTable::create(QString::fromStdString(options.what), columns, &error);
         if (!table) {
             complain(error);
             return ExitStatus::WrongUsage;
         }
+        document = std::make_unique<TableDocument>(std::move(table), options);
     }
 
     Output output;
@@ -162,15 +285,15 @@ ExitStatus runExport(ExportOptions options)
             QStringLiteral("%1 cannot be written; is the directory there and writable?").arg(name));
         return ExitStatus::Failed;
     }
-    const Outcome outcome = isTelemetry ? exportTelemetry(options, output.device())
-                                        : exportTable(options, *table, output.device());
-    if (!outcome.isWritten)
+    Export whole(options, *document, output.device());
+    const bool isWritten = whole.run();
+    if (isWritten && !whole.hasSession())
         return ExitStatus::Failed;
-    if (!output.commit()) {
+    if (!isWritten || !output.commit()) {
         complainOfFullDisk();
         return ExitStatus::Failed;
     }
-    return outcome.isDamaged ? ExitStatus::Failed : ExitStatus::Done;
+    return whole.isComplete() ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 } // namespace
@@ -198,8 +321,13 @@ void addExportCommand(CLI::App &app, Run &run)
         ->capture_default_str();
     command->add_option("-o,--output", options->output, "File to write instead of stdout")
         ->type_name("FILE");
+    command
+        ->add_option("-j,--jobs", options->jobs,
+                     "Archives that are read at once, each in a process of its own")
+        ->check(CLI::Range(1, OrderedParts::maximumJobs))
+        ->capture_default_str();
     command->footer("Examples:\n"
-                    "  cprsession export *.zip --what summary -o course.csv\n"
+                    "  cprsession export *.zip --what summary -j 4 -o course.csv\n"
                     "  cprsession export a.zip --what events --columns type,start,compDepth\n"
                     "  cprsession export a.zip --what waves --separator ';'");
     command->callback([options, &run] { run.verb = [options] { return runExport(*options); }; });

@@ -23,8 +23,7 @@ Progress::Progress(const QString &what)
 
 Progress::~Progress()
 {
-    if (m_isShown)
-        std::fputs("\r\033[K", stderr);
+    hide();
 }
 
 void Progress::setShown(bool shown)
@@ -40,4 +39,11 @@ void Progress::report(qint64 done, qint64 total)
                  static_cast<int>(100 * done / total));
     m_sinceShown.restart();
     m_isShown = true;
+}
+
+void Progress::hide()
+{
+    if (m_isShown)
+        std::fputs("\r\033[K", stderr);
+    m_isShown = false;
 }

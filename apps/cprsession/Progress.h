@@ -20,6 +20,8 @@ public:
 
     /// \a done of \a total, in any unit. Cheap enough to be called for every record.
     void report(qint64 done, qint64 total);
+    /// Clears the line, for another one to be written; the next report shows it again.
+    void hide();
 
 private:
     QString m_what;

@@ -52,6 +52,8 @@ public:
 
     bool end() override { return true; }
 
+    void beginPart(const QVector<Column> & /*columns*/) override { }
+
 private:
     QString text(const QVariant &value) const
     {
@@ -83,7 +85,7 @@ public:
 
     bool begin(const QVector<Column> &columns) override
     {
-        m_columns = columns;
+        beginPart(columns);
         return put("[");
     }
 
@@ -101,6 +103,8 @@ public:
     }
 
     bool end() override { return put("\n]\n"); }
+
+    void beginPart(const QVector<Column> &columns) override { m_columns = columns; }
 
 private:
     static QJsonValue toJson(const QVariant &value)

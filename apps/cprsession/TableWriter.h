@@ -37,6 +37,8 @@ public:
     virtual bool begin(const QVector<Column> &columns) = 0;
     virtual bool write(const Row &row) = 0;
     virtual bool end() = 0;
+    /// Instead of begin(): only rows are written, a part of a table that is put together elsewhere.
+    virtual void beginPart(const QVector<Column> &columns) = 0;
 
 protected:
     /// \a device is open for writing and is not owned.

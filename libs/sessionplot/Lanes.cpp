@@ -178,6 +178,17 @@ qreal triangleSize(const Style &style)
 
 } // namespace
 
+qreal narrowLeftMargin(const Style &style)
+{
+    qreal widest = 0;
+    for (const QString &title : {QCoreApplication::translate("sessionplot", "Depth"),
+                                 QCoreApplication::translate("sessionplot", "Rate"),
+                                 QCoreApplication::translate("sessionplot", "Volume")})
+        widest = qMax(widest, style.bold.width(title));
+    return std::ceil(widest + style.small.width(numberText(plainVolume))
+                     + 3 * gapBesidePlot * style.em);
+}
+
 ValueScale depthScale(const PlotModel &model, const QRectF &plot)
 {
     double deepest = highest(model.depth());

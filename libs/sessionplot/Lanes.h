@@ -35,6 +35,10 @@ struct LaneArea {
 /// Widths of the margins that the texts need.
 qreal leftMargin(const Style &style);
 qreal rightMargin(const Style &style);
+/// The left margin that a lane with a scale needs when it stands alone.
+qreal narrowLeftMargin(const Style &style);
+/// Height of the time axis.
+qreal timeAxisHeight(const Style &style);
 
 /// The scales of the lanes, from the session's targets and its values.
 ValueScale depthScale(const PlotModel &model, const QRectF &plot);

@@ -12,6 +12,7 @@
 #include <cmath>
 #include <cstdlib>
 #include <limits>
+#include <tuple>
 
 namespace sessionplot {
 
@@ -56,46 +57,6 @@ bool isSummary(E::EventType type)
         || type == E::CprSessionScore;
 }
 
-Compression compressionOf(const CPREventCompression &event)
-{
-    Compression result;
-    result.begin = event.msecs();
-    result.peak = std::max(event.compPeakTime(), result.begin);
-    result.end = event.eventEndTime();
-    if (result.end < result.peak || qint64(result.end) - result.peak > longestRelease)
-        result.end = result.peak;
-    result.period = event.compInstantaneousPeriod();
-    result.depth = std::abs(event.compDepth());
-    result.rate = event.compMeanRate();
-    if (result.rate <= 0 && result.period > 0)
-        result.rate = msecsPerMinute / result.period;
-    result.incompleteRelease = event.compIncompleteRelease();
-    result.wrongHands = event.compHandposError() || event.compHandposXiphoid();
-    return result;
-}
-
-Ventilation ventilationOf(const CPREventVentilation &event)
-{
-    Ventilation result;
-    result.begin = event.msecs();
-    result.peak = std::max(event.ventPeakTime(), result.begin);
-    // Archives do not hold the end.
-    result.end = std::max(event.eventEndTime(), result.peak);
-    result.volume = event.ventVolume();
-    return result;
-}
-
-Flag flagOf(const E &event, Flag::Kind kind, int code, int detail = 0, const QString &name = {})
-{
-    Flag flag;
-    flag.msecs = event.msecs();
-    flag.kind = kind;
-    flag.code = code;
-    flag.detail = detail;
-    flag.name = name;
-    return flag;
-}
-
 template <typename Entry> void sortByBegin(std::vector<Entry> &entries)
 {
     const auto earlier = [](const Entry &a, const Entry &b) { return a.begin < b.begin; };
@@ -138,6 +99,65 @@ qint64 moment(const Ventilation &ventilation)
 
 } // namespace
 
+Compression compressionOf(const CPREventCompression &event)
+{
+    Compression result;
+    result.begin = event.msecs();
+    result.peak = std::max(event.compPeakTime(), result.begin);
+    result.end = event.eventEndTime();
+    if (result.end < result.peak || qint64(result.end) - result.peak > longestRelease)
+        result.end = result.peak;
+    result.period = event.compInstantaneousPeriod();
+    result.depth = std::abs(event.compDepth());
+    result.rate = event.compMeanRate();
+    if (result.rate <= 0 && result.period > 0)
+        result.rate = msecsPerMinute / result.period;
+    result.incompleteRelease = event.compIncompleteRelease();
+    result.wrongHands = event.compHandposError() || event.compHandposXiphoid();
+    return result;
+}
+
+Ventilation ventilationOf(const CPREventVentilation &event)
+{
+    Ventilation result;
+    result.begin = event.msecs();
+    result.peak = std::max(event.ventPeakTime(), result.begin);
+    // Archives do not hold the end.
+    result.end = std::max(event.eventEndTime(), result.peak);
+    result.volume = event.ventVolume();
+    return result;
+}
+
+std::optional<Flag> flagOf(const CPREventBase &event)
+{
+    Flag flag;
+    flag.msecs = event.msecs();
+    switch (event.type()) {
+    case E::ShockDelivered:
+        flag.kind = Flag::Kind::Shock;
+        flag.code = intOf(&event, E::shockEnergy);
+        return flag;
+    case E::CprAedEvent:
+        flag.kind = Flag::Kind::Aed;
+        flag.code = intOf(&event, E::aedEventType);
+        flag.detail = intOf(&event, E::aedRemoteOtherButtonId);
+        if (flag.code != E::AEDECGRhythmStatus)
+            return flag;
+        break;
+    case E::CprCprdEvent:
+        break;
+    case E::Event:
+        flag.kind = Flag::Kind::User;
+        flag.name = textOf(&event, E::eventId);
+        return flag;
+    default:
+        return std::nullopt;
+    }
+    flag.kind = Flag::Kind::Rhythm;
+    flag.code = intOf(&event, E::aedECGRhythm);
+    return flag;
+}
+
 Side Band::side(double value) const
 {
     if (!isValid())
@@ -145,6 +165,54 @@ Side Band::side(double value) const
     if (value < min)
         return Side::Below;
     return value > max ? Side::Above : Side::Inside;
+}
+
+bool Targets::operator==(const Targets &other) const
+{
+    const auto values = [](const Targets &t) {
+        return std::tie(t.depth, t.releaseDepth, t.rate, t.volume, t.compressionsPerCycle,
+                        t.ventilationsPerCycle, t.leastFlowTime);
+    };
+    return values(*this) == values(other);
+}
+
+bool Summary::operator==(const Summary &other) const
+{
+    const auto values = [](const Summary &s) {
+        return std::tie(s.learners, s.start, s.protocol, s.secs, s.manikinName, s.manikinType,
+                        s.ageLetter, s.guidelines, s.hasScores, s.overallScore, s.compressionScore,
+                        s.ventilationScore, s.flowTime, s.primaryAdvice, s.secondaryAdvice);
+    };
+    return values(*this) == values(other);
+}
+
+double wholeHmm(float mm)
+{
+    return std::round(double(mm) * hmmPerMm) / hmmPerMm;
+}
+
+Side Targets::depthSide(float mm) const
+{
+    return depth.side(wholeHmm(mm));
+}
+
+Side Targets::volumeSide(int ml) const
+{
+    const Side side = volume.side(ml);
+    // The maximum itself already counts as too much.
+    return side == Side::Inside && ml >= volume.max ? Side::Above : side;
+}
+
+void judge(Compression &compression, const Targets &targets)
+{
+    compression.depthSide = targets.depthSide(compression.depth);
+    compression.rateSide =
+        compression.rate > 0 ? targets.rate.side(compression.rate) : Side::Unknown;
+}
+
+void judge(Ventilation &ventilation, const Targets &targets)
+{
+    ventilation.volumeSide = targets.volumeSide(ventilation.volume);
 }
 
 void PlotModel::clear()
@@ -184,78 +252,82 @@ void PlotModel::updateWaves(const CPRData &session)
 
 void PlotModel::updateEvents(const CPRData &session)
 {
-    readSummary(session);
-    readTargets(session);
+    m_summary = summaryOf(session);
+    m_targets = targetsOf(session);
     readEvents(session);
     findRuns();
     judgeCycles();
-    judgeCompressions();
-    judgeVentilations();
+    for (Compression &compression : m_compressions)
+        judge(compression, m_targets);
+    for (Ventilation &ventilation : m_ventilations)
+        judge(ventilation, m_targets);
 }
 
-void PlotModel::readSummary(const CPRData &session)
+Summary summaryOf(const CPRData &session)
 {
-    m_summary = Summary();
-    m_summary.learners = session.learners();
-    m_summary.learners.removeAll(QString()); // a session without learners has one empty name
+    Summary summary;
+    summary.learners = session.learners();
+    summary.learners.removeAll(QString()); // a session without learners has one empty name
     if (session.cprGuidelines())
-        m_summary.guidelines = session.cprGuidelines()->guidelinesID();
+        summary.guidelines = session.cprGuidelines()->guidelinesID();
     const CPREvents *events = session.cprEvents();
     if (!events)
-        return;
+        return summary;
 
     if (const CPREventSessionInfo *info = events->sessionInfo()) {
-        m_summary.start = QDateTime::fromString(textOf(info, E::startTime), Qt::ISODate);
-        m_summary.protocol = intOf(info, E::cprProtocol);
-        m_summary.secs = intOf(info, E::totalTime);
-        m_summary.manikinName = textOf(info, E::manikinName);
-        m_summary.manikinType = info->getManikinType();
-        m_summary.ageLetter = info->patientAgeType();
+        summary.start = QDateTime::fromString(textOf(info, E::startTime), Qt::ISODate);
+        summary.protocol = intOf(info, E::cprProtocol);
+        summary.secs = intOf(info, E::totalTime);
+        summary.manikinName = textOf(info, E::manikinName);
+        summary.manikinType = info->getManikinType();
+        summary.ageLetter = info->patientAgeType();
     }
 
     const CPREventSessionScore *score = events->sessionScore();
     QString key;
     // A fresh score event has scores of 0, but no reductions.
-    m_summary.hasScores = score && score->hasParameters()
+    summary.hasScores = score && score->hasParameters()
         && score->hasParameterType(E::compReleaseScoreReduction, key);
-    if (!m_summary.hasScores)
-        return;
-    m_summary.overallScore = intOf(score, E::overallScore);
-    m_summary.compressionScore = intOf(score, E::compOverallScore);
-    m_summary.ventilationScore = intOf(score, E::ventOverallScore);
-    m_summary.flowTime = intOf(score, E::flowTimePercentage);
-    m_summary.primaryAdvice = intOf(score, E::primaryAdvice);
-    m_summary.secondaryAdvice = intOf(score, E::secondaryAdvice);
+    if (!summary.hasScores)
+        return summary;
+    summary.overallScore = intOf(score, E::overallScore);
+    summary.compressionScore = intOf(score, E::compOverallScore);
+    summary.ventilationScore = intOf(score, E::ventOverallScore);
+    summary.flowTime = intOf(score, E::flowTimePercentage);
+    summary.primaryAdvice = intOf(score, E::primaryAdvice);
+    summary.secondaryAdvice = intOf(score, E::secondaryAdvice);
+    return summary;
 }
 
-void PlotModel::readTargets(const CPRData &session)
+Targets targetsOf(const CPRData &session)
 {
-    m_targets = Targets();
+    Targets targets;
     const CPRGuidelines *set = session.cprGuidelines();
     if (!set)
-        return;
-    m_targets.depth = {set->compressionDepthMin() / hmmPerMm,
-                       set->compressionDepthMax() / hmmPerMm};
-    m_targets.releaseDepth = set->compressionAcceptableReleaseDepth() / hmmPerMm;
-    m_targets.rate = {double(set->compressionRateMin()), double(set->compressionRateMax())};
-    m_targets.volume = {double(set->ventilationVolumeMin()), double(set->ventilationVolumeMax())};
+        return targets;
+    targets.depth = {set->compressionDepthMin() / hmmPerMm, set->compressionDepthMax() / hmmPerMm};
+    targets.releaseDepth = set->compressionAcceptableReleaseDepth() / hmmPerMm;
+    targets.rate = {double(set->compressionRateMin()), double(set->compressionRateMax())};
+    targets.volume = {double(set->ventilationVolumeMin()), double(set->ventilationVolumeMax())};
 
-    m_targets.compressionsPerCycle = set->compressionsBetweenVentilations();
-    m_targets.ventilationsPerCycle = set->ventilationsBetweenCompressions();
-    switch (m_summary.protocol) {
+    targets.compressionsPerCycle = set->compressionsBetweenVentilations();
+    targets.ventilationsPerCycle = set->ventilationsBetweenCompressions();
+    const CPREvents *events = session.cprEvents();
+    switch (intOf(events ? events->sessionInfo() : nullptr, E::cprProtocol)) {
     case CommonDefs::CPR_SINGLE_RESCUER:
-        m_targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageSingleRescuerCPR();
+        targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageSingleRescuerCPR();
         break;
     case CommonDefs::CPR_TWO_RESCUER:
-        m_targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageTwoRescuerCPR();
-        m_targets.compressionsPerCycle = set->compressionsBetweenVentilationsTwoRescuer();
+        targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageTwoRescuerCPR();
+        targets.compressionsPerCycle = set->compressionsBetweenVentilationsTwoRescuer();
         break;
     case CommonDefs::CPR_COMPRESSION_ONLY:
-        m_targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageCompressionsOnly();
+        targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageCompressionsOnly();
         break;
     default:
         break;
     }
+    return targets;
 }
 
 void PlotModel::readEvents(const CPRData &session)
@@ -276,10 +348,14 @@ void PlotModel::readEvents(const CPRData &session)
     };
     bool inLoss = false;
     int rhythm = E::AED_NoECGRhythm;
-    const auto addRhythm = [&](const E &event, int shown) {
-        if (shown != rhythm && shown != E::AED_NoECGRhythm)
-            m_flags.push_back(flagOf(event, Flag::Kind::Rhythm, shown));
-        rhythm = shown;
+    const auto addFlag = [&](const Flag &flag) {
+        if (flag.kind == Flag::Kind::Rhythm) {
+            if (flag.code == rhythm)
+                return;
+            rhythm = flag.code;
+        }
+        if (flag.kind != Flag::Kind::Rhythm || flag.code != E::AED_NoECGRhythm)
+            m_flags.push_back(flag);
     };
 
     for (const E *event : events->events()) {
@@ -310,25 +386,9 @@ void PlotModel::readEvents(const CPRData &session)
                 m_losses.back().end = std::max(m_losses.back().end, behind(*event));
             inLoss = false;
             break;
-        case E::ShockDelivered:
-            m_flags.push_back(flagOf(*event, Flag::Kind::Shock, intOf(event, E::shockEnergy)));
-            break;
-        case E::CprAedEvent: {
-            const int kind = intOf(event, E::aedEventType);
-            if (kind == E::AEDECGRhythmStatus)
-                addRhythm(*event, intOf(event, E::aedECGRhythm));
-            else
-                m_flags.push_back(
-                    flagOf(*event, Flag::Kind::Aed, kind, intOf(event, E::aedRemoteOtherButtonId)));
-            break;
-        }
-        case E::CprCprdEvent:
-            addRhythm(*event, intOf(event, E::aedECGRhythm));
-            break;
-        case E::Event:
-            m_flags.push_back(flagOf(*event, Flag::Kind::User, 0, 0, textOf(event, E::eventId)));
-            break;
         default:
+            if (const std::optional<Flag> flag = flagOf(*event))
+                addFlag(*flag);
             break;
         }
     }
@@ -385,27 +445,6 @@ void PlotModel::judgeCycles()
         const bool tooMany = cycle.compressions > compressions || cycle.ventilations > ventilations;
         const bool tooFew = cycle.compressions < compressions || cycle.ventilations < ventilations;
         cycle.isMiscounted = cycle.compressions > 0 && (tooMany || (tooFew && !isLast));
-    }
-}
-
-void PlotModel::judgeCompressions()
-{
-    for (Compression &compression : m_compressions) {
-        // Depths are whole hundredths of a mm, which a float only comes near.
-        compression.depthSide =
-            m_targets.depth.side(std::round(double(compression.depth) * hmmPerMm) / hmmPerMm);
-        compression.rateSide =
-            compression.rate > 0 ? m_targets.rate.side(compression.rate) : Side::Unknown;
-    }
-}
-
-void PlotModel::judgeVentilations()
-{
-    for (Ventilation &ventilation : m_ventilations) {
-        ventilation.volumeSide = m_targets.volume.side(ventilation.volume);
-        // The maximum itself already counts as too much.
-        if (ventilation.volumeSide == Side::Inside && ventilation.volume >= m_targets.volume.max)
-            ventilation.volumeSide = Side::Above;
     }
 }
 

@@ -10,9 +10,13 @@
 #include <QString>
 #include <QStringList>
 
+#include <optional>
 #include <vector>
 
 class CPRData;
+class CPREventBase;
+class CPREventCompression;
+class CPREventVentilation;
 
 namespace sessionplot {
 
@@ -24,6 +28,7 @@ struct Band {
     double min = 0;
     double max = 0;
 
+    bool operator==(const Band &other) const { return min == other.min && max == other.max; }
     bool isValid() const { return max > min; }
     /// Limits themselves are inside.
     Side side(double value) const;
@@ -38,7 +43,15 @@ struct Targets {
     int compressionsPerCycle = 0; ///< 0 when the set has no number
     int ventilationsPerCycle = 0; ///< 0 when the set has no number
     int leastFlowTime = 0; ///< percent; 0 when the protocol has none
+
+    bool operator==(const Targets &other) const;
+    bool operator!=(const Targets &other) const { return !(*this == other); }
+    Side depthSide(float mm) const;
+    Side volumeSide(int ml) const;
 };
+
+/// The targets of the session's active set for the protocol that is trained.
+Targets targetsOf(const CPRData &session);
 
 /// Times in ms of session time.
 struct Compression {
@@ -61,6 +74,16 @@ struct Ventilation {
     int volume = 0; ///< ml
     Side volumeSide = Side::Unknown;
 };
+
+/// A depth in mm. Depths are whole hundredths of a mm, which a float only comes near.
+double wholeHmm(float mm);
+
+/// An event's measurements. The sides and the rate of what follows a pause are left for judge().
+Compression compressionOf(const CPREventCompression &event);
+Ventilation ventilationOf(const CPREventVentilation &event);
+/// Finds the sides on which the measurements lie.
+void judge(Compression &compression, const Targets &targets);
+void judge(Ventilation &ventilation, const Targets &targets);
 
 struct Span {
     int begin = 0;
@@ -89,6 +112,9 @@ struct Flag {
     QString name; ///< of a user event
 };
 
+/// The flag that stands for \a event; none for compressions, ventilations, pauses and the rest.
+std::optional<Flag> flagOf(const CPREventBase &event);
+
 /// The figures above the lanes.
 struct Summary {
     QStringList learners;
@@ -106,7 +132,11 @@ struct Summary {
     int flowTime = -1; ///< percent; -1 when not known
     int primaryAdvice = 0; ///< CPREventBase::Advice
     int secondaryAdvice = 0;
+
+    bool operator==(const Summary &other) const;
 };
+
+Summary summaryOf(const CPRData &session);
 
 /// What is drawn of a session: a copy of its waves and of the figures of its events, judged by the
 /// session's own guideline set.
@@ -148,13 +178,9 @@ public:
     qint64 length() const;
 
 private:
-    void readTargets(const CPRData &session);
-    void readSummary(const CPRData &session);
     void readEvents(const CPRData &session);
     void findRuns();
     void judgeCycles();
-    void judgeCompressions();
-    void judgeVentilations();
 
     Wave m_depth;
     Wave m_volume;

@@ -53,11 +53,6 @@ qreal leastHeight(const Style &style, ReviewPicture::Parts parts)
     return height;
 }
 
-qreal axisHeight(const Style &style)
-{
-    return std::ceil(style.small.line() + 0.5 * style.em);
-}
-
 } // namespace
 
 void ReviewPicture::setRange(qint64 from, qint64 to)
@@ -110,7 +105,7 @@ qreal ReviewPicture::fixedHeight(const Layout &layout, const Style &style, qreal
     add(PausesPart, rowHeight * style.small.line());
     add(CyclesPart, rowHeight * style.small.line());
     add(FaultsPart, faultRows * faultRowHeight * style.small.line());
-    add(TimeAxisPart, axisHeight(style) - layout.gap);
+    add(TimeAxisPart, timeAxisHeight(style) - layout.gap);
     add(LegendPart, legendHeight(style, *m_model, width));
     for (const LaneShare &lane : lanes)
         add(lane.part, 0);
@@ -233,7 +228,7 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     const LaneArea rate = take(RatePart, laneHeight(RatePart));
     const LaneArea volume = take(VolumePart, laneHeight(VolumePart), false);
     const qreal stackBottom = std::round(volume.plot.isNull() ? y - layout.gap : y);
-    const LaneArea axis = take(TimeAxisPart, axisHeight(style));
+    const LaneArea axis = take(TimeAxisPart, timeAxisHeight(style));
     m_stack = QRectF(QPointF(plotLeft, stackTop), QPointF(plotRight, stackBottom));
 
     if (layout.parts.testFlag(HeadPart))

@@ -52,6 +52,11 @@ qreal rightMargin(const Style &style)
     return std::ceil(2 * gapBesidePlot * style.em + style.small.width(longest));
 }
 
+qreal timeAxisHeight(const Style &style)
+{
+    return std::ceil(style.small.line() + 0.5 * style.em);
+}
+
 void paintPauseShades(const LaneContext &context, const QRectF &stack)
 {
     // In a picture of many hours all pauses together would cover everything.

@@ -146,6 +146,50 @@ QString rhythmText(int rhythm)
     return textOf(rhythms, rhythm);
 }
 
+QString aedEventText(int event)
+{
+    return textOf(aedEvents, event);
+}
+
+namespace {
+
+struct FaultWord {
+    bool has;
+    const char *text;
+};
+
+QStringList textsOf(std::initializer_list<FaultWord> faults)
+{
+    QStringList texts;
+    for (const FaultWord &fault : faults) {
+        if (fault.has)
+            texts.append(QCoreApplication::translate("sessionplot", fault.text));
+    }
+    return texts;
+}
+
+} // namespace
+
+QStringList faultTexts(const Compression &compression)
+{
+    return textsOf({
+        {compression.depthSide == Side::Below, QT_TRANSLATE_NOOP("sessionplot", "Too shallow")},
+        {compression.depthSide == Side::Above, QT_TRANSLATE_NOOP("sessionplot", "Too deep")},
+        {compression.incompleteRelease, QT_TRANSLATE_NOOP("sessionplot", "Incomplete release")},
+        {compression.wrongHands, QT_TRANSLATE_NOOP("sessionplot", "Hand position")},
+        {compression.rateSide == Side::Below, QT_TRANSLATE_NOOP("sessionplot", "Too slow")},
+        {compression.rateSide == Side::Above, QT_TRANSLATE_NOOP("sessionplot", "Too fast")},
+    });
+}
+
+QStringList faultTexts(const Ventilation &ventilation)
+{
+    return textsOf({
+        {ventilation.volumeSide == Side::Below, QT_TRANSLATE_NOOP("sessionplot", "Too little")},
+        {ventilation.volumeSide == Side::Above, QT_TRANSLATE_NOOP("sessionplot", "Too much")},
+    });
+}
+
 QString flagText(const Flag &flag)
 {
     switch (flag.kind) {
@@ -164,7 +208,7 @@ QString flagText(const Flag &flag)
     const QString button = flag.code == E::AEDRemoteControlOtherButtonPressed
         ? textOf(buttons, flag.detail)
         : QString();
-    return button.isEmpty() ? textOf(aedEvents, flag.code) : button;
+    return button.isEmpty() ? aedEventText(flag.code) : button;
 }
 
 int flagWeight(const Flag &flag)

@@ -21,6 +21,11 @@ QString protocolText(int protocol);
 QString manikinText(int type, const QString &ageLetter);
 /// An ECG rhythm (CPREventBase::AEDEcgRhythms).
 QString rhythmText(int rhythm);
+/// A kind of AED event (CPREventBase::AEDEventType) that the learner notices; empty for others.
+QString aedEventText(int event);
+/// What is wrong with a compression or a ventilation that was judged; none when all is right.
+QStringList faultTexts(const Compression &compression);
+QStringList faultTexts(const Ventilation &ventilation);
 /// A short label.
 QString flagText(const Flag &flag);
 /// How much a flag tells: those of weight 0 are not shown, and where there is no room for all

@@ -1,0 +1,137 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CommandLine.h"
+
+#include <Scenario.h>
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <cstdio>
+
+namespace {
+
+constexpr char version[] = "cprviewer " CPRVIEWER_VERSION;
+constexpr int smallestWidth = 960;
+constexpr int smallestHeight = 600;
+constexpr int largestSide = 16384;
+
+QString fromShell(const std::string &argument)
+{
+    return QFile::decodeName(argument.c_str());
+}
+
+// "1280x800"; an empty size when the text is none that the pages can be shown in.
+QSize parseSize(const QString &text)
+{
+    const QStringList sides = text.split(QLatin1Char('x'));
+    const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
+    const bool isUsable = sides.size() == 2 && size.width() >= smallestWidth
+        && size.height() >= smallestHeight && size.width() <= largestSide
+        && size.height() <= largestSide;
+    return isUsable ? size : QSize();
+}
+
+ExitStatus refuse(const QString &text)
+{
+    complain(text);
+    return ExitStatus::WrongUsage;
+}
+
+} // namespace
+
+void complain(const QString &text)
+{
+    std::fputs(("cprviewer: " + text.toUtf8() + '\n').constData(), stderr);
+}
+
+std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
+{
+    struct {
+        std::string file;
+        std::string scenario;
+        std::string log;
+        std::string page;
+        std::string screenshot;
+        std::string size = "1280x800";
+        std::string language;
+        double at = -1;
+    } given;
+
+    CLI::App app("Watches CPR training sessions and looks them over.", "cprviewer");
+    app.set_version_flag("--version", version);
+    app.failure_message([](const CLI::App *, const CLI::Error &error) {
+        return std::string("cprviewer: ") + error.what() + "; --help shows what can be asked for\n";
+    });
+    app.add_option("session", given.file, "Session archive or recorded log to look over")
+        ->type_name("SESSION.zip|LOG");
+    CLI::Option *live = app.add_option("--live", given.scenario, "Start the simulated manikin")
+                            ->type_name("SCENARIO");
+    app.add_option("--seed", seed, "The same scenario and seed give the same session every time")
+        ->capture_default_str();
+    app.add_option("--replay", given.log, "Play a recorded log as if it came from the manikin")
+        ->type_name("LOG")
+        ->excludes(live);
+    app.add_option("--speed", speed, "1 lets a live session run in real time, 2 twice as fast")
+        ->capture_default_str()
+        ->check(CLI::PositiveNumber);
+    app.add_option("--at", given.at, "Begin a live session at this session time, s")
+        ->check(CLI::NonNegativeNumber);
+    app.add_option("--page", given.page, "The page to begin with: live or review")
+        ->check(CLI::IsMember({"live", "review"}));
+    app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
+        ->type_name("FILE.png");
+    app.add_option("--size", given.size, "WIDTHxHEIGHT of the window")->capture_default_str();
+    app.add_option("--language", given.language, "en or de, instead of the system's")
+        ->check(CLI::IsMember({"en", "de"}));
+    CLI::Option *dark = app.add_flag("--dark", isDark, "Light on dark, whatever the system has");
+    app.add_flag("--light", isLight, "Dark on light, whatever the system has")->excludes(dark);
+    app.footer("Examples:\n"
+               "  cprviewer monday.zip\n"
+               "  cprviewer --live beginner --seed 7\n"
+               "  cprviewer --replay monday.cprlog --speed 4\n"
+               "  cprviewer --live aed --at 60 --screenshot live.png --dark\n"
+               "Exit status: 0 done; 1 the input cannot be read, or the output cannot be written; "
+               "2 wrong usage.");
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &error) {
+        return app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
+    }
+
+    file = fromShell(given.file);
+    scenario = fromShell(given.scenario);
+    log = fromShell(given.log);
+    page = fromShell(given.page);
+    screenshot = fromShell(given.screenshot);
+    language = fromShell(given.language);
+    size = parseSize(fromShell(given.size));
+    if (given.at >= 0)
+        atSecs = given.at;
+    if (size.isEmpty())
+        return refuse(QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 on, not \"%3\"")
+                          .arg(QString::number(smallestWidth), QString::number(smallestHeight),
+                               fromShell(given.size)));
+    if (!file.isEmpty() && isLive())
+        return refuse(
+            QStringLiteral("%1 is opened, or a live session is started, not both").arg(file));
+    if (!scenario.isEmpty() && !manikinsim::Scenario::find(scenario)) {
+        QStringList names;
+        for (const manikinsim::Scenario &known : manikinsim::Scenario::all())
+            names.append(known.name);
+        return refuse(QStringLiteral("there is no scenario \"%1\"; there are %2")
+                          .arg(scenario, names.join(QLatin1String(", "))));
+    }
+    for (const QString &input : {file, log}) {
+        if (input.isEmpty() || (QFileInfo(input).isFile() && QFileInfo(input).isReadable()))
+            continue;
+        complain(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
+        return ExitStatus::Failed;
+    }
+    return std::nullopt;
+}

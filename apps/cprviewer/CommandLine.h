@@ -1,0 +1,44 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVIEWER_COMMANDLINE_H
+#define CPRVIEWER_COMMANDLINE_H
+
+#include <QSize>
+#include <QString>
+
+#include <optional>
+
+/// What the program answers to the shell.
+enum class ExitStatus {
+    Done = 0,
+    Failed = 1, ///< the input cannot be read, or the output cannot be written
+    WrongUsage = 2 ///< the command line asks for something that cannot be
+};
+
+/// What the command line asks for.
+struct CommandLine {
+    QString file; ///< archive or log to open
+    QString scenario; ///< of the simulated manikin
+    int seed = 1;
+    QString log; ///< to replay live
+    double speed = 1;
+    std::optional<double> atSecs; ///< of session time; where a live session is to begin
+    QString page; ///< live, review or empty
+    QString screenshot;
+    QSize size;
+    QString language;
+    bool isDark = false;
+    bool isLight = false;
+
+    bool isLive() const { return !scenario.isEmpty() || !log.isEmpty(); }
+
+    /// Fills in what stands in the arguments. A status when the program is to end with it; then
+    /// everything has been said.
+    std::optional<ExitStatus> parse(int argc, char *argv[]);
+};
+
+/// One line on stderr that says what was wrong, where, and what to do.
+void complain(const QString &text);
+
+#endif

@@ -1,0 +1,91 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "LiveFeed.h"
+
+namespace {
+
+constexpr int tickMs = 10; // a manikin sends a wave packet every 20 ms
+// What a tick may take; the rest of the frame belongs to the window.
+constexpr int longestTickMs = 8;
+
+} // namespace
+
+LiveFeed::LiveFeed(CPRData *session, std::unique_ptr<RecordSource> source,
+                   manikinlog::SessionJournal *journal, QObject *parent)
+    : QObject(parent), m_session(session), m_source(std::move(source)), m_player(session)
+{
+    m_player.setJournal(journal);
+    m_timer.setTimerType(Qt::PreciseTimer);
+    m_timer.setInterval(tickMs);
+    connect(&m_timer, &QTimer::timeout, this, &LiveFeed::playDue);
+    fetch();
+}
+
+LiveFeed::~LiveFeed() = default;
+
+void LiveFeed::fetch()
+{
+    m_hasNext = m_source->next(m_next);
+}
+
+void LiveFeed::start(double speed)
+{
+    m_speed = speed;
+    m_begin = m_played;
+    m_clock.start();
+    m_timer.start();
+}
+
+qint64 LiveFeed::now() const
+{
+    return m_begin + static_cast<qint64>(static_cast<double>(m_clock.elapsed()) * m_speed);
+}
+
+bool LiveFeed::playNext()
+{
+    if (!m_hasNext)
+        return false;
+    m_played = m_next.msecs;
+    m_player.play(m_next);
+    fetch();
+    return true;
+}
+
+void LiveFeed::playDue()
+{
+    const qint64 due = now();
+    QElapsedTimer tick;
+    tick.start();
+    while (m_hasNext && m_next.msecs <= due && tick.elapsed() < longestTickMs)
+        playNext();
+    if (!m_hasNext)
+        finish();
+}
+
+void LiveFeed::advanceTo(qint64 msecs)
+{
+    // Before the first packet session time stands still.
+    while (m_isRunning && m_session->cprEvents()->sessionTime() < msecs) {
+        if (!playNext())
+            finish();
+    }
+}
+
+void LiveFeed::stop()
+{
+    if (!m_isRunning)
+        return;
+    m_player.play({m_clock.isValid() ? qMax(m_played, now()) : m_played,
+                   manikinlog::State{CPRData::CPR_ENDED}});
+    finish();
+}
+
+void LiveFeed::finish()
+{
+    if (!m_isRunning)
+        return;
+    m_isRunning = false;
+    m_timer.stop();
+    Q_EMIT finished(m_source->errorString());
+}

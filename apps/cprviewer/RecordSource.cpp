@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "RecordSource.h"
+
+#include <Simulator.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+
+namespace {
+
+using manikinlog::ManikinLogReader;
+
+class SimulatedSource final : public RecordSource {
+public:
+    SimulatedSource(const manikinsim::Scenario &scenario, quint64 seed)
+        : m_simulator(scenario, seed)
+    {
+    }
+    bool next(manikinlog::Record &record) override { return m_simulator.next(record); }
+
+private:
+    manikinsim::Simulator m_simulator;
+};
+
+class LogSource final : public RecordSource {
+public:
+    LogSource(const QString &name, ManikinLogReader::Damage damage)
+        : m_file(name), m_reader(&m_file, name, damage)
+    {
+    }
+    bool open() { return QFileInfo(m_file).isFile() && m_file.open(QIODevice::ReadOnly); }
+    bool next(manikinlog::Record &record) override
+    {
+        return m_reader.read(record) == ManikinLogReader::Result::Record;
+    }
+    QString errorString() const override { return m_reader.errorString(); }
+    QString skippedError() const override { return m_reader.skippedError(); }
+    double progress() const override
+    {
+        return m_file.size() > 0 ? double(m_file.pos()) / double(m_file.size()) : 1;
+    }
+
+private:
+    QFile m_file;
+    ManikinLogReader m_reader;
+};
+
+} // namespace
+
+RecordSource::~RecordSource() = default;
+
+std::unique_ptr<RecordSource> RecordSource::simulated(const manikinsim::Scenario &scenario,
+                                                      quint64 seed)
+{
+    return std::make_unique<SimulatedSource>(scenario, seed);
+}
+
+std::unique_ptr<RecordSource> RecordSource::log(const QString &name,
+                                                ManikinLogReader::Damage damage, QString *error)
+{
+    auto source = std::make_unique<LogSource>(name, damage);
+    if (source->open())
+        return source;
+    *error = QCoreApplication::translate("cprviewer", "%1 cannot be read; is it there and a file?")
+                 .arg(name);
+    return nullptr;
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Screenshot.h"
+
+#include "CommandLine.h"
+#include "Viewer.h"
+
+#include <QCoreApplication>
+#include <QQuickItem>
+#include <QQuickWindow>
+#include <QSaveFile>
+
+namespace {
+
+// Models follow a session within 250 ms; a page without a new frame for longer shows everything.
+constexpr int quietMs = 400;
+
+} // namespace
+
+Screenshot::Screenshot(QString file, Viewer *viewer, QQuickWindow *window)
+    : m_file(std::move(file)), m_viewer(viewer), m_window(window)
+{
+    m_quiet.setSingleShot(true);
+    m_quiet.setInterval(quietMs);
+    const auto restart = [this] { m_quiet.start(); };
+    connect(window, &QQuickWindow::frameSwapped, this, restart);
+    connect(viewer, &Viewer::isLoadingChanged, this, restart);
+    connect(&m_quiet, &QTimer::timeout, this, &Screenshot::take);
+    m_quiet.start();
+}
+
+Screenshot::~Screenshot() = default;
+
+void Screenshot::take()
+{
+    if (m_viewer->isLoading())
+        return; // its end is told
+    // QQuickWindow::grabWindow() gives nothing where there is no display.
+    m_grab = m_window->contentItem()->grabToImage();
+    if (m_grab)
+        connect(m_grab.data(), &QQuickItemGrabResult::ready, this, &Screenshot::finish);
+    else
+        finish();
+}
+
+void Screenshot::finish()
+{
+    QString error = m_viewer->problem();
+    if (error.isEmpty()) {
+        QSaveFile file(m_file);
+        const bool isWritten = file.open(QIODevice::WriteOnly) && m_grab
+            && m_grab->image().save(&file, "PNG") && file.commit();
+        if (!isWritten)
+            error = QStringLiteral("%1 cannot be written: %2").arg(m_file, file.errorString());
+    }
+    if (!error.isEmpty())
+        complain(error);
+    QCoreApplication::exit(
+        static_cast<int>(error.isEmpty() ? ExitStatus::Done : ExitStatus::Failed));
+}

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "SessionExport.h"
+
+#include <CPRData.h>
+#include <PictureFile.h>
+#include <SessionTable.h>
+#include <TableWriter.h>
+
+#include <QCoreApplication>
+#include <QLocale>
+#include <QSaveFile>
+#include <QSize>
+
+namespace {
+
+QString cannotWrite(const QString &name, const QString &reason)
+{
+    return QCoreApplication::translate("cprviewer", "%1 cannot be written: %2").arg(name, reason);
+}
+
+} // namespace
+
+QString SessionExport::writeTable(const QString &name, const QString &what, const CPRData &session)
+{
+    QString error;
+    const auto table = SessionTable::create(what, {}, &error);
+    if (!table)
+        return error;
+    QSaveFile file(name);
+    if (!file.open(QIODevice::WriteOnly))
+        return cannotWrite(name, file.errorString());
+    const bool hasComma = QLocale().decimalPoint() == QLatin1Char(',');
+    const auto writer = TableWriter::csv(&file, QString(QLatin1Char(hasComma ? ';' : ',')));
+    const bool isWritten = writer->begin(table->columns())
+        && table->writeRows(session,
+                            [&writer](const TableWriter::Row &row) { return writer->write(row); })
+        && writer->end() && file.commit();
+    return isWritten ? QString() : cannotWrite(name, file.errorString());
+}
+
+QString SessionExport::writePicture(const QString &name, const CPRData &session)
+{
+    constexpr QSize size(1600, 900);
+    QString error;
+    sessionplot::writePicture(name, size, 0, -1, session, &error);
+    return error;
+}

@@ -1,0 +1,162 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "SessionLoader.h"
+
+#include "RecordSource.h"
+#include "WatchedFileHandler.h"
+
+#include <CPRFileHandlerZip.h>
+#include <ManikinLogPlayer.h>
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QThread>
+
+namespace {
+
+using manikinlog::ManikinLogReader;
+
+QString noSession(const QString &name)
+{
+    return QCoreApplication::translate("cprviewer",
+                                       "%1 is neither a session archive nor a recorded log")
+        .arg(name);
+}
+
+QString joined(const QString &first, const QString &second)
+{
+    return first.isEmpty() || second.isEmpty() ? first + second
+                                               : first + QStringLiteral("; ") + second;
+}
+
+} // namespace
+
+SessionLoader::SessionLoader(QObject *parent) : QObject(parent)
+{
+}
+
+SessionLoader::~SessionLoader()
+{
+    abandon();
+}
+
+bool SessionLoader::isLog(const QString &name)
+{
+    const QByteArray format = QByteArray(ManikinLogReader::firstLine).split(' ').first();
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) && file.read(format.size()) == format;
+}
+
+void SessionLoader::load(const QString &name, Kind kind)
+{
+    abandon();
+    m_isCancelled = false;
+    m_thread = QThread::create([this, name, kind] { run(name, kind); });
+    m_thread->setParent(this);
+    connect(m_thread, &QThread::finished, this, [this, thread = m_thread] {
+        if (thread != m_thread)
+            return; // given up since
+        m_thread = nullptr;
+        thread->deleteLater();
+        Q_EMIT finished();
+    });
+    m_thread->start();
+}
+
+void SessionLoader::cancel()
+{
+    m_isCancelled = true;
+}
+
+void SessionLoader::abandon()
+{
+    if (!m_thread)
+        return;
+    cancel();
+    QThread *thread = std::exchange(m_thread, nullptr);
+    thread->wait();
+    delete thread;
+    m_result = Result();
+}
+
+SessionLoader::Result SessionLoader::take()
+{
+    return isLoading() ? Result() : std::exchange(m_result, Result());
+}
+
+// Runs on m_thread.
+void SessionLoader::run(const QString &name, Kind kind)
+{
+    constexpr double leastStep = 0.01; // no more than a hundred signals
+    double reported = 0;
+    const Report report = [this, &reported](double share) {
+        if (share - reported >= leastStep) {
+            reported = share;
+            Q_EMIT progressed(share);
+        }
+        return !m_isCancelled;
+    };
+    Result result = kind == Kind::LeftJournal || isLog(name) ? loadLog(name, kind, report)
+                                                             : loadArchive(name, report);
+    result.fileName = name;
+    if (m_isCancelled) {
+        result = Result();
+        result.isCancelled = true;
+    }
+    // Its timers, which are running already, go with it.
+    if (result.session)
+        result.session->moveToThread(thread());
+    m_result = std::move(result);
+}
+
+SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Report &report)
+{
+    Result result;
+    CPRFileHandlerZip zip;
+    if (!QFileInfo(name).isFile() || !zip.open(name, CPRFileHandlerZip::Read)) {
+        result.problem = noSession(name);
+        return result;
+    }
+    WatchedFileHandler handler(&zip, WatchedFileHandler::bytesIn(name), report);
+    auto session = std::make_unique<CPRData>();
+    const bool isComplete = session->readData(&handler) && handler.missing().isEmpty();
+    if (!zip.close() || !isComplete) {
+        result.problem =
+            QCoreApplication::translate("cprviewer", "%1 is damaged; what could be read is shown")
+                .arg(name);
+    }
+    if (handler.hasOpened())
+        result.session = std::move(session);
+    else
+        result.problem = noSession(name);
+    return result;
+}
+
+SessionLoader::Result SessionLoader::loadLog(const QString &name, Kind kind, const Report &report)
+{
+    Result result;
+    result.isLog = true;
+    const auto source =
+        RecordSource::log(name,
+                          kind == Kind::LeftJournal ? ManikinLogReader::Damage::IsSkipped
+                                                    : ManikinLogReader::Damage::IsError,
+                          &result.problem);
+    if (!source)
+        return result;
+    auto session = std::make_unique<CPRData>();
+    manikinlog::ManikinLogPlayer player(session.get());
+    manikinlog::Record record;
+    bool hasPlayed = false;
+    while (report(source->progress()) && source->next(record)) {
+        player.play(record);
+        hasPlayed = true;
+    }
+    result.problem = joined(source->skippedError(), source->errorString());
+    if (hasPlayed)
+        result.session = std::move(session);
+    else if (result.problem.isEmpty())
+        result.problem = noSession(name);
+    return result;
+}

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVIEWER_SESSIONLOADER_H
+#define CPRVIEWER_SESSIONLOADER_H
+
+#include <CPRData.h>
+
+#include <QObject>
+#include <QString>
+
+#include <atomic>
+#include <functional>
+#include <memory>
+
+class QThread;
+
+/// Loads a session on a thread of its own, so that the window stays alive. A session that is being
+/// loaded belongs to that thread alone; it is handed over when it is complete.
+class SessionLoader final : public QObject {
+    Q_OBJECT
+
+public:
+    enum class Kind {
+        File, ///< an archive, or a recorded log that has to be whole
+        LeftJournal ///< what a killed program has left; damaged lines are skipped
+    };
+
+    struct Result {
+        std::unique_ptr<CPRData> session; ///< null when nothing could be read
+        QString fileName;
+        bool isLog = false;
+        bool isCancelled = false;
+        QString problem; ///< what is wrong with the file; there may be a session nevertheless
+    };
+
+    explicit SessionLoader(QObject *parent = nullptr);
+    /// Gives up what is being loaded.
+    ~SessionLoader() override;
+
+    /// Loads \a name; what was being loaded is given up.
+    void load(const QString &name, Kind kind);
+    bool isLoading() const { return m_thread != nullptr; }
+    /// finished() comes soon, without a session.
+    void cancel();
+    /// The same, but waits for it, and finished() does not come.
+    void abandon();
+
+    /// What was loaded last; can be taken once.
+    Result take();
+
+    /// Whether \a name begins as a recorded log does.
+    static bool isLog(const QString &name);
+
+Q_SIGNALS:
+    /// How much was read, 0 to 1.
+    void progressed(double share);
+    /// take() has the result.
+    void finished();
+
+private:
+    /// Is told how much was read, 0 to 1; false tells to give up.
+    using Report = std::function<bool(double share)>;
+
+    static Result loadArchive(const QString &name, const Report &report);
+    static Result loadLog(const QString &name, Kind kind, const Report &report);
+    void run(const QString &name, Kind kind);
+
+    QThread *m_thread = nullptr; // a child of this object while it runs
+    std::atomic<bool> m_isCancelled{false};
+    Result m_result; // belongs to m_thread while that runs
+};
+
+#endif

@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVIEWER_UNSAVEDSESSIONS_H
+#define CPRVIEWER_UNSAVEDSESSIONS_H
+
+#include <QLockFile>
+#include <QString>
+#include <QStringList>
+
+#include <memory>
+
+/// A session that a killed program has left and that this one has taken over: while this object
+/// lives, others do not offer it.
+class LeftSession {
+public:
+    /// Null when another program was faster.
+    static std::unique_ptr<LeftSession> claim(const QString &target);
+
+    /// The file that holds it.
+    QString journal() const;
+    /// Deletes it: it was saved, or is not wanted.
+    void remove();
+
+private:
+    explicit LeftSession(const QString &target);
+
+    QString m_target;
+    QLockFile m_lock;
+};
+
+/// The folder in which live sessions are journalled until they are saved. Each has an archive name
+/// there that no archive will ever have; manikinlog::SessionJournal puts the journal beside it.
+class UnsavedSessions {
+public:
+    /// \a folder is made when it is needed. Without one nothing is journalled.
+    explicit UnsavedSessions(const QString &folder);
+
+    /// A name for a session that begins now; empty when there is no folder for it.
+    QString newTarget() const;
+    /// The names of the sessions that killed programs have left, the newest first. One that is
+    /// being written, or was claimed, is not among them.
+    QStringList left() const;
+
+private:
+    QString m_folder;
+};
+
+#endif

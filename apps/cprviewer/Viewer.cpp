@@ -1,0 +1,283 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Viewer.h"
+
+#include "ScenarioNames.h"
+#include "SessionExport.h"
+
+#include <PlotModel.h>
+#include <Scenario.h>
+#include <SessionFile.h>
+
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+using manikinlog::SessionJournal;
+
+Viewer::Places Viewer::Places::ofUser()
+{
+    const QDir config(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
+    const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
+    return {config.filePath(QStringLiteral("cprviewer.conf")),
+            data.filePath(QStringLiteral("unsaved"))};
+}
+
+Viewer::Viewer(const Places &places, QObject *parent)
+    : QObject(parent), m_settings(places.settings, QSettings::IniFormat), m_appearance(&m_settings),
+      m_recentFiles(&m_settings), m_unsavedSessions(places.journals)
+{
+    connect(&m_appearance, &Appearance::languageChanged, this, &Viewer::scenariosChanged);
+    connect(&m_loader, &SessionLoader::progressed, this, [this](double share) {
+        m_loadedShare = share;
+        Q_EMIT loadedShareChanged();
+    });
+    connect(&m_loader, &SessionLoader::finished, this, &Viewer::takeLoaded);
+    findLeft();
+}
+
+Viewer::~Viewer() = default;
+
+QVariantList Viewer::scenarios() const
+{
+    return scenarioNames();
+}
+
+QDateTime Viewer::leftSessionTime() const
+{
+    return hasLeftSession() ? QFileInfo(SessionJournal::nameFor(m_left)).lastModified()
+                            : QDateTime();
+}
+
+void Viewer::findLeft()
+{
+    const QString left = m_unsavedSessions.left().value(0);
+    if (left == m_left)
+        return;
+    m_left = left;
+    Q_EMIT leftSessionChanged();
+}
+
+void Viewer::open(const QString &name)
+{
+    m_loadedLeft.reset();
+    load(name, SessionLoader::Kind::File);
+}
+
+void Viewer::load(const QString &name, SessionLoader::Kind kind)
+{
+    setProblem(QString());
+    m_loadedName = QFileInfo(name).fileName();
+    m_loadedShare = 0;
+    m_loader.load(name, kind);
+    Q_EMIT loadedShareChanged();
+    Q_EMIT isLoadingChanged();
+}
+
+void Viewer::cancelLoading()
+{
+    m_loader.cancel();
+}
+
+void Viewer::takeLoaded()
+{
+    SessionLoader::Result result = m_loader.take();
+    const std::unique_ptr<LeftSession> &left = m_loadedLeft;
+    if (result.session) {
+        Opened opened;
+        opened.name = left ? tr("Recovered session") : m_loadedName;
+        opened.isFromArchive = !result.isLog;
+        opened.isUnsaved = left != nullptr;
+        if (!left)
+            m_recentFiles.add(result.fileName);
+        opened.left = std::move(m_loadedLeft);
+        opened.session = std::move(result.session);
+        show(std::move(opened));
+    }
+    m_loadedLeft.reset();
+    setProblem(result.problem);
+    findLeft();
+    Q_EMIT isLoadingChanged();
+}
+
+bool Viewer::startScenario(const QString &name, int seed, double speed)
+{
+    const manikinsim::Scenario *scenario = manikinsim::Scenario::find(name);
+    if (!scenario) {
+        setProblem(tr("There is no scenario \"%1\".").arg(name));
+        return false;
+    }
+    startLive(RecordSource::simulated(*scenario, static_cast<quint64>(seed)),
+              tr("Simulated: %1").arg(scenarioTitle(name)), speed);
+    return true;
+}
+
+bool Viewer::startReplay(const QString &name, double speed)
+{
+    QString error;
+    auto source = RecordSource::log(name, manikinlog::ManikinLogReader::Damage::IsError, &error);
+    if (!source) {
+        setProblem(error);
+        return false;
+    }
+    startLive(std::move(source), QFileInfo(name).fileName(), speed);
+    return true;
+}
+
+void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed)
+{
+    m_loader.abandon();
+    m_loadedLeft.reset();
+    setProblem(QString());
+    Q_EMIT isLoadingChanged();
+
+    Opened opened;
+    opened.session = std::make_unique<CPRData>();
+    opened.journal = newJournal();
+    opened.feed =
+        std::make_unique<LiveFeed>(opened.session.get(), std::move(source), opened.journal.get());
+    opened.name = name;
+    opened.isUnsaved = true;
+    connect(opened.feed.get(), &LiveFeed::finished, this, [this](const QString &error) {
+        if (!error.isEmpty())
+            setProblem(error);
+        Q_EMIT isLiveChanged();
+    });
+    opened.feed->start(speed);
+    show(std::move(opened));
+}
+
+std::unique_ptr<SessionJournal> Viewer::newJournal()
+{
+    auto journal = std::make_unique<SessionJournal>();
+    const QString target = m_unsavedSessions.newTarget();
+    if (!target.isEmpty() && !journal->open(target))
+        setProblem(journal->errorString());
+    connect(journal.get(), &SessionJournal::failed, this, &Viewer::setProblem);
+    return journal;
+}
+
+void Viewer::show(Opened opened)
+{
+    // The old session goes at the end, when the pages have let go of it. A journal that it has
+    // keeps its file.
+    std::swap(m_opened, opened);
+    Q_EMIT sessionChanged();
+    Q_EMIT nameChanged();
+    Q_EMIT isLiveChanged();
+    Q_EMIT isUnsavedChanged();
+}
+
+void Viewer::advanceTo(qint64 msecs)
+{
+    if (m_opened.feed)
+        m_opened.feed->advanceTo(msecs);
+}
+
+void Viewer::stop()
+{
+    if (m_opened.feed)
+        m_opened.feed->stop();
+}
+
+template <typename Write>
+Viewer::SaveResult Viewer::writeFile(const QUrl &url, const QString &suffix, bool replaces,
+                                     Write write)
+{
+    QString name = url.toLocalFile();
+    if (!session() || QFileInfo(name).fileName().isEmpty())
+        return Failed;
+    if (QFileInfo(name).suffix().isEmpty())
+        name += QLatin1Char('.') + suffix;
+    if (!replaces && QFileInfo::exists(name))
+        return Exists;
+    const QString error = write(name);
+    setProblem(error);
+    return error.isEmpty() ? Saved : Failed;
+}
+
+Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
+{
+    return writeFile(url, QStringLiteral("zip"), replaces, [this](const QString &name) {
+        QString error;
+        if (m_opened.isFromArchive) {
+            // What is read from an archive lacks statistics and scores in its list; a copy has
+            // them.
+            CPRData copy(*session());
+            error = SessionFile::save(name, copy);
+        } else {
+            error = SessionFile::save(name, *session());
+        }
+        if (error.isEmpty() && !isLive()) {
+            m_recentFiles.add(name);
+            m_opened.name = QFileInfo(name).fileName();
+            Q_EMIT nameChanged();
+            setSaved();
+        }
+        return error;
+    });
+}
+
+Viewer::SaveResult Viewer::exportTable(const QUrl &url, const QString &what, bool replaces)
+{
+    return writeFile(url, QStringLiteral("csv"), replaces, [&](const QString &name) {
+        return SessionExport::writeTable(name, what, *session());
+    });
+}
+
+Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
+{
+    return writeFile(url, QStringLiteral("png"), replaces, [this](const QString &name) {
+        return SessionExport::writePicture(name, *session());
+    });
+}
+
+QUrl Viewer::proposedFile(const QString &suffix) const
+{
+    const QDateTime start = session() ? sessionplot::summaryOf(*session()).start : QDateTime();
+    const QString stem = (start.isValid() ? start.toLocalTime() : QDateTime::currentDateTime())
+                             .toString(QStringLiteral("yyyy-MM-dd-HHmm"));
+    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    return QUrl::fromLocalFile(folder.filePath(stem + QLatin1Char('.') + suffix));
+}
+
+void Viewer::discard()
+{
+    stop();
+    setSaved();
+}
+
+void Viewer::setSaved()
+{
+    if (m_opened.journal)
+        m_opened.journal->remove();
+    if (m_opened.left)
+        m_opened.left->remove();
+    m_opened.left.reset();
+    m_opened.isUnsaved = false;
+    Q_EMIT isUnsavedChanged();
+}
+
+void Viewer::bringBack()
+{
+    m_loadedLeft = LeftSession::claim(m_left);
+    if (m_loadedLeft)
+        load(m_loadedLeft->journal(), SessionLoader::Kind::LeftJournal);
+    findLeft();
+}
+
+void Viewer::discardLeft()
+{
+    if (const auto left = LeftSession::claim(m_left))
+        left->remove();
+    findLeft();
+}
+
+void Viewer::setProblem(const QString &text)
+{
+    if (text == m_problem)
+        return;
+    m_problem = text;
+    Q_EMIT problemChanged();
+}

@@ -1,0 +1,166 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVIEWER_VIEWER_H
+#define CPRVIEWER_VIEWER_H
+
+#include "Appearance.h"
+#include "LiveFeed.h"
+#include "RecentFiles.h"
+#include "SessionLoader.h"
+#include "UnsavedSessions.h"
+
+#include <CPRData.h>
+#include <SessionJournal.h>
+
+#include <QDateTime>
+#include <QSettings>
+#include <QUrl>
+#include <QVariantList>
+
+/// What the window shows and does: the session that is open, where it comes from, and what becomes
+/// of it.
+///
+/// A live session is journalled until it is saved or thrown away. A journal that a killed viewer
+/// has left is offered in leftSession. Nothing here throws a session away that was not saved,
+/// except discard(): one that another takes the place of stays in its journal.
+class Viewer final : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+    QML_UNCREATABLE("The program has one.")
+
+    // clang-format off
+    /// Null when none is open.
+    Q_PROPERTY(CPRData     *session      READ session      NOTIFY sessionChanged)
+    /// What the session is called in front of people.
+    Q_PROPERTY(QString      name         READ name         NOTIFY nameChanged)
+    /// Records still come.
+    Q_PROPERTY(bool         isLive       READ isLive       NOTIFY isLiveChanged)
+    /// It would be lost without its journal.
+    Q_PROPERTY(bool         isUnsaved    READ isUnsaved    NOTIFY isUnsavedChanged)
+    /// A file is being loaded; the session that is open stays until it is there.
+    Q_PROPERTY(bool         isLoading    READ isLoading    NOTIFY isLoadingChanged)
+    /// Of the file that is being loaded; the share goes from 0 to 1.
+    Q_PROPERTY(QString      loadedName   READ loadedName   NOTIFY isLoadingChanged)
+    Q_PROPERTY(double       loadedShare  READ loadedShare  NOTIFY loadedShareChanged)
+    /// What went wrong last, for people; empty when they have seen it.
+    Q_PROPERTY(QString      problem      READ problem      NOTIFY problemChanged)
+    /// A session that a killed viewer has left, and when its last record came.
+    Q_PROPERTY(bool         hasLeftSession  READ hasLeftSession  NOTIFY leftSessionChanged)
+    Q_PROPERTY(QDateTime    leftSessionTime READ leftSessionTime NOTIFY leftSessionChanged)
+    Q_PROPERTY(Appearance  *appearance   READ appearance   CONSTANT)
+    Q_PROPERTY(RecentFiles *recentFiles  READ recentFiles  CONSTANT)
+    /// Scenarios of the simulated manikin: maps with name, title and description.
+    Q_PROPERTY(QVariantList scenarios    READ scenarios    NOTIFY scenariosChanged)
+    // clang-format on
+
+public:
+    /// Where the viewer keeps what outlives it.
+    struct Places {
+        QString settings; ///< an INI file
+        QString journals; ///< a folder; empty when nothing is to be journalled
+        /// The user's own.
+        static Places ofUser();
+    };
+
+    enum SaveResult { Saved, Exists, Failed };
+    Q_ENUM(SaveResult)
+
+    explicit Viewer(const Places &places, QObject *parent = nullptr);
+    ~Viewer() override;
+
+    // clang-format off
+    CPRData     *session() const         { return m_opened.session.get(); }
+    QString      name() const            { return m_opened.name; }
+    bool         isLive() const          { return m_opened.feed && m_opened.feed->isRunning(); }
+    bool         isUnsaved() const       { return m_opened.isUnsaved; }
+    bool         isLoading() const       { return m_loader.isLoading(); }
+    QString      loadedName() const      { return m_loadedName; }
+    double       loadedShare() const     { return m_loadedShare; }
+    QString      problem() const         { return m_problem; }
+    bool         hasLeftSession() const  { return !m_left.isEmpty(); }
+    QDateTime    leftSessionTime() const;
+    Appearance  *appearance()            { return &m_appearance; }
+    RecentFiles *recentFiles()           { return &m_recentFiles; }
+    QVariantList scenarios() const;
+    // clang-format on
+
+    /// Loads an archive or a recorded log.
+    Q_INVOKABLE void open(const QString &name);
+    Q_INVOKABLE void openUrl(const QUrl &url) { open(url.toLocalFile()); }
+    Q_INVOKABLE void cancelLoading();
+    /// Starts the simulated manikin. False, with a problem, when there is no such scenario. With
+    /// speed 0 time stands still; see advanceTo().
+    Q_INVOKABLE bool startScenario(const QString &name, int seed, double speed = 1);
+    /// Plays a recorded log as if it came from the manikin. False when it cannot be opened.
+    Q_INVOKABLE bool startReplay(const QString &name, double speed);
+    /// Plays what a live session has before the session time \a msecs at once.
+    void advanceTo(qint64 msecs);
+    /// Ends a live session.
+    Q_INVOKABLE void stop();
+
+    /// Saves the session under \a url, to which the suffix is added if it has none. A file that is
+    /// there is replaced only when \a replaces says so.
+    Q_INVOKABLE Viewer::SaveResult save(const QUrl &url, bool replaces);
+    /// The same for a table (events, summary, waves, guidelines) and the review picture.
+    Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
+    Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
+    /// A file to propose for the session, with \a suffix.
+    Q_INVOKABLE QUrl proposedFile(const QString &suffix) const;
+    /// The session need not be saved.
+    Q_INVOKABLE void discard();
+
+    /// Loads the session that was left, or throws it away, and looks for another.
+    Q_INVOKABLE void bringBack();
+    Q_INVOKABLE void discardLeft();
+
+    Q_INVOKABLE void dismissProblem() { setProblem(QString()); }
+
+Q_SIGNALS:
+    void sessionChanged();
+    void nameChanged();
+    void isLiveChanged();
+    void isUnsavedChanged();
+    void isLoadingChanged();
+    void loadedShareChanged();
+    void problemChanged();
+    void leftSessionChanged();
+    void scenariosChanged();
+
+private:
+    /// What goes when its session goes; the feed before the journal, and both before the session.
+    struct Opened {
+        std::unique_ptr<CPRData> session;
+        std::unique_ptr<manikinlog::SessionJournal> journal; // of a live session
+        std::unique_ptr<LiveFeed> feed; // of a live session
+        std::unique_ptr<LeftSession> left; // where it was brought back from
+        QString name;
+        bool isFromArchive = false;
+        bool isUnsaved = false;
+    };
+
+    void load(const QString &name, SessionLoader::Kind kind);
+    void takeLoaded();
+    void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed);
+    std::unique_ptr<manikinlog::SessionJournal> newJournal();
+    void show(Opened opened);
+    template <typename Write>
+    SaveResult writeFile(const QUrl &url, const QString &suffix, bool replaces, Write write);
+    void setSaved();
+    void setProblem(const QString &text);
+    void findLeft();
+
+    QSettings m_settings;
+    Appearance m_appearance;
+    RecentFiles m_recentFiles;
+    UnsavedSessions m_unsavedSessions;
+    Opened m_opened;
+    SessionLoader m_loader;
+    std::unique_ptr<LeftSession> m_loadedLeft; // that is being loaded; null for a file
+    QString m_loadedName;
+    double m_loadedShare = 0;
+    QString m_problem;
+    QString m_left; // name of the session that is offered; empty for none
+};
+
+#endif

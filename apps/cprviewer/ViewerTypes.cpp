@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "ViewerTypes.h"
+
+#include <QuickTypes.h>
+
+#include <QtGlobal>
+
+// Generated from the headers of this directory.
+void qml_register_types_CPRViewer();
+
+// The macro has to be used outside of any function's namespace.
+static void initResources()
+{
+    Q_INIT_RESOURCE(cprviewer);
+    Q_INIT_RESOURCE(cprviewer_translations);
+}
+
+void useViewerTypes()
+{
+    // In a static library neither registers itself.
+    static const bool isRegistered = [] {
+        initResources();
+        useCPRQuickTypes();
+        qml_register_types_CPRViewer();
+        return true;
+    }();
+    Q_UNUSED(isRegistered)
+}

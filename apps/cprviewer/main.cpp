@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CommandLine.h"
+#include "Screenshot.h"
+#include "Viewer.h"
+#include "ViewerTypes.h"
+
+#include <QApplication>
+#include <QQmlApplicationEngine>
+#include <QQuickStyle>
+#include <QQuickWindow>
+#include <QTemporaryDir>
+
+#include <limits>
+
+namespace {
+
+// Pictures need neither a display nor a graphics card.
+void useNoDisplay(const QString &runtimeDirectory)
+{
+    const auto preset = [](const char *name, const QByteArray &value) {
+        if (!qEnvironmentVariableIsSet(name))
+            qputenv(name, value);
+    };
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    qputenv("QT_QUICK_BACKEND", "software");
+    preset("XDG_RUNTIME_DIR", runtimeDirectory.toLocal8Bit());
+}
+
+// Opens or starts what the command line asks for.
+bool begin(Viewer &viewer, const CommandLine &line)
+{
+    constexpr double msecsPerSecond = 1000;
+    if (!line.file.isEmpty())
+        viewer.open(line.file);
+    if (!line.isLive())
+        return true;
+    const bool isPicture = !line.screenshot.isEmpty();
+    const double speed = isPicture ? 0 : line.speed;
+    const bool isStarted = line.log.isEmpty()
+        ? viewer.startScenario(line.scenario, line.seed, speed)
+        : viewer.startReplay(line.log, speed);
+    if (line.atSecs)
+        viewer.advanceTo(qint64(qMin(*line.atSecs, 1e9) * msecsPerSecond));
+    else if (isPicture)
+        viewer.advanceTo(std::numeric_limits<qint64>::max());
+    return isStarted;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    CommandLine line;
+    if (const std::optional<ExitStatus> status = line.parse(argc, argv))
+        return static_cast<int>(*status);
+    const bool isPicture = !line.screenshot.isEmpty();
+    const QTemporaryDir temporary;
+    if (isPicture)
+        useNoDisplay(temporary.path());
+
+    QCoreApplication::setOrganizationName(QStringLiteral("libCPRData"));
+    QCoreApplication::setApplicationName(QStringLiteral("cprviewer"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(CPRVIEWER_VERSION));
+    QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    // The file dialogs are widgets where the system has none of its own.
+    const QApplication application(argc, argv);
+    QQuickStyle::setStyle(QStringLiteral("Default"));
+    useViewerTypes();
+
+    // A picture depends on nothing that was chosen before, and leaves nothing behind.
+    Viewer viewer(isPicture ? Viewer::Places{temporary.filePath(QStringLiteral("settings")), {}}
+                            : Viewer::Places::ofUser());
+    if (!line.language.isEmpty())
+        viewer.appearance()->useLanguage(line.language);
+    if (line.isDark || line.isLight)
+        viewer.appearance()->useMode(line.isDark ? Appearance::Dark : Appearance::Light);
+
+    QQmlApplicationEngine engine;
+    QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
+                     &QQmlEngine::retranslate);
+    engine.setInitialProperties({{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
+                                 {QStringLiteral("width"), line.size.width()},
+                                 {QStringLiteral("height"), line.size.height()},
+                                 {QStringLiteral("firstPage"), line.page}});
+    engine.load(QUrl(QStringLiteral("qrc:/cprviewer/qml/Main.qml")));
+    auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
+    if (!window) {
+        complain(QStringLiteral("the window cannot be made; are the QML modules "
+                                "QtQuick.Controls, QtQuick.Layouts and Qt.labs.platform there?"));
+        return static_cast<int>(ExitStatus::Failed);
+    }
+    if (!begin(viewer, line)) {
+        complain(viewer.problem());
+        return static_cast<int>(ExitStatus::Failed);
+    }
+    std::unique_ptr<Screenshot> screenshot;
+    if (isPicture)
+        screenshot = std::make_unique<Screenshot>(line.screenshot, &viewer, window);
+    return QApplication::exec();
+}

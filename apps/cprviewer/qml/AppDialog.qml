@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import "."
+
+// A question in the middle of the window. Escape answers it by nothing.
+Popup {
+    id: dialog
+
+    property string title: ""
+    property string text: ""
+    default property alias content: body.data
+    property alias buttons: buttonRow.data
+
+    parent: Overlay.overlay
+    anchors.centerIn: parent
+    modal: true
+    focus: true
+    padding: Look.padding * 1.5
+    width: Math.round(520 * Look.unit)
+
+    background: Card { }
+    contentItem: ColumnLayout {
+        spacing: Look.gap
+        Accessible.role: Accessible.Dialog
+        Accessible.name: dialog.title
+
+        PageText {
+            Layout.fillWidth: true
+            text: dialog.title
+            font.pixelSize: Math.round(22 * Look.unit)
+            font.bold: true
+            wrapMode: Text.WordWrap
+        }
+        PageText {
+            Layout.fillWidth: true
+            visible: dialog.text.length > 0
+            text: dialog.text
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        }
+        ColumnLayout {
+            id: body
+            Layout.fillWidth: true
+            visible: children.length > 0
+            spacing: Look.gap
+        }
+        Flow {
+            id: buttonRow
+            Layout.fillWidth: true
+            Layout.topMargin: Look.gap
+            layoutDirection: Qt.RightToLeft
+            spacing: Look.gap
+        }
+    }
+}

@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import "."
+
+// A column that is filled to a value, with a target band and its limits beside it.
+Item {
+    id: gauge
+
+    property real value: 0
+    property real to: 100
+    property real bandFrom: 0
+    property real bandTo: 0
+    property real marker: -1 // where the last stroke ended; none below 0
+    property real limit: 0 // a line of its own; none at 0
+    property bool fromTop: false // a depth grows downwards
+    property real textSize: Look.title
+    readonly property bool hasBand: gauge.bandTo > gauge.bandFrom
+
+    function place(number) {
+        const share = Math.max(0, Math.min(1, number / gauge.to));
+        return Math.round(track.height * (gauge.fromTop ? share : 1 - share));
+    }
+
+    Rectangle {
+        id: track
+        width: Math.round(parent.width * 0.46)
+        height: parent.height
+        radius: Look.radius / 2
+        color: Look.colors.grid
+        clip: true
+
+        Rectangle {
+            width: parent.width
+            y: gauge.fromTop ? 0 : gauge.place(gauge.value)
+            height: gauge.fromTop ? gauge.place(gauge.value) : parent.height - y
+            color: Look.colors.bars
+        }
+        Rectangle {
+            visible: gauge.hasBand
+            width: parent.width
+            y: Math.min(gauge.place(gauge.bandFrom), gauge.place(gauge.bandTo))
+            height: Math.abs(gauge.place(gauge.bandTo) - gauge.place(gauge.bandFrom))
+            color: Look.colors.band
+            border.color: Look.good
+            border.width: Math.max(2, Math.round(3 * Look.unit))
+        }
+        Rectangle {
+            visible: gauge.limit > 0
+            width: parent.width
+            y: gauge.place(gauge.limit)
+            height: Math.max(2, Math.round(2 * Look.unit))
+            color: Look.text
+        }
+    }
+    Repeater {
+        model: gauge.hasBand ? [gauge.bandFrom, gauge.bandTo] : []
+        delegate: PageText {
+            id: bandLabel
+            required property real modelData
+            x: track.width + Math.round(26 * Look.unit)
+            y: Math.max(0, Math.min(gauge.height - height,
+                                    gauge.place(bandLabel.modelData) - height / 2))
+            text: bandLabel.modelData.toFixed(0)
+            font.pixelSize: gauge.textSize
+            font.bold: true
+        }
+    }
+    Text {
+        visible: gauge.marker >= 0
+        x: track.width + Math.round(2 * Look.unit)
+        y: gauge.place(gauge.marker) - height / 2
+        text: "◀"
+        color: Look.text
+        font.pixelSize: gauge.textSize
+    }
+}

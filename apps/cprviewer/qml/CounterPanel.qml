@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import "."
+
+// A single figure in a low card.
+LivePanel {
+    id: panel
+
+    property string number: "–"
+    property string unit: ""
+    property bool isFault: false
+
+    spoken: panel.number + " " + panel.unit
+    border.color: panel.isFault ? Look.fault : Look.frame
+    border.width: panel.isFault ? Math.max(2, Math.round(4 * Look.unit)) : 1
+
+    BigFigure {
+        anchors { left: parent.left; bottom: parent.bottom; bottomMargin: -Look.gap / 2 }
+        number: panel.number
+        unit: panel.unit
+        size: 60 * Look.unit
+    }
+}

@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import CPRData 1.0
+import "."
+
+// How deep the chest is pressed, and whether it comes back.
+LivePanel {
+    id: panel
+
+    required property LiveFigures figures
+    readonly property real last: panel.figures.lastDepth
+    readonly property bool hasLast: panel.last >= 0
+    readonly property int side: !panel.hasLast || panel.figures.depthMax <= 0 ? Verdict.None
+                              : panel.last < panel.figures.depthMin ? Verdict.TooLow
+                              : panel.last > panel.figures.depthMax ? Verdict.TooHigh : Verdict.Good
+    // Rounded so that a depth outside the band never looks like one of its limits.
+    readonly property string shown: !panel.hasLast ? "–"
+        : (panel.side === Verdict.TooLow ? Math.floor(panel.last)
+           : panel.side === Verdict.TooHigh ? Math.ceil(panel.last) : Math.round(panel.last)).toString()
+
+    title: qsTr("Depth")
+    corner: panel.figures.depthMax > 0
+            ? qsTr("Target %1–%2 mm").arg(panel.figures.depthMin.toFixed(0)).arg(panel.figures.depthMax.toFixed(0)) : ""
+    spoken: qsTr("%1 mm, %2, %3").arg(panel.shown).arg(depthVerdict.words).arg(releaseVerdict.words)
+
+    BandGauge {
+        id: gauge
+        width: Math.round(150 * Look.unit)
+        height: parent.height
+        fromTop: true
+        value: panel.figures.depth
+        to: 80
+        bandFrom: panel.figures.depthMin
+        bandTo: panel.figures.depthMax
+        limit: panel.figures.releaseDepth
+        marker: panel.last
+        textSize: Math.round(26 * Look.unit)
+    }
+    Column {
+        anchors { left: gauge.right; right: parent.right; verticalCenter: parent.verticalCenter }
+        spacing: Look.gap
+
+        BigFigure {
+            anchors.horizontalCenter: parent.horizontalCenter
+            number: panel.shown
+            unit: qsTr("mm")
+            size: 132 * Look.unit
+        }
+        Verdict {
+            id: depthVerdict
+            width: parent.width
+            size: 32 * Look.unit
+            kind: panel.side
+            words: ["–", qsTr("Right depth"), qsTr("Too shallow"), qsTr("Too deep")][panel.side]
+        }
+        Verdict {
+            id: releaseVerdict
+            width: parent.width
+            size: 26 * Look.unit
+            kind: !panel.hasLast ? Verdict.None : panel.figures.isReleased ? Verdict.Good : Verdict.Fault
+            words: !panel.hasLast ? "–" : panel.figures.isReleased ? qsTr("Full release")
+                 : qsTr("Not released, %1 mm left").arg(panel.figures.lastReleaseDepth.toFixed(0))
+        }
+    }
+}

@@ -1,0 +1,70 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import Qt.labs.platform 1.1 as Platform
+import CPRViewer 1.0
+import "."
+
+// Asks for files, and before one is replaced.
+Item {
+    id: chooser
+
+    required property Viewer viewer
+    signal opened(url file)
+
+    property var job: null // (url, replaces) => result
+    property var done: null // what is done after a success
+
+    function open() { openDialog.open(); }
+    function save(done) {
+        chooser.write(qsTr("Save session"), "zip", [qsTr("Session (*.zip)")],
+                      (url, replaces) => chooser.viewer.save(url, replaces), done);
+    }
+    function exportTable(what) {
+        chooser.write(qsTr("Export table"), "csv", [qsTr("Table (*.csv)")],
+                      (url, replaces) => chooser.viewer.exportTable(url, what, replaces), null);
+    }
+    function exportPicture() {
+        chooser.write(qsTr("Export picture"), "png", [qsTr("Picture (*.png *.svg *.pdf)")],
+                      (url, replaces) => chooser.viewer.exportPicture(url, replaces), null);
+    }
+    function write(title, suffix, filters, job, done) {
+        chooser.job = job;
+        chooser.done = done;
+        saveDialog.title = title;
+        saveDialog.nameFilters = filters;
+        saveDialog.defaultSuffix = suffix;
+        saveDialog.currentFile = chooser.viewer.proposedFile(suffix);
+        saveDialog.open();
+    }
+    function finish(url, replaces) {
+        const result = chooser.job(url, replaces);
+        if (result === Viewer.Exists) {
+            replaceDialog.text = url.toString().replace(/^.*\//, "");
+            replaceDialog.yesAction = () => chooser.finish(url, true);
+            replaceDialog.open();
+        } else if (result === Viewer.Saved && chooser.done) {
+            chooser.done();
+        }
+    }
+
+    Platform.FileDialog {
+        id: openDialog
+        title: qsTr("Open session or recorded log")
+        nameFilters: [qsTr("Sessions and logs (*.zip *.cprlog *.journal)"), qsTr("All files (*)")]
+        onAccepted: chooser.opened(file)
+    }
+    Platform.FileDialog {
+        id: saveDialog
+        fileMode: Platform.FileDialog.SaveFile
+        options: Platform.FileDialog.DontConfirmOverwrite // it is asked for below, for every platform
+        onAccepted: chooser.finish(file, false)
+    }
+    QuestionDialog {
+        id: replaceDialog
+        objectName: "replaceDialog"
+        title: qsTr("Replace the file that is there?")
+        yes: qsTr("Replace")
+    }
+}

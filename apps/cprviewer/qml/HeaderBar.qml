@@ -1,0 +1,115 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import CPRViewer 1.0
+import "."
+
+// The top of the window: the pages, what is open, and what can be done with it.
+Rectangle {
+    id: bar
+
+    required property Viewer viewer
+    property int page: 0 // 0 start, 1 live, 2 review
+    property alias menuButton: menuButton
+    signal pageWanted(int page)
+    signal openWanted()
+    signal simulationWanted()
+    signal saveWanted()
+    signal menuWanted(Item at)
+
+    readonly property bool hasSession: bar.viewer.session !== null
+
+    implicitHeight: Math.round(60 * Look.unit)
+    color: Look.card
+
+    Rectangle { anchors { left: parent.left; right: parent.right; bottom: parent.bottom } height: 1; color: Look.frame }
+    RowLayout {
+        anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
+        spacing: Look.gap
+
+        TabBar {
+            visible: bar.hasSession
+            background: null
+            spacing: 0
+            currentIndex: bar.page === 2 ? 1 : 0
+            Layout.alignment: Qt.AlignVCenter
+
+            PageTab {
+                objectName: "liveTab"
+                text: qsTr("Live")
+                font.pixelSize: Look.title
+                checked: bar.page === 1
+                onClicked: bar.pageWanted(1)
+            }
+            PageTab {
+                objectName: "reviewTab"
+                text: qsTr("Review")
+                font.pixelSize: Look.title
+                checked: bar.page === 2
+                onClicked: bar.pageWanted(2)
+            }
+        }
+        PageText {
+            Layout.fillWidth: true
+            Layout.leftMargin: Look.gap
+            text: bar.hasSession ? bar.viewer.name : qsTr("CPR sessions")
+            font.pixelSize: Look.title
+            font.bold: !bar.hasSession
+            color: bar.hasSession ? Look.muted : Look.text
+        }
+        Rectangle {
+            visible: bar.viewer.isLive
+            implicitWidth: liveText.implicitWidth + 2 * Look.gap
+            implicitHeight: Math.round(30 * Look.unit)
+            radius: height / 2
+            color: "transparent"
+            border.color: Look.good
+            border.width: 2
+
+            PageText {
+                id: liveText
+                anchors.centerIn: parent
+                text: "●  " + qsTr("Recording")
+                color: Look.good
+                font.pixelSize: Look.small
+                font.bold: true
+            }
+        }
+        PageText {
+            visible: bar.viewer.isUnsaved && !bar.viewer.isLive
+            text: qsTr("Not saved")
+            color: Look.fault
+            font.bold: true
+        }
+        ActionButton {
+            objectName: "save"
+            visible: bar.viewer.isUnsaved && !bar.viewer.isLive
+            highlighted: true
+            text: qsTr("Save…")
+            help: qsTr("Save the session (Ctrl+S)")
+            onClicked: bar.saveWanted()
+        }
+        ActionButton {
+            objectName: "simulate"
+            text: qsTr("Simulate…")
+            help: qsTr("Start the simulated manikin (Ctrl+N)")
+            onClicked: bar.simulationWanted()
+        }
+        ActionButton {
+            objectName: "open"
+            text: qsTr("Open…")
+            help: qsTr("Open a session or a recorded log (Ctrl+O)")
+            onClicked: bar.openWanted()
+        }
+        ActionButton {
+            id: menuButton
+            objectName: "menu"
+            text: "☰"
+            help: qsTr("Menu (F10)")
+            onClicked: bar.menuWanted(menuButton)
+        }
+    }
+}

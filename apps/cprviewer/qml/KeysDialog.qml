@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import "."
+
+// Which key does what.
+AppDialog {
+    id: dialog
+
+    title: qsTr("Keys")
+    width: Math.round(560 * Look.unit)
+    onOpened: closeButton.forceActiveFocus(Qt.TabFocusReason)
+
+    Repeater {
+        model: [
+            [qsTr("Ctrl+O"), qsTr("Open a session or a recorded log")],
+            [qsTr("Ctrl+N"), qsTr("Start the simulated manikin")],
+            [qsTr("Ctrl+S"), qsTr("Save the session")],
+            [qsTr("Ctrl+1, Ctrl+2"), qsTr("Live, review")],
+            [qsTr("F10"), qsTr("Menu")],
+            [qsTr("F11"), qsTr("Full screen")],
+            [qsTr("Tab, Shift+Tab"), qsTr("Next and previous element")],
+            [qsTr("Space"), qsTr("Play back and pause")],
+            [qsTr("+, −, arrows"), qsTr("Zoom and move along the session")],
+            [qsTr("F"), qsTr("Show the whole session")],
+            [qsTr("N, P"), qsTr("Next and previous event")],
+            [qsTr("Home, End"), qsTr("Begin and end of the session")]
+        ]
+        delegate: RowLayout {
+            id: line
+            required property var modelData
+            Layout.fillWidth: true
+
+            PageText { Layout.preferredWidth: Math.round(180 * Look.unit); text: line.modelData[0]; font.bold: true }
+            PageText { Layout.fillWidth: true; text: line.modelData[1] }
+        }
+    }
+    buttons: [ActionButton { id: closeButton; text: qsTr("Close"); highlighted: true; onClicked: dialog.close() }]
+}

@@ -1,0 +1,196 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import CPRViewer 1.0
+import "."
+
+// The window: a page at a time, and what is asked between them.
+ApplicationWindow {
+    id: window
+
+    enum Page { Start, Live, Review }
+
+    required property Viewer viewer
+    property string firstPage: "" // live or review, instead of the one that suits the session
+    property int page: Main.Start
+    readonly property Item pageItem: pages.item
+
+    function pageOfSession() {
+        if (window.viewer.session === null)
+            return Main.Start;
+        if (window.firstPage.length > 0)
+            return window.firstPage === "live" ? Main.Live : Main.Review;
+        return window.viewer.isLive ? Main.Live : Main.Review;
+    }
+    // Does something that would take the place of a session which is not saved.
+    function leave(action) {
+        if (!window.viewer.isUnsaved) {
+            action();
+            return;
+        }
+        unsavedDialog.yesAction = () => {
+            window.viewer.stop();
+            chooser.save(action);
+        };
+        unsavedDialog.noAction = () => {
+            window.viewer.discard();
+            action();
+        };
+        unsavedDialog.open();
+    }
+    function openFile(name) { window.leave(() => window.viewer.open(name)); }
+    function save() {
+        if (window.viewer.session !== null && !window.viewer.isLive)
+            chooser.save(null);
+    }
+    function show(page) {
+        if (window.viewer.session !== null)
+            window.page = page;
+    }
+
+    visible: true
+    minimumWidth: 960
+    minimumHeight: 600
+    title: window.viewer.session !== null ? qsTr("%1 – CPR sessions").arg(window.viewer.name) : qsTr("CPR sessions")
+    background: Rectangle { color: Look.page }
+
+    palette.window: Look.card
+    palette.windowText: Look.text
+    palette.base: Look.card
+    palette.text: Look.text
+    palette.button: Look.control
+    palette.buttonText: Look.text
+    palette.light: Look.controlHover
+    palette.midlight: Look.controlHover
+    palette.mid: Look.frame
+    palette.dark: Look.muted
+    palette.highlight: Look.accent
+    palette.highlightedText: Look.accentText
+    palette.toolTipBase: Look.card
+    palette.toolTipText: Look.text
+
+    onClosing: {
+        if (!window.viewer.isUnsaved)
+            return;
+        close.accepted = false;
+        window.leave(() => window.close());
+    }
+
+    Binding { target: Look; property: "dark"; value: window.viewer.appearance.isDark }
+    Binding {
+        target: Look
+        property: "unit"
+        value: Math.max(0.75, Math.min(window.width / 1280, window.height / 800))
+    }
+    Connections {
+        target: window.viewer
+        function onSessionChanged() { window.page = window.pageOfSession(); }
+    }
+    // What models have put into words is put anew.
+    Connections {
+        target: window.viewer.appearance
+        function onLanguageChanged() {
+            pages.active = false;
+            pages.active = true;
+        }
+    }
+
+    header: Column {
+        HeaderBar {
+            id: headerBar
+            width: parent.width
+            viewer: window.viewer
+            page: window.page
+            onPageWanted: page => window.show(page)
+            onOpenWanted: chooser.open()
+            onSimulationWanted: scenarioDialog.open()
+            onSaveWanted: window.save()
+            onMenuWanted: at => menu.popup(at, 0, at.height)
+        }
+        ProblemBar {
+            width: parent.width
+            text: window.viewer.problem
+            onDismissed: window.viewer.dismissProblem()
+        }
+    }
+
+    Loader {
+        id: pages
+        anchors.fill: parent
+        focus: true
+        sourceComponent: [startPage, livePage, reviewPage][window.page]
+        onLoaded: item.forceActiveFocus()
+    }
+    Component {
+        id: startPage
+        StartPage {
+            focus: true
+            viewer: window.viewer
+            onOpenWanted: chooser.open()
+            onSimulationWanted: scenarioDialog.open()
+            onFileWanted: name => window.openFile(name)
+        }
+    }
+    Component {
+        id: livePage
+        LivePage {
+            focus: true
+            viewer: window.viewer
+            onReviewWanted: window.show(Main.Review)
+        }
+    }
+    Component {
+        id: reviewPage
+        ReviewPage { focus: true; viewer: window.viewer }
+    }
+
+    FileChooser {
+        id: chooser
+        viewer: window.viewer
+        onOpened: file => window.leave(() => window.viewer.openUrl(file))
+    }
+    LoadingDialog { id: loadingDialog; viewer: window.viewer }
+    KeysDialog { id: keysDialog }
+    ScenarioDialog {
+        id: scenarioDialog
+        objectName: "scenarioDialog"
+        scenarios: window.viewer.scenarios
+        onChosen: (name, seed) => window.leave(() => window.viewer.startScenario(name, seed))
+    }
+    QuestionDialog {
+        id: unsavedDialog
+        objectName: "unsavedDialog"
+        title: qsTr("Save the session first?")
+        text: qsTr("%1 is not saved.").arg(window.viewer.name)
+        yes: qsTr("Save…")
+        no: qsTr("Do not save")
+    }
+    ViewerMenu {
+        id: menu
+        objectName: "viewerMenu"
+        viewer: window.viewer
+        onOpenWanted: chooser.open()
+        onSimulationWanted: scenarioDialog.open()
+        onFileWanted: name => window.openFile(name)
+        onSaveWanted: window.save()
+        onTableWanted: what => chooser.exportTable(what)
+        onPictureWanted: chooser.exportPicture()
+        onKeysWanted: keysDialog.open()
+        onQuitWanted: window.close()
+    }
+
+    Shortcut { sequence: StandardKey.Open; onActivated: chooser.open() }
+    Shortcut { sequence: StandardKey.New; onActivated: scenarioDialog.open() }
+    Shortcut { sequence: StandardKey.Save; onActivated: window.save() }
+    Shortcut { sequence: StandardKey.Quit; onActivated: window.close() }
+    Shortcut { sequence: "Ctrl+1"; onActivated: window.show(Main.Live) }
+    Shortcut { sequence: "Ctrl+2"; onActivated: window.show(Main.Review) }
+    Shortcut { sequence: "F1"; onActivated: keysDialog.open() }
+    Shortcut { sequence: "F10"; onActivated: menu.popup(headerBar.menuButton, 0, headerBar.menuButton.height) }
+    Shortcut {
+        sequence: "F11"
+        onActivated: window.visibility = window.visibility === Window.FullScreen ? Window.Windowed : Window.FullScreen
+    }
+}

@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import "."
+
+// A line of text in the pages' colours.
+Text {
+    color: Look.text
+    font.pixelSize: Look.normal
+    elide: Text.ElideRight
+    textFormat: Text.PlainText
+    verticalAlignment: Text.AlignVCenter
+    Accessible.role: Accessible.StaticText
+    Accessible.name: text
+}

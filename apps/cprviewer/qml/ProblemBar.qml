@@ -1,0 +1,36 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import "."
+
+// What went wrong, until somebody has seen it.
+Rectangle {
+    id: bar
+
+    property string text: ""
+    signal dismissed()
+
+    visible: bar.text.length > 0
+    implicitHeight: visible ? Math.max(Look.controlHeight, message.implicitHeight) + Look.gap : 0
+    color: Look.fault
+    Accessible.role: Accessible.AlertMessage
+    Accessible.name: bar.text
+
+    RowLayout {
+        anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
+        spacing: Look.gap
+
+        PageText {
+            id: message
+            objectName: "problem"
+            Layout.fillWidth: true
+            text: bar.text
+            color: Look.accentText
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+            maximumLineCount: 3
+        }
+        ActionButton { objectName: "dismiss"; text: qsTr("Close"); onClicked: bar.dismissed() }
+    }
+}

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import CPRData 1.0
+import "."
+
+// Who trained what, the scores, and both advices.
+Card {
+    id: panel
+
+    property alias session: summary.session
+
+    implicitHeight: Math.round(128 * Look.unit)
+
+    SessionSummary { id: summary }
+
+    Column {
+        id: who
+        anchors { left: parent.left; top: parent.top; margins: Look.padding }
+        width: Math.round(300 * Look.unit)
+        spacing: Math.round(3 * Look.unit)
+
+        PageText {
+            objectName: "learners"
+            width: parent.width
+            text: summary.learners.filter(name => name.length > 0).join(", ") || qsTr("No learner named")
+            font.pixelSize: Look.title
+            font.bold: true
+        }
+        Repeater {
+            model: [
+                (isNaN(summary.start.getTime()) ? qsTr("Date not known")
+                                                : Qt.formatDateTime(summary.start, Qt.DefaultLocaleShortDate))
+                    + "  ·  " + Words.time(summary.length * 1000),
+                summary.protocolText,
+                summary.manikinText
+            ]
+            delegate: PageText {
+                required property string modelData
+                width: who.width
+                text: modelData
+                color: Look.muted
+                font.pixelSize: Look.small
+            }
+        }
+    }
+    Row {
+        id: tiles
+        anchors { left: who.right; top: parent.top; margins: Look.padding }
+        spacing: Look.padding
+        visible: summary.hasScores
+
+        Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
+        ScoreTile { objectName: "overall"; title: qsTr("Overall"); percent: summary.overallScore; isMain: true }
+        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore }
+        ScoreTile { visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore }
+        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime }
+        Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
+    }
+    PageText {
+        anchors { left: who.right; verticalCenter: parent.verticalCenter; margins: Look.padding }
+        visible: !summary.hasScores
+        text: qsTr("The manikin has sent no scores.")
+        color: Look.muted
+        font.pixelSize: Look.title
+    }
+    Column {
+        anchors { left: tiles.right; right: parent.right; top: parent.top; margins: Look.padding }
+        visible: summary.hasScores
+        spacing: Math.round(4 * Look.unit)
+
+        PageText {
+            text: qsTr("Advice")
+            color: Look.muted
+            font.pixelSize: Look.small
+        }
+        PageText {
+            objectName: "primaryAdvice"
+            width: parent.width
+            text: summary.primaryAdviceText.length > 0 ? "1.  " + summary.primaryAdviceText
+                                                      : qsTr("None: nothing to correct.")
+            font.pixelSize: Math.round(17 * Look.unit)
+            font.bold: true
+            wrapMode: Text.WordWrap
+            maximumLineCount: 2
+        }
+        PageText {
+            objectName: "secondaryAdvice"
+            visible: summary.secondaryAdviceText.length > 0
+            width: parent.width
+            text: "2.  " + summary.secondaryAdviceText
+            font.pixelSize: Look.small
+            wrapMode: Text.WordWrap
+            maximumLineCount: 2
+        }
+    }
+}

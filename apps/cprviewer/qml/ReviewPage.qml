@@ -1,0 +1,108 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import CPRData 1.0
+import CPRViewer 1.0
+import "."
+
+// A session is looked over: everything that happened, how well, and why.
+FocusScope {
+    id: page
+
+    required property Viewer viewer
+    // Nothing is followed for a page that nobody sees.
+    readonly property CPRData session: page.visible ? page.viewer.session : null
+    readonly property CPREventBase chosen: page.row >= 0 && page.row < eventModel.count ? eventModel.eventAt(page.row) : null
+    property int row: -1
+    property alias events: eventModel
+    property alias timelinePanel: timelinePanel
+    property alias sidePanel: sidePanel
+
+    function pick(row) {
+        if (row < 0 || row >= eventModel.count)
+            return;
+        page.row = row;
+        timelinePanel.goTo(eventModel.data(eventModel.index(row, 0), EventListModel.StartRole));
+    }
+    function goTo(msecs) {
+        timelinePanel.goTo(msecs);
+        page.row = eventModel.rowAt(timelinePanel.position);
+    }
+    function previous() { page.pick(page.row < 0 ? eventModel.rowAt(timelinePanel.position) : page.row - 1); }
+    function next() { page.pick(page.row < 0 ? eventModel.rowAt(timelinePanel.position) + 1 : page.row + 1); }
+
+    onSessionChanged: {
+        page.row = -1;
+        timelinePanel.stopPlaying();
+        timelinePanel.position = 0;
+        timelinePanel.timeline.fit();
+    }
+
+    EventListModel {
+        id: eventModel
+        session: page.session
+        onTagsChanged: page.row = -1
+    }
+    Connections {
+        target: timelinePanel
+        function onPositionChanged() {
+            if (timelinePanel.isPlaying)
+                page.row = eventModel.rowAt(timelinePanel.position);
+        }
+    }
+
+    Keys.onPressed: event => {
+        const actions = {};
+        actions[Qt.Key_Space] = () => timelinePanel.togglePlaying();
+        actions[Qt.Key_Plus] = () => timelinePanel.zoom(1.25);
+        actions[Qt.Key_Equal] = actions[Qt.Key_Plus];
+        actions[Qt.Key_Minus] = () => timelinePanel.zoom(0.8);
+        actions[Qt.Key_F] = () => timelinePanel.timeline.fit();
+        actions[Qt.Key_Left] = () => timelinePanel.pan(-0.1);
+        actions[Qt.Key_Right] = () => timelinePanel.pan(0.1);
+        actions[Qt.Key_N] = () => page.next();
+        actions[Qt.Key_P] = () => page.previous();
+        actions[Qt.Key_Home] = () => page.goTo(0);
+        actions[Qt.Key_End] = () => page.goTo(timelinePanel.timeline.length);
+        if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier) || !actions[event.key])
+            return;
+        actions[event.key]();
+        event.accepted = true;
+    }
+
+    ColumnLayout {
+        anchors { fill: parent; margins: Look.padding }
+        spacing: Look.gap
+
+        ResultsPanel {
+            Layout.fillWidth: true
+            session: page.session
+        }
+        RowLayout {
+            Layout.fillHeight: true
+            spacing: Look.gap
+
+            TimelinePanel {
+                id: timelinePanel
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                session: page.session
+                onMoved: time => page.goTo(time)
+                onPreviousWanted: page.previous()
+                onNextWanted: page.next()
+            }
+            SidePanel {
+                id: sidePanel
+                Layout.preferredWidth: Math.round(410 * Look.unit)
+                Layout.fillHeight: true
+                session: page.session
+                events: eventModel
+                row: page.row
+                chosen: page.chosen
+                onPicked: index => page.pick(index)
+            }
+        }
+    }
+}

@@ -1,0 +1,98 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import "."
+
+// What the simulated manikin is to do.
+AppDialog {
+    id: dialog
+
+    property var scenarios: []
+    signal chosen(string name, int seed)
+
+    title: qsTr("Simulated manikin")
+    text: qsTr("A simulated rescuer trains, in real time.")
+    width: Math.round(600 * Look.unit)
+
+    function accept() {
+        dialog.close();
+        dialog.chosen(dialog.scenarios[list.currentIndex].name, seed.value);
+    }
+    onOpened: list.forceActiveFocus(Qt.TabFocusReason)
+
+    ListView {
+        id: list
+        objectName: "scenarios"
+        Layout.fillWidth: true
+        Layout.preferredHeight: Math.round(360 * Look.unit)
+        clip: true
+        model: dialog.scenarios
+        currentIndex: 2
+        keyNavigationEnabled: true
+        activeFocusOnTab: true
+        boundsBehavior: Flickable.StopAtBounds
+        ScrollBar.vertical: ScrollBar { }
+        Keys.onReturnPressed: dialog.accept()
+        Keys.onEnterPressed: dialog.accept()
+        Accessible.role: Accessible.List
+        Accessible.name: qsTr("Scenario")
+
+        delegate: Rectangle {
+            id: row
+
+            required property int index
+            required property var modelData
+            readonly property bool isCurrent: list.currentIndex === row.index
+
+            width: list.width
+            height: Math.round(52 * Look.unit)
+            radius: Look.radius / 2
+            color: row.isCurrent ? Look.chosen : "transparent"
+            border.color: Look.accent
+            border.width: row.isCurrent && list.activeFocus ? 2 : 0
+            Accessible.role: Accessible.ListItem
+            Accessible.name: row.modelData.title + ": " + row.modelData.description
+            Accessible.selected: row.isCurrent
+
+            Column {
+                anchors { left: parent.left; right: parent.right; leftMargin: Look.gap; rightMargin: Look.gap; verticalCenter: parent.verticalCenter }
+
+                PageText { width: parent.width; text: row.modelData.title; font.bold: true; Accessible.ignored: true }
+                PageText { width: parent.width; text: row.modelData.description; color: Look.muted; font.pixelSize: Look.small; Accessible.ignored: true }
+            }
+            MouseArea {
+                anchors.fill: parent
+                onClicked: list.currentIndex = row.index
+                onDoubleClicked: dialog.accept()
+            }
+        }
+    }
+    RowLayout {
+        spacing: Look.gap
+
+        PageText { text: qsTr("Seed") }
+        SpinBox {
+            id: seed
+            objectName: "seed"
+            from: 0
+            to: 999999
+            value: 1
+            editable: true
+            font.pixelSize: Look.normal
+            Accessible.name: qsTr("Seed")
+        }
+        PageText {
+            Layout.fillWidth: true
+            text: qsTr("The same seed gives the same session.")
+            color: Look.muted
+            font.pixelSize: Look.small
+        }
+    }
+    buttons: [
+        ActionButton { objectName: "start"; text: qsTr("Start"); highlighted: true; onClicked: dialog.accept() },
+        ActionButton { text: qsTr("Cancel"); onClicked: dialog.close() }
+    ]
+}

@@ -1,0 +1,61 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import "."
+
+// A score in percent, with a bar and, where there is one, the least that is asked for.
+Item {
+    id: tile
+
+    property string title: ""
+    property int percent: -1
+    property int least: 0
+    property bool isMain: false
+
+    implicitHeight: Math.round(90 * Look.unit)
+    implicitWidth: Math.round(104 * Look.unit)
+    Accessible.role: Accessible.Indicator
+    Accessible.name: tile.title + ": " + number.text
+
+    PageText {
+        id: caption
+        width: parent.width
+        text: tile.title
+        color: Look.muted
+        font.pixelSize: Look.small
+        Accessible.ignored: true
+    }
+    PageText {
+        id: number
+        anchors { top: caption.bottom }
+        text: tile.percent < 0 ? qsTr("not known") : qsTr("%1 %").arg(tile.percent)
+        font.pixelSize: tile.percent < 0 ? Look.title
+                        : Math.round((tile.isMain ? 36 : 30) * Look.unit)
+        font.bold: true
+        height: Math.round(46 * Look.unit)
+        Accessible.ignored: true
+    }
+    Rectangle {
+        anchors { top: number.bottom; topMargin: Look.gap / 3 }
+        width: parent.width
+        height: Math.round(6 * Look.unit)
+        radius: height / 2
+        color: Look.colors.grid
+
+        Rectangle {
+            width: parent.width * Math.max(0, Math.min(100, tile.percent)) / 100
+            height: parent.height
+            radius: parent.radius
+            color: Look.colors.bars
+        }
+        Rectangle {
+            visible: tile.least > 0
+            x: parent.width * tile.least / 100
+            y: -2
+            width: 2
+            height: parent.height + 4
+            color: Look.text
+        }
+    }
+}

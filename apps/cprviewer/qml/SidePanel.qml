@@ -1,0 +1,105 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
+import CPRData 1.0
+import "."
+
+// Events, results, guidelines and what is known of the session, one at a time.
+Card {
+    id: panel
+
+    property CPRData session: null
+    required property EventListModel events
+    required property int row
+    required property CPREventBase chosen
+    property alias currentIndex: tabs.currentIndex
+    signal picked(int row)
+
+    TabBar {
+        id: tabs
+        anchors { left: parent.left; right: parent.right; top: parent.top; topMargin: 1; leftMargin: Look.gap / 2; rightMargin: Look.gap / 2 }
+        background: null
+        spacing: 0
+        focusPolicy: Qt.NoFocus
+
+        PageTab { text: qsTr("Events"); inset: Look.gap * 0.8 }
+        PageTab { text: qsTr("Results"); inset: Look.gap * 0.8 }
+        PageTab { text: qsTr("Guidelines"); inset: Look.gap * 0.8 }
+        PageTab { text: qsTr("Session"); inset: Look.gap * 0.8 }
+    }
+    Rectangle {
+        id: line
+        anchors { left: parent.left; right: parent.right; top: tabs.bottom }
+        height: 1
+        color: Look.frame
+    }
+    StackLayout {
+        anchors { left: parent.left; right: parent.right; top: line.bottom; bottom: parent.bottom; margins: 1 }
+        currentIndex: tabs.currentIndex
+
+        EventsPage {
+            events: panel.events
+            row: panel.row
+            chosen: panel.chosen
+            onPicked: index => panel.picked(index)
+        }
+        FactsPage {
+            objectName: "results"
+            title: qsTr("Results")
+
+            PageText {
+                visible: !histograms.visible
+                topPadding: Look.gap
+                width: parent.width
+                wrapMode: Text.WordWrap
+                text: qsTr("The manikin has sent no statistics.")
+                color: Look.muted
+            }
+            PageText {
+                visible: histograms.visible
+                topPadding: Look.gap
+                bottomPadding: Look.gap / 2
+                text: qsTr("Shares in percent")
+                font.bold: true
+            }
+            Histograms {
+                id: histograms
+                width: parent.width
+                session: panel.session
+            }
+            Facts {
+                objectName: "statistics"
+                width: parent.width
+                title: qsTr("Statistics")
+                model: ParameterModel { session: panel.session; subject: ParameterModel.Statistics; hasBars: false }
+            }
+            Facts {
+                width: parent.width
+                title: qsTr("Scores and reductions")
+                model: ParameterModel { session: panel.session; subject: ParameterModel.Score }
+            }
+        }
+        FactsPage {
+            title: qsTr("Guidelines")
+
+            Facts {
+                objectName: "guidelines"
+                width: parent.width
+                title: qsTr("What the session is judged by")
+                model: GuidelineModel { session: panel.session }
+            }
+        }
+        FactsPage {
+            title: qsTr("Session")
+
+            Facts {
+                width: parent.width
+                title: qsTr("Session and manikin")
+                model: ParameterModel { session: panel.session; subject: ParameterModel.SessionInfo }
+            }
+        }
+    }
+}

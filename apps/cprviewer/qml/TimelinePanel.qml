@@ -1,0 +1,147 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Layouts 1.15
+import CPRData 1.0
+import "."
+
+// The picture of the whole session with zoom, pan and a time that can be moved and played back.
+Card {
+    id: panel
+
+    property alias session: timeline.session
+    property alias timeline: timeline
+    property int position: 0 // ms of session time
+    readonly property bool isPlaying: playing.running
+    property real speed: 1
+
+    signal moved(int msecs) // the user has gone to that time
+    signal previousWanted()
+    signal nextWanted()
+
+    function togglePlaying() {
+        if (playing.running) {
+            playing.stop();
+            return;
+        }
+        if (panel.position >= timeline.length)
+            panel.position = 0;
+        playing.from = panel.position;
+        playing.to = timeline.length;
+        playing.duration = Math.max(1, (timeline.length - panel.position) / panel.speed);
+        playing.start();
+    }
+    function stopPlaying() { playing.stop(); }
+    function goTo(msecs) {
+        playing.stop();
+        panel.position = Math.max(0, Math.min(timeline.length, msecs));
+        timeline.reveal(panel.position);
+    }
+    function centre() {
+        const x = timeline.cursorX;
+        const area = timeline.plotArea;
+        return x >= area.left && x <= area.right ? x : (area.left + area.right) / 2;
+    }
+    function zoom(factor) { timeline.zoom(factor, panel.centre()); }
+    function pan(share) { timeline.pan((timeline.shownTo - timeline.shownFrom) * share); }
+
+    onPositionChanged: if (panel.isPlaying) timeline.reveal(panel.position)
+
+    NumberAnimation { id: playing; target: panel; property: "position" }
+
+    Item {
+        id: view
+        objectName: "timelineView"
+        anchors { left: parent.left; right: parent.right; top: parent.top; bottom: bar.top; margins: Look.gap }
+        activeFocusOnTab: true
+        focus: true
+        Accessible.role: Accessible.Chart
+        Accessible.name: qsTr("Timeline from %1 to %2, at %3").arg(Words.time(timeline.shownFrom))
+                         .arg(Words.time(timeline.shownTo)).arg(Words.time(panel.position, true))
+        Accessible.focusable: true
+
+        Keys.onLeftPressed: panel.pan(-0.1)
+        Keys.onRightPressed: panel.pan(0.1)
+        Keys.onUpPressed: panel.zoom(1.25)
+        Keys.onDownPressed: panel.zoom(0.8)
+
+        TimelineItem {
+            id: timeline
+            objectName: "timeline"
+            anchors.fill: parent
+            dark: Look.dark
+            textSize: Look.small
+            cursor: panel.position
+        }
+        Rectangle {
+            visible: x >= timeline.plotArea.x && x <= timeline.plotArea.x + timeline.plotArea.width
+            x: Math.round(timeline.cursorX)
+            y: timeline.plotArea.y
+            width: Math.max(2, Math.round(2 * Look.unit))
+            height: timeline.plotArea.height
+            color: Look.fault
+        }
+        FocusFrame { visible: view.activeFocus }
+        MouseArea {
+            anchors.fill: parent
+            property real pressedX: 0
+            property real lastX: 0
+
+            onPressed: mouse => {
+                view.forceActiveFocus();
+                pressedX = lastX = mouse.x;
+            }
+            onPositionChanged: mouse => {
+                timeline.pan(timeline.timeAt(lastX) - timeline.timeAt(mouse.x));
+                lastX = mouse.x;
+            }
+            onClicked: mouse => {
+                if (Math.abs(mouse.x - pressedX) < 4)
+                    panel.moved(timeline.timeAt(mouse.x));
+            }
+            onWheel: wheel => {
+                const steps = wheel.angleDelta.y / 120;
+                if (wheel.modifiers & Qt.ShiftModifier || wheel.angleDelta.x !== 0)
+                    panel.pan(-0.1 * (steps + wheel.angleDelta.x / 120));
+                else
+                    timeline.zoom(Math.pow(1.25, steps), wheel.x);
+            }
+        }
+    }
+    RowLayout {
+        id: bar
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Look.gap }
+        spacing: Look.gap / 2
+
+        ActionButton {
+            objectName: "play"
+            highlighted: true
+            Layout.minimumWidth: Math.round(104 * Look.unit)
+            text: panel.isPlaying ? qsTr("Pause") : qsTr("Play")
+            help: qsTr("Play the session back (space)")
+            onClicked: panel.togglePlaying()
+        }
+        ActionButton {
+            objectName: "speed"
+            text: qsTr("%1×").arg(panel.speed)
+            help: qsTr("Speed of the playback")
+            onClicked: {
+                panel.stopPlaying();
+                panel.speed = panel.speed >= 8 ? 1 : panel.speed * 2;
+            }
+        }
+        ActionButton { text: "◀"; help: qsTr("Previous event (P)"); onClicked: panel.previousWanted() }
+        ActionButton { text: "▶"; help: qsTr("Next event (N)"); onClicked: panel.nextWanted() }
+        PageText {
+            objectName: "position"
+            Layout.fillWidth: true
+            leftPadding: Look.gap
+            text: qsTr("%1 of %2").arg(Words.time(panel.position, true)).arg(Words.time(timeline.length))
+            font.pixelSize: Look.title
+        }
+        ActionButton { text: "−"; help: qsTr("Show more time (−)"); onClicked: panel.zoom(0.8) }
+        ActionButton { text: "+"; help: qsTr("Show less time (+)"); onClicked: panel.zoom(1.25) }
+        ActionButton { objectName: "fit"; text: qsTr("Fit"); help: qsTr("Show the whole session (F)"); onClicked: timeline.fit() }
+    }
+}

@@ -1,0 +1,75 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtQuick.Controls 2.15
+import CPRViewer 1.0
+import "."
+
+// Everything that the viewer can do besides its pages.
+PageMenu {
+    id: menu
+
+    required property Viewer viewer
+    signal openWanted()
+    signal simulationWanted()
+    signal fileWanted(string name)
+    signal saveWanted()
+    signal tableWanted(string what)
+    signal pictureWanted()
+    signal keysWanted()
+    signal quitWanted()
+
+    readonly property bool hasSession: menu.viewer.session !== null
+    readonly property var names: menu.viewer.recentFiles.names
+
+    Action { text: qsTr("&Open…"); onTriggered: menu.openWanted() }
+    Action { text: qsTr("Simulated &manikin…"); onTriggered: menu.simulationWanted() }
+    PageMenu {
+        id: recent
+        title: qsTr("&Recent files")
+        enabled: menu.names.length > 0
+        width: Math.round(380 * Look.unit)
+
+        Instantiator {
+            model: menu.names
+            delegate: MenuItem {
+                required property string modelData
+                text: modelData.replace(/^.*\//, "")
+                font.pixelSize: Look.normal
+                onTriggered: menu.fileWanted(modelData)
+            }
+            onObjectAdded: recent.insertItem(index, object)
+            onObjectRemoved: recent.removeItem(object)
+        }
+    }
+    MenuSeparator { }
+    Action { text: qsTr("&Save…"); enabled: menu.hasSession && !menu.viewer.isLive; onTriggered: menu.saveWanted() }
+    PageMenu {
+        title: qsTr("Export &table")
+        enabled: menu.hasSession
+
+        Action { text: qsTr("Events…"); onTriggered: menu.tableWanted("events") }
+        Action { text: qsTr("Summary…"); onTriggered: menu.tableWanted("summary") }
+        Action { text: qsTr("Waves…"); onTriggered: menu.tableWanted("waves") }
+        Action { text: qsTr("Guidelines…"); onTriggered: menu.tableWanted("guidelines") }
+    }
+    Action { text: qsTr("Export &picture…"); enabled: menu.hasSession; onTriggered: menu.pictureWanted() }
+    MenuSeparator { }
+    PageMenu {
+        title: qsTr("&Appearance")
+
+        Action { text: qsTr("As the system"); checkable: true; checked: menu.viewer.appearance.mode === Appearance.System; onTriggered: menu.viewer.appearance.mode = Appearance.System }
+        Action { text: qsTr("Light"); checkable: true; checked: menu.viewer.appearance.mode === Appearance.Light; onTriggered: menu.viewer.appearance.mode = Appearance.Light }
+        Action { text: qsTr("Dark"); checkable: true; checked: menu.viewer.appearance.mode === Appearance.Dark; onTriggered: menu.viewer.appearance.mode = Appearance.Dark }
+    }
+    PageMenu {
+        title: qsTr("&Language")
+
+        Action { text: "English"; checkable: true; checked: menu.viewer.appearance.language === "en"; onTriggered: menu.viewer.appearance.language = "en" }
+        Action { text: "Deutsch"; checkable: true; checked: menu.viewer.appearance.language === "de"; onTriggered: menu.viewer.appearance.language = "de" }
+    }
+    Action { text: qsTr("&Keys"); onTriggered: menu.keysWanted() }
+    MenuSeparator { }
+    Action { text: qsTr("&Quit"); onTriggered: menu.quitWanted() }
+}

@@ -1,0 +1,47 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import CPRData 1.0
+import "."
+
+// How much air the last ventilation brought.
+LivePanel {
+    id: panel
+
+    required property LiveFigures figures
+    readonly property int last: panel.figures.lastVolume
+    readonly property int side: panel.last < 0 || panel.figures.volumeMax <= 0 ? Verdict.None
+                              : panel.last < panel.figures.volumeMin ? Verdict.TooLow
+                              : panel.last >= panel.figures.volumeMax ? Verdict.TooHigh : Verdict.Good
+
+    title: qsTr("Ventilation")
+    corner: panel.figures.volumeMax > 0
+            ? qsTr("Target %1–%2 ml").arg(panel.figures.volumeMin).arg(panel.figures.volumeMax) : ""
+    spoken: panel.last < 0 ? qsTr("none yet") : qsTr("%1 ml, %2").arg(panel.last).arg(verdict.words)
+
+    BandGauge {
+        id: gauge
+        anchors { top: parent.top; bottom: verdict.top; bottomMargin: Look.gap; horizontalCenter: undefined }
+        width: Math.round(128 * Look.unit)
+        value: panel.figures.volume
+        to: 1000
+        bandFrom: panel.figures.volumeMin
+        bandTo: panel.figures.volumeMax
+        marker: panel.last
+        textSize: Math.round(22 * Look.unit)
+    }
+    BigFigure {
+        anchors { left: gauge.right; right: parent.right; verticalCenter: gauge.verticalCenter }
+        number: panel.last < 0 ? "–" : panel.last.toString()
+        unit: qsTr("ml")
+        size: 72 * Look.unit
+    }
+    Verdict {
+        id: verdict
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
+        size: 32 * Look.unit
+        kind: panel.side
+        words: ["–", qsTr("Right volume"), qsTr("Too little"), qsTr("Too much")][panel.side]
+    }
+}

@@ -1,0 +1,2422 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="de" sourcelanguage="en">
+<context>
+    <name>AdvicePanel</name>
+    <message>
+        <source>Waiting for the first compression</source>
+        <translation>Wartet auf die erste Kompression</translation>
+    </message>
+    <message>
+        <source>Well done, keep going</source>
+        <translation>Gut so, weitermachen</translation>
+    </message>
+    <message>
+        <source>Advice</source>
+        <translation>Empfehlung</translation>
+    </message>
+    <message>
+        <source>End session</source>
+        <translation>Sitzung beenden</translation>
+    </message>
+    <message>
+        <source>Look the session over</source>
+        <translation>Sitzung auswerten</translation>
+    </message>
+    <message>
+        <source>Go on, keep the pause short</source>
+        <translation>Weitermachen, Pause kurz halten</translation>
+    </message>
+</context>
+<context>
+    <name>DepthPanel</name>
+    <message>
+        <source>Depth</source>
+        <translation>Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Target %1–%2 mm</source>
+        <translation>Ziel %1–%2 mm</translation>
+    </message>
+    <message>
+        <source>%1 mm, %2, %3</source>
+        <translation>%1 mm, %2, %3</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>Right depth</source>
+        <translation>Richtige Tiefe</translation>
+    </message>
+    <message>
+        <source>Too shallow</source>
+        <translation>Zu flach</translation>
+    </message>
+    <message>
+        <source>Too deep</source>
+        <translation>Zu tief</translation>
+    </message>
+    <message>
+        <source>Full release</source>
+        <translation>Voll entlastet</translation>
+    </message>
+    <message>
+        <source>Not released, %1 mm left</source>
+        <translation>Nicht entlastet, noch %1 mm</translation>
+    </message>
+</context>
+<context>
+    <name>EventsPage</name>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Pauses</source>
+        <translation>Pausen</translation>
+    </message>
+    <message>
+        <source>AED and ECG</source>
+        <translation>AED und EKG</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>Others</source>
+        <translation>Übrige</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n event(s)</source>
+        <translation>
+            <numerusform>%n Ereignis</numerusform>
+            <numerusform>%n Ereignisse</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Choose an event to see its parameters.</source>
+        <translation>Ein Ereignis wählen, um seine Werte zu sehen.</translation>
+    </message>
+    <message>
+        <source>Parameters of the event</source>
+        <translation>Werte des Ereignisses</translation>
+    </message>
+</context>
+<context>
+    <name>FileChooser</name>
+    <message>
+        <source>Save session</source>
+        <translation>Sitzung speichern</translation>
+    </message>
+    <message>
+        <source>Session (*.zip)</source>
+        <translation>Sitzung (*.zip)</translation>
+    </message>
+    <message>
+        <source>Export table</source>
+        <translation>Tabelle exportieren</translation>
+    </message>
+    <message>
+        <source>Table (*.csv)</source>
+        <translation>Tabelle (*.csv)</translation>
+    </message>
+    <message>
+        <source>Export picture</source>
+        <translation>Bild exportieren</translation>
+    </message>
+    <message>
+        <source>Picture (*.png *.svg *.pdf)</source>
+        <translation>Bild (*.png *.svg *.pdf)</translation>
+    </message>
+    <message>
+        <source>Open session or recorded log</source>
+        <translation>Sitzung oder Aufzeichnung öffnen</translation>
+    </message>
+    <message>
+        <source>Sessions and logs (*.zip *.cprlog *.journal)</source>
+        <translation>Sitzungen und Aufzeichnungen (*.zip *.cprlog *.journal)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Replace the file that is there?</source>
+        <translation>Vorhandene Datei ersetzen?</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Ersetzen</translation>
+    </message>
+</context>
+<context>
+    <name>HeaderBar</name>
+    <message>
+        <source>Live</source>
+        <translation>Live</translation>
+    </message>
+    <message>
+        <source>Review</source>
+        <translation>Auswertung</translation>
+    </message>
+    <message>
+        <source>CPR sessions</source>
+        <translation>Reanimationstraining</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Not saved</source>
+        <translation>Nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>Speichern…</translation>
+    </message>
+    <message>
+        <source>Save the session (Ctrl+S)</source>
+        <translation>Sitzung speichern (Strg+S)</translation>
+    </message>
+    <message>
+        <source>Simulate…</source>
+        <translation>Simulieren…</translation>
+    </message>
+    <message>
+        <source>Start the simulated manikin (Ctrl+N)</source>
+        <translation>Simulierte Übungspuppe starten (Strg+N)</translation>
+    </message>
+    <message>
+        <source>Open…</source>
+        <translation>Öffnen…</translation>
+    </message>
+    <message>
+        <source>Open a session or a recorded log (Ctrl+O)</source>
+        <translation>Sitzung oder Aufzeichnung öffnen (Strg+O)</translation>
+    </message>
+    <message>
+        <source>Menu (F10)</source>
+        <translation>Menü (F10)</translation>
+    </message>
+</context>
+<context>
+    <name>Histograms</name>
+    <message>
+        <source>low</source>
+        <translation>niedrig</translation>
+    </message>
+    <message>
+        <source>high</source>
+        <translation>hoch</translation>
+    </message>
+</context>
+<context>
+    <name>KeysDialog</name>
+    <message>
+        <source>Keys</source>
+        <translation>Tasten</translation>
+    </message>
+    <message>
+        <source>Ctrl+O</source>
+        <translation>Strg+O</translation>
+    </message>
+    <message>
+        <source>Open a session or a recorded log</source>
+        <translation>Sitzung oder Aufzeichnung öffnen</translation>
+    </message>
+    <message>
+        <source>Ctrl+N</source>
+        <translation>Strg+N</translation>
+    </message>
+    <message>
+        <source>Start the simulated manikin</source>
+        <translation>Simulierte Übungspuppe starten</translation>
+    </message>
+    <message>
+        <source>Ctrl+S</source>
+        <translation>Strg+S</translation>
+    </message>
+    <message>
+        <source>Save the session</source>
+        <translation>Sitzung speichern</translation>
+    </message>
+    <message>
+        <source>Ctrl+1, Ctrl+2</source>
+        <translation>Strg+1, Strg+2</translation>
+    </message>
+    <message>
+        <source>Live, review</source>
+        <translation>Live, Auswertung</translation>
+    </message>
+    <message>
+        <source>F10</source>
+        <translation>F10</translation>
+    </message>
+    <message>
+        <source>Menu</source>
+        <translation>Menü</translation>
+    </message>
+    <message>
+        <source>F11</source>
+        <translation>F11</translation>
+    </message>
+    <message>
+        <source>Full screen</source>
+        <translation>Vollbild</translation>
+    </message>
+    <message>
+        <source>Tab, Shift+Tab</source>
+        <translation>Tab, Umschalt+Tab</translation>
+    </message>
+    <message>
+        <source>Next and previous element</source>
+        <translation>Nächstes und voriges Element</translation>
+    </message>
+    <message>
+        <source>Space</source>
+        <translation>Leertaste</translation>
+    </message>
+    <message>
+        <source>Play back and pause</source>
+        <translation>Abspielen und anhalten</translation>
+    </message>
+    <message>
+        <source>+, −, arrows</source>
+        <translation>+, −, Pfeile</translation>
+    </message>
+    <message>
+        <source>Zoom and move along the session</source>
+        <translation>Zoomen und verschieben</translation>
+    </message>
+    <message>
+        <source>F</source>
+        <translation>F</translation>
+    </message>
+    <message>
+        <source>Show the whole session</source>
+        <translation>Ganze Sitzung zeigen</translation>
+    </message>
+    <message>
+        <source>N, P</source>
+        <translation>N, P</translation>
+    </message>
+    <message>
+        <source>Next and previous event</source>
+        <translation>Nächstes und voriges Ereignis</translation>
+    </message>
+    <message>
+        <source>Home, End</source>
+        <translation>Pos1, Ende</translation>
+    </message>
+    <message>
+        <source>Begin and end of the session</source>
+        <translation>Anfang und Ende der Sitzung</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>LivePage</name>
+    <message>
+        <source>Compressions in cycle</source>
+        <translation>Kompressionen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>of %1</source>
+        <translation>von %1</translation>
+    </message>
+    <message>
+        <source>Ventilations in cycle</source>
+        <translation>Beatmungen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>s</source>
+        <translation>s</translation>
+    </message>
+    <message>
+        <source>Time</source>
+        <translation>Zeit</translation>
+    </message>
+    <message>
+        <source>Depth over the last 15 seconds</source>
+        <translation>Drucktiefe der letzten 15 Sekunden</translation>
+    </message>
+    <message>
+        <source>Live training</source>
+        <translation>Live-Training</translation>
+    </message>
+</context>
+<context>
+    <name>LoadingDialog</name>
+    <message>
+        <source>Loading %1</source>
+        <translation>%1 wird geladen</translation>
+    </message>
+    <message>
+        <source>%1 % loaded</source>
+        <translation>%1 % geladen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>Main</name>
+    <message>
+        <source>%1 – CPR sessions</source>
+        <translation>%1 – Reanimationstraining</translation>
+    </message>
+    <message>
+        <source>CPR sessions</source>
+        <translation>Reanimationstraining</translation>
+    </message>
+    <message>
+        <source>Save the session first?</source>
+        <translation>Sitzung zuerst speichern?</translation>
+    </message>
+    <message>
+        <source>%1 is not saved.</source>
+        <translation>„%1“ ist nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>Speichern…</translation>
+    </message>
+    <message>
+        <source>Do not save</source>
+        <translation>Nicht speichern</translation>
+    </message>
+</context>
+<context>
+    <name>ProblemBar</name>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>QuestionDialog</name>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>RatePanel</name>
+    <message>
+        <source>Rate</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Target %1–%2</source>
+        <translation>Ziel %1–%2</translation>
+    </message>
+    <message>
+        <source>%1 per minute, %2</source>
+        <translation>%1 pro Minute, %2</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
+    </message>
+    <message>
+        <source>per min</source>
+        <translation>pro min</translation>
+    </message>
+    <message>
+        <source>Right rate</source>
+        <translation>Richtige Frequenz</translation>
+    </message>
+    <message>
+        <source>Too slow</source>
+        <translation>Zu langsam</translation>
+    </message>
+    <message>
+        <source>Too fast</source>
+        <translation>Zu schnell</translation>
+    </message>
+</context>
+<context>
+    <name>ResultsPanel</name>
+    <message>
+        <source>No learner named</source>
+        <translation>Kein Name angegeben</translation>
+    </message>
+    <message>
+        <source>Date not known</source>
+        <translation>Datum nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Overall</source>
+        <translation>Gesamt</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Flow time</source>
+        <translation>Hands-on-Zeit</translation>
+    </message>
+    <message>
+        <source>The manikin has sent no scores.</source>
+        <translation>Die Übungspuppe hat keine Bewertung gesendet.</translation>
+    </message>
+    <message>
+        <source>Advice</source>
+        <translation>Empfehlung</translation>
+    </message>
+    <message>
+        <source>None: nothing to correct.</source>
+        <translation>Keine: nichts zu verbessern.</translation>
+    </message>
+</context>
+<context>
+    <name>ScenarioDialog</name>
+    <message>
+        <source>Simulated manikin</source>
+        <translation>Simulierte Übungspuppe</translation>
+    </message>
+    <message>
+        <source>A simulated rescuer trains, in real time.</source>
+        <translation>Ein simulierter Helfer übt, in Echtzeit.</translation>
+    </message>
+    <message>
+        <source>Scenario</source>
+        <translation>Szenario</translation>
+    </message>
+    <message>
+        <source>Seed</source>
+        <translation>Startwert</translation>
+    </message>
+    <message>
+        <source>The same seed gives the same session.</source>
+        <translation>Gleicher Startwert, gleiche Sitzung.</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Starten</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>ScoreTile</name>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>SidePanel</name>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>Results</source>
+        <translation>Ergebnisse</translation>
+    </message>
+    <message>
+        <source>Guidelines</source>
+        <translation>Leitlinien</translation>
+    </message>
+    <message>
+        <source>Session</source>
+        <translation>Sitzung</translation>
+    </message>
+    <message>
+        <source>The manikin has sent no statistics.</source>
+        <translation>Die Übungspuppe hat keine Statistik gesendet.</translation>
+    </message>
+    <message>
+        <source>Shares in percent</source>
+        <translation>Anteile in Prozent</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>Scores and reductions</source>
+        <translation>Bewertung und Abzüge</translation>
+    </message>
+    <message>
+        <source>What the session is judged by</source>
+        <translation>Maßstab der Bewertung</translation>
+    </message>
+    <message>
+        <source>Session and manikin</source>
+        <translation>Sitzung und Übungspuppe</translation>
+    </message>
+</context>
+<context>
+    <name>StartPage</name>
+    <message>
+        <source>A session was not saved</source>
+        <translation>Eine Sitzung wurde nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>The viewer ended while it was recorded, on %1. Everything up to then is there.</source>
+        <translation>Das Programm endete während der Aufzeichnung am %1. Alles bis dahin ist erhalten.</translation>
+    </message>
+    <message>
+        <source>Bring it back</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>Throw it away…</source>
+        <translation>Verwerfen…</translation>
+    </message>
+    <message>
+        <source>Begin</source>
+        <translation>Beginnen</translation>
+    </message>
+    <message>
+        <source>Look a stored session over, or watch a training session live.</source>
+        <translation>Eine gespeicherte Sitzung auswerten oder ein Training live verfolgen.</translation>
+    </message>
+    <message>
+        <source>Open session…</source>
+        <translation>Sitzung öffnen…</translation>
+    </message>
+    <message>
+        <source>Simulated manikin…</source>
+        <translation>Simulierte Übungspuppe…</translation>
+    </message>
+    <message>
+        <source>Recent files</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>Throw the session away?</source>
+        <translation>Sitzung verwerfen?</translation>
+    </message>
+    <message>
+        <source>It cannot be brought back then.</source>
+        <translation>Sie lässt sich dann nicht wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Throw away</source>
+        <translation>Verwerfen</translation>
+    </message>
+</context>
+<context>
+    <name>TimelinePanel</name>
+    <message>
+        <source>Timeline from %1 to %2, at %3</source>
+        <translation>Zeitleiste von %1 bis %2, bei %3</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Anhalten</translation>
+    </message>
+    <message>
+        <source>Play</source>
+        <translation>Abspielen</translation>
+    </message>
+    <message>
+        <source>Play the session back (space)</source>
+        <translation>Sitzung abspielen (Leertaste)</translation>
+    </message>
+    <message>
+        <source>%1×</source>
+        <translation>%1×</translation>
+    </message>
+    <message>
+        <source>Speed of the playback</source>
+        <translation>Geschwindigkeit</translation>
+    </message>
+    <message>
+        <source>Previous event (P)</source>
+        <translation>Voriges Ereignis (P)</translation>
+    </message>
+    <message>
+        <source>Next event (N)</source>
+        <translation>Nächstes Ereignis (N)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Show more time (−)</source>
+        <translation>Mehr Zeit zeigen (−)</translation>
+    </message>
+    <message>
+        <source>Show less time (+)</source>
+        <translation>Weniger Zeit zeigen (+)</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Show the whole session (F)</source>
+        <translation>Ganze Sitzung zeigen (F)</translation>
+    </message>
+</context>
+<context>
+    <name>Viewer</name>
+    <message>
+        <source>Recovered session</source>
+        <translation>Wiederhergestellte Sitzung</translation>
+    </message>
+    <message>
+        <source>There is no scenario &quot;%1&quot;.</source>
+        <translation>Es gibt kein Szenario „%1“.</translation>
+    </message>
+    <message>
+        <source>Simulated: %1</source>
+        <translation>Simuliert: %1</translation>
+    </message>
+</context>
+<context>
+    <name>ViewerMenu</name>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>Ö&amp;ffnen…</translation>
+    </message>
+    <message>
+        <source>Simulated &amp;manikin…</source>
+        <translation>Simulierte Übungs&amp;puppe…</translation>
+    </message>
+    <message>
+        <source>&amp;Recent files</source>
+        <translation>&amp;Zuletzt geöffnet</translation>
+    </message>
+    <message>
+        <source>&amp;Save…</source>
+        <translation>&amp;Speichern…</translation>
+    </message>
+    <message>
+        <source>Export &amp;table</source>
+        <translation>&amp;Tabelle exportieren</translation>
+    </message>
+    <message>
+        <source>Events…</source>
+        <translation>Ereignisse…</translation>
+    </message>
+    <message>
+        <source>Summary…</source>
+        <translation>Zusammenfassung…</translation>
+    </message>
+    <message>
+        <source>Waves…</source>
+        <translation>Kurven…</translation>
+    </message>
+    <message>
+        <source>Guidelines…</source>
+        <translation>Leitlinien…</translation>
+    </message>
+    <message>
+        <source>Export &amp;picture…</source>
+        <translation>&amp;Bild exportieren…</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>&amp;Darstellung</translation>
+    </message>
+    <message>
+        <source>As the system</source>
+        <translation>Wie das System</translation>
+    </message>
+    <message>
+        <source>Light</source>
+        <translation>Hell</translation>
+    </message>
+    <message>
+        <source>Dark</source>
+        <translation>Dunkel</translation>
+    </message>
+    <message>
+        <source>&amp;Language</source>
+        <translation>S&amp;prache</translation>
+    </message>
+    <message>
+        <source>&amp;Keys</source>
+        <translation>T&amp;asten</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Beenden</translation>
+    </message>
+</context>
+<context>
+    <name>VolumePanel</name>
+    <message>
+        <source>Ventilation</source>
+        <translation>Beatmung</translation>
+    </message>
+    <message>
+        <source>Target %1–%2 ml</source>
+        <translation>Ziel %1–%2 ml</translation>
+    </message>
+    <message>
+        <source>none yet</source>
+        <translation>noch keine</translation>
+    </message>
+    <message>
+        <source>%1 ml, %2</source>
+        <translation>%1 ml, %2</translation>
+    </message>
+    <message>
+        <source>ml</source>
+        <translation>ml</translation>
+    </message>
+    <message>
+        <source>Right volume</source>
+        <translation>Richtiges Volumen</translation>
+    </message>
+    <message>
+        <source>Too little</source>
+        <translation>Zu wenig</translation>
+    </message>
+    <message>
+        <source>Too much</source>
+        <translation>Zu viel</translation>
+    </message>
+</context>
+<context>
+    <name>cprquick</name>
+    <message>
+        <source>%1 mm</source>
+        <translation>%1 mm</translation>
+    </message>
+    <message>
+        <source>%1 per min</source>
+        <translation>%1 pro min</translation>
+    </message>
+    <message>
+        <source>%1 ml</source>
+        <translation>%1 ml</translation>
+    </message>
+    <message>
+        <source>Guideline set</source>
+        <translation>Leitliniensatz</translation>
+    </message>
+    <message>
+        <source>Compression depth</source>
+        <translation>Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Release to at least</source>
+        <translation>Entlastung mindestens bis</translation>
+    </message>
+    <message>
+        <source>Compression rate</source>
+        <translation>Kompressionsfrequenz</translation>
+    </message>
+    <message>
+        <source>Compressions in a cycle</source>
+        <translation>Kompressionen je Zyklus</translation>
+    </message>
+    <message>
+        <source>Compressions in a cycle, two rescuers</source>
+        <translation>Kompressionen je Zyklus, zwei Helfer</translation>
+    </message>
+    <message>
+        <source>Ventilations in a cycle</source>
+        <translation>Beatmungen je Zyklus</translation>
+    </message>
+    <message>
+        <source>Ventilation volume</source>
+        <translation>Beatmungsvolumen</translation>
+    </message>
+    <message>
+        <source>Inflation time</source>
+        <translation>Inspirationszeit</translation>
+    </message>
+    <message>
+        <source>Ventilation rate</source>
+        <translation>Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>Ventilation rate, two rescuers</source>
+        <translation>Beatmungsfrequenz, zwei Helfer</translation>
+    </message>
+    <message>
+        <source>Ventilation rate, ventilations only</source>
+        <translation>Beatmungsfrequenz, nur Beatmung</translation>
+    </message>
+    <message>
+        <source>Flow time, one rescuer</source>
+        <translation>Hands-on-Zeit, ein Helfer</translation>
+    </message>
+    <message>
+        <source>Flow time, two rescuers</source>
+        <translation>Hands-on-Zeit, zwei Helfer</translation>
+    </message>
+    <message>
+        <source>Flow time, compressions only</source>
+        <translation>Hands-on-Zeit, nur Kompressionen</translation>
+    </message>
+    <message>
+        <source>A pause in CPR begins after</source>
+        <translation>Eine Pause zählt ab</translation>
+    </message>
+    <message>
+        <source>Ventilations before the first compression</source>
+        <translation>Beatmungen vor der ersten Kompression</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>Release</source>
+        <translation>Entlastung</translation>
+    </message>
+    <message>
+        <source>Pauses</source>
+        <translation>Pausen</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Volumen</translation>
+    </message>
+    <message>
+        <source>Shock</source>
+        <translation>Schock</translation>
+    </message>
+    <message>
+        <source>Hint: a little more volume</source>
+        <translation>Hinweis: etwas mehr Volumen</translation>
+    </message>
+    <message>
+        <source>Hint: more volume</source>
+        <translation>Hinweis: mehr Volumen</translation>
+    </message>
+    <message>
+        <source>Hint: ventilate more often</source>
+        <translation>Hinweis: häufiger beatmen</translation>
+    </message>
+    <message>
+        <source>Hint: ventilate less often</source>
+        <translation>Hinweis: seltener beatmen</translation>
+    </message>
+    <message>
+        <source>Hint: blow more slowly</source>
+        <translation>Hinweis: langsamer beatmen</translation>
+    </message>
+    <message>
+        <source>Hint: blow a little more slowly</source>
+        <translation>Hinweis: etwas langsamer beatmen</translation>
+    </message>
+    <message>
+        <source>Hint: blow faster</source>
+        <translation>Hinweis: schneller beatmen</translation>
+    </message>
+    <message>
+        <source>Hint: press a little deeper</source>
+        <translation>Hinweis: etwas tiefer drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press deeper</source>
+        <translation>Hinweis: tiefer drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press not quite so deep</source>
+        <translation>Hinweis: etwas weniger tief drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press not so deep</source>
+        <translation>Hinweis: weniger tief drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press a little faster</source>
+        <translation>Hinweis: etwas schneller drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press faster</source>
+        <translation>Hinweis: schneller drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press a little more slowly</source>
+        <translation>Hinweis: etwas langsamer drücken</translation>
+    </message>
+    <message>
+        <source>Hint: press more slowly</source>
+        <translation>Hinweis: langsamer drücken</translation>
+    </message>
+    <message>
+        <source>Hint: duty cycle</source>
+        <translation>Hinweis: Verhältnis Druck zu Entlastung</translation>
+    </message>
+    <message>
+        <source>Hint: release the chest</source>
+        <translation>Hinweis: Brustkorb entlasten</translation>
+    </message>
+    <message>
+        <source>Pause in compressions</source>
+        <translation>Kompressionspause</translation>
+    </message>
+    <message>
+        <source>Pause in CPR</source>
+        <translation>Pause der Reanimation</translation>
+    </message>
+    <message>
+        <source>Pause in ventilations</source>
+        <translation>Beatmungspause</translation>
+    </message>
+    <message>
+        <source>Compression</source>
+        <translation>Kompression</translation>
+    </message>
+    <message>
+        <source>Ventilation</source>
+        <translation>Beatmung</translation>
+    </message>
+    <message>
+        <source>Session</source>
+        <translation>Sitzung</translation>
+    </message>
+    <message>
+        <source>Statistics</source>
+        <translation>Statistik</translation>
+    </message>
+    <message>
+        <source>Scores</source>
+        <translation>Bewertung</translation>
+    </message>
+    <message>
+        <source>AED</source>
+        <translation>AED</translation>
+    </message>
+    <message>
+        <source>ECG rhythm</source>
+        <translation>EKG-Rhythmus</translation>
+    </message>
+    <message>
+        <source>User event</source>
+        <translation>Eigenes Ereignis</translation>
+    </message>
+    <message>
+        <source>Link lost</source>
+        <translation>Verbindung unterbrochen</translation>
+    </message>
+    <message>
+        <source>Link back</source>
+        <translation>Verbindung wieder da</translation>
+    </message>
+    <message>
+        <source>Undershoot depth</source>
+        <translation>Tiefe des Unterschwingens</translation>
+    </message>
+    <message>
+        <source>Peak force</source>
+        <translation>Größte Kraft</translation>
+    </message>
+    <message>
+        <source>Release force</source>
+        <translation>Restkraft bei Entlastung</translation>
+    </message>
+    <message>
+        <source>Duty cycle</source>
+        <translation>Verhältnis Druck zu Entlastung</translation>
+    </message>
+    <message>
+        <source>Duty cycle valid</source>
+        <translation>Verhältnis gültig</translation>
+    </message>
+    <message>
+        <source>Leaning</source>
+        <translation>Aufstützen</translation>
+    </message>
+    <message>
+        <source>Leading slope time</source>
+        <translation>Druckzeit</translation>
+    </message>
+    <message>
+        <source>Trailing slope time</source>
+        <translation>Entlastungszeit</translation>
+    </message>
+    <message>
+        <source>Compression time</source>
+        <translation>Dauer der Kompression</translation>
+    </message>
+    <message>
+        <source>Force units</source>
+        <translation>Einheit der Kraft</translation>
+    </message>
+    <message>
+        <source>Depth units</source>
+        <translation>Einheit der Tiefe</translation>
+    </message>
+    <message>
+        <source>Incomplete release</source>
+        <translation>Unvollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Time of depth peak</source>
+        <translation>Zeit der größten Tiefe</translation>
+    </message>
+    <message>
+        <source>Time since last compression</source>
+        <translation>Zeit seit der letzten Kompression</translation>
+    </message>
+    <message>
+        <source>Hands too low</source>
+        <translation>Hände zu tief angesetzt</translation>
+    </message>
+    <message>
+        <source>Release depth</source>
+        <translation>Resttiefe bei Entlastung</translation>
+    </message>
+    <message>
+        <source>Absolute peak depth</source>
+        <translation>Größte absolute Tiefe</translation>
+    </message>
+    <message>
+        <source>Leaning depth</source>
+        <translation>Tiefe durch Aufstützen</translation>
+    </message>
+    <message>
+        <source>Leaning force</source>
+        <translation>Kraft durch Aufstützen</translation>
+    </message>
+    <message>
+        <source>Hands in the wrong place</source>
+        <translation>Falscher Druckpunkt</translation>
+    </message>
+    <message>
+        <source>Length of pause</source>
+        <translation>Dauer der Pause</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Compression cycles</source>
+        <translation>Kompressionszyklen</translation>
+    </message>
+    <message>
+        <source>Compressions with complete release</source>
+        <translation>Kompressionen mit voller Entlastung</translation>
+    </message>
+    <message>
+        <source>Compressions with a rate</source>
+        <translation>Kompressionen mit Frequenz</translation>
+    </message>
+    <message>
+        <source>Complete release</source>
+        <translation>Vollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Correct compression rate</source>
+        <translation>Richtige Kompressionsfrequenz</translation>
+    </message>
+    <message>
+        <source>Compression rate too low</source>
+        <translation>Zu niedrige Kompressionsfrequenz</translation>
+    </message>
+    <message>
+        <source>Correct depth</source>
+        <translation>Richtige Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Correct stroke length</source>
+        <translation>Richtiger Druckhub</translation>
+    </message>
+    <message>
+        <source>Deep enough</source>
+        <translation>Tief genug</translation>
+    </message>
+    <message>
+        <source>Mean depth</source>
+        <translation>Mittlere Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Mean compression rate</source>
+        <translation>Mittlere Kompressionsfrequenz</translation>
+    </message>
+    <message>
+        <source>Mean stroke length</source>
+        <translation>Mittlerer Druckhub</translation>
+    </message>
+    <message>
+        <source>Compression score</source>
+        <translation>Bewertung der Kompressionen</translation>
+    </message>
+    <message>
+        <source>Pauses in compressions</source>
+        <translation>Kompressionspausen</translation>
+    </message>
+    <message>
+        <source>Deviation of depth</source>
+        <translation>Streuung der Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Mean release depth</source>
+        <translation>Mittlere Resttiefe</translation>
+    </message>
+    <message>
+        <source>Deviation of release depth</source>
+        <translation>Streuung der Resttiefe</translation>
+    </message>
+    <message>
+        <source>Deviation of compression rate</source>
+        <translation>Streuung der Kompressionsfrequenz</translation>
+    </message>
+    <message>
+        <source>Correct hand position</source>
+        <translation>Richtiger Druckpunkt</translation>
+    </message>
+    <message>
+        <source>Deviation of stroke length</source>
+        <translation>Streuung des Druckhubs</translation>
+    </message>
+    <message>
+        <source>Reduction for incomplete release</source>
+        <translation>Abzug für unvollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Reduction for shallow compressions</source>
+        <translation>Abzug für flache Kompressionen</translation>
+    </message>
+    <message>
+        <source>Reduction for deep compressions</source>
+        <translation>Abzug für zu tiefe Kompressionen</translation>
+    </message>
+    <message>
+        <source>Reduction for slow compressions</source>
+        <translation>Abzug für langsame Kompressionen</translation>
+    </message>
+    <message>
+        <source>Reduction for fast compressions</source>
+        <translation>Abzug für schnelle Kompressionen</translation>
+    </message>
+    <message>
+        <source>Reduction for hand position</source>
+        <translation>Abzug für den Druckpunkt</translation>
+    </message>
+    <message>
+        <source>Reduction for stroke length</source>
+        <translation>Abzug für den Druckhub</translation>
+    </message>
+    <message>
+        <source>Reduction for compressions per cycle</source>
+        <translation>Abzug für Kompressionen je Zyklus</translation>
+    </message>
+    <message>
+        <source>Reduction for flow time</source>
+        <translation>Abzug für die Hands-on-Zeit</translation>
+    </message>
+    <message>
+        <source>Time without flow</source>
+        <translation>Hands-off-Zeit</translation>
+    </message>
+    <message>
+        <source>Raw volume</source>
+        <translation>Rohvolumen</translation>
+    </message>
+    <message>
+        <source>Uncorrected volume</source>
+        <translation>Unkorrigiertes Volumen</translation>
+    </message>
+    <message>
+        <source>Volume units</source>
+        <translation>Einheit des Volumens</translation>
+    </message>
+    <message>
+        <source>Time of volume peak</source>
+        <translation>Zeit des größten Volumens</translation>
+    </message>
+    <message>
+        <source>During a compression</source>
+        <translation>Während einer Kompression</translation>
+    </message>
+    <message>
+        <source>Time since last ventilation</source>
+        <translation>Zeit seit der letzten Beatmung</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Correct volume</source>
+        <translation>Richtiges Volumen</translation>
+    </message>
+    <message>
+        <source>Too much volume</source>
+        <translation>Zu viel Volumen</translation>
+    </message>
+    <message>
+        <source>Not enough volume</source>
+        <translation>Zu wenig Volumen</translation>
+    </message>
+    <message>
+        <source>Mean ventilation rate</source>
+        <translation>Mittlere Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>Mean volume</source>
+        <translation>Mittleres Volumen</translation>
+    </message>
+    <message>
+        <source>Ventilation score</source>
+        <translation>Bewertung der Beatmungen</translation>
+    </message>
+    <message>
+        <source>Ventilation cycles</source>
+        <translation>Beatmungszyklen</translation>
+    </message>
+    <message>
+        <source>Deviation of volume</source>
+        <translation>Streuung des Volumens</translation>
+    </message>
+    <message>
+        <source>Deviation of ventilation rate</source>
+        <translation>Streuung der Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>Correct ventilation rate in CPR</source>
+        <translation>Richtige Beatmungsfrequenz bei Reanimation</translation>
+    </message>
+    <message>
+        <source>Ventilation rate too high in CPR</source>
+        <translation>Zu hohe Beatmungsfrequenz bei Reanimation</translation>
+    </message>
+    <message>
+        <source>Correct rate, ventilations only</source>
+        <translation>Richtige Frequenz, nur Beatmung</translation>
+    </message>
+    <message>
+        <source>Rate too high, ventilations only</source>
+        <translation>Zu hohe Frequenz, nur Beatmung</translation>
+    </message>
+    <message>
+        <source>Correct inflation time</source>
+        <translation>Richtige Inspirationszeit</translation>
+    </message>
+    <message>
+        <source>Inflation too fast</source>
+        <translation>Zu schnelle Inspiration</translation>
+    </message>
+    <message>
+        <source>Reduction for too little volume</source>
+        <translation>Abzug für zu wenig Volumen</translation>
+    </message>
+    <message>
+        <source>Reduction for too much volume</source>
+        <translation>Abzug für zu viel Volumen</translation>
+    </message>
+    <message>
+        <source>Reduction for slow ventilations</source>
+        <translation>Abzug für langsame Beatmung</translation>
+    </message>
+    <message>
+        <source>Reduction for fast ventilations</source>
+        <translation>Abzug für schnelle Beatmung</translation>
+    </message>
+    <message>
+        <source>Reduction for long pauses to ventilate</source>
+        <translation>Abzug für lange Pausen zur Beatmung</translation>
+    </message>
+    <message>
+        <source>Reduction for ventilations per cycle</source>
+        <translation>Abzug für Beatmungen je Zyklus</translation>
+    </message>
+    <message>
+        <source>Time without compressions</source>
+        <translation>Zeit ohne Kompressionen</translation>
+    </message>
+    <message>
+        <source>Mean length of pauses</source>
+        <translation>Mittlere Dauer der Pausen</translation>
+    </message>
+    <message>
+        <source>Shock energy</source>
+        <translation>Schockenergie</translation>
+    </message>
+    <message>
+        <source>Protocol</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Instructor</source>
+        <translation>Ausbilder</translation>
+    </message>
+    <message>
+        <source>Learners</source>
+        <translation>Übende</translation>
+    </message>
+    <message>
+        <source>Manikin type</source>
+        <translation>Art der Übungspuppe</translation>
+    </message>
+    <message>
+        <source>Firmware version</source>
+        <translation>Firmware-Version</translation>
+    </message>
+    <message>
+        <source>Chest stiffness</source>
+        <translation>Härte des Brustkorbs</translation>
+    </message>
+    <message>
+        <source>Manikin name</source>
+        <translation>Name der Übungspuppe</translation>
+    </message>
+    <message>
+        <source>Compressions in the manikin&apos;s life</source>
+        <translation>Kompressionen insgesamt auf der Übungspuppe</translation>
+    </message>
+    <message>
+        <source>Identification reader version</source>
+        <translation>Version des Kennungslesers</translation>
+    </message>
+    <message>
+        <source>Airway sensor version</source>
+        <translation>Version des Atemwegssensors</translation>
+    </message>
+    <message>
+        <source>Remote control</source>
+        <translation>Fernbedienung</translation>
+    </message>
+    <message>
+        <source>Remote control version</source>
+        <translation>Version der Fernbedienung</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Beginn</translation>
+    </message>
+    <message>
+        <source>End</source>
+        <translation>Ende</translation>
+    </message>
+    <message>
+        <source>First advice</source>
+        <translation>Erste Empfehlung</translation>
+    </message>
+    <message>
+        <source>Second advice</source>
+        <translation>Zweite Empfehlung</translation>
+    </message>
+    <message>
+        <source>Overall score</source>
+        <translation>Gesamtbewertung</translation>
+    </message>
+    <message>
+        <source>Threshold of the basic level</source>
+        <translation>Schwelle der Grundstufe</translation>
+    </message>
+    <message>
+        <source>Threshold of the advanced level</source>
+        <translation>Schwelle der Fortgeschrittenenstufe</translation>
+    </message>
+    <message>
+        <source>Wave delay</source>
+        <translation>Verzögerung der Kurve</translation>
+    </message>
+    <message>
+        <source>Soft surface</source>
+        <translation>Weiche Unterlage</translation>
+    </message>
+    <message>
+        <source>Length of the session</source>
+        <translation>Dauer der Sitzung</translation>
+    </message>
+    <message>
+        <source>CPR card</source>
+        <translation>CPR-Karte</translation>
+    </message>
+    <message>
+        <source>CPR card time</source>
+        <translation>Zeit der CPR-Karte</translation>
+    </message>
+    <message>
+        <source>Duration</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Time to first shock</source>
+        <translation>Zeit bis zum ersten Schock</translation>
+    </message>
+    <message>
+        <source>Time to first compression</source>
+        <translation>Zeit bis zur ersten Kompression</translation>
+    </message>
+    <message>
+        <source>Time to first ventilation</source>
+        <translation>Zeit bis zur ersten Beatmung</translation>
+    </message>
+    <message>
+        <source>Flow time</source>
+        <translation>Hands-on-Zeit</translation>
+    </message>
+    <message>
+        <source>Depth histogram, bar 1</source>
+        <translation>Tiefen-Histogramm, Balken 1</translation>
+    </message>
+    <message>
+        <source>Depth histogram, bar 2</source>
+        <translation>Tiefen-Histogramm, Balken 2</translation>
+    </message>
+    <message>
+        <source>Depth histogram, bar 3</source>
+        <translation>Tiefen-Histogramm, Balken 3</translation>
+    </message>
+    <message>
+        <source>Depth histogram, bar 4</source>
+        <translation>Tiefen-Histogramm, Balken 4</translation>
+    </message>
+    <message>
+        <source>Depth histogram, bar 5</source>
+        <translation>Tiefen-Histogramm, Balken 5</translation>
+    </message>
+    <message>
+        <source>Depth histogram, bar 6</source>
+        <translation>Tiefen-Histogramm, Balken 6</translation>
+    </message>
+    <message>
+        <source>Release histogram, bar 1</source>
+        <translation>Entlastungs-Histogramm, Balken 1</translation>
+    </message>
+    <message>
+        <source>Release histogram, bar 2</source>
+        <translation>Entlastungs-Histogramm, Balken 2</translation>
+    </message>
+    <message>
+        <source>Release histogram, bar 3</source>
+        <translation>Entlastungs-Histogramm, Balken 3</translation>
+    </message>
+    <message>
+        <source>Release histogram, bar 4</source>
+        <translation>Entlastungs-Histogramm, Balken 4</translation>
+    </message>
+    <message>
+        <source>Release histogram, bar 5</source>
+        <translation>Entlastungs-Histogramm, Balken 5</translation>
+    </message>
+    <message>
+        <source>Release histogram, bar 6</source>
+        <translation>Entlastungs-Histogramm, Balken 6</translation>
+    </message>
+    <message>
+        <source>Compression rate histogram, bar 1</source>
+        <translation>Kompressionsfrequenz-Histogramm, Balken 1</translation>
+    </message>
+    <message>
+        <source>Compression rate histogram, bar 2</source>
+        <translation>Kompressionsfrequenz-Histogramm, Balken 2</translation>
+    </message>
+    <message>
+        <source>Compression rate histogram, bar 3</source>
+        <translation>Kompressionsfrequenz-Histogramm, Balken 3</translation>
+    </message>
+    <message>
+        <source>Compression rate histogram, bar 4</source>
+        <translation>Kompressionsfrequenz-Histogramm, Balken 4</translation>
+    </message>
+    <message>
+        <source>Compression rate histogram, bar 5</source>
+        <translation>Kompressionsfrequenz-Histogramm, Balken 5</translation>
+    </message>
+    <message>
+        <source>Compression rate histogram, bar 6</source>
+        <translation>Kompressionsfrequenz-Histogramm, Balken 6</translation>
+    </message>
+    <message>
+        <source>Pause histogram, bar 1</source>
+        <translation>Pausen-Histogramm, Balken 1</translation>
+    </message>
+    <message>
+        <source>Pause histogram, bar 2</source>
+        <translation>Pausen-Histogramm, Balken 2</translation>
+    </message>
+    <message>
+        <source>Pause histogram, bar 3</source>
+        <translation>Pausen-Histogramm, Balken 3</translation>
+    </message>
+    <message>
+        <source>Pause histogram, bar 4</source>
+        <translation>Pausen-Histogramm, Balken 4</translation>
+    </message>
+    <message>
+        <source>Pause histogram, bar 5</source>
+        <translation>Pausen-Histogramm, Balken 5</translation>
+    </message>
+    <message>
+        <source>Pause histogram, bar 6</source>
+        <translation>Pausen-Histogramm, Balken 6</translation>
+    </message>
+    <message>
+        <source>Volume histogram, bar 1</source>
+        <translation>Volumen-Histogramm, Balken 1</translation>
+    </message>
+    <message>
+        <source>Volume histogram, bar 2</source>
+        <translation>Volumen-Histogramm, Balken 2</translation>
+    </message>
+    <message>
+        <source>Volume histogram, bar 3</source>
+        <translation>Volumen-Histogramm, Balken 3</translation>
+    </message>
+    <message>
+        <source>Volume histogram, bar 4</source>
+        <translation>Volumen-Histogramm, Balken 4</translation>
+    </message>
+    <message>
+        <source>Volume histogram, bar 5</source>
+        <translation>Volumen-Histogramm, Balken 5</translation>
+    </message>
+    <message>
+        <source>Volume histogram, bar 6</source>
+        <translation>Volumen-Histogramm, Balken 6</translation>
+    </message>
+    <message>
+        <source>Ventilation rate histogram, bar 1</source>
+        <translation>Beatmungsfrequenz-Histogramm, Balken 1</translation>
+    </message>
+    <message>
+        <source>Ventilation rate histogram, bar 2</source>
+        <translation>Beatmungsfrequenz-Histogramm, Balken 2</translation>
+    </message>
+    <message>
+        <source>Ventilation rate histogram, bar 3</source>
+        <translation>Beatmungsfrequenz-Histogramm, Balken 3</translation>
+    </message>
+    <message>
+        <source>Ventilation rate histogram, bar 4</source>
+        <translation>Beatmungsfrequenz-Histogramm, Balken 4</translation>
+    </message>
+    <message>
+        <source>Ventilation rate histogram, bar 5</source>
+        <translation>Beatmungsfrequenz-Histogramm, Balken 5</translation>
+    </message>
+    <message>
+        <source>Ventilation rate histogram, bar 6</source>
+        <translation>Beatmungsfrequenz-Histogramm, Balken 6</translation>
+    </message>
+    <message>
+        <source>AED event</source>
+        <translation>AED-Ereignis</translation>
+    </message>
+    <message>
+        <source>Delayed switching on</source>
+        <translation>Verzögertes Einschalten</translation>
+    </message>
+    <message>
+        <source>AED scenario</source>
+        <translation>AED-Szenario</translation>
+    </message>
+    <message>
+        <source>Step of the AED scenario</source>
+        <translation>Schritt des AED-Szenarios</translation>
+    </message>
+    <message>
+        <source>Scenario on the remote control</source>
+        <translation>Szenario der Fernbedienung</translation>
+    </message>
+    <message>
+        <source>Button on the remote control</source>
+        <translation>Taste der Fernbedienung</translation>
+    </message>
+    <message>
+        <source>For all manikins</source>
+        <translation>Für alle Übungspuppen</translation>
+    </message>
+    <message>
+        <source>Pulse</source>
+        <translation>Puls</translation>
+    </message>
+    <message>
+        <source>Shockable</source>
+        <translation>Schockbar</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Kind of user event</source>
+        <translation>Art des eigenen Ereignisses</translation>
+    </message>
+    <message>
+        <source>Kind of simulation</source>
+        <translation>Art der Simulation</translation>
+    </message>
+    <message>
+        <source>Scored with an AED</source>
+        <translation>Bewertet mit AED</translation>
+    </message>
+    <message>
+        <source>CPR score</source>
+        <translation>Bewertung der Reanimation</translation>
+    </message>
+    <message>
+        <source>AED score</source>
+        <translation>Bewertung des AED-Einsatzes</translation>
+    </message>
+    <message>
+        <source>Reduction for too few ventilations at the start</source>
+        <translation>Abzug für zu wenige Beatmungen zu Beginn</translation>
+    </message>
+    <message>
+        <source>Reduction for too many ventilations at the start</source>
+        <translation>Abzug für zu viele Beatmungen zu Beginn</translation>
+    </message>
+    <message>
+        <source>Ventilations at the start</source>
+        <translation>Beatmungen zu Beginn</translation>
+    </message>
+    <message>
+        <source>Ventilations in the manikin&apos;s life</source>
+        <translation>Beatmungen insgesamt an der Übungspuppe</translation>
+    </message>
+    <message>
+        <source>Fewest compressions in a cycle</source>
+        <translation>Wenigste Kompressionen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Most compressions in a cycle</source>
+        <translation>Meiste Kompressionen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Mean number of compressions in a cycle</source>
+        <translation>Mittlere Zahl der Kompressionen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Compressions without a fault</source>
+        <translation>Kompressionen ohne Fehler</translation>
+    </message>
+    <message>
+        <source>Mean inflation time</source>
+        <translation>Mittlere Inspirationszeit</translation>
+    </message>
+    <message>
+        <source>Deviation of inflation time</source>
+        <translation>Streuung der Inspirationszeit</translation>
+    </message>
+    <message>
+        <source>Fewest ventilations in a cycle</source>
+        <translation>Wenigste Beatmungen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Most ventilations in a cycle</source>
+        <translation>Meiste Beatmungen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Mean number of ventilations in a cycle</source>
+        <translation>Mittlere Zahl der Beatmungen im Zyklus</translation>
+    </message>
+    <message>
+        <source>Ventilations per minute</source>
+        <translation>Beatmungen pro Minute</translation>
+    </message>
+    <message>
+        <source>Reduction for slow inflation</source>
+        <translation>Abzug für langsame Inspiration</translation>
+    </message>
+    <message>
+        <source>Reduction for fast inflation</source>
+        <translation>Abzug für schnelle Inspiration</translation>
+    </message>
+    <message>
+        <source>Reduction for too few ventilations per minute</source>
+        <translation>Abzug für zu wenige Beatmungen pro Minute</translation>
+    </message>
+    <message>
+        <source>Reduction for too many ventilations per minute</source>
+        <translation>Abzug für zu viele Beatmungen pro Minute</translation>
+    </message>
+    <message>
+        <source>Battery: cycles</source>
+        <translation>Akku: Zyklen</translation>
+    </message>
+    <message>
+        <source>Battery: slow charges</source>
+        <translation>Akku: langsame Ladungen</translation>
+    </message>
+    <message>
+        <source>Battery: fast charges</source>
+        <translation>Akku: schnelle Ladungen</translation>
+    </message>
+    <message>
+        <source>Battery: time of slow charging</source>
+        <translation>Akku: Dauer langsamen Ladens</translation>
+    </message>
+    <message>
+        <source>Battery: time of fast charging</source>
+        <translation>Akku: Dauer schnellen Ladens</translation>
+    </message>
+    <message>
+        <source>Battery: time of charging in the cold</source>
+        <translation>Akku: Ladedauer bei Kälte</translation>
+    </message>
+    <message>
+        <source>Battery: time of charging in the heat</source>
+        <translation>Akku: Ladedauer bei Hitze</translation>
+    </message>
+    <message>
+        <source>Battery: mean lowest level</source>
+        <translation>Akku: mittlerer niedrigster Stand</translation>
+    </message>
+    <message>
+        <source>Battery: mean highest level</source>
+        <translation>Akku: mittlerer höchster Stand</translation>
+    </message>
+    <message>
+        <source>Battery: times nearly empty</source>
+        <translation>Akku: Anzahl fast leer</translation>
+    </message>
+    <message>
+        <source>Battery: charge taken</source>
+        <translation>Akku: entnommene Ladung</translation>
+    </message>
+    <message>
+        <source>Battery: design capacity</source>
+        <translation>Akku: Nennkapazität</translation>
+    </message>
+    <message>
+        <source>Battery: full capacity</source>
+        <translation>Akku: volle Kapazität</translation>
+    </message>
+    <message>
+        <source>Battery: disconnections</source>
+        <translation>Akku: Trennungen</translation>
+    </message>
+    <message>
+        <source>s</source>
+        <translation>s</translation>
+    </message>
+    <message>
+        <source>per min</source>
+        <translation>pro min</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
+    </message>
+    <message>
+        <source>soft</source>
+        <translation>weich</translation>
+    </message>
+    <message>
+        <source>medium</source>
+        <translation>mittel</translation>
+    </message>
+    <message>
+        <source>hard</source>
+        <translation>hart</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keiner</translation>
+    </message>
+    <message>
+        <source>of an unknown kind</source>
+        <translation>unbekannter Art</translation>
+    </message>
+    <message>
+        <source>not possible</source>
+        <translation>nicht möglich</translation>
+    </message>
+    <message>
+        <source>present</source>
+        <translation>vorhanden</translation>
+    </message>
+    <message>
+        <source>absent</source>
+        <translation>nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>no</source>
+        <translation>nein</translation>
+    </message>
+    <message>
+        <source>yes</source>
+        <translation>ja</translation>
+    </message>
+    <message>
+        <source>not measured</source>
+        <translation>nicht gemessen</translation>
+    </message>
+</context>
+<context>
+    <name>cprviewer</name>
+    <message>
+        <source>%1 cannot be read; is it there and a file?</source>
+        <translation>%1 lässt sich nicht lesen; ist es vorhanden und eine Datei?</translation>
+    </message>
+    <message>
+        <source>Perfect</source>
+        <translation>Fehlerfrei</translation>
+    </message>
+    <message>
+        <source>Everything as the guidelines want it</source>
+        <translation>Alles, wie es die Leitlinien wollen</translation>
+    </message>
+    <message>
+        <source>Trained</source>
+        <translation>Geübt</translation>
+    </message>
+    <message>
+        <source>A trained rescuer who slips now and then</source>
+        <translation>Ein geübter Helfer mit gelegentlichen Fehlern</translation>
+    </message>
+    <message>
+        <source>Beginner</source>
+        <translation>Anfänger</translation>
+    </message>
+    <message>
+        <source>Uneven depth and rate, leaning, miscounting, short pauses; tires</source>
+        <translation>Ungleiche Tiefe und Frequenz, Aufstützen, Verzählen, kurze Pausen; ermüdet</translation>
+    </message>
+    <message>
+        <source>Too shallow</source>
+        <translation>Zu flach</translation>
+    </message>
+    <message>
+        <source>Nearly all compressions are too shallow</source>
+        <translation>Fast alle Kompressionen sind zu flach</translation>
+    </message>
+    <message>
+        <source>Too fast</source>
+        <translation>Zu schnell</translation>
+    </message>
+    <message>
+        <source>Nearly all compressions come too fast</source>
+        <translation>Fast alle Kompressionen kommen zu schnell</translation>
+    </message>
+    <message>
+        <source>Leaning</source>
+        <translation>Aufstützen</translation>
+    </message>
+    <message>
+        <source>The chest is often not released completely</source>
+        <translation>Der Brustkorb wird oft nicht voll entlastet</translation>
+    </message>
+    <message>
+        <source>Long pauses</source>
+        <translation>Lange Pausen</translation>
+    </message>
+    <message>
+        <source>Long pauses after every cycle</source>
+        <translation>Lange Pausen nach jedem Zyklus</translation>
+    </message>
+    <message>
+        <source>Two with an AED</source>
+        <translation>Zu zweit mit AED</translation>
+    </message>
+    <message>
+        <source>Two rescuers with an AED: shock, rhythms, remote control</source>
+        <translation>Zwei Helfer mit AED: Schock, Rhythmen, Fernbedienung</translation>
+    </message>
+    <message>
+        <source>Bad link</source>
+        <translation>Schlechte Verbindung</translation>
+    </message>
+    <message>
+        <source>Lost, late and repeated packets, cut messages</source>
+        <translation>Verlorene, verspätete und doppelte Pakete, abgeschnittene Nachrichten</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>%1 is neither a session archive nor a recorded log</source>
+        <translation>%1 ist weder ein Sitzungsarchiv noch eine Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>%1 is damaged; what could be read is shown</source>
+        <translation>%1 ist beschädigt; gezeigt wird, was lesbar war</translation>
+    </message>
+    <message>
+        <source>loading was cancelled</source>
+        <translation>das Laden wurde abgebrochen</translation>
+    </message>
+</context>
+<context>
+    <name>sessionplot</name>
+    <message>
+        <source>Events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>not received</source>
+        <translation>nicht empfangen</translation>
+    </message>
+    <message>
+        <source>No learner named</source>
+        <translation>Kein Name angegeben</translation>
+    </message>
+    <message>
+        <source>Date not known</source>
+        <translation>Datum nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Length %1 %2</source>
+        <translation>Dauer %1 %2</translation>
+    </message>
+    <message>
+        <source>Manikin not known</source>
+        <translation>Übungspuppe nicht bekannt</translation>
+    </message>
+    <message>
+        <source>Manikin %1</source>
+        <translation>Übungspuppe %1</translation>
+    </message>
+    <message>
+        <source>Manikin “%1”</source>
+        <translation>Übungspuppe „%1“</translation>
+    </message>
+    <message>
+        <source>Guidelines %1</source>
+        <translation>Leitlinien %1</translation>
+    </message>
+    <message>
+        <source>Overall</source>
+        <translation>Gesamt</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Flow time</source>
+        <translation>Hands-on-Zeit</translation>
+    </message>
+    <message>
+        <source>Advice</source>
+        <translation>Empfehlung</translation>
+    </message>
+    <message>
+        <source>none, nothing to correct</source>
+        <translation>keine, nichts zu verbessern</translation>
+    </message>
+    <message>
+        <source>First advice</source>
+        <translation>Erste Empfehlung</translation>
+    </message>
+    <message>
+        <source>Second advice</source>
+        <translation>Zweite Empfehlung</translation>
+    </message>
+    <message>
+        <source>min. %1</source>
+        <translation>mind. %1</translation>
+    </message>
+    <message>
+        <source>Scores and advice: %1</source>
+        <translation>Bewertung und Empfehlungen: %1</translation>
+    </message>
+    <message>
+        <source>target</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Volumen</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>release %1</source>
+        <translation>entlastet %1</translation>
+    </message>
+    <message>
+        <source>no compressions recorded</source>
+        <translation>keine Kompressionen aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>per min</source>
+        <translation>pro min</translation>
+    </message>
+    <message>
+        <source>no rates recorded</source>
+        <translation>keine Frequenzen aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>ml</source>
+        <translation>ml</translation>
+    </message>
+    <message>
+        <source>no ventilations recorded</source>
+        <translation>keine Beatmungen aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>target band</source>
+        <translation>Zielbereich</translation>
+    </message>
+    <message>
+        <source>value outside the band</source>
+        <translation>Wert außerhalb des Bereichs</translation>
+    </message>
+    <message>
+        <source>release line</source>
+        <translation>Entlastungslinie</translation>
+    </message>
+    <message>
+        <source>pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>cycle off target</source>
+        <translation>Zyklus verfehlt</translation>
+    </message>
+    <message>
+        <source>packet loss</source>
+        <translation>Paketverlust</translation>
+    </message>
+    <message>
+        <source>shock</source>
+        <translation>Schock</translation>
+    </message>
+    <message>
+        <source>AED</source>
+        <translation>AED</translation>
+    </message>
+    <message>
+        <source>ECG rhythm</source>
+        <translation>EKG-Rhythmus</translation>
+    </message>
+    <message>
+        <source>event</source>
+        <translation>Ereignis</translation>
+    </message>
+    <message>
+        <source>%1 has to end with .png, .svg or .pdf</source>
+        <translation>%1 muss auf .png, .svg oder .pdf enden</translation>
+    </message>
+    <message>
+        <source>A picture cannot be %1x%2 pixels large</source>
+        <translation>Ein Bild kann nicht %1x%2 Pixel groß sein</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>it is no regular file</source>
+        <translation>es ist keine gewöhnliche Datei</translation>
+    </message>
+    <message>
+        <source>The picture cannot be drawn; is there memory for %1x%2 pixels?</source>
+        <translation>Das Bild lässt sich nicht zeichnen; reicht der Speicher für %1x%2 Pixel?</translation>
+    </message>
+    <message>
+        <source>Too shallow</source>
+        <translation>Zu flach</translation>
+    </message>
+    <message>
+        <source>Too deep</source>
+        <translation>Zu tief</translation>
+    </message>
+    <message>
+        <source>Incomplete release</source>
+        <translation>Unvollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Hand position</source>
+        <translation>Druckpunkt</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Pauses</source>
+        <translation>Pausen</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>Cycles</source>
+        <translation>Zyklen</translation>
+    </message>
+    <message>
+        <source>target %1:%2</source>
+        <translation>Ziel %1:%2</translation>
+    </message>
+    <message>
+        <source>Time, h:mm:ss</source>
+        <translation>Zeit, h:mm:ss</translation>
+    </message>
+    <message>
+        <source>Time, m:ss</source>
+        <translation>Zeit, m:ss</translation>
+    </message>
+    <message>
+        <source>Press deeper.</source>
+        <translation>Tiefer drücken.</translation>
+    </message>
+    <message>
+        <source>Do not press so deep.</source>
+        <translation>Weniger tief drücken.</translation>
+    </message>
+    <message>
+        <source>Release the chest completely after each compression.</source>
+        <translation>Den Brustkorb nach jeder Kompression ganz entlasten.</translation>
+    </message>
+    <message>
+        <source>Compress at the target rate, neither slower nor faster.</source>
+        <translation>In der Zielfrequenz drücken, nicht langsamer und nicht schneller.</translation>
+    </message>
+    <message>
+        <source>Ventilate at the target rate, neither slower nor faster.</source>
+        <translation>In der Zielfrequenz beatmen, nicht langsamer und nicht schneller.</translation>
+    </message>
+    <message>
+        <source>Give each ventilation the target volume, neither less nor more.</source>
+        <translation>Jede Beatmung mit dem Zielvolumen geben, nicht weniger und nicht mehr.</translation>
+    </message>
+    <message>
+        <source>Give the right number of ventilations in each cycle.</source>
+        <translation>In jedem Zyklus die richtige Zahl von Beatmungen geben.</translation>
+    </message>
+    <message>
+        <source>Give the right number of compressions in each cycle.</source>
+        <translation>In jedem Zyklus die richtige Zahl von Kompressionen geben.</translation>
+    </message>
+    <message>
+        <source>Keep the pauses in compressions short.</source>
+        <translation>Die Pausen zwischen den Kompressionen kurz halten.</translation>
+    </message>
+    <message>
+        <source>Put the hands in the right place on the chest.</source>
+        <translation>Die Hände am richtigen Druckpunkt ansetzen.</translation>
+    </message>
+    <message>
+        <source>Give more ventilations before the first compression.</source>
+        <translation>Vor der ersten Kompression öfter beatmen.</translation>
+    </message>
+    <message>
+        <source>Give fewer ventilations before the first compression.</source>
+        <translation>Vor der ersten Kompression seltener beatmen.</translation>
+    </message>
+    <message>
+        <source>CPR with one rescuer</source>
+        <translation>Ein-Helfer-Reanimation</translation>
+    </message>
+    <message>
+        <source>Compressions only</source>
+        <translation>Nur Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilations only</source>
+        <translation>Nur Beatmungen</translation>
+    </message>
+    <message>
+        <source>Automatic</source>
+        <translation>Automatisch</translation>
+    </message>
+    <message>
+        <source>CPR with two rescuers</source>
+        <translation>Zwei-Helfer-Reanimation</translation>
+    </message>
+    <message>
+        <source>High performance CPR</source>
+        <translation>Hochleistungs-Reanimation</translation>
+    </message>
+    <message>
+        <source>no rhythm</source>
+        <translation>kein Rhythmus</translation>
+    </message>
+    <message>
+        <source>VF</source>
+        <translation>VF</translation>
+    </message>
+    <message>
+        <source>fast VT</source>
+        <translation>schnelle VT</translation>
+    </message>
+    <message>
+        <source>slow VT</source>
+        <translation>langsame VT</translation>
+    </message>
+    <message>
+        <source>sinus rhythm</source>
+        <translation>Sinusrhythmus</translation>
+    </message>
+    <message>
+        <source>asystole</source>
+        <translation>Asystolie</translation>
+    </message>
+    <message>
+        <source>PEA</source>
+        <translation>PEA</translation>
+    </message>
+    <message>
+        <source>bradycardia</source>
+        <translation>Bradykardie</translation>
+    </message>
+    <message>
+        <source>SVT</source>
+        <translation>SVT</translation>
+    </message>
+    <message>
+        <source>remote: show pads</source>
+        <translation>Fernbed.: Elektroden</translation>
+    </message>
+    <message>
+        <source>remote: CPR first</source>
+        <translation>Fernbed.: erst CPR</translation>
+    </message>
+    <message>
+        <source>AED on</source>
+        <translation>AED ein</translation>
+    </message>
+    <message>
+        <source>AED off</source>
+        <translation>AED aus</translation>
+    </message>
+    <message>
+        <source>analysing</source>
+        <translation>Analyse</translation>
+    </message>
+    <message>
+        <source>shock advised</source>
+        <translation>Schock empfohlen</translation>
+    </message>
+    <message>
+        <source>ready to shock</source>
+        <translation>schockbereit</translation>
+    </message>
+    <message>
+        <source>no shock advised</source>
+        <translation>kein Schock empfohlen</translation>
+    </message>
+    <message>
+        <source>charging</source>
+        <translation>lädt</translation>
+    </message>
+    <message>
+        <source>shock cancelled</source>
+        <translation>Schock abgebrochen</translation>
+    </message>
+    <message>
+        <source>analysis interrupted</source>
+        <translation>Analyse unterbrochen</translation>
+    </message>
+    <message>
+        <source>battery low</source>
+        <translation>Akku schwach</translation>
+    </message>
+    <message>
+        <source>movement</source>
+        <translation>Bewegung</translation>
+    </message>
+    <message>
+        <source>movement ended</source>
+        <translation>Bewegung beendet</translation>
+    </message>
+    <message>
+        <source>AED failure</source>
+        <translation>AED-Fehler</translation>
+    </message>
+    <message>
+        <source>pads on</source>
+        <translation>Elektroden kleben</translation>
+    </message>
+    <message>
+        <source>pads loose</source>
+        <translation>Elektroden lose</translation>
+    </message>
+    <message>
+        <source>remote control</source>
+        <translation>Fernbedienung</translation>
+    </message>
+    <message>
+        <source>adult</source>
+        <translation>Erwachsener</translation>
+    </message>
+    <message>
+        <source>child</source>
+        <translation>Kind</translation>
+    </message>
+    <message>
+        <source>infant</source>
+        <translation>Säugling</translation>
+    </message>
+    <message>
+        <source>newborn</source>
+        <translation>Neugeborenes</translation>
+    </message>
+    <message>
+        <source>Unknown protocol</source>
+        <translation>Unbekanntes Protokoll</translation>
+    </message>
+    <message>
+        <source>Too slow</source>
+        <translation>Zu langsam</translation>
+    </message>
+    <message>
+        <source>Too fast</source>
+        <translation>Zu schnell</translation>
+    </message>
+    <message>
+        <source>Too little</source>
+        <translation>Zu wenig</translation>
+    </message>
+    <message>
+        <source>Too much</source>
+        <translation>Zu viel</translation>
+    </message>
+    <message>
+        <source>shock %1 J</source>
+        <translation>Schock %1 J</translation>
+    </message>
+</context>
+</TS>

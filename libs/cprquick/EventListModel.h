@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_EVENTLISTMODEL_H
+#define CPRQUICK_EVENTLISTMODEL_H
+
+#include "SessionWatcher.h"
+
+#include <PlotModel.h>
+
+#include <QAbstractListModel>
+#include <QSet>
+#include <QVector>
+#include <QtQml/qqml.h>
+
+/// The events of a session as rows, in the order of the event list.
+///
+/// It follows the list row by row: what a session adds, inserts, deletes or clears becomes the rows
+/// that it concerns and no others. Texts are made when a view asks for them.
+class CPRQUICK_EXPORT EventListModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    Q_PROPERTY(CPRData *session READ session WRITE setSession NOTIFY sessionChanged)
+    /// The tags of which an event has to carry at least one (CPREventBase.TagComp, ...); 0, as it
+    /// is from the start, for all events.
+    Q_PROPERTY(int      tags    READ tags    WRITE setTags    NOTIFY tagsChanged)
+    Q_PROPERTY(int      count   READ count                    NOTIFY countChanged)
+    // clang-format on
+
+public:
+    /// What a delegate reads, by the names in lower case. Measurements that an event does not have
+    /// are undefined.
+    enum Role {
+        EventRole = Qt::UserRole + 1, ///< event: the object; it goes with its row
+        TypeRole, ///< type: CPREventBase.EventType
+        TagsRole, ///< tags: CPREventBase.EventTag values combined
+        TypeNameRole, ///< typeName: in words
+        StartRole, ///< start: ms of session time
+        StartTextRole, ///< startText: "1:23.4"
+        EndRole, ///< end: ms of session time
+        DurationRole, ///< duration: ms
+        DetailRole, ///< detail: what is worth telling, with units
+        DepthRole, ///< depth: mm
+        ReleaseDepthRole, ///< releaseDepth: mm
+        RateRole, ///< rate: per minute; not of the first compression of a cycle
+        VolumeRole, ///< volume: ml
+        NumberRole, ///< numberInCycle
+        FaultsRole, ///< faults: a list of words, judged by the session's guidelines
+        FaultTextRole, ///< faultText: the same as one text
+        CorrectRole ///< correct: no faults; undefined where nothing is judged
+    };
+    Q_ENUM(Role)
+
+    explicit EventListModel(QObject *parent = nullptr);
+    ~EventListModel() override;
+
+    CPRData *session() const { return m_watcher.session(); }
+    void setSession(CPRData *session) { m_watcher.setSession(session); }
+    int tags() const { return m_tags; }
+    void setTags(int tags);
+    int count() const { return m_rows.size(); }
+
+    /// The event in \a row; null outside.
+    Q_INVOKABLE CPREventBase *eventAt(int row) const;
+    /// The row of \a event; -1 when it has none.
+    Q_INVOKABLE int rowOf(CPREventBase *event) const;
+    /// The last row that starts at or before \a msecs of session time; -1 when all start later.
+    Q_INVOKABLE int rowAt(int msecs) const;
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void sessionChanged();
+    void tagsChanged();
+    void countChanged();
+
+private:
+    bool isShown(const CPREventBase *event) const;
+    QVector<CPREventBase *> shownEvents() const;
+    void reload();
+    void follow();
+    void takeAnnounced(CPREventBase *event);
+    bool insertAnnounced(CPREventBase *event);
+    void takeGone(QObject *gone);
+    void remove(int first, int count);
+    void insert(int row, const QVector<CPREventBase *> &events);
+    void announce(int first, int last);
+    void followPause();
+
+    SessionWatcher m_watcher;
+    sessionplot::Targets m_targets;
+    QVector<CPREventBase *> m_rows; // not owned; null while the row of a dead one is removed
+    QSet<const QObject *> m_shown; // the same; tells at once that an object is none of them
+    int m_listed = 0; // events in the session's list when m_rows was brought up to date
+    int m_tags = 0;
+    int m_pauseEnd = -1; // of the last pause, ms
+};
+
+#endif

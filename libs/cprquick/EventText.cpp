@@ -1,0 +1,153 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "EventText.h"
+
+#include "ParameterText.h"
+
+#include <CPREventCompression.h>
+#include <CPREventVentilation.h>
+#include <Scales.h>
+#include <Words.h>
+
+#include <QCoreApplication>
+#include <QLocale>
+
+namespace {
+
+using E = CPREventBase;
+using namespace sessionplot;
+
+constexpr qint64 tenthsMs = 100;
+constexpr qint64 twoHoursMs = 2 * 60 * 60 * 1000;
+
+QString numberText(double value, int decimals = 0)
+{
+    return QLocale().toString(value, 'f', decimals);
+}
+
+QString joined(const QStringList &parts)
+{
+    return parts.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+Compression judged(const CPREventCompression &event, const Targets &targets)
+{
+    Compression compression = compressionOf(event);
+    if (event.numberInCycle() <= 1)
+        compression.rate = 0;
+    judge(compression, targets);
+    return compression;
+}
+
+Ventilation judged(const CPREventVentilation &event, const Targets &targets)
+{
+    Ventilation ventilation = ventilationOf(event);
+    judge(ventilation, targets);
+    return ventilation;
+}
+
+EventText::EventText(const CPREventBase &event, const Targets &targets) : m_event(event)
+{
+    if (const auto *compression = qobject_cast<const CPREventCompression *>(&event))
+        m_compression = judged(*compression, targets);
+    else if (const auto *ventilation = qobject_cast<const CPREventVentilation *>(&event))
+        m_ventilation = judged(*ventilation, targets);
+}
+
+QString EventText::typeName() const
+{
+    return eventTypeText(m_event.type());
+}
+
+QString EventText::start() const
+{
+    return timeText(m_event.msecs(), tenthsMs, m_event.msecs() >= twoHoursMs);
+}
+
+QString EventText::detail() const
+{
+    if (m_compression) {
+        QStringList parts{QCoreApplication::translate("cprquick", "%1 mm")
+                              .arg(numberText(depth().toDouble(), 1))};
+        if (m_compression->rate > 0)
+            parts.append(QCoreApplication::translate("cprquick", "%1 per min")
+                             .arg(numberText(m_compression->rate)));
+        return joined(parts);
+    }
+    if (m_ventilation)
+        return QCoreApplication::translate("cprquick", "%1 ml")
+            .arg(numberText(m_ventilation->volume));
+    if (m_event.type() == E::CprInactivityCPR)
+        return parameterValueText(E::compInactivity, m_event.parameterValue(E::compInactivity, 0));
+    if (const std::optional<Flag> flag = flagOf(m_event))
+        return flagText(*flag);
+    return standingDetail();
+}
+
+QString EventText::standingDetail() const
+{
+    QStringList parts;
+    const auto add = [this, &parts](E::ParameterType type) {
+        const QVariant value = m_event.parameterValue(type, QVariant());
+        const QString text = value.isValid() ? parameterValueText(type, value) : QString();
+        if (!text.isEmpty())
+            parts.append(text);
+    };
+    switch (m_event.type()) {
+    case E::CprSessionInfo:
+        add(E::students);
+        add(E::cprProtocol);
+        break;
+    case E::CprSessionStatistics:
+        add(E::sessionDuration);
+        break;
+    case E::CprSessionScore:
+        add(E::overallScore);
+        add(E::primaryAdvice);
+        break;
+    default:
+        break;
+    }
+    return joined(parts);
+}
+
+QVariant EventText::depth() const
+{
+    return m_compression ? QVariant(wholeHmm(m_compression->depth)) : QVariant();
+}
+
+QVariant EventText::releaseDepth() const
+{
+    const auto *compression = qobject_cast<const CPREventCompression *>(&m_event);
+    return compression ? QVariant(wholeHmm(compression->compReleaseDepth())) : QVariant();
+}
+
+QVariant EventText::rate() const
+{
+    if (m_compression && m_compression->rate > 0)
+        return m_compression->rate;
+    const auto *ventilation = qobject_cast<const CPREventVentilation *>(&m_event);
+    return ventilation && ventilation->ventRate() > 0 ? QVariant(ventilation->ventRate())
+                                                      : QVariant();
+}
+
+QVariant EventText::volume() const
+{
+    return m_ventilation ? QVariant(m_ventilation->volume) : QVariant();
+}
+
+QVariant EventText::numberInCycle() const
+{
+    const auto *compression = qobject_cast<const CPREventCompression *>(&m_event);
+    return compression ? QVariant(compression->numberInCycle()) : QVariant();
+}
+
+QStringList EventText::faults() const
+{
+    if (m_compression)
+        return faultTexts(*m_compression);
+    return m_ventilation ? faultTexts(*m_ventilation) : QStringList();
+}

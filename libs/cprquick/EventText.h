@@ -1,0 +1,48 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_EVENTTEXT_H
+#define CPRQUICK_EVENTTEXT_H
+
+#include <PlotModel.h>
+
+#include <QString>
+#include <QStringList>
+#include <QVariant>
+
+/// An event's measurements, judged by themselves. The rate of the first compression in a cycle is
+/// left out: it would tell how long the pause before it was.
+sessionplot::Compression judged(const CPREventCompression &event,
+                                const sessionplot::Targets &targets);
+sessionplot::Ventilation judged(const CPREventVentilation &event,
+                                const sessionplot::Targets &targets);
+
+/// What is told of one event in a list, judged by the session's targets. Values that the event does
+/// not have are invalid.
+class EventText {
+public:
+    EventText(const CPREventBase &event, const sessionplot::Targets &targets);
+
+    QString typeName() const;
+    /// "1:23.4"
+    QString start() const;
+    /// The measurements or the matter in words; empty when the kind tells all.
+    QString detail() const;
+    QVariant depth() const; ///< mm
+    QVariant releaseDepth() const; ///< mm
+    QVariant rate() const; ///< per minute
+    QVariant volume() const; ///< ml
+    QVariant numberInCycle() const;
+    /// Whether the event is of a kind that has faults.
+    bool isJudged() const { return m_compression || m_ventilation; }
+    QStringList faults() const;
+
+private:
+    QString standingDetail() const;
+
+    const CPREventBase &m_event;
+    std::optional<sessionplot::Compression> m_compression;
+    std::optional<sessionplot::Ventilation> m_ventilation;
+};
+
+#endif

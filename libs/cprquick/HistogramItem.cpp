@@ -1,0 +1,50 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "HistogramItem.h"
+
+#include <Style.h>
+
+#include <QFontInfo>
+#include <QGuiApplication>
+#include <QLocale>
+#include <QPainter>
+
+HistogramItem::HistogramItem(QQuickItem *parent) : QQuickPaintedItem(parent)
+{
+    connect(this, &HistogramItem::changed, this, [this] { update(); });
+}
+
+HistogramItem::~HistogramItem() = default;
+
+void HistogramItem::paint(QPainter *painter)
+{
+    using namespace sessionplot;
+    if (m_values.isEmpty())
+        return;
+    Theme theme = m_isDark ? Theme::dark() : Theme::light();
+    theme.font = QGuiApplication::font();
+    const qreal step = width() / m_values.size();
+    constexpr qreal leastStep = 1.5; // em; three digits have room in it
+    const qreal wanted =
+        m_textSize > 0 ? m_textSize : QFontInfo(QGuiApplication::font()).pixelSize();
+    const Style style(theme, qMin(wanted, step / leastStep), painter->device());
+    double highest = 1;
+    for (const QVariant &value : qAsConst(m_values))
+        highest = qMax(highest, value.toDouble());
+
+    constexpr qreal barShare = 0.8;
+    const qreal bottom = height() - style.hair;
+    const qreal tallest = qMax(0.0, bottom - style.small.line());
+    for (int i = 0; i < m_values.size(); ++i) {
+        const double value = qMax(0.0, m_values.at(i).toDouble());
+        const qreal barHeight = tallest * value / highest;
+        const QRectF bar((i + (1 - barShare) / 2) * step, bottom - barHeight, barShare * step,
+                         barHeight);
+        painter->fillRect(bar, theme.bars);
+        style.small.draw(painter,
+                         QRectF(i * step, bar.top() - style.small.line(), step, style.small.line()),
+                         Qt::AlignHCenter, QLocale().toString(value, 'f', 0), theme.text);
+    }
+    painter->fillRect(QRectF(0, bottom, width(), style.hair), theme.frame);
+}

@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_HISTOGRAMITEM_H
+#define CPRQUICK_HISTOGRAMITEM_H
+
+#include "cprquick_export.h"
+
+#include <QQuickPaintedItem>
+#include <QVariantList>
+#include <QtQml/qqml.h>
+
+/// Bars with their numbers above them, as high as the item allows.
+class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    /// One number for each bar; below 0 counts as 0.
+    Q_PROPERTY(QVariantList values   MEMBER m_values   NOTIFY changed)
+    Q_PROPERTY(bool         dark     MEMBER m_isDark   NOTIFY changed)
+    /// Pixels; 0, as it is from the start, for the size of the application's font.
+    Q_PROPERTY(qreal        textSize MEMBER m_textSize NOTIFY changed)
+    // clang-format on
+
+public:
+    explicit HistogramItem(QQuickItem *parent = nullptr);
+    ~HistogramItem() override;
+
+    void paint(QPainter *painter) override;
+
+Q_SIGNALS:
+    void changed();
+
+private:
+    QVariantList m_values;
+    bool m_isDark = false;
+    qreal m_textSize = 0;
+};
+
+#endif

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_HISTOGRAMMODEL_H
+#define CPRQUICK_HISTOGRAMMODEL_H
+
+#include "SessionWatcher.h"
+
+#include <QAbstractListModel>
+#include <QtQml/qqml.h>
+
+#include <array>
+
+/// The six histograms of the manikin's statistics as rows: depth, release, compression rate,
+/// pauses, ventilation volume, ventilation rate. The rows are there always; before the statistics
+/// have arrived their bars are 0 and isReceived is false.
+class CPRQUICK_EXPORT HistogramModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    Q_PROPERTY(CPRData *session    READ session WRITE setSession NOTIFY sessionChanged)
+    Q_PROPERTY(bool     isReceived READ isReceived               NOTIFY isReceivedChanged)
+    // clang-format on
+
+public:
+    enum Role {
+        NameRole = Qt::UserRole + 1, ///< name: in words
+        ValuesRole, ///< values: six numbers, as the manikin sent them
+        HighestRole ///< highest: the greatest of them
+    };
+    Q_ENUM(Role)
+
+    static constexpr int histogramCount = 6;
+    static constexpr int barCount = 6;
+
+    explicit HistogramModel(QObject *parent = nullptr);
+    ~HistogramModel() override;
+
+    CPRData *session() const { return m_watcher.session(); }
+    void setSession(CPRData *session) { m_watcher.setSession(session); }
+    bool isReceived() const { return m_isReceived; }
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void sessionChanged();
+    void isReceivedChanged();
+
+private:
+    void refresh();
+
+    SessionWatcher m_watcher;
+    std::array<int, histogramCount * barCount> m_bars{};
+    bool m_isReceived = false;
+};
+
+#endif

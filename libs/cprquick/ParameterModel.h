@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_PARAMETERMODEL_H
+#define CPRQUICK_PARAMETERMODEL_H
+
+#include "SessionWatcher.h"
+
+#include <QAbstractListModel>
+#include <QVector>
+#include <QtQml/qqml.h>
+
+/// The parameters of one event as rows, in the order of CPREventBase.ParameterType, measurements of
+/// compressions and ventilations included.
+///
+/// A parameter that arrives later becomes a row, which a binding to the event's params does not
+/// notice. An event that is destroyed leaves no rows.
+class CPRQUICK_EXPORT ParameterModel : public QAbstractListModel {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    /// The session; for ChosenEvent that of the event.
+    Q_PROPERTY(CPRData      *session READ session WRITE setSession NOTIFY sessionChanged)
+    /// Whose parameters are shown; ChosenEvent unless changed.
+    Q_PROPERTY(Subject       subject READ subject WRITE setSubject NOTIFY subjectChanged)
+    /// The event that is shown: for ChosenEvent what was set, else the session's standing event.
+    Q_PROPERTY(CPREventBase *event   READ event   WRITE setEvent   NOTIFY eventChanged)
+    /// Whether the bars of the histograms, which HistogramModel has too, are rows. True unless
+    /// changed.
+    Q_PROPERTY(bool          hasBars READ hasBars WRITE setHasBars NOTIFY hasBarsChanged)
+    Q_PROPERTY(int           count   READ count                    NOTIFY countChanged)
+    // clang-format on
+
+public:
+    enum Subject { ChosenEvent, SessionInfo, Statistics, Score };
+    Q_ENUM(Subject)
+
+    enum Role {
+        KeyRole = Qt::UserRole + 1, ///< key: the key text, as in params
+        TypeRole, ///< type: CPREventBase.ParameterType
+        NameRole, ///< name: in words
+        ValueRole, ///< value: as it is stored
+        ValueTextRole, ///< valueText: with its unit, in words where it stands for something
+        UnitRole ///< unit: in which valueText shows it
+    };
+    Q_ENUM(Role)
+
+    explicit ParameterModel(QObject *parent = nullptr);
+    ~ParameterModel() override;
+
+    CPRData *session() const { return m_watcher.session(); }
+    void setSession(CPRData *session) { m_watcher.setSession(session); }
+    Subject subject() const { return m_subject; }
+    void setSubject(Subject subject);
+    CPREventBase *event() const { return m_event; }
+    void setEvent(CPREventBase *event);
+    bool hasBars() const { return m_hasBars; }
+    void setHasBars(bool bars);
+    int count() const { return m_rows.size(); }
+
+    int rowCount(const QModelIndex &parent = QModelIndex()) const override;
+    QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
+    QHash<int, QByteArray> roleNames() const override;
+
+Q_SIGNALS:
+    void sessionChanged();
+    void subjectChanged();
+    void eventChanged();
+    void hasBarsChanged();
+    void countChanged();
+
+private:
+    struct Row {
+        CPREventBase::ParameterType type;
+        QVariant value;
+    };
+
+    QVector<Row> rowsOf(const CPREventBase *event) const;
+    void show(CPREventBase *event);
+    void refresh();
+
+    SessionWatcher m_watcher;
+    QPointer<CPREventBase> m_event;
+    QVector<Row> m_rows; // by type
+    Subject m_subject = ChosenEvent;
+    bool m_hasBars = true;
+};
+
+#endif

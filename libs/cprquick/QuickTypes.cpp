@@ -1,0 +1,16 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "QuickTypes.h"
+
+#include <QtGlobal>
+
+// Generated from the headers of this directory.
+void qml_register_types_CPRData();
+
+void useCPRQuickTypes()
+{
+    // The generated code registers itself when the library is loaded; a reference keeps it there.
+    volatile auto registration = &qml_register_types_CPRData;
+    Q_UNUSED(registration)
+}

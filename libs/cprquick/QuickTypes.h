@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_QUICKTYPES_H
+#define CPRQUICK_QUICKTYPES_H
+
+#include "cprquick_export.h"
+
+/// Ties the types of the QML module CPRData 1.0 to the caller. A program that calls it may import
+/// the module without the plugin; the plugin itself does nothing else. May be called any number of
+/// times, but not together with registerCPRDataTypes("CPRData"): the module has the library's
+/// classes already.
+CPRQUICK_EXPORT void useCPRQuickTypes();
+
+#endif

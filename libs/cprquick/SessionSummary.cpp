@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "SessionSummary.h"
+
+#include <Words.h>
+
+using bls_2010::CommonDefs;
+
+SessionSummary::SessionSummary(QObject *parent) : QObject(parent)
+{
+    connect(&m_watcher, &SessionWatcher::settled, this, &SessionSummary::refresh);
+    connect(&m_watcher, &SessionWatcher::sessionChanged, this, [this] {
+        refresh();
+        Q_EMIT sessionChanged();
+    });
+}
+
+SessionSummary::~SessionSummary() = default;
+
+void SessionSummary::refresh()
+{
+    sessionplot::Summary summary;
+    sessionplot::Targets targets;
+    if (const CPRData *known = session()) {
+        summary = sessionplot::summaryOf(*known);
+        targets = sessionplot::targetsOf(*known);
+    }
+    if (summary == m_summary && targets.leastFlowTime == m_targets.leastFlowTime)
+        return;
+    m_summary = summary;
+    m_targets = targets;
+    Q_EMIT changed();
+}
+
+QString SessionSummary::protocolText() const
+{
+    return sessionplot::protocolText(m_summary.protocol);
+}
+
+QString SessionSummary::manikinText() const
+{
+    QStringList parts{m_summary.manikinName.simplified(),
+                      sessionplot::manikinText(m_summary.manikinType, m_summary.ageLetter)};
+    parts.removeAll(QString());
+    return parts.join(QStringLiteral(", "));
+}
+
+bool SessionSummary::trainsCompressions() const
+{
+    return m_summary.protocol != CommonDefs::CPR_VENTILATION_ONLY;
+}
+
+bool SessionSummary::trainsVentilations() const
+{
+    return m_summary.protocol != CommonDefs::CPR_COMPRESSION_ONLY;
+}
+
+QString SessionSummary::primaryAdviceText() const
+{
+    return sessionplot::adviceText(m_summary.primaryAdvice);
+}
+
+QString SessionSummary::secondaryAdviceText() const
+{
+    return sessionplot::adviceText(m_summary.secondaryAdvice);
+}

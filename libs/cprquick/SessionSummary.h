@@ -1,0 +1,89 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_SESSIONSUMMARY_H
+#define CPRQUICK_SESSIONSUMMARY_H
+
+#include "SessionWatcher.h"
+
+#include <PlotModel.h>
+
+#include <QDateTime>
+#include <QtQml/qqml.h>
+
+/// Who trained what, and how it went: the figures above the review picture, to bind to. All of them
+/// notify by one signal, once for a burst of changes.
+class CPRQUICK_EXPORT SessionSummary : public QObject {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    Q_PROPERTY(CPRData    *session             READ session WRITE setSession   NOTIFY sessionChanged)
+    Q_PROPERTY(QStringList learners            READ learners                   NOTIFY changed)
+    /// When it began; invalid when that is not known.
+    Q_PROPERTY(QDateTime   start               READ start                      NOTIFY changed)
+    /// s
+    Q_PROPERTY(int         length              READ length                     NOTIFY changed)
+    Q_PROPERTY(QString     protocolText        READ protocolText               NOTIFY changed)
+    /// Name and type, as far as they are known.
+    Q_PROPERTY(QString     manikinText         READ manikinText                NOTIFY changed)
+    /// Identifier of the guideline set.
+    Q_PROPERTY(QString     guidelines          READ guidelines                 NOTIFY changed)
+    Q_PROPERTY(bool        trainsCompressions  READ trainsCompressions         NOTIFY changed)
+    Q_PROPERTY(bool        trainsVentilations  READ trainsVentilations         NOTIFY changed)
+    /// The manikin has sent its scores; without them the next eight tell nothing.
+    Q_PROPERTY(bool        hasScores           READ hasScores                  NOTIFY changed)
+    /// Percent; flowTime is -1 when it is not known.
+    Q_PROPERTY(int         overallScore        READ overallScore               NOTIFY changed)
+    Q_PROPERTY(int         compressionScore    READ compressionScore           NOTIFY changed)
+    Q_PROPERTY(int         ventilationScore    READ ventilationScore           NOTIFY changed)
+    Q_PROPERTY(int         flowTime            READ flowTime                   NOTIFY changed)
+    /// CPREventBase.Advice, and the same as a sentence; empty for none.
+    Q_PROPERTY(int         primaryAdvice       READ primaryAdvice              NOTIFY changed)
+    Q_PROPERTY(int         secondaryAdvice     READ secondaryAdvice            NOTIFY changed)
+    Q_PROPERTY(QString     primaryAdviceText   READ primaryAdviceText          NOTIFY changed)
+    Q_PROPERTY(QString     secondaryAdviceText READ secondaryAdviceText        NOTIFY changed)
+    /// Percent that the guidelines ask for; 0 when the protocol has none.
+    Q_PROPERTY(int         leastFlowTime       READ leastFlowTime              NOTIFY changed)
+    // clang-format on
+
+public:
+    explicit SessionSummary(QObject *parent = nullptr);
+    ~SessionSummary() override;
+
+    // clang-format off
+    CPRData    *session() const            { return m_watcher.session(); }
+    void        setSession(CPRData *session) { m_watcher.setSession(session); }
+    QStringList learners() const           { return m_summary.learners; }
+    QDateTime   start() const              { return m_summary.start; }
+    int         length() const             { return m_summary.secs; }
+    QString     guidelines() const         { return m_summary.guidelines; }
+    bool        hasScores() const          { return m_summary.hasScores; }
+    int         overallScore() const       { return m_summary.overallScore; }
+    int         compressionScore() const   { return m_summary.compressionScore; }
+    int         ventilationScore() const   { return m_summary.ventilationScore; }
+    int         flowTime() const           { return m_summary.flowTime; }
+    int         primaryAdvice() const      { return m_summary.primaryAdvice; }
+    int         secondaryAdvice() const    { return m_summary.secondaryAdvice; }
+    int         leastFlowTime() const      { return m_targets.leastFlowTime; }
+    // clang-format on
+    QString protocolText() const;
+    QString manikinText() const;
+    bool trainsCompressions() const;
+    bool trainsVentilations() const;
+    QString primaryAdviceText() const;
+    QString secondaryAdviceText() const;
+
+Q_SIGNALS:
+    void sessionChanged();
+    void changed();
+
+private:
+    void refresh();
+
+    SessionWatcher m_watcher;
+    sessionplot::Summary m_summary;
+    sessionplot::Targets m_targets;
+};
+
+#endif

@@ -1,0 +1,66 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "SessionWords.h"
+
+#include "ParameterText.h"
+
+#include <Scales.h>
+#include <Words.h>
+
+namespace {
+
+/// \a text of the parameter with that key.
+template <typename Text> QString ofParameter(const QString &key, Text text)
+{
+    CPREventBase::ParameterType type{};
+    return CPREventBase::parameterFromKey(key, type) ? text(type) : QString();
+}
+
+} // namespace
+
+SessionWords::SessionWords(QObject *parent) : QObject(parent)
+{
+}
+
+SessionWords::~SessionWords() = default;
+
+QString SessionWords::eventType(int type) const
+{
+    return eventTypeText(static_cast<CPREventBase::EventType>(type));
+}
+
+QString SessionWords::parameter(const QString &key) const
+{
+    return ofParameter(key, parameterText);
+}
+
+QString SessionWords::unit(const QString &key) const
+{
+    return ofParameter(key, parameterUnitText);
+}
+
+QString SessionWords::value(const QString &key, const QVariant &value) const
+{
+    return ofParameter(key, [&value](CPREventBase::ParameterType type) {
+        return parameterValueText(type, value);
+    });
+}
+
+QString SessionWords::advice(int advice) const
+{
+    return sessionplot::adviceText(advice);
+}
+
+QString SessionWords::protocol(int protocol) const
+{
+    return sessionplot::protocolText(protocol);
+}
+
+QString SessionWords::time(int msecs, bool withTenths) const
+{
+    constexpr qint64 second = 1000;
+    constexpr qint64 tenth = 100;
+    return sessionplot::timeText(msecs, withTenths ? tenth : second,
+                                 sessionplot::needsHours({0, msecs}));
+}

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_TIMELINEITEM_H
+#define CPRQUICK_TIMELINEITEM_H
+
+#include "PlotItem.h"
+
+#include <ReviewPicture.h>
+
+/// The review picture of a session, or some of its parts: everything that happened, in lanes over
+/// one time axis.
+class CPRQUICK_EXPORT TimelineItem : public PlotItem {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    /// What is drawn where there is room and something to draw; AllLanes unless changed.
+    Q_PROPERTY(Parts parts    READ parts    WRITE setParts    NOTIFY partsChanged)
+    /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
+    /// fixed number keeps the lanes in their place while they are moved along the session.
+    Q_PROPERTY(int   flagRows READ flagRows WRITE setFlagRows NOTIFY partsChanged)
+    // clang-format on
+
+public:
+    // clang-format off
+    enum Part {
+        Head     = sessionplot::ReviewPicture::HeadPart,
+        Flags    = sessionplot::ReviewPicture::FlagsPart,
+        Pauses   = sessionplot::ReviewPicture::PausesPart,
+        Cycles   = sessionplot::ReviewPicture::CyclesPart,
+        Depth    = sessionplot::ReviewPicture::DepthPart,
+        Faults   = sessionplot::ReviewPicture::FaultsPart,
+        Rate     = sessionplot::ReviewPicture::RatePart,
+        Volume   = sessionplot::ReviewPicture::VolumePart,
+        TimeAxis = sessionplot::ReviewPicture::TimeAxisPart,
+        Legend   = sessionplot::ReviewPicture::LegendPart,
+        AllLanes = sessionplot::ReviewPicture::TimelineParts, ///< and the time axis
+        All      = sessionplot::ReviewPicture::AllParts
+    };
+    // clang-format on
+    Q_DECLARE_FLAGS(Parts, Part)
+    Q_FLAG(Parts)
+
+    explicit TimelineItem(QQuickItem *parent = nullptr);
+    ~TimelineItem() override;
+
+    Parts parts() const { return m_parts; }
+    void setParts(Parts parts);
+    int flagRows() const { return m_flagRows; }
+    void setFlagRows(int rows);
+
+    void paint(QPainter *painter) override;
+
+Q_SIGNALS:
+    void partsChanged();
+
+private:
+    Parts m_parts = AllLanes;
+    int m_flagRows = 0;
+    sessionplot::ReviewPicture m_picture;
+};
+
+#endif

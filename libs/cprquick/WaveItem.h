@@ -1,0 +1,49 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_WAVEITEM_H
+#define CPRQUICK_WAVEITEM_H
+
+#include "PlotItem.h"
+
+#include <WavePainter.h>
+
+/// One lane over time: the depth curve, the ventilations with their volume curve, or the
+/// compression rate, each with the target band of the session's guidelines.
+///
+/// No peak is lost at any zoom, and while a session grows only what is new is computed.
+class CPRQUICK_EXPORT WaveItem : public PlotItem {
+    Q_OBJECT
+    QML_ELEMENT
+
+    // clang-format off
+    Q_PROPERTY(Kind kind    READ kind    WRITE setKind    NOTIFY kindChanged)
+    /// Whether titles, values and times are drawn beside the lane. True unless changed.
+    Q_PROPERTY(bool hasAxes READ hasAxes WRITE setHasAxes NOTIFY hasAxesChanged)
+    // clang-format on
+
+public:
+    enum Kind { Depth, Volume, Rate };
+    Q_ENUM(Kind)
+
+    explicit WaveItem(QQuickItem *parent = nullptr);
+    ~WaveItem() override;
+
+    Kind kind() const { return m_kind; }
+    void setKind(Kind kind);
+    bool hasAxes() const { return m_hasAxes; }
+    void setHasAxes(bool axes);
+
+    void paint(QPainter *painter) override;
+
+Q_SIGNALS:
+    void kindChanged();
+    void hasAxesChanged();
+
+private:
+    Kind m_kind = Depth;
+    bool m_hasAxes = true;
+    sessionplot::WavePainter m_painter;
+};
+
+#endif

@@ -1,0 +1,11 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPRDataPlugin.h"
+
+#include <QuickTypes.h>
+
+CPRDataPlugin::CPRDataPlugin(QObject *parent) : QQmlEngineExtensionPlugin(parent)
+{
+    useCPRQuickTypes();
+}

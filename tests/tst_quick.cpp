@@ -1,0 +1,381 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "EventListModel.h"
+#include "HistogramModel.h"
+#include "LiveFigures.h"
+#include "ParameterModel.h"
+#include "TestSupport.h"
+#include "TimelineItem.h"
+#include "WaveItem.h"
+
+#include <CPRFileHandlerZip.h>
+
+#include <QAbstractItemModelTester>
+#include <QQmlComponent>
+#include <QQmlEngine>
+#include <QQuickItemGrabResult>
+#include <QQuickWindow>
+#include <QSGRendererInterface>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <functional>
+#include <memory>
+
+using namespace TestSupport;
+using bls_2010::CommonDefs;
+using E = CPREventBase;
+
+namespace {
+
+CPREventCompression *compression(CPRData &session, int msecs, double depth = 55, int rate = 0)
+{
+    auto *event = new CPREventCompression(msecs, session.cprEvents(), nullptr);
+    event->setEventEndTime(msecs + 400);
+    event->setProperty("compDepth", depth);
+    event->setCompMeanRate(rate);
+    return event;
+}
+
+CPREventVentilation *ventilation(CPRData &session, int msecs, int volume = 500)
+{
+    auto *event = new CPREventVentilation(msecs, session.cprEvents());
+    event->setProperty("ventVolume", volume);
+    return event;
+}
+
+/// Whether the rows are the listed events that carry one of \a tags (0: any), in their order.
+bool holdsListed(const EventListModel &model, int tags)
+{
+    int row = 0;
+    for (const E *event : model.session()->cprEvents()->events()) {
+        if ((tags == 0 || (event->tag() & tags) != 0) && model.eventAt(row++) != event)
+            return false;
+    }
+    return row == model.rowCount();
+}
+
+QString rolesOf(const EventListModel &model, int row)
+{
+    QStringList texts;
+    for (const auto role :
+         {EventListModel::StartTextRole, EventListModel::TypeNameRole, EventListModel::DetailRole,
+          EventListModel::FaultTextRole, EventListModel::CorrectRole})
+        texts.append(model.index(row).data(role).toString());
+    return texts.join('|');
+}
+
+/// Feeds samples, one each 20 ms; \a depth(i) in hundredths of a mm.
+template <typename Depth> void feed(CPRData &session, int first, int last, Depth depth)
+{
+    for (int i = first; i <= last; ++i) {
+        session.waveHeaderReceived(i);
+        session.waveDataReceived(CommonDefs::WAVE_RELATIVE_COMP_DEPTH, depth(i), i);
+    }
+}
+
+/// Shows \a item and gives what the next frame shows.
+class Stage {
+public:
+    Stage(PlotItem &item, const QSize &size)
+    {
+        m_window.resize(size);
+        item.setParentItem(m_window.contentItem());
+        item.setSize(size);
+        m_window.show();
+        if (!QTest::qWaitForWindowExposed(&m_window))
+            qFatal("no window");
+    }
+    QImage frame()
+    {
+        const auto grab = m_window.contentItem()->grabToImage();
+        QSignalSpy ready(grab.data(), &QQuickItemGrabResult::ready);
+        return ready.wait() ? grab->image() : QImage();
+    }
+
+private:
+    QQuickWindow m_window;
+};
+
+} // namespace
+
+/// What the QML module is made of: models, items and the plugin.
+class TestQuick : public QObject {
+    Q_OBJECT
+
+    /// One step of a session's life, by name.
+    static void doStep(CPRData &session, const QString &step)
+    {
+        CPREvents *events = session.cprEvents();
+        CPRFileHandlerZip archive;
+        const int number = step.section(' ', 1).toInt();
+        const QHash<QString, std::function<void()>> steps{
+            // clang-format off
+            {"comp",       [&] { events->addEvent(compression(session, number), true); }},
+            {"vent",       [&] { events->addEvent(ventilation(session, number), true); }},
+            {"silent",     [&] { events->addEvent(compression(session, number), false); }},
+            {"again",      [&] { events->emitEvent(events->at(number)); }},
+            {"delete",     [&] { delete events->at(number); }},
+            {"move",       [&] { CPRData().cprEvents()->addEvent(events->at(number), true); }},
+            {"pause",      [&] { events->incomingInactivityTime(quint32(-1), number); }}, // ends now
+            {"reset",      [&] { session.reset(); }},
+            {"initialize", [&] { session.initialize(); }},
+            {"resume",     [&] { session.resume(); }},
+            {"load",       [&] { QVERIFY(archive.open(TEST_DATA_DIR "/golden.zip", CPRFileHandlerZip::Read) && session.readData(&archive)); }},
+            {"settle",     [&] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                                 QVERIFY(QSignalSpy(events, &CPREvents::eventsChanged).wait(1000)); }},
+            // clang-format on
+        };
+        const auto found = steps.constFind(step.section(' ', 0, 0));
+        QVERIFY2(found != steps.constEnd(), qPrintable(step));
+        (*found)();
+    }
+
+private Q_SLOTS:
+    void initTestCase() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
+
+    // What happened, and how many rows were inserted and removed: of all events, of compressions,
+    // of ventilations and pauses.
+    void rowsFollowTheList_data()
+    {
+        addRows({"steps", "counts"},
+                {"in order|comp 1000,comp 2000,vent 3000|3 0, 2 0, 1 0",
+                 "out of order|comp 1000,comp 4000,comp 2000,vent 3000,vent 10|5 0, 3 0, 2 0",
+                 "announced again|comp 1000,vent 2000,again 1,again 2|2 0, 1 0, 1 0",
+                 "silently|comp 1000,silent 2000,comp 3000,silent 500,settle|4 0, 4 0, 0 0",
+                 "silent, deleted|comp 1000,silent 500,delete 2,comp 2000,settle|3 1, 3 1, 0 0",
+                 "silent, another again|comp 1000,silent 2000,again 1,settle|2 0, 2 0, 0 0",
+                 "deleted|comp 1000,comp 2000,vent 3000,delete 2,comp 4000,delete 3|4 2, 3 2, 1 0",
+                 "moved|comp 1000,vent 2000,move 1|2 1, 1 1, 1 0",
+                 "cleared|comp 1000,vent 2000,reset,settle,comp 500|3 2, 2 1, 1 1",
+                 "new manikin|comp 1000,vent 2000,initialize,settle,comp 500|4 3, 2 1, 1 1",
+                 "resumed|comp 1000,resume,comp 2000|2 0, 2 0, 0 0",
+                 "loaded twice|load,settle,load,settle,comp 9000|27 14, 5 2, 4 2",
+                 "pause|comp 1000,pause 5,pause 6|2 0, 1 0, 1 0"});
+    }
+
+    void rowsFollowTheList()
+    {
+        QFETCH(QString, steps);
+        CPRData session;
+        start(session);
+        session.setSessionTime(20000);
+        const int tags[] = {0, E::TagComp, E::TagVent | E::TagInactivity};
+        EventListModel models[3];
+        std::vector<std::unique_ptr<QAbstractItemModelTester>> testers;
+        int inserted[3] = {};
+        int removed[3] = {};
+        for (int i = 0; i < 3; ++i) {
+            models[i].setTags(tags[i]);
+            models[i].setSession(&session);
+            testers.push_back(std::make_unique<QAbstractItemModelTester>(models + i));
+            connect(models + i, &EventListModel::rowsInserted, this,
+                    [&sum = inserted[i]](auto, int first, int last) { sum += last - first + 1; });
+            connect(models + i, &EventListModel::rowsRemoved, this,
+                    [&sum = removed[i]](auto, int first, int last) { sum += last - first + 1; });
+            connect(models + i, &EventListModel::modelReset, this, [] { QFAIL("rebuilt"); });
+        }
+        const QStringList all = steps.split(',');
+        for (const QString &step : all) {
+            doStep(session, step);
+            // The list need not have told of silent events before the end.
+            for (int i = 0; i < 3 && (!steps.contains("silent") || step == all.last()); ++i)
+                QVERIFY2(holdsListed(models[i], tags[i]), qPrintable(step));
+        }
+        QTEST(QString::asprintf("%d %d, %d %d, %d %d", inserted[0], removed[0], inserted[1],
+                                removed[1], inserted[2], removed[2]),
+              "counts");
+    }
+
+    void modelsOutliveTheSession()
+    {
+        auto session = std::make_unique<CPRData>();
+        doStep(*session, "load");
+        EventListModel events;
+        ParameterModel parameters;
+        HistogramModel histograms;
+        LiveFigures figures;
+        events.setSession(session.get());
+        parameters.setEvent(session->cprEvents()->at(4));
+        histograms.setSession(session.get());
+        figures.setSession(session.get());
+        QCOMPARE(events.count(), 13);
+        QVERIFY(parameters.count() > 0 && figures.compressionCount() == 2);
+        QVERIFY(histograms.isReceived());
+        session.reset();
+        QVERIFY(!events.session() && !parameters.event() && !figures.session());
+        QCOMPARE(events.count() + parameters.count() + figures.compressionCount(), 0);
+        QVERIFY(!histograms.isReceived());
+    }
+
+    // Limits: 50 to 60 mm, 100 to 120 per minute, 400 to 699 ml.
+    void eventsAreJudged()
+    {
+        CPRData session;
+        start(session);
+        EventListModel model;
+        LiveFigures live;
+        model.setSession(&session);
+        live.setSession(&session);
+        CPREvents *events = session.cprEvents();
+        for (int i = 0; i < 3; ++i)
+            events->finalizeIncomingEvent(false, compression(session, 60000 + i * 500, 49.99, 121));
+        QTRY_COMPARE(live.compressionsInCycle(), 3);
+        QCOMPARE(live.lastDepth(), 49.99);
+        QCOMPARE(live.advice(), QString("Press deeper."));
+        events->addEvent(ventilation(session, 62000, 700), true);
+        session.setSessionTime(83400);
+        session.addUserEvent("change");
+        QCOMPARE(rolesOf(model, 1), QString("1:00.0|Compression|50.0 mm|Too shallow|false"));
+        QCOMPARE(rolesOf(model, 3),
+                 QString("1:01.0|Compression|50.0 mm, 121 per min|Too shallow, Too fast|false"));
+        QCOMPARE(rolesOf(model, 4), QString("1:02.0|Ventilation|700 ml|Too much|false"));
+        QCOMPARE(rolesOf(model, 5), QString("1:23.4|User event|change||"));
+        QCOMPARE(model.rowAt(60999), 2);
+        QTRY_COMPARE(live.ventilationsInCycle(), 1);
+        QCOMPARE(live.faults(), QStringList("Too much"));
+
+        // Other limits are another judgement, and a running pause grows.
+        QSignalSpy changed(&model, &EventListModel::dataChanged);
+        session.cprGuidelines()->setCompressionDepthMin(4999);
+        QVERIFY(changed.wait(1000));
+        QCOMPARE(rolesOf(model, 1), QString("1:00.0|Compression|50.0 mm||true"));
+        QTRY_COMPARE(live.depthMin(), 49.99);
+        doStep(session, "pause 5");
+        doStep(session, "pause 6");
+        changed.clear();
+        session.setSessionTime(84500);
+        QCOMPARE(changed.count(), 1);
+        QCOMPARE(rolesOf(model, 5), QString("1:18.4|Pause in CPR|6\u00a0s||"));
+        QTRY_COMPARE(live.pause(), 6);
+        session.setSessionTime(90000); // no report for long
+        QTRY_COMPARE(live.pause(), 0);
+    }
+
+    void parametersThatComeLater()
+    {
+        CPRData session;
+        start(session);
+        ParameterModel model;
+        const QAbstractItemModelTester tester(&model);
+        model.setSubject(ParameterModel::Statistics);
+        model.setSession(&session);
+        connect(&model, &ParameterModel::modelReset, this, [] { QFAIL("rebuilt"); });
+        const int before = model.count();
+        // Every byte is its own index: bar 0 of the depths at byte 1, mean depth at 23 and 24.
+        send(session, 110, numberedBytes(37));
+        send(session, 109, numberedBytes(49));
+        send(session, 111, numberedBytes(14));
+        QTRY_VERIFY(model.count() > before + 36);
+        QHash<QString, QString> values;
+        for (int row = 0; row < model.count(); ++row) {
+            const QModelIndex index = model.index(row);
+            values.insert(index.data(ParameterModel::KeyRole).toString(),
+                          index.data(ParameterModel::ValueTextRole).toString());
+        }
+        QCOMPARE(values.size(), model.count());
+        QCOMPARE(values.value("compMeanDepth"), QString("61.7\u00a0mm")); // 24 * 256 + 23 = 6167
+        QCOMPARE(values.value("compHistogramDepthBin_0"), QString("1"));
+        QCOMPARE(values.value("compCorrectDepthPercentage"), QString("1\u00a0%"));
+    }
+
+    // The page names every type of the module; the module lies where an installed one would.
+    void moduleFromTheBuildTree()
+    {
+        QQmlEngine engine;
+        QStringList warnings;
+        connect(&engine, &QQmlEngine::warnings, this, [&warnings](const QList<QQmlError> &errors) {
+            for (const QQmlError &error : errors)
+                warnings.append(error.toString());
+        });
+        engine.addImportPath(QML_MODULES_DIR);
+        QQmlComponent component(&engine, QUrl::fromLocalFile(TEST_DATA_DIR "/module.qml"));
+        std::unique_ptr<QObject> page(component.create());
+        QVERIFY2(page, qPrintable(component.errorString()));
+        QCOMPARE(page->property("words").toString(),
+                 QString("Mean depth|53.1\u00a0mm|not measured|per min|Put the hands in the right "
+                         "place on the chest.|Pause in CPR|1:23.4|"));
+        QCOMPARE(page->property("state").toInt(), 2);
+
+        CPRData session;
+        session.assignLearner("Ann");
+        session.cprEvents()->addEvent(ventilation(session, 2000, 650), true);
+        page->setProperty("session", QVariant::fromValue(&session));
+        QCOMPARE(page->property("rows").toString(), QString("0:02.0 Ventilation 650 ml  true;"));
+        QVERIFY(page->property("parameters").toString().startsWith("Ventilation rate=0"));
+        QCOMPARE(page->property("rateMin").toInt(), 100);
+        QTRY_COMPARE(page->property("summaryLearners").toStringList(), QStringList("Ann"));
+        // What QML has seen stays the session's.
+        engine.collectGarbage();
+        page.reset();
+        engine.collectGarbage();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(session.cprEvents()->count(E::TagVent), 1);
+        QCOMPARE(warnings, QStringList());
+    }
+
+    // 10 pixels for each mm from -3.6 to 72 mm, 1 for each 10 ms; a pulse of 50 mm from 2 to 3 s.
+    void waveColumns()
+    {
+        CPRData session;
+        start(session);
+        WaveItem item;
+        item.setHasAxes(false);
+        item.setTo(4000);
+        item.setSession(&session);
+        feed(session, 1, 200, [](int i) { return i >= 100 && i < 150 ? 5000 : 0; });
+        Stage stage(item, {401, 757});
+        const QImage image = stage.frame();
+        const auto isAt = [&image](int x, int y, int red, int green, int blue) {
+            const QRgb pixel = image.pixel(x, y);
+            return qAbs(qRed(pixel) - red) + qAbs(qGreen(pixel) - green) + qAbs(qBlue(pixel) - blue)
+                <= 3;
+        };
+        QVERIFY(isAt(150, 300, 247, 248, 250)); // the lane
+        QVERIFY(isAt(150, 580, 193, 228, 220)); // 54.4 mm: 56/255 of (0, 158, 115) over the lane
+        QVERIFY(isAt(250, 580, 193, 228, 220));
+        QVERIFY(isAt(250, 300, 179, 211, 230)); // 70/255 of (0, 114, 178) over the lane
+        QCOMPARE(item.xAt(2500), 250.0);
+
+        // What nobody sees is not computed.
+        item.setVisible(false);
+        feed(session, 201, 300, [](int) { return 0; });
+        stage.frame();
+        QCOMPARE(item.length(), 4000);
+        item.setVisible(true);
+        stage.frame();
+        QCOMPARE(item.length(), 6000);
+        session.reset();
+        stage.frame();
+        QCOMPARE(item.length(), 0);
+    }
+
+    void windowOfTime()
+    {
+        CPRData session;
+        start(session);
+        feed(session, 1, 5000, [](int) { return 0; }); // 100 s
+        TimelineItem item;
+        item.setSession(&session);
+        Stage stage(item, {800, 400});
+        stage.frame();
+        const auto shown = [&item] { return QVector<int>{item.shownFrom(), item.shownTo()}; };
+        QTRY_VERIFY(item.plotArea().width() > 400);
+        QCOMPARE(shown(), QVector<int>({0, 100000}));
+        item.zoom(4, item.xAt(40000));
+        QCOMPARE(shown(), QVector<int>({30000, 55000}));
+        item.pan(60000); // up to the end
+        QCOMPARE(shown(), QVector<int>({75000, 100000}));
+        item.reveal(20000);
+        QCOMPARE(shown(), QVector<int>({20000, 45000}));
+        item.setSpan(12000);
+        feed(session, 5001, 5100, [](int) { return 0; });
+        stage.frame();
+        QCOMPARE(shown(), QVector<int>({90000, 102000}));
+    }
+};
+
+QTEST_MAIN(TestQuick)
+
+#include "tst_quick.moc"

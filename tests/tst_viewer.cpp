@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "Viewer.h"
+#include "ViewerTypes.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QQmlContext>
+#include <QQmlEngine>
+#include <QQuickStyle>
+#include <QTemporaryDir>
+#include <QtQuickTest>
+#include <QtTest>
+
+/// What the pages' tests need from outside of QML.
+class Desk : public QObject {
+    Q_OBJECT
+
+public:
+    /// A viewer that shares nothing with those before it, but their journals if \a keepsJournals.
+    Q_INVOKABLE QObject *newViewer(bool keepsJournals)
+    {
+        m_viewer.reset();
+        if (!keepsJournals)
+            m_home = std::make_unique<QTemporaryDir>();
+        QFile::remove(m_home->filePath("settings"));
+        m_viewer = std::make_unique<Viewer>(
+            Viewer::Places{m_home->filePath("settings"), m_home->filePath(m_folder)});
+        m_viewer->appearance()->useLanguage("en");
+        QQmlEngine::setObjectOwnership(m_viewer.get(), QQmlEngine::CppOwnership);
+        connect(m_viewer->appearance(), &Appearance::languageChanged, m_engine,
+                &QQmlEngine::retranslate);
+        return m_viewer.get();
+    }
+    Q_INVOKABLE void advance(double secs) { m_viewer->advanceTo(qint64(secs * 1000)); }
+    Q_INVOKABLE void resetSession() { m_viewer->session()->reset(); }
+    Q_INVOKABLE QString data(const QString &name) const { return TEST_DATA_DIR "/" + name; }
+    Q_INVOKABLE QString newFile(const QString &name) const { return m_home->filePath(name); }
+    Q_INVOKABLE QString textOf(const QString &name) const
+    {
+        QFile file(name);
+        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+    }
+    Q_INVOKABLE int journals() const { return journalFiles().size(); }
+    /// The pages' warnings since the last call.
+    Q_INVOKABLE QString takeWarnings()
+    {
+        return std::exchange(m_warnings, QStringList()).join('\n');
+    }
+    /// The program's exit status, the size of its picture and the number of its lines on stderr.
+    Q_INVOKABLE QString run(QString arguments)
+    {
+        const QString picture = newFile("picture.png");
+        QProcess program;
+        program.start(CPRVIEWER_PROGRAM, arguments.replace("PICTURE", picture).split(' '));
+        program.waitForFinished(60000);
+        const QSize size = QImage(picture).size();
+        return QStringLiteral("%1 %2x%3 %4")
+            .arg(program.exitCode())
+            .arg(size.width())
+            .arg(size.height())
+            .arg(program.readAllStandardError().count('\n'));
+    }
+    /// Lets the program record a session and kills it as soon as some of that is on the disk.
+    Q_INVOKABLE bool killRecording()
+    {
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("XDG_DATA_HOME", m_home->path());
+        environment.insert("XDG_CONFIG_HOME", m_home->path());
+        QProcess program;
+        program.setProcessEnvironment(environment);
+        program.start(CPRVIEWER_PROGRAM, {"--live", "perfect", "--at", "10"});
+        const auto isRecording = [this] {
+            return journals() > 0 && journalFiles().first().size() > 20000;
+        };
+        const bool isRecorded = QTest::qWaitFor(isRecording, 60000);
+        program.kill();
+        return program.waitForFinished() && isRecorded;
+    }
+
+public Q_SLOTS:
+    void qmlEngineAvailable(QQmlEngine *engine)
+    {
+        m_engine = engine;
+        connect(engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError> &errors) {
+            for (const QQmlError &error : errors) {
+                if (error.url().scheme() == "qrc")
+                    m_warnings.append(error.toString());
+            }
+        });
+        engine->rootContext()->setContextProperty("desk", this);
+    }
+
+private:
+    QFileInfoList journalFiles() const
+    {
+        return QDir(m_home->filePath(m_folder)).entryInfoList({"*.journal"}, QDir::Files);
+    }
+
+    const QString m_folder = "libCPRData/cprviewer/unsaved";
+    QStringList m_warnings;
+    std::unique_ptr<QTemporaryDir> m_home = std::make_unique<QTemporaryDir>();
+    std::unique_ptr<Viewer> m_viewer;
+    QQmlEngine *m_engine = nullptr;
+};
+
+int main(int argc, char *argv[])
+{
+    const QApplication application(argc, argv);
+    QQuickStyle::setStyle("Default");
+    useViewerTypes();
+    Desk desk;
+    return quick_test_main_with_setup(argc, argv, "viewer", VIEWER_TESTS_DIR, &desk);
+}
+
+#include "tst_viewer.moc"

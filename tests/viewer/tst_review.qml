@@ -1,0 +1,101 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtTest 1.15
+import CPRData 1.0
+import CPRViewer 1.0
+
+// The same session looked over.
+ViewerCase {
+    name: "Review"
+
+    property var page: null
+
+    function review() {
+        load(desk.data("two-rescuers.cprlog"));
+        page = window.pageItem;
+        tryCompare(page.timelinePanel.timeline, "length", 120000);
+        tryCompare(page.events, "count", 187);
+    }
+    function fact(name, title) {
+        tryVerify(() => texts(item(name)).includes(title), 5000, title);
+        const all = texts(item(name));
+        return all[all.indexOf(title) + 1].replace("\u00a0", " ");
+    }
+    function test_results() {
+        review();
+        compare(item("learners").text, "Mira Holm, Jörg Aldane");
+        tryCompare(item("overall"), "percent", 68);
+        compare(item("primaryAdvice").text, "1.  Put the hands in the right place on the chest.");
+        compare(item("secondaryAdvice").text, "2.  Press deeper.");
+        page.sidePanel.currentIndex = 1;
+        compare(fact("statistics", "Compressions"), "162");
+        compare(fact("statistics", "Mean volume"), "530 ml");
+        page.sidePanel.currentIndex = 2;
+        compare(fact("guidelines", "Compression depth"), "50–60 mm");
+        compare(fact("guidelines", "Inflation time"), "0.7–1.5 s");
+    }
+    function test_events() {
+        review();
+        page.events.tags = CPREventBase.TagInactivity;
+        compare(page.events.count, 2);
+        page.pick(0);
+        compare(page.timelinePanel.position, 56220);
+        compare(fact("parameters", "Length of pause"), "10 s");
+        desk.resetSession(); // releases the event that is shown
+        tryCompare(page, "chosen", null);
+        compare(page.events.count, 0);
+    }
+    function test_keys() {
+        review();
+        const timeline = page.timelinePanel.timeline;
+        keyClick(Qt.Key_Plus);
+        tryVerify(() => timeline.shownTo - timeline.shownFrom < 120000);
+        const shown = timeline.shownFrom;
+        keyClick(Qt.Key_Right);
+        tryVerify(() => timeline.shownFrom > shown);
+        keyClick(Qt.Key_F);
+        tryCompare(timeline, "shownTo", 120000);
+        page.pick(3);
+        keyClick(Qt.Key_N);
+        compare(page.timelinePanel.position, 2540);
+        keyClick(Qt.Key_P);
+        compare(page.timelinePanel.position, 2000);
+        keyClick(Qt.Key_Space);
+        tryVerify(() => page.timelinePanel.position > 2540 && page.row > 3);
+        keyClick(Qt.Key_Space);
+        verify(!page.timelinePanel.isPlaying);
+    }
+    function test_files() {
+        load(desk.data("golden.zip"));
+        compare([viewer.name, viewer.problem, viewer.isUnsaved], ["golden.zip", "", false]);
+        compare(viewer.recentFiles.names, [desk.data("golden.zip")]);
+        review();
+        const saved = desk.newFile("saved.zip");
+        compare(viewer.save("file:" + desk.newFile("saved"), false), Viewer.Saved);
+        compare(viewer.save("file:" + saved, false), Viewer.Exists);
+        compare(viewer.save("file:" + saved, true), Viewer.Saved);
+        compare(viewer.save("file:" + desk.newFile("no/folder.zip"), false), Viewer.Failed);
+        verify(viewer.problem.includes("no/folder.zip"));
+        const table = desk.newFile("events.csv");
+        compare(viewer.exportTable("file:" + table, "events", false), Viewer.Saved);
+        compare(desk.textOf(table).trim().split("\n").length, 188);
+        load(saved);
+        tryCompare(page.events, "count", 185); // an archive does not list statistics and score
+        compare(viewer.save("file:" + desk.newFile("again.zip"), false), Viewer.Saved);
+        load(desk.newFile("again.zip"));
+        tryCompare(item("overall"), "percent", 68);
+    }
+    function test_notLoaded() {
+        review();
+        viewer.open(desk.data("golden.zip"));
+        viewer.cancelLoading();
+        tryCompare(viewer, "isLoading", false);
+        compare(viewer.problem, "");
+        viewer.open(desk.data("README.md"));
+        tryCompare(viewer, "isLoading", false);
+        verify(viewer.problem.includes("neither a session archive nor a recorded log"));
+        compare(page.events.count, 187);
+    }
+}
