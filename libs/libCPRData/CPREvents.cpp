@@ -809,7 +809,7 @@ void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
     // Most events hold no parameters; each column would have to walk past them.
     EventList holders;
     std::copy_if(m_events.cbegin(), m_events.cend(), std::back_inserter(holders),
-                 [](const CPREventBase *event) { return event->hasParameters(); });
+                 [](const CPREventBase *event) { return event->m_stored || event->m_params; });
     for (const auto &column : columns) {
         for (CPREventBase *event : qAsConst(holders)) {
             if (event->write(device, column, separator)) {
