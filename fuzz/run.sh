@@ -5,7 +5,7 @@
 #
 # EXECUTIONS is for all targets together, 100000 unless given; the faster ones get more of them.
 # Environment: BUILD, the build directory (build/fuzz); WORK, where grown corpora, logs and failed
-# inputs go (build/fuzz/work); SECONDS_EACH, an upper limit for each target (none); TIMEOUT, what one
+# inputs go (build/fuzz/runs); SECONDS_EACH, an upper limit for each target (none); TIMEOUT, what one
 # input may take (2 s); SEED, for the same inputs in every run (another one each time).
 # Exits with 1 when a target failed.
 set -uo pipefail
@@ -17,7 +17,7 @@ targets=("$@")
 [ "${#targets[@]}" -gt 0 ] \
     || targets=(fuzz_messages fuzz_events_xml fuzz_archive fuzz_log fuzz_guidelines_waves_xml)
 build=${BUILD:-build/fuzz}
-work=${WORK:-build/fuzz/work}
+work=${WORK:-build/fuzz/runs}
 
 # Percent of the executions, and the longest input in bytes: what the deepest code needs, no more.
 declare -A share=([fuzz_messages]=15 [fuzz_events_xml]=20 [fuzz_archive]=10 [fuzz_log]=25
