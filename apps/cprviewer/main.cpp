@@ -7,6 +7,7 @@
 #include "ViewerTypes.h"
 
 #include <QApplication>
+#include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QQuickStyle>
 #include <QQuickWindow>
@@ -66,6 +67,9 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     // The file dialogs are widgets where the system has none of its own.
     const QApplication application(argc, argv);
+    // Without OpenGL, as on many virtual machines, Qt would abort instead of painting by itself.
+    if (!QOpenGLContext().create())
+        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
     QQuickStyle::setStyle(QStringLiteral("Default"));
     useViewerTypes();
 
