@@ -62,7 +62,7 @@ public:
             .arg(size.height())
             .arg(program.readAllStandardError().count('\n'));
     }
-    /// Lets the program record a session and kills it as soon as some of that is on the disk.
+    /// Lets the program record a session and kills it as soon as nine seconds are on the disk.
     Q_INVOKABLE bool killRecording()
     {
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -71,8 +71,9 @@ public:
         QProcess program;
         program.setProcessEnvironment(environment);
         program.start(CPRVIEWER_PROGRAM, {"--live", "perfect", "--at", "10"});
+        constexpr int bytesPerSecond = 3200;
         const auto isRecording = [this] {
-            return journals() > 0 && journalFiles().first().size() > 20000;
+            return journals() > 0 && journalFiles().first().size() > 9 * bytesPerSecond;
         };
         const bool isRecorded = QTest::qWaitFor(isRecording, 60000);
         program.kill();

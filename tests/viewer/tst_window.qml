@@ -66,7 +66,7 @@ ViewerCase {
         keyClick(Qt.Key_Return); // the first button has the focus
         shown.wait(20000);
         verify(viewer.isUnsaved && !viewer.hasLeftSession);
-        // 110 a minute from the first second on: 16 in ten seconds, and a breath may have begun.
+        // 110 a minute from the first second on: 15 in nine seconds, of which the last may be cut.
         verify(viewer.session.cprEvents.count(CPREventBase.TagComp) >= 14);
         compare(viewer.save("file:" + desk.newFile("back.zip"), false), Viewer.Saved);
         compare([viewer.isUnsaved, desk.journals()], [false, 0]);
