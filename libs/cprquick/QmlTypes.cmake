@@ -1,7 +1,7 @@
 # Qt 5's CMake files have nothing for QML modules; this does with moc and qmltyperegistrar what
 # qmake's CONFIG += qmltypes does.
 
-get_target_property(moc Qt5::moc IMPORTED_LOCATION)
+get_target_property(moc Qt${CPRDATA_QT}::moc IMPORTED_LOCATION)
 cmake_path(GET moc PARENT_PATH qt_tools)
 find_program(QMLTYPEREGISTRAR qmltyperegistrar HINTS ${qt_tools} REQUIRED)
 
@@ -16,7 +16,7 @@ function(collect_metatypes)
         set(part ${CMAKE_CURRENT_BINARY_DIR}/${stem}/${name}.cpp)
         add_custom_command(OUTPUT ${part}.json
             COMMAND ${CMAKE_COMMAND} -E make_directory ${CMAKE_CURRENT_BINARY_DIR}/${stem}
-            COMMAND Qt5::moc "$<$<BOOL:${includes}>:-I$<JOIN:${includes},;-I>>"
+            COMMAND Qt${CPRDATA_QT}::moc "$<$<BOOL:${includes}>:-I$<JOIN:${includes},;-I>>"
                 --output-json -o ${part} ${header}
             DEPENDS ${header}
             COMMENT "Types of ${name}.h"
@@ -24,7 +24,7 @@ function(collect_metatypes)
         list(APPEND parts ${part}.json)
     endforeach()
     add_custom_command(OUTPUT ${arg_OUTPUT}
-        COMMAND Qt5::moc --collect-json -o ${arg_OUTPUT} ${parts}
+        COMMAND Qt${CPRDATA_QT}::moc --collect-json -o ${arg_OUTPUT} ${parts}
         DEPENDS ${parts}
         COMMENT "Types of ${stem}"
         VERBATIM)
