@@ -184,6 +184,11 @@ struct Host {
 
     void store()
     {
+        // Samples of a day, which one gap can bring, take a second: too few inputs would be tried.
+        constexpr qint64 mostSamplesStored = 4 * 60 * 60 * 100;
+        storedSamples += session->compressionData()->count() + session->ventilationData()->count();
+        if (storedSamples > mostSamplesStored)
+            return;
         copy(); // which lists all standing events
         MemoryHandler memory;
         require(session->writeData(&memory), "memory takes every member");
@@ -212,6 +217,7 @@ struct Host {
     std::unique_ptr<CPRData> session;
     std::unique_ptr<CPRData> peer; // the two tell each other of their learners
     qint32 sequence = 0;
+    qint64 storedSamples = 0;
     bool deletesNext = false;
 };
 
