@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 namespace sessionplot {
 
@@ -91,8 +92,8 @@ void paintValueAxis(const LaneContext &context, const LaneArea &area, const Valu
         if (tick < smallest)
             continue;
         const qreal y = scale.y(tick);
-        context.painter->setPen(QPen(style.theme.grid, style.hair));
-        context.painter->drawLine(QPointF(area.plot.left(), y), QPointF(area.plot.right(), y));
+        drawRule(context.painter, QPointF(area.plot.left(), y), QPointF(area.plot.right(), y),
+                 style.hair, style.theme.grid);
         style.small.draw(context.painter, lineAt(margin, area.plot, y, line), Qt::AlignRight,
                          numberText(tick), style.theme.mutedText);
     }
@@ -117,10 +118,10 @@ void paintBandEdges(const LaneContext &context, const LaneArea &area, const Valu
     if (!band.isValid())
         return;
     const Style &style = *context.style;
-    context.painter->setPen(QPen(style.theme.bandEdge, style.hair));
     for (const double limit : {band.min, band.max}) {
         const qreal y = scale.y(limit);
-        context.painter->drawLine(QPointF(area.plot.left(), y), QPointF(area.plot.right(), y));
+        drawRule(context.painter, QPointF(area.plot.left(), y), QPointF(area.plot.right(), y),
+                 style.hair, style.theme.bandEdge);
     }
 
     const qreal line = style.small.line();
@@ -137,9 +138,11 @@ void paintBandEdges(const LaneContext &context, const LaneArea &area, const Valu
 
 void paintFrame(const LaneContext &context, const QRectF &plot)
 {
-    context.painter->setPen(QPen(context.style->theme.frame, context.style->hair));
-    context.painter->setBrush(Qt::NoBrush);
-    context.painter->drawRect(plot);
+    const Style &style = *context.style;
+    const QPointF corners[] = {plot.topLeft(), plot.topRight(), plot.bottomRight(),
+                               plot.bottomLeft(), plot.topLeft()};
+    for (std::size_t i = 0; i + 1 < std::size(corners); ++i)
+        drawRule(context.painter, corners[i], corners[i + 1], style.hair, style.theme.frame);
 }
 
 void paintNotice(const LaneContext &context, const QRectF &plot, const QString &text)

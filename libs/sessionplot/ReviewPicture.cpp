@@ -106,7 +106,7 @@ qreal ReviewPicture::fixedHeight(const Layout &layout, const Style &style, qreal
     add(CyclesPart, rowHeight * style.small.line());
     add(FaultsPart, faultRows * faultRowHeight * style.small.line());
     add(TimeAxisPart, timeAxisHeight(style) - layout.gap);
-    add(LegendPart, legendHeight(style, *m_model, width));
+    add(LegendPart, layout.legendHeight);
     for (const LaneShare &lane : lanes)
         add(lane.part, 0);
     return height;
@@ -120,6 +120,7 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
     layout.gap = std::round(gapBetweenLanes * style.em);
     layout.left = leftMargin(style);
     layout.right = rightMargin(style);
+    layout.legendHeight = legendHeight(style, *m_model, size.width());
     constexpr qreal leastPlotShare = 0.55;
     if (size.width() - layout.left - layout.right < leastPlotShare * size.width()) {
         // The texts beside the lanes would take more room than the lanes.

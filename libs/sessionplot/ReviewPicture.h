@@ -82,6 +82,7 @@ private:
         qreal gap = 0;
         qreal left = 0; // margins of the lanes
         qreal right = 0;
+        qreal legendHeight = 0;
         qreal weight = 0; // of all lanes together
         qreal spare = 0; // height for the lanes together
     };

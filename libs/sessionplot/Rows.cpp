@@ -267,8 +267,8 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
         const Fault &fault = faults[row];
         const qreal top = area.plot.top() + row * height;
         const QRectF place(area.plot.left(), top, area.plot.width(), height);
-        context.painter->setPen(QPen(style.theme.grid, style.hair));
-        context.painter->drawLine(place.bottomLeft(), place.bottomRight());
+        drawRule(context.painter, place.bottomLeft(), place.bottomRight(), style.hair,
+                 style.theme.grid);
         if (pitch >= size)
             paintFaultSymbols(context, place, fault, size);
         else
@@ -309,10 +309,10 @@ TimeTicks axisTicks(const LaneContext &context)
 
 void paintTimeGrid(const LaneContext &context, const QRectF &stack)
 {
-    context.painter->setPen(QPen(context.style->theme.grid, context.style->hair));
     for (const qint64 tick : axisTicks(context).msecs) {
         const qreal x = context.time.x(double(tick));
-        context.painter->drawLine(QPointF(x, stack.top()), QPointF(x, stack.bottom()));
+        drawRule(context.painter, QPointF(x, stack.top()), QPointF(x, stack.bottom()),
+                 context.style->hair, context.style->theme.grid);
     }
 }
 
@@ -331,8 +331,8 @@ void paintTimeAxis(const LaneContext &context, const LaneArea &area)
     const qreal outerRight = area.right.width() > 0 ? area.right.right() : area.plot.right();
     for (const qint64 tick : ticks.msecs) {
         const qreal x = context.time.x(double(tick));
-        context.painter->setPen(QPen(style.theme.frame, style.hair));
-        context.painter->drawLine(QPointF(x, area.plot.top()), QPointF(x, area.plot.top() + mark));
+        drawRule(context.painter, QPointF(x, area.plot.top()), QPointF(x, area.plot.top() + mark),
+                 style.hair, style.theme.frame);
         const QString text = timeText(tick, ticks.step, withHours);
         const qreal width = style.small.width(text);
         const qreal left = qBound(outerLeft, x - width / 2, qMax(outerLeft, outerRight - width));

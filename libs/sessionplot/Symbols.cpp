@@ -131,6 +131,13 @@ QRect snapped(const QRectF &area)
     return QRect(left, top, qRound(area.right()) - left, qRound(area.bottom()) - top);
 }
 
+void drawRule(QPainter *painter, const QPointF &from, const QPointF &to, qreal width,
+              const QColor &color)
+{
+    const QPointF half = from.y() == to.y() ? QPointF(0, width / 2) : QPointF(width / 2, 0);
+    painter->fillRect(snapped(QRectF(from - half, to + half).normalized()), color);
+}
+
 void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal lineWidth,
                   const QColor &color)
 {

@@ -51,6 +51,10 @@ private:
 /// \a area with its edges on whole units, where lines and areas are sharp without antialiasing.
 QRect snapped(const QRectF &area);
 
+/// A line along an axis. As an area it costs a fortieth of what it costs as a line with a pen.
+void drawRule(QPainter *painter, const QPointF &from, const QPointF &to, qreal width,
+              const QColor &color);
+
 /// Draws slanting lines \a distance apart. They are cut at the edges by computation, because not
 /// every paint device can clip, and go on from one area to the next.
 void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal lineWidth,
