@@ -498,6 +498,7 @@ private Q_SLOTS:
         events->initialize();
         QCOMPARE(recorder.take(), "cleared other"_l1);
         QVERIFY(onlyInfo());
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QVERIFY(old.at(0).isNull() && old.at(1).isNull() && old.at(2).isNull());
         QCOMPARE(kept(), "Nina Ola 255 0"_l1);
         events->sessionStatistics()->setSessionDuration(77);

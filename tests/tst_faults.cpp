@@ -108,6 +108,10 @@ QVector<Entry> directoryOf(const QByteArray &zip)
 class TestFaults : public QObject {
     Q_OBJECT
 
+Q_SIGNALS:
+    void signalled();
+
+private:
     QTemporaryDir m_dir;
     const QString m_path = m_dir.filePath("session.zip");
     QByteArray m_golden; // an archive of another program
@@ -404,6 +408,44 @@ private Q_SLOTS:
             }
         }
         QVERIFY(destroyed > 12);
+    }
+
+    void initializedInASignal()
+    {
+        int initialized = 0;
+        using Find = QObject *(*)(const CPREvents &);
+        const Find objects[] = {
+            [](const CPREvents &events) -> QObject * { return const_cast<CPREvents *>(&events); },
+            [](const CPREvents &events) -> QObject * { return events.sessionInfo(); },
+            [](const CPREvents &events) -> QObject * { return events.sessionStatistics(); },
+            [](const CPREvents &events) -> QObject * { return events.sessionScore(); }};
+        for (const Find find : objects) {
+            const QMetaObject *meta = find(*CPRData().cprEvents())->metaObject();
+            for (int i = QObject::staticMetaObject.methodCount(); i < meta->methodCount(); ++i) {
+                if (meta->method(i).methodType() != QMetaMethod::Signal)
+                    continue;
+                CPRData session;
+                const CPREvents &events = *session.cprEvents();
+                const int before = initialized;
+                connect(this, &TestFaults::signalled, &session, [&] {
+                    if (initialized == before) { // its own signals come, too
+                        ++initialized;
+                        session.initialize();
+                    }
+                });
+                AnyInput input(11);
+                for (int step = 0; step < 500; ++step) {
+                    if (initialized == before)
+                        connect(find(events), meta->method(i), this,
+                                QMetaMethod::fromSignal(&TestFaults::signalled),
+                                Qt::UniqueConnection);
+                    input.act(session);
+                    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+                }
+                QCOMPARE(events.findChildren<CPREventSessionInfo *>().size(), 1);
+            }
+        }
+        QVERIFY(initialized > 12);
     }
 
     void standingEventsAndGuidelines()

@@ -22,6 +22,7 @@
 
 #include <QIODevice>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QTimer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -126,6 +127,22 @@ CPREvents::~CPREvents()
         false;
 }
 
+/// Tells whether an event was one of the standing three and is not any more, because a host has
+/// initialized the list, or deleted the event, inside a signal.
+class CPREvents::Standing {
+public:
+    explicit Standing(CPREventBase *event)
+        : m_wasStanding(event->m_standing), m_event(m_wasStanding ? event : nullptr)
+    {
+    }
+
+    bool isReplaced() const { return m_wasStanding && !(m_event && m_event->m_standing); }
+
+private:
+    bool m_wasStanding;
+    QPointer<CPREventBase> m_event;
+};
+
 void CPREvents::connectSignals()
 {
     connect(signalTimer(), &QTimer::timeout, this, &CPREvents::eventsChanged);
@@ -156,12 +173,12 @@ void CPREvents::initialize()
         manikinName = old->parameterValue(CPREventBase::manikinName, QVariant()).toString();
         students = old->parameterValue(CPREventBase::students, QVariant()).toString();
         m_sessionInfo = nullptr;
-        delete old;
+        retire(old);
         reset();
     }
-    // Nothing may find the old ones any more, neither a list nor a getter, when they go.
-    delete std::exchange(m_sessionScore, nullptr);
-    delete std::exchange(m_sessionStatistics, nullptr);
+    // Nothing finds the old ones any more, neither a list nor a getter.
+    retire(std::exchange(m_sessionScore, nullptr));
+    retire(std::exchange(m_sessionStatistics, nullptr));
 
     m_sessionInfo = new CPREventSessionInfo(0, this);
     m_sessionInfo->setParameter(CPREventBase::manikinName, manikinName);
@@ -170,6 +187,19 @@ void CPREvents::initialize()
     m_sessionStatistics = new CPREventSessionStatistics(0, this);
     connectStandingEvents();
     addEvent(m_sessionInfo, true);
+}
+
+// Deleted later, because a host may prepare for the next session inside a signal of a standing
+// event.
+void CPREvents::retire(CPREventBase *event)
+{
+    if (!event)
+        return;
+    event->m_standing = false;
+    if (event->m_listed)
+        takeEvent(event);
+    event->disconnect(this);
+    event->deleteLater();
 }
 
 void CPREvents::reset()
@@ -362,14 +392,20 @@ void CPREvents::setReceiving(bool receiving)
 
 void CPREvents::finalizeIncomingEvent(bool a_Exists, CPREventBase *event)
 {
-    if (a_Exists) {
+    if (a_Exists)
         handleEvent(event);
-    } else {
-        addEvent(event, false);
-        handleEvent(event);
-        emitEvent(event);
-    }
+    else
+        enter(event);
     setReceiving(false);
+}
+
+void CPREvents::enter(CPREventBase *event)
+{
+    const Standing standing(event);
+    addEvent(event, false);
+    handleEvent(event);
+    if (!standing.isReplaced())
+        emitEvent(event);
 }
 
 bool CPREvents::hasEnded() const
@@ -423,6 +459,7 @@ bool CPREvents::incomingMsg(bls_2010::RMessage *msg)
 bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isStanding)
 {
     qCDebug(lcEvents).noquote() << "Event:" << QString(*event);
+    const Standing standing(event);
     if (!event->incomingMsg(msg)) {
         if (!isStanding) {
             qCDebug(lcEvents) << "ignoring event";
@@ -430,13 +467,12 @@ bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool i
         }
         return false;
     }
-    if (event->m_listed) {
+    if (standing.isReplaced())
+        return true;
+    if (event->m_listed)
         handleEvent(event);
-    } else {
-        addEvent(event, false);
-        handleEvent(event);
-        emitEvent(event);
-    }
+    else
+        enter(event);
     return true;
 }
 

@@ -30,7 +30,8 @@ class CPREventSessionStatistics;
 ///
 /// The host may delete any event at any time, also inside a signal, with one exception: a standing
 /// event must not be deleted inside a signal of its own. An event that is deleted leaves every list
-/// by itself; a standing event that is deleted is replaced by a new one.
+/// by itself; a standing event that is deleted is replaced by a new one. initialize() may be called
+/// inside any signal: the old standing events leave the lists at once and are deleted later.
 class CPRDATA_EXPORT CPREvents final : public CPRDataBase {
     Q_OBJECT
 
@@ -183,7 +184,11 @@ private:
 
     void connectSignals();
     void connectStandingEvents();
+    class Standing;
+
     void takeEvent(CPREventBase *event);
+    void retire(CPREventBase *event);
+    void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
     void eventTimesChanged(CPREventBase *event);
     const TagList *tagList(uint tag) const;
