@@ -87,7 +87,8 @@ public:
 
     /// Loads an archive or a recorded log.
     Q_INVOKABLE void open(const QString &name);
-    Q_INVOKABLE void openUrl(const QUrl &url) { open(url.toLocalFile()); }
+    /// The same; a problem when it is not a file of this machine.
+    Q_INVOKABLE void openUrl(const QUrl &url) { open(url.toString(QUrl::PreferLocalFile)); }
     Q_INVOKABLE void cancelLoading();
     /// Starts the simulated manikin. False, with a problem, when there is no such scenario. With
     /// speed 0 time stands still; see advanceTo().

@@ -12,6 +12,7 @@ Popup {
 
     property string title: ""
     property string text: ""
+    property Item firstItem: null // which the keyboard speaks to first
     default property alias content: body.data
     property alias buttons: buttonRow.data
 
@@ -21,6 +22,13 @@ Popup {
     focus: true
     padding: Look.padding * 1.5
     width: Math.round(520 * Look.unit)
+
+    // Opened once more, it has kept its focus, and would not show it.
+    onOpened: {
+        dialog.firstItem.forceActiveFocus(Qt.TabFocusReason);
+        if (dialog.firstItem instanceof Control)
+            dialog.firstItem.focusReason = Qt.TabFocusReason;
+    }
 
     background: Card { }
     contentItem: ColumnLayout {

@@ -12,9 +12,7 @@ LivePanel {
     required property LiveFigures figures
     readonly property real last: panel.figures.lastDepth
     readonly property bool hasLast: panel.last >= 0
-    readonly property int side: !panel.hasLast || panel.figures.depthMax <= 0 ? Verdict.None
-                              : panel.last < panel.figures.depthMin ? Verdict.TooLow
-                              : panel.last > panel.figures.depthMax ? Verdict.TooHigh : Verdict.Good
+    readonly property int side: panel.figures.depthSide
     // Rounded so that a depth outside the band never looks like one of its limits.
     readonly property string shown: !panel.hasLast ? "–"
         : (panel.side === Verdict.TooLow ? Math.floor(panel.last)
@@ -53,7 +51,7 @@ LivePanel {
             width: parent.width
             size: 32 * Look.unit
             kind: panel.side
-            words: ["–", qsTr("Right depth"), qsTr("Too shallow"), qsTr("Too deep")][panel.side]
+            words: ["–", qsTr("Too shallow"), qsTr("Right depth"), qsTr("Too deep")][panel.side]
         }
         Verdict {
             id: releaseVerdict

@@ -21,7 +21,7 @@ AppDialog {
         dialog.close();
         dialog.chosen(dialog.scenarios[list.currentIndex].name, seed.value);
     }
-    onOpened: list.forceActiveFocus(Qt.TabFocusReason)
+    firstItem: list
 
     ListView {
         id: list
