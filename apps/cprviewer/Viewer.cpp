@@ -238,7 +238,8 @@ QUrl Viewer::proposedFile(const QString &suffix) const
     const QDateTime start = session() ? sessionplot::summaryOf(*session()).start : QDateTime();
     const QString stem = (start.isValid() ? start.toLocalTime() : QDateTime::currentDateTime())
                              .toString(QStringLiteral("yyyy-MM-dd-HHmm"));
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir folder = documents.exists() ? documents : QDir::home();
     return QUrl::fromLocalFile(folder.filePath(stem + QLatin1Char('.') + suffix));
 }
 

@@ -106,6 +106,8 @@ public:
     /// The same for a table (events, summary, waves, guidelines) and the review picture.
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
     Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
+    /// The name of a file without its folder, in front of people.
+    Q_INVOKABLE QString fileName(const QUrl &url) const { return url.fileName(); }
     /// A file to propose for the session, with \a suffix.
     Q_INVOKABLE QUrl proposedFile(const QString &suffix) const;
     /// The session need not be saved.

@@ -38,6 +38,7 @@ LivePanel {
     }
     Column {
         anchors { left: gauge.right; right: parent.right; verticalCenter: parent.verticalCenter }
+        scale: Math.min(1, parent.height / height) // a message over the page takes height
         spacing: Look.gap
 
         BigFigure {

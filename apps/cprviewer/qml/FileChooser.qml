@@ -35,13 +35,13 @@ Item {
         saveDialog.title = title;
         saveDialog.nameFilters = filters;
         saveDialog.defaultSuffix = suffix;
-        saveDialog.currentFile = chooser.viewer.proposedFile(suffix);
         saveDialog.open();
+        saveDialog.currentFile = chooser.viewer.proposedFile(suffix); // forgotten when it comes before
     }
     function finish(url, replaces) {
         const result = chooser.job(url, replaces);
         if (result === Viewer.Exists) {
-            replaceDialog.text = url.toString().replace(/^.*\//, "");
+            replaceDialog.text = chooser.viewer.fileName(url);
             replaceDialog.yesAction = () => chooser.finish(url, true);
             replaceDialog.open();
         } else if (result === Viewer.Saved && chooser.done) {

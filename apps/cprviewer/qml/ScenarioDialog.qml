@@ -27,7 +27,7 @@ AppDialog {
         id: list
         objectName: "scenarios"
         Layout.fillWidth: true
-        Layout.preferredHeight: Math.round(360 * Look.unit)
+        Layout.preferredHeight: Math.min(list.contentHeight, Math.round(480 * Look.unit))
         clip: true
         model: dialog.scenarios
         currentIndex: 2
