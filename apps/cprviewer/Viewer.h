@@ -108,8 +108,8 @@ public:
     Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
     /// The name of a file without its folder, in front of people.
     Q_INVOKABLE QString fileName(const QUrl &url) const { return url.fileName(); }
-    /// A file to propose for the session, with \a suffix.
-    Q_INVOKABLE QUrl proposedFile(const QString &suffix) const;
+    /// A file to propose for the session; its name ends as \a ending, "-events.csv", say.
+    Q_INVOKABLE QUrl proposedFile(const QString &ending) const;
     /// The session need not be saved.
     Q_INVOKABLE void discard();
 

@@ -3,6 +3,7 @@
 
 #include "ParameterText.h"
 
+#include <PlotModel.h>
 #include <Scales.h>
 #include <Words.h>
 
@@ -376,7 +377,9 @@ QString numberText(E::ParameterType type, const QVariant &value)
     const auto kind = static_cast<QMetaType::Type>(value.type());
     if (storedUnit(type) == E::hmm)
         return locale.toString(value.toDouble() / hmmPerMm, 'f', 1);
-    if (kind == QMetaType::Double || kind == QMetaType::Float)
+    if (kind == QMetaType::Float) // as wherever else depths are told
+        return locale.toString(sessionplot::wholeHmm(value.toFloat()), 'f', 1);
+    if (kind == QMetaType::Double)
         return locale.toString(value.toDouble(), 'f', 1);
     if (kind == QMetaType::Int && storedUnit(type) != E::none)
         return locale.toString(value.toInt());

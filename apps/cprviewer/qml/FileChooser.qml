@@ -18,25 +18,25 @@ Item {
 
     function open() { openDialog.open(); }
     function save(done) {
-        chooser.write(qsTr("Save session"), "zip", [qsTr("Session (*.zip)")],
+        chooser.write(qsTr("Save session"), ".zip", [qsTr("Session (*.zip)")],
                       (url, replaces) => chooser.viewer.save(url, replaces), done);
     }
     function exportTable(what) {
-        chooser.write(qsTr("Export table"), "csv", [qsTr("Table (*.csv)")],
+        chooser.write(qsTr("Export table"), `-${what}.csv`, [qsTr("Table (*.csv)")],
                       (url, replaces) => chooser.viewer.exportTable(url, what, replaces), null);
     }
     function exportPicture() {
-        chooser.write(qsTr("Export picture"), "png", [qsTr("Picture (*.png *.svg *.pdf)")],
+        chooser.write(qsTr("Export picture"), ".png", [qsTr("Picture (*.png *.svg *.pdf)")],
                       (url, replaces) => chooser.viewer.exportPicture(url, replaces), null);
     }
-    function write(title, suffix, filters, job, done) {
+    function write(title, ending, filters, job, done) {
         chooser.job = job;
         chooser.done = done;
         saveDialog.title = title;
         saveDialog.nameFilters = filters;
-        saveDialog.defaultSuffix = suffix;
+        saveDialog.defaultSuffix = ending.replace(/^.*\./, "");
         saveDialog.open();
-        saveDialog.currentFile = chooser.viewer.proposedFile(suffix); // forgotten when it comes before
+        saveDialog.currentFile = chooser.viewer.proposedFile(ending); // forgotten when it comes before
     }
     function finish(url, replaces) {
         const result = chooser.job(url, replaces);

@@ -15,7 +15,7 @@ Item {
     property int chosen: -1
 
     readonly property string told: histogram.chosen < 0 ? "" : histogram.total > 0
-        ? qsTr("Bar %1: %2 %, about %3 of %4").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
+        ? qsTr("Bar %1: %2 % ≈ %3 of %4").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
           .arg(Math.round(histogram.values[histogram.chosen] * histogram.total / 100)).arg(histogram.total)
         : qsTr("Bar %1: %2 %").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
 
@@ -70,6 +70,7 @@ Item {
                 text: histogram.told || qsTr("low")
                 font.pixelSize: Math.round(12 * Look.unit)
                 fontSizeMode: Text.HorizontalFit
+                minimumPixelSize: Math.round(9 * Look.unit)
                 color: histogram.chosen < 0 ? Look.muted : Look.text
                 Accessible.ignored: true
             }

@@ -218,10 +218,6 @@
 <context>
     <name>Histogram</name>
     <message>
-        <source>Bar %1: %2 %, about %3 of %4</source>
-        <translation>Balken %1: %2 %, etwa %3 von %4</translation>
-    </message>
-    <message>
         <source>Bar %1: %2 %</source>
         <translation>Balken %1: %2 %</translation>
     </message>
@@ -232,6 +228,10 @@
     <message>
         <source>high</source>
         <translation>hoch</translation>
+    </message>
+    <message>
+        <source>Bar %1: %2 % ≈ %3 of %4</source>
+        <translation>Balken %1: %2 % ≈ %3 von %4</translation>
     </message>
 </context>
 <context>
