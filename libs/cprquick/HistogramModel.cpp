@@ -25,7 +25,7 @@ struct Histogram {
 constexpr Histogram histograms[] = {
     {QT_TRANSLATE_NOOP("cprquick", "Depth"),            E::compCount},
     {QT_TRANSLATE_NOOP("cprquick", "Release"),          E::compCount},
-    {QT_TRANSLATE_NOOP("cprquick", "Compression rate"), E::compWithRateInfo},
+    {QT_TRANSLATE_NOOP("cprquick", "Compression rate"), std::nullopt},
     {QT_TRANSLATE_NOOP("cprquick", "Pauses"),           std::nullopt},
     {QT_TRANSLATE_NOOP("cprquick", "Volume"),           E::ventCount},
     {QT_TRANSLATE_NOOP("cprquick", "Ventilation rate"), std::nullopt},
@@ -105,8 +105,6 @@ QVariant HistogramModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> HistogramModel::roleNames() const
 {
-    return {{NameRole, "name"},
-            {ValuesRole, "values"},
-            {HighestRole, "highest"},
-            {TotalRole, "total"}};
+    return {
+        {NameRole, "name"}, {ValuesRole, "values"}, {HighestRole, "highest"}, {TotalRole, "total"}};
 }

@@ -34,6 +34,11 @@ ViewerCase {
             (panel, i) => tryCompare(item(panel), "number", data.counts[i]));
         tryCompare(item("advice"), "words", data.advice);
     }
+    function test_goesOnFromThere() {
+        verify(viewer.startReplay(desk.data("two-rescuers.cprlog"), 1));
+        desk.advance(60);
+        tryVerify(() => window.pageItem.figures.time > 60200, 5000);
+    }
     function test_endsAndIsCounted() {
         verify(viewer.startReplay(desk.data("two-rescuers.cprlog"), 1000));
         verify(viewer.isUnsaved);
