@@ -60,7 +60,7 @@ LivePanel {
             size: 26 * Look.unit
             kind: !panel.hasLast ? Verdict.None : panel.figures.isReleased ? Verdict.Good : Verdict.Fault
             words: !panel.hasLast ? "–" : panel.figures.isReleased ? qsTr("Full release")
-                 : qsTr("Not released, %1 mm left").arg(panel.figures.lastReleaseDepth.toFixed(0))
+                 : qsTr("%1 mm not released").arg(panel.figures.lastReleaseDepth.toFixed(0))
         }
     }
 }

@@ -62,7 +62,7 @@ Item {
             visible: row.faultText.length > 0
             width: parent.width
             text: row.faultText
-            color: Look.fault
+            color: row.isChosen ? Look.text : Look.fault // has too little contrast there
             font.pixelSize: Look.small
             Accessible.ignored: true
         }

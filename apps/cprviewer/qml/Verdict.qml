@@ -34,6 +34,7 @@ Item {
             font.bold: true
         }
         Text {
+            anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, verdict.width - (symbol.visible ? symbol.width + parent.spacing : 0))
             text: verdict.words
             color: verdict.tone

@@ -71,8 +71,8 @@
         <translation>Voll entlastet</translation>
     </message>
     <message>
-        <source>Not released, %1 mm left</source>
-        <translation>Nicht entlastet, noch %1 mm</translation>
+        <source>%1 mm not released</source>
+        <translation>Resttiefe %1 mm</translation>
     </message>
 </context>
 <context>
