@@ -2,9 +2,12 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "EventListModel.h"
+#include "HistogramItem.h"
 #include "HistogramModel.h"
 #include "LiveFigures.h"
 #include "ParameterModel.h"
+#include "ParameterText.h"
+#include "SessionSummary.h"
 #include "TestSupport.h"
 #include "TimelineItem.h"
 #include "WaveItem.h"
@@ -224,6 +227,7 @@ private Q_SLOTS:
         QTRY_COMPARE(live.compressionsInCycle(), 3);
         QCOMPARE(live.lastDepth(), 49.99);
         QCOMPARE(live.advice(), QString("Press deeper."));
+        QCOMPARE(live.depthSide(), LiveFigures::Below);
         events->addEvent(ventilation(session, 62000, 700), true);
         session.setSessionTime(83400);
         session.addUserEvent("change");
@@ -235,6 +239,9 @@ private Q_SLOTS:
         QCOMPARE(model.rowAt(60999), 2);
         QTRY_COMPARE(live.ventilationsInCycle(), 1);
         QCOMPARE(live.faults(), QStringList("Too much"));
+        QCOMPARE(live.volumeSide(), LiveFigures::Above);
+        // Half a tenth that a float only comes near.
+        QCOMPARE(parameterValueText(E::compDepth, 54.449997f), QString("54.5\u00a0mm"));
 
         // Other limits are another judgement, and a running pause grows.
         QSignalSpy changed(&model, &EventListModel::dataChanged);
@@ -242,6 +249,7 @@ private Q_SLOTS:
         QVERIFY(changed.wait(1000));
         QCOMPARE(rolesOf(model, 1), QString("1:00.0|Compression|50.0 mm||true"));
         QTRY_COMPARE(live.depthMin(), 49.99);
+        QCOMPARE(live.depthSide(), LiveFigures::Inside);
         doStep(session, "pause 5");
         doStep(session, "pause 6");
         changed.clear();
@@ -261,6 +269,8 @@ private Q_SLOTS:
         const QAbstractItemModelTester tester(&model);
         model.setSubject(ParameterModel::Statistics);
         model.setSession(&session);
+        HistogramModel histograms;
+        histograms.setSession(&session);
         connect(&model, &ParameterModel::modelReset, this, [] { QFAIL("rebuilt"); });
         const int before = model.count();
         // Every byte is its own index: bar 0 of the depths at byte 1, mean depth at 23 and 24.
@@ -278,6 +288,16 @@ private Q_SLOTS:
         QCOMPARE(values.value("compMeanDepth"), QString("61.7\u00a0mm")); // 24 * 256 + 23 = 6167
         QCOMPARE(values.value("compHistogramDepthBin_0"), QString("1"));
         QCOMPARE(values.value("compCorrectDepthPercentage"), QString("1\u00a0%"));
+        // Compressions at byte 13, ventilations at byte 17; how many had a rate is not sent.
+        const int totals[] = {3597, 3597, 0, 0, 4625, 0};
+        for (int row = 0; row < histograms.rowCount(); ++row)
+            QTRY_COMPARE(histograms.index(row).data(HistogramModel::TotalRole).toInt(),
+                         totals[row]);
+        HistogramItem item;
+        item.setWidth(120);
+        item.setProperty("values", histograms.index(0).data(HistogramModel::ValuesRole));
+        QCOMPARE(QVector<int>({item.barAt(-1), item.barAt(59), item.barAt(60), item.barAt(120)}),
+                 QVector<int>({-1, 2, 3, -1}));
     }
 
     // The page names every type of the module; the module lies where an installed one would.
@@ -346,6 +366,14 @@ private Q_SLOTS:
         item.setVisible(true);
         stage.frame();
         QCOMPARE(item.length(), 6000);
+        // A pause since 5 s, which is dark, goes on without an event; 6.5 s are at 325.
+        item.setTo(8000);
+        doStep(session, "pause 1");
+        QCOMPARE(qGreen(stage.frame().pixel(325, 300)), 248);
+        feed(session, 301, 350, [](int) { return 0; });
+        doStep(session, "pause 2");
+        feed(session, 351, 351, [](int) { return 0; });
+        QVERIFY(qGreen(stage.frame().pixel(325, 300)) < 240);
         session.reset();
         stage.frame();
         QCOMPARE(item.length(), 0);
@@ -356,6 +384,9 @@ private Q_SLOTS:
         CPRData session;
         start(session);
         feed(session, 1, 5000, [](int) { return 0; }); // 100 s
+        SessionSummary summary;
+        summary.setSession(&session);
+        QCOMPARE(summary.length(), 100); // which the manikin has not told yet
         TimelineItem item;
         item.setSession(&session);
         Stage stage(item, {800, 400});

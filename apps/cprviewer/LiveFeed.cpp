@@ -32,9 +32,15 @@ void LiveFeed::fetch()
 void LiveFeed::start(double speed)
 {
     m_speed = speed;
+    setClock();
+    m_timer.start();
+}
+
+// Time goes on from the record that was played last.
+void LiveFeed::setClock()
+{
     m_begin = m_played;
     m_clock.start();
-    m_timer.start();
 }
 
 qint64 LiveFeed::now() const
@@ -70,6 +76,7 @@ void LiveFeed::advanceTo(qint64 msecs)
         if (!playNext())
             finish();
     }
+    setClock();
 }
 
 void LiveFeed::stop()

@@ -37,6 +37,7 @@ Q_SIGNALS:
 
 private:
     qint64 now() const;
+    void setClock();
     void playDue();
     bool playNext();
     void fetch();

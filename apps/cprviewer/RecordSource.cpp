@@ -31,7 +31,12 @@ public:
         : m_file(name), m_reader(&m_file, name, damage)
     {
     }
-    bool open() { return QFileInfo(m_file).isFile() && m_file.open(QIODevice::ReadOnly); }
+    bool open()
+    {
+        const QFileInfo file(m_file);
+        m_size = file.size(); // asked for once: it is a system call
+        return file.isFile() && m_file.open(QIODevice::ReadOnly);
+    }
     bool next(manikinlog::Record &record) override
     {
         return m_reader.read(record) == ManikinLogReader::Result::Record;
@@ -40,11 +45,12 @@ public:
     QString skippedError() const override { return m_reader.skippedError(); }
     double progress() const override
     {
-        return m_file.size() > 0 ? double(m_file.pos()) / double(m_file.size()) : 1;
+        return m_size > 0 ? qMin(1.0, double(m_file.pos()) / double(m_size)) : 1;
     }
 
 private:
     QFile m_file;
+    qint64 m_size = 0;
     ManikinLogReader m_reader;
 };
 

@@ -233,13 +233,14 @@ Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
     });
 }
 
-QUrl Viewer::proposedFile(const QString &suffix) const
+QUrl Viewer::proposedFile(const QString &ending) const
 {
     const QDateTime start = session() ? sessionplot::summaryOf(*session()).start : QDateTime();
     const QString stem = (start.isValid() ? start.toLocalTime() : QDateTime::currentDateTime())
                              .toString(QStringLiteral("yyyy-MM-dd-HHmm"));
-    const QDir folder(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    return QUrl::fromLocalFile(folder.filePath(stem + QLatin1Char('.') + suffix));
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir folder = documents.exists() ? documents : QDir::home();
+    return QUrl::fromLocalFile(folder.filePath(stem + ending));
 }
 
 void Viewer::discard()

@@ -87,7 +87,8 @@ public:
 
     /// Loads an archive or a recorded log.
     Q_INVOKABLE void open(const QString &name);
-    Q_INVOKABLE void openUrl(const QUrl &url) { open(url.toLocalFile()); }
+    /// The same; a problem when it is not a file of this machine.
+    Q_INVOKABLE void openUrl(const QUrl &url) { open(url.toString(QUrl::PreferLocalFile)); }
     Q_INVOKABLE void cancelLoading();
     /// Starts the simulated manikin. False, with a problem, when there is no such scenario. With
     /// speed 0 time stands still; see advanceTo().
@@ -105,8 +106,10 @@ public:
     /// The same for a table (events, summary, waves, guidelines) and the review picture.
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
     Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
-    /// A file to propose for the session, with \a suffix.
-    Q_INVOKABLE QUrl proposedFile(const QString &suffix) const;
+    /// The name of a file without its folder, in front of people.
+    Q_INVOKABLE QString fileName(const QUrl &url) const { return url.fileName(); }
+    /// A file to propose for the session; its name ends as \a ending, "-events.csv", say.
+    Q_INVOKABLE QUrl proposedFile(const QString &ending) const;
     /// The session need not be saved.
     Q_INVOKABLE void discard();
 

@@ -12,6 +12,7 @@
 #include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTemporaryDir>
+#include <QWidget>
 
 #include <limits>
 
@@ -27,6 +28,17 @@ void useNoDisplay(const QString &runtimeDirectory)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     preset("XDG_RUNTIME_DIR", runtimeDirectory.toLocal8Bit());
+}
+
+// The names that a file dialog proposes may outlive it, and would keep the keyboard.
+void closePopupsWith(const QApplication &application, QQuickWindow *window)
+{
+    QObject::connect(&application, &QGuiApplication::focusWindowChanged, window,
+                     [window](const QWindow *focused) {
+                         QWidget *popup = QApplication::activePopupWidget();
+                         if (popup && focused == window)
+                             popup->close();
+                     });
 }
 
 // Opens or starts what the command line asks for.
@@ -95,6 +107,7 @@ int main(int argc, char *argv[])
                                 "QtQuick.Controls, QtQuick.Layouts and Qt.labs.platform there?"));
         return static_cast<int>(ExitStatus::Failed);
     }
+    closePopupsWith(application, window);
     if (!begin(viewer, line)) {
         complain(viewer.problem());
         return static_cast<int>(ExitStatus::Failed);

@@ -18,7 +18,10 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
     connect(&m_watcher, &SessionWatcher::cleared, this, &EventListModel::follow);
     connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::takeAnnounced);
     connect(&m_watcher, &SessionWatcher::childGone, this, &EventListModel::takeGone);
-    connect(&m_watcher, &SessionWatcher::timeChanged, this, &EventListModel::followPause);
+    connect(&m_watcher, &SessionWatcher::pauseStretched, this, [this](CPREventBase *pause) {
+        const int row = rowOf(pause);
+        announce(row, row);
+    });
     connect(&m_watcher, &SessionWatcher::eventsChanged, this, [this] {
         if (m_watcher.events()->events().size() != m_listed)
             follow();
@@ -71,7 +74,6 @@ void EventListModel::reload()
     m_rows.clear();
     m_shown.clear();
     m_listed = 0;
-    m_pauseEnd = -1;
     m_targets = sessionplot::Targets();
     if (const CPREvents *events = m_watcher.events()) {
         m_targets = sessionplot::targetsOf(*session());
@@ -173,18 +175,6 @@ void EventListModel::takeGone(QObject *gone)
     m_shown.remove(gone);
     remove(static_cast<int>(m_rows.rend() - row) - 1, 1);
     --m_listed;
-}
-
-// A pause that goes on is stretched without a word.
-void EventListModel::followPause()
-{
-    CPREventBase *pause = m_watcher.events()->last(CPREventBase::TagInactivity);
-    const int end = pause ? pause->eventEndTime() : -1;
-    if (end == m_pauseEnd)
-        return;
-    m_pauseEnd = end;
-    const int row = rowOf(pause);
-    announce(row, row);
 }
 
 CPREventBase *EventListModel::eventAt(int row) const

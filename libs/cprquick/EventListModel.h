@@ -89,7 +89,6 @@ private:
     void remove(int first, int count);
     void insert(int row, const QVector<CPREventBase *> &events);
     void announce(int first, int last);
-    void followPause();
 
     SessionWatcher m_watcher;
     sessionplot::Targets m_targets;
@@ -97,7 +96,6 @@ private:
     QSet<const QObject *> m_shown; // the same; tells at once that an object is none of them
     int m_listed = 0; // events in the session's list when m_rows was brought up to date
     int m_tags = 0;
-    int m_pauseEnd = -1; // of the last pause, ms
 };
 
 #endif

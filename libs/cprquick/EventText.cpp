@@ -81,36 +81,35 @@ QString EventText::detail() const
         return QCoreApplication::translate("cprquick", "%1 ml")
             .arg(numberText(m_ventilation->volume));
     if (m_event.type() == E::CprInactivityCPR)
-        return parameterValueText(E::compInactivity, m_event.parameterValue(E::compInactivity, 0));
-    if (const std::optional<Flag> flag = flagOf(m_event))
-        return flagText(*flag);
+        return valueText(E::compInactivity);
+    if (const std::optional<Flag> flag = flagOf(m_event)) {
+        const QString text = flagText(*flag);
+        return text.isEmpty() ? valueText(E::aedType) : text; // which AED is connected
+    }
     return standingDetail();
+}
+
+QString EventText::valueText(E::ParameterType type) const
+{
+    return parameterValueText(type, m_event.parameterValue(type, QVariant()));
 }
 
 QString EventText::standingDetail() const
 {
     QStringList parts;
-    const auto add = [this, &parts](E::ParameterType type) {
-        const QVariant value = m_event.parameterValue(type, QVariant());
-        const QString text = value.isValid() ? parameterValueText(type, value) : QString();
-        if (!text.isEmpty())
-            parts.append(text);
-    };
     switch (m_event.type()) {
     case E::CprSessionInfo:
-        add(E::students);
-        add(E::cprProtocol);
+        parts = QStringList{valueText(E::students), valueText(E::cprProtocol)};
         break;
     case E::CprSessionStatistics:
-        add(E::sessionDuration);
-        break;
+        return valueText(E::sessionDuration);
     case E::CprSessionScore:
-        add(E::overallScore);
-        add(E::primaryAdvice);
+        parts = QStringList{valueText(E::overallScore), valueText(E::primaryAdvice)};
         break;
     default:
         break;
     }
+    parts.removeAll(QString());
     return joined(parts);
 }
 

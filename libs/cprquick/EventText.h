@@ -4,6 +4,7 @@
 #ifndef CPRQUICK_EVENTTEXT_H
 #define CPRQUICK_EVENTTEXT_H
 
+#include <CPREventBase.h>
 #include <PlotModel.h>
 
 #include <QString>
@@ -38,6 +39,7 @@ public:
     QStringList faults() const;
 
 private:
+    QString valueText(CPREventBase::ParameterType type) const;
     QString standingDetail() const;
 
     const CPREventBase &m_event;

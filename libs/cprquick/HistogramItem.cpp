@@ -17,6 +17,11 @@ HistogramItem::HistogramItem(QQuickItem *parent) : QQuickPaintedItem(parent)
 
 HistogramItem::~HistogramItem() = default;
 
+int HistogramItem::barAt(qreal x) const
+{
+    return x >= 0 && x < width() ? static_cast<int>(x * m_values.size() / width()) : -1;
+}
+
 void HistogramItem::paint(QPainter *painter)
 {
     using namespace sessionplot;
@@ -42,6 +47,10 @@ void HistogramItem::paint(QPainter *painter)
         const QRectF bar((i + (1 - barShare) / 2) * step, bottom - barHeight, barShare * step,
                          barHeight);
         painter->fillRect(bar, theme.bars);
+        if (i == m_chosen) {
+            painter->setPen(QPen(theme.text, 2 * style.hair));
+            painter->drawRect(bar);
+        }
         style.small.draw(painter,
                          QRectF(i * step, bar.top() - style.small.line(), step, style.small.line()),
                          Qt::AlignHCenter, QLocale().toString(value, 'f', 0), theme.text);

@@ -18,6 +18,8 @@ class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     // clang-format off
     /// One number for each bar; below 0 counts as 0.
     Q_PROPERTY(QVariantList values   MEMBER m_values   NOTIFY changed)
+    /// The bar that is marked; -1, as it is from the start, for none.
+    Q_PROPERTY(int          chosen   MEMBER m_chosen   NOTIFY changed)
     Q_PROPERTY(bool         dark     MEMBER m_isDark   NOTIFY changed)
     /// Pixels; 0, as it is from the start, for the size of the application's font.
     Q_PROPERTY(qreal        textSize MEMBER m_textSize NOTIFY changed)
@@ -27,6 +29,9 @@ public:
     explicit HistogramItem(QQuickItem *parent = nullptr);
     ~HistogramItem() override;
 
+    /// The bar at the place \a x of the item; -1 beside the bars.
+    Q_INVOKABLE int barAt(qreal x) const;
+
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
@@ -34,6 +39,7 @@ Q_SIGNALS:
 
 private:
     QVariantList m_values;
+    int m_chosen = -1;
     bool m_isDark = false;
     qreal m_textSize = 0;
 };

@@ -9,23 +9,29 @@
 
 #include <algorithm>
 #include <iterator>
+#include <optional>
 
 namespace {
 
 using E = CPREventBase;
 
+struct Histogram {
+    const char *name;
+    std::optional<E::ParameterType> total; ///< what its bars share, where the manikin counts it
+};
+
 // clang-format off
 // In the order of their parameters.
-constexpr const char *names[] = {
-    QT_TRANSLATE_NOOP("cprquick", "Depth"),
-    QT_TRANSLATE_NOOP("cprquick", "Release"),
-    QT_TRANSLATE_NOOP("cprquick", "Compression rate"),
-    QT_TRANSLATE_NOOP("cprquick", "Pauses"),
-    QT_TRANSLATE_NOOP("cprquick", "Volume"),
-    QT_TRANSLATE_NOOP("cprquick", "Ventilation rate"),
+constexpr Histogram histograms[] = {
+    {QT_TRANSLATE_NOOP("cprquick", "Depth"),            E::compCount},
+    {QT_TRANSLATE_NOOP("cprquick", "Release"),          E::compCount},
+    {QT_TRANSLATE_NOOP("cprquick", "Compression rate"), std::nullopt},
+    {QT_TRANSLATE_NOOP("cprquick", "Pauses"),           std::nullopt},
+    {QT_TRANSLATE_NOOP("cprquick", "Volume"),           E::ventCount},
+    {QT_TRANSLATE_NOOP("cprquick", "Ventilation rate"), std::nullopt},
 };
 // clang-format on
-static_assert(std::size(names) == HistogramModel::histogramCount);
+static_assert(std::size(histograms) == HistogramModel::histogramCount);
 static_assert(E::ventHistogramRateBin_5 - E::compHistogramDepthBin_0 + 1
               == HistogramModel::histogramCount * HistogramModel::barCount);
 
@@ -50,12 +56,17 @@ void HistogramModel::refresh()
     const bool isReceived = statistics && statistics->hasParameters()
         && statistics->hasParameterType(E::compHistogramDepthBin_0, key);
     decltype(m_bars) bars{};
-    for (std::size_t i = 0; isReceived && i < bars.size(); ++i) {
-        const auto type = static_cast<E::ParameterType>(E::compHistogramDepthBin_0 + int(i));
-        bars[i] = statistics->parameterValue(type, 0).toInt();
-    }
-    if (bars != m_bars) {
+    decltype(m_totals) totals{};
+    const auto numberOf = [statistics, isReceived](E::ParameterType type) {
+        return isReceived ? statistics->parameterValue(type, 0).toInt() : 0;
+    };
+    for (std::size_t i = 0; i < bars.size(); ++i)
+        bars[i] = numberOf(static_cast<E::ParameterType>(E::compHistogramDepthBin_0 + int(i)));
+    for (std::size_t i = 0; i < totals.size(); ++i)
+        totals[i] = histograms[i].total ? numberOf(*histograms[i].total) : 0;
+    if (bars != m_bars || totals != m_totals) {
         m_bars = bars;
+        m_totals = totals;
         Q_EMIT dataChanged(index(0), index(histogramCount - 1));
     }
     if (isReceived != m_isReceived) {
@@ -77,7 +88,7 @@ QVariant HistogramModel::data(const QModelIndex &index, int role) const
     switch (role) {
     case Qt::DisplayRole:
     case NameRole:
-        return QCoreApplication::translate("cprquick", names[index.row()]);
+        return QCoreApplication::translate("cprquick", histograms[index.row()].name);
     case ValuesRole: {
         QVariantList values;
         std::copy(first, first + barCount, std::back_inserter(values));
@@ -85,6 +96,8 @@ QVariant HistogramModel::data(const QModelIndex &index, int role) const
     }
     case HighestRole:
         return *std::max_element(first, first + barCount);
+    case TotalRole:
+        return m_totals[static_cast<std::size_t>(index.row())];
     default:
         return QVariant();
     }
@@ -92,5 +105,6 @@ QVariant HistogramModel::data(const QModelIndex &index, int role) const
 
 QHash<int, QByteArray> HistogramModel::roleNames() const
 {
-    return {{NameRole, "name"}, {ValuesRole, "values"}, {HighestRole, "highest"}};
+    return {
+        {NameRole, "name"}, {ValuesRole, "values"}, {HighestRole, "highest"}, {TotalRole, "total"}};
 }

@@ -27,7 +27,8 @@ public:
     enum Role {
         NameRole = Qt::UserRole + 1, ///< name: in words
         ValuesRole, ///< values: six numbers, as the manikin sent them
-        HighestRole ///< highest: the greatest of them
+        HighestRole, ///< highest: the greatest of them
+        TotalRole ///< total: compressions or ventilations in all bars; 0 when that is not known
     };
     Q_ENUM(Role)
 
@@ -54,6 +55,7 @@ private:
 
     SessionWatcher m_watcher;
     std::array<int, histogramCount * barCount> m_bars{};
+    std::array<int, histogramCount> m_totals{};
     bool m_isReceived = false;
 };
 

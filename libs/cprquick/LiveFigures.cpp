@@ -44,6 +44,12 @@ E::Advice adviceOf(const Ventilation &ventilation)
     return isRight ? E::Advice_None : E::Advice_CorrectVolume;
 }
 
+LiveFigures::Side shown(Side side)
+{
+    return static_cast<LiveFigures::Side>(side);
+}
+static_assert(int(LiveFigures::Above) == int(Side::Above));
+
 } // namespace
 
 LiveFigures::LiveFigures(QObject *parent) : QObject(parent)
@@ -102,6 +108,7 @@ void LiveFigures::read()
     if (targets != m_targets) {
         m_targets = targets;
         Q_EMIT targetsChanged();
+        Q_EMIT waveChanged(); // the rate is judged anew
     }
 }
 
@@ -154,6 +161,7 @@ void LiveFigures::readEvents()
     m_lastDepth = m_lastReleaseDepth = -1;
     m_lastVolume = -1;
     m_isReleased = true;
+    m_depthSide = m_volumeSide = Unknown;
     m_faults.clear();
     m_advice = E::Advice_None;
     m_compressionCount = m_ventilationCount = 0;
@@ -178,6 +186,7 @@ void LiveFigures::readLast(const CPREvents &events)
         m_lastDepth = wholeHmm(last.depth);
         m_lastReleaseDepth = wholeHmm(compression->compReleaseDepth());
         m_isReleased = !last.incompleteRelease;
+        m_depthSide = shown(last.depthSide);
         m_compressionsInCycle = compression->numberInCycle();
         m_faults = faultTexts(last);
         m_advice = adviceOf(last);
@@ -188,6 +197,7 @@ void LiveFigures::readLast(const CPREvents &events)
         return;
     const Ventilation last = judged(*ventilation, targets);
     m_lastVolume = last.volume;
+    m_volumeSide = shown(last.volumeSide);
     if (compression && ventilation->msecs() < compression->msecs())
         return;
     m_faults = faultTexts(last);
@@ -197,6 +207,11 @@ void LiveFigures::readLast(const CPREvents &events)
            && events.at(E::TagVent, before)->msecs() >= compression->msecs())
         --before;
     m_ventilationsInCycle = compression ? m_ventilationCount - 1 - before : m_ventilationCount;
+}
+
+LiveFigures::Side LiveFigures::rateSide() const
+{
+    return m_wave.rate > 0 ? shown(m_targets.rate.side(m_wave.rate)) : Unknown;
 }
 
 QString LiveFigures::advice() const

@@ -40,6 +40,10 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(double   lastReleaseDepth     READ lastReleaseDepth     NOTIFY eventsChanged)
     Q_PROPERTY(int      lastVolume           READ lastVolume           NOTIFY eventsChanged)
     Q_PROPERTY(bool     isReleased           READ isReleased           NOTIFY eventsChanged)
+    /// On which side of its band the last depth, the rate and the last volume lie.
+    Q_PROPERTY(Side     depthSide            READ depthSide            NOTIFY eventsChanged)
+    Q_PROPERTY(Side     rateSide             READ rateSide             NOTIFY waveChanged)
+    Q_PROPERTY(Side     volumeSide           READ volumeSide           NOTIFY eventsChanged)
     /// Faults of the last compression or ventilation, whichever came later; and one sentence to the
     /// learner about the worst of them, empty when all is right. Once the manikin has sent its
     /// scores it is the first advice on the whole session.
@@ -66,6 +70,10 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     // clang-format on
 
 public:
+    /// Unknown without a value or a band.
+    enum Side { Unknown, Below, Inside, Above };
+    Q_ENUM(Side)
+
     explicit LiveFigures(QObject *parent = nullptr);
     ~LiveFigures() override;
 
@@ -84,6 +92,9 @@ public:
     double      lastReleaseDepth() const     { return m_lastReleaseDepth; }
     int         lastVolume() const           { return m_lastVolume; }
     bool        isReleased() const           { return m_isReleased; }
+    Side        depthSide() const            { return m_depthSide; }
+    Side        rateSide() const;
+    Side        volumeSide() const           { return m_volumeSide; }
     QStringList faults() const               { return m_faults; }
     QString     advice() const;
     int         compressionsInCycle() const  { return m_compressionsInCycle; }
@@ -139,6 +150,8 @@ private:
     double m_lastReleaseDepth = -1;
     int m_lastVolume = -1;
     bool m_isReleased = true;
+    Side m_depthSide = Unknown;
+    Side m_volumeSide = Unknown;
     QStringList m_faults;
     int m_advice = CPREventBase::Advice_None;
     int m_compressionsInCycle = 0;

@@ -3,6 +3,7 @@
 
 #include "ParameterText.h"
 
+#include <PlotModel.h>
 #include <Scales.h>
 #include <Words.h>
 
@@ -25,6 +26,7 @@ enum class Form {
     Seconds, ///< -1 did not happen
     PerMinute,
     YesNo,
+    Names, ///< joined by commas
     Clock, ///< session time
     Date,
     Advice,
@@ -183,7 +185,7 @@ constexpr std::array<ParameterRow, E::manikinBatteryDisconnectCounter + 1> param
     {E::shockEnergy,                                                   Form::Stored,    QT_TRANSLATE_NOOP("cprquick", "Shock energy")},
     {E::cprProtocol,                                                   Form::Protocol,  QT_TRANSLATE_NOOP("cprquick", "Protocol")},
     {E::instructor,                                                    Form::Stored,    QT_TRANSLATE_NOOP("cprquick", "Instructor")},
-    {E::students,                                                      Form::Stored,    QT_TRANSLATE_NOOP("cprquick", "Learners")},
+    {E::students,                                                      Form::Names,     QT_TRANSLATE_NOOP("cprquick", "Learners")},
     {E::manikinType,                                                   Form::Manikin,   QT_TRANSLATE_NOOP("cprquick", "Manikin type")},
     {E::manikinFirmwareVersion,                                        Form::Stored,    QT_TRANSLATE_NOOP("cprquick", "Firmware version")},
     {E::manikinStiffness,                                              Form::Stiffness, QT_TRANSLATE_NOOP("cprquick", "Chest stiffness")},
@@ -375,7 +377,9 @@ QString numberText(E::ParameterType type, const QVariant &value)
     const auto kind = static_cast<QMetaType::Type>(value.type());
     if (storedUnit(type) == E::hmm)
         return locale.toString(value.toDouble() / hmmPerMm, 'f', 1);
-    if (kind == QMetaType::Double || kind == QMetaType::Float)
+    if (kind == QMetaType::Float) // as wherever else depths are told
+        return locale.toString(sessionplot::wholeHmm(value.toFloat()), 'f', 1);
+    if (kind == QMetaType::Double)
         return locale.toString(value.toDouble(), 'f', 1);
     if (kind == QMetaType::Int && storedUnit(type) != E::none)
         return locale.toString(value.toInt());
@@ -445,6 +449,7 @@ QString parameterValueText(E::ParameterType type, const QVariant &value)
     case Form::Force:     return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "not measured") : withUnit(numberText(type, value), type);
     case Form::Seconds:   return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "none") : withUnit(numberText(type, value), type);
     case Form::YesNo:     return textOf(shockables, value.toBool() ? 1 : 0);
+    case Form::Names:     return value.toString().split(QLatin1Char(','), Qt::SkipEmptyParts).join(QLatin1String(", "));
     case Form::Clock:     return clockText(value);
     case Form::Date:      return dateText(value);
     case Form::Advice:    return value.toInt() == E::Advice_None ? QCoreApplication::translate("cprquick", "none") : orNumber(sessionplot::adviceText(value.toInt()), value);

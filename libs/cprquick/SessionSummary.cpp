@@ -7,6 +7,12 @@
 
 using bls_2010::CommonDefs;
 
+namespace {
+
+constexpr int msecsPerSecond = 1000;
+
+} // namespace
+
 SessionSummary::SessionSummary(QObject *parent) : QObject(parent)
 {
     connect(&m_watcher, &SessionWatcher::settled, this, &SessionSummary::refresh);
@@ -24,6 +30,9 @@ void SessionSummary::refresh()
     sessionplot::Targets targets;
     if (const CPRData *known = session()) {
         summary = sessionplot::summaryOf(*known);
+        // The manikin tells the length at the end.
+        if (summary.secs <= 0)
+            summary.secs = known->cprEvents()->sessionTime() / msecsPerSecond;
         targets = sessionplot::targetsOf(*known);
     }
     if (summary == m_summary && targets.leastFlowTime == m_targets.leastFlowTime)

@@ -22,7 +22,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_PROPERTY(QStringList learners            READ learners                   NOTIFY changed)
     /// When it began; invalid when that is not known.
     Q_PROPERTY(QDateTime   start               READ start                      NOTIFY changed)
-    /// s
+    /// s; while the session runs, so far.
     Q_PROPERTY(int         length              READ length                     NOTIFY changed)
     Q_PROPERTY(QString     protocolText        READ protocolText               NOTIFY changed)
     /// Name and type, as far as they are known.

@@ -54,7 +54,7 @@ void SessionWatcher::setSession(CPRData *session)
             connect(m_events, change, this, &SessionWatcher::summaryChanged);
 
         // The event list is the last to hear of the time.
-        connect(m_events, &CPREvents::sessionTimeChanged, this, &SessionWatcher::timeChanged);
+        connect(m_events, &CPREvents::sessionTimeChanged, this, &SessionWatcher::takeTime);
         CPRCompressionData *depth = session->compressionData();
         connect(depth, &CPRCompressionData::relativeCompressionDepthChanged, this,
                 &SessionWatcher::waveChanged);
@@ -84,6 +84,19 @@ void SessionWatcher::release()
     }
     m_events.clear();
     m_session.clear();
+    m_pauseEnd = -1;
+}
+
+void SessionWatcher::takeTime(int msecs)
+{
+    Q_EMIT timeChanged(msecs);
+    CPREventBase *pause = events() ? events()->last(CPREventBase::TagInactivity) : nullptr;
+    const int end = pause ? pause->eventEndTime() : -1;
+    if (end == m_pauseEnd)
+        return;
+    m_pauseEnd = end;
+    if (pause)
+        Q_EMIT pauseStretched(pause);
 }
 
 bool SessionWatcher::eventFilter(QObject *watched, QEvent *event)

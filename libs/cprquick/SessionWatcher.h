@@ -44,6 +44,8 @@ Q_SIGNALS:
     void guidelinesChanged();
     /// Session time, ms. Comes with every packet of the waves.
     void timeChanged(int msecs);
+    /// The last pause goes on: its end is another. The session itself does not tell.
+    void pauseStretched(CPREventBase *pause);
     /// A depth, volume or rate has arrived.
     void waveChanged();
     /// Something has happened, and all that belonged to it is done. While a session runs it comes
@@ -56,11 +58,13 @@ protected:
 
 private:
     void release();
+    void takeTime(int msecs);
     void settleSoon(int msecs);
 
     QPointer<CPRData> m_session;
     QPointer<CPREvents> m_events;
     QTimer m_settling;
+    int m_pauseEnd = -1; // of the last pause, ms
 };
 
 #endif

@@ -43,6 +43,13 @@ ViewerCase {
         page.pick(0);
         compare(page.timelinePanel.position, 56220);
         compare(fact("parameters", "Length of pause"), "10 s");
+        const pause = page.chosen;
+        page.events.tags = 0; // rows come in front of it
+        tryVerify(() => page.row > 0 && page.events.eventAt(page.row) === pause);
+        compare([page.chosen, page.timelinePanel.position], [pause, 56220]);
+        compare(page.events.data(page.events.index(0, 0), EventListModel.DetailRole),
+                "Mira Holm, Jörg Aldane, CPR with two rescuers");
+        page.events.tags = CPREventBase.TagInactivity;
         desk.resetSession(); // releases the event that is shown
         tryCompare(page, "chosen", null);
         compare(page.events.count, 0);
@@ -68,10 +75,13 @@ ViewerCase {
         verify(!page.timelinePanel.isPlaying);
     }
     function test_files() {
+        window.firstPage = "live";
         load(desk.data("golden.zip"));
+        compare(window.page, 1);
         compare([viewer.name, viewer.problem, viewer.isUnsaved], ["golden.zip", "", false]);
         compare(viewer.recentFiles.names, [desk.data("golden.zip")]);
         review();
+        compare(viewer.fileName("file:///there/my%20100%25.zip"), "my 100%.zip");
         const saved = desk.newFile("saved.zip");
         compare(viewer.save("file:" + desk.newFile("saved"), false), Viewer.Saved);
         compare(viewer.save("file:" + saved, false), Viewer.Exists);

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtTest 1.15
 import CPRData 1.0
 import CPRViewer 1.0
@@ -32,19 +33,25 @@ ViewerCase {
         data.wanted.forEach(name => verify(names.includes(name), name + " in " + names));
     }
     function test_nothingIsLostUnasked() {
-        for (const start of ["isLive", "unsavedDialog"]) {
+        const question = item("unsavedDialog");
+        for (let starts = 0; starts < 3; ++starts) {
             keyClick("n", Qt.ControlModifier);
             tryVerify(() => item("scenarioDialog").opened);
             keyClick(Qt.Key_Return);
-            tryVerify(() => start === "isLive" ? viewer.isLive : item(start).opened);
+            tryVerify(() => viewer.isLive && (starts === 0 || question.opened));
+            verify(starts === 0 || window.activeFocusItem.visualFocus); // the second time as well
+            keyClick(Qt.Key_Escape);
+            tryVerify(() => !question.visible);
         }
         compare(viewer.name, "Simulated: Beginner");
-        keyClick(Qt.Key_Escape);
-        tryVerify(() => !item("unsavedDialog").visible);
         verify(viewer.isLive);
         compare(desk.journals(), 1);
         viewer.discard();
         compare(desk.journals(), 0);
+    }
+    function test_fullScreen() {
+        keyClick(Qt.Key_F11);
+        tryCompare(window, "visibility", Window.FullScreen);
     }
     function test_german() {
         load(desk.data("two-rescuers.cprlog"));
@@ -61,9 +68,11 @@ ViewerCase {
         verify(desk.killRecording());
         cleanup();
         begin(true);
-        verify(item("leftText").visible);
+        verify(item("leftText").visible && !item("leftBar").visible);
+        compare(window.activeFocusItem.objectName, "bringBack");
+        load(desk.data("golden.zip"));
         shown.clear();
-        keyClick(Qt.Key_Return); // the first button has the focus
+        mouseClick(findChild(item("leftBar"), "act")); // offered beside another session, too
         shown.wait(20000);
         verify(viewer.isUnsaved && !viewer.hasLeftSession);
         // 110 a minute from the first second on: 15 in nine seconds, of which the last may be cut.

@@ -26,6 +26,7 @@ Button {
     contentItem: Text {
         text: button.text
         font: button.font
+        textFormat: Text.PlainText
         color: button.highlighted ? Look.accentText : Look.text
         opacity: button.enabled ? 1 : 0.4
         horizontalAlignment: Text.AlignHCenter

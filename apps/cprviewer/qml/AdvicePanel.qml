@@ -18,9 +18,11 @@ Card {
     readonly property bool isIdle: panel.figures.compressionCount + panel.figures.ventilationCount === 0
     readonly property bool isPausing: panel.isLive && panel.figures.pause > 0
     readonly property bool isRight: !panel.isPausing && panel.figures.advice.length === 0
-    readonly property string words: panel.isIdle ? qsTr("Waiting for the first compression")
+    readonly property string words: panel.isIdle ? (panel.isLive ? qsTr("Waiting for the first compression")
+                                                                 : qsTr("The session has ended"))
                                   : panel.isPausing ? qsTr("Go on, keep the pause short")
-                                  : panel.isRight ? qsTr("Well done, keep going") : panel.figures.advice
+                                  : !panel.isRight ? panel.figures.advice
+                                  : panel.isLive ? qsTr("Well done, keep going") : qsTr("Well done")
 
     color: panel.isIdle || panel.isRight ? Look.card : Look.fault
     Accessible.role: Accessible.AlertMessage

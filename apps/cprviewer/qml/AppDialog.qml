@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import "."
@@ -12,6 +13,7 @@ Popup {
 
     property string title: ""
     property string text: ""
+    property Item firstItem: null // which the keyboard speaks to first
     default property alias content: body.data
     property alias buttons: buttonRow.data
 
@@ -22,9 +24,19 @@ Popup {
     padding: Look.padding * 1.5
     width: Math.round(520 * Look.unit)
 
+    function takeFocus() {
+        dialog.firstItem.forceActiveFocus(Qt.TabFocusReason);
+        // Opened once more, a button has kept its focus, and would not show it.
+        if (dialog.firstItem.focusReason !== undefined)
+            dialog.firstItem.focusReason = Qt.TabFocusReason;
+    }
+    onOpened: dialog.takeFocus()
+
     background: Card { }
     contentItem: ColumnLayout {
         spacing: Look.gap
+        // Opened by a file dialog's answer, it comes before the window has got the focus back.
+        Window.onActiveChanged: if (Window.active && dialog.opened && !dialog.activeFocus) dialog.takeFocus()
         Accessible.role: Accessible.Dialog
         Accessible.name: dialog.title
 

@@ -18,6 +18,7 @@ Item {
     Row {
         id: line
         anchors.centerIn: parent
+        scale: Math.min(1, figure.width / Math.max(1, line.width)) // what is longer is smaller
         spacing: Math.round(figure.size * 0.1)
 
         Text {
@@ -31,7 +32,7 @@ Item {
             anchors.baseline: numberText.baseline
             text: figure.unit
             color: Look.muted
-            font.pixelSize: Math.round(Math.max(figure.size * 0.3, Look.title))
+            font.pixelSize: Math.round(Math.max(figure.size * 0.3, 26 * Look.unit))
         }
     }
 }

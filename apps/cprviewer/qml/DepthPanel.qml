@@ -12,9 +12,7 @@ LivePanel {
     required property LiveFigures figures
     readonly property real last: panel.figures.lastDepth
     readonly property bool hasLast: panel.last >= 0
-    readonly property int side: !panel.hasLast || panel.figures.depthMax <= 0 ? Verdict.None
-                              : panel.last < panel.figures.depthMin ? Verdict.TooLow
-                              : panel.last > panel.figures.depthMax ? Verdict.TooHigh : Verdict.Good
+    readonly property int side: panel.figures.depthSide
     // Rounded so that a depth outside the band never looks like one of its limits.
     readonly property string shown: !panel.hasLast ? "–"
         : (panel.side === Verdict.TooLow ? Math.floor(panel.last)
@@ -40,6 +38,7 @@ LivePanel {
     }
     Column {
         anchors { left: gauge.right; right: parent.right; verticalCenter: parent.verticalCenter }
+        scale: Math.min(1, parent.height / height) // a message over the page takes height
         spacing: Look.gap
 
         BigFigure {
@@ -53,7 +52,7 @@ LivePanel {
             width: parent.width
             size: 32 * Look.unit
             kind: panel.side
-            words: ["–", qsTr("Right depth"), qsTr("Too shallow"), qsTr("Too deep")][panel.side]
+            words: ["–", qsTr("Too shallow"), qsTr("Right depth"), qsTr("Too deep")][panel.side]
         }
         Verdict {
             id: releaseVerdict
@@ -61,7 +60,7 @@ LivePanel {
             size: 26 * Look.unit
             kind: !panel.hasLast ? Verdict.None : panel.figures.isReleased ? Verdict.Good : Verdict.Fault
             words: !panel.hasLast ? "–" : panel.figures.isReleased ? qsTr("Full release")
-                 : qsTr("Not released, %1 mm left").arg(panel.figures.lastReleaseDepth.toFixed(0))
+                 : qsTr("%1 mm not released").arg(panel.figures.lastReleaseDepth.toFixed(0))
         }
     }
 }

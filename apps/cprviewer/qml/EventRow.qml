@@ -34,6 +34,8 @@ Item {
         anchors { left: parent.left; leftMargin: Look.gap; verticalCenter: parent.verticalCenter }
         width: Math.round(62 * Look.unit)
         text: row.startText
+        fontSizeMode: Text.HorizontalFit // of hours
+        minimumPixelSize: Math.round(9 * Look.unit)
         horizontalAlignment: Text.AlignRight
         color: Look.muted
         Accessible.ignored: true
@@ -60,7 +62,7 @@ Item {
             visible: row.faultText.length > 0
             width: parent.width
             text: row.faultText
-            color: Look.fault
+            color: row.isChosen ? Look.text : Look.fault // has too little contrast there
             font.pixelSize: Look.small
             Accessible.ignored: true
         }

@@ -23,6 +23,12 @@ Flickable {
     function scroll(distance) {
         page.contentY = Math.max(0, Math.min(page.contentHeight - page.height, page.contentY + distance));
     }
+    // Scrolls so far that all of an item in the column is seen.
+    function reveal(item) {
+        const top = item.mapToItem(column, 0, 0).y;
+        page.scroll(Math.min(0, top - page.contentY)
+                    + Math.max(0, top + item.height - page.contentY - page.height));
+    }
     Keys.onUpPressed: page.scroll(-Look.controlHeight)
     Keys.onDownPressed: page.scroll(Look.controlHeight)
     Keys.onPressed: event => {

@@ -18,30 +18,30 @@ Item {
 
     function open() { openDialog.open(); }
     function save(done) {
-        chooser.write(qsTr("Save session"), "zip", [qsTr("Session (*.zip)")],
+        chooser.write(qsTr("Save session"), ".zip", [qsTr("Session (*.zip)")],
                       (url, replaces) => chooser.viewer.save(url, replaces), done);
     }
     function exportTable(what) {
-        chooser.write(qsTr("Export table"), "csv", [qsTr("Table (*.csv)")],
+        chooser.write(qsTr("Export table"), `-${what}.csv`, [qsTr("Table (*.csv)")],
                       (url, replaces) => chooser.viewer.exportTable(url, what, replaces), null);
     }
     function exportPicture() {
-        chooser.write(qsTr("Export picture"), "png", [qsTr("Picture (*.png *.svg *.pdf)")],
+        chooser.write(qsTr("Export picture"), ".png", [qsTr("Picture (*.png *.svg *.pdf)")],
                       (url, replaces) => chooser.viewer.exportPicture(url, replaces), null);
     }
-    function write(title, suffix, filters, job, done) {
+    function write(title, ending, filters, job, done) {
         chooser.job = job;
         chooser.done = done;
         saveDialog.title = title;
         saveDialog.nameFilters = filters;
-        saveDialog.defaultSuffix = suffix;
-        saveDialog.currentFile = chooser.viewer.proposedFile(suffix);
+        saveDialog.defaultSuffix = ending.replace(/^.*\./, "");
         saveDialog.open();
+        saveDialog.currentFile = chooser.viewer.proposedFile(ending); // forgotten when it comes before
     }
     function finish(url, replaces) {
         const result = chooser.job(url, replaces);
         if (result === Viewer.Exists) {
-            replaceDialog.text = url.toString().replace(/^.*\//, "");
+            replaceDialog.text = chooser.viewer.fileName(url);
             replaceDialog.yesAction = () => chooser.finish(url, true);
             replaceDialog.open();
         } else if (result === Viewer.Saved && chooser.done) {

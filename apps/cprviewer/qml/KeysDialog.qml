@@ -11,7 +11,7 @@ AppDialog {
 
     title: qsTr("Keys")
     width: Math.round(560 * Look.unit)
-    onOpened: closeButton.forceActiveFocus(Qt.TabFocusReason)
+    firstItem: closeButton
 
     Repeater {
         model: [

@@ -14,7 +14,7 @@ AppDialog {
 
     title: qsTr("Loading %1").arg(dialog.viewer.loadedName)
     onClosed: if (dialog.viewer.isLoading) dialog.viewer.cancelLoading()
-    onOpened: cancelButton.forceActiveFocus(Qt.TabFocusReason)
+    firstItem: cancelButton
 
     // What is there at once needs no dialog that flashes up.
     property Timer delay: Timer {

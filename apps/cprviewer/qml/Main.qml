@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 import QtQuick 2.15
+import QtQuick.Window 2.15
 import QtQuick.Controls 2.15
 import CPRViewer 1.0
 import "."
@@ -13,16 +14,17 @@ ApplicationWindow {
     enum Page { Start, Live, Review }
 
     required property Viewer viewer
-    property string firstPage: "" // live or review, instead of the one that suits the session
+    property string firstPage: "" // live or review, instead of the one that suits the first session
     property int page: Main.Start
+    property bool isLeftForLater: false // the session that a killed viewer has left
     readonly property Item pageItem: pages.item
 
-    function pageOfSession() {
+    function showSession() {
         if (window.viewer.session === null)
-            return Main.Start;
-        if (window.firstPage.length > 0)
-            return window.firstPage === "live" ? Main.Live : Main.Review;
-        return window.viewer.isLive ? Main.Live : Main.Review;
+            window.page = Main.Start;
+        else
+            window.page = (window.firstPage || (window.viewer.isLive ? "live" : "review")) === "live" ? Main.Live : Main.Review;
+        window.firstPage = "";
     }
     // Does something that would take the place of a session which is not saved.
     function leave(action) {
@@ -86,7 +88,7 @@ ApplicationWindow {
     }
     Connections {
         target: window.viewer
-        function onSessionChanged() { window.page = window.pageOfSession(); }
+        function onSessionChanged() { window.showSession(); }
     }
     // What models have put into words is put anew.
     Connections {
@@ -109,10 +111,20 @@ ApplicationWindow {
             onSaveWanted: window.save()
             onMenuWanted: at => menu.popup(at, 0, at.height)
         }
-        ProblemBar {
+        MessageBar {
             width: parent.width
             text: window.viewer.problem
             onDismissed: window.viewer.dismissProblem()
+        }
+        MessageBar {
+            objectName: "leftBar"
+            width: parent.width
+            color: Look.accent
+            text: window.viewer.hasLeftSession && window.page !== Main.Start && !window.isLeftForLater
+                  ? qsTr("A session was not saved, on %1.").arg(Qt.formatDateTime(window.viewer.leftSessionTime, Qt.DefaultLocaleShortDate)) : ""
+            action: qsTr("Bring it back")
+            onActed: window.leave(() => window.viewer.bringBack())
+            onDismissed: window.isLeftForLater = true
         }
     }
 
@@ -163,7 +175,7 @@ ApplicationWindow {
         id: unsavedDialog
         objectName: "unsavedDialog"
         title: qsTr("Save the session first?")
-        text: qsTr("%1 is not saved.").arg(window.viewer.name)
+        text: (window.viewer.isLive ? qsTr("%1 is being recorded, and would end now.") : qsTr("%1 is not saved.")).arg(window.viewer.name)
         yes: qsTr("Save…")
         no: qsTr("Do not save")
     }

@@ -35,6 +35,7 @@ TabButton {
             color: Look.accent
             visible: tab.checked
         }
-        FocusFrame { visible: tab.visualFocus; anchors.margins: 2 }
+        // The arrow keys move the focus without saying so.
+        FocusFrame { visible: tab.activeFocus && (tab.visualFocus || !tab.hovered); anchors.margins: 2 }
     }
 }

@@ -19,7 +19,7 @@ AppDialog {
             action();
     }
 
-    onOpened: yesButton.forceActiveFocus(Qt.TabFocusReason)
+    firstItem: yesButton
 
     buttons: [
         ActionButton {

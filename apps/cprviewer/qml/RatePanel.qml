@@ -11,9 +11,6 @@ LivePanel {
 
     required property LiveFigures figures
     readonly property bool hasRate: panel.figures.rate > 0
-    readonly property int side: !panel.hasRate || panel.figures.rateMax <= 0 ? Verdict.None
-                              : panel.figures.rate < panel.figures.rateMin ? Verdict.TooLow
-                              : panel.figures.rate > panel.figures.rateMax ? Verdict.TooHigh : Verdict.Good
 
     title: qsTr("Rate")
     corner: panel.figures.rateMax > 0
@@ -57,7 +54,7 @@ LivePanel {
         id: verdict
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         size: 32 * Look.unit
-        kind: panel.side
-        words: ["–", qsTr("Right rate"), qsTr("Too slow"), qsTr("Too fast")][panel.side]
+        kind: panel.figures.rateSide
+        words: ["–", qsTr("Too slow"), qsTr("Right rate"), qsTr("Too fast")][verdict.kind]
     }
 }

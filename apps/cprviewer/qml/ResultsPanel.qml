@@ -10,10 +10,17 @@ Card {
     id: panel
 
     property alias session: summary.session
+    property bool isLive: false
 
     implicitHeight: Math.round(128 * Look.unit)
 
     SessionSummary { id: summary }
+
+    component Detail: PageText {
+        width: who.width
+        color: Look.muted
+        font.pixelSize: Look.small
+    }
 
     Column {
         id: who
@@ -24,26 +31,17 @@ Card {
         PageText {
             objectName: "learners"
             width: parent.width
-            text: summary.learners.filter(name => name.length > 0).join(", ") || qsTr("No learner named")
+            text: summary.learners.join(", ") || qsTr("No learner named")
             font.pixelSize: Look.title
             font.bold: true
         }
-        Repeater {
-            model: [
-                (isNaN(summary.start.getTime()) ? qsTr("Date not known")
-                                                : Qt.formatDateTime(summary.start, Qt.DefaultLocaleShortDate))
-                    + "  ·  " + Words.time(summary.length * 1000),
-                summary.protocolText,
-                summary.manikinText
-            ]
-            delegate: PageText {
-                required property string modelData
-                width: who.width
-                text: modelData
-                color: Look.muted
-                font.pixelSize: Look.small
-            }
+        Detail {
+            text: (isNaN(summary.start.getTime()) ? qsTr("Date not known")
+                                                  : Qt.formatDateTime(summary.start, Qt.DefaultLocaleShortDate))
+                  + "  ·  " + Words.time(summary.length * 1000)
         }
+        Detail { text: summary.protocolText }
+        Detail { text: summary.manikinText }
     }
     Row {
         id: tiles
@@ -61,7 +59,7 @@ Card {
     PageText {
         anchors { left: who.right; verticalCenter: parent.verticalCenter; margins: Look.padding }
         visible: !summary.hasScores
-        text: qsTr("The manikin has sent no scores.")
+        text: panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores.")
         color: Look.muted
         font.pixelSize: Look.title
     }

@@ -14,27 +14,32 @@ FocusScope {
     required property Viewer viewer
     // Nothing is followed for a page that nobody sees.
     readonly property CPRData session: page.visible ? page.viewer.session : null
-    readonly property CPREventBase chosen: page.row >= 0 && page.row < eventModel.count ? eventModel.eventAt(page.row) : null
-    property int row: -1
+    property CPREventBase chosen: null
+    property int row: -1 // of the chosen event, which may move
     property alias events: eventModel
     property alias timelinePanel: timelinePanel
     property alias sidePanel: sidePanel
 
+    function choose(row) {
+        page.chosen = eventModel.eventAt(row);
+        page.row = row;
+    }
+    function follow() { page.choose(eventModel.rowOf(page.chosen)); }
     function pick(row) {
         if (row < 0 || row >= eventModel.count)
             return;
-        page.row = row;
+        page.choose(row);
         timelinePanel.goTo(eventModel.data(eventModel.index(row, 0), EventListModel.StartRole));
     }
     function goTo(msecs) {
         timelinePanel.goTo(msecs);
-        page.row = eventModel.rowAt(timelinePanel.position);
+        page.choose(eventModel.rowAt(timelinePanel.position));
     }
     function previous() { page.pick(page.row < 0 ? eventModel.rowAt(timelinePanel.position) : page.row - 1); }
     function next() { page.pick(page.row < 0 ? eventModel.rowAt(timelinePanel.position) + 1 : page.row + 1); }
 
     onSessionChanged: {
-        page.row = -1;
+        page.choose(-1);
         timelinePanel.stopPlaying();
         timelinePanel.position = 0;
         timelinePanel.timeline.fit();
@@ -43,14 +48,7 @@ FocusScope {
     EventListModel {
         id: eventModel
         session: page.session
-        onTagsChanged: page.row = -1
-    }
-    Connections {
-        target: timelinePanel
-        function onPositionChanged() {
-            if (timelinePanel.isPlaying)
-                page.row = eventModel.rowAt(timelinePanel.position);
-        }
+        onCountChanged: Qt.callLater(page.follow) // when the views have heard of the rows
     }
 
     Keys.onPressed: event => {
@@ -79,6 +77,7 @@ FocusScope {
         ResultsPanel {
             Layout.fillWidth: true
             session: page.session
+            isLive: page.viewer.isLive
         }
         RowLayout {
             Layout.fillHeight: true
@@ -89,6 +88,7 @@ FocusScope {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 session: page.session
+                onPositionChanged: if (isPlaying) page.choose(eventModel.rowAt(position))
                 onMoved: time => page.goTo(time)
                 onPreviousWanted: page.previous()
                 onNextWanted: page.next()

@@ -21,13 +21,13 @@ AppDialog {
         dialog.close();
         dialog.chosen(dialog.scenarios[list.currentIndex].name, seed.value);
     }
-    onOpened: list.forceActiveFocus(Qt.TabFocusReason)
+    firstItem: list
 
     ListView {
         id: list
         objectName: "scenarios"
         Layout.fillWidth: true
-        Layout.preferredHeight: Math.round(360 * Look.unit)
+        Layout.preferredHeight: Math.min(list.contentHeight, Math.round(480 * Look.unit))
         clip: true
         model: dialog.scenarios
         currentIndex: 2

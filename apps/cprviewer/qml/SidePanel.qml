@@ -47,6 +47,7 @@ Card {
             onPicked: index => panel.picked(index)
         }
         FactsPage {
+            id: results
             objectName: "results"
             title: qsTr("Results")
 
@@ -67,8 +68,10 @@ Card {
             }
             Histograms {
                 id: histograms
+                objectName: "histograms"
                 width: parent.width
                 session: panel.session
+                onFocused: histogram => results.reveal(histogram)
             }
             Facts {
                 objectName: "statistics"

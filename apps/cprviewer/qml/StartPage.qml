@@ -92,7 +92,7 @@ FocusScope {
                     ActionButton {
                         objectName: "startOpen"
                         focus: !page.viewer.hasLeftSession
-                        highlighted: true
+                        highlighted: !page.viewer.hasLeftSession
                         text: qsTr("Open session…")
                         onClicked: page.openWanted()
                     }

@@ -21,10 +21,12 @@ Card {
     signal nextWanted()
 
     function togglePlaying() {
-        if (playing.running) {
-            playing.stop();
-            return;
-        }
+        if (panel.isPlaying)
+            panel.stopPlaying();
+        else
+            panel.startPlaying();
+    }
+    function startPlaying() {
         if (panel.position >= timeline.length)
             panel.position = 0;
         playing.from = panel.position;
@@ -46,7 +48,11 @@ Card {
     function zoom(factor) { timeline.zoom(factor, panel.centre()); }
     function pan(share) { timeline.pan((timeline.shownTo - timeline.shownFrom) * share); }
 
-    onPositionChanged: if (panel.isPlaying) timeline.reveal(panel.position)
+    onPositionChanged: {
+        // A window at a time, so that what comes is seen and the picture is drawn seldom.
+        if (panel.isPlaying && (panel.position < timeline.shownFrom || panel.position > timeline.shownTo))
+            timeline.pan(panel.position - timeline.shownFrom);
+    }
 
     NumberAnimation { id: playing; target: panel; property: "position" }
 
@@ -127,8 +133,11 @@ Card {
             text: qsTr("%1×").arg(panel.speed)
             help: qsTr("Speed of the playback")
             onClicked: {
+                const wasPlaying = panel.isPlaying;
                 panel.stopPlaying();
                 panel.speed = panel.speed >= 8 ? 1 : panel.speed * 2;
+                if (wasPlaying)
+                    panel.startPlaying();
             }
         }
         ActionButton { text: "◀"; help: qsTr("Previous event (P)"); onClicked: panel.previousWanted() }

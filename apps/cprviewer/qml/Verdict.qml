@@ -8,7 +8,8 @@ import "."
 Item {
     id: verdict
 
-    enum Kind { None, Good, TooLow, TooHigh, Fault }
+    // The first four as LiveFigures.Side.
+    enum Kind { None, TooLow, Good, TooHigh, Fault }
 
     property int kind: Verdict.None
     property string words: ""
@@ -26,13 +27,14 @@ Item {
 
         Text {
             id: symbol
-            text: ["", "✓", "✗", "✗", "✗"][verdict.kind]
+            text: ["", "✗", "✓", "✗", "✗"][verdict.kind]
             visible: text.length > 0
             color: verdict.tone
             font.pixelSize: verdict.size
             font.bold: true
         }
         Text {
+            anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, verdict.width - (symbol.visible ? symbol.width + parent.spacing : 0))
             text: verdict.words
             color: verdict.tone

@@ -35,7 +35,7 @@ PageMenu {
             model: menu.names
             delegate: MenuItem {
                 required property string modelData
-                text: modelData.replace(/^.*\//, "")
+                text: modelData.replace(/^.*\//, "").replace(/&/g, "&&") // no key of the menu
                 font.pixelSize: Look.normal
                 onTriggered: menu.fileWanted(modelData)
             }
@@ -59,15 +59,17 @@ PageMenu {
     PageMenu {
         title: qsTr("&Appearance")
 
-        Action { text: qsTr("As the system"); checkable: true; checked: menu.viewer.appearance.mode === Appearance.System; onTriggered: menu.viewer.appearance.mode = Appearance.System }
-        Action { text: qsTr("Light"); checkable: true; checked: menu.viewer.appearance.mode === Appearance.Light; onTriggered: menu.viewer.appearance.mode = Appearance.Light }
-        Action { text: qsTr("Dark"); checkable: true; checked: menu.viewer.appearance.mode === Appearance.Dark; onTriggered: menu.viewer.appearance.mode = Appearance.Dark }
+        ActionGroup { id: modes }
+        Action { text: qsTr("As the system"); ActionGroup.group: modes; checkable: true; checked: menu.viewer.appearance.mode === Appearance.System; onTriggered: menu.viewer.appearance.mode = Appearance.System }
+        Action { text: qsTr("Light"); ActionGroup.group: modes; checkable: true; checked: menu.viewer.appearance.mode === Appearance.Light; onTriggered: menu.viewer.appearance.mode = Appearance.Light }
+        Action { text: qsTr("Dark"); ActionGroup.group: modes; checkable: true; checked: menu.viewer.appearance.mode === Appearance.Dark; onTriggered: menu.viewer.appearance.mode = Appearance.Dark }
     }
     PageMenu {
         title: qsTr("&Language")
 
-        Action { text: "English"; checkable: true; checked: menu.viewer.appearance.language === "en"; onTriggered: menu.viewer.appearance.language = "en" }
-        Action { text: "Deutsch"; checkable: true; checked: menu.viewer.appearance.language === "de"; onTriggered: menu.viewer.appearance.language = "de" }
+        ActionGroup { id: languages }
+        Action { text: "English"; ActionGroup.group: languages; checkable: true; checked: menu.viewer.appearance.language === "en"; onTriggered: menu.viewer.appearance.language = "en" }
+        Action { text: "Deutsch"; ActionGroup.group: languages; checkable: true; checked: menu.viewer.appearance.language === "de"; onTriggered: menu.viewer.appearance.language = "de" }
     }
     Action { text: qsTr("&Keys"); onTriggered: menu.keysWanted() }
     MenuSeparator { }

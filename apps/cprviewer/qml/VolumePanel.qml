@@ -11,9 +11,6 @@ LivePanel {
 
     required property LiveFigures figures
     readonly property int last: panel.figures.lastVolume
-    readonly property int side: panel.last < 0 || panel.figures.volumeMax <= 0 ? Verdict.None
-                              : panel.last < panel.figures.volumeMin ? Verdict.TooLow
-                              : panel.last >= panel.figures.volumeMax ? Verdict.TooHigh : Verdict.Good
 
     title: qsTr("Ventilation")
     corner: panel.figures.volumeMax > 0
@@ -22,7 +19,7 @@ LivePanel {
 
     BandGauge {
         id: gauge
-        anchors { top: parent.top; bottom: verdict.top; bottomMargin: Look.gap; horizontalCenter: undefined }
+        anchors { top: parent.top; bottom: verdict.top; bottomMargin: Look.gap }
         width: Math.round(128 * Look.unit)
         value: panel.figures.volume
         to: 1000
@@ -41,7 +38,7 @@ LivePanel {
         id: verdict
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         size: 32 * Look.unit
-        kind: panel.side
-        words: ["–", qsTr("Right volume"), qsTr("Too little"), qsTr("Too much")][panel.side]
+        kind: panel.figures.volumeSide
+        words: ["–", qsTr("Too little"), qsTr("Right volume"), qsTr("Too much")][verdict.kind]
     }
 }

@@ -27,6 +27,14 @@
         <source>Go on, keep the pause short</source>
         <translation>Weitermachen, Pause kurz halten</translation>
     </message>
+    <message>
+        <source>The session has ended</source>
+        <translation>Die Sitzung ist beendet</translation>
+    </message>
+    <message>
+        <source>Well done</source>
+        <translation>Gut gemacht</translation>
+    </message>
 </context>
 <context>
     <name>DepthPanel</name>
@@ -63,8 +71,8 @@
         <translation>Voll entlastet</translation>
     </message>
     <message>
-        <source>Not released, %1 mm left</source>
-        <translation>Nicht entlastet, noch %1 mm</translation>
+        <source>%1 mm not released</source>
+        <translation>Resttiefe %1 mm</translation>
     </message>
 </context>
 <context>
@@ -208,7 +216,11 @@
     </message>
 </context>
 <context>
-    <name>Histograms</name>
+    <name>Histogram</name>
+    <message>
+        <source>Bar %1: %2 %</source>
+        <translation>Balken %1: %2 %</translation>
+    </message>
     <message>
         <source>low</source>
         <translation>niedrig</translation>
@@ -216,6 +228,10 @@
     <message>
         <source>high</source>
         <translation>hoch</translation>
+    </message>
+    <message>
+        <source>Bar %1: %2 % ≈ %3 of %4</source>
+        <translation>Balken %1: %2 % ≈ %3 von %4</translation>
     </message>
 </context>
 <context>
@@ -409,9 +425,21 @@
         <source>Do not save</source>
         <translation>Nicht speichern</translation>
     </message>
+    <message>
+        <source>A session was not saved, on %1.</source>
+        <translation>Eine Sitzung vom %1 wurde nicht gespeichert.</translation>
+    </message>
+    <message>
+        <source>Bring it back</source>
+        <translation>Wiederherstellen</translation>
+    </message>
+    <message>
+        <source>%1 is being recorded, and would end now.</source>
+        <translation>%1 wird aufgezeichnet und würde jetzt enden.</translation>
+    </message>
 </context>
 <context>
-    <name>ProblemBar</name>
+    <name>MessageBar</name>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
@@ -496,6 +524,10 @@
     <message>
         <source>None: nothing to correct.</source>
         <translation>Keine: nichts zu verbessern.</translation>
+    </message>
+    <message>
+        <source>Scores come at the end.</source>
+        <translation>Die Bewertung kommt am Ende.</translation>
     </message>
 </context>
 <context>

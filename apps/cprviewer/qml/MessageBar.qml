@@ -5,11 +5,13 @@ import QtQuick 2.15
 import QtQuick.Layouts 1.15
 import "."
 
-// What went wrong, until somebody has seen it.
+// What went wrong, or what may be done now, until somebody has seen it.
 Rectangle {
     id: bar
 
     property string text: ""
+    property string action: "" // what may be done; empty for nothing
+    signal acted()
     signal dismissed()
 
     visible: bar.text.length > 0
@@ -24,13 +26,14 @@ Rectangle {
 
         PageText {
             id: message
-            objectName: "problem"
+            objectName: "message"
             Layout.fillWidth: true
             text: bar.text
             color: Look.accentText
             wrapMode: Text.WrapAtWordBoundaryOrAnywhere
             maximumLineCount: 3
         }
+        ActionButton { objectName: "act"; visible: bar.action.length > 0; text: bar.action; onClicked: bar.acted() }
         ActionButton { objectName: "dismiss"; text: qsTr("Close"); onClicked: bar.dismissed() }
     }
 }
