@@ -18,18 +18,22 @@ class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     // clang-format off
     /// One number for each bar; below 0 counts as 0.
     Q_PROPERTY(QVariantList values   MEMBER m_values   NOTIFY changed)
+    /// Drawn for a dark page.
     Q_PROPERTY(bool         dark     MEMBER m_isDark   NOTIFY changed)
     /// Pixels; 0, as it is from the start, for the size of the application's font.
     Q_PROPERTY(qreal        textSize MEMBER m_textSize NOTIFY changed)
     // clang-format on
 
 public:
+    /// No bars until there are values.
     explicit HistogramItem(QQuickItem *parent = nullptr);
     ~HistogramItem() override;
 
+    /// See QQuickPaintedItem.
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
+    /// Some of the properties have changed.
     void changed();
 
 private:
