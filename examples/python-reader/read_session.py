@@ -21,7 +21,7 @@ LARGEST_NUMBER = 2**32
 
 
 class SessionError(Exception):
-    """The file is no session archive, or a damaged one."""
+    """The file is no session archive, or damaged."""
 
 
 @dataclass
@@ -47,7 +47,7 @@ class Event:
 
 @dataclass
 class Wave:
-    period: int  # ms between two samples
+    period: int  # ms
     unit: float  # what one step of a sample is worth, in mm or ml
     samples: array.array
 
@@ -68,8 +68,8 @@ class Session:
 
     def band(self, name, scale=1):
         """The lower and the upper limit of the guidelines; None when they have none."""
-        limits = Event("", 0, self.guidelines)
-        low, high = limits.number(name + "Min") / scale, limits.number(name + "Max") / scale
+        low, high = (Event("", 0, self.guidelines).number(name + end) / scale
+                     for end in ("Min", "Max"))
         return (low, high) if high > low else None
 
 
@@ -209,8 +209,7 @@ class Picture:
 
     def draw(self):
         session, facts = self.session, summary(self.session)
-        title = ", ".join([*facts["learners"], facts["start"]])
-        self.add("text", title, x=self.LEFT, y=24, font_size=16)
+        self.add("text", ", ".join([*facts["learners"], facts["start"]]), x=self.LEFT, y=24)
         self.label("Depth, mm", 46)
         self.lane(session.depth, session.band("CompressionDepth", 100),
                   lambda depth: 46 + self.LANE * depth / 75, 75)
