@@ -159,6 +159,8 @@ public:
     /// a member other than a wave is missing or any member is damaged, which a warning names with
     /// the reason; what could be read is there. Nothing is taken from a member that the handler
     /// found damaged, and of a document that oversteps a limit or is no XML only what comes before.
+    /// The event list is replaced; samples are appended to the waves, so load into a new session or
+    /// reset() it before.
     bool readData(CPRFileHandler *handler);
 
 Q_SIGNALS:

@@ -103,7 +103,9 @@ public:
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     /// True when released completely, with the hands in place, at a rate within the limits and
-    /// deep enough for \a guidelines (not null).
+    /// deep enough for \a guidelines (not null). The depth in mm is compared with the number that
+    /// CompressionDepthMin holds, so that a set in hundredths of a millimetre never lets it be deep
+    /// enough; hosts rely on it as it is.
     bool isCorrect(CPRGuidelines *guidelines) const;
     /// Compares the rate with the list's guidelines the other way round than isCorrect() does:
     /// at most the minimum and at least the maximum. Hosts rely on it as it is.
