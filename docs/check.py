@@ -6,7 +6,6 @@ one, and each paragraph of C++ or QML that a page shows stands in a source that 
 What is wrong goes to stderr, a line each; the exit status is 1 then."""
 import pathlib
 import re
-import subprocess
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
@@ -14,9 +13,8 @@ SOURCES = {"cpp": ("examples/**/*.cpp", "docs/snippets/*.cpp"), "qml": ("example
 
 
 def pages():
-    listed = subprocess.run(["git", "ls-files", "-co", "--exclude-standard", "*.md"], cwd=ROOT,
-                            check=True, capture_output=True, text=True).stdout
-    return [ROOT / name for name in listed.splitlines()]
+    built = ROOT / "build"
+    return [page for page in sorted(ROOT.rglob("*.md")) if built not in page.parents]
 
 
 def without_code(text):
