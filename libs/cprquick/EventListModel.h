@@ -22,10 +22,12 @@ class CPRQUICK_EXPORT EventListModel : public QAbstractListModel {
     QML_ELEMENT
 
     // clang-format off
+    /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData *session READ session WRITE setSession NOTIFY sessionChanged)
     /// The tags of which an event has to carry at least one (CPREventBase.TagComp, ...); 0, as it
     /// is from the start, for all events.
     Q_PROPERTY(int      tags    READ tags    WRITE setTags    NOTIFY tagsChanged)
+    /// Number of rows.
     Q_PROPERTY(int      count   READ count                    NOTIFY countChanged)
     // clang-format on
 
@@ -53,14 +55,18 @@ public:
     };
     Q_ENUM(Role)
 
+    /// Shows nothing until it has a session.
     explicit EventListModel(QObject *parent = nullptr);
     ~EventListModel() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     CPRData *session() const { return m_watcher.session(); }
     void setSession(CPRData *session) { m_watcher.setSession(session); }
     int tags() const { return m_tags; }
     void setTags(int tags);
     int count() const { return m_rows.size(); }
+    /// @}
 
     /// The event in \a row; null outside.
     Q_INVOKABLE CPREventBase *eventAt(int row) const;
@@ -69,14 +75,20 @@ public:
     /// The last row that starts at or before \a msecs of session time; -1 when all start later.
     Q_INVOKABLE int rowAt(int msecs) const;
 
+    /// @{
+    /// See QAbstractItemModel.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
+    /// @}
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void tagsChanged();
     void countChanged();
+    /// @}
 
 private:
     bool isShown(const CPREventBase *event) const;

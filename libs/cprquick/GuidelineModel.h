@@ -16,27 +16,39 @@ class CPRQUICK_EXPORT GuidelineModel : public QAbstractListModel {
     Q_OBJECT
     QML_ELEMENT
 
+    /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData *session READ session WRITE setSession NOTIFY sessionChanged)
 
 public:
+    /// What a delegate reads.
     enum Role {
         NameRole = Qt::UserRole + 1, ///< name: in words
         ValueTextRole ///< valueText: the limit or the limits, with their unit
     };
     Q_ENUM(Role)
 
+    /// Shows nothing until it has a session.
     explicit GuidelineModel(QObject *parent = nullptr);
     ~GuidelineModel() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     CPRData *session() const { return m_watcher.session(); }
     void setSession(CPRData *session) { m_watcher.setSession(session); }
+    /// @}
 
+    /// @{
+    /// See QAbstractItemModel.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
+    /// @}
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
+    /// @}
 
 private:
     struct Row {

@@ -20,21 +20,25 @@ class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     Q_PROPERTY(QVariantList values   MEMBER m_values   NOTIFY changed)
     /// The bar that is marked; -1, as it is from the start, for none.
     Q_PROPERTY(int          chosen   MEMBER m_chosen   NOTIFY changed)
+    /// Drawn for a dark page.
     Q_PROPERTY(bool         dark     MEMBER m_isDark   NOTIFY changed)
     /// Pixels; 0, as it is from the start, for the size of the application's font.
     Q_PROPERTY(qreal        textSize MEMBER m_textSize NOTIFY changed)
     // clang-format on
 
 public:
+    /// No bars until there are values.
     explicit HistogramItem(QQuickItem *parent = nullptr);
     ~HistogramItem() override;
 
     /// The bar at the place \a x of the item; -1 beside the bars.
     Q_INVOKABLE int barAt(qreal x) const;
 
+    /// See QQuickPaintedItem.
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
+    /// Some of the properties have changed.
     void changed();
 
 private:

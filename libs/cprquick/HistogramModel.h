@@ -19,11 +19,14 @@ class CPRQUICK_EXPORT HistogramModel : public QAbstractListModel {
     QML_ELEMENT
 
     // clang-format off
+    /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData *session    READ session WRITE setSession NOTIFY sessionChanged)
+    /// The statistics have arrived.
     Q_PROPERTY(bool     isReceived READ isReceived               NOTIFY isReceivedChanged)
     // clang-format on
 
 public:
+    /// What a delegate reads.
     enum Role {
         NameRole = Qt::UserRole + 1, ///< name: in words
         ValuesRole, ///< values: six numbers, as the manikin sent them
@@ -32,23 +35,36 @@ public:
     };
     Q_ENUM(Role)
 
+    /// @{
+    /// Rows, and numbers in each.
     static constexpr int histogramCount = 6;
     static constexpr int barCount = 6;
+    /// @}
 
+    /// Shows nothing until it has a session.
     explicit HistogramModel(QObject *parent = nullptr);
     ~HistogramModel() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     CPRData *session() const { return m_watcher.session(); }
     void setSession(CPRData *session) { m_watcher.setSession(session); }
     bool isReceived() const { return m_isReceived; }
+    /// @}
 
+    /// @{
+    /// See QAbstractItemModel.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
+    /// @}
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void isReceivedChanged();
+    /// @}
 
 private:
     void refresh();

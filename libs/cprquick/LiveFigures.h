@@ -19,6 +19,7 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     QML_ELEMENT
 
     // clang-format off
+    /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData *session              READ session  WRITE setSession NOTIFY sessionChanged)
     /// Set it to whether somebody looks. True unless changed.
     Q_PROPERTY(bool     isActive             READ isActive WRITE setActive  NOTIFY isActiveChanged)
@@ -30,34 +31,50 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(double   depth                READ depth                NOTIFY waveChanged)
     /// Volume at the moment, ml.
     Q_PROPERTY(int      volume               READ volume               NOTIFY waveChanged)
+    /// @{
     /// Compressions and ventilations per minute; -1 while it is not known.
     Q_PROPERTY(int      rate                 READ rate                 NOTIFY waveChanged)
     Q_PROPERTY(int      ventilationRate      READ ventilationRate      NOTIFY waveChanged)
+    /// @}
 
+    /// @{
     /// Of the last compression and the last ventilation; depths in mm, volume in ml. -1 before the
     /// first.
     Q_PROPERTY(double   lastDepth            READ lastDepth            NOTIFY eventsChanged)
     Q_PROPERTY(double   lastReleaseDepth     READ lastReleaseDepth     NOTIFY eventsChanged)
     Q_PROPERTY(int      lastVolume           READ lastVolume           NOTIFY eventsChanged)
+    /// @}
+    /// The last compression was released completely; true before the first.
     Q_PROPERTY(bool     isReleased           READ isReleased           NOTIFY eventsChanged)
+    /// @{
     /// On which side of its band the last depth, the rate and the last volume lie.
     Q_PROPERTY(Side     depthSide            READ depthSide            NOTIFY eventsChanged)
     Q_PROPERTY(Side     rateSide             READ rateSide             NOTIFY waveChanged)
     Q_PROPERTY(Side     volumeSide           READ volumeSide           NOTIFY eventsChanged)
+    /// @}
+    /// @{
     /// Faults of the last compression or ventilation, whichever came later; and one sentence to the
     /// learner about the worst of them, empty when all is right. Once the manikin has sent its
     /// scores it is the first advice on the whole session.
     Q_PROPERTY(QStringList faults            READ faults               NOTIFY eventsChanged)
     Q_PROPERTY(QString  advice               READ advice               NOTIFY eventsChanged)
+    /// @}
+    /// @{
     /// Compressions, and the ventilations that followed them, in the cycle that is running.
     Q_PROPERTY(int      compressionsInCycle  READ compressionsInCycle  NOTIFY eventsChanged)
     Q_PROPERTY(int      ventilationsInCycle  READ ventilationsInCycle  NOTIFY eventsChanged)
+    /// @}
+    /// @{
+    /// Compressions and ventilations of the session.
     Q_PROPERTY(int      compressionCount     READ compressionCount     NOTIFY eventsChanged)
     Q_PROPERTY(int      ventilationCount     READ ventilationCount     NOTIFY eventsChanged)
+    /// @}
     /// Length of the pause that is running, s; 0 when none is.
     Q_PROPERTY(int      pause                READ pause                NOTIFY pauseChanged)
 
-    /// The limits. Those of a band that the guidelines do not have are both 0.
+    /// @{
+    /// The limits: depths in mm, rates per minute, volumes in ml, numbers in a cycle. Those of a
+    /// band that the guidelines do not have are both 0.
     Q_PROPERTY(double   depthMin             READ depthMin             NOTIFY targetsChanged)
     Q_PROPERTY(double   depthMax             READ depthMax             NOTIFY targetsChanged)
     Q_PROPERTY(double   releaseDepth         READ releaseDepth         NOTIFY targetsChanged)
@@ -67,6 +84,7 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(int      volumeMax            READ volumeMax            NOTIFY targetsChanged)
     Q_PROPERTY(int      compressionsPerCycle READ compressionsPerCycle NOTIFY targetsChanged)
     Q_PROPERTY(int      ventilationsPerCycle READ ventilationsPerCycle NOTIFY targetsChanged)
+    /// @}
     // clang-format on
 
 public:
@@ -74,10 +92,13 @@ public:
     enum Side { Unknown, Below, Inside, Above };
     Q_ENUM(Side)
 
+    /// Shows nothing until it has a session.
     explicit LiveFigures(QObject *parent = nullptr);
     ~LiveFigures() override;
 
     // clang-format off
+    /// @{
+    /// Getters and setters of the properties.
     CPRData    *session() const              { return m_watcher.session(); }
     void        setSession(CPRData *session) { m_watcher.setSession(session); }
     bool        isActive() const             { return m_isActive; }
@@ -111,9 +132,12 @@ public:
     int         volumeMax() const            { return static_cast<int>(m_targets.volume.max); }
     int         compressionsPerCycle() const { return m_targets.compressionsPerCycle; }
     int         ventilationsPerCycle() const { return m_targets.ventilationsPerCycle; }
+    /// @}
     // clang-format on
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void isActiveChanged();
     void timeChanged();
@@ -122,6 +146,7 @@ Q_SIGNALS:
     void eventsChanged();
     void pauseChanged();
     void targetsChanged();
+    /// @}
 
 private:
     struct WaveFigures {

@@ -29,13 +29,16 @@ class CPRQUICK_EXPORT ParameterModel : public QAbstractListModel {
     /// Whether the bars of the histograms, which HistogramModel has too, are rows. True unless
     /// changed.
     Q_PROPERTY(bool          hasBars READ hasBars WRITE setHasBars NOTIFY hasBarsChanged)
+    /// Number of rows.
     Q_PROPERTY(int           count   READ count                    NOTIFY countChanged)
     // clang-format on
 
 public:
+    /// Whose parameters are shown: those of an event, or of a standing event of the session.
     enum Subject { ChosenEvent, SessionInfo, Statistics, Score };
     Q_ENUM(Subject)
 
+    /// What a delegate reads.
     enum Role {
         KeyRole = Qt::UserRole + 1, ///< key: the key text, as in params
         TypeRole, ///< type: CPREventBase.ParameterType
@@ -46,9 +49,12 @@ public:
     };
     Q_ENUM(Role)
 
+    /// Shows nothing until it has an event or a session.
     explicit ParameterModel(QObject *parent = nullptr);
     ~ParameterModel() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     CPRData *session() const { return m_watcher.session(); }
     void setSession(CPRData *session) { m_watcher.setSession(session); }
     Subject subject() const { return m_subject; }
@@ -58,17 +64,24 @@ public:
     bool hasBars() const { return m_hasBars; }
     void setHasBars(bool bars);
     int count() const { return m_rows.size(); }
+    /// @}
 
+    /// @{
+    /// See QAbstractItemModel.
     int rowCount(const QModelIndex &parent = QModelIndex()) const override;
     QVariant data(const QModelIndex &index, int role = Qt::DisplayRole) const override;
     QHash<int, QByteArray> roleNames() const override;
+    /// @}
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void subjectChanged();
     void eventChanged();
     void hasBarsChanged();
     void countChanged();
+    /// @}
 
 private:
     struct Row {

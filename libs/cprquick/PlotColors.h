@@ -18,7 +18,10 @@ class CPRQUICK_EXPORT PlotColors : public QObject {
     QML_ELEMENT
 
     // clang-format off
+    /// The colours of a dark page; false unless changed.
     Q_PROPERTY(bool   dark       READ isDark WRITE setDark NOTIFY darkChanged)
+    /// @{
+    /// The colour of what the name says.
     Q_PROPERTY(QColor background READ background           NOTIFY darkChanged)
     Q_PROPERTY(QColor lane       READ lane                 NOTIFY darkChanged) ///< behind curves
     Q_PROPERTY(QColor frame      READ frame                NOTIFY darkChanged)
@@ -32,11 +35,15 @@ class CPRQUICK_EXPORT PlotColors : public QObject {
     Q_PROPERTY(QColor pause      READ pause                NOTIFY darkChanged)
     Q_PROPERTY(QColor fault      READ fault                NOTIFY darkChanged)
     Q_PROPERTY(QColor flag       READ flag                 NOTIFY darkChanged)
+    /// @}
     // clang-format on
 
 public:
+    /// The colours of a light page.
     explicit PlotColors(QObject *parent = nullptr) : QObject(parent) { }
 
+    /// @{
+    /// Getters and setters of the properties.
     bool isDark() const { return m_isDark; }
     void setDark(bool dark)
     {
@@ -59,8 +66,10 @@ public:
     QColor pause() const { return m_theme.pause; }
     QColor fault() const { return m_theme.fault; }
     QColor flag() const { return m_theme.flag; }
+    /// @}
 
 Q_SIGNALS:
+    /// All colours have changed.
     void darkChanged();
 
 private:

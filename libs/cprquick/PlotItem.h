@@ -26,6 +26,7 @@ class CPRQUICK_EXPORT PlotItem : public QQuickPaintedItem {
     QML_ANONYMOUS
 
     // clang-format off
+    /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData *session   READ session   WRITE setSession  NOTIFY sessionChanged)
     /// ms of session time.
     Q_PROPERTY(int      from      READ from      WRITE setFrom     NOTIFY windowChanged)
@@ -33,17 +34,23 @@ class CPRQUICK_EXPORT PlotItem : public QQuickPaintedItem {
     Q_PROPERTY(int      to        READ to        WRITE setTo       NOTIFY windowChanged)
     /// ms; when it is positive the end of the session is shown and from and to do not count.
     Q_PROPERTY(int      span      READ span      WRITE setSpan     NOTIFY windowChanged)
+    /// Drawn for a dark page.
     Q_PROPERTY(bool     dark      READ isDark    WRITE setDark     NOTIFY lookChanged)
     /// Pixels; 0, as it is from the start, for the size of the application's font.
     Q_PROPERTY(qreal    textSize  READ textSize  WRITE setTextSize NOTIFY lookChanged)
-    /// What is really shown, ms, and the length of the session, ms. Brought up to date with a frame.
+    /// @{
+    /// What is really shown, ms, and the length of the session, ms. Brought up to date with each
+    /// frame.
     Q_PROPERTY(int      shownFrom READ shownFrom                   NOTIFY shownChanged)
     Q_PROPERTY(int      shownTo   READ shownTo                     NOTIFY shownChanged)
     Q_PROPERTY(int      length    READ length                      NOTIFY lengthChanged)
+    /// @}
+    /// @{
     /// A time that a page marks, ms, and its place in the item. The item draws nothing there, so a
     /// mark that moves costs no repaint.
     Q_PROPERTY(int      cursor    READ cursor    WRITE setCursor   NOTIFY cursorChanged)
     Q_PROPERTY(qreal    cursorX   READ cursorX                     NOTIFY cursorXChanged)
+    /// @}
     /// Where in the item time is drawn. Known after the first frame.
     Q_PROPERTY(QRectF   plotArea  READ plotArea                    NOTIFY plotAreaChanged)
     // clang-format on
@@ -51,6 +58,8 @@ class CPRQUICK_EXPORT PlotItem : public QQuickPaintedItem {
 public:
     ~PlotItem() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     CPRData *session() const;
     void setSession(CPRData *session);
     int from() const { return m_from; }
@@ -70,11 +79,14 @@ public:
     int cursor() const { return m_cursor; }
     void setCursor(int msecs);
     qreal cursorX() const { return xAt(m_cursor); }
+    /// @}
 
+    /// @{
     /// The place of a time (ms) in the item, and the time at a place; both also outside what is
     /// shown. For handlers: a binding does not learn that the window has moved, cursorX does.
     Q_INVOKABLE qreal xAt(int msecs) const;
     Q_INVOKABLE int timeAt(qreal x) const;
+    /// @}
     /// Shows a time that is \a factor times shorter; what is drawn at \a x stays there.
     Q_INVOKABLE void zoom(qreal factor, qreal x);
     /// Moves along the session by \a msecs, not beyond its ends.
@@ -85,6 +97,8 @@ public:
     Q_INVOKABLE void reveal(int msecs);
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void windowChanged();
     void lookChanged();
@@ -93,22 +107,30 @@ Q_SIGNALS:
     void plotAreaChanged();
     void cursorChanged();
     void cursorXChanged();
+    /// @}
 
 protected:
+    /// Shows nothing until it has a session.
     explicit PlotItem(QQuickItem *parent);
 
     /// Null when there is no session.
     const PlotSource *source() const { return m_source.get(); }
+    /// @{
+    /// The colours and the size of texts, pixels, to draw with.
     sessionplot::Theme theme() const;
     qreal usedTextSize() const;
+    /// @}
     /// For paint(), which may run on another thread: the change is announced afterwards.
     void setPlotArea(const QRectF &area);
     /// Draws anew with the next frame.
     void requestPaint();
 
+    /// @{
+    /// See QQuickItem.
     void componentComplete() override;
     void itemChange(ItemChange change, const ItemChangeData &value) override;
     void updatePolish() override;
+    /// @}
 
 private:
     void setWindow(int from, int to, int span);

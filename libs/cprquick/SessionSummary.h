@@ -18,40 +18,53 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     QML_ELEMENT
 
     // clang-format off
+    /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData    *session             READ session WRITE setSession   NOTIFY sessionChanged)
+    /// Names of the learners.
     Q_PROPERTY(QStringList learners            READ learners                   NOTIFY changed)
     /// When it began; invalid when that is not known.
     Q_PROPERTY(QDateTime   start               READ start                      NOTIFY changed)
-    /// s; while the session runs, so far.
+    /// Length of the session, s; while it runs, so far.
     Q_PROPERTY(int         length              READ length                     NOTIFY changed)
+    /// The CPR protocol in words.
     Q_PROPERTY(QString     protocolText        READ protocolText               NOTIFY changed)
     /// Name and type, as far as they are known.
     Q_PROPERTY(QString     manikinText         READ manikinText                NOTIFY changed)
     /// Identifier of the guideline set.
     Q_PROPERTY(QString     guidelines          READ guidelines                 NOTIFY changed)
+    /// @{
+    /// What the CPR protocol trains.
     Q_PROPERTY(bool        trainsCompressions  READ trainsCompressions         NOTIFY changed)
     Q_PROPERTY(bool        trainsVentilations  READ trainsVentilations         NOTIFY changed)
+    /// @}
     /// The manikin has sent its scores; without them the next eight tell nothing.
     Q_PROPERTY(bool        hasScores           READ hasScores                  NOTIFY changed)
+    /// @{
     /// Percent; flowTime is -1 when it is not known.
     Q_PROPERTY(int         overallScore        READ overallScore               NOTIFY changed)
     Q_PROPERTY(int         compressionScore    READ compressionScore           NOTIFY changed)
     Q_PROPERTY(int         ventilationScore    READ ventilationScore           NOTIFY changed)
     Q_PROPERTY(int         flowTime            READ flowTime                   NOTIFY changed)
+    /// @}
+    /// @{
     /// CPREventBase.Advice, and the same as a sentence; empty for none.
     Q_PROPERTY(int         primaryAdvice       READ primaryAdvice              NOTIFY changed)
     Q_PROPERTY(int         secondaryAdvice     READ secondaryAdvice            NOTIFY changed)
     Q_PROPERTY(QString     primaryAdviceText   READ primaryAdviceText          NOTIFY changed)
     Q_PROPERTY(QString     secondaryAdviceText READ secondaryAdviceText        NOTIFY changed)
-    /// Percent that the guidelines ask for; 0 when the protocol has none.
+    /// @}
+    /// Flow time, percent, that the guidelines ask for; 0 when the protocol has none.
     Q_PROPERTY(int         leastFlowTime       READ leastFlowTime              NOTIFY changed)
     // clang-format on
 
 public:
+    /// Shows nothing until it has a session.
     explicit SessionSummary(QObject *parent = nullptr);
     ~SessionSummary() override;
 
     // clang-format off
+    /// @{
+    /// Getters and setters of the properties.
     CPRData    *session() const            { return m_watcher.session(); }
     void        setSession(CPRData *session) { m_watcher.setSession(session); }
     QStringList learners() const           { return m_summary.learners; }
@@ -73,10 +86,14 @@ public:
     bool trainsVentilations() const;
     QString primaryAdviceText() const;
     QString secondaryAdviceText() const;
+    /// @}
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void changed();
+    /// @}
 
 private:
     void refresh();

@@ -20,6 +20,7 @@ class CPRQUICK_EXPORT SessionWords : public QObject {
     QML_SINGLETON
 
 public:
+    /// The engine makes the one that QML calls Words.
     explicit SessionWords(QObject *parent = nullptr);
     ~SessionWords() override;
 

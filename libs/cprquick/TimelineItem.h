@@ -24,6 +24,7 @@ class CPRQUICK_EXPORT TimelineItem : public PlotItem {
 
 public:
     // clang-format off
+    /// Parts of the picture, from top to bottom.
     enum Part {
         Head     = sessionplot::ReviewPicture::HeadPart,
         Flags    = sessionplot::ReviewPicture::FlagsPart,
@@ -39,20 +40,27 @@ public:
         All      = sessionplot::ReviewPicture::AllParts
     };
     // clang-format on
+    /// Parts, combined.
     Q_DECLARE_FLAGS(Parts, Part)
     Q_FLAG(Parts)
 
+    /// Shows nothing until it has a session.
     explicit TimelineItem(QQuickItem *parent = nullptr);
     ~TimelineItem() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     Parts parts() const { return m_parts; }
     void setParts(Parts parts);
     int flagRows() const { return m_flagRows; }
     void setFlagRows(int rows);
+    /// @}
 
+    /// See QQuickPaintedItem.
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
+    /// parts or flagRows has changed.
     void partsChanged();
 
 private:

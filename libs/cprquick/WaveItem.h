@@ -17,28 +17,38 @@ class CPRQUICK_EXPORT WaveItem : public PlotItem {
     QML_ELEMENT
 
     // clang-format off
+    /// Which lane is drawn; the depth unless changed.
     Q_PROPERTY(Kind kind    READ kind    WRITE setKind    NOTIFY kindChanged)
     /// Whether titles, values and times are drawn beside the lane. True unless changed.
     Q_PROPERTY(bool hasAxes READ hasAxes WRITE setHasAxes NOTIFY hasAxesChanged)
     // clang-format on
 
 public:
+    /// The lanes.
     enum Kind { Depth, Volume, Rate };
     Q_ENUM(Kind)
 
+    /// Shows nothing until it has a session.
     explicit WaveItem(QQuickItem *parent = nullptr);
     ~WaveItem() override;
 
+    /// @{
+    /// Getters and setters of the properties.
     Kind kind() const { return m_kind; }
     void setKind(Kind kind);
     bool hasAxes() const { return m_hasAxes; }
     void setHasAxes(bool axes);
+    /// @}
 
+    /// See QQuickPaintedItem.
     void paint(QPainter *painter) override;
 
 Q_SIGNALS:
+    /// @{
+    /// The properties of that name, or those that notify by it, have changed.
     void kindChanged();
     void hasAxesChanged();
+    /// @}
 
 private:
     Kind m_kind = Depth;

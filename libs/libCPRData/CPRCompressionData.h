@@ -22,15 +22,19 @@ class CPRDATA_EXPORT CPRCompressionData final : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
-    /// Last depth received, 10 micrometres.
+    /// @{
+    /// Last depth received, 10 micrometres; 0 in a new session.
     Q_PROPERTY(int              absoluteDepth   READ absoluteDepth   NOTIFY absoluteCompressionDepthChanged)
     Q_PROPERTY(int              relativeDepth   READ relativeDepth   NOTIFY relativeCompressionDepthChanged)
-    /// Compressions per minute; -1 while it is not known.
+    /// @}
+    /// Compressions per minute as the manikin reports them; 0 in a new session and in a pause.
     Q_PROPERTY(int              compressionRate READ compressionRate NOTIFY compressionRateChanged)
+    /// The description of the wave; a child of this object.
     Q_PROPERTY(CPRWaveformInfo *waveformInfo    READ waveformInfo    CONSTANT)
     // clang-format on
 
 public:
+    /// An empty wave of the session \a cprData, whose child it becomes.
     explicit CPRCompressionData(CPRData *cprData);
     /// Copies all but the owner; the description is a copy of its own.
     CPRCompressionData(const CPRCompressionData &other, CPRData *cprData);
@@ -44,16 +48,21 @@ public:
     /// Takes RPL_COMP_RATE_UPDATE (87), RPL_COMP_PEAK_EV (104) and RPL_WAVEINFO (77) of the wave
     /// type in use; false for any other.
     bool incomingMsg(bls_2010::RMessage *msg) override;
+    /// Takes the rate; emits compressionRateChanged() on change. Always true.
     bool rplmsg_RPL_COMP_RATE_UPDATE(bls_2010::RMessage *msg);
+    /// Emits compressionPeakDepthChanged() each time; the depth is not kept. Always true.
     bool rplmsg_RPL_COMP_PEAK_EV(bls_2010::RMessage *msg);
+    /// Hands the message to the description; false when it is about another wave.
     bool rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg);
 
     /// Takes a sample of wave type 9 (relative) or 13 (absolute); others are passed over.
     void waveDataReceived(bls_2010::CommonDefs::WaveType wType, int data, int seqNumber);
+    /// @{
     /// Take a depth (10 micrometres) with its wave sequence number, and emit the matching signal
     /// on change.
     void setAbsoluteCompressionData(int value, int index);
     void setRelativeCompressionData(int value, int index);
+    /// @}
     /// Appends \a value to the wave, or, when \a index lies inside the wave, overwrites all
     /// samples from there on.
     void compressionWaveAppend(int value, int index);
@@ -65,10 +74,13 @@ public:
     /// Removes the samples after \a msec (ms of session time).
     void cutOffWavedataAtTime(int msec);
 
+    /// @{
+    /// The properties of the same names.
     int absoluteDepth() const { return m_absoluteDepth; }
     int relativeDepth() const { return m_relativeDepth; }
     short compressionRate() const { return m_compressionRate; }
     CPRWaveformInfo *waveformInfo() const { return m_waveformInfo; }
+    /// @}
 
     /// The sample at \a index, 10 micrometres; 0 outside the wave.
     Q_INVOKABLE int at(int index) const;
@@ -86,12 +98,17 @@ public:
     QString readCompresseionWave(QIODevice *device);
     /// Writes the description with the current number of samples.
     void writeWaveformInfo(QXmlStreamWriter *writer);
+    /// Reads the next "waveForm" into the description.
     void readWaveformInfo(QXmlStreamReader *reader);
 
 Q_SIGNALS:
+    /// A sample with another depth, 10 micrometres.
     void absoluteCompressionDepthChanged(int a_depth10Micrometer);
+    /// The depth of the compression that has just reached its peak, 10 micrometres; each time.
     void compressionPeakDepthChanged(int a_depth10Micrometer);
+    /// Compressions per minute.
     void compressionRateChanged(int a_Rate);
+    /// A sample with another depth, 10 micrometres.
     void relativeCompressionDepthChanged(int a_depth10Micrometer);
 
 private:

@@ -29,22 +29,29 @@ class CPRDATA_EXPORT CPRData : public QObject {
     Q_OBJECT
 
     // clang-format off
+    /// The depth wave; a child of the session.
     Q_PROPERTY(CPRCompressionData *compressionData   READ compressionData   CONSTANT)
+    /// The volume wave; a child of the session.
     Q_PROPERTY(CPRVentilationData *ventilationData   READ ventilationData   CONSTANT)
+    /// The event list; a child of the session.
     Q_PROPERTY(CPREvents          *cprEvents         READ cprEvents         CONSTANT)
-    /// The active guideline set.
+    /// The active guideline set; a child of the session. Incoming sets are copied into it.
     Q_PROPERTY(CPRGuidelines      *cprGuidelines     READ cprGuidelines     CONSTANT)
-    /// Every guideline set known to the session, the active one first.
+    /// Every guideline set known to the session (CPRGuidelines), the active one first. Sets that
+    /// the manikin announced are children of the session.
     Q_PROPERTY(QVariantList        cprGuidelinesList READ cprGuidelinesList NOTIFY cprGuidelinesListChanged)
+    /// Names of the learners; see assignLearner().
     Q_PROPERTY(QStringList         learners          READ learners          NOTIFY learnersChanged)
-    /// The archive last written or read.
+    /// The archive last written or read; empty before the first.
     Q_PROPERTY(QString             filename          READ filename          NOTIFY filenameChanged)
+    /// The host's note that the session was uploaded; the library never sets it.
     Q_PROPERTY(bool                isUploaded        READ isUploaded        NOTIFY isUploadedChanged)
     // clang-format on
 
 public:
+    /// What a session is doing; setCprState() says what each change brings about.
     enum CprState : int {
-        CPR_UNINITIALIZED = -1,
+        CPR_UNINITIALIZED = -1, ///< before the first setCprState()
         CPR_MANIKIN_INIT = 0, ///< a manikin has been connected and is being initialised
         CPR_INIT = 1, ///< a new session is being prepared
         CPR_START = 2, ///< the session is running, waves are recorded
@@ -54,18 +61,23 @@ public:
     };
     Q_ENUM(CprState)
 
+    /// A session without events, with the default guidelines, in the state CPR_UNINITIALIZED.
     explicit CPRData(QObject *parent = nullptr);
     /// An independent copy. It shares the other guideline sets that \a other knows, and does not
     /// trim itself when statistics arrive.
     explicit CPRData(const CPRData &other, QObject *parent = nullptr);
     ~CPRData() override;
 
+    /// @{
+    /// The properties of the same names.
     CPRCompressionData *compressionData() const { return m_compressionData; }
     CPRVentilationData *ventilationData() const { return m_ventilationData; }
     CPREvents *cprEvents() const { return m_cprEvents; }
     CPRGuidelines *cprGuidelines() const { return m_cprGuidelines; }
     QVariantList cprGuidelinesList() const { return m_cprGuidelinesList; }
+    /// @}
 
+    /// The state set last.
     CprState cprState() const { return m_cprState; }
     /// Moves the session to \a state: CPR_MANIKIN_INIT initialises it and CPR_INIT resets it when
     /// that is a change; CPR_START begins a session that was prepared and resumes any other.
@@ -94,35 +106,50 @@ public:
     void waveDataReceived(bls_2010::CommonDefs::WaveType wType, int data, int seqNumber);
     /// The manikin starts or stops sending stored data; emits receiveDataComplete() at the end.
     void receivingData(bool receiving);
+    /// The manikin is sending stored data; guidelinesChanged() is held back meanwhile.
     bool receiving() const { return m_receiving; }
+    /// The number of the wave header that comes next when nothing is lost; 1 for a new session.
     std::int32_t expectedWaveSequence() const { return m_expectedWaveSequence; }
+    /// The number of the last wave header; 0 before the first.
     std::int32_t lastWaveSequence() const { return m_lastWaveSequence; }
 
     /// Enters an event named \a eventId at the session time.
     void addUserEvent(const QString &eventId);
 
+    /// The property of the same name.
     QStringList learners() const { return m_learners; }
     /// Adds a learner; emits learnersChanged() when the name is new.
     void assignLearner(const QString &name);
     /// Removes a learner; emits learnersChanged() also when there was none of that name.
     void releaseLearner(const QString &name);
 
-    /// When set, the session is cut to the length that the manikin's statistics report.
+    /// @{
+    /// When set, the session is cut to the length that the manikin's statistics report. False
+    /// unless changed.
     bool trimToTotalTime() const { return m_trimToTotalTime; }
     void setTrimToTotalTime(bool trim) { m_trimToTotalTime = trim; }
+    /// @}
+    /// The host's note that the session was saved; the library never sets it.
     bool isSaved() const { return m_isSaved; }
     /// Emits isSavedChanged() on change.
     void setIsSaved(bool saved);
+    /// The property of the same name.
     bool isUploaded() const { return m_isUploaded; }
     /// Emits isUploadedChanged() on change.
     void setIsUploaded(bool uploaded);
-    /// Whether incoming guideline sets are taken over by clone() instead of operator=.
+    /// @{
+    /// Whether incoming guideline sets are taken over by CPRGuidelines::clone() instead of the
+    /// assignment. False unless changed.
     bool cloneIncomingGuidelines() const { return m_cloneIncomingGuidelines; }
     void setCloneIncomingGuidelines(bool clone) { m_cloneIncomingGuidelines = clone; }
-    /// A gap in the wave longer than this (ms) is entered as packet loss.
+    /// @}
+    /// @{
+    /// A gap in the wave longer than this (ms) is entered as packet loss; initialize() makes it 0.
     std::int32_t packetLossThresholdMs() const { return m_packetLossThresholdMs; }
     void setPacketLossThresholdMs(std::int32_t msecs) { m_packetLossThresholdMs = msecs; }
+    /// @}
 
+    /// The property of the same name.
     QString filename() const { return m_filename; }
     /// Saves the session into the open \a handler (null: false); emits filenameChanged(). False
     /// when the events or the guidelines could not be stored; what was written before stays. True
@@ -132,20 +159,32 @@ public:
     /// a member other than a wave is missing or any member is damaged, which a warning names with
     /// the reason; what could be read is there. Nothing is taken from a member that the handler
     /// found damaged, and of a document that oversteps a limit or is no XML only what comes before.
+    /// The event list is replaced; samples are appended to the waves, so load into a new session or
+    /// reset() it before.
     bool readData(CPRFileHandler *handler);
 
 Q_SIGNALS:
+    /// A guideline set has come in and was taken over into \a guidelines, which the session holds.
     /// Spelt so on purpose: the name is part of the interface.
     void cprGuidelinesRecevied(CPRGuidelines *guidelines);
+    /// A set has joined cprGuidelinesList, or left it because it was destroyed.
     void cprGuidelinesListChanged();
+    /// @{
+    /// The host has changed its note.
     void isSavedChanged();
     void isUploadedChanged();
+    /// @}
+    /// By assignLearner(), releaseLearner() and onOtherLearnersChanged(); loading does not emit it.
     void learnersChanged();
+    /// By receivingData(false): no more stored data follow.
     void receiveDataComplete();
+    /// The names stand in the session info; CPREvents::cprSessionInfoChanged() follows.
     void learnerNamesUpdated();
+    /// By resume().
     void resumingSession();
     /// The manikin does not know \a feature, which the host may want to tell its user.
     void unsupportedFeature(QString feature);
+    /// By writeData() and readData(), also when the name is the same.
     void filenameChanged(QString filename);
 
 public Q_SLOTS:

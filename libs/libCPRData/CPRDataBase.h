@@ -81,9 +81,11 @@ public:
 
     /// The session that owns this object; null when there is none.
     CPRData *cprData() const { return m_cprData; }
+    /// @{
     /// The session's waveforms; null without a session.
     CPRCompressionData *compressionData() const;
     CPRVentilationData *ventilationData() const;
+    /// @}
 
     /// Brings the object to the state for a newly connected manikin. Does nothing here.
     virtual void initialize();

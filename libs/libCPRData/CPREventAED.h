@@ -12,14 +12,19 @@ class CPRDATA_EXPORT CPREventAED final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
+    /// At \a msecs of session time, or a copy of \a other, for the list \a owner (may be null),
+    /// whose child it becomes.
     CPREventAED(int msecs, CPREvents *owner);
     CPREventAED(const CPREventAED &other, CPREvents *owner);
+    /// @}
     ~CPREventAED() override;
 
     /// An event at \a msecs that says that an AED of \a type is connected; a type that is not
     /// valid becomes AEDDetectedButNotIdentified. The session info of \a list takes the type over
     /// and announces it. The caller adds the event to the list, which may be null.
     static CPREventAED *createAEDTypeEvent(AEDTypes type, int msecs, CPREvents *list);
+    /// True for the values 0 to 4.
     static bool isValidAEDType(AEDTypes type);
 
     /// Takes an AED trainer event at the session time; false for an unknown kind, and when a byte

@@ -44,6 +44,7 @@ class CPRDATA_EXPORT CPREventBase : public QObject {
     Q_OBJECT
 
     // clang-format off
+    /// The kind of event; fixed at construction.
     Q_PROPERTY(EventType        type    READ type         CONSTANT)
     /// Start in ms of session time.
     Q_PROPERTY(int              msec    READ msecs        CONSTANT)
@@ -55,8 +56,10 @@ class CPRDATA_EXPORT CPREventBase : public QObject {
 
 public:
     // clang-format off
+    /// The kinds of events; files hold the key. The feedback kinds, 1 to 18 and 20 to 22, come from
+    /// files and hosts only: no message makes them.
     enum EventType : int {
-        ShockDelivered              =  0,
+        ShockDelivered              =  0, ///< CPREventShock
         CprVentLittleMoreVolume     =  1,
         CprVentMoreVolume           =  2,
         CprVentMoreOftenRate        =  3,
@@ -75,36 +78,37 @@ public:
         CprDutyCycleFeedback        = 16,
         CprLeaningFeedback          = 17,
         CprInactivityComp           = 18,
-        CprInactivityCPR            = 19,
+        CprInactivityCPR            = 19, ///< a pause in compressions, CPREventInactivityCPR
         CprInactivityVent           = 20,
         CprCompRate                 = 21,
         CprVentRate                 = 22,
-        CprCompEvent                = 23,
-        CprVentEvent                = 24,
-        CprSessionInfo              = 25,
-        CprSessionStatistics        = 26,
-        CprSessionScore             = 27,
-        CprAedEvent                 = 28,
-        CprCprdEvent                = 29,
-        Event                       = 30,
-        CprPacketLossStart          = 31,
-        CprPacketLossEnd            = 32
+        CprCompEvent                = 23, ///< CPREventCompression
+        CprVentEvent                = 24, ///< CPREventVentilation
+        CprSessionInfo              = 25, ///< CPREventSessionInfo
+        CprSessionStatistics        = 26, ///< CPREventSessionStatistics
+        CprSessionScore             = 27, ///< CPREventSessionScore
+        CprAedEvent                 = 28, ///< CPREventAED
+        CprCprdEvent                = 29, ///< an ECG rhythm, CPREventCPRD
+        Event                       = 30, ///< named by host or manikin, CPREventUser
+        CprPacketLossStart          = 31, ///< the link lost wave data from here ...
+        CprPacketLossEnd            = 32 ///< ... to here
     };
     Q_ENUM(EventType)
 
     /// What an event is about; an event can carry several.
     enum EventTag : uint {
-        TagComp             =   1,
-        TagVent             =   2,
-        TagAed              =   4,
+        TagComp             =   1, ///< compressions
+        TagVent             =   2, ///< ventilations
+        TagAed              =   4, ///< the AED and its remote control
         TagCprGui           =   8, ///< shown in the interface's event list
-        TagInactivity       =  16,
-        TagOther            =  32,
-        TagCprd             =  64,
+        TagInactivity       =  16, ///< pauses in compressions
+        TagOther            =  32, ///< summaries, shocks, packet loss and all other kinds
+        TagCprd             =  64, ///< ECG rhythms
         TagExclFlowFraction = 128, ///< the session counts as trained with an AED
         LastTag             = TagExclFlowFraction ///< loops over the tags end with it
     };
     Q_ENUM(EventTag)
+    /// Tags, combined.
     Q_DECLARE_FLAGS(EventTags, EventTag)
     Q_FLAG(EventTags)
 
@@ -139,7 +143,8 @@ public:
     };
     Q_ENUM(ParameterUnit)
 
-    /// The parameters that an event can carry. Values are consecutive from 0.
+    /// The parameters that an event can carry. Values are consecutive from 0; parameterUnit has
+    /// their units, and docs/session-format.md says which event carries which.
     enum ParameterType : int {
         compRate,
         compDepth,
@@ -350,6 +355,7 @@ public:
     };
     Q_ENUM(ParameterType)
 
+    /// What an AED event tells; stored as the parameter aedEventType.
     enum AEDEventType : int {
         AEDUnknownEventType                   =  0,
         AEDPowerOn                            =  1,
@@ -384,12 +390,14 @@ public:
     };
     Q_ENUM(AEDEventType)
 
+    /// Whom a button of the remote control concerns (aedRemoteApplyToAll).
     enum AEDRemoteApplyToAllStatus : int {
         ApplyToSingleManikin =  0,
         ApplyToAllManikins   =  1
     };
     Q_ENUM(AEDRemoteApplyToAllStatus)
 
+    /// Buttons of the remote control (aedRemoteOtherButtonId).
     enum AEDRemoteOtherButtons : int {
         RemoteBtnUndefined               =  0,
         RemoteBtnShowScenario            =  1,
@@ -409,6 +417,7 @@ public:
     };
     Q_ENUM(AEDRemoteOtherButtons)
 
+    /// ECG rhythms (aedECGRhythm).
     enum AEDEcgRhythms : int {
         AED_NoECGRhythm =  0,
         AED_VFIB        =  1,
@@ -422,6 +431,7 @@ public:
     };
     Q_ENUM(AEDEcgRhythms)
 
+    /// Kinds of AED that a manikin can be connected to (aedType).
     enum AEDTypes : int {
         AEDNotDetected              =  0,
         AEDDetectedButNotIdentified =  1,
@@ -431,12 +441,14 @@ public:
     };
     Q_ENUM(AEDTypes)
 
+    /// Whether the rhythm comes with a pulse (aedECGPulseStatus).
     enum AEDEcgPulseStatus : int {
         PulsePresent =  0,
         PulseAbsent  =  1
     };
     Q_ENUM(AEDEcgPulseStatus)
 
+    /// Whether the rhythm is to be shocked (aedECGShockableStatus).
     enum AEDEcgShockableStatus : int {
         NonShockable =  0,
         Shockable    =  1
@@ -461,6 +473,7 @@ public:
     };
     Q_ENUM(Advice)
 
+    /// The kinds of manikins (manikinType); patientAgeType() tells whom a kind stands for.
     enum ManikinType : int {
         ALS_ORM                  =   1,
         ORMMAN_ALS               =  32,
@@ -492,6 +505,7 @@ public:
     };
     Q_ENUM(ManikinType)
 
+    /// How hard the manikin's chest is set (manikinStiffness).
     enum ManikinStiffness : int {
         Manikin_Stiffness_Unknown = 0,
         Manikin_Stiffness_Soft    = 1,
@@ -524,6 +538,7 @@ public:
     CPREventBase(const CPREventBase &other, CPREvents *owner);
     ~CPREventBase() override;
 
+    /// The kind of event.
     EventType type() const { return m_type; }
     /// The key text of type(), in static memory; null for a value outside the enumeration.
     const char *typeAsString() const;
@@ -533,6 +548,7 @@ public:
     void setMSecs(int msecs);
     /// End in ms of session time.
     int eventEndTime() const { return m_endTime; }
+    /// Sets the end alone (ms of session time).
     void setEventEndTime(int msecs);
 
     /// The parameters, owned by the event; null until the first one is stored.
@@ -556,11 +572,15 @@ public:
     int sessionTime() const;
     /// The CPR protocol of the list. The event must have a list.
     bls_2010::CommonDefs::CprProtocolType mode() const;
+    /// @{
     /// The waveforms and guidelines of the list; null without a list.
     CPRCompressionData *compressionData() const;
     CPRVentilationData *ventilationData() const;
     CPRGuidelines *cprGuidelines() const;
+    /// @}
 
+    /// True once a parameter is stored. The measurements of compressions and ventilations are
+    /// properties and do not count.
     virtual bool hasParameters() const;
     /// Writes the element "evt" with kind, start and parameters.
     virtual void write(QXmlStreamWriter *writer);
@@ -572,6 +592,7 @@ public:
     virtual void read(QXmlStreamReader *reader);
     /// Takes a manikin message; false when it is not for this event, or not acceptable.
     virtual bool incomingMsg(bls_2010::RMessage *msg);
+    /// Empties the event for a new session. Does nothing here.
     virtual void reset();
     /// Brings the event to its starting state; calls reset().
     virtual void initialize();
@@ -601,10 +622,12 @@ protected:
     /// Writes one "param" element named \a name.
     void writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                     ParameterType type) const;
+    /// @{
     /// The same under the key text of \a type.
     void writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const;
     void writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const;
     void writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const;
+    /// @}
 
 private:
     friend class CPREvents; // keeps m_listed and m_standing

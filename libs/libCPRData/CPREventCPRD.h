@@ -11,8 +11,12 @@ class CPRDATA_EXPORT CPREventCPRD final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
+    /// At \a msecs of session time, or a copy of \a other, for the list \a owner (may be null),
+    /// whose child it becomes.
     CPREventCPRD(int msecs, CPREvents *owner);
     CPREventCPRD(const CPREventCPRD &other, CPREvents *owner);
+    /// @}
     ~CPREventCPRD() override;
 
     /// The second rhythm value of the last setRhytmn().

@@ -36,6 +36,7 @@ class CPRDATA_EXPORT CPREventCompression final : public CPREventBase {
     Q_PROPERTY(float                compReleaseDepth        MEMBER m_compReleaseDepth)
     /// Hands too low, on the xiphoid.
     Q_PROPERTY(bool                 compHandposXiphoid      MEMBER m_compHandposXiphoid)
+    /// Hands in a wrong place; compStatus says which, when the manikin does.
     Q_PROPERTY(bool                 compHandposError        MEMBER m_compHandposError)
     /// The chest was not released completely.
     Q_PROPERTY(bool                 compIncompleteRelease   MEMBER m_compIncompleteRelease)
@@ -49,6 +50,7 @@ class CPRDATA_EXPORT CPREventCompression final : public CPREventBase {
 
 public:
     // clang-format off
+    /// Flags of the manikin's message.
     enum CompEventStatus : int {
         CompStatusIncompleteRelease            =   1,
         CompStatusHandposCorrectActivated      =   4,
@@ -59,15 +61,19 @@ public:
         CompStatushandposErrorTooHighUpOnChest = 128 // spelt so on purpose: hosts use the key
     };
     // clang-format on
+    /// Flags of CompEventStatus, combined.
     Q_DECLARE_FLAGS(CompEventStatusFlags, CompEventStatus)
     Q_FLAG(CompEventStatusFlags)
 
     /// A compression that starts at \a msecs. From \a previous (may be null) it takes what this
     /// compression will report as leaning.
     CPREventCompression(int msecs, CPREvents *owner, const CPREventCompression *previous);
+    /// A copy for the list \a owner (may be null), whose child it becomes.
     CPREventCompression(const CPREventCompression &other, CPREvents *owner);
     ~CPREventCompression() override;
 
+    /// @{
+    /// The properties of the same names.
     float compDepth() const { return m_compDepth; }
     int compPeakForce() const { return m_compPeakForce; }
     int compPeakTime() const { return m_compPeakTime; }
@@ -83,9 +89,11 @@ public:
     int compMeanRate() const { return m_compMeanRate; }
     CompEventStatusFlags compStatus() const { return m_compStatus; }
     int numberInCycle() const { return m_numberInCycle; }
+    /// @}
 
     /// Emits compMeanRateChanged() on change.
     void setCompMeanRate(int rate);
+    /// The event list numbers a compression when it takes it in.
     void setNumberInCycle(int number) { m_numberInCycle = number; }
 
     /// Takes over a compression that the link library has decoded. Force and status stay unknown.
@@ -95,7 +103,9 @@ public:
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     /// True when released completely, with the hands in place, at a rate within the limits and
-    /// deep enough for \a guidelines (not null).
+    /// deep enough for \a guidelines (not null). The depth in mm is compared with the number that
+    /// CompressionDepthMin holds, so that a set in hundredths of a millimetre never lets it be deep
+    /// enough; hosts rely on it as it is.
     bool isCorrect(CPRGuidelines *guidelines) const;
     /// Compares the rate with the list's guidelines the other way round than isCorrect() does:
     /// at most the minimum and at least the maximum. Hosts rely on it as it is.
@@ -105,6 +115,7 @@ public:
     int tag() const override;
 
 Q_SIGNALS:
+    /// By setCompMeanRate(), when the rate is another.
     void compMeanRateChanged();
 
 protected:

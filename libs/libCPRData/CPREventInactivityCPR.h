@@ -15,8 +15,12 @@ class CPRDATA_EXPORT CPREventInactivityCPR final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
+    /// At \a msecs of session time, or a copy of \a other, for the list \a owner (may be null),
+    /// whose child it becomes.
     CPREventInactivityCPR(int msecs, CPREvents *owner);
     CPREventInactivityCPR(const CPREventInactivityCPR &other, CPREvents *owner);
+    /// @}
     ~CPREventInactivityCPR() override;
 
     /// Places the event, or stretches it to \a a_InactivityTimeSecs (s) before the session time.

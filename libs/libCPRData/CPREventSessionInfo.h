@@ -14,8 +14,12 @@ class CPRDATA_EXPORT CPREventSessionInfo final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
+    /// At \a msecs of session time, or a copy of \a other, for the list \a owner (may be null),
+    /// whose child it becomes.
     CPREventSessionInfo(int msecs, CPREvents *owner);
     CPREventSessionInfo(const CPREventSessionInfo &other, CPREvents *owner);
+    /// @}
     ~CPREventSessionInfo() override;
 
     /// Sets the starting values of the parameters and runs reset().
@@ -40,46 +44,63 @@ public:
 
     /// Step in ml or hundredths of a mm to which wave samples are reduced.
     int waveDataStep() const { return m_waveDataStep; }
+    /// The AED that the manikin reported last; AEDNotPossible before the first.
     CPREventBase::AEDTypes connectedAEDType() const { return m_connectedAEDType; }
     /// Stores the type and emits connectedAEDTypeChanged().
     void setConnectedAEDType(CPREventBase::AEDTypes type);
 
     /// Local date and time to the second with the offset from UTC, ISO 8601.
     QString getCurrentTimeAsString() const;
+    /// The manikin's kind (ManikinType); NOT_DEFINED before the manikin has told.
     int getManikinType() const;
+    /// The chest's stiffness (ManikinStiffness); medium before the manikin has told.
     int getManikinStiffness() const;
+    /// Empty, whatever card the manikin reports; hosts expect the empty text.
     QString getCPRCardID() const;
-    /// The session's identifier in braces.
+    /// The session's identifier, a UUID in braces: new with each reset(), and not stored in files.
     QString getSessionID() const;
 
-    /// The infants here are not those that get the fine wave data step; both sets are intended.
+    /// @{
+    /// Whom the manikin stands for, by its kind. The infants here are not those that get the fine
+    /// wave data step; both sets are intended. A newborn is no infant.
     Q_INVOKABLE bool isInfant() const;
     Q_INVOKABLE bool isInfant9Months() const;
     Q_INVOKABLE bool isNewborn() const;
     Q_INVOKABLE bool isChild() const;
+    /// @}
     /// The age letter: the one in the guideline set's identifier, else N newborn, T infant of nine
     /// months, I infant, C child, A adult.
     Q_INVOKABLE QString patientAgeType() const;
+    /// False when the manikin reports the Feedpod version "0.0"; true also before it reports one.
     Q_INVOKABLE bool hasFeedpod() const;
+    /// The CPR protocol in English words; "Unknown protocol" for a value outside 0 to 5.
     Q_INVOKABLE QString cprProtocolToString() const;
 
     /// Takes RPL_VERSIONINFO (64), RPL_LIFETIMEINFO (70), RPL_COMP_INACTIVITY_TIME (81),
     /// RPL_CPR_PROTOCOL_CTRL (101), RPL_CPRCARD_STATUS_EV (106) and RPL_MANIKIN_STIFFNESS_EV
     /// (107); false for any other.
     bool incomingMsg(bls_2010::RMessage *msg) override;
+    /// @{
+    /// The handlers of incomingMsg(), for messages of their own identifier only. Always true.
     bool rplmsg_RPL_VERSIONINFO(bls_2010::RMessage *msg);
     bool rplmsg_RPL_LIFETIMEINFO(bls_2010::RMessage *msg);
     bool rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *msg);
     bool rplmsg_RPL_CPRCARD_STATUS_EV(bls_2010::RMessage *msg);
     bool rplmsg_RPL_MANIKIN_STIFFNESS_EV(bls_2010::RMessage *msg);
+    /// @}
 
     CPREventSessionInfo *clone(CPREvents *owner) const override;
 
 Q_SIGNALS:
+    /// By setVersionInfo(), with this event.
     void sessionInfoChanged(CPREventBase *event);
+    /// By setConnectedAEDType(), and by setVersionInfo() on change.
     void connectedAEDTypeChanged();
+    /// @{
+    /// The manikin has told how many it has taken in its life.
     void manikinCompressionCountChanged(uint value);
     void manikinVentilationCountChanged(uint value);
+    /// @}
 
 public Q_SLOTS:
     /// Stores the wave delay of the session's compression wave and the end time.
@@ -87,6 +108,7 @@ public Q_SLOTS:
     /// Stores the session's length in s. The first length that is not 0 stays for the life of the
     /// event; later ones are passed over.
     void setTotalTime(int a_Time);
+    /// setTotalTime(0), which stores 0 unless a length has been stored.
     void setTotalTime();
     /// Stores the current time as the session's start.
     void setStartTime();

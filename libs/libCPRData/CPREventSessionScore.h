@@ -16,12 +16,18 @@ class CPRDATA_EXPORT CPREventSessionScore final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
     /// Weight of the compression score in the overall score; the ventilation score has the rest.
     static constexpr double OVERALL_SCORE_COMP_WEIGHTING_ADULT = 0.75;
     static constexpr double OVERALL_SCORE_COMP_WEIGHTING_INFANT = 0.65;
+    /// @}
 
+    /// @{
+    /// At \a msecs of session time with no scores yet, or a copy of \a other, for the list
+    /// \a owner (may be null), whose child it becomes.
     CPREventSessionScore(int msecs, CPREvents *owner);
     CPREventSessionScore(const CPREventSessionScore &other, CPREvents *owner);
+    /// @}
     ~CPREventSessionScore() override;
 
     /// Takes RPL_CPR_SCORES (108) only.
@@ -35,11 +41,13 @@ public:
     void calculateAdvice();
     /// The worst aspect of the session; Advice_None when there is nothing to advise.
     CPREventBase::Advice getPrimaryAdvice() const;
+    /// The next aspect; Advice_None when there is at most one.
     CPREventBase::Advice getSecondaryAdvice() const;
 
     CPREventSessionScore *clone(CPREvents *owner) const override;
 
 Q_SIGNALS:
+    /// By calculateAdvice(): scores and advices are there.
     void scoresReady();
 
 private:

@@ -14,8 +14,12 @@ class CPRDATA_EXPORT CPREventSessionStatistics final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
+    /// At \a msecs of session time with nothing measured yet, or a copy of \a other, for the list
+    /// \a owner (may be null), whose child it becomes.
     CPREventSessionStatistics(int msecs, CPREvents *owner);
     CPREventSessionStatistics(const CPREventSessionStatistics &other, CPREvents *owner);
+    /// @}
     ~CPREventSessionStatistics() override;
 
     /// Takes the three statistics messages (109, 110, 111); false for any other. From the message
@@ -35,8 +39,9 @@ public:
     CPREventSessionStatistics *clone(CPREvents *owner) const override;
 
 Q_SIGNALS:
-    /// The session's length in s.
+    /// By setSessionDuration(): the session's length in s. The session info takes it.
     void totalTime(int secs);
+    /// All three messages have arrived; see incomingMsg().
     void statisticsReady();
 
 private:

@@ -11,8 +11,10 @@ class CPRDATA_EXPORT CPREventShock final : public CPREventBase {
     Q_OBJECT
 
 public:
-    /// A shock of unknown energy (0).
+    /// A shock of unknown energy (0) at \a msecs of session time for the list \a owner (may be
+    /// null), whose child it becomes.
     CPREventShock(int msecs, CPREvents *owner);
+    /// A copy for the list \a owner (may be null), whose child it becomes.
     CPREventShock(const CPREventShock &other, CPREvents *owner);
     ~CPREventShock() override;
 

@@ -11,8 +11,12 @@ class CPRDATA_EXPORT CPREventUser final : public CPREventBase {
     Q_OBJECT
 
 public:
+    /// @{
+    /// An event named \a a_EventId at \a msecs of session time, or a copy of \a other, for the list
+    /// \a owner (may be null), whose child it becomes.
     CPREventUser(int msecs, CPREvents *owner, const QString &a_EventId);
     CPREventUser(const CPREventUser &other, CPREvents *owner);
+    /// @}
     ~CPREventUser() override;
 
     /// The flag that came with the manikin's message.

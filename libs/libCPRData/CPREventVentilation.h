@@ -24,15 +24,22 @@ class CPRDATA_EXPORT CPREventVentilation final : public CPREventBase {
     // clang-format on
 
 public:
+    /// @{
+    /// At \a msecs of session time, or a copy of \a other, for the list \a owner (may be null),
+    /// whose child it becomes.
     CPREventVentilation(int msecs, CPREvents *owner);
     CPREventVentilation(const CPREventVentilation &other, CPREvents *owner);
+    /// @}
     ~CPREventVentilation() override;
 
+    /// @{
+    /// The properties of the same names.
     int ventVolume() const { return m_ventVolume; }
     int ventRate() const { return m_ventRate; }
     int ventInstantaneousPeriod() const { return m_ventInstantaneousPeriod; }
     int ventPeakTime() const { return m_ventPeakTime; }
     bool ventDuringCompression() const { return m_ventDuringCompression; }
+    /// @}
 
     /// Takes over a ventilation that the link library has decoded. Spelt so on purpose: the name
     /// is part of the interface.

@@ -36,13 +36,18 @@ class CPRDATA_EXPORT CPREvents final : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
+    /// The standing event about manikin, learners and times; its own type is CPREventSessionInfo.
     Q_PROPERTY(CPREventBase  *cprSessionInfo       READ cprSessionInfo       NOTIFY cprSessionInfoChanged)
+    /// The standing event with the manikin's statistics (CPREventSessionStatistics).
     Q_PROPERTY(CPREventBase  *cprSessionStatistics READ cprSessionStatistics NOTIFY cprSessionStatisticsChanged)
+    /// The standing event with scores and advices (CPREventSessionScore).
     Q_PROPERTY(CPREventBase  *cprSessionScore      READ cprSessionScore      NOTIFY cprSessionScoreChanged)
+    /// The session's active guideline set.
     Q_PROPERTY(CPRGuidelines *cprGuidelines        READ cprGuidelines        CONSTANT)
     // clang-format on
 
 public:
+    /// Columns of a CSV export.
     using ParameterMapList_t = CPREventBase::ParameterMapList_t;
 
     /// An empty list with new standing events. \a guidelines are not owned.
@@ -75,19 +80,26 @@ public:
     /// the session's receiving state.
     void finalizeIncomingEvent(bool a_Exists, CPREventBase *event);
 
+    /// @{
     /// Take a compression or ventilation that the link library has decoded: \a start in ms of
-    /// session time, \a rate per minute. Refused once the session has ended.
+    /// session time, \a rate per minute, which the wave takes over. Ignored once the session has
+    /// ended.
     void incomingCompressionEvent(quint32 start, qint32 rate,
                                   const bls_2010::CommonDefs::CompressionEvent_t &compression);
     void incomingVentilationEvent(quint32 start, qint32 rate,
                                   const bls_2010::CommonDefs::VentilationEvent_t &ventilation);
+    /// @}
     /// Takes a running pause of \a secs s: stretches the last pause, or adds one at \a start (ms).
+    /// The compression rate becomes 0. Ignored once the session has ended.
     void incomingInactivityTime(quint32 start, qint32 secs);
     /// Cuts or removes the pauses that reach past \a msec (ms of session time).
     void removeInactivityEventAfter(int msec);
-    /// Count statistics and scores that the host computed itself; they are not listed.
+    /// @{
+    /// Count statistics and scores that the host has computed itself and stored in the standing
+    /// event, which is placed at the session time and not listed.
     void incomingSessionStatistics();
     void incomingSessionScores();
+    /// @}
 
     /// Enters an event for a connected AED at the session time.
     void aedDetected(CPREventBase::AEDTypes type);
@@ -99,27 +111,35 @@ public:
     /// "Morvane.Event.Deliver shock" enters a shock.
     void addUserEvent(const QString &a_EventId);
 
+    /// @{
     /// Puts the session's scores and statistics, or its guidelines, under one key into \a map for
-    /// the host's telemetry. Other keys stay.
+    /// the host's telemetry. Other keys stay. docs/telemetry.md lists what is put there.
     void telemetryTrainingSessionScoreData(QMap<QString, QVariant> &map) const;
     void telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &map) const;
+    /// @}
 
+    /// @{
+    /// The properties of the same names.
     CPREventBase *cprSessionInfo() const;
     CPREventBase *cprSessionStatistics() const;
     CPREventBase *cprSessionScore() const;
     CPRGuidelines *cprGuidelines() const { return m_guidelines; }
+    /// @}
+    /// @{
     /// The standing events by their own type; null only while initialize() replaces them.
     CPREventSessionInfo *sessionInfo() const { return m_sessionInfo; }
     CPREventSessionStatistics *sessionStatistics() const { return m_sessionStatistics; }
     CPREventSessionScore *sessionScore() const { return m_sessionScore; }
+    /// @}
 
-    /// The CPR protocol of the session.
+    /// The CPR protocol of the session; with a single rescuer until the manikin tells another.
     bls_2010::CommonDefs::CprProtocolType mode() const { return m_cprProtocol; }
     /// Stores the protocol, in the session info too.
     void setCprProtocol(bls_2010::CommonDefs::CprProtocolType protocol);
     /// How many statistics and score events make the scores complete (4 unless changed); the
     /// count begins anew.
     void setScoresToReceive(int n);
+    /// Exactly as many statistics and score events have come as setScoresToReceive() asks for.
     Q_INVOKABLE bool isScoresReady() const;
     /// Session time in ms of the message with this sequence number.
     int calculateSessionTime(int sequenceNumber) const;
@@ -128,10 +148,12 @@ public:
     const QList<CPREventBase *> &events() const { return m_events; }
     /// The events of \a a_Tag that lie at or after \a a_Time (ms) or last over it; all for -1.
     QList<CPREventBase *> events(CPREventBase::EventTag a_Tag, int a_Time) const;
+    /// @{
     /// First, last, i-th event of a single tag; null when there is none.
     Q_INVOKABLE CPREventBase *first(CPREventBase::EventTag a_Tag) const;
     Q_INVOKABLE CPREventBase *last(CPREventBase::EventTag a_Tag) const;
     Q_INVOKABLE CPREventBase *at(CPREventBase::EventTag a_Tag, int a_Index) const;
+    /// @}
     /// The first event of \a a_Tag that lasts over \a a_Time (ms), else the last; the first for 0.
     Q_INVOKABLE CPREventBase *atTime(CPREventBase::EventTag a_Tag, int a_Time) const;
     /// Number of events of a single tag; 0 for a mask of several.
@@ -154,27 +176,40 @@ public:
                const QString &separator) const;
 
 Q_SIGNALS:
+    /// The session info has new values, or the learners have changed.
     void cprSessionInfoChanged();
+    /// The statistics are complete; comes right before scoresReady().
     void cprSessionStatisticsChanged();
+    /// A scoring has come, whether or not the statistics are complete.
     void cprSessionScoreChanged();
+    /// An event for the interface's event list (TagCprGui), such as a shock or a new ECG rhythm.
     void cprGuiEventAdded(CPREventBase *event);
+    /// An event of none of the kinds that have a signal of their own.
     void otherEventAdded(CPREventBase *event);
     /// The list has changed; one for a burst of changes.
     void eventsChanged();
+    /// By reset(): the events before it are gone, or go with the next turn of the event loop.
     void eventsCleared();
     /// Never emitted; kept under this name because hosts connect to it.
     void guidelinesCham_CategoryThresholdBasicnged();
     /// Statistics and scores are complete.
     void scoresReady();
+    /// Passed on from the guideline set.
     void guidelinesChanged();
+    /// A new pause. One that goes on is stretched without a signal.
     void inactivityCPREvent(CPREventInactivityCPR *event);
+    /// A new compression, already listed and numbered.
     void compressionEvent(CPREventCompression *event);
+    /// A new ventilation, already listed.
     void ventilationEvent(CPREventVentilation *event);
 
 public Q_SLOTS:
-    /// Thresholds of the score categories, percent; for the host's use.
+    /// @{
+    /// Thresholds of the score categories, percent; stored with the scores for the host's use. They
+    /// are 50 and 75 unless changed.
     void setCategoryThresholdBasic(int a_Value);
     void setCategoryThresholdAdvanced(int a_Value);
+    /// @}
 
 private:
     using EventList = QList<CPREventBase *>;

@@ -30,10 +30,11 @@ class QuaZipFile;
 /// QIODevice::read() is -1, atEnd() is false and errorString() says what is wrong.
 class CPRDATA_EXPORT CPRFileHandlerZip final : public CPRFileHandler {
 public:
+    /// What an archive is opened for.
     enum Mode : int {
         Create = 0, ///< a new archive; one of the same name is replaced
         Add = 1, ///< more members for an existing archive; those of the same name are replaced
-        Read = 2
+        Read = 2 ///< an archive that is there
     };
 
     /// Bytes in a member: many times what the events of a day take, and no more than a machine

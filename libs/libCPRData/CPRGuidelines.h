@@ -21,33 +21,65 @@ class CPRDATA_EXPORT CPRGuidelines : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
+    /// Identifier of the set; idAsString() makes a text for people of it.
     Q_PROPERTY(QString GuidelinesID                                       READ guidelinesID                                       WRITE setGuidelinesID                                       NOTIFY guidelinesChanged)
+    /// The manikin says that it uses its default values.
     Q_PROPERTY(bool    UsingDefaultValues                                 READ usingDefaultValues                                 WRITE setUsingDefaultValues                                 NOTIFY guidelinesChanged)
+    /// Which of the two depths that a manikin sends forms the depth wave: the absolute or the
+    /// relative one.
     Q_PROPERTY(bool    UseAbsoluteDepth                                   READ useAbsoluteDepth                                   WRITE setUseAbsoluteDepth                                   NOTIFY guidelinesChanged)
+    /// The manikin says that the set is an official one.
     Q_PROPERTY(bool    IsOfficial                                         READ isOfficial                                         WRITE setIsOfficial                                         NOTIFY guidelinesChanged)
+    /// Depth from which a movement counts as a compression, hundredths of a millimetre.
     Q_PROPERTY(int     CompressionDetectDepth                             READ compressionDetectDepth                             WRITE setCompressionDetectDepth                             NOTIFY guidelinesChanged)
+    /// @{
+    /// Limits of the depth, hundredths of a millimetre.
     Q_PROPERTY(int     CompressionDepthMin                                READ compressionDepthMin                                WRITE setCompressionDepthMin                                NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionDepthMax                                READ compressionDepthMax                                WRITE setCompressionDepthMax                                NOTIFY guidelinesChanged)
+    /// @}
+    /// CompTooDeepSetting: what the manikin does about compressions that are too deep.
     Q_PROPERTY(int     CompressionTooDeepSetting                          READ compressionTooDeepSetting                          WRITE setCompressionTooDeepSetting                          NOTIFY guidelinesChanged)
+    /// Depth down to which the chest counts as released, hundredths of a millimetre.
     Q_PROPERTY(int     CompressionAcceptableReleaseDepth                  READ compressionAcceptableReleaseDepth                  WRITE setCompressionAcceptableReleaseDepth                  NOTIFY guidelinesChanged)
+    /// Force from which a movement counts as a compression, g.
     Q_PROPERTY(int     CompressionDetectForce                             READ compressionDetectForce                             WRITE setCompressionDetectForce                             NOTIFY guidelinesChanged)
+    /// Force down to which the chest counts as released, g.
     Q_PROPERTY(int     CompressionAcceptableReleaseForce                  READ compressionAcceptableReleaseForce                  WRITE setCompressionAcceptableReleaseForce                  NOTIFY guidelinesChanged)
+    /// @{
+    /// Limits and target of the compression rate, per minute.
     Q_PROPERTY(int     CompressionRateMin                                 READ compressionRateMin                                 WRITE setCompressionRateMin                                 NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionRateMax                                 READ compressionRateMax                                 WRITE setCompressionRateMax                                 NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionRateTarget                              READ compressionRateTarget                              WRITE setCompressionRateTarget                              NOTIFY guidelinesChanged)
+    /// @}
+    /// @{
+    /// Times without compressions that make a pause, by level, s.
     Q_PROPERTY(int     CompressionInactivityLevel0TimeoutVentilationsOnly READ compressionInactivityLevel0TimeoutVentilationsOnly WRITE setCompressionInactivityLevel0TimeoutVentilationsOnly NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionInactivityLevel0TimeoutCPR              READ compressionInactivityLevel0TimeoutCPR              WRITE setCompressionInactivityLevel0TimeoutCPR              NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionInactivityLevel1Timeout                 READ compressionInactivityLevel1Timeout                 WRITE setCompressionInactivityLevel1Timeout                 NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionInactivityLevel2Timeout                 READ compressionInactivityLevel2Timeout                 WRITE setCompressionInactivityLevel2Timeout                 NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionInactivityLevel3Timeout                 READ compressionInactivityLevel3Timeout                 WRITE setCompressionInactivityLevel3Timeout                 NOTIFY guidelinesChanged)
+    /// @}
+    /// @{
+    /// Compressions in a cycle, with one rescuer and with two; 0 when not prescribed.
     Q_PROPERTY(int     CompressionsBetweenVentilations                    READ compressionsBetweenVentilations                    WRITE setCompressionsBetweenVentilations                    NOTIFY guidelinesChanged)
     Q_PROPERTY(int     CompressionsBetweenVentilationsTwoRescuer          READ compressionsBetweenVentilationsTwoRescuer          WRITE setCompressionsBetweenVentilationsTwoRescuer          NOTIFY guidelinesChanged)
+    /// @}
+    /// @{
+    /// Least share of the time with compressions, percent, by protocol.
     Q_PROPERTY(int     MinimumAcceptedFlowtimePercentageCompressionsOnly  READ minimumAcceptedFlowtimePercentageCompressionsOnly  WRITE setMinimumAcceptedFlowtimePercentageCompressionsOnly  NOTIFY guidelinesChanged)
     Q_PROPERTY(int     MinimumAcceptedFlowtimePercentageSingleRescuerCPR  READ minimumAcceptedFlowtimePercentageSingleRescuerCPR  WRITE setMinimumAcceptedFlowtimePercentageSingleRescuerCPR  NOTIFY guidelinesChanged)
     Q_PROPERTY(int     MinimumAcceptedFlowtimePercentageTwoRescuerCPR     READ minimumAcceptedFlowtimePercentageTwoRescuerCPR     WRITE setMinimumAcceptedFlowtimePercentageTwoRescuerCPR     NOTIFY guidelinesChanged)
+    /// @}
+    /// Volume from which a ventilation counts, ml.
     Q_PROPERTY(int     VentilationDetectVolume                            READ ventilationDetectVolume                            WRITE setVentilationDetectVolume                            NOTIFY guidelinesChanged)
+    /// @{
+    /// Limits of the volume, ml; the maximum itself is too much.
     Q_PROPERTY(int     VentilationVolumeMin                               READ ventilationVolumeMin                               WRITE setVentilationVolumeMin                               NOTIFY guidelinesChanged)
     Q_PROPERTY(int     VentilationVolumeMax                               READ ventilationVolumeMax                               WRITE setVentilationVolumeMax                               NOTIFY guidelinesChanged)
+    /// @}
+    /// @{
+    /// Limits and target of the ventilation rate, per minute: with one rescuer, with two, and when
+    /// only ventilations are trained.
     Q_PROPERTY(int     VentilationRateMinDuringCPR                        READ ventilationRateMinDuringCPR                        WRITE setVentilationRateMinDuringCPR                        NOTIFY guidelinesChanged)
     Q_PROPERTY(int     VentilationRateMaxDuringCPR                        READ ventilationRateMaxDuringCPR                        WRITE setVentilationRateMaxDuringCPR                        NOTIFY guidelinesChanged)
     Q_PROPERTY(int     VentilationRateTargetDuringCPR                     READ ventilationRateTargetDuringCPR                     WRITE setVentilationRateTargetDuringCPR                     NOTIFY guidelinesChanged)
@@ -57,25 +89,41 @@ class CPRDATA_EXPORT CPRGuidelines : public CPRDataBase {
     Q_PROPERTY(int     VentilationRateMinForVentilationsOnly              READ ventilationRateMinForVentilationsOnly              WRITE setVentilationRateMinForVentilationsOnly              NOTIFY guidelinesChanged)
     Q_PROPERTY(int     VentilationRateMaxForVentilationsOnly              READ ventilationRateMaxForVentilationsOnly              WRITE setVentilationRateMaxForVentilationsOnly              NOTIFY guidelinesChanged)
     Q_PROPERTY(int     VentilationRateTargetForVentilationsOnly           READ ventilationRateTargetForVentilationsOnly           WRITE setVentilationRateTargetForVentilationsOnly           NOTIFY guidelinesChanged)
+    /// @}
+    /// @{
+    /// Limits of the inflation time, ms.
     Q_PROPERTY(int     VentilationInflationTimeMin                        READ ventilationInflationTimeMin                        WRITE setVentilationInflationTimeMin                        NOTIFY guidelinesChanged)
     Q_PROPERTY(int     VentilationInflationTimeMax                        READ ventilationInflationTimeMax                        WRITE setVentilationInflationTimeMax                        NOTIFY guidelinesChanged)
+    /// @}
+    /// Time without ventilations that makes a pause, s.
     Q_PROPERTY(int     VentilationInactivityTimeout                       READ ventilationInactivityTimeout                       WRITE setVentilationInactivityTimeout                       NOTIFY guidelinesChanged)
+    /// Ventilations in a cycle; 0 when not prescribed.
     Q_PROPERTY(int     VentilationsBetweenCompressions                    READ ventilationsBetweenCompressions                    WRITE setVentilationsBetweenCompressions                    NOTIFY guidelinesChanged)
+    /// PreventilationUsageEnum: how ventilations before the first compression are taken.
     Q_PROPERTY(int     PreVentilationsUsage                               READ preVentilationsUsage                               WRITE setPreVentilationsUsage                               NOTIFY guidelinesChanged)
+    /// @{
+    /// Limits of the number of ventilations before the first compression.
     Q_PROPERTY(int     PreVentilationsMax                                 READ preVentilationsMax                                 WRITE setPreVentilationsMax                                 NOTIFY guidelinesChanged)
     Q_PROPERTY(int     PreVentilationsMin                                 READ preVentilationsMin                                 WRITE setPreVentilationsMin                                 NOTIFY guidelinesChanged)
+    /// @}
+    /// Hand position counts in the score. The host's own choice: messages do not carry it, neither
+    /// comparison looks at it, and clone() leaves it alone.
     Q_PROPERTY(bool    UsingHandPosForScore                               READ usingHandPosForScore                               WRITE setUsingHandPosForScore                               NOTIFY guidelinesChanged)
+    /// @{
+    /// Limits of the ventilation rate in high performance CPR, per minute.
     Q_PROPERTY(uint    VentilationRateMinHPCPR                            READ ventilationRateMinHPCPR                            WRITE setVentilationRateMinHPCPR                            NOTIFY guidelinesChanged)
     Q_PROPERTY(uint    VentilationRateMaxHPCPR                            READ ventilationRateMaxHPCPR                            WRITE setVentilationRateMaxHPCPR                            NOTIFY guidelinesChanged)
+    /// @}
+    /// High performance CPR has limits of its own. Set by the host: no message carries it.
     Q_PROPERTY(bool    HPGuidelinesAvailable                              READ hpGuidelinesAvailable                              WRITE setHPGuidelinesAvailable                              NOTIFY guidelinesChanged)
     // clang-format on
 
 public:
     /// What the manikin does about compressions that are too deep.
     enum CompTooDeepSetting : int {
-        COMP_TOO_DEEP_NO_SUPPORT = 0,
-        COMP_TOO_DEEP_NO_SCORE_REDUCTION = 1,
-        COMP_TOO_DEEP_SCORE_REDUCTION = 2
+        COMP_TOO_DEEP_NO_SUPPORT = 0, ///< nothing, as it does not know the setting
+        COMP_TOO_DEEP_NO_SCORE_REDUCTION = 1, ///< reports them
+        COMP_TOO_DEEP_SCORE_REDUCTION = 2 ///< takes them off the score
     };
     Q_ENUM(CompTooDeepSetting)
 
@@ -98,6 +146,8 @@ public:
     ~CPRGuidelines() override;
 
     // clang-format off
+    /// @{
+    /// The properties of the same names.
     QString guidelinesID() const                                       { return m_values.guidelinesID; }
     bool    usingDefaultValues() const                                 { return m_values.usingDefaultValues; }
     bool    useAbsoluteDepth() const                                   { return m_values.useAbsoluteDepth; }
@@ -145,9 +195,12 @@ public:
     uint    ventilationRateMinHPCPR() const                            { return m_values.ventilationRateMinHPCPR; }
     uint    ventilationRateMaxHPCPR() const                            { return m_values.ventilationRateMaxHPCPR; }
     bool    hpGuidelinesAvailable() const                              { return m_values.hpGuidelinesAvailable; }
+    /// @}
 
     /// Announces only a text that differs.
     void setGuidelinesID(const QString &id);
+    /// @{
+    /// Sets the property of the same name and announces it.
     void setUsingDefaultValues(bool value)                                 { store(m_values.usingDefaultValues, value); }
     void setUseAbsoluteDepth(bool value)                                   { store(m_values.useAbsoluteDepth, value); }
     void setIsOfficial(bool value)                                         { store(m_values.isOfficial, value); }
@@ -194,12 +247,15 @@ public:
     void setVentilationRateMinHPCPR(uint value)                            { store(m_values.ventilationRateMinHPCPR, value); }
     void setVentilationRateMaxHPCPR(uint value)                            { store(m_values.ventilationRateMaxHPCPR, value); }
     void setHPGuidelinesAvailable(bool value)                              { store(m_values.hpGuidelinesAvailable, value); }
+    /// @}
     // clang-format on
 
+    /// @{
     /// The manikin's flag of the set in use: a set that arrives with it becomes the session's
     /// active set. Carried and compared, but no property.
     bool manikinGuidelineFlag() const { return m_values.manikinGuidelineFlag; }
     void setManikinGuidelineFlag(bool flag) { store(m_values.manikinGuidelineFlag, flag); }
+    /// @}
 
     /// Takes over the manikin's structure as it is laid out. Computes no target rate and
     /// announces nothing.
@@ -224,6 +280,7 @@ public:
 
     /// Equal in all but UsingHandPosForScore.
     bool operator==(const CPRGuidelines &other) const;
+    /// The opposite.
     bool operator!=(const CPRGuidelines &other) const { return !(*this == other); }
     /// Equal in what a manikin of the older generation knows; deliberately narrower than ==.
     bool oldManikinEquals(const CPRGuidelines &other) const;
@@ -245,6 +302,7 @@ Q_SIGNALS:
     void guidelinesChanged();
 
 public Q_SLOTS:
+    /// Emits guidelinesChanged(), unless the session is receiving stored data.
     void onGuidelineChangedTimeout();
 
 private:

@@ -23,10 +23,12 @@ class CPRDATA_EXPORT CPRVentilationData final : public CPRDataBase {
     Q_PROPERTY(int              volume       READ volume       NOTIFY ventilationVolumeChanged)
     /// Ventilations per minute; -1 while it is not known.
     Q_PROPERTY(int              rate         READ rate         NOTIFY ventilationRateChanged)
+    /// The description of the wave; a child of this object.
     Q_PROPERTY(CPRWaveformInfo *waveformInfo READ waveformInfo CONSTANT)
     // clang-format on
 
 public:
+    /// An empty wave of the session \a cprData, whose child it becomes.
     explicit CPRVentilationData(CPRData *cprData);
     /// Copies all but the owner; the description is a copy of its own.
     CPRVentilationData(const CPRVentilationData &other, CPRData *cprData);
@@ -40,7 +42,9 @@ public:
     /// Takes RPL_WAVEINFO (77) of the volume wave and RPL_VENT_RATE_UPDATE (88); false for any
     /// other.
     bool incomingMsg(bls_2010::RMessage *msg) override;
+    /// Hands the message to the description; false when it is about another wave.
     bool rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg);
+    /// Takes the rate; emits ventilationRateChanged() on change. Always true.
     bool rplmsg_RPL_VENT_RATE_UPDATE(bls_2010::RMessage *msg);
 
     /// Takes a sample of wave type 12; others are passed over.
@@ -58,9 +62,12 @@ public:
     /// Removes the samples after \a msec (ms of session time).
     void cutOffWavedataAtTime(int msec);
 
+    /// @{
+    /// The properties of the same names.
     int volume() const { return m_volume; }
     int rate() const { return m_rate; }
     CPRWaveformInfo *waveformInfo() const { return m_waveformInfo; }
+    /// @}
 
     /// The sample at \a index, ml; 0 outside the wave.
     Q_INVOKABLE int at(int index) const;
@@ -76,10 +83,13 @@ public:
     QString readVentilationWave(QIODevice *device);
     /// Writes the description with the current number of samples.
     void writeWaveformInfo(QXmlStreamWriter *writer);
+    /// Reads the next "waveForm" into the description.
     void readWaveformInfo(QXmlStreamReader *reader);
 
 Q_SIGNALS:
+    /// A sample with another volume, ml.
     void ventilationVolumeChanged(int a_Volume);
+    /// Ventilations per minute.
     void ventilationRateChanged(int a_Rate);
 
 private:

@@ -29,7 +29,12 @@ namespace manikinlog {
 /// memory as the longest line takes.
 class ManikinLogReader {
 public:
-    enum class Result { Record, End, Error };
+    /// What read() has found.
+    enum class Result {
+        Record, ///< a record
+        End, ///< the end of the log
+        Error ///< a damaged line, or a device that cannot be read; errorString() tells
+    };
     /// What a damaged line is.
     enum class Damage {
         IsError, ///< an error that ends the log
@@ -59,9 +64,9 @@ public:
     /// as there was no error.
     QString errorString() const { return m_errorString; }
 
-    /// How many damaged lines have been left out; skippedError() tells of the first as
-    /// errorString() would.
+    /// How many damaged lines have been left out.
     qint64 skippedLines() const { return m_skippedLines; }
+    /// Tells of the first of them as errorString() would; empty when there is none.
     QString skippedError() const { return m_skippedError; }
 
     /// Number of the line read last, counted from 1; 0 before the first.

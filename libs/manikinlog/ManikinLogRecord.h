@@ -17,9 +17,9 @@ namespace manikinlog {
 
 /// A message with its content, index 0 first.
 struct Message {
-    quint32 identifier = 0;
-    qint32 sequence = 0;
-    QByteArray content;
+    quint32 identifier = 0; ///< CommunicationIDs::ResponseID, or one of a newer manikin
+    qint32 sequence = 0; ///< of the header that the message came with
+    QByteArray content; ///< index 0 first
 };
 
 /// The message as it is recorded.
@@ -33,30 +33,30 @@ inline Message messageOf(const bls_2010::RMessage &message)
 
 /// The header of a wave packet.
 struct WaveHeader {
-    qint32 sequence = 0;
+    qint32 sequence = 0; ///< running number of the wave period
 };
 
-/// One wave sample; \a waveType is a bls_2010::CommonDefs::WaveType or a type of a newer manikin.
+/// One wave sample.
 struct WaveSample {
-    quint8 waveType = 0;
-    qint32 value = 0;
-    qint32 sequence = 0;
+    quint8 waveType = 0; ///< bls_2010::CommonDefs::WaveType, or a type of a newer manikin
+    qint32 value = 0; ///< hundredths of a millimetre or ml
+    qint32 sequence = 0; ///< running number of the wave period
 };
 
 /// The host put the session into this state.
 struct State {
-    CPRData::CprState state = CPRData::CPR_UNINITIALIZED;
+    CPRData::CprState state = CPRData::CPR_UNINITIALIZED; ///< the new state
 };
 
 /// The host assigned this learner to the session.
 struct Learner {
-    QString name;
+    QString name; ///< neither empty nor with a line break
 };
 
 /// One line of a recorded log.
 struct Record {
     qint64 msecs = 0; ///< ms since the start of the recording; never decreases in a log
-    std::variant<Message, WaveHeader, WaveSample, State, Learner> entry;
+    std::variant<Message, WaveHeader, WaveSample, State, Learner> entry; ///< what happened
 };
 
 } // namespace manikinlog

@@ -51,8 +51,12 @@ class SessionJournal final : public QObject {
 
 public:
     /// What happens to the journal that a killed process has left.
-    enum class LeftJournal { Keep, Discard };
+    enum class LeftJournal {
+        Keep, ///< open() fails, so that it can be recovered
+        Discard ///< it is overwritten
+    };
 
+    /// A journal that is not open.
     explicit SessionJournal(QObject *parent = nullptr);
     /// Closes the journal and keeps its file: only a session that was saved can do without.
     ~SessionJournal() override;

@@ -15,6 +15,9 @@ namespace bls_2010 {
 /// times in ms, inactivity timeouts in s, rates per minute, flow times in percent.
 struct GuidelineValues_t {
     // clang-format off
+    /// @{
+    /// As the property of the same name of CPRGuidelines, but depths in whole millimetres;
+    /// useRelativeDepth is the opposite of UseAbsoluteDepth, reserved fields are not used.
     quint16 compressionAcceptableReleaseForce                  = 0;
     quint8  compressionAcceptableReleaseDepth                  = 0;
     quint8  compressionDepthMin                                = 0;
@@ -57,6 +60,7 @@ struct GuidelineValues_t {
     quint8  usingDefaultValues                                 = 0;
     quint8  isOfficial                                         = 0;
     quint8  manikinGuidelineFlag                               = 0;
+    /// @}
     std::string guidelinesID; ///< UTF-8
     // clang-format on
 };

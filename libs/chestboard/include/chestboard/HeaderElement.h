@@ -11,6 +11,7 @@ namespace bls_2010 {
 /// The header that the link puts in front of every message and every wave packet.
 class HeaderElement {
 public:
+    /// A header with this running number.
     explicit HeaderElement(qint32 sequenceNumber = 0) : m_sequenceNumber(sequenceNumber) { }
 
     /// Running number of the wave period in which the message was sent.

@@ -20,22 +20,27 @@ namespace bls_2010 {
 /// \a ok to true.
 class CHESTBOARD_EXPORT RMessage {
 public:
+    /// A message with \a content from index 0 on, which came with \a header.
     RMessage(quint32 identifier, const QByteArray &content,
              const HeaderElement &header = HeaderElement());
 
     /// The message kind; the keys stand in CommunicationIDs::ResponseID.
     quint32 getIdentifier() const { return m_identifier; }
+    /// The header that the message came with.
     const HeaderElement &getHeader() const { return m_header; }
 
     /// The number of content bytes after index 0: a message of data length N is readable at the
     /// indices 0 to N. 0 for an empty content too.
     unsigned int getDataLength() const;
 
+    /// @{
+    /// The field at index \a i; 0, and \a ok false, when it does not lie wholly inside the content.
     quint8 getContentByte(unsigned int i, bool &ok) const { return read<quint8>(i, ok); }
     qint8 getContentS8(unsigned int i, bool &ok) const { return read<qint8>(i, ok); }
     qint16 getContentS16(unsigned int i, bool &ok) const { return read<qint16>(i, ok); }
     quint16 getContentU16(unsigned int i, bool &ok) const { return read<quint16>(i, ok); }
     quint32 getContentU32(unsigned int i, bool &ok) const { return read<quint32>(i, ok); }
+    /// @}
 
     /// The \a length bytes of a text field, NUL bytes included.
     QByteArray getString(bool &ok, unsigned int index, unsigned int length) const;
