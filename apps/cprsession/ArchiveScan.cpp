@@ -111,7 +111,9 @@ private:
 
     template <typename T> static T number(const QByteArray &bytes, int index)
     {
-        return qFromLittleEndian<T>(bytes.cbegin() + index);
+        if (bytes.isNull()) // never; with Qt 6 the compiler warns of it otherwise
+            return 0;
+        return qFromLittleEndian<T>(bytes.constData() + index);
     }
 
     // Recognises a name with one wrong character, too: the members' names differ in more.
