@@ -31,7 +31,7 @@ Card {
         Repeater {
             model: [
                 (isNaN(summary.start.getTime()) ? qsTr("Date not known")
-                                                : Qt.formatDateTime(summary.start, Qt.DefaultLocaleShortDate))
+                                                : summary.start.toLocaleString(Qt.locale(), Locale.ShortFormat))
                     + "  ·  " + Words.time(summary.length * 1000),
                 summary.protocolText,
                 summary.manikinText
