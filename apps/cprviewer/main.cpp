@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTemporaryDir>
 
@@ -72,7 +71,6 @@ int main(int argc, char *argv[])
     // Without OpenGL, as on many virtual machines, Qt would abort instead of painting by itself.
     if (!QOpenGLContext().create())
         QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
-    QQuickStyle::setStyle(QStringLiteral("Default"));
     useViewerTypes();
 
     // A picture depends on nothing that was chosen before, and leaves nothing behind.

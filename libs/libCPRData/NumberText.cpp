@@ -55,7 +55,7 @@ bool toInt(QStringView text, int &value)
     if (const PlainNumber number(text); number.isPlain())
         return number.to(value);
     bool ok = false;
-    value = text.toString().toInt(&ok);
+    value = text.trimmed().toString().toInt(&ok); // Qt 6 leaves some blanks
     return ok;
 }
 
