@@ -16,7 +16,6 @@
 #include <QFile>
 #include <QQmlApplicationEngine>
 #include <QQuickPaintedItem>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTemporaryDir>
 
@@ -116,7 +115,6 @@ int main(int argc, char *argv[])
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     const QApplication application(argc, argv);
-    QQuickStyle::setStyle(QStringLiteral("Default"));
     useViewerTypes();
 
     bench::Sessions sessions;

@@ -315,7 +315,7 @@ private Q_SLOTS:
         const CPREvents &events = *session.cprEvents();
         QStringList figures;
         for (int figure :
-             {events.events().size(), session.compressionData()->count(),
+             {int(events.events().size()), session.compressionData()->count(),
               session.ventilationData()->count(), intOf(events.sessionInfo(), E::totalTime),
               events.sessionTime(), session.cprGuidelines()->ventilationDetectVolume()})
             figures.append(QString::number(figure));

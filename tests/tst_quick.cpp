@@ -136,7 +136,7 @@ class TestQuick : public QObject {
     }
 
 private Q_SLOTS:
-    void initTestCase() { QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software); }
+    void initTestCase() { QQuickWindow::setSceneGraphBackend(QStringLiteral("software")); }
 
     // What happened, and how many rows were inserted and removed: of all events, of compressions,
     // of ventilations and pauses.

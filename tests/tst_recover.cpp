@@ -52,7 +52,8 @@ QByteArray packedEvents(const QByteArray &content, int method, const QByteArray 
     QDataStream stream(&member, QIODevice::WriteOnly);
     stream.setByteOrder(QDataStream::LittleEndian);
     const auto writeSizes = [&](quint32 factor) {
-        stream << factor * quint32(sum) << factor * packed.size() << factor * whole.size();
+        stream << factor * quint32(sum) << factor * quint32(packed.size())
+               << factor * quint32(whole.size());
     };
     stream << 0x04034b50 << qint16(20) << qint16(sizesBehind ? 8 : 0) << qint16(method) << 0;
     writeSizes(sizesBehind ? 0 : 1);

@@ -461,8 +461,8 @@ private Q_SLOTS:
         QStringList steps; // the type that is known, announcements, events
         for (int type : {4, 2, 2, 9, 200, 0, 3, 4, -1, 3}) {
             send(session, 64, bytes({type}).prepend(QByteArray(22, '\0')).left(type < 0 ? 22 : 23));
-            steps.append(QString::asprintf("%d%d%d", info->connectedAEDType(), connected.count(),
-                                           events->count(E::TagAed)));
+            steps.append(QString::asprintf("%d%d%d", info->connectedAEDType(),
+                                           int(connected.count()), events->count(E::TagAed)));
         }
         QCOMPARE(steps.join(blank), "400 211 211 122 122 032 343 453 453 364"_l1);
         QCOMPARE(numbersOf(events->last(E::TagAed), "msec aedEventType aedType"),

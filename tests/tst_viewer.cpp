@@ -8,7 +8,6 @@
 #include <QProcess>
 #include <QQmlContext>
 #include <QQmlEngine>
-#include <QQuickStyle>
 #include <QTemporaryDir>
 #include <QtQuickTest>
 #include <QtTest>
@@ -109,7 +108,6 @@ private:
 int main(int argc, char *argv[])
 {
     const QApplication application(argc, argv);
-    QQuickStyle::setStyle("Default");
     useViewerTypes();
     Desk desk;
     return quick_test_main_with_setup(argc, argv, "viewer", VIEWER_TESTS_DIR, &desk);

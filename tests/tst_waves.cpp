@@ -41,8 +41,11 @@ template <typename Wave> QString samples(const Wave &wave)
 QString describe(const CPRWaveformInfo &info)
 {
     QString text;
-    for (int i = ownProperties; i < info.metaObject()->propertyCount(); ++i)
-        text += info.metaObject()->property(i).read(&info).toString() + ' ';
+    for (int i = ownProperties; i < info.metaObject()->propertyCount(); ++i) {
+        const QMetaProperty property = info.metaObject()->property(i);
+        const QVariant value = property.read(&info);
+        text += (property.isEnumType() ? QString::number(value.toInt()) : value.toString()) + ' ';
+    }
     return text + QString::number(info.samplePeriod());
 }
 

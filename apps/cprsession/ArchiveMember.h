@@ -5,8 +5,8 @@
 #define CPRSESSION_ARCHIVEMEMBER_H
 
 #include "ArchiveCheck.h"
+#include "Utf8Decoder.h"
 
-#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <quazip.h>
@@ -372,11 +372,7 @@ private:
 // is reported here, once; after that there are no more elements.
 class XmlMember {
 public:
-    XmlMember(BlockSource &reader, MemberReport &report)
-        : m_reader(reader), m_report(report),
-          m_decoder(QTextCodec::codecForName("UTF-8")->makeDecoder())
-    {
-    }
+    XmlMember(BlockSource &reader, MemberReport &report) : m_reader(reader), m_report(report) { }
 
     // Goes to the next element inside the current one; false at its end. There should be no text.
     bool nextChild() { return advance(true); }
@@ -408,7 +404,7 @@ public:
     // There is nothing more to read: the document has ended, or is not believed any further.
     bool isOver() const { return m_isOver; }
 
-    QStringRef name() const { return m_xml.name(); }
+    QStringView name() const { return m_xml.name(); }
     QXmlStreamAttributes attributes() const { return m_xml.attributes(); }
     // The text of an attribute; none when there is no such attribute.
     std::optional<QString> attribute(const char *key) const
@@ -502,7 +498,7 @@ private:
 
     void checkEncoding()
     {
-        const QStringRef encoding = m_xml.documentEncoding();
+        const auto encoding = m_xml.documentEncoding();
         if (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive)) {
             add(Finding::Error, {}, QStringLiteral("the encoding UTF-8"),
                 quoted(encoding.toString()));
@@ -520,11 +516,11 @@ private:
         while (text.isEmpty()) {
             const QByteArray block = m_reader.read();
             // The line feed shows whether the last character is whole.
-            text = m_decoder->toUnicode(block.isEmpty() ? QByteArray("\n") : block);
-            if (block.isEmpty() && !m_decoder->hasFailure())
+            text = m_decoder.toText(block.isEmpty() ? QByteArray("\n") : block);
+            if (block.isEmpty() && !m_decoder.hasFailed())
                 return false;
         }
-        if (m_decoder->hasFailure()) {
+        if (m_decoder.hasFailed()) {
             text.truncate(qMax(0, text.indexOf(QChar(QChar::ReplacementCharacter))));
             m_isLast = true;
         }
@@ -553,7 +549,7 @@ private:
 
     BlockSource &m_reader;
     MemberReport &m_report;
-    std::unique_ptr<QTextDecoder> m_decoder;
+    Utf8Decoder m_decoder;
     XmlGuard m_guard;
     QXmlStreamReader m_xml;
     int m_depth = 0;

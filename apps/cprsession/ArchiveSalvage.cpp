@@ -337,7 +337,7 @@ private:
         for (int i = 0; i < elements.size(); ++i) {
             const QLatin1String type(i == 0 ? "comp" : "vent");
             const Elements own =
-                wellFormed(found, [type](const QStringRef &each) { return each == type; });
+                wellFormed(found, [type](const auto &each) { return each == type; });
             if (own.isEmpty())
                 continue;
             Elements tried = frame.elements;
@@ -447,7 +447,7 @@ private:
         const Elements empty = takeApart(m_empty.content(Events), eventKind).elements;
         takeElements(
             Events, eventKind, QStringLiteral("events"),
-            [&](const QStringRef &type) {
+            [&](const auto &type) {
                 return !once.contains(type) || standing.removeOne(type.toString());
             },
             check,
@@ -471,7 +471,7 @@ private:
             return;
         takeElements(
             Guidelines, valueKind, QStringLiteral("values"),
-            [](const QStringRef & /*type*/) { return true; }, check,
+            [](const auto & /*type*/) { return true; }, check,
             [](const Elements & /*elements*/) { return false; });
     }
 

@@ -111,6 +111,8 @@ private:
 
     template <typename T> static T number(const QByteArray &bytes, int index)
     {
+        if (bytes.isNull()) // never; with Qt 6 the compiler warns of it otherwise
+            return 0;
         return qFromLittleEndian<T>(bytes.constData() + index);
     }
 
@@ -300,7 +302,7 @@ private:
         int status = Z_OK;
         while (status == Z_OK && result.content.size() <= limit) {
             if (stream.avail_in == 0) {
-                packed = at(position, qBound<qint64>(0, end - position, blockSize));
+                packed = at(position, std::clamp<qint64>(end - position, 0, blockSize));
                 position += packed.size();
                 stream.next_in = reinterpret_cast<Bytef *>(packed.data());
                 stream.avail_in = static_cast<uInt>(packed.size());

@@ -11,6 +11,7 @@
 #include <CPREventVentilation.h>
 #include <CPRWaveformInfo.h>
 
+#include <QBitArray>
 #include <QMetaEnum>
 #include <QMetaProperty>
 #include <QVector>
@@ -269,11 +270,11 @@ void SessionDiff::compareOrder(const QVector<Pair> &pairs)
         else
             *place = i;
     }
-    QVector<bool> stays(byA.size(), false);
+    QBitArray stays(byA.size());
     for (int i = lastOfLength.isEmpty() ? -1 : lastOfLength.last(); i >= 0; i = before.at(i))
-        stays[i] = true;
+        stays.setBit(i);
     for (int i = 0; i < byA.size(); ++i) {
-        if (stays.at(i))
+        if (stays.testBit(i))
             continue;
         Place place = placeOf(byA.at(i));
         place.json.insert(QStringLiteral("field"), QStringLiteral("place"));

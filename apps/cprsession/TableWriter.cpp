@@ -16,7 +16,7 @@ constexpr int significantDigits = 7;
 
 bool isFraction(const QVariant &value)
 {
-    const auto type = static_cast<QMetaType::Type>(value.type());
+    const auto type = value.userType();
     return type == QMetaType::Float || type == QMetaType::Double;
 }
 
@@ -57,7 +57,7 @@ public:
 private:
     QString text(const QVariant &value) const
     {
-        if (value.type() == QVariant::Bool)
+        if (value.userType() == QMetaType::Bool)
             return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
         if (!isFraction(value))
             return value.toString();

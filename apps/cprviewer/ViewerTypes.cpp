@@ -5,7 +5,7 @@
 
 #include <QuickTypes.h>
 
-#include <QtGlobal>
+#include <QQuickStyle>
 
 // Generated from the headers of this directory.
 void qml_register_types_CPRViewer();
@@ -19,11 +19,14 @@ static void initResources()
 
 void useViewerTypes()
 {
+    // Qt 6 has another name for it.
+    constexpr auto plainStyle = QT_VERSION_MAJOR < 6 ? "Default" : "Basic";
     // In a static library neither registers itself.
     static const bool isRegistered = [] {
         initResources();
         useCPRQuickTypes();
         qml_register_types_CPRViewer();
+        QQuickStyle::setStyle(QLatin1String(plainStyle));
         return true;
     }();
     Q_UNUSED(isRegistered)

@@ -4,7 +4,7 @@
 #ifndef CPRVIEWER_VIEWERTYPES_H
 #define CPRVIEWER_VIEWERTYPES_H
 
-/// Makes the pages, their types and their translations known to the program. To be called before
+/// Makes the pages, their types, style and translations known to the program. To be called before
 /// the first page is loaded; may be called any number of times.
 void useViewerTypes();
 

@@ -9,7 +9,6 @@
 #include <QApplication>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
-#include <QQuickStyle>
 #include <QQuickWindow>
 #include <QTemporaryDir>
 #include <QWidget>
@@ -76,13 +75,14 @@ int main(int argc, char *argv[])
     QCoreApplication::setOrganizationName(QStringLiteral("libCPRData"));
     QCoreApplication::setApplicationName(QStringLiteral("cprviewer"));
     QCoreApplication::setApplicationVersion(QStringLiteral(CPRVIEWER_VERSION));
+#if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // it always is since then
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+#endif
     // The file dialogs are widgets where the system has none of its own.
     const QApplication application(argc, argv);
     // Without OpenGL, as on many virtual machines, Qt would abort instead of painting by itself.
     if (!QOpenGLContext().create())
-        QQuickWindow::setSceneGraphBackend(QSGRendererInterface::Software);
-    QQuickStyle::setStyle(QStringLiteral("Default"));
+        QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
     useViewerTypes();
 
     // A picture depends on nothing that was chosen before, and leaves nothing behind.

@@ -65,7 +65,7 @@ QString withUnit(const QString &value, Unit unit)
 /// Empty for a value that asks for nothing.
 QString numberText(const QVariant &value, Unit unit)
 {
-    if (value.type() == QVariant::String)
+    if (value.userType() == QMetaType::QString)
         return value.toString();
     const int number = value.toInt();
     if (number <= 0)

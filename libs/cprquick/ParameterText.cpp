@@ -374,7 +374,7 @@ QString numberText(E::ParameterType type, const QVariant &value)
 {
     constexpr double hmmPerMm = 100;
     const QLocale locale;
-    const auto kind = static_cast<QMetaType::Type>(value.type());
+    const auto kind = value.userType();
     if (storedUnit(type) == E::hmm)
         return locale.toString(value.toDouble() / hmmPerMm, 'f', 1);
     if (kind == QMetaType::Float) // as wherever else depths are told

@@ -186,8 +186,8 @@ qreal PlotItem::xAt(int msecs) const
 int PlotItem::timeAt(qreal x) const
 {
     const qint64 msecs = timeScale().msecsAt(x);
-    return static_cast<int>(
-        qBound<qint64>(std::numeric_limits<int>::min(), msecs, std::numeric_limits<int>::max()));
+    return static_cast<int>(std::clamp<qint64>(msecs, std::numeric_limits<int>::min(),
+                                               std::numeric_limits<int>::max()));
 }
 
 // What is shown is known with the next frame only; more than one step between two frames has to

@@ -182,9 +182,9 @@ QVariant CPRDataBase::variantFromString(const QString &text)
 
 QString CPRDataBase::variantToString(const QVariant &value)
 {
-    if (value.type() == QVariant::Bool)
+    if (value.userType() == QMetaType::Bool)
         return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
-    const QString text = value.toString();
+    const QString text = NumberText::fromVariant(value);
     // Of half a surrogate pair, which is no character, the writer would keep the half and swallow
     // what follows. UTF-8 makes a question mark of it.
     const bool mayHaveHalf =

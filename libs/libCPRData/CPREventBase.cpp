@@ -304,7 +304,7 @@ template <typename Store> void takeParam(const QXmlStreamAttributes &attributes,
     const QXmlStreamAttribute *key = nullptr;
     const QXmlStreamAttribute *value = nullptr;
     for (const QXmlStreamAttribute &attribute : attributes) {
-        const QStringRef name = attribute.qualifiedName();
+        const auto name = attribute.qualifiedName();
         if (name == QLatin1String("type"))
             key = &attribute;
         else if (name == QLatin1String("value"))
@@ -615,7 +615,7 @@ void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, int 
 
 void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const
 {
-    writeParamElement(writer, parameterKey(type), NumberText::fromFloat(value), type);
+    writeParamElement(writer, parameterKey(type), NumberText::fromReal(value), type);
 }
 
 void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const
@@ -674,7 +674,7 @@ bool CPREventBase::write(QIODevice *device, const QPair<ParameterType, QString> 
     QString key;
     if (!hasParameters() || !hasParameterType(column.first, key))
         return false;
-    device->write(parameterValue(column.first, QVariant()).toString().toUtf8());
+    device->write(NumberText::fromVariant(parameterValue(column.first, QVariant())).toUtf8());
     if (!separator.isEmpty())
         device->write(separator.toUtf8());
     return true;
@@ -710,7 +710,8 @@ CPREventBase::operator QString() const
     QString parameters;
     forEachParameter([&](const QString &key, const QVariant &value) {
         ++count;
-        parameters += QStringLiteral("\n\t") + key + QStringLiteral(" = ") + value.toString();
+        parameters +=
+            QStringLiteral("\n\t") + key + QStringLiteral(" = ") + NumberText::fromVariant(value);
     });
     return QString::asprintf(
                "%p, type: %s, msecs: %d, endTime: %d, paramCount: %d, propertyCount: %d",

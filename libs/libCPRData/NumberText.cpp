@@ -3,7 +3,7 @@
 
 #include "NumberText.h"
 
-#include <QVariant>
+#include <QLocale>
 
 #include <array>
 #include <charconv>
@@ -55,7 +55,7 @@ bool toInt(QStringView text, int &value)
     if (const PlainNumber number(text); number.isPlain())
         return number.to(value);
     bool ok = false;
-    value = text.toString().toInt(&ok);
+    value = text.trimmed().toString().toInt(&ok); // Qt 6 leaves some blanks
     return ok;
 }
 
@@ -73,18 +73,25 @@ bool toFloat(QStringView text, float &value)
     return ok;
 }
 
-QString fromFloat(float value)
+QString fromReal(double value)
 {
-    // In this range Qt writes no exponent either.
-    constexpr float smallest = 1e-3F;
-    constexpr float largest = 1e6F;
-    const float size = std::fabs(value);
-    if (!(size >= smallest && size <= largest))
-        return QVariant(value).toString();
+    // In this range the format has no exponent.
+    constexpr double smallest = 1e-4;
+    constexpr double end = 1e6;
+    const double size = std::fabs(value);
+    if (!(size >= smallest && size < end))
+        return QString::number(value, 'g', QLocale::FloatingPointShortest);
     std::array<char, 32> text;
-    const auto result = std::to_chars(text.data(), text.data() + text.size(),
-                                      static_cast<double>(value), std::chars_format::fixed);
+    const auto result =
+        std::to_chars(text.data(), text.data() + text.size(), value, std::chars_format::fixed);
     return QString::fromLatin1(text.data(), static_cast<int>(result.ptr - text.data()));
+}
+
+QString fromVariant(const QVariant &value)
+{
+    const int type = value.userType();
+    return type == QMetaType::Float || type == QMetaType::Double ? fromReal(value.toDouble())
+                                                                 : value.toString();
 }
 
 } // namespace NumberText

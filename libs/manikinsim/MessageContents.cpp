@@ -34,7 +34,7 @@ constexpr int bytesOf(Width width)
 
 template <typename T> qint64 fit(qint64 value)
 {
-    return qBound<qint64>(std::numeric_limits<T>::min(), value, std::numeric_limits<T>::max());
+    return std::clamp<qint64>(value, std::numeric_limits<T>::min(), std::numeric_limits<T>::max());
 }
 
 qint64 fitted(Width width, qint64 value)

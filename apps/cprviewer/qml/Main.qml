@@ -121,7 +121,7 @@ ApplicationWindow {
             width: parent.width
             color: Look.accent
             text: window.viewer.hasLeftSession && window.page !== Main.Start && !window.isLeftForLater
-                  ? qsTr("A session was not saved, on %1.").arg(Qt.formatDateTime(window.viewer.leftSessionTime, Qt.DefaultLocaleShortDate)) : ""
+                  ? qsTr("A session was not saved, on %1.").arg(window.viewer.leftSessionTime.toLocaleString(Qt.locale(), Locale.ShortFormat)) : ""
             action: qsTr("Bring it back")
             onActed: window.leave(() => window.viewer.bringBack())
             onDismissed: window.isLeftForLater = true

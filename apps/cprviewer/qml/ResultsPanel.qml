@@ -37,7 +37,7 @@ Card {
         }
         Detail {
             text: (isNaN(summary.start.getTime()) ? qsTr("Date not known")
-                                                  : Qt.formatDateTime(summary.start, Qt.DefaultLocaleShortDate))
+                                                  : summary.start.toLocaleString(Qt.locale(), Locale.ShortFormat))
                   + "  ·  " + Words.time(summary.length * 1000)
         }
         Detail { text: summary.protocolText }

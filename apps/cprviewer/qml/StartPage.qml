@@ -46,7 +46,7 @@ FocusScope {
                     wrapMode: Text.WordWrap
                     text: page.viewer.hasLeftSession
                           ? qsTr("The viewer ended while it was recorded, on %1. Everything up to then is there.")
-                            .arg(Qt.formatDateTime(page.viewer.leftSessionTime, Qt.DefaultLocaleShortDate)) : ""
+                            .arg(page.viewer.leftSessionTime.toLocaleString(Qt.locale(), Locale.ShortFormat)) : ""
                 }
                 Row {
                     spacing: Look.gap

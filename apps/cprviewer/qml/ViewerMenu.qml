@@ -39,8 +39,8 @@ PageMenu {
                 font.pixelSize: Look.normal
                 onTriggered: menu.fileWanted(modelData)
             }
-            onObjectAdded: recent.insertItem(index, object)
-            onObjectRemoved: recent.removeItem(object)
+            onObjectAdded: (index, object) => recent.insertItem(index, object)
+            onObjectRemoved: (index, object) => recent.removeItem(object)
         }
     }
     MenuSeparator { }
