@@ -1,4 +1,6 @@
 # Adds to the folder of each package what Debian wants to find in it. cpack runs this before it packs.
+cmake_minimum_required(VERSION 3.25)
+
 set(authors "${CPACK_DEBIAN_PACKAGE_MAINTAINER}")
 set(version ${CPACK_PACKAGE_VERSION}-${CPACK_DEBIAN_PACKAGE_RELEASE})
 execute_process(COMMAND date --utc --rfc-email --date ${CPACK_CPRDATA_DATE}
@@ -47,11 +49,5 @@ License: Expat
     if(archives)
         execute_process(COMMAND strip --strip-debug --enable-deterministic-archives ${archives}
             COMMAND_ERROR_IS_FATAL ANY)
-    endif()
-
-    set(overrides ${CMAKE_CURRENT_LIST_DIR}/${component}.lintian-overrides)
-    if(EXISTS ${overrides})
-        file(READ ${overrides} text)
-        file(WRITE ${root}/usr/share/lintian/overrides/${package} "${text}")
     endif()
 endforeach()

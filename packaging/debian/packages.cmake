@@ -28,7 +28,6 @@ set(CPACK_DEBIAN_PACKAGE_MAINTAINER "The libCPRData authors <authors@cprdata.inv
 set(CPACK_DEBIAN_PACKAGE_RELEASE 1)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS_PRIVATE_DIRS ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
-set(CPACK_DEBIAN_PACKAGE_GENERATE_SHLIBS_POLICY ">=")
 set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION ON)
 
 # Gives COMPONENT the Debian package NAME.
@@ -42,7 +41,7 @@ function(cprdata_package component name section summary description)
     list(JOIN arg_DEPENDS ", " depends)
     set(${prefix}_PACKAGE_NAME ${name} PARENT_SCOPE)
     set(${prefix}_PACKAGE_SECTION ${section} PARENT_SCOPE)
-    set(${prefix}_DESCRIPTION "${summary}\n${description}" PARENT_SCOPE)
+    set(${prefix}_DESCRIPTION "${summary}\n${story}${description}" PARENT_SCOPE)
     set(${prefix}_PACKAGE_DEPENDS "${depends}" PARENT_SCOPE)
     list(APPEND CPACK_COMPONENTS_ALL ${component})
     set(CPACK_COMPONENTS_ALL ${CPACK_COMPONENTS_ALL} PARENT_SCOPE)
@@ -54,10 +53,12 @@ if(CPRDATA_QT EQUAL 6)
     set(tools cprdata-tools-qt6)
     set(qml qml6-module-cprdata)
     set(devel_needs qt6-base-dev qt6-declarative-dev)
-    set(qml_needs qml6-module-qtqml qml6-module-qtquick)
+    set(qml_needs
+        qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
+        qml6-module-qtquick-window)
     set(tools_needs
         qml6-module-qt-labs-platform qml6-module-qtquick-controls qml6-module-qtquick-layouts
-        qml6-module-qtquick-templates qml6-module-qtquick-window)
+        qml6-module-qtquick-templates)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools)
 else()
     set(runtime libcprdata${PROJECT_VERSION_MAJOR})
@@ -65,43 +66,55 @@ else()
     set(tools cprdata-tools)
     set(qml qml-module-cprdata)
     set(devel_needs qtbase5-dev qtdeclarative5-dev)
-    set(qml_needs qml-module-qtquick2)
+    set(qml_needs qml-module-qtquick-window2 qml-module-qtquick2)
     set(tools_needs
         qml-module-qt-labs-platform qml-module-qtquick-controls2 qml-module-qtquick-layouts
-        qml-module-qtquick-templates2 qml-module-qtquick-window2 qml-module-qtquick2)
+        qml-module-qtquick-templates2)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools-qt6)
 endif()
-set(story "libCPRData holds the complete data of one CPR training session recorded from a manikin: \
-events, waves, guidelines, scores and advice, saved and loaded as a zip archive.\n.\n")
+# Each package's text begins with its own summary and goes on with this one.
+set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
+set(story "\
+libCPRData holds all data of one CPR training session recorded from a manikin:
+events, waves, guidelines, scores and advice. Sessions are saved as archives.
+.
+")
 
 cprdata_package(runtime ${runtime} libs
-    "data of a CPR training session, for Qt ${CPRDATA_QT}"
-    "${story}This package has the libraries that programs use.")
+    "data of CPR training sessions, for Qt ${CPRDATA_QT}"
+    "This package has the libraries that programs use.")
 cprdata_package(devel ${devel} libdevel
-    "data of a CPR training session, for Qt ${CPRDATA_QT} - development files"
-    "${story}This package has headers, the library of recorded logs, and what CMake and pkg-config need."
+    "data of CPR training sessions, for Qt ${CPRDATA_QT} - development files"
+    "This package has headers, the library of recorded logs, and what CMake and\npkg-config need."
     NEEDS ${runtime}
     DEPENDS ${devel_needs})
 if(CPRDATA_BUILD_TOOLS)
     cprdata_package(qml ${qml} libs
-        "data of a CPR training session - QML module for Qt ${CPRDATA_QT}"
-        "${story}This package has the QML module CPRData: classes, models, and items that draw."
+        "data of CPR training sessions - QML module for Qt ${CPRDATA_QT}"
+        "This package has the QML module CPRData: classes, models, items that draw."
         NEEDS ${runtime}
         DEPENDS ${qml_needs})
     cprdata_package(tools ${tools} science
         "record, check, export and look over CPR training sessions"
-        "${story}This package has the command-line program cprsession and the viewer cprviewer."
+        "This package has the command-line program cprsession and the viewer\ncprviewer."
         NEEDS ${runtime} ${qml}
         DEPENDS ${tools_needs})
 endif()
 # The pages are the same for both versions of Qt.
 if(NOT CPRDATA_QT EQUAL 6)
     cprdata_package(doc libcprdata-doc doc
-        "data of a CPR training session - documentation"
-        "${story}This package has the guides, the class pages and the examples.")
+        "data of CPR training sessions - documentation"
+        "This package has the guides, the class pages and the examples.")
     set(CPACK_DEBIAN_DOC_PACKAGE_ARCHITECTURE all)
 endif()
 
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_GENERATE_SHLIBS ON)
-set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA ${CMAKE_CURRENT_LIST_DIR}/triggers)
+# Programs that link the libraries come to depend on their package. (What cpack itself would write
+# names the QML module's private library as well.)
+file(CONFIGURE OUTPUT shlibs CONTENT
+"libCPRData@CPRDATA_NAME_SUFFIX@ @PROJECT_VERSION_MAJOR@ @runtime@ (>= @PROJECT_VERSION@)
+libchestboard@CPRDATA_NAME_SUFFIX@ @PROJECT_VERSION_MAJOR@ @runtime@ (>= @PROJECT_VERSION@)
+" @ONLY)
+set(CPACK_DEBIAN_RUNTIME_PACKAGE_CONTROL_EXTRA
+    ${CMAKE_CURRENT_LIST_DIR}/triggers
+    ${CMAKE_CURRENT_BINARY_DIR}/shlibs)
 include(CPack)
