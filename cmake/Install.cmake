@@ -9,8 +9,11 @@ endif()
 set(CPRDATA_INCLUDEDIR ${CMAKE_INSTALL_INCLUDEDIR}/${CPRDATA_PACKAGE})
 # Libraries that only this project's own programs and plugins use.
 set(CPRDATA_PRIVATE_LIBDIR ${CMAKE_INSTALL_LIBDIR}/${CPRDATA_PACKAGE})
-set(CPRDATA_INSTALL_QMLDIR ${CMAKE_INSTALL_LIBDIR}/qt${CPRDATA_QT}/qml CACHE STRING
-    "Where QML modules are installed, as Qt looks for them")
+set(CPRDATA_INSTALL_QMLDIR "" CACHE STRING
+    "Where QML modules are installed; when empty, where Debian's Qt looks for them")
+if(NOT CPRDATA_INSTALL_QMLDIR)
+    set(CPRDATA_INSTALL_QMLDIR ${CMAKE_INSTALL_LIBDIR}/qt${CPRDATA_QT}/qml)
+endif()
 
 # Lets TARGET, once it lies in the folder DESTINATION, find the libraries wherever the prefix is.
 function(cprdata_set_rpath target destination)
