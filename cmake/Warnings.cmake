@@ -3,6 +3,8 @@
 add_library(cprdata_warnings INTERFACE)
 target_compile_options(cprdata_warnings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wcast-align
+    # No path of the building machine in log lines; they name files as the repository does.
+    -fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=
     # Qt's logging macros are called without arguments.
     $<$<CXX_COMPILER_ID:Clang>:-Wno-gnu-zero-variadic-macro-arguments>
     $<$<BOOL:${CPRDATA_WERROR}>:-Werror>)

@@ -24,7 +24,7 @@ class TestQml : public QObject {
     std::unique_ptr<QObject> create(const QByteArray &body)
     {
         QQmlComponent component(&m_engine);
-        component.setData("import QtQml 2.15\nimport CPRData 1.0\nQtObject { " + body + " }",
+        component.setData("import QtQml 2.15\nimport CPRDataTypes 1.0\nQtObject { " + body + " }",
                           QUrl());
         std::unique_ptr<QObject> object(component.create());
         m_warnings +=

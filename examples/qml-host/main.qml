@@ -3,7 +3,7 @@
 
 import QtQuick 2.15
 import QtQuick.Window 2.15
-import CPRData 1.0
+import CPRDataTypes 1.0
 
 Window {
     id: window

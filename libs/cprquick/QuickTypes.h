@@ -8,8 +8,7 @@
 
 /// Ties the types of the QML module CPRData 1.0 to the caller. A program that calls it may import
 /// the module without the plugin; the plugin itself does nothing else. May be called any number of
-/// times, but not together with registerCPRDataTypes("CPRData"): the module has the library's
-/// classes already.
+/// times. The module has the library's classes: registerCPRDataTypes() is not needed besides.
 CPRQUICK_EXPORT void useCPRQuickTypes();
 
 #endif
