@@ -31,7 +31,7 @@ Card {
         Repeater {
             model: [
                 (isNaN(summary.start.getTime()) ? qsTr("Date not known")
-                                                : summary.start.toLocaleString(Qt.locale(), Locale.ShortFormat))
+                                                : Words.value("startTime", summary.start))
                     + "  ·  " + Words.time(summary.length * 1000),
                 summary.protocolText,
                 summary.manikinText
