@@ -146,7 +146,7 @@ ReadyDocument::ReadyDocument(const QByteArray &document)
 {
     // Equal texts are one text, as they are in a program.
     QHash<QString, QString> known;
-    const auto ready = [&known](const QStringRef &text) {
+    const auto ready = [&known](const auto &text) {
         const QString own = text.toString();
         return *known.insert(own, known.value(own, own));
     };

@@ -77,10 +77,10 @@ std::vector<std::string> namesIn(const H5::Group &group)
     return names;
 }
 
-bool areAll(const std::vector<QVariant> &values, QVariant::Type type)
+bool areAll(const std::vector<QVariant> &values, int type)
 {
     return std::all_of(values.begin(), values.end(),
-                       [type](const QVariant &value) { return value.type() == type; });
+                       [type](const QVariant &value) { return value.userType() == type; });
 }
 
 template <typename Number> std::vector<Number> numbersOf(const std::vector<QVariant> &values)
@@ -96,12 +96,12 @@ template <typename Number> std::vector<Number> numbersOf(const std::vector<QVari
 // Texts lie one behind the other; an event without a number has NaN. Times do not fit into floats.
 void writeColumn(H5::Group &kind, const std::string &name, const std::vector<QVariant> &values)
 {
-    if (areAll(values, QVariant::String)) {
+    if (areAll(values, QMetaType::QString)) {
         QByteArray texts;
         for (const QVariant &value : values)
             texts += value.toString().toUtf8() + textSeparator;
         writeNumbers(kind, textMark + name, charsOf(texts));
-    } else if (areAll(values, QVariant::Int)) {
+    } else if (areAll(values, QMetaType::Int)) {
         writeNumbers(kind, name, numbersOf<int>(values));
     } else {
         writeNumbers(kind, name, numbersOf<float>(values));

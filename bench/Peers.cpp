@@ -14,7 +14,7 @@ namespace {
 
 using Type = CPREventBase::ParameterType;
 
-QVariant variantOf(const QStringRef &text)
+template <typename Text> QVariant variantOf(const Text &text)
 {
     bool isNumber = false;
     if (const int integer = text.toInt(&isNumber); isNumber)
@@ -26,7 +26,7 @@ QVariant variantOf(const QStringRef &text)
 
 bool isText(const QVariant &value)
 {
-    return value.type() == QVariant::String;
+    return value.userType() == QMetaType::QString;
 }
 
 bool same(const PlainEvent &a, const PlainEvent &b)

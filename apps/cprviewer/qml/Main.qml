@@ -121,7 +121,7 @@ ApplicationWindow {
             width: parent.width
             color: Look.accent
             text: window.viewer.hasLeftSession && window.page !== Main.Start && !window.isLeftForLater
-                  ? qsTr("A session was not saved, on %1.").arg(window.viewer.leftSessionTime.toLocaleString(Qt.locale(), Locale.ShortFormat)) : ""
+                  ? qsTr("A session was not saved, on %1.").arg(Words.value("startTime", window.viewer.leftSessionTime)) : ""
             action: qsTr("Bring it back")
             onActed: window.leave(() => window.viewer.bringBack())
             onDismissed: window.isLeftForLater = true

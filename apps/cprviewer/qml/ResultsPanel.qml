@@ -37,7 +37,7 @@ Card {
         }
         Detail {
             text: (isNaN(summary.start.getTime()) ? qsTr("Date not known")
-                                                  : summary.start.toLocaleString(Qt.locale(), Locale.ShortFormat))
+                                                  : Words.value("startTime", summary.start))
                   + "  ·  " + Words.time(summary.length * 1000)
         }
         Detail { text: summary.protocolText }

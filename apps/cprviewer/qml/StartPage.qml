@@ -3,6 +3,7 @@
 
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import CPRData 1.0
 import CPRViewer 1.0
 import "."
 
@@ -46,7 +47,7 @@ FocusScope {
                     wrapMode: Text.WordWrap
                     text: page.viewer.hasLeftSession
                           ? qsTr("The viewer ended while it was recorded, on %1. Everything up to then is there.")
-                            .arg(page.viewer.leftSessionTime.toLocaleString(Qt.locale(), Locale.ShortFormat)) : ""
+                            .arg(Words.value("startTime", page.viewer.leftSessionTime)) : ""
                 }
                 Row {
                     spacing: Look.gap
