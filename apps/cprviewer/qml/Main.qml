@@ -4,6 +4,7 @@
 import QtQuick 2.15
 import QtQuick.Window 2.15
 import QtQuick.Controls 2.15
+import CPRData 1.0
 import CPRViewer 1.0
 import "."
 
