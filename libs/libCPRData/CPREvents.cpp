@@ -22,7 +22,6 @@
 
 #include <QIODevice>
 #include <QLoggingCategory>
-#include <QPointer>
 #include <QTimer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -126,22 +125,6 @@ CPREvents::~CPREvents()
     m_sessionInfo->m_standing = m_sessionStatistics->m_standing = m_sessionScore->m_standing =
         false;
 }
-
-/// Tells whether an event was one of the standing three and is not any more, because a host has
-/// initialized the list, or deleted the event, inside a signal.
-class CPREvents::Standing {
-public:
-    explicit Standing(CPREventBase *event)
-        : m_wasStanding(event->m_standing), m_event(m_wasStanding ? event : nullptr)
-    {
-    }
-
-    bool isReplaced() const { return m_wasStanding && !(m_event && m_event->m_standing); }
-
-private:
-    bool m_wasStanding;
-    QPointer<CPREventBase> m_event;
-};
 
 void CPREvents::connectSignals()
 {
@@ -399,12 +382,19 @@ void CPREvents::finalizeIncomingEvent(bool a_Exists, CPREventBase *event)
     setReceiving(false);
 }
 
+// Tells by the address alone: inside a signal a host may have deleted the event, or initialized the
+// list, and then another one stands in its place.
+bool CPREvents::isStanding(const CPREventBase *event) const
+{
+    return event == m_sessionInfo || event == m_sessionStatistics || event == m_sessionScore;
+}
+
 void CPREvents::enter(CPREventBase *event)
 {
-    const Standing standing(event);
+    const bool wasStanding = isStanding(event);
     addEvent(event, false);
     handleEvent(event);
-    if (!standing.isReplaced())
+    if (!wasStanding || isStanding(event))
         emitEvent(event);
 }
 
@@ -456,18 +446,18 @@ bool CPREvents::incomingMsg(bls_2010::RMessage *msg)
     // clang-format on
 }
 
-bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isStanding)
+bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isKept)
 {
     qCDebug(lcEvents).noquote() << "Event:" << QString(*event);
-    const Standing standing(event);
+    const bool wasStanding = isStanding(event);
     if (!event->incomingMsg(msg)) {
-        if (!isStanding) {
+        if (!isKept) {
             qCDebug(lcEvents) << "ignoring event";
             delete event;
         }
         return false;
     }
-    if (standing.isReplaced())
+    if (wasStanding && !isStanding(event))
         return true;
     if (event->m_listed)
         handleEvent(event);

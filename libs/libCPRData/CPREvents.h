@@ -219,10 +219,9 @@ private:
 
     void connectSignals();
     void connectStandingEvents();
-    class Standing;
-
     void takeEvent(CPREventBase *event);
     void retire(CPREventBase *event);
+    bool isStanding(const CPREventBase *event) const;
     void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
     void eventTimesChanged(CPREventBase *event);
@@ -231,7 +230,7 @@ private:
     bool hasEnded() const;
     void setReceiving(bool receiving);
 
-    bool takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isStanding);
+    bool takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isKept);
     bool takeRemoteControl(bls_2010::RMessage *msg);
     bool takeInactivity(bls_2010::RMessage *msg);
     bool takeProtocol(bls_2010::RMessage *msg);
