@@ -9,10 +9,12 @@
 #include <chestboard/RMessage.h>
 
 #include <QByteArray>
+#include <QEventLoop>
 #include <QMetaObject>
 #include <QQmlPropertyMap>
 #include <QStringList>
 #include <QTest>
+#include <QTimer>
 #include <QVector>
 
 #include <cstddef>
@@ -130,6 +132,15 @@ private:
     QStringList m_heard;
     QObject m_context; // dies first, and the connections with it
 };
+
+/// Lets the timers run out by which the objects announce their changes. They come before the loop's
+/// end however long the machine does something else.
+inline void settle()
+{
+    QEventLoop loop;
+    QTimer::singleShot(20, &loop, &QEventLoop::quit);
+    loop.exec();
+}
 
 } // namespace TestSupport
 

@@ -499,7 +499,7 @@ private Q_SLOTS:
             200); // 1 ms would be lost in a busy machine's pauses
         for (int i = 0; i < 25; ++i) {
             wave.sendSignal();
-            QTest::qWait(20);
+            settle();
         }
         QVERIFY(changes.count() >= 1);
         changes.wait(300);

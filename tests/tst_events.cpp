@@ -353,7 +353,7 @@ private Q_SLOTS:
         events->incomingInactivityTime(1234, 1);
         QCOMPARE(newest("msec"), "CprInactivityCPR 1234:pause received"_l1);
         QCOMPARE(int(session.compressionData()->compressionRate()), 0);
-        QTest::qWait(20);
+        settle();
         QCOMPARE(recorder.take(), "changed"_l1); // once for all of them
     }
 
@@ -435,7 +435,7 @@ private Q_SLOTS:
         QCOMPARE(recorder.take(),
                  "compression received c.ready score statistics ready info info total"_l1);
         copied.cprGuidelines()->setIsOfficial(true);
-        QTest::qWait(20);
+        settle();
         const QString late = recorder.take();
         QVERIFY(late == "changed guidelines"_l1 || late == "guidelines changed"_l1);
     }

@@ -258,7 +258,7 @@ private Q_SLOTS:
             session.receivingData(receiving);
             QCOMPARE(session.receiving(), receiving);
             session.cprGuidelines()->setIsOfficial(receiving);
-            QTest::qWait(20);
+            settle();
             QCOMPARE(recorder.take(), receiving ? ""_l1 : "complete changed"_l1);
         }
         for (bool value : {false, true, true, false}) {
