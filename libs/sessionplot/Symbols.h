@@ -51,7 +51,7 @@ private:
 /// \a area with its edges on whole units, where lines and areas are sharp without antialiasing.
 QRect snapped(const QRectF &area);
 
-/// A line along an axis. As an area it costs a fortieth of what it costs as a line with a pen.
+/// A line along an axis. As an area it costs a twelfth of what it costs as a line with a pen.
 void drawRule(QPainter *painter, const QPointF &from, const QPointF &to, qreal width,
               const QColor &color);
 
