@@ -3,7 +3,7 @@
 # Copyright (c) 2026 The libCPRData authors
 """Checks the pages of this repository: relative links lead somewhere, to a heading too when they name
 one, and each paragraph of C++ or QML that a page shows stands in a source that is compiled or linted.
-What is wrong goes to stderr, a line each; the exit status is 1 then."""
+With a folder that pages were installed to, their links are checked. What is wrong goes to stderr, a line each; the exit status is 1 then."""
 import pathlib
 import re
 import sys
@@ -12,9 +12,9 @@ ROOT = pathlib.Path(__file__).resolve().parent.parent
 SOURCES = {"cpp": ("examples/**/*.cpp", "docs/snippets/*.cpp"), "qml": ("examples/**/*.qml",)}
 
 
-def pages():
-    built = ROOT / "build"
-    return [page for page in sorted(ROOT.rglob("*.md")) if built not in page.parents]
+def pages(root):
+    built = root / "build"
+    return [page for page in sorted(root.rglob("*.md")) if built not in page.parents]
 
 
 def without_code(text):
@@ -53,21 +53,21 @@ def unknown_code(text, sources):
                 yield f"this {language} stands in no source: {paragraph.strip().splitlines()[0]}"
 
 
-def main():
+def main(root=ROOT):
     sources = {language: "\n".join(normalised(file.read_text(encoding="utf-8"))
                                    for pattern in patterns for file in sorted(ROOT.glob(pattern)))
                for language, patterns in SOURCES.items()}
     wrong = 0
-    for page in pages():
+    for page in pages(root):
         text = page.read_text(encoding="utf-8")
         found = list(dead_links(page, text))
         if page.parent in (ROOT, ROOT / "docs"):
             found += unknown_code(text, sources)
         for what in found:
-            print(f"{page.relative_to(ROOT)}: {what}", file=sys.stderr)
+            print(f"{page.relative_to(root)}: {what}", file=sys.stderr)
         wrong += len(found)
     sys.exit(1 if wrong else 0)
 
 
 if __name__ == "__main__":
-    main()
+    main(*map(pathlib.Path, sys.argv[1:]))

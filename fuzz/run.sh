@@ -3,13 +3,13 @@
 #
 #   fuzz/run.sh [EXECUTIONS [TARGET...]]
 #
-# EXECUTIONS is for all targets together, 100000 unless given; the faster ones get more of them.
+# EXECUTIONS is for all chosen targets together, 100000 unless given; faster ones get more of them.
 # Environment: BUILD, the build directory (build/fuzz); WORK, where grown corpora, logs and failed
 # inputs go (build/fuzz/runs); SECONDS_EACH, an upper limit for each target (none); TIMEOUT, what one
 # input may take (2 s); SEED, for the same inputs in every run (another one each time).
 # Exits with 1 when a target failed.
 set -uo pipefail
-cd "$(dirname "${BASH_SOURCE[0]}")/.."
+cd "$(dirname "${BASH_SOURCE[0]}")/.." || exit
 
 executions=${1:-100000}
 shift || true
@@ -19,7 +19,8 @@ targets=("$@")
 build=${BUILD:-build/fuzz}
 work=${WORK:-build/fuzz/runs}
 
-# Percent of the executions, and the longest input in bytes: what the deepest code needs, no more.
+# Each target's part of the executions, and the longest input in bytes: what the deepest code needs,
+# no more.
 declare -A share=([fuzz_messages]=15 [fuzz_events_xml]=20 [fuzz_archive]=10 [fuzz_log]=25
     [fuzz_guidelines_waves_xml]=30)
 declare -A longest=([fuzz_messages]=1024 [fuzz_events_xml]=4096 [fuzz_archive]=4096 [fuzz_log]=2048
@@ -42,7 +43,7 @@ run_target() {
     [ -d "$kept" ] && corpora+=("$kept")
     mkdir -p "$work/corpus/$target" "$work/failed"
     "$build/bin/$target" "${corpora[@]}" -dict=fuzz/cprdata.dict \
-        -runs=$((executions * share[$target] / 100)) -max_total_time="${SECONDS_EACH:-0}" \
+        -runs=$((executions * share[$target] / shares)) -max_total_time="${SECONDS_EACH:-0}" \
         -max_len="${longest[$target]}" -timeout="${TIMEOUT:-2}" -seed="${SEED:-0}" -rss_limit_mb=256 -malloc_limit_mb=128 \
         -artifact_prefix="$work/failed/$target-" -print_final_stats=1 >"$work/$target.log" 2>&1
     result=$?
@@ -55,6 +56,10 @@ last_of() { # the last value of a figure in libFuzzer's log
 
 mkdir -p "$work"
 rm -f "$work"/*.result
+shares=0
+for target in "${targets[@]}"; do
+    shares=$((shares + ${share[$target]:-0}))
+done
 for target in "${targets[@]}"; do
     if [ -z "${share[$target]:-}" ] || [ ! -x "$build/bin/$target" ]; then
         echo "No fuzz target $build/bin/$target: cmake --preset fuzz && cmake --build --preset fuzz" >&2
