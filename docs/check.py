@@ -3,7 +3,7 @@
 # Copyright (c) 2026 The libCPRData authors
 """Checks the pages of this repository: relative links lead somewhere, to a heading too when they name
 one, and each paragraph of C++ or QML that a page shows stands in a source that is compiled or linted.
-With a folder that pages were installed to, their links are checked. What is wrong goes to stderr, a line each; the exit status is 1 then."""
+With a folder, the links of the pages in it are checked, .md and .html. What is wrong goes to stderr, a line each; the exit status is 1 then."""
 import pathlib
 import re
 import sys
@@ -14,7 +14,8 @@ SOURCES = {"cpp": ("examples/**/*.cpp", "docs/snippets/*.cpp"), "qml": ("example
 
 def pages(root):
     built = root / "build"
-    return [page for page in sorted(root.rglob("*.md")) if built not in page.parents]
+    return [page for page in sorted(root.rglob("*")) if page.suffix in (".md", ".html")
+            and built not in page.parents]
 
 
 def without_code(text):
@@ -30,14 +31,16 @@ def headings(page):
 
 
 def dead_links(page, text):
-    for target in re.findall(r"\]\(([^)\s]+)\)", without_code(text)):
+    is_html = page.suffix == ".html"
+    for target in (re.findall(r'\b(?:href|src|data)="([^"]+)"', text) if is_html
+                   else re.findall(r"\]\(([^)\s]+)\)", without_code(text))):
         if re.match(r"[a-z]+:", target):
             continue
         name, _, heading = target.partition("#")
         file = page.parent / name if name else page
         if not file.exists():
             yield f"the link to {target} leads nowhere"
-        elif heading and heading not in headings(file):
+        elif heading and not is_html and heading not in headings(file):
             yield f"{name or 'this page'} has no heading #{heading}"
 
 
