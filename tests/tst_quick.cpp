@@ -207,7 +207,7 @@ private Q_SLOTS:
         QVERIFY(parameters.count() > 0 && figures.compressionCount() == 2);
         QVERIFY(histograms.isReceived());
         session.reset();
-        QVERIFY(!events.session() && !parameters.event() && !figures.session());
+        QVERIFY(!events.session() && !parameters.shownEvent() && !figures.session());
         QCOMPARE(events.count() + parameters.count() + figures.compressionCount(), 0);
         QVERIFY(!histograms.isReceived());
     }

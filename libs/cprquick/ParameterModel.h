@@ -21,16 +21,16 @@ class CPRQUICK_EXPORT ParameterModel : public QAbstractListModel {
 
     // clang-format off
     /// The session; for ChosenEvent that of the event.
-    Q_PROPERTY(CPRData      *session READ session WRITE setSession NOTIFY sessionChanged)
+    Q_PROPERTY(CPRData      *session READ session    WRITE setSession NOTIFY sessionChanged)
     /// Whose parameters are shown; ChosenEvent unless changed.
-    Q_PROPERTY(Subject       subject READ subject WRITE setSubject NOTIFY subjectChanged)
+    Q_PROPERTY(Subject       subject READ subject    WRITE setSubject NOTIFY subjectChanged)
     /// The event that is shown: for ChosenEvent what was set, else the session's standing event.
-    Q_PROPERTY(CPREventBase *event   READ event   WRITE setEvent   NOTIFY eventChanged)
+    Q_PROPERTY(CPREventBase *event   READ shownEvent WRITE setEvent   NOTIFY eventChanged)
     /// Whether the bars of the histograms, which HistogramModel has too, are rows. True unless
     /// changed.
-    Q_PROPERTY(bool          hasBars READ hasBars WRITE setHasBars NOTIFY hasBarsChanged)
+    Q_PROPERTY(bool          hasBars READ hasBars    WRITE setHasBars NOTIFY hasBarsChanged)
     /// Number of rows.
-    Q_PROPERTY(int           count   READ count                    NOTIFY countChanged)
+    Q_PROPERTY(int           count   READ count                       NOTIFY countChanged)
     // clang-format on
 
 public:
@@ -59,7 +59,7 @@ public:
     void setSession(CPRData *session) { m_watcher.setSession(session); }
     Subject subject() const { return m_subject; }
     void setSubject(Subject subject);
-    CPREventBase *event() const { return m_event; }
+    CPREventBase *shownEvent() const { return m_event; } // event() is QObject's
     void setEvent(CPREventBase *event);
     bool hasBars() const { return m_hasBars; }
     void setHasBars(bool bars);
