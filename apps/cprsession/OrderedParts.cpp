@@ -118,7 +118,7 @@ Queue::~Queue()
 
 bool Queue::canBegin() const
 {
-    const auto room = static_cast<std::size_t>(m_jobs * waitingBatchesPerJob * m_batchSize);
+    const auto room = static_cast<std::size_t>(m_jobs) * waitingBatchesPerJob * m_batchSize;
     return hasMore() && m_running < m_jobs && m_parts.size() < room;
 }
 
