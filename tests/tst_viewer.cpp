@@ -47,11 +47,16 @@ public:
     {
         return std::exchange(m_warnings, QStringList()).join('\n');
     }
-    /// The program's exit status, the size of its picture and the number of its lines on stderr.
+    /// The program's exit status, the size of its picture and the number of its lines on stderr,
+    /// where there is no display.
     Q_INVOKABLE QString run(QString arguments)
     {
         const QString picture = newFile("picture.png");
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
+            environment.remove(name);
         QProcess program;
+        program.setProcessEnvironment(environment);
         program.start(CPRVIEWER_PROGRAM, arguments.replace("PICTURE", picture).split(' '));
         program.waitForFinished(60000);
         const QSize size = QImage(picture).size();

@@ -12,7 +12,7 @@
 /// What the program answers to the shell.
 enum class ExitStatus {
     Done = 0,
-    Failed = 1, ///< the input cannot be read, or the output cannot be written
+    Failed = 1, ///< the input cannot be read, the output cannot be written, or there is no display
     WrongUsage = 2 ///< the command line asks for something that cannot be
 };
 

@@ -13,6 +13,8 @@
 #include <QTemporaryDir>
 #include <QWidget>
 
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -27,6 +29,18 @@ void useNoDisplay(const QString &runtimeDirectory)
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
     preset("XDG_RUNTIME_DIR", runtimeDirectory.toLocal8Bit());
+}
+
+// Without one Qt would abort, with advice that does not help.
+bool hasDisplay()
+{
+#ifdef Q_OS_LINUX
+    const char *const names[] = {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"};
+    return std::any_of(std::begin(names), std::end(names),
+                       [](const char *name) { return !qEnvironmentVariableIsEmpty(name); });
+#else
+    return true;
+#endif
 }
 
 // The names that a file dialog proposes may outlive it, and would keep the keyboard.
@@ -71,6 +85,11 @@ int main(int argc, char *argv[])
     const QTemporaryDir temporary;
     if (isPicture)
         useNoDisplay(temporary.path());
+    if (!hasDisplay()) {
+        complain(QStringLiteral("there is no display, neither DISPLAY nor WAYLAND_DISPLAY is set; "
+                                "--screenshot FILE.png needs none"));
+        return static_cast<int>(ExitStatus::Failed);
+    }
 
     QCoreApplication::setOrganizationName(QStringLiteral("libCPRData"));
     QCoreApplication::setApplicationName(QStringLiteral("cprviewer"));

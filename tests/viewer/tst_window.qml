@@ -86,7 +86,8 @@ ViewerCase {
             { tag: "damaged", arguments: desk.data("README.md") + " --screenshot PICTURE", result: "1 0x0 2" },
             { tag: "missing", arguments: "nothing.zip", result: "1 0x0 1" },
             { tag: "scenario", arguments: "--live nobody", result: "2 0x0 1" },
-            { tag: "size", arguments: "--size 10x10", result: "2 0x0 1" }
+            { tag: "size", arguments: "--size 10x10", result: "2 0x0 1" },
+            { tag: "no display", arguments: "--dark", result: "1 0x0 1" }
         ];
     }
     function test_commandLine(data) { compare(desk.run(data.arguments), data.result); }
