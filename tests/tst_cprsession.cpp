@@ -92,6 +92,7 @@ void TestCprsession::initTestCase()
     };
     QFile whole(path("session.zip"));
     QVERIFY(whole.open(QIODevice::ReadOnly));
+    QVERIFY(QFile::copy(path("session.zip"), path("session.png")));
     QVERIFY(make("cut.zip", whole.read(whole.size() / 2)));
     QVERIFY(make("empty", QByteArray()));
     QVERIFY(make("text", "Dear instructor,\n"));
@@ -168,6 +169,13 @@ void TestCprsession::wrongInput_data()
     row("endless session", {"simulate", "--to", "a.zip", "--duration", "100000"}, 2, "100000");
     row("target is a directory", {"replay", recordedLog, "-o", ".", "--force"}, 1, ".");
     row("existing archive", {"replay", recordedLog, "-o", "session.zip"}, 2, "--force");
+    row("table over its session",
+        {"export", "session.zip", "--what", "events", "-o", "./session.zip"}, 2,
+        "session.zip would replace");
+    row("picture over its session", {"plot", "session.png", "-o", "session.png"}, 2,
+        "would replace");
+    row("archive over its log", {"replay", "broken.cprlog", "-o", "broken.cprlog", "--force"}, 2,
+        "would replace");
     row("unknown column", {"export", "session.zip", "--what", "events", "--columns", "depth"}, 2,
         "depth");
     row("separator of two", {"export", "session.zip", "--what", "events", "--separator", "::"}, 2,
@@ -181,13 +189,20 @@ void TestCprsession::wrongInput()
     QFETCH(int, status);
     QFETCH(QByteArray, names);
 
-    const QStringList before = QDir(m_directory.path()).entryList(QDir::AllEntries);
+    constexpr auto entries = QDir::AllEntries | QDir::NoDotAndDotDot;
+    const auto files = [this] {
+        QStringList namesAndSizes;
+        for (const QFileInfo &file : QDir(m_directory.path()).entryInfoList(entries))
+            namesAndSizes << file.fileName() + ' ' + QString::number(file.size());
+        return namesAndSizes;
+    };
+    const QStringList before = files();
     const Answer answer = run(arguments);
     QCOMPARE(answer.status, status);
     QCOMPARE(answer.output, QByteArray());
     QCOMPARE(answer.errors.count('\n'), 1);
     QVERIFY2(answer.errors.contains(names), answer.errors.constData());
-    QCOMPARE(QDir(m_directory.path()).entryList(QDir::AllEntries), before);
+    QCOMPARE(files(), before);
 }
 
 void TestCprsession::replayKeepsWhatIsThere()

@@ -4,6 +4,7 @@
 #include "Command.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include <cstdio>
 
@@ -19,6 +20,16 @@ void write(std::FILE *stream, const QByteArray &bytes)
 QString fileName(const std::string &argument)
 {
     return QFile::decodeName(argument.c_str());
+}
+
+bool wouldReplace(const QString &target, const QString &input)
+{
+    const QFileInfo replaced(target);
+    if (!replaced.exists() || replaced != QFileInfo(input))
+        return false;
+    complain(
+        QStringLiteral("%1 would replace what it is made of; choose another name").arg(target));
+    return true;
 }
 
 void print(const QString &text)

@@ -37,6 +37,8 @@ void addRecoverCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);
+/// True, and complained of, when writing \a target would destroy \a input because both are one file.
+bool wouldReplace(const QString &target, const QString &input);
 /// Writes a result to stdout, as UTF-8.
 void print(const QString &text);
 /// One line on stderr that says what was wrong, where, and what to do.

@@ -18,6 +18,7 @@
 #include <QJsonObject>
 #include <QSaveFile>
 
+#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -280,6 +281,11 @@ ExitStatus runExport(ExportOptions options)
 
     Output output;
     const QString name = fileName(options.output);
+    if (!name.isEmpty()
+        && std::any_of(
+            options.sessions.begin(), options.sessions.end(),
+            [&name](const std::string &session) { return wouldReplace(name, fileName(session)); }))
+        return ExitStatus::WrongUsage;
     if (!output.open(name)) {
         complain(
             QStringLiteral("%1 cannot be written; is the directory there and writable?").arg(name));

@@ -58,8 +58,10 @@ ExitStatus runPlot(const PlotOptions &options)
                      .arg(target, sessionplot::pictureSuffixes().join(QLatin1String(", "))));
         return ExitStatus::WrongUsage;
     }
-    CPRData session;
     const QString name = fileName(options.session);
+    if (wouldReplace(target, name))
+        return ExitStatus::WrongUsage;
+    CPRData session;
     const SessionFile::LoadResult loaded = SessionFile::load(name, session);
     if (!loaded.isArchive) {
         complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));

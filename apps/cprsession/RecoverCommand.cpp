@@ -121,11 +121,8 @@ ExitStatus runRecover(const RecoverOptions &options)
     const QFileInfo file(input);
     if (!file.isFile() || !file.isReadable())
         return failed(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
-    if (QFileInfo(target) == file) {
-        complain(QStringLiteral("%1 would replace what it is recovered from; choose another name")
-                     .arg(target));
+    if (wouldReplace(target, input))
         return ExitStatus::WrongUsage;
-    }
     if (QFileInfo::exists(target) && !options.force) {
         complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
         return ExitStatus::WrongUsage;

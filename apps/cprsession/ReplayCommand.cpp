@@ -166,10 +166,12 @@ ExitStatus runReplay(const ReplayOptions &options)
         complain(reason);
         return ExitStatus::Failed;
     }
+    const QString logName = fileName(options.log);
+    if (wouldReplace(target, logName))
+        return ExitStatus::WrongUsage;
 
     CPRData session;
     SessionJournal journal;
-    const QString logName = fileName(options.log);
     QFile file(logName);
     FollowedFile followed(logName, [&session, &journal] {
         journal.syncWhenDue();
