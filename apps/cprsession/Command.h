@@ -37,7 +37,7 @@ void addRecoverCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);
-/// True, and complained of, when writing \a target would destroy \a input because both are one file.
+/// True, and complained of, when writing \a target would destroy \a input: both are one file.
 bool wouldReplace(const QString &target, const QString &input);
 /// Writes a result to stdout, as UTF-8.
 void print(const QString &text);
