@@ -3,7 +3,8 @@
 # Copyright (c) 2026 The libCPRData authors
 """Checks the pages of this repository: relative links lead somewhere, to a heading too when they name
 one, and each paragraph of C++ or QML that a page shows stands in a source that is compiled or linted.
-With a folder, the links of the pages in it are checked, .md and .html. What is wrong goes to stderr, a line each; the exit status is 1 then."""
+With a folder, the links of the pages in it are checked, .md and .html. What is wrong goes to stderr,
+a line each; the exit status is 1 then."""
 import pathlib
 import re
 import sys
@@ -32,8 +33,11 @@ def headings(page):
 
 def dead_links(page, text):
     is_html = page.suffix == ".html"
-    for target in (re.findall(r'\b(?:href|src|data)="([^"]+)"', text) if is_html
-                   else re.findall(r"\]\(([^)\s]+)\)", without_code(text))):
+    if is_html:
+        targets = re.findall(r'\b(?:href|src|data)="([^"]+)"', text)
+    else:
+        targets = re.findall(r"\]\(([^)\s]+)\)", without_code(text))
+    for target in targets:
         if re.match(r"[a-z]+:", target):
             continue
         name, _, heading = target.partition("#")
