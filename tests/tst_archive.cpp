@@ -89,7 +89,7 @@ public:
     }
     void releaseFile(QIODevice *device) override
     {
-        openDevices -= device ? 1 : 0;
+        ++(device ? released : releasedNulls);
         delete device;
     }
     QString filename() const override { return "memory"; }
@@ -98,14 +98,16 @@ public:
     QStringList opened;
     QString refused;
     bool isFull = false;
-    int openDevices = 0;
+    int given = 0;
+    int released = 0;
+    int releasedNulls = 0;
 
 private:
     QIODevice *open(const QString &name, QIODevice::OpenMode mode)
     {
         auto *device = new QBuffer(&members[name]);
         device->open(mode);
-        ++openDevices;
+        ++given;
         return device;
     }
 };
@@ -227,7 +229,8 @@ private Q_SLOTS:
                  "Kelmar.CPRData.CPRData: Unable to write CPR Data, " + handler.refused);
         QCOMPARE(logged.size(), handler.isFull ? 1 : 0); // the buffer warns too
         QCOMPARE(handler.opened, names.mid(0, opened.toInt()));
-        QCOMPARE(handler.openDevices, 0);
+        QCOMPARE(handler.released, handler.given);
+        QCOMPARE(handler.releasedNulls, 0);
         for (const QString &name : names) {
             const bool isThere = name != handler.refused && handler.opened.contains(name);
             QCOMPARE(handler.members.value(name), isThere ? m_golden[name] : QByteArray());
@@ -307,7 +310,9 @@ private Q_SLOTS:
         QCOMPARE(session.readData(&handler), log.isEmpty());
         QCOMPARE(logged.join('\n'), log.isEmpty() ? log : "Kelmar.CPRData.CPRData: " + log);
         QCOMPARE(named.count(), 1);
-        QCOMPARE(handler.openDevices, 0);
+        QCOMPARE(handler.released, handler.given);
+        const bool isWaveMissing = from.isEmpty() && (member == "2" || member == "3");
+        QCOMPARE(handler.releasedNulls, isWaveMissing ? 1 : 0);
         QString learners;
         for (const QString &name : session.learners())
             learners += '<' + name + '>';
@@ -320,6 +325,34 @@ private Q_SLOTS:
               events.sessionTime(), session.cprGuidelines()->ventilationDetectVolume()})
             figures.append(QString::number(figure));
         QTEST(figures.join(' '), "figures");
+    }
+
+    void descriptionsAndOtherDocuments()
+    {
+        // Without descriptions the waves have their usual names.
+        MemoryHandler handler(m_golden);
+        handler.members[names[1]] = "<waveFormList/>";
+        CPRData plain;
+        QVERIFY(plain.readData(&handler));
+        QCOMPARE(plain.compressionData()->count(), 6);
+        // A document in another encoding costs itself alone.
+        handler.members[names[1]] = "<?xml version='1.0' encoding='ISO-8859-1'?><waveFormList/>";
+        CPRData foreign;
+        QVERIFY(!foreign.readData(&handler));
+        QCOMPARE(logged.size(), 1);
+        QCOMPARE(foreign.cprEvents()->events().size(), 13);
+        // One that cannot be read leaves nothing of the session before.
+        handler.members[names[0]] = "";
+        foreign.assignLearner("Old");
+        QVERIFY(!foreign.readData(&handler));
+        QCOMPARE(foreign.cprEvents()->events().size(), 1);
+        // Waves that were loaded under other names are stored and named as usual.
+        handler.members = m_golden;
+        handler.members["A.WV"] = m_golden[names[2]];
+        handler.members[names[1]].replace("COMP.WV", "A.WV");
+        CPRData renamed;
+        QVERIFY(renamed.readData(&handler));
+        QCOMPARE(saved(renamed), m_golden);
     }
 
     void readsEventList_data()
@@ -360,7 +393,7 @@ private Q_SLOTS:
                 QCOMPARE(session.readData(&handler), size == m_golden[name].size() - 1);
                 const QString warning = "Unable to read CPR Data, " + name + ": line ";
                 QCOMPARE(logged.filter(warning).size(), size < m_golden[name].size() - 1 ? 1 : 0);
-                QCOMPARE(handler.openDevices, 0);
+                QCOMPARE(handler.released, handler.given);
                 QVERIFY(session.cprEvents()->events().size() <= 13);
             }
         }
@@ -398,6 +431,7 @@ private Q_SLOTS:
         const QString path = m_dir.filePath("added.zip");
         CPRFileHandlerZip handler;
         QVERIFY(!handler.open(path, static_cast<CPRFileHandlerZip::Mode>(3)));
+        QVERIFY(!handler.errorString().isEmpty());
         QVERIFY(!handler.open(path, CPRFileHandlerZip::Read));
         QVERIFY(!QFile::exists(path));
         QVERIFY(!handler.open(m_dir.path(), CPRFileHandlerZip::Read));
@@ -413,10 +447,16 @@ private Q_SLOTS:
         write(CPRFileHandlerZip::Add, "b");
         QCOMPARE(zipDirectory(path), "CPR/a 8 1ff0000,CPR/b 8 1ff0000,");
         QVERIFY(handler.open(path, CPRFileHandlerZip::Read));
+        // Two at once; no name reaches the bytes of another.
+        std::unique_ptr<QIODevice> a(handler.openFileForReading("a"));
+        std::unique_ptr<QIODevice> b(handler.openFileForReading("b"));
+        QVERIFY(a && b);
         QVERIFY(!handler.openFileForReading("c"));
+        QVERIFY(!handler.openFileForReading(QString(300, 'c')));
         QVERIFY(!handler.openFileForWriting("c"));
         const QString warning = "Kelmar.CPRData.CPRFileHandlerZip: Failed to open file:";
-        QCOMPARE(logged.filter(warning).size(), 2);
+        QCOMPARE(logged.filter("Kelmar").size(), 3); // and nothing of what open() refused
+        QCOMPARE(logged.filter(warning).size(), 3);
     }
 
     void survivesCorruptZip()

@@ -104,6 +104,20 @@ QString play(CPRData &session, const QString &script)
     return answers;
 }
 
+/// A host's own kind of pause, without parameters.
+class HostEvent : public CPREventInactivityCPR {
+public:
+    explicit HostEvent(CPREvents *owner) : CPREventInactivityCPR(-1, owner) { }
+    HostEvent(const HostEvent &other, CPREvents *owner) : CPREventInactivityCPR(other, owner) { }
+    using CPREventInactivityCPR::write;
+    bool write(QIODevice *device, const QPair<ParameterType, QString> &column,
+               const QString &separator) override
+    {
+        return column.first == compMeanRate && device->write("host" + separator.toUtf8()) > 0;
+    }
+    HostEvent *clone(CPREvents *owner) override { return new HostEvent(*this, owner); }
+};
+
 // The events in order: compressions by number, pauses by start, end and length, others by name.
 QString listed(const QList<E *> &events)
 {
@@ -207,11 +221,13 @@ private Q_SLOTS:
         watchAll(recorder, events);
         const auto added = [&](E *event) {
             events->addEvent(event, true);
-            events->addEvent(event, true); // it is there already
+            const QString first = recorder.take();
+            events->addEvent(event, true); // listed already, and announced once more
+            const QString heard = recorder.take() == first ? first : "not the same"_l1;
             int lists = 0;
             for (int bit = 1; bit <= 128; bit *= 2)
                 lists += bit * events->events(E::EventTag(bit), -1).count(event);
-            return QStringLiteral("%1 %2 ").arg(int(event->tag())).arg(lists) + recorder.take();
+            return QStringLiteral("%1 %2 ").arg(int(event->tag())).arg(lists) + heard;
         };
         const auto rhythm = [&](E::AEDEcgRhythms first) {
             auto *event = new CPREventCPRD(0, events);
@@ -505,6 +521,56 @@ private Q_SLOTS:
         QCOMPARE(intOf(events->cprSessionInfo(), E::totalTime), 77);
     }
 
+    // While the standing events are replaced, whoever listens finds the new ones.
+    void replacedInsideSignals()
+    {
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        QVariantMap map;
+        QVector<const E *> found;
+        connect(events, &CPREvents::eventsCleared, this, [&] {
+            events->telemetryTrainingSessionScoreData(map);
+            events->telemetryTrainingSessionGuidelineData(map);
+            events->setCategoryThresholdBasic(10);
+            send(session, 70, bytes({0, 0, 9, 0, 0, 0}));
+            send(session, 101, bytes({0, 1}));
+            const CPRData copy(session);
+            found = {events->cprSessionInfo(), events->cprSessionStatistics(),
+                     events->cprSessionScore()};
+        });
+        const QVector<const E *> old{events->cprSessionInfo(), events->cprSessionStatistics(),
+                                     events->cprSessionScore()};
+        events->initialize();
+        QCOMPARE(found,
+                 QVector<const E *>({events->cprSessionInfo(), events->cprSessionStatistics(),
+                                     events->cprSessionScore()}));
+        for (const E *event : old)
+            QVERIFY(!found.contains(event));
+        QCOMPARE(intOf(events->sessionScore(), E::categoryThresholdBasic), 10);
+        QCOMPARE(intOf(events->sessionInfo(), E::manikinCompressionCount), 9);
+        QCOMPARE(map.size(), 2);
+        // A time that is set while the list is emptied does not stay.
+        connect(events, &CPREvents::otherEventAdded, this,
+                [events] { events->setSessionTime(77); });
+        events->reset();
+        QCOMPARE(events->sessionTime(), 0);
+    }
+
+    // A pause that its host deletes when it hears that the rate is 0.
+    void pauseDeletedMeanwhile()
+    {
+        CPRData session;
+        start(session);
+        CPREvents *events = session.cprEvents();
+        play(session, "5000:10000:5"_l1);
+        session.compressionData()->setCompressionRate(90);
+        connect(session.compressionData(), &CPRCompressionData::compressionRateChanged, this,
+                [events] { delete events->last(E::TagInactivity); });
+        play(session, "5000:11000:6"_l1);
+        QCOMPARE(listed(events->events()), "i"_l1);
+        QVERIFY(!session.receiving());
+    }
+
     void telemetry()
     {
         CPRData session;
@@ -589,6 +655,13 @@ private Q_SLOTS:
         QCOMPARE(written(""_l1, QIODevice::WriteOnly),
                  QStringLiteral("Sj\u00F8kk (J) RateName150S\u00F8k"));
         QCOMPARE(written(";"_l1, QIODevice::ReadOnly), QString());
+        // An event of a class of the host writes its cells itself, a copy of it too.
+        events->addEvent(new HostEvent(events), false);
+        const auto expected = QStringLiteral("Sj\u00F8kk (J) ,Rate,Name,150,,host,,S\u00F8k,,");
+        QCOMPARE(written(","_l1, QIODevice::WriteOnly), expected);
+        const CPRData copy(session);
+        events = copy.cprEvents();
+        QCOMPARE(written(","_l1, QIODevice::WriteOnly), expected);
     }
 
     void textForm()

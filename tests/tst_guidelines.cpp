@@ -344,6 +344,33 @@ private Q_SLOTS:
                            : "");
     }
 
+    // However many values a file holds that nobody knows, the known ones behind them are read.
+    void unknownValues()
+    {
+        const auto set = newSet();
+        QString xml = "<guidelines>";
+        for (int i = 0; i < 1500; ++i)
+            xml += QString("<VentilationVolumeMax value=\"many\"/><x%1 value=\"1\"/>").arg(i);
+        QXmlStreamReader reader(xml + "<VentilationVolumeMin value=\"5\"/></guidelines>");
+        set->read(&reader);
+        QVERIFY(!reader.hasError());
+        QCOMPARE(set->ventilationVolumeMin(), 5);
+        QCOMPARE(set->dynamicPropertyNames().size(), 1000);
+        QCOMPARE(set->dynamicPropertyNames().last(), QByteArray("x999"));
+    }
+
+    // Seen as any data object of a session, a set takes no message.
+    void takesNoMessageAsDataObject()
+    {
+        const auto set = newSet();
+        bls_2010::RMessage message(75, QByteArray(60, 'x'));
+        CPRDataBase &object = *set;
+        QVERIFY(!object.incomingMsg(&message));
+        QVERIFY(set->guidelinesID().isEmpty());
+        QVERIFY(set->incomingMsg(&message));
+        QVERIFY(CPRGuidelines(static_cast<CPRGuidelines *>(nullptr)) == *newSet());
+    }
+
     void identifiers_data()
     {
         // The age letter is x when the identifier has none.

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
+#include "CPREventAED.h"
 #include "CPREventCompression.h"
 #include "CPREventSessionInfo.h"
 #include "CPREventSessionScore.h"
@@ -403,6 +404,22 @@ private Q_SLOTS:
         QVERIFY(!qobject_cast<CPREventUser *>(events->at(3))->flag());
     }
 
+    // What is refused leaves no trace.
+    void refusedGenericEvents()
+    {
+        CPRData session;
+        session.setSessionTime(700);
+        for (const char *content : {"", "00", "0000", "001E", "000E05", "000F", "0010FF", "0013",
+                                    "001B", "001C", "001D"}) {
+            CPREventAED event(33, session.cprEvents());
+            RMessage message(48, QByteArray::fromHex(content));
+            QVERIFY2(!event.incomingMsg(&message), content);
+            QVERIFY2(event.msecs() == 33 && !event.hasParameters(), content);
+        }
+        QCOMPARE(int(session.cprEvents()->sessionInfo()->connectedAEDType()),
+                 int(E::AEDNotPossible));
+    }
+
     void protocols()
     {
         // The list reads the leading byte, the session info the one after it.
@@ -479,6 +496,14 @@ private Q_SLOTS:
         RMessage again(79, compression(360, 0, 990, 10, 10));
         QVERIFY(lastCompression(session)->incomingMsg(&again));
         QCOMPARE(last(), Numbers({350, 9.87, 360, 9.9}));
+        // A file can hold a force that no manikin measures.
+        int header = 500;
+        for (const auto &[force, leaning] :
+             {QPair<double, int>{1e9, 32767}, {-1e9, -32768}, {qQNaN(), -1}, {12.9, 12}}) {
+            lastCompression(session)->setProperty("compReleaseForce", float(force));
+            send(session, 79, compression(7, 0, 0, 10, 10), ++header);
+            QCOMPARE(last().first(), double(leaning));
+        }
     }
 
     void rates_data()

@@ -2,9 +2,18 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "CPRDataQml.h"
+#include "CPREventAED.h"
+#include "CPREventCPRD.h"
+#include "CPREventSessionInfo.h"
+#include "CPREventSessionScore.h"
+#include "CPREventSessionStatistics.h"
+#include "CPREventShock.h"
+#include "CPREventUser.h"
 #include "TestSupport.h"
 
 #include <QFile>
+#include <QJSEngine>
+#include <QMetaMethod>
 #include <QQmlComponent>
 #include <QQmlContext>
 #include <QQmlEngine>
@@ -21,8 +30,11 @@ class TestQml : public QObject {
     QQmlEngine m_engine; // dies before the session
     QStringList m_warnings;
 
+    // The tests before the first that calls this one run without the host's registration.
     std::unique_ptr<QObject> create(const QByteArray &body)
     {
+        static const bool isRegistered = (registerCPRDataTypes(), true);
+        Q_UNUSED(isRegistered)
         QQmlComponent component(&m_engine);
         component.setData("import QtQml 2.15\nimport CPRDataTypes 1.0\nQtObject { " + body + " }",
                           QUrl());
@@ -35,7 +47,6 @@ class TestQml : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        registerCPRDataTypes();
         connect(&m_engine, &QQmlEngine::warnings, this, [this](const QList<QQmlError> &warnings) {
             for (const QQmlError &warning : warnings)
                 m_warnings.append(warning.toString());
@@ -54,6 +65,59 @@ private Q_SLOTS:
                  30 * i);
         m_session.setSessionTime(5000);
         send(m_session, 47, bytes({0, 0x2C, 1}));
+    }
+
+    void typesAreKnown()
+    {
+        for (const QMetaObject *meta :
+             {&CPRData::staticMetaObject, &CPREvents::staticMetaObject,
+              &CPRCompressionData::staticMetaObject, &CPRVentilationData::staticMetaObject,
+              &CPRGuidelines::staticMetaObject, &CPRWaveformInfo::staticMetaObject,
+              &CPREventCompression::staticMetaObject, &CPREventVentilation::staticMetaObject,
+              &CPREventInactivityCPR::staticMetaObject, &CPREventSessionInfo::staticMetaObject,
+              &CPREventSessionStatistics::staticMetaObject, &CPREventSessionScore::staticMetaObject,
+              &CPREventAED::staticMetaObject, &CPREventShock::staticMetaObject,
+              &CPREventCPRD::staticMetaObject, &CPREventUser::staticMetaObject}) {
+            for (int i = 0; i < meta->methodCount(); ++i) {
+                const QMetaMethod method = meta->method(i);
+                bool isKnown = method.returnType() != QMetaType::UnknownType;
+                for (int k = 0; k < method.parameterCount(); ++k)
+                    isKnown &= method.parameterType(k) != QMetaType::UnknownType;
+                QVERIFY2(isKnown, method.methodSignature());
+            }
+            for (int i = 0; i < meta->propertyCount(); ++i)
+                QVERIFY2(meta->property(i).userType() != QMetaType::UnknownType,
+                         meta->property(i).name());
+        }
+    }
+
+    void bareEngine_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::newRow("[e.first(1), e.last(1), e.at(1, 1), e.atTime(1, 1621)].map(v => v.msec)")
+            << "600,1800,1200,1800";
+        QTest::newRow("[e.count(1), e.at(0).type, e.at(1, 3), e.isScoresReady()]") << "3,25,,false";
+        QTest::newRow("[e.last(1).tag(), e.last(1).isCompMeanRateOk(), e.last(8).tag()]")
+            << "1,false,168";
+        QTest::newRow("[i.isNewborn(), i.isInfant(), i.isInfant9Months(), i.isChild()]")
+            << "false,false,false,false";
+        QTest::newRow("[i.patientAgeType(), i.hasFeedpod(), i.cprProtocolToString()]")
+            << "C,true,Compression and ventilation - Two rescuer";
+        QTest::newRow("session.cprGuidelines.idAsString('custom')") << "Custom";
+        QTest::newRow("[c.at(0), c.count(), c.sessionTimeFromData(), v.at(0), v.count()]")
+            << "5120,1,20,450,1";
+    }
+
+    void bareEngine()
+    {
+        QJSEngine engine;
+        QQmlEngine::setObjectOwnership(&m_session, QQmlEngine::CppOwnership);
+        engine.globalObject().setProperty("session", engine.newQObject(&m_session));
+        const QJSValue value =
+            engine.evaluate(QString("const e = session.cprEvents, i = e.cprSessionInfo, c = "
+                                    "session.compressionData, v = session.ventilationData; %1")
+                                .arg(QTest::currentDataTag()));
+        QTEST(value.toString(), "value");
     }
 
     void expressions_data()

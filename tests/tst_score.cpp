@@ -9,6 +9,7 @@
 #include <QRegularExpression>
 #include <QSignalSpy>
 
+#include <limits>
 #include <memory>
 
 using namespace TestSupport;
@@ -180,7 +181,7 @@ private Q_SLOTS:
     {
         QFETCH(QString, reductions);
         CPRData session;
-        const CPREventSessionScore *score = session.cprEvents()->sessionScore();
+        CPREventSessionScore *score = session.cprEvents()->sessionScore();
         send(session, 108, scores(27, reductions));
         QTEST(advices(score), "expected");
         // A copy carries the ranking, and goes its own way.
@@ -199,6 +200,15 @@ private Q_SLOTS:
         events->sessionScore()->calculateAdvice(); // without any scoring
         QCOMPARE(advices(events->sessionScore()), "0 0"_l1);
         QCOMPARE(intOf(info, E::waveDelay), 10000);
+        // Reductions of any size, as a file can hold them: the one that leaves less comes first.
+        constexpr int minInt = std::numeric_limits<int>::min();
+        constexpr int maxInt = std::numeric_limits<int>::max();
+        events->sessionScore()->setParameter(E::compHandposScoreReduction, maxInt);
+        events->sessionScore()->setParameter(E::compDepthScoreReduction, minInt);
+        events->sessionScore()->setParameter(E::ventShallowScoreReduction, minInt);
+        events->sessionScore()->setParameter(E::ventExcessiveScoreReduction, maxInt);
+        events->sessionScore()->calculateAdvice();
+        QCOMPARE(advices(events->sessionScore()), "6 10"_l1); // volume, hand position
         const QRegularExpression iso(
             "^\\d{4}-\\d\\d-\\d\\dT\\d\\d:\\d\\d:\\d\\d(Z|[+-]\\d\\d:\\d\\d)$"_l1);
         QVERIFY(iso.match(textOf(info, E::endTime)).hasMatch());

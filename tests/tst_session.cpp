@@ -3,10 +3,12 @@
 
 #include "CPREventInactivityCPR.h"
 #include "CPREventSessionInfo.h"
+#include "CPRFileHandlerZip.h"
 #include "CPRWaveformInfo.h"
 #include "TestSupport.h"
 
 #include <QHash>
+#include <QLoggingCategory>
 #include <QMetaEnum>
 #include <QPointer>
 #include <QSignalSpy>
@@ -17,6 +19,8 @@
 using namespace TestSupport;
 using E = CPREventBase;
 using bls_2010::CommonDefs;
+
+Q_DECLARE_METATYPE(std::function<void(CPRData &)>)
 
 namespace {
 
@@ -92,6 +96,14 @@ QString known(const CPRData &session)
     return texts.join(blank);
 }
 
+QStringList logged; // function: text
+
+void takeLogLine(QtMsgType /*type*/, const QMessageLogContext &context, const QString &text)
+{
+    const QString function = QString::fromLatin1(context.function);
+    logged.append(function.section(QLatin1Char('('), 0, 0).section(blank, -1) + ": "_l1 + text);
+}
+
 QString studentsOf(const CPRData &session)
 {
     return textOf(session.cprEvents()->sessionInfo(), E::students);
@@ -136,19 +148,22 @@ private Q_SLOTS:
     void headers_data()
     {
         // Expected header, last header, session time, samples of both waves; packet losses.
-        addRows({"steps", "numbers", "losses", "warning"},
-                {"1, 2, 5|p:10 START h:1 h:2 h:5|6 5 50 2 2|31@30 32@40|",
-                 "at the threshold|p:10 l:20 START h:1 h:2 h:5|6 5 50 2 2||",
-                 "above it|p:10 l:19 START h:1 h:2 h:5|6 5 50 2 2|31@30 32@40|",
-                 "two gaps|p:10 START h:2 h:4|5 4 40 2 2|31@10 32@10 31@30 32@30|",
-                 "a lower number|p:10 START h:1 h:2 h:1|2 1 10 0 0||",
-                 "a negative number|p:10 START h:-5|-4 -5 -50 0 0||",
-                 "0|p:10 START h:1 h:0|2 0 10 0 0||", "not started|p:10 STOP h:5|1 5 0 0 0||",
-                 "pause|p:10 START h:1 STOP h:2 h:3 START h:4|5 4 40 2 2|31@20 32@30|",
-                 "24 h|START h:1 h:4320002|4320003 4320002 86400040 4320000 4320000|"
-                 "31@40 32@86400020|",
-                 "more|START h:1 h:4320003 h:4320004|4320005 4320004 86400080 0 0||2 to 4320003",
-                 "the last number|START h:2147483647 h:3|4 3 60 0 0||1 to 2147483647"});
+        addRows(
+            {"steps", "numbers", "losses", "warning"},
+            {"1, 2, 5|p:10 START h:1 h:2 h:5|6 5 50 2 2|31@30 32@40|",
+             "at the threshold|p:10 l:20 START h:1 h:2 h:5|6 5 50 2 2||",
+             "above it|p:10 l:19 START h:1 h:2 h:5|6 5 50 2 2|31@30 32@40|",
+             "two gaps|p:10 START h:2 h:4|5 4 40 2 2|31@10 32@10 31@30 32@30|",
+             "a lower number|p:10 START h:1 h:2 h:1|2 1 10 0 0||",
+             "a negative number|p:10 START h:-5|-4 -5 -50 0 0||",
+             "0|p:10 START h:1 h:0|2 0 10 0 0||", "not started|p:10 STOP h:5|1 5 0 0 0||",
+             "pause|p:10 START h:1 STOP h:2 h:3 START h:4|5 4 40 2 2|31@20 32@30|",
+             "24 h|START h:1 h:4320002|4320003 4320002 86400040 4320000 4320000|"
+             "31@40 32@86400020|",
+             "more|START h:1 h:4320003 h:4320004|4320005 4320004 86400080 0 0||2 to 4320003",
+             "fuller than a wave can be|p:10 START h:8640001 h:8730011|8730012 8730011 87300110 "
+             "8730000 8730000|31@10 32@86400000 31@86400020 32@87300100|full",
+             "the last number|START h:2147483647 h:3|4 3 60 0 0||1 to 2147483647"});
     }
 
     void headers()
@@ -156,7 +171,12 @@ private Q_SLOTS:
         QFETCH(QString, steps);
         QFETCH(QString, warning);
         CPRData session;
-        if (!warning.isEmpty()) {
+        if (warning == "full"_l1) {
+            for (int wave = 0; wave < 2; ++wave) {
+                QTest::ignoreMessage(QtWarningMsg,
+                                     "Lost data: a wave holds no more than 8730000 samples");
+            }
+        } else if (!warning.isEmpty()) {
             const auto text = QStringLiteral("Lost data: the wave jumps from %1 and is not filled");
             QTest::ignoreMessage(QtWarningMsg, qPrintable(text.arg(warning)));
         }
@@ -170,6 +190,28 @@ private Q_SLOTS:
                                 session.compressionData()->count(),
                                 session.ventilationData()->count()),
               "numbers");
+    }
+
+    // Who hears of the session time finds the number of the header that brought it, and can begin
+    // anew there.
+    void headersInsideSignals()
+    {
+        CPRData session;
+        start(session);
+        QVector<int> expected;
+        int resetAt = 0;
+        connect(session.cprEvents(), &CPRDataBase::sessionTimeChanged, this, [&](int msecs) {
+            expected.append(session.expectedWaveSequence());
+            if (msecs == resetAt && msecs > 0)
+                session.setCprState(CPRData::CPR_INIT);
+        });
+        for (int header : {1, 2, 5, 4})
+            session.waveHeaderReceived(header);
+        QCOMPARE(expected, QVector<int>({1, 2, 5, 4}));
+        resetAt = 100;
+        session.waveHeaderReceived(5);
+        QCOMPARE(session.expectedWaveSequence(), 2); // 1 of the new session, and a step
+        QCOMPARE(session.lastWaveSequence(), 5);
     }
 
     void samples_data()
@@ -336,6 +378,18 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 1);
     }
 
+    // What comes in while a session takes over the names of another is not lost.
+    void learnersComingInMeanwhile()
+    {
+        CPRData one;
+        CPRData two;
+        connect(&one, &CPRData::learnersChanged, &two, &CPRData::onOtherLearnersChanged);
+        connect(&two, &CPRData::learnersChanged, &one, [&one] { one.assignLearner("B"_l1); });
+        one.assignLearner("A"_l1);
+        QCOMPARE(two.learners(), QStringList({"A"_l1, "B"_l1}));
+        QCOMPARE(studentsOf(two), "A,B"_l1);
+    }
+
     void guidelines_data()
     {
         // Sets as they arrive; what the last one announces; the list then; how many warnings.
@@ -380,9 +434,15 @@ private Q_SLOTS:
             QCOMPARE(recorder.take(), QString());
             QTest::ignoreMessage(QtWarningMsg, "Invalid guideline received");
             QVERIFY(!send(session, 75, QByteArray(51, 'x')));
-            for (const QVariant &entry : session.cprGuidelinesList()) // held: nothing happens to it
+            const QVariantList held = session.cprGuidelinesList();
+            for (const QVariant &entry : held) // nothing happens to one that is held
                 session.incomingGuidelines(qobject_cast<CPRGuidelines *>(entry.value<QObject *>()));
             QTEST(known(session), "list");
+            recorder.take();
+            for (const QVariant &entry : held.mid(1))
+                delete entry.value<QObject *>(); // leaves the list
+            QCOMPARE(session.cprGuidelinesList(), held.mid(0, 1));
+            QCOMPARE(recorder.take().count("list"_l1), held.size() - 1);
         }
     }
 
@@ -470,6 +530,65 @@ private Q_SLOTS:
         events->reset(); // it is still connected
         QCOMPARE(numbersOf(events->last(E::TagAed), "msec aedType"), QVector<double>({0, 3}));
         QCOMPARE(events->count(E::TagAed), 1);
+        // An info beside the list's own one knows its AED, too, and enters it once.
+        const std::unique_ptr<CPREventSessionInfo> beside(events->sessionInfo()->clone(events));
+        for (int i = 0; i < 2; ++i)
+            beside->setVersionInfo(4, QString(), QString(), QString(), E::AEDTypeVolterm);
+        QCOMPARE(int(beside->connectedAEDType()), int(E::AEDTypeVolterm));
+        QCOMPARE(events->count(E::TagAed), 2);
+        // The manikin can report it by an event as well.
+        connected.clear();
+        QVERIFY(send(session, 48, bytes({0, 29, 9})) && send(session, 48, bytes({0, 29, 1})));
+        QCOMPARE(int(info->connectedAEDType()), 1);
+        QCOMPARE(connected.count(), 1);
+    }
+
+    // A line names the operation that reports, and enumerators by their keys.
+    void logLines_data()
+    {
+        using Act = std::function<void(CPRData &)>;
+        QTest::addColumn<Act>("act");
+        QTest::addColumn<QString>("line");
+        const auto row = [](const char *line, const Act &act) {
+            QTest::newRow(line) << act << line;
+        };
+        row("CPRData::setCprState: State = CPR_ENDED",
+            [](CPRData &session) { session.setCprState(CPRData::CPR_ENDED); });
+        row("CPRData::waveHeaderReceived: sequenceNumber 3 cprState CPR_START",
+            [](CPRData &session) { session.waveHeaderReceived(3); });
+        row("CPRData::waveHeaderReceived: waveHeaderSync issue by 2, 40 ms",
+            [](CPRData &session) { session.waveHeaderReceived(3); });
+        row("CPRVentilationData::waveDataReceived: wType 9 data 150 seqNumber 4",
+            [](CPRData &session) {
+                session.waveDataReceived(CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 157, 4);
+            });
+        row("CPREvents::aedDetected: AED Type: AEDTypeVolterm",
+            [](CPRData &session) { session.cprEvents()->aedDetected(E::AEDTypeVolterm); });
+        row("CPREvents::addEvent: Event list tag TagExclFlowFraction",
+            [](CPRData &session) { session.addUserEvent(QString()); });
+        row("CPREvents::incomingMsg: ignoring event",
+            [](CPRData &session) { send(session, 52, QByteArray()); });
+        const auto write = [](CPRData &session) {
+            CPRFileHandlerZip closed;
+            session.writeData(&closed);
+        };
+        row("CPRFileHandlerZip::openFileForWriting: Failed to open file: \"Unknown error\"", write);
+        row("CPRData::writeData: Unable to write CPR Data, CPREvents.xml", write);
+    }
+
+    void logLines()
+    {
+        QFETCH(std::function<void(CPRData &)>, act);
+        QFETCH(QString, line);
+        CPRData session;
+        start(session);
+        QLoggingCategory::setFilterRules("Kelmar.*=true"_l1);
+        logged.clear();
+        const QtMessageHandler previous = qInstallMessageHandler(takeLogLine);
+        act(session);
+        qInstallMessageHandler(previous);
+        QLoggingCategory::setFilterRules(QString());
+        QVERIFY2(logged.contains(line), qPrintable(logged.join(QLatin1Char('\n'))));
     }
 };
 

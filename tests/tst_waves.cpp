@@ -317,6 +317,34 @@ private Q_SLOTS:
         checkFiles(*session.ventilationData());
     }
 
+    // A wave keeps its first samples up to its limit and says once what it leaves out.
+    void fullWaves()
+    {
+        constexpr int limit = 8730000;
+        CPRData session;
+        CPRCompressionData &comp = *session.compressionData();
+        QTest::ignoreMessage(QtWarningMsg, "Lost data: a wave holds no more than 8730000 samples");
+        comp.fill(limit - 1);
+        for (int value = 7; value < 9; ++value)
+            comp.compressionWaveAppend(value, -1);
+        comp.fill(5);
+        QCOMPARE(comp.count(), limit);
+        QCOMPARE(comp.at(limit - 1), 7);
+        comp.compressionWaveAppend(9, limit - 1);
+        QCOMPARE(comp.at(limit - 1), 9);
+        QBuffer file;
+        file.open(QIODevice::ReadWrite);
+        QVERIFY(comp.writeCompresseionWave(&file));
+        file.seek(0);
+        QCOMPARE(session.ventilationData()->readVentilationWave(&file), QString());
+        QCOMPARE(session.ventilationData()->at(limit - 1), 9);
+        file.seek(0);
+        session.ventilationData()->cutOffWavedataAtTime(20 * (limit / 2 - 1));
+        QCOMPARE(session.ventilationData()->readVentilationWave(&file),
+                 QString("more than 8730000 samples"));
+        QCOMPARE(session.ventilationData()->count(), limit);
+    }
+
     void signalsOnChange()
     {
         CPRData session;

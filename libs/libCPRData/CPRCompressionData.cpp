@@ -75,7 +75,7 @@ bool CPRCompressionData::usesAbsoluteDepth() const
 
 bool CPRCompressionData::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (msg->getIdentifier()) {
+    switch (MessageFields::identifierOf(msg)) {
     case CommunicationIDs::RPL_COMP_RATE_UPDATE:
         return rplmsg_RPL_COMP_RATE_UPDATE(msg);
     case CommunicationIDs::RPL_COMP_PEAK_EV:
@@ -91,8 +91,9 @@ bool CPRCompressionData::incomingMsg(bls_2010::RMessage *msg)
 //   1-2  s16  compressions per minute
 bool CPRCompressionData::rplmsg_RPL_COMP_RATE_UPDATE(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    setCompressionRate(static_cast<qint16>(MessageFields::assembledU16(*msg, 1, ok)));
+    if (!msg)
+        return false;
+    setCompressionRate(static_cast<qint16>(MessageFields::assembledU16(*msg, 1)));
     return true;
 }
 
@@ -100,19 +101,18 @@ bool CPRCompressionData::rplmsg_RPL_COMP_RATE_UPDATE(bls_2010::RMessage *msg)
 //   1-2  s16  peak depth, 10 micrometres
 bool CPRCompressionData::rplmsg_RPL_COMP_PEAK_EV(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    Q_EMIT compressionPeakDepthChanged(
-        static_cast<qint16>(MessageFields::assembledU16(*msg, 1, ok)));
+    if (!msg)
+        return false;
+    Q_EMIT compressionPeakDepthChanged(static_cast<qint16>(MessageFields::assembledU16(*msg, 1)));
     return true;
 }
 
 bool CPRCompressionData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    const quint8 waveType = msg->getContentByte(1, ok);
     const quint8 wanted = usesAbsoluteDepth() ? CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH
                                               : CommonDefs::WAVE_RELATIVE_COMP_DEPTH;
-    return waveType == wanted && m_waveformInfo->incomingMsg(msg);
+    return msg && MessageFields::valueAt<quint8>(*msg, 1) == wanted
+        && m_waveformInfo->incomingMsg(msg);
 }
 
 void CPRCompressionData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumber)

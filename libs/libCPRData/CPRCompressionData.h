@@ -18,7 +18,7 @@ class WaveSamples;
 ///
 /// Depths are in units of 10 micrometres. Which of the two depths that a manikin sends forms the
 /// wave is decided by UseAbsoluteDepth of the session's guideline set; the other is shown only.
-class CPRDATA_EXPORT CPRCompressionData final : public CPRDataBase {
+class CPRDATA_EXPORT CPRCompressionData : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
@@ -71,7 +71,8 @@ public:
 
     /// Repeats the last depth \a n times, so that the wave stays in step with time.
     void fill(int n);
-    /// Removes the samples after \a msec (ms of session time).
+    /// Keeps the first \a msec (ms of session time) / sample period + 1 samples, all when there are
+    /// fewer.
     void cutOffWavedataAtTime(int msec);
 
     /// @{
@@ -90,11 +91,12 @@ public:
     Q_INVOKABLE int sessionTimeFromData() const;
 
     /// Writes the samples as signed 16-bit little-endian numbers. False when \a device does not
-    /// take them all. Spelt so on purpose, as the next one: the names are part of the interface.
+    /// take them all, or is null. Spelt so on purpose, as the next one: the names are part of the
+    /// interface.
     bool writeCompresseionWave(QIODevice *device) const;
     /// Appends the samples in \a device, to the last whole one; none when it is null. Returns why
-    /// there could be more of them, because the device failed or held more than a day; empty when
-    /// these are all.
+    /// there could be more of them, because the device failed or held more than a wave can; empty
+    /// when these are all.
     QString readCompresseionWave(QIODevice *device);
     /// Writes the description with the current number of samples.
     void writeWaveformInfo(QXmlStreamWriter *writer);

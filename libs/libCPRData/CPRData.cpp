@@ -6,21 +6,24 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandler.h"
 #include "CPRWaveformInfo.h"
+#include "EnumKey.h"
 #include "ResponseId.h"
 #include "SessionMsecs.h"
-#include "WaveSamples.h"
 #include "XmlInput.h"
 #include "XmlOutput.h"
+#include "XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
 #include <QIODevice>
 #include <QLoggingCategory>
-#include <QXmlStreamReader>
+#include <QScopedValueRollback>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <array>
+#include <functional>
 #include <limits>
 
 using bls_2010::CommonDefs;
@@ -50,11 +53,15 @@ CPRGuidelines *guidelinesOf(const QVariant &entry)
     return qobject_cast<CPRGuidelines *>(entry.value<QObject *>());
 }
 
-// A member that is open for reading or writing for as long as this object lives.
+// Releases a member that could be opened when it goes out of sight.
 class Member {
 public:
     Member(CPRFileHandler &handler, QIODevice *device) : m_handler(handler), m_device(device) { }
-    ~Member() { m_handler.releaseFile(m_device); }
+    ~Member()
+    {
+        if (m_device)
+            m_handler.releaseFile(m_device);
+    }
     Q_DISABLE_COPY(Member)
 
     explicit operator bool() const { return m_device != nullptr; }
@@ -65,58 +72,43 @@ private:
     QIODevice *m_device;
 };
 
-// Opens the member and lets write(device) fill it; false when it cannot be opened or filled.
-template <typename Write>
-bool writeMember(CPRFileHandler &handler, const QString &name, Write write)
+// Lets write(writer) fill the document in \a device; false when the device does not take it all.
+template <typename Write> bool writeDocument(QIODevice *device, Write write)
 {
-    const Member member(handler, handler.openFileForWriting(name));
-    if (member && write(member.device()))
-        return true;
-    qCWarning(lcData).noquote() << "Unable to write CPR Data," << name;
-    return false;
+    XmlOutput output(device);
+    QXmlStreamWriter writer(&output);
+    writer.setAutoFormatting(true);
+    write(writer);
+    return output.finish();
 }
 
-template <typename Write>
-bool writeXmlMember(CPRFileHandler &handler, const QString &name, Write write)
-{
-    return writeMember(handler, name, [&write](QIODevice *device) {
-        XmlOutput output(device);
-        QXmlStreamWriter writer(&output);
-        writer.setAutoFormatting(true);
-        write(writer);
-        return output.finish();
-    });
-}
-
-bool reportUnread(const QString &name, const QString &damage)
-{
-    qCWarning(lcData).noquote() << "Unable to read CPR Data," << name + QLatin1Char(':') << damage;
-    return false;
-}
-
-// Lets read() take the document in \a device from its beginning. False when the document is
-// damaged; read() has then taken what comes before that.
-template <typename Read>
-bool readDocument(QXmlStreamReader &reader, QIODevice *device, const QString &name, Read read)
+// Lets read(reader) take the document in \a device from its beginning. Returns what is wrong with
+// it; read() has then taken what comes before that. Empty when the document is whole.
+template <typename Read> QString readDocument(QIODevice *device, Read read)
 {
     XmlInput input(device);
-    reader.setDevice(&input);
+    QXmlStreamReader reader(&input); // one that has read another document knows its encoding still
     reader.readNext();
     const QString encoding = reader.documentEncoding().toString();
     if (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0)
         reader.raiseError(QStringLiteral("it is encoded in %1, not in UTF-8").arg(encoding));
-    if (!reader.hasError())
-        read();
+    read(reader);
     while (!reader.atEnd())
         reader.readNext();
     if (!reader.hasError())
-        return true;
-    const QString damage = input.damage().isEmpty() ? reader.errorString() : input.damage();
-    return reportUnread(name,
-                        QStringLiteral("line %1, column %2: %3")
-                            .arg(reader.lineNumber())
-                            .arg(reader.columnNumber())
-                            .arg(damage));
+        return QString();
+    return QStringLiteral("line %1, column %2: %3")
+        .arg(reader.lineNumber())
+        .arg(reader.columnNumber())
+        .arg(input.damage().isEmpty() ? reader.errorString() : input.damage());
+}
+
+// The member that the description names is the one that is stored, also when the session was
+// loaded from members of other names.
+void nameMember(CPRWaveformInfo *info, const QString &name)
+{
+    if (info->fileName() != name)
+        info->setFileName(name);
 }
 
 } // namespace
@@ -124,7 +116,7 @@ bool readDocument(QXmlStreamReader &reader, QIODevice *device, const QString &na
 CPRData::CPRData(QObject *parent) : QObject(parent)
 {
     m_cprGuidelines = new CPRGuidelines(this);
-    m_cprGuidelinesList.append(QVariant::fromValue<QObject *>(m_cprGuidelines));
+    addGuidelines(m_cprGuidelines);
     m_compressionData = new CPRCompressionData(this);
     m_ventilationData = new CPRVentilationData(this);
     m_cprEvents = new CPREvents(m_cprGuidelines, this);
@@ -144,7 +136,8 @@ CPRData::CPRData(const CPRData &other, QObject *parent)
     m_ventilationData = new CPRVentilationData(*other.m_ventilationData, this);
     m_cprGuidelines = new CPRGuidelines(this);
     m_cprEvents = new CPREvents(*other.m_cprEvents, m_cprGuidelines, this);
-    shareGuidelines(other.m_cprGuidelinesList);
+    for (const QVariant &entry : other.m_cprGuidelinesList)
+        addGuidelines(entry.value<QObject *>());
     *m_cprGuidelines = *other.m_cprGuidelines;
 
     // The copy is not connected to its statistics: it must stay as the original was.
@@ -159,21 +152,19 @@ void CPRData::connectLearners()
     connect(this, &CPRData::learnerNamesUpdated, m_cprEvents, &CPREvents::cprSessionInfoChanged);
 }
 
-void CPRData::shareGuidelines(const QVariantList &list)
+void CPRData::addGuidelines(QObject *guidelines)
 {
-    m_cprGuidelinesList = list;
-    for (const QVariant &entry : list) {
-        // The sets belong to another session and can go before this one.
-        connect(entry.value<QObject *>(), &QObject::destroyed, this, [this](QObject *gone) {
-            m_cprGuidelinesList.removeAll(QVariant::fromValue(gone));
-            Q_EMIT cprGuidelinesListChanged();
-        });
-    }
+    m_cprGuidelinesList.append(QVariant::fromValue(guidelines));
+    // A host may delete a set, and a set that a copy shares can go with its own session.
+    connect(guidelines, &QObject::destroyed, this, [this](QObject *gone) {
+        m_cprGuidelinesList.removeAll(QVariant::fromValue(gone));
+        Q_EMIT cprGuidelinesListChanged();
+    });
 }
 
 void CPRData::setCprState(CprState state)
 {
-    qCInfo(lcData) << "State =" << state;
+    qCInfo(lcData) << "State =" << EnumKey(state);
     if (state == CPR_MANIKIN_INIT && m_cprState != CPR_MANIKIN_INIT) {
         initialize();
     } else if (state == CPR_INIT && m_cprState != CPR_INIT) {
@@ -298,7 +289,7 @@ void CPRData::incomingGuidelines(CPRGuidelines *guidelines)
         }
     }
     guidelines->setParent(this);
-    m_cprGuidelinesList.append(QVariant::fromValue<QObject *>(guidelines));
+    addGuidelines(guidelines);
     Q_EMIT cprGuidelinesListChanged();
     Q_EMIT cprGuidelinesRecevied(guidelines);
 }
@@ -319,38 +310,37 @@ qint64 CPRData::samplePeriod() const
 
 void CPRData::waveHeaderReceived(std::int32_t sequenceNumber)
 {
-    qCDebug(lcData) << "sequenceNumber" << sequenceNumber << "cprState" << m_cprState;
+    qCDebug(lcData) << "sequenceNumber" << sequenceNumber << "cprState" << EnumKey(m_cprState);
     // Sequence number 0 belongs to no wave period.
     if (m_cprState == CPR_START && sequenceNumber != 0) {
         const qint64 gap = qint64(sequenceNumber) - m_expectedWaveSequence;
-        if (gap > 0)
-            fillGap(gap, sequenceNumber);
+        const qint64 period = samplePeriod();
+        if (gap > 0 && gap * period > longestGapMs) {
+            qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence << "to"
+                              << sequenceNumber << "and is not filled";
+        } else if (gap > 0) {
+            if (gap * period > m_packetLossThresholdMs)
+                addPacketLoss(period * m_expectedWaveSequence, period * (sequenceNumber - 1));
+            qCDebug(lcData, "waveHeaderSync issue by %lld, %lld ms", gap, period * gap);
+            m_compressionData->fill(static_cast<int>(gap));
+            m_ventilationData->fill(static_cast<int>(gap));
+        }
+        // Who listens to the session time finds the number of this header, and may begin anew.
+        m_expectedWaveSequence = sequenceNumber;
         setSessionTime(sessionMsecs(samplePeriod() * sequenceNumber));
-        m_expectedWaveSequence = static_cast<std::int32_t>(
-            qMin<qint64>(qint64(sequenceNumber) + 1, std::numeric_limits<std::int32_t>::max()));
+        if (m_expectedWaveSequence < std::numeric_limits<std::int32_t>::max())
+            ++m_expectedWaveSequence;
     }
     m_lastWaveSequence = sequenceNumber;
 }
 
-void CPRData::fillGap(qint64 gap, std::int32_t sequenceNumber)
+void CPRData::addPacketLoss(qint64 start, qint64 end)
 {
-    const qint64 period = samplePeriod();
-    if (gap * period > longestGapMs
-        || m_compressionData->count() + gap > WaveSamples::maximalCount) {
-        qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence << "to"
-                          << sequenceNumber << "and is not filled";
-        return;
-    }
-    if (gap * period > m_packetLossThresholdMs) {
-        const auto addLoss = [this](CPREventBase::EventType type, qint64 msecs) {
-            m_cprEvents->addEvent(new CPREventBase(type, sessionMsecs(msecs), m_cprEvents), true);
-        };
-        addLoss(CPREventBase::CprPacketLossStart, period * m_expectedWaveSequence);
-        addLoss(CPREventBase::CprPacketLossEnd, period * (qint64(sequenceNumber) - 1));
-    }
-    qCDebug(lcData, "waveHeaderSync issue by %lld, %lld ms", gap, period * gap);
-    m_compressionData->fill(static_cast<int>(gap));
-    m_ventilationData->fill(static_cast<int>(gap));
+    const auto add = [this](CPREventBase::EventType type, qint64 msecs) {
+        m_cprEvents->addEvent(new CPREventBase(type, sessionMsecs(msecs), m_cprEvents), true);
+    };
+    add(CPREventBase::CprPacketLossStart, start);
+    add(CPREventBase::CprPacketLossEnd, end);
 }
 
 void CPRData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumber)
@@ -359,10 +349,8 @@ void CPRData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumb
     const CPREventSessionInfo *info = m_cprEvents->sessionInfo();
     if (const int step = info ? info->waveDataStep() : 0; step > 0)
         data = data / step * step;
-    if (wType == CommonDefs::WAVE_VENT_VOLUME)
-        m_ventilationData->waveDataReceived(wType, data, seqNumber);
-    else
-        m_compressionData->waveDataReceived(wType, data, seqNumber);
+    m_compressionData->waveDataReceived(wType, data, seqNumber);
+    m_ventilationData->waveDataReceived(wType, data, seqNumber);
 }
 
 void CPRData::receivingData(bool receiving)
@@ -428,14 +416,14 @@ void CPRData::onLearnersChanged()
 void CPRData::onOtherLearnersChanged()
 {
     const auto *other = qobject_cast<const CPRData *>(sender());
-    // Two sessions that are connected crosswise would answer each other for ever.
-    if (!other || m_takingOverLearners)
+    // The echo of what is being taken over: two sessions that are connected crosswise would answer
+    // each other for ever.
+    if (!other || (m_takingOverLearners && other->m_learners == m_learners))
         return;
     qCInfo(lcData) << "other laerners" << other->m_learners.join(QLatin1String(", "));
+    const QScopedValueRollback<bool> takingOver(m_takingOverLearners, true);
     m_learners = other->m_learners;
-    m_takingOverLearners = true;
     Q_EMIT learnersChanged();
-    m_takingOverLearners = false;
 }
 
 void CPRData::setIsSaved(bool saved)
@@ -462,26 +450,51 @@ bool CPRData::writeData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
-    const bool eventsStored = writeXmlMember(
-        *handler, eventsMember, [this](QXmlStreamWriter &writer) { m_cprEvents->write(&writer); });
-    if (!eventsStored)
-        return false;
-    writeXmlMember(*handler, wavesMember, [this](QXmlStreamWriter &writer) {
-        writer.writeStartDocument();
-        writer.writeStartElement(QStringLiteral("waveFormList"));
-        m_compressionData->writeWaveformInfo(&writer);
-        m_ventilationData->writeWaveformInfo(&writer);
-        writer.writeEndDocument();
-    });
+    const auto writeEvents = [this](QIODevice *device) {
+        return writeDocument(device,
+                             [this](QXmlStreamWriter &writer) { m_cprEvents->write(&writer); });
+    };
+    const auto writeWaves = [this](QIODevice *device) {
+        return writeDocument(device, [this](QXmlStreamWriter &writer) {
+            nameMember(m_compressionData->waveformInfo(), compressionMember);
+            nameMember(m_ventilationData->waveformInfo(), ventilationMember);
+            writer.writeStartDocument();
+            writer.writeStartElement(QStringLiteral("waveFormList"));
+            m_compressionData->writeWaveformInfo(&writer);
+            m_ventilationData->writeWaveformInfo(&writer);
+            writer.writeEndDocument();
+        });
+    };
+    const auto writeGuidelines = [this](QIODevice *device) {
+        return writeDocument(device,
+                             [this](QXmlStreamWriter &writer) { m_cprGuidelines->write(&writer); });
+    };
+    struct Part {
+        const QString &member;
+        std::function<bool(QIODevice *)> write;
+        bool isNeeded;
+    };
     // A wave that cannot be stored costs only its warning: the events are worth more.
-    writeMember(*handler, compressionMember, [this](QIODevice *device) {
-        return m_compressionData->writeCompresseionWave(device);
-    });
-    writeMember(*handler, ventilationMember, [this](QIODevice *device) {
-        return m_ventilationData->writeVentilationWave(device);
-    });
-    return writeXmlMember(*handler, guidelinesMember,
-                          [this](QXmlStreamWriter &writer) { m_cprGuidelines->write(&writer); });
+    const std::array<Part, 5> parts{{
+        {eventsMember, writeEvents, true},
+        {wavesMember, writeWaves, false},
+        {compressionMember,
+         [this](QIODevice *device) { return m_compressionData->writeCompresseionWave(device); },
+         false},
+        {ventilationMember,
+         [this](QIODevice *device) { return m_ventilationData->writeVentilationWave(device); },
+         false},
+        {guidelinesMember, writeGuidelines, true},
+    }};
+    for (const Part &part : parts) {
+        const Member member(*handler, handler->openFileForWriting(part.member));
+        if (member && part.write(member.device()))
+            continue;
+        qCWarning(lcData).noquote() << "Unable to write CPR Data," << part.member;
+        if (part.isNeeded)
+            return false;
+    }
+    return true;
 }
 
 bool CPRData::readData(CPRFileHandler *handler)
@@ -492,7 +505,6 @@ bool CPRData::readData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
-    QXmlStreamReader reader;
     bool isComplete = true;
     {
         const Member member(*handler, handler->openFileForReading(wavesMember));
@@ -500,47 +512,75 @@ bool CPRData::readData(CPRFileHandler *handler)
             qCInfo(lcData).noquote() << "No CPR Data," << wavesMember;
             return false;
         }
-        isComplete = readDocument(reader, member.device(), wavesMember, [&] {
-            reader.readNextStartElement();
+        const QString damage = readDocument(member.device(), [this](QXmlStreamReader &reader) {
+            readNextChild(reader);
             m_compressionData->readWaveformInfo(&reader);
             m_ventilationData->readWaveformInfo(&reader);
         });
+        if (!damage.isEmpty()) {
+            qCWarning(lcData).noquote()
+                << "Unable to read CPR Data," << wavesMember + QLatin1Char(':') << damage;
+            isComplete = false;
+        }
     }
 
-    const auto readWave = [&](const QString &name, const char *wave, auto read) {
-        if (name.isEmpty()) {
-            qCWarning(lcData, "Unable to read CPR Data, %s wave", wave);
-            isComplete = false;
-            return;
-        }
-        // A wave that is missing is no failure, one that is damaged is.
-        const Member member(*handler, handler->openFileForReading(name));
-        const QString damage = read(member.device());
-        if (!damage.isEmpty())
-            isComplete = reportUnread(name, damage);
+    struct Wave {
+        const char *name;
+        QString member;
+        std::function<QString(QIODevice *)> read; // returns what is wrong
     };
-    readWave(m_compressionData->waveformInfo()->fileName(), "Compression",
-             [this](QIODevice *device) { return m_compressionData->readCompresseionWave(device); });
-    readWave(m_ventilationData->waveformInfo()->fileName(), "Ventilation",
-             [this](QIODevice *device) { return m_ventilationData->readVentilationWave(device); });
+    const std::array<Wave, 2> waves{{
+        {"Compression", m_compressionData->waveformInfo()->fileName(),
+         [this](QIODevice *device) { return m_compressionData->readCompresseionWave(device); }},
+        {"Ventilation", m_ventilationData->waveformInfo()->fileName(),
+         [this](QIODevice *device) { return m_ventilationData->readVentilationWave(device); }},
+    }};
+    for (const Wave &wave : waves) {
+        if (wave.member.isEmpty()) {
+            qCWarning(lcData, "Unable to read CPR Data, %s wave", wave.name);
+            isComplete = false;
+            continue;
+        }
+        // A wave that cannot be opened reads as an empty one, and is no failure. Its null goes to
+        // the handler as a device does.
+        QIODevice *device = handler->openFileForReading(wave.member);
+        const QString damage = wave.read(device);
+        handler->releaseFile(device);
+        if (!damage.isEmpty()) {
+            qCWarning(lcData).noquote()
+                << "Unable to read CPR Data," << wave.member + QLatin1Char(':') << damage;
+            isComplete = false;
+        }
+    }
 
-    const auto readObject = [&](const QString &name, CPRDataBase &object) {
-        const Member member(*handler, handler->openFileForReading(name));
+    struct Document {
+        const QString &member;
+        CPRDataBase *object;
+    };
+    const std::array<Document, 2> documents{
+        {{eventsMember, m_cprEvents}, {guidelinesMember, m_cprGuidelines}}};
+    for (const Document &document : documents) {
+        const Member member(*handler, handler->openFileForReading(document.member));
         if (!member) {
-            qCWarning(lcData).noquote() << "Unable to read CPR Data," << name;
+            qCWarning(lcData).noquote() << "Unable to read CPR Data," << document.member;
             isComplete = false;
-            return false;
+            continue;
         }
-        isComplete &= readDocument(reader, member.device(), name, [&] { object.read(&reader); });
-        return true;
-    };
-    if (readObject(eventsMember, *m_cprEvents)) {
-        m_learners = m_cprEvents->sessionInfo()
-                         ->parameterValue(CPREventBase::students, QVariant())
-                         .toString()
-                         .split(QLatin1Char(','));
+        const QString damage = readDocument(member.device(), [&document](QXmlStreamReader &reader) {
+            document.object->read(&reader);
+        });
+        if (!damage.isEmpty()) {
+            qCWarning(lcData).noquote()
+                << "Unable to read CPR Data," << document.member + QLatin1Char(':') << damage;
+            isComplete = false;
+        }
+        if (document.object == m_cprEvents) {
+            const CPREventSessionInfo *info = m_cprEvents->sessionInfo();
+            m_learners = info->parameterValue(CPREventBase::students, QVariant())
+                             .toString()
+                             .split(QLatin1Char(','));
+        }
     }
-    readObject(guidelinesMember, *m_cprGuidelines);
 
     const int covered = m_compressionData->sessionTimeFromData();
     setSessionTime(covered);

@@ -35,10 +35,13 @@ class CPRDATA_EXPORT CPRData : public QObject {
     Q_PROPERTY(CPRVentilationData *ventilationData   READ ventilationData   CONSTANT)
     /// The event list; a child of the session.
     Q_PROPERTY(CPREvents          *cprEvents         READ cprEvents         CONSTANT)
-    /// The active guideline set; a child of the session. Incoming sets are copied into it.
+    /// The active guideline set; a child of the session, which lives as long. Incoming sets are
+    /// copied into it.
     Q_PROPERTY(CPRGuidelines      *cprGuidelines     READ cprGuidelines     CONSTANT)
-    /// Every guideline set known to the session (CPRGuidelines), the active one first. Sets that
-    /// the manikin announced are children of the session.
+    /// Every guideline set known to the session (CPRGuidelines). A new session's list begins with
+    /// its active set; a copy's has the sets of the original, whose children they stay, and not its
+    /// own active set. Sets that the manikin announced are children of the session that they were
+    /// announced to. A set that is deleted leaves the list.
     Q_PROPERTY(QVariantList        cprGuidelinesList READ cprGuidelinesList NOTIFY cprGuidelinesListChanged)
     /// Names of the learners; see assignLearner().
     Q_PROPERTY(QStringList         learners          READ learners          NOTIFY learnersChanged)
@@ -100,13 +103,16 @@ public:
     void incomingGuidelines(CPRGuidelines *guidelines);
 
     /// The header of a wave packet, for every packet. A gap in the numbers is filled in both waves
-    /// and, when it is longer than packetLossThresholdMs(), entered into the event list.
+    /// and, when it is longer than packetLossThresholdMs(), entered into the event list. A gap of
+    /// more than 24 hours is a corrupt header: it is warned of and not filled, and the numbering
+    /// goes on from it.
     void waveHeaderReceived(std::int32_t sequenceNumber);
     /// A wave sample: reduced to the session info's wave data step and passed to the waveforms.
     void waveDataReceived(bls_2010::CommonDefs::WaveType wType, int data, int seqNumber);
     /// The manikin starts or stops sending stored data; emits receiveDataComplete() at the end.
     void receivingData(bool receiving);
-    /// The manikin is sending stored data; guidelinesChanged() is held back meanwhile.
+    /// The manikin is sending stored data. guidelinesChanged() is not emitted meanwhile, and not
+    /// made up for afterwards.
     bool receiving() const { return m_receiving; }
     /// The number of the wave header that comes next when nothing is lost; 1 for a new session.
     std::int32_t expectedWaveSequence() const { return m_expectedWaveSequence; }
@@ -124,8 +130,9 @@ public:
     void releaseLearner(const QString &name);
 
     /// @{
-    /// When set, the session is cut to the length that the manikin's statistics report. False
-    /// unless changed.
+    /// When set, a session that went on is cut, as soon as its statistics are complete, to a second
+    /// behind the total time of the session info. (A second session of the same manikin has the
+    /// total time 0 unless it was initialized.) False unless changed.
     bool trimToTotalTime() const { return m_trimToTotalTime; }
     void setTrimToTotalTime(bool trim) { m_trimToTotalTime = trim; }
     /// @}
@@ -156,9 +163,10 @@ public:
     /// means that the handler took them; whether they are on the disk its closing tells.
     bool writeData(CPRFileHandler *handler);
     /// Loads a session from the open \a handler (null: false); emits filenameChanged(). False when
-    /// a member other than a wave is missing or any member is damaged, which a warning names with
-    /// the reason; what could be read is there. Nothing is taken from a member that the handler
-    /// found damaged, and of a document that oversteps a limit or is no XML only what comes before.
+    /// a member other than a wave cannot be opened or any member is damaged, which a warning names
+    /// with the reason; what could be read is there. A wave that cannot be opened is empty and no
+    /// failure. Nothing is taken from a member that the handler found damaged, and of a document
+    /// that oversteps a limit or is no XML only what comes before.
     /// The event list is replaced; samples are appended to the waves, so load into a new session or
     /// reset() it before.
     bool readData(CPRFileHandler *handler);
@@ -176,7 +184,8 @@ Q_SIGNALS:
     /// @}
     /// By assignLearner(), releaseLearner() and onOtherLearnersChanged(); loading does not emit it.
     void learnersChanged();
-    /// By receivingData(false): no more stored data follow.
+    /// By receivingData(false): no more stored data follow. Comes after each decoded event and
+    /// after statistics and scores of the host's own, too.
     void receiveDataComplete();
     /// The names stand in the session info; CPREvents::cprSessionInfoChanged() follows.
     void learnerNamesUpdated();
@@ -200,10 +209,10 @@ public Q_SLOTS:
 
 private:
     void connectLearners();
-    void shareGuidelines(const QVariantList &list);
+    void addGuidelines(QObject *guidelines);
     void takeOver(CPRGuidelines *to, const CPRGuidelines &from);
     bool isHeld(const CPRGuidelines *guidelines) const;
-    void fillGap(qint64 gap, std::int32_t sequenceNumber);
+    void addPacketLoss(qint64 start, qint64 end);
     qint64 samplePeriod() const;
 
     CPRCompressionData *m_compressionData = nullptr; // these four are children of the session

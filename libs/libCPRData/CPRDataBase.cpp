@@ -147,7 +147,7 @@ void CPRDataBase::sendSignal()
 void CPRDataBase::writeAttribFromProperty(QXmlStreamWriter *writer, const QString &name) const
 {
     const int index = metaObject()->indexOfProperty(name.toLatin1().constData());
-    if (index < 0)
+    if (!writer || index < 0)
         return;
     const QMetaProperty property = metaObject()->property(index);
     const QVariant value = property.read(this);
@@ -161,6 +161,8 @@ void CPRDataBase::writeAttribFromProperty(QXmlStreamWriter *writer, const QStrin
 
 void CPRDataBase::readAttribsToProperties(QXmlStreamReader *reader)
 {
+    if (!reader)
+        return;
     const QXmlStreamAttributes attributes = reader->attributes();
     for (const QXmlStreamAttribute &attribute : attributes) {
         const int index = metaObject()->indexOfProperty(attribute.name().toLatin1().constData());

@@ -95,8 +95,16 @@ public:
     virtual void write(QXmlStreamWriter *writer);
     /// Reads what write() wrote. Does nothing here.
     virtual void read(QXmlStreamReader *reader);
+// CPRGuidelines hides this operation as intended, of which one compiler warns here and one there.
+#ifdef __GNUC__
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
     /// Takes a manikin message; false when the message is not for this object, as always here.
     virtual bool incomingMsg(bls_2010::RMessage *msg);
+#ifdef __GNUC__
+#pragma GCC diagnostic pop
+#endif
     /// Announces a change: one timeout of the signal timer follows within about 1 ms, however
     /// often this is called meanwhile. May be called from any thread.
     virtual void sendSignal();
@@ -121,7 +129,10 @@ Q_SIGNALS:
 
 protected:
     /// The timer behind sendSignal(); subclasses connect its timeout to their change signal.
-    QTimer *signalTimer() const { return m_signalTimer; }
+    QTimer *signalTimer() const
+    {
+        return m_signalTimer;
+    }
 
 private:
     QTimer *m_signalTimer; // child of this object

@@ -48,6 +48,4 @@ void registerCPRDataTypes(const char *uri, int major, int minor)
     registerType<CPREventSessionInfo>(uri, major, minor);
     registerType<CPREventSessionStatistics>(uri, major, minor);
     registerType<CPREventSessionScore>(uri, major, minor);
-
-    qRegisterMetaType<CPREventBase::EventTag>();
 }

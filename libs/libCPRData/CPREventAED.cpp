@@ -43,6 +43,11 @@ constexpr std::array<GenericField, 11> genericFields = {{
 }};
 // clang-format on
 
+CPREventBase::AEDTypes validAEDType(CPREventBase::AEDTypes type)
+{
+    return CPREventAED::isValidAEDType(type) ? type : CPREventBase::AEDDetectedButNotIdentified;
+}
+
 bool isShown(int kind)
 {
     switch (kind) {
@@ -81,7 +86,7 @@ bool CPREventAED::isValidAEDType(AEDTypes type)
 
 CPREventAED *CPREventAED::createAEDTypeEvent(AEDTypes type, int msecs, CPREvents *list)
 {
-    const AEDTypes connected = isValidAEDType(type) ? type : AEDDetectedButNotIdentified;
+    const AEDTypes connected = validAEDType(type);
     auto *event = new CPREventAED(msecs, list);
     event->setParameter(aedEventType, AEDType);
     event->setParameter(aedType, connected);
@@ -92,25 +97,28 @@ CPREventAED *CPREventAED::createAEDTypeEvent(AEDTypes type, int msecs, CPREvents
 
 bool CPREventAED::rplmsg_RPL_GENERIC_EVENT(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    const quint8 kind = msg->getContentByte(kindByte, ok);
-    if (!ok || kind < AEDPowerOn || kind > AEDType)
+    const int kind =
+        msg ? MessageFields::valueAt<quint8>(*msg, kindByte) : int(AEDUnknownEventType);
+    if (kind < AEDPowerOn || kind > AEDType)
         return false;
+    for (const GenericField &row : genericFields) {
+        if (row.kind == kind && row.needed && !MessageFields::isReadable(*msg, row.field))
+            return false;
+    }
 
     setMSecs(sessionTime());
-    setParameter(aedEventType, int(kind));
+    setParameter(aedEventType, kind);
     for (const GenericField &row : genericFields) {
-        if (row.kind != kind)
-            continue;
-        QVariant value = MessageFields::read(*msg, row.field, ok);
-        if (!ok) {
-            if (row.needed)
-                return false;
-            continue;
-        }
-        if (row.kind == AEDType && !isValidAEDType(static_cast<AEDTypes>(value.toInt())))
-            value = AEDDetectedButNotIdentified;
-        setParameter(row.field.parameter, value);
+        if (row.kind == kind && MessageFields::isReadable(*msg, row.field))
+            MessageFields::store(*this, *msg, row.field);
+    }
+    if (kind == AEDType) {
+        const AEDTypes connected =
+            validAEDType(static_cast<AEDTypes>(parameterValue(aedType, 0).toInt()));
+        setParameter(aedType, connected);
+        CPREventSessionInfo *info = events() ? events()->sessionInfo() : nullptr;
+        if (info && info->connectedAEDType() != connected)
+            info->setConnectedAEDType(connected);
     }
     return true;
 }
@@ -122,20 +130,20 @@ bool CPREventAED::isRecordedButton(int button)
 
 bool CPREventAED::rplmsg_RPL_AED_REMOTE_CTRL(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    const quint8 button = msg->getContentByte(buttonByte, ok);
+    const int button =
+        msg ? MessageFields::valueAt<quint8>(*msg, buttonByte) : int(RemoteBtnUndefined);
     if (!isRecordedButton(button))
         return false;
     setMSecs(sessionTime());
     setParameter(aedEventType, AEDRemoteControlOtherButtonPressed);
-    setParameter(aedRemoteOtherButtonId, int(button));
+    setParameter(aedRemoteOtherButtonId, button);
     setParameter(aedRemoteApplyToAll, ApplyToSingleManikin);
     return true;
 }
 
 bool CPREventAED::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (msg->getIdentifier()) {
+    switch (MessageFields::identifierOf(msg)) {
     case CommunicationIDs::RPL_GENERIC_EVENT:
         return rplmsg_RPL_GENERIC_EVENT(msg);
     case CommunicationIDs::RPL_AED_REMOTE_CTRL:
@@ -145,7 +153,7 @@ bool CPREventAED::incomingMsg(bls_2010::RMessage *msg)
     }
 }
 
-CPREventAED *CPREventAED::clone(CPREvents *owner) const
+CPREventAED *CPREventAED::clone(CPREvents *owner)
 {
     return new CPREventAED(*this, owner);
 }

@@ -8,7 +8,7 @@
 
 /// An AED trainer event, a press on the remote control, or the kind of AED that is connected;
 /// which one is the parameter aedEventType (AEDEventType).
-class CPRDATA_EXPORT CPREventAED final : public CPREventBase {
+class CPRDATA_EXPORT CPREventAED : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -27,11 +27,12 @@ public:
     /// True for the values 0 to 4.
     static bool isValidAEDType(AEDTypes type);
 
-    /// Takes an AED trainer event at the session time; false for an unknown kind, and when a byte
-    /// that the kind needs is missing.
+    /// Takes an AED trainer event at the session time; false, and nothing changed, for an unknown
+    /// kind, and when a byte that the kind needs is missing. The kind of AED that an event of the
+    /// kind AEDType reports goes to the list's session info, which announces another one.
     bool rplmsg_RPL_GENERIC_EVENT(bls_2010::RMessage *msg);
-    /// Takes a press of a button that concerns a single manikin, at the session time; false for
-    /// any other button.
+    /// Takes a press of the buttons for pad placement and for CPR first, at the session time, as
+    /// one that concerns this manikin; false for any other button.
     bool rplmsg_RPL_AED_REMOTE_CTRL(bls_2010::RMessage *msg);
     /// Takes RPL_GENERIC_EVENT (48) and RPL_AED_REMOTE_CTRL (50) only.
     bool incomingMsg(bls_2010::RMessage *msg) override;
@@ -39,7 +40,7 @@ public:
     /// True for the remote-control buttons that become events.
     static bool isRecordedButton(int button);
 
-    CPREventAED *clone(CPREvents *owner) const override;
+    CPREventAED *clone(CPREvents *owner) override;
     /// Carries TagCprGui for the kinds that the interface shows.
     int tag() const override;
 };

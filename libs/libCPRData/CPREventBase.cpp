@@ -7,12 +7,12 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "NumberText.h"
+#include "XmlReading.h"
 
 #include <QHash>
 #include <QIODevice>
 #include <QMetaEnum>
 #include <QMetaProperty>
-#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
@@ -318,7 +318,7 @@ template <typename Store> void takeParam(const QXmlStreamAttributes &attributes,
 // Calls store(type, text) for each known parameter among the "param" elements that follow.
 template <typename Store> void readParamElements(QXmlStreamReader &reader, Store store)
 {
-    while (reader.readNextStartElement() && reader.name() == QLatin1String("param")) {
+    while (readNextChild(reader) && reader.name() == QLatin1String("param")) {
         // The reader fills its list of attributes anew; it would have to copy it if one were kept.
         takeParam(reader.attributes(), store);
         reader.skipCurrentElement();
@@ -561,7 +561,7 @@ int CPREventBase::sessionTime() const
 
 bls_2010::CommonDefs::CprProtocolType CPREventBase::mode() const
 {
-    return m_owner->mode();
+    return m_owner ? m_owner->mode() : bls_2010::CommonDefs::CPR_SINGLE_RESCUER;
 }
 
 CPRCompressionData *CPREventBase::compressionData() const
@@ -586,6 +586,8 @@ bool CPREventBase::hasParameters() const
 
 void CPREventBase::write(QXmlStreamWriter *writer)
 {
+    if (!writer)
+        return;
     writer->writeStartElement(QStringLiteral("evt"));
     writer->writeAttribute(QStringLiteral("type"), QString::fromLatin1(typeAsString()));
     writer->writeAttribute(QStringLiteral("msecs"), QString::number(m_msecs));
@@ -595,6 +597,8 @@ void CPREventBase::write(QXmlStreamWriter *writer)
 
 void CPREventBase::writeParameters(QXmlStreamWriter *writer)
 {
+    if (!writer)
+        return;
     forEachParameter([writer](const QString &key, const QVariant &value) {
         ParameterType type{};
         if (!key.startsWith(QLatin1String("manikinBattery")) && parameterFromKey(key, type))
@@ -642,6 +646,8 @@ void CPREventBase::read(QXmlStreamReader *reader)
 
 void CPREventBase::readParameters(QXmlStreamReader *reader)
 {
+    if (!reader)
+        return;
     readParamElements(*reader, [this](ParameterType type, QStringView text) {
         setParameter(type, CPRDataBase::variantFromString(text.toString()));
     });
@@ -649,6 +655,8 @@ void CPREventBase::readParameters(QXmlStreamReader *reader)
 
 void CPREventBase::readParametersToProperties(QXmlStreamReader *reader)
 {
+    if (!reader)
+        return;
     const PropertyTable &properties = propertiesOf(metaObject());
     readParamElements(*reader, [this, &properties](ParameterType type, QStringView text) {
         if (!properties.write(this, type, text)) {
@@ -661,6 +669,8 @@ void CPREventBase::readParametersToProperties(QXmlStreamReader *reader)
 void CPREventBase::writeHeader(QIODevice *device, const QPair<ParameterType, QString> &column,
                                const QString &separator)
 {
+    if (!device)
+        return;
     device->write(column.second.toUtf8());
     if (const QString units = unitText(column.first); !units.isEmpty())
         device->write(QStringLiteral(" (%1) ").arg(units).toUtf8());
@@ -672,7 +682,7 @@ bool CPREventBase::write(QIODevice *device, const QPair<ParameterType, QString> 
                          const QString &separator)
 {
     QString key;
-    if (!hasParameters() || !hasParameterType(column.first, key))
+    if (!device || !hasParameters() || !hasParameterType(column.first, key))
         return false;
     device->write(NumberText::fromVariant(parameterValue(column.first, QVariant())).toUtf8());
     if (!separator.isEmpty())
@@ -694,7 +704,7 @@ void CPREventBase::initialize()
     reset();
 }
 
-CPREventBase *CPREventBase::clone(CPREvents *owner) const
+CPREventBase *CPREventBase::clone(CPREvents *owner)
 {
     return new CPREventBase(*this, owner);
 }

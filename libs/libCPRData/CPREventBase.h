@@ -570,7 +570,7 @@ public:
     CPREvents *events() const { return m_owner; }
     /// Session time of the list in ms, 0 without a list.
     int sessionTime() const;
-    /// The CPR protocol of the list. The event must have a list.
+    /// The CPR protocol of the list; with a single rescuer without a list.
     bls_2010::CommonDefs::CprProtocolType mode() const;
     /// @{
     /// The waveforms and guidelines of the list; null without a list.
@@ -596,8 +596,8 @@ public:
     virtual void reset();
     /// Brings the event to its starting state; calls reset().
     virtual void initialize();
-    /// A copy for the list \a owner, which owns it.
-    virtual CPREventBase *clone(CPREvents *owner) const;
+    /// A new event of the same class for the list \a owner (may be null), which owns it.
+    virtual CPREventBase *clone(CPREvents *owner);
     /// While a list is read: true when this event must be dropped because of \a previous (may be
     /// null).
     virtual bool filterEvent(CPREventBase *previous);
@@ -611,7 +611,6 @@ public:
     static void writeHeader(QIODevice *device, const QPair<ParameterType, QString> &column,
                             const QString &separator);
 
-protected:
     /// Writes one "param" element per parameter. Battery parameters stay out of files.
     virtual void writeParameters(QXmlStreamWriter *writer);
     /// Reads "param" elements into the parameters up to the first token that is none. Unknown
@@ -622,6 +621,8 @@ protected:
     /// Writes one "param" element named \a name.
     void writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                     ParameterType type) const;
+
+protected:
     /// @{
     /// The same under the key text of \a type.
     void writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const;

@@ -4,6 +4,7 @@
 #include "CPREventCPRD.h"
 
 #include "CPREvents.h"
+#include "MessageFields.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -48,6 +49,8 @@ void CPREventCPRD::rememberPreviousRhythm()
 
 bool CPREventCPRD::rplmsg_RPL_ECG_STATUS(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     bool rhythmOk = false;
     bool secondOk = false;
     const quint8 rhythm = msg->getContentByte(rhythmByte, rhythmOk);
@@ -58,7 +61,8 @@ bool CPREventCPRD::rplmsg_RPL_ECG_STATUS(bls_2010::RMessage *msg)
 
 bool CPREventCPRD::incomingMsg(bls_2010::RMessage *msg)
 {
-    return msg->getIdentifier() == CommunicationIDs::RPL_ECG_STATUS && rplmsg_RPL_ECG_STATUS(msg);
+    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_ECG_STATUS
+        && rplmsg_RPL_ECG_STATUS(msg);
 }
 
 void CPREventCPRD::write(QXmlStreamWriter *writer)
@@ -72,7 +76,7 @@ void CPREventCPRD::read(QXmlStreamReader *reader)
     rememberPreviousRhythm();
 }
 
-CPREventCPRD *CPREventCPRD::clone(CPREvents *owner) const
+CPREventCPRD *CPREventCPRD::clone(CPREvents *owner)
 {
     return new CPREventCPRD(*this, owner);
 }

@@ -7,7 +7,7 @@
 #include "CPREventBase.h"
 
 /// An ECG rhythm that the manikin shows; the rhythm is the parameter aedECGRhythm.
-class CPRDATA_EXPORT CPREventCPRD final : public CPREventBase {
+class CPRDATA_EXPORT CPREventCPRD : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -37,7 +37,7 @@ public:
     /// Reads the parameters; the rhythm before this one is that of the list read so far.
     void read(QXmlStreamReader *reader) override;
 
-    CPREventCPRD *clone(CPREvents *owner) const override;
+    CPREventCPRD *clone(CPREvents *owner) override;
     /// Carries TagCprGui only when the rhythm changed, so that only changes reach the interface.
     int tag() const override;
 

@@ -6,6 +6,7 @@
 #include "CPRCompressionData.h"
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
+#include "MessageFields.h"
 #include "SessionMsecs.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -13,10 +14,23 @@
 
 #include <QXmlStreamWriter>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 namespace {
 
 constexpr float mmPerRawDepth = 0.01F;
 constexpr float notMeasured = -1.0F;
+
+// A file can hold any force; the manikin's have 16 bits.
+qint16 wholeGrams(float force)
+{
+    using Limits = std::numeric_limits<qint16>;
+    if (std::isnan(force))
+        return static_cast<qint16>(notMeasured);
+    return static_cast<qint16>(std::clamp<float>(force, Limits::min(), Limits::max()));
+}
 
 } // namespace
 
@@ -26,7 +40,7 @@ CPREventCompression::CPREventCompression(int msecs, CPREvents *owner,
 {
     if (previous) {
         m_previousReleaseDepth = previous->m_compReleaseDepth;
-        m_previousReleaseForce = static_cast<qint16>(previous->m_compReleaseForce);
+        m_previousReleaseForce = wholeGrams(previous->m_compReleaseForce);
     }
 }
 
@@ -92,7 +106,7 @@ void CPREventCompression::incomingCompressionEvent(
 //  16  u16  time since the previous compression, ms
 bool CPREventCompression::incomingMsg(bls_2010::RMessage *msg)
 {
-    if (msg->getIdentifier() != CommunicationIDs::RPL_COMP_EVENT || !events())
+    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_COMP_EVENT || !events())
         return false;
 
     bool ok = false;
@@ -157,7 +171,7 @@ bool CPREventCompression::incomingMsg(bls_2010::RMessage *msg)
 
 bool CPREventCompression::isCorrect(CPRGuidelines *guidelines) const
 {
-    if (m_compIncompleteRelease || m_compHandposError)
+    if (!guidelines || m_compIncompleteRelease || m_compHandposError)
         return false;
     // The depth limit enters as the number the guidelines hold; hosts rely on it as it is.
     return m_compMeanRate >= guidelines->compressionRateMin()
@@ -173,7 +187,7 @@ bool CPREventCompression::isCompMeanRateOk() const
         && m_compMeanRate >= guidelines->compressionRateMax();
 }
 
-CPREventCompression *CPREventCompression::clone(CPREvents *owner) const
+CPREventCompression *CPREventCompression::clone(CPREvents *owner)
 {
     return new CPREventCompression(*this, owner);
 }
@@ -185,6 +199,8 @@ int CPREventCompression::tag() const
 
 void CPREventCompression::writeParameters(QXmlStreamWriter *writer)
 {
+    if (!writer)
+        return;
     writeParam(*writer, CPREventBase::endTime, eventEndTime());
     writeParam(*writer, CPREventBase::compDepth, m_compDepth);
     if (m_compPeakForce != -1)

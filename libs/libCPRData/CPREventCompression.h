@@ -11,7 +11,7 @@
 /// The measurements are properties, not parameters: sessions hold thousands of compressions, and
 /// an observable map for each would cost more than all the rest of the session. They are stored
 /// in files as parameters of the same names. Forces of -1 were not measured.
-class CPRDATA_EXPORT CPREventCompression final : public CPREventBase {
+class CPRDATA_EXPORT CPREventCompression : public CPREventBase {
     Q_OBJECT
 
     // clang-format off
@@ -103,24 +103,22 @@ public:
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     /// True when released completely, with the hands in place, at a rate within the limits and
-    /// deep enough for \a guidelines (not null). The depth in mm is compared with the number that
-    /// CompressionDepthMin holds, so that a set in hundredths of a millimetre never lets it be deep
-    /// enough; hosts rely on it as it is.
+    /// deep enough for \a guidelines (null: false). The depth in mm is compared with the number
+    /// that CompressionDepthMin holds, so that a set in hundredths of a millimetre never lets it be
+    /// deep enough; hosts rely on it as it is.
     bool isCorrect(CPRGuidelines *guidelines) const;
     /// Compares the rate with the list's guidelines the other way round than isCorrect() does:
     /// at most the minimum and at least the maximum. Hosts rely on it as it is.
     Q_INVOKABLE bool isCompMeanRateOk() const;
 
-    CPREventCompression *clone(CPREvents *owner) const override;
+    CPREventCompression *clone(CPREvents *owner) override;
     int tag() const override;
+    void writeParameters(QXmlStreamWriter *writer) override;
+    void readParameters(QXmlStreamReader *reader) override;
 
 Q_SIGNALS:
     /// By setCompMeanRate(), when the rate is another.
     void compMeanRateChanged();
-
-protected:
-    void writeParameters(QXmlStreamWriter *writer) override;
-    void readParameters(QXmlStreamReader *reader) override;
 
 private:
     void setPeak(int msecsToPeak);

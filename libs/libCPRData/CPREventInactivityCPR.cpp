@@ -66,14 +66,15 @@ bool CPREventInactivityCPR::setInactivityTime(qint32 a_InactivityTimeSecs, bool 
 //   1-2  s16  length of the pause, s
 bool CPREventInactivityCPR::rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    const auto secs = static_cast<qint16>(MessageFields::assembledU16(*msg, 1, ok));
+    if (!msg)
+        return false;
+    const auto secs = static_cast<qint16>(MessageFields::assembledU16(*msg, 1));
     return secs >= 0 && setInactivityTime(secs, true);
 }
 
 bool CPREventInactivityCPR::incomingMsg(bls_2010::RMessage *msg)
 {
-    return msg->getIdentifier() == CommunicationIDs::RPL_COMP_INACTIVITY_TIME
+    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_COMP_INACTIVITY_TIME
         && rplmsg_RPL_COMP_INACTIVITY_TIME(msg);
 }
 
@@ -89,7 +90,7 @@ void CPREventInactivityCPR::read(QXmlStreamReader *reader)
     setEventEndTime(sessionMsecs(msecs() + secs * msecsPerSecond));
 }
 
-CPREventInactivityCPR *CPREventInactivityCPR::clone(CPREvents *owner) const
+CPREventInactivityCPR *CPREventInactivityCPR::clone(CPREvents *owner)
 {
     return new CPREventInactivityCPR(*this, owner);
 }

@@ -11,7 +11,7 @@
 /// The manikin reports the running length in whole seconds, again and again while the pause lasts.
 /// The same event is stretched while the reports agree on its start. The length in s is the
 /// parameter compInactivity; a start of -1 marks an event that has no place yet.
-class CPRDATA_EXPORT CPREventInactivityCPR final : public CPREventBase {
+class CPRDATA_EXPORT CPREventInactivityCPR : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -23,7 +23,8 @@ public:
     /// @}
     ~CPREventInactivityCPR() override;
 
-    /// Places the event, or stretches it to \a a_InactivityTimeSecs (s) before the session time.
+    /// Places the event, which then began \a a_InactivityTimeSecs (s) before the session time, or
+    /// stretches it to that length.
     /// False, and nothing changed, when the length or the session time is not positive or the
     /// report's start is more than a second away from the event's; the latter is logged unless
     /// the report is \a fromMessage.
@@ -38,7 +39,7 @@ public:
     /// Reads the parameters; the end follows from start and length.
     void read(QXmlStreamReader *reader) override;
 
-    CPREventInactivityCPR *clone(CPREvents *owner) const override;
+    CPREventInactivityCPR *clone(CPREvents *owner) override;
     int tag() const override;
 };
 

@@ -145,9 +145,10 @@ void CPREventSessionInfo::setVersionInfo(int type, const QString &firmware, cons
             // The factory stores the type and announces it. The AED is known from now on, so the
             // event stands at the session time.
             events()->addEvent(CPREventAED::createAEDTypeEvent(aed, sessionTime(), events()), true);
-        } else {
-            setConnectedAEDType(aed);
         }
+        // Also by an info that is not the list's standing one, which the factory does not know.
+        if (aed != m_connectedAEDType)
+            setConnectedAEDType(aed);
     }
 
     const auto version = QVersionNumber::fromString(firmware);
@@ -173,9 +174,11 @@ void CPREventSessionInfo::setManikinVentilationCount(uint value)
 
 void CPREventSessionInfo::setCompressionInactivity(short secs)
 {
+    setParameter(compInactivity, int(m_compressionInactivity)); // begun anew by another protocol
+    if (secs < 0)
+        return;
     // The manikin counts in 16 bits, so the sum wraps as its own does.
-    if (secs >= 0)
-        m_compressionInactivity = static_cast<qint16>(m_compressionInactivity + secs);
+    m_compressionInactivity = static_cast<qint16>(m_compressionInactivity + secs);
     setParameter(compInactivity, int(m_compressionInactivity));
 }
 
@@ -290,18 +293,16 @@ void CPREventSessionInfo::setStartTime()
 
 bool CPREventSessionInfo::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (msg->getIdentifier()) {
+    switch (MessageFields::identifierOf(msg)) {
     case CommunicationIDs::RPL_VERSIONINFO:
         return rplmsg_RPL_VERSIONINFO(msg);
     case CommunicationIDs::RPL_LIFETIMEINFO:
         return rplmsg_RPL_LIFETIMEINFO(msg);
     case CommunicationIDs::RPL_COMP_INACTIVITY_TIME:
         return rplmsg_RPL_COMP_INACTIVITY_TIME(msg);
-    case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL: {
-        bool ok = false;
-        setCprProtocol(msg->getContentS8(1, ok));
+    case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL:
+        setCprProtocol(MessageFields::valueAt<qint8>(*msg, 1));
         return true;
-    }
     case CommunicationIDs::RPL_CPRCARD_STATUS_EV:
         return rplmsg_RPL_CPRCARD_STATUS_EV(msg);
     case CommunicationIDs::RPL_MANIKIN_STIFFNESS_EV:
@@ -320,18 +321,21 @@ bool CPREventSessionInfo::incomingMsg(bls_2010::RMessage *msg)
 //  22             u8   connected AED type; older manikins do not send it
 bool CPREventSessionInfo::rplmsg_RPL_VERSIONINFO(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    const auto byte = [&](unsigned int index) {
-        return QString::number(msg->getContentByte(index, ok));
+    using MessageFields::valueAt;
+    if (!msg)
+        return false;
+    const auto byte = [msg](unsigned int index) {
+        return QString::number(valueAt<quint8>(*msg, index));
     };
     const QChar dot = QLatin1Char('.');
 
-    const QString build = QString::number(msg->getContentU32(13, ok));
+    const QString build = QString::number(valueAt<quint32>(*msg, 13));
     const QString firmware = byte(7) + dot + byte(6) + dot + byte(12) + dot + build;
     const QString rfid = byte(17) + dot + byte(18) + dot + byte(19);
     const QString feedpod = byte(20) + dot + byte(21);
-    const int type = msg->getContentByte(10, ok);
-    const quint8 reportedAed = msg->getContentByte(22, ok);
+    const int type = valueAt<quint8>(*msg, 10);
+    bool ok = false;
+    const auto reportedAed = valueAt<quint8>(*msg, 22, ok);
     const auto aed = ok ? static_cast<AEDTypes>(reportedAed) : AEDNotPossible;
     setVersionInfo(type, firmware, rfid, feedpod, aed);
     return true;
@@ -339,14 +343,17 @@ bool CPREventSessionInfo::rplmsg_RPL_VERSIONINFO(bls_2010::RMessage *msg)
 
 bool CPREventSessionInfo::rplmsg_RPL_LIFETIMEINFO(bls_2010::RMessage *msg)
 {
+    using MessageFields::valueAt;
+    if (!msg)
+        return false;
     bool ok = false;
-    switch (msg->getContentByte(lifetimeSelectorByte, ok)) {
+    switch (valueAt<quint8>(*msg, lifetimeSelectorByte)) {
     case LifetimeCompressions:
-        if (const quint32 count = msg->getContentU32(lifetimeCounterByte, ok); ok)
+        if (const auto count = valueAt<quint32>(*msg, lifetimeCounterByte, ok); ok)
             setManikinCompressionCount(count);
         break;
     case LifetimeVentilations:
-        if (const quint32 count = msg->getContentU32(lifetimeCounterByte, ok); ok)
+        if (const auto count = valueAt<quint32>(*msg, lifetimeCounterByte, ok); ok)
             setManikinVentilationCount(count);
         break;
     case LifetimeBattery:
@@ -360,8 +367,9 @@ bool CPREventSessionInfo::rplmsg_RPL_LIFETIMEINFO(bls_2010::RMessage *msg)
 
 bool CPREventSessionInfo::rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    setCompressionInactivity(static_cast<qint16>(MessageFields::assembledU16(*msg, 1, ok)));
+    if (!msg)
+        return false;
+    setCompressionInactivity(static_cast<qint16>(MessageFields::assembledU16(*msg, 1)));
     return true;
 }
 
@@ -369,6 +377,8 @@ bool CPREventSessionInfo::rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *ms
 // alone. Intended: hosts expect the empty text.
 bool CPREventSessionInfo::rplmsg_RPL_CPRCARD_STATUS_EV(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     bool ok = false;
     msg->getString(ok, cardByte, cardLength);
     if (ok)
@@ -378,11 +388,13 @@ bool CPREventSessionInfo::rplmsg_RPL_CPRCARD_STATUS_EV(bls_2010::RMessage *msg)
 
 bool CPREventSessionInfo::rplmsg_RPL_MANIKIN_STIFFNESS_EV(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     MessageFields::store(*this, *msg, stiffnessField);
     return true;
 }
 
-CPREventSessionInfo *CPREventSessionInfo::clone(CPREvents *owner) const
+CPREventSessionInfo *CPREventSessionInfo::clone(CPREvents *owner)
 {
     return new CPREventSessionInfo(*this, owner);
 }

@@ -10,7 +10,7 @@
 
 /// The standing event that holds the session's setting: the manikin with its versions, life-time
 /// counters and battery, the connected AED, the CPR protocol, the learners, start, end and length.
-class CPRDATA_EXPORT CPREventSessionInfo final : public CPREventBase {
+class CPRDATA_EXPORT CPREventSessionInfo : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -25,8 +25,8 @@ public:
     /// Sets the starting values of the parameters and runs reset().
     void initialize() override;
     /// Begins a new session on the same manikin: a new session identifier, no total time, no
-    /// inactivity. An identified AED that is connected is entered into the event list again.
-    /// What setTotalTime() has latched stays.
+    /// inactivity. An identified AED that is connected is entered into the event list again. That
+    /// setTotalTime() has taken a length stays known.
     void reset() override;
 
     /// Takes over what RPL_VERSIONINFO reports. Enters an AED of a new kind into the event list,
@@ -55,7 +55,7 @@ public:
     int getManikinType() const;
     /// The chest's stiffness (ManikinStiffness); medium before the manikin has told.
     int getManikinStiffness() const;
-    /// Empty, whatever card the manikin reports; hosts expect the empty text.
+    /// Empty after a report of the manikin, whatever card it names; hosts expect the empty text.
     QString getCPRCardID() const;
     /// The session's identifier, a UUID in braces: new with each reset(), and not stored in files.
     QString getSessionID() const;
@@ -89,7 +89,7 @@ public:
     bool rplmsg_RPL_MANIKIN_STIFFNESS_EV(bls_2010::RMessage *msg);
     /// @}
 
-    CPREventSessionInfo *clone(CPREvents *owner) const override;
+    CPREventSessionInfo *clone(CPREvents *owner) override;
 
 Q_SIGNALS:
     /// By setVersionInfo(), with this event.
@@ -105,8 +105,8 @@ Q_SIGNALS:
 public Q_SLOTS:
     /// Stores the wave delay of the session's compression wave and the end time.
     void onScoresReady();
-    /// Stores the session's length in s. The first length that is not 0 stays for the life of the
-    /// event; later ones are passed over.
+    /// Stores the session's length in s. Takes the first one that is not 0 in the life of the event
+    /// and passes over all later ones, also after reset(), which makes the stored length 0.
     void setTotalTime(int a_Time);
     /// setTotalTime(0), which stores 0 unless a length has been stored.
     void setTotalTime();

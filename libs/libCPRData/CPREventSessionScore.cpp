@@ -105,11 +105,14 @@ CPREventSessionScore::~CPREventSessionScore() = default;
 
 bool CPREventSessionScore::incomingMsg(bls_2010::RMessage *msg)
 {
-    return msg->getIdentifier() == CommunicationIDs::RPL_CPR_SCORES && rplmsg_RPL_CPR_SCORES(msg);
+    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_CPR_SCORES
+        && rplmsg_RPL_CPR_SCORES(msg);
 }
 
 bool CPREventSessionScore::rplmsg_RPL_CPR_SCORES(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     setMSecs(sessionTime());
     MessageFields::store(*this, *msg, scoreFields);
 
@@ -140,8 +143,8 @@ int CPREventSessionScore::computedOverallScore() const
     const int ventilations = intValue(ventOverallScore);
     // With an AED the time for its analyses is not the rescuer's hands-off time.
     if (!isScoredAsAED())
-        compressions =
-            qBound(0, remaining(compFlowtimeScoreReduction) * compressions / fullScore, fullScore);
+        compressions = static_cast<int>(qBound<qint64>(
+            0, remaining(compFlowtimeScoreReduction) * compressions / fullScore, fullScore));
 
     const auto protocol = events() ? mode() : CommonDefs::CPR_SINGLE_RESCUER;
     if (protocol == CommonDefs::CPR_COMPRESSION_ONLY)
@@ -160,17 +163,17 @@ int CPREventSessionScore::computedOverallScore() const
     return qMax(0, static_cast<int>(std::floor(score)));
 }
 
-int CPREventSessionScore::remaining(ParameterType reduction) const
+qint64 CPREventSessionScore::remaining(ParameterType reduction) const
 {
-    return fullScore - intValue(reduction);
+    return fullScore - qint64(intValue(reduction));
 }
 
-int CPREventSessionScore::remaining(ParameterType reduction, ParameterType other) const
+qint64 CPREventSessionScore::remaining(ParameterType reduction, ParameterType other) const
 {
     return remaining(reduction) * remaining(other) / fullScore;
 }
 
-void CPREventSessionScore::advise(int score, Advice advice)
+void CPREventSessionScore::advise(qint64 score, Advice advice)
 {
     // Equals are entered in front: the order of the calls below breaks ties.
     if (score < fullScore)
@@ -222,7 +225,7 @@ CPREventBase::Advice CPREventSessionScore::getSecondaryAdvice() const
     return m_ranking.size() < 2 ? Advice_None : std::next(m_ranking.begin())->second;
 }
 
-CPREventSessionScore *CPREventSessionScore::clone(CPREvents *owner) const
+CPREventSessionScore *CPREventSessionScore::clone(CPREvents *owner)
 {
     return new CPREventSessionScore(*this, owner);
 }

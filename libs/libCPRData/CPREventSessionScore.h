@@ -12,7 +12,7 @@
 /// follow from it.
 ///
 /// Score reductions are percentage points taken off a score of 100; scores are 0 to 100.
-class CPRDATA_EXPORT CPREventSessionScore final : public CPREventBase {
+class CPRDATA_EXPORT CPREventSessionScore : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -44,7 +44,7 @@ public:
     /// The next aspect; Advice_None when there is at most one.
     CPREventBase::Advice getSecondaryAdvice() const;
 
-    CPREventSessionScore *clone(CPREvents *owner) const override;
+    CPREventSessionScore *clone(CPREvents *owner) override;
 
 Q_SIGNALS:
     /// By calculateAdvice(): scores and advices are there.
@@ -55,13 +55,14 @@ private:
     bool isScoredAsAED() const;
     int intValue(ParameterType type) const;
     /// The score that would remain if this reduction were the only one.
-    int remaining(ParameterType reduction) const;
+    qint64 remaining(ParameterType reduction) const;
     /// The score that would remain if these two were the only ones.
-    int remaining(ParameterType reduction, ParameterType other) const;
-    void advise(int score, Advice advice);
+    qint64 remaining(ParameterType reduction, ParameterType other) const;
+    void advise(qint64 score, Advice advice);
 
-    /// By the score that the aspect leaves. Among equals the one ranked last stands first.
-    std::multimap<int, Advice> m_ranking;
+    /// By the score that the aspect leaves. Among equals the one ranked last stands first. 64 bits:
+    /// a file can hold any reduction.
+    std::multimap<qint64, Advice> m_ranking;
 };
 
 #endif

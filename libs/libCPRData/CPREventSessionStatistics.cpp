@@ -125,13 +125,6 @@ constexpr unsigned int firstBinByte = 1;
 constexpr int binCount = E::ventHistogramRateBin_5 - E::compHistogramDepthBin_0 + 1;
 static_assert(E::compHistogramDepthBin_0 == 120 && binCount == 36);
 
-bool isReadable(const bls_2010::RMessage &msg, const Field &field)
-{
-    bool ok = false;
-    MessageFields::read(msg, field, ok);
-    return ok;
-}
-
 // What is neither right nor too little is too much, computed in the manikin's 8 bits.
 int tooMuchVolume(qint8 correct, qint8 notEnough)
 {
@@ -160,7 +153,7 @@ CPREventSessionStatistics::~CPREventSessionStatistics() = default;
 
 bool CPREventSessionStatistics::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (msg->getIdentifier()) {
+    switch (MessageFields::identifierOf(msg)) {
     case CommunicationIDs::RPL_GL_INDEPENDENT_STATS:
         rplmsg_RPL_GL_INDEPENDENT_STATS(msg);
         m_independentReceived = true;
@@ -183,6 +176,9 @@ bool CPREventSessionStatistics::incomingMsg(bls_2010::RMessage *msg)
 
 bool CPREventSessionStatistics::rplmsg_RPL_GL_INDEPENDENT_STATS(bls_2010::RMessage *msg)
 {
+    using MessageFields::isReadable;
+    if (!msg)
+        return false;
     MessageFields::store(*this, *msg, independentFields);
     if (isReadable(*msg, inflationTimeFields.front()))
         MessageFields::store(*this, *msg, inflationTimeFields);
@@ -191,13 +187,14 @@ bool CPREventSessionStatistics::rplmsg_RPL_GL_INDEPENDENT_STATS(bls_2010::RMessa
         if (isReadable(*msg, cycleFields.back()))
             MessageFields::store(*this, *msg, flowTimeFields);
     }
-    bool ok = false;
-    setSessionDuration(msg->getContentS16(durationByte, ok));
+    setSessionDuration(MessageFields::valueAt<qint16>(*msg, durationByte));
     return true;
 }
 
 bool CPREventSessionStatistics::rplmsg_RPL_GL_INDEPENDENT_BIN_STATS(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     for (int i = 0; i < binCount; ++i) {
         MessageFields::store(*this, *msg,
                              {firstBinByte + static_cast<unsigned int>(i), Width::U8,
@@ -208,6 +205,8 @@ bool CPREventSessionStatistics::rplmsg_RPL_GL_INDEPENDENT_BIN_STATS(bls_2010::RM
 
 bool CPREventSessionStatistics::rplmsg_RPL_GL_DEPENDENT_STATS(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     setMSecs(sessionTime());
     MessageFields::store(*this, *msg, dependentFields);
     const auto correct = parameterValue(ventCorrectVolumePercentage, 0).toInt();
@@ -223,7 +222,7 @@ void CPREventSessionStatistics::setSessionDuration(int secs)
     Q_EMIT totalTime(secs);
 }
 
-CPREventSessionStatistics *CPREventSessionStatistics::clone(CPREvents *owner) const
+CPREventSessionStatistics *CPREventSessionStatistics::clone(CPREvents *owner)
 {
     return new CPREventSessionStatistics(*this, owner);
 }

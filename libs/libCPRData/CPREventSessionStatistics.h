@@ -10,7 +10,7 @@
 /// deviations, percentages, times and histograms, stored as the manikin sends them.
 ///
 /// The manikin sends them in three messages. A percentage of -1 was not measured.
-class CPRDATA_EXPORT CPREventSessionStatistics final : public CPREventBase {
+class CPRDATA_EXPORT CPREventSessionStatistics : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -36,7 +36,7 @@ public:
     /// Stores the duration in s and emits totalTime().
     void setSessionDuration(int secs);
 
-    CPREventSessionStatistics *clone(CPREvents *owner) const override;
+    CPREventSessionStatistics *clone(CPREvents *owner) override;
 
 Q_SIGNALS:
     /// By setSessionDuration(): the session's length in s. The session info takes it.

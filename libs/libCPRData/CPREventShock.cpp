@@ -30,6 +30,8 @@ CPREventShock::~CPREventShock() = default;
 
 bool CPREventShock::rplmsg_RPL_DEFIB_SHOCK_EVENT(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     setMSecs(sessionTime());
     MessageFields::store(*this, *msg, energyField);
     return true;
@@ -37,11 +39,11 @@ bool CPREventShock::rplmsg_RPL_DEFIB_SHOCK_EVENT(bls_2010::RMessage *msg)
 
 bool CPREventShock::incomingMsg(bls_2010::RMessage *msg)
 {
-    return msg->getIdentifier() == CommunicationIDs::RPL_DEFIB_SHOCK_EVENT
+    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_DEFIB_SHOCK_EVENT
         && rplmsg_RPL_DEFIB_SHOCK_EVENT(msg);
 }
 
-CPREventShock *CPREventShock::clone(CPREvents *owner) const
+CPREventShock *CPREventShock::clone(CPREvents *owner)
 {
     return new CPREventShock(*this, owner);
 }

@@ -7,7 +7,7 @@
 #include "CPREventBase.h"
 
 /// A delivered shock; its energy in J is the parameter shockEnergy.
-class CPRDATA_EXPORT CPREventShock final : public CPREventBase {
+class CPRDATA_EXPORT CPREventShock : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -23,7 +23,7 @@ public:
     /// Takes RPL_DEFIB_SHOCK_EVENT (47) only.
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
-    CPREventShock *clone(CPREvents *owner) const override;
+    CPREventShock *clone(CPREvents *owner) override;
     int tag() const override;
 };
 

@@ -3,6 +3,8 @@
 
 #include "CPREventUser.h"
 
+#include "MessageFields.h"
+
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
@@ -30,6 +32,8 @@ CPREventUser::~CPREventUser() = default;
 
 bool CPREventUser::rpl_RPL_USER_EVENT(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     bool ok = false;
     const quint8 flag = msg->getContentByte(flagByte, ok);
     if (!ok)
@@ -44,10 +48,11 @@ bool CPREventUser::rpl_RPL_USER_EVENT(bls_2010::RMessage *msg)
 
 bool CPREventUser::incomingMsg(bls_2010::RMessage *msg)
 {
-    return msg->getIdentifier() == CommunicationIDs::RPL_USER_EVENT && rpl_RPL_USER_EVENT(msg);
+    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_USER_EVENT
+        && rpl_RPL_USER_EVENT(msg);
 }
 
-CPREventUser *CPREventUser::clone(CPREvents *owner) const
+CPREventUser *CPREventUser::clone(CPREvents *owner)
 {
     return new CPREventUser(*this, owner);
 }

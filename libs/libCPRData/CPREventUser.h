@@ -7,7 +7,7 @@
 #include "CPREventBase.h"
 
 /// An event that the host or the manikin names; the name is the parameter eventId.
-class CPRDATA_EXPORT CPREventUser final : public CPREventBase {
+class CPRDATA_EXPORT CPREventUser : public CPREventBase {
     Q_OBJECT
 
 public:
@@ -27,7 +27,7 @@ public:
     /// Takes RPL_USER_EVENT (68) only.
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
-    CPREventUser *clone(CPREvents *owner) const override;
+    CPREventUser *clone(CPREvents *owner) override;
     int tag() const override;
 
 private:

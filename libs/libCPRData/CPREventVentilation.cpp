@@ -56,7 +56,7 @@ bool CPREventVentilation::incomingMsg(bls_2010::RMessage *msg)
 {
     using MessageFields::assembledU16;
 
-    if (msg->getIdentifier() != CommunicationIDs::RPL_VENT_EVENT || !events())
+    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_VENT_EVENT || !events())
         return false;
 
     bool ok = false;
@@ -91,6 +91,8 @@ bool CPREventVentilation::incomingMsg(bls_2010::RMessage *msg)
 
 bool CPREventVentilation::isCorrect(CPRGuidelines *guidelines, bool ventilationsOnly) const
 {
+    if (!guidelines)
+        return false;
     // The maximum itself already counts as too much.
     const bool volumeOk = m_ventVolume >= guidelines->ventilationVolumeMin()
         && m_ventVolume < guidelines->ventilationVolumeMax();
@@ -105,7 +107,7 @@ bool CPREventVentilation::isCorrect(CPRGuidelines *guidelines, bool ventilations
                 && rate <= guidelines->ventilationRateMaxForVentilationsOnly()));
 }
 
-CPREventVentilation *CPREventVentilation::clone(CPREvents *owner) const
+CPREventVentilation *CPREventVentilation::clone(CPREvents *owner)
 {
     return new CPREventVentilation(*this, owner);
 }
@@ -117,6 +119,8 @@ int CPREventVentilation::tag() const
 
 void CPREventVentilation::writeParameters(QXmlStreamWriter *writer)
 {
+    if (!writer)
+        return;
     writeParam(*writer, CPREventBase::ventVolume, m_ventVolume);
     writeParam(*writer, CPREventBase::ventRate, m_ventRate);
     writeParam(*writer, CPREventBase::ventInstantaneousPeriod, m_ventInstantaneousPeriod);

@@ -7,7 +7,7 @@
 #include "CPREventBase.h"
 
 /// One ventilation with its measurements, which are properties as those of a compression are.
-class CPRDATA_EXPORT CPREventVentilation final : public CPREventBase {
+class CPRDATA_EXPORT CPREventVentilation : public CPREventBase {
     Q_OBJECT
 
     // clang-format off
@@ -47,14 +47,13 @@ public:
     /// Takes the ventilation message (80); false for any other and for one that is cut.
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
-    /// True when the volume is at least the minimum and below the maximum of \a guidelines (not
-    /// null) and, for \a ventilationsOnly, the rate is within the limits for ventilations alone.
+    /// True when the volume is at least the minimum and below the maximum of \a guidelines (null:
+    /// false) and, for \a ventilationsOnly, the rate is within the limits for ventilations alone or
+    /// not known: the period is not positive, or longer than a minute.
     bool isCorrect(CPRGuidelines *guidelines, bool ventilationsOnly) const;
 
-    CPREventVentilation *clone(CPREvents *owner) const override;
+    CPREventVentilation *clone(CPREvents *owner) override;
     int tag() const override;
-
-protected:
     void writeParameters(QXmlStreamWriter *writer) override;
     void readParameters(QXmlStreamReader *reader) override;
 

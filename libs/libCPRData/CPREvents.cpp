@@ -13,23 +13,24 @@
 #include "CPREventShock.h"
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
+#include "EnumKey.h"
 #include "EventTimeIndex.h"
+#include "MessageFields.h"
 #include "ResponseId.h"
 #include "SessionMsecs.h"
+#include "XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
 #include <QIODevice>
 #include <QLoggingCategory>
+#include <QPointer>
 #include <QTimer>
-#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <QtAlgorithms>
 
-#include <algorithm>
-#include <iterator>
 #include <utility>
 
 using bls_2010::CommonDefs;
@@ -74,12 +75,6 @@ int removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
     return position;
 }
 
-void debugEvents(const QList<CPREventBase *> &events)
-{
-    for (const CPREventBase *event : events)
-        qCDebug(lcEvents).noquote() << "Event" << QString(*event);
-}
-
 } // namespace
 
 struct CPREvents::TagList {
@@ -109,7 +104,7 @@ CPREvents::CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData 
         m_events.append(event);
         event->m_listed = true;
     }
-    for (const CPREventBase *event : other.m_events) {
+    for (CPREventBase *event : other.m_events) {
         if (event != other.m_sessionInfo && event != other.m_sessionStatistics
             && event != other.m_sessionScore) {
             addEvent(event->clone(this), false);
@@ -128,6 +123,8 @@ CPREvents::~CPREvents()
 
 void CPREvents::connectSignals()
 {
+    // QML knows classes by itself, but not the enumerations that it hands to an invokable.
+    qRegisterMetaType<CPREventBase::EventTag>();
     connect(signalTimer(), &QTimer::timeout, this, &CPREvents::eventsChanged);
     if (m_guidelines) {
         connect(m_guidelines, &CPRGuidelines::guidelinesChanged, this,
@@ -150,25 +147,27 @@ void CPREvents::connectStandingEvents()
 void CPREvents::initialize()
 {
     qCDebug(lcEvents) << Q_FUNC_INFO;
-    QString manikinName;
-    QString students;
-    if (CPREventSessionInfo *old = m_sessionInfo) {
-        manikinName = old->parameterValue(CPREventBase::manikinName, QVariant()).toString();
-        students = old->parameterValue(CPREventBase::students, QVariant()).toString();
-        m_sessionInfo = nullptr;
-        retire(old);
-        reset();
-    }
-    // Nothing finds the old ones any more, neither a list nor a getter.
-    retire(std::exchange(m_sessionScore, nullptr));
-    retire(std::exchange(m_sessionStatistics, nullptr));
-
-    m_sessionInfo = new CPREventSessionInfo(0, this);
-    m_sessionInfo->setParameter(CPREventBase::manikinName, manikinName);
-    m_sessionInfo->setParameter(CPREventBase::students, students);
-    m_sessionScore = new CPREventSessionScore(0, this);
-    m_sessionStatistics = new CPREventSessionStatistics(0, this);
+    // The new ones are in place before anything is announced, so that no listener finds none.
+    auto *info = new CPREventSessionInfo(0, this);
+    const auto keep = [this, info](CPREventBase::ParameterType type) {
+        const QVariant old =
+            m_sessionInfo ? m_sessionInfo->parameterValue(type, QVariant()) : QVariant();
+        info->setParameter(type, old.toString());
+    };
+    keep(CPREventBase::manikinName);
+    keep(CPREventBase::students);
+    CPREventBase *const oldInfo = std::exchange(m_sessionInfo, info);
+    CPREventBase *const oldScore = std::exchange(m_sessionScore, new CPREventSessionScore(0, this));
+    CPREventBase *const oldStatistics =
+        std::exchange(m_sessionStatistics, new CPREventSessionStatistics(0, this));
     connectStandingEvents();
+    retire(oldInfo);
+    retire(oldScore);
+    retire(oldStatistics);
+    if (oldInfo) {
+        m_isInitializing = true;
+        CPREvents::reset();
+    }
     addEvent(m_sessionInfo, true);
 }
 
@@ -193,16 +192,19 @@ void CPREvents::reset()
     const EventList old = std::exchange(m_events, {});
     for (TagList &tagged : m_eventsByTag)
         tagged = {};
+    m_lastRead = nullptr;
     for (CPREventBase *event : old) {
         event->m_listed = false;
-        if (event != m_sessionInfo && event != m_sessionStatistics && event != m_sessionScore)
+        if (!isStanding(event))
             event->deleteLater();
     }
 
-    if (m_sessionInfo) {
+    // A session info that initialize() has just made is listed when the list has been cleared.
+    if (!std::exchange(m_isInitializing, false)) {
         addEvent(m_sessionInfo, true);
         m_sessionInfo->reset();
     }
+    CPRDataBase::reset(); // who listened may have set the session time
     m_compressionCounter = 0;
     m_lastCompressionEnd = 0;
     m_ScoresReady = 0;
@@ -217,7 +219,7 @@ void CPREvents::resume()
 
 void CPREvents::addEvent(CPREventBase *event, bool doSignals)
 {
-    if (!event || (event->m_owner == this ? event->m_listed : event->m_standing))
+    if (!event || (event->m_owner != this && event->m_standing))
         return;
     qCDebug(lcEvents).noquote() << "Event" << QString(*event) << "doSignals" << doSignals;
     if (event->m_owner != this) {
@@ -226,22 +228,25 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         event->m_owner = this;
         event->setParent(this);
     }
-    event->m_listed = true;
-
-    const bool isDebugEnabled = lcEvents().isDebugEnabled();
-    insertInTimeOrder(m_events, event);
-    if (isDebugEnabled) {
-        qCDebug(lcEvents) << "Main event list";
-        debugEvents(m_events);
-    }
-    uint bit = 0;
-    for (uint tags = static_cast<uint>(event->tag()) & allTags; tags != 0; tags &= ~(1U << bit)) {
-        bit = qCountTrailingZeroBits(tags);
-        TagList &tagged = m_eventsByTag[bit];
-        tagged.index.cutAt(insertInTimeOrder(tagged.events, event));
+    if (!std::exchange(event->m_listed, true)) {
+        const bool isDebugEnabled = lcEvents().isDebugEnabled();
+        insertInTimeOrder(m_events, event);
         if (isDebugEnabled) {
-            qCDebug(lcEvents) << "Event list tag" << CPREventBase::EventTags(1 << bit);
-            debugEvents(tagged.events);
+            qCDebug(lcEvents) << "Main event list";
+            for (const CPREventBase *listed : qAsConst(m_events))
+                qCDebug(lcEvents).noquote() << "Event" << QString(*listed);
+        }
+        uint bit = 0;
+        for (uint tags = static_cast<uint>(event->tag()) & allTags; tags != 0;
+             tags &= ~(1U << bit)) {
+            bit = qCountTrailingZeroBits(tags);
+            TagList &tagged = m_eventsByTag[bit];
+            tagged.index.cutAt(insertInTimeOrder(tagged.events, event));
+            if (isDebugEnabled) {
+                qCDebug(lcEvents) << "Event list tag" << EnumKey(CPREventBase::EventTag(1U << bit));
+                for (const CPREventBase *listed : qAsConst(tagged.events))
+                    qCDebug(lcEvents).noquote() << "Event" << QString(*listed);
+            }
         }
     }
     if (doSignals)
@@ -297,6 +302,8 @@ void CPREvents::forgetEvent(CPREventBase *event)
 
 void CPREvents::emitEvent(CPREventBase *event)
 {
+    if (!event)
+        return;
     qCDebug(lcEvents).noquote() << "Event" << QString(*event);
     const CPREventBase::EventTags tags(event->tag());
     if (tags.testFlag(CPREventBase::TagComp))
@@ -314,6 +321,8 @@ void CPREvents::emitEvent(CPREventBase *event)
 
 void CPREvents::handleEvent(CPREventBase *event)
 {
+    if (!event)
+        return;
     qCDebug(lcEvents).noquote() << "Event" << QString(*event);
     const CPREventBase::EventType type = event->type();
     switch (type) {
@@ -375,9 +384,9 @@ void CPREvents::setReceiving(bool receiving)
 
 void CPREvents::finalizeIncomingEvent(bool a_Exists, CPREventBase *event)
 {
-    if (a_Exists)
+    if (event && a_Exists)
         handleEvent(event);
-    else
+    else if (event)
         enter(event);
     setReceiving(false);
 }
@@ -410,48 +419,16 @@ CPREventCompression *CPREvents::lastCompression() const
 
 bool CPREvents::incomingMsg(bls_2010::RMessage *msg)
 {
-    qCDebug(lcEvents) << "id" << ResponseId{msg->getIdentifier()};
-    // clang-format off
-    switch (msg->getIdentifier()) {
-    case CommunicationIDs::RPL_DEFIB_SHOCK_EVENT:
-        return takeMessage(new CPREventShock(0, this), msg, false);
-    case CommunicationIDs::RPL_GENERIC_EVENT:
-        return takeMessage(new CPREventAED(0, this), msg, false);
-    case CommunicationIDs::RPL_AED_REMOTE_CTRL:
-        return takeRemoteControl(msg);
-    case CommunicationIDs::RPL_ECG_STATUS:
-        return takeMessage(new CPREventCPRD(0, this), msg, false);
-    case CommunicationIDs::RPL_VERSIONINFO:
-    case CommunicationIDs::RPL_LIFETIMEINFO:
-        return takeMessage(m_sessionInfo, msg, true);
-    case CommunicationIDs::RPL_USER_EVENT:
-        return takeMessage(new CPREventUser(0, this, QString()), msg, false);
-    case CommunicationIDs::RPL_COMP_EVENT:
-        return !hasEnded() && takeMessage(new CPREventCompression(0, this, lastCompression()), msg, false);
-    case CommunicationIDs::RPL_VENT_EVENT:
-        return !hasEnded() && takeMessage(new CPREventVentilation(0, this), msg, false);
-    case CommunicationIDs::RPL_COMP_INACTIVITY_TIME:
-        return takeInactivity(msg);
-    case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL:
-        return takeProtocol(msg);
-    case CommunicationIDs::RPL_CPR_SCORES:
-        return takeMessage(m_sessionScore, msg, true);
-    case CommunicationIDs::RPL_GL_INDEPENDENT_STATS:
-    case CommunicationIDs::RPL_GL_INDEPENDENT_BIN_STATS:
-    case CommunicationIDs::RPL_GL_DEPENDENT_STATS:
-        return takeMessage(m_sessionStatistics, msg, true);
-    default:
+    if (!msg)
         return false;
-    }
-    // clang-format on
-}
-
-bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isKept)
-{
+    qCDebug(lcEvents) << "id" << ResponseId{msg->getIdentifier()};
+    CPREventBase *event = eventFor(msg);
+    if (!event)
+        return false;
     qCDebug(lcEvents).noquote() << "Event:" << QString(*event);
     const bool wasStanding = isStanding(event);
     if (!event->incomingMsg(msg)) {
-        if (!isKept) {
+        if (!wasStanding && !event->m_listed) {
             qCDebug(lcEvents) << "ignoring event";
             delete event;
         }
@@ -466,31 +443,70 @@ bool CPREvents::takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool i
     return true;
 }
 
-bool CPREvents::takeRemoteControl(bls_2010::RMessage *msg)
+// The event that is to read the message: a new one, which is not listed yet, or one that is there.
+// Null when none is.
+CPREventBase *CPREvents::eventFor(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    return CPREventAED::isRecordedButton(msg->getContentByte(1, ok))
-        && takeMessage(new CPREventAED(0, this), msg, false);
+    // clang-format off
+    switch (msg->getIdentifier()) {
+    case CommunicationIDs::RPL_DEFIB_SHOCK_EVENT:
+        return new CPREventShock(0, this);
+    case CommunicationIDs::RPL_GENERIC_EVENT:
+        return new CPREventAED(0, this);
+    case CommunicationIDs::RPL_AED_REMOTE_CTRL:
+        return remoteControlEventFor(msg);
+    case CommunicationIDs::RPL_ECG_STATUS:
+        return new CPREventCPRD(0, this);
+    case CommunicationIDs::RPL_VERSIONINFO:
+    case CommunicationIDs::RPL_LIFETIMEINFO:
+        return m_sessionInfo;
+    case CommunicationIDs::RPL_USER_EVENT:
+        return new CPREventUser(0, this, QString());
+    case CommunicationIDs::RPL_COMP_EVENT:
+        return hasEnded() ? nullptr : new CPREventCompression(0, this, lastCompression());
+    case CommunicationIDs::RPL_VENT_EVENT:
+        return hasEnded() ? nullptr : new CPREventVentilation(0, this);
+    case CommunicationIDs::RPL_COMP_INACTIVITY_TIME:
+        return inactivityEventFor(msg);
+    case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL:
+        return infoForProtocol(msg);
+    case CommunicationIDs::RPL_CPR_SCORES:
+        return m_sessionScore;
+    case CommunicationIDs::RPL_GL_INDEPENDENT_STATS:
+    case CommunicationIDs::RPL_GL_INDEPENDENT_BIN_STATS:
+    case CommunicationIDs::RPL_GL_DEPENDENT_STATS:
+        return m_sessionStatistics;
+    default:
+        return nullptr;
+    }
+    // clang-format on
 }
 
-bool CPREvents::takeInactivity(bls_2010::RMessage *msg)
+CPREventBase *CPREvents::remoteControlEventFor(bls_2010::RMessage *msg)
+{
+    return CPREventAED::isRecordedButton(MessageFields::valueAt<quint8>(*msg, 1))
+        ? new CPREventAED(0, this)
+        : nullptr;
+}
+
+CPREventBase *CPREvents::inactivityEventFor(bls_2010::RMessage *msg)
 {
     if (!cprData() || cprData()->cprState() != CPRData::CPR_START)
-        return false;
+        return nullptr;
     m_sessionInfo->incomingMsg(msg);
     CPREventBase *running = last(CPREventBase::TagInactivity);
-    // A pause that takes the report gets it a second time below. That is intended.
+    // A pause that takes the report here gets it a second time from the caller. That is intended.
     if (running && running->incomingMsg(msg))
-        return takeMessage(running, msg, true);
+        return running;
     constexpr int notPlaced = -1;
-    return takeMessage(new CPREventInactivityCPR(notPlaced, this), msg, false);
+    return new CPREventInactivityCPR(notPlaced, this);
 }
 
-bool CPREvents::takeProtocol(bls_2010::RMessage *msg)
+CPREventBase *CPREvents::infoForProtocol(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    setCprProtocol(static_cast<CommonDefs::CprProtocolType>(msg->getContentByte(0, ok)));
-    return takeMessage(m_sessionInfo, msg, true);
+    setCprProtocol(
+        static_cast<CommonDefs::CprProtocolType>(MessageFields::valueAt<quint8>(*msg, 0)));
+    return m_sessionInfo;
 }
 
 void CPREvents::incomingCompressionEvent(quint32 start, qint32 rate,
@@ -531,7 +547,8 @@ void CPREvents::incomingInactivityTime(quint32 start, qint32 secs)
     if (hasEnded())
         return;
     setReceiving(true);
-    auto *pause = qobject_cast<CPREventInactivityCPR *>(last(CPREventBase::TagInactivity));
+    // Guarded: who hears that the rate is 0 may delete the pause.
+    QPointer pause = qobject_cast<CPREventInactivityCPR *>(last(CPREventBase::TagInactivity));
     const bool goesOn = pause && pause->setInactivityTime(secs, true);
     if (!goesOn) {
         // Not brought into range: all bits set are the start -1 of a pause without a place.
@@ -582,7 +599,7 @@ void CPREvents::incomingSessionScores()
 
 void CPREvents::aedDetected(CPREventBase::AEDTypes type)
 {
-    qCDebug(lcEvents) << "AED Type:" << type;
+    qCDebug(lcEvents) << "AED Type:" << EnumKey(type);
     addEvent(CPREventAED::createAEDTypeEvent(type, sessionTime(), this), true);
 }
 
@@ -720,6 +737,8 @@ QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time
 void CPREvents::write(QXmlStreamWriter *writer)
 {
     qCDebug(lcEvents) << Q_FUNC_INFO;
+    if (!writer)
+        return;
     writer->writeStartDocument();
     writer->writeStartElement(QStringLiteral("eventList"));
     writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"),
@@ -771,13 +790,15 @@ CPREventBase *CPREvents::eventToRead(CPREventBase::EventType type, int msecs, bo
 
 void CPREvents::read(QXmlStreamReader *reader)
 {
+    if (!reader)
+        return;
     initialize();
-    if (!reader->readNextStartElement() || reader->name() != QLatin1String("eventList"))
+    if (!readNextChild(*reader) || reader->name() != QLatin1String("eventList"))
         return;
 
     m_lastRead = nullptr;
     int parameters = 0;
-    while (reader->readNextStartElement() && reader->name() == QLatin1String("evt")) {
+    while (readNextChild(*reader) && reader->name() == QLatin1String("evt")) {
         if (m_events.size() >= maximalEventsRead) {
             reader->raiseError(QStringLiteral("more than %1 events").arg(maximalEventsRead));
             break;
@@ -818,26 +839,23 @@ void CPREvents::read(QXmlStreamReader *reader)
 }
 
 void CPREvents::writeHeader(QIODevice *device, const ParameterMapList_t &columns,
-                            const QString &separator) const
+                            const QString &separator)
 {
     qCDebug(lcEvents) << Q_FUNC_INFO;
-    if (!device->isWritable())
+    if (!device || !device->isWritable())
         return;
     for (const auto &column : columns)
         CPREventBase::writeHeader(device, column, separator);
 }
 
 void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
-                      const QString &separator) const
+                      const QString &separator)
 {
-    if (!device->isWritable())
+    if (!device || !device->isWritable())
         return;
-    // Most events hold no parameters; each column would have to walk past them.
-    EventList holders;
-    std::copy_if(m_events.cbegin(), m_events.cend(), std::back_inserter(holders),
-                 [](const CPREventBase *event) { return event->m_stored || event->m_params; });
+    const EventList events = m_events;
     for (const auto &column : columns) {
-        for (CPREventBase *event : qAsConst(holders)) {
+        for (CPREventBase *event : events) {
             if (event->write(device, column, separator)) {
                 qCDebug(lcEvents).noquote() << "Stored event in csv-file: " << QString(*event);
                 break;
@@ -890,6 +908,8 @@ void CPREvents::telemetryTrainingSessionScoreData(QMap<QString, QVariant> &map) 
 
 void CPREvents::telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &map) const
 {
+    if (!m_guidelines)
+        return;
     constexpr int hmmPerMm = 100;
     const CPRGuidelines &limits = *m_guidelines;
     const bool twoRescuers = m_sessionInfo->parameterValue(CPREventBase::cprProtocol, 0).toInt()

@@ -32,7 +32,7 @@ class CPREventSessionStatistics;
 /// event must not be deleted inside a signal of its own. An event that is deleted leaves every list
 /// by itself; a standing event that is deleted is replaced by a new one. initialize() may be called
 /// inside any signal: the old standing events leave the lists at once and are deleted later.
-class CPRDATA_EXPORT CPREvents final : public CPRDataBase {
+class CPRDATA_EXPORT CPREvents : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
@@ -57,24 +57,24 @@ public:
     ~CPREvents() override;
 
     /// Empties the list and replaces the standing events; the manikin's name and the learners are
-    /// kept.
+    /// kept. Whatever is announced meanwhile, the new standing events are in place.
     void initialize() override;
     /// Empties the list for a new session; emits eventsCleared(). The session info stays in it.
     void reset() override;
     /// Goes on with a session: the scores have to arrive anew.
     void resume();
 
-    /// Routes a manikin message; true when an event took it.
+    /// Routes a manikin message; true when an event took it. False for null.
     bool incomingMsg(bls_2010::RMessage *msg) override;
 
     /// Inserts \a event in time order into the list and the lists of its tags, and takes it over.
-    /// An event that is listed already stays where it is, and so does a standing event of another
-    /// list. With \a doSignals it is announced too.
+    /// One that is listed already stays where it is. With \a doSignals it is announced, in both
+    /// cases. Null and a standing event of another list are left alone.
     void addEvent(CPREventBase *event, bool doSignals);
-    /// Does what the kind of event asks for: numbers compressions in their cycle, counts summary
-    /// events, announces the standing ones.
+    /// Does what the kind of event (null: nothing) asks for: numbers compressions in their cycle,
+    /// counts summary events, announces the standing ones.
     void handleEvent(CPREventBase *event);
-    /// Announces \a event by one signal, and the list through eventsChanged().
+    /// Announces \a event (null: nothing) by one signal, and the list through eventsChanged().
     void emitEvent(CPREventBase *event);
     /// Handles an event that \a a_Exists in the list; adds, handles and announces any other. Ends
     /// the session's receiving state.
@@ -112,8 +112,9 @@ public:
     void addUserEvent(const QString &a_EventId);
 
     /// @{
-    /// Puts the session's scores and statistics, or its guidelines, under one key into \a map for
-    /// the host's telemetry. Other keys stay. docs/telemetry.md lists what is put there.
+    /// Puts the session's scores and statistics, or its guidelines (nothing when the list has
+    /// none), under one key into \a map for the host's telemetry. Other keys stay.
+    /// docs/telemetry.md lists what is put there.
     void telemetryTrainingSessionScoreData(QMap<QString, QVariant> &map) const;
     void telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &map) const;
     /// @}
@@ -126,7 +127,7 @@ public:
     CPRGuidelines *cprGuidelines() const { return m_guidelines; }
     /// @}
     /// @{
-    /// The standing events by their own type; null only while initialize() replaces them.
+    /// The standing events by their own type; never null.
     CPREventSessionInfo *sessionInfo() const { return m_sessionInfo; }
     CPREventSessionStatistics *sessionStatistics() const { return m_sessionStatistics; }
     CPREventSessionScore *sessionScore() const { return m_sessionScore; }
@@ -168,12 +169,11 @@ public:
     void read(QXmlStreamReader *reader) override;
     /// Writes the titles of a CSV export. Nothing when \a device is not writable.
     void writeHeader(QIODevice *device, const ParameterMapList_t &columns,
-                     const QString &separator) const;
+                     const QString &separator);
     /// Writes one CSV row: each parameter from the earliest event that holds it, followed by
     /// \a separator, and after each column \a separator once more. The doubled separator is what
     /// the readers of this export expect.
-    void write(QIODevice *device, const ParameterMapList_t &columns,
-               const QString &separator) const;
+    void write(QIODevice *device, const ParameterMapList_t &columns, const QString &separator);
 
 Q_SIGNALS:
     /// The session info has new values, or the learners have changed.
@@ -186,7 +186,8 @@ Q_SIGNALS:
     void cprGuiEventAdded(CPREventBase *event);
     /// An event of none of the kinds that have a signal of their own.
     void otherEventAdded(CPREventBase *event);
-    /// The list has changed; one for a burst of changes.
+    /// Events were announced; one for a burst of them. Events that are added without signals, or
+    /// leave the list, give none.
     void eventsChanged();
     /// By reset(): the events before it are gone, or go with the next turn of the event loop.
     void eventsCleared();
@@ -230,10 +231,10 @@ private:
     bool hasEnded() const;
     void setReceiving(bool receiving);
 
-    bool takeMessage(CPREventBase *event, bls_2010::RMessage *msg, bool isKept);
-    bool takeRemoteControl(bls_2010::RMessage *msg);
-    bool takeInactivity(bls_2010::RMessage *msg);
-    bool takeProtocol(bls_2010::RMessage *msg);
+    CPREventBase *eventFor(bls_2010::RMessage *msg);
+    CPREventBase *remoteControlEventFor(bls_2010::RMessage *msg);
+    CPREventBase *inactivityEventFor(bls_2010::RMessage *msg);
+    CPREventBase *infoForProtocol(bls_2010::RMessage *msg);
     void numberCompression(CPREventCompression *compression);
     CPREventBase *eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding);
 
@@ -242,7 +243,8 @@ private:
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;
-    CPREventBase *m_lastRead = nullptr; // while a file is read; null when it has been deleted
+    CPREventBase *m_lastRead = nullptr; // while a file is read; null when it has left the list
+    bool m_isInitializing = false; // until reset() has seen it
     CPRGuidelines *m_guidelines; // not owned
     bls_2010::CommonDefs::CprProtocolType m_cprProtocol = bls_2010::CommonDefs::CPR_SINGLE_RESCUER;
     int m_compressionCounter = 0;

@@ -27,6 +27,9 @@ constexpr quint32 externalAttributes = 0x01FF0000;
 
 constexpr int blockSize = 64 * 1024;
 
+// Bytes of a name in a zip archive, which holds their number in 16 bits.
+constexpr int longestName = 0xFFFF;
+
 // A member up to this size stays in memory after its check. A longer one is inflated a second time
 // while it is read, so that no archive can ask for more.
 constexpr qint64 largestKeptMember = 32 * 1024 * 1024;
@@ -34,11 +37,6 @@ constexpr qint64 largestKeptMember = 32 * 1024 * 1024;
 QString memberName(const QString &name)
 {
     return QStringLiteral("CPR/") + name;
-}
-
-void warnOf(const QuaZipFile &file)
-{
-    qCWarning(lcFileHandlerZip) << "Failed to open file:" << file.errorString();
 }
 
 // A disk that fills up can take the first part of a block without an error; the rest then gets the
@@ -71,11 +69,19 @@ public:
     }
 
     bool isSequential() const override { return true; }
-    bool atEnd() const override { return false; }
+    // A loop that reads to the end gets the error, and ends.
+    bool atEnd() const override { return m_isRead; }
 
 protected:
-    qint64 readData(char * /*data*/, qint64 /*maxSize*/) override { return -1; }
+    qint64 readData(char * /*data*/, qint64 /*maxSize*/) override
+    {
+        m_isRead = true;
+        return -1;
+    }
     qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+
+private:
+    bool m_isRead = false;
 };
 
 // Inflates the member, which is open, to its end. Returns what is wrong with it; empty when it is
@@ -176,28 +182,36 @@ CPRFileHandlerZip::CPRFileHandlerZip() : m_zip(std::make_unique<QuaZip>())
 
 CPRFileHandlerZip::~CPRFileHandlerZip()
 {
-    finishMember();
+    close();
 }
 
-bool CPRFileHandlerZip::fail(const QString &reason)
+bool CPRFileHandlerZip::refuse(const QString &reason)
 {
-    qCWarning(lcFileHandlerZip).noquote() << m_name + QStringLiteral(":") << reason;
     if (m_error.isEmpty())
         m_error = reason;
+    return false;
+}
+
+bool CPRFileHandlerZip::lose(const QString &reason)
+{
+    if (!m_isLost)
+        m_error = reason; // says more than what was refused before
+    m_isLost = true;
     return false;
 }
 
 bool CPRFileHandlerZip::open(const QString &name, Mode mode)
 {
     if (m_zip->isOpen())
-        return fail(QStringLiteral("not closed yet, so that %1 cannot be opened").arg(name));
+        return refuse(QStringLiteral("not closed yet, so that %1 cannot be opened").arg(name));
     m_name = name;
     m_error.clear();
+    m_isLost = false;
     m_written.clear();
     m_zip = std::make_unique<QuaZip>();
     const QFileInfo info(name);
     if (info.exists() && !info.isFile())
-        return fail(QStringLiteral("no regular file"));
+        return refuse(QStringLiteral("no regular file"));
     switch (mode) {
     case Create:
     case Add:
@@ -209,10 +223,10 @@ bool CPRFileHandlerZip::open(const QString &name, Mode mode)
     case Read:
         m_zip->setZipName(name);
         return m_zip->open(QuaZip::mdUnzip)
-            || fail(QStringLiteral("cannot be opened as an archive, zip error %1")
-                        .arg(m_zip->getZipError()));
+            || refuse(QStringLiteral("cannot be opened as an archive, zip error %1")
+                          .arg(m_zip->getZipError()));
     }
-    return false;
+    return refuse(QStringLiteral("mode %1 is none of an archive").arg(int(mode)));
 }
 
 bool CPRFileHandlerZip::openTarget()
@@ -220,7 +234,7 @@ bool CPRFileHandlerZip::openTarget()
     m_file = std::make_unique<ArchiveFile>(m_name);
     // Without a buffer each write has its own result.
     return m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)
-        || fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+        || refuse(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
 }
 
 bool CPRFileHandlerZip::openArchive(Mode mode)
@@ -228,7 +242,7 @@ bool CPRFileHandlerZip::openArchive(Mode mode)
     if (mode == Add) {
         QuaZip old(m_name);
         if (!old.open(QuaZip::mdUnzip))
-            return fail(QStringLiteral("no archive that members can be added to"));
+            return refuse(QStringLiteral("no archive that members can be added to"));
         m_added = std::make_unique<QBuffer>();
         m_added->open(QIODevice::ReadWrite);
         m_zip->setIoDevice(m_added.get());
@@ -238,7 +252,7 @@ bool CPRFileHandlerZip::openArchive(Mode mode)
     // Closed by the archive, the file would be put in its place whatever went wrong before.
     m_zip->setAutoClose(false);
     return m_zip->open(QuaZip::mdCreate)
-        || fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+        || refuse(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
 }
 
 // The old members that were not written anew, then those that were.
@@ -250,14 +264,14 @@ bool CPRFileHandlerZip::mergeMembers()
     merged.setAutoClose(false);
     if (!old.open(QuaZip::mdUnzip) || !added.open(QuaZip::mdUnzip)
         || !merged.open(QuaZip::mdCreate)) {
-        return fail(QStringLiteral("members cannot be added: %1").arg(m_file->errorString()));
+        return lose(QStringLiteral("members cannot be added: %1").arg(m_file->errorString()));
     }
     merged.setComment(old.getComment());
     if (!copyMembers(old, merged, m_written) || !copyMembers(added, merged, {}))
         return false;
     merged.close();
     return merged.getZipError() == ZIP_OK
-        || fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+        || lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
 }
 
 bool CPRFileHandlerZip::copyMembers(QuaZip &from, QuaZip &to, const QStringList &except)
@@ -269,17 +283,17 @@ bool CPRFileHandlerZip::copyMembers(QuaZip &from, QuaZip &to, const QStringList 
         constexpr quint16 encrypted = 1;
         if (!except.contains(info.name)
             && ((info.flags & encrypted) != 0 || !copyMember(from, to, info))) {
-            return fail(QStringLiteral("the member %1 cannot be copied").arg(info.name));
+            return lose(QStringLiteral("the member %1 cannot be copied").arg(info.name));
         }
     }
     return from.getZipError() == UNZ_OK
-        || fail(QStringLiteral("its directory is damaged, zip error %1").arg(from.getZipError()));
+        || lose(QStringLiteral("its directory is damaged, zip error %1").arg(from.getZipError()));
 }
 
 bool CPRFileHandlerZip::commit()
 {
     if (!syncFile(*m_file) || !m_file->commit())
-        return fail(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+        return lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
     syncFolder(m_name);
     return true;
 }
@@ -288,33 +302,52 @@ bool CPRFileHandlerZip::close()
 {
     if (!m_zip->isOpen())
         return true;
-    if (m_member)
-        fail(QStringLiteral("closed while a member was open"));
     finishMember();
     m_zip->close();
-    if (m_zip->getZipError() != UNZ_OK)
-        fail(QStringLiteral("cannot be closed, zip error %1").arg(m_zip->getZipError()));
-    if (m_file && m_error.isEmpty() && (!m_added || mergeMembers()))
+    if (m_file && m_zip->getZipError() != ZIP_OK)
+        lose(QStringLiteral("cannot be closed, zip error %1").arg(m_zip->getZipError()));
+    if (m_file && !m_isLost && (!m_added || mergeMembers()))
         commit();
     m_added.reset();
     m_file.reset();
-    return m_error.isEmpty();
+    return !m_isLost;
 }
 
 QIODevice *CPRFileHandlerZip::openFileForReading(const QString &name)
 {
+    QString reason;
+    QIODevice *device = readMember(name, reason);
+    if (!device) {
+        qCWarning(lcFileHandlerZip) << "Failed to open file:" << reason;
+        refuse(QStringLiteral("%1 cannot be opened: %2").arg(name, reason));
+    }
+    return device;
+}
+
+QIODevice *CPRFileHandlerZip::openFileForWriting(const QString &name)
+{
+    QString reason;
+    QIODevice *device = writeMember(name, reason);
+    if (!device) {
+        qCWarning(lcFileHandlerZip) << "Failed to open file:" << reason;
+        refuse(QStringLiteral("%1 cannot be written: %2").arg(name, reason));
+    }
+    return device;
+}
+
+QIODevice *CPRFileHandlerZip::readMember(const QString &name, QString &reason)
+{
     if (m_member) {
-        fail(QStringLiteral("%1 cannot be opened while another member is open").arg(name));
+        reason = QStringLiteral("another member is open");
         return nullptr;
     }
+    // A name that the archive does not take leaves the member before it the current one.
     const bool isThere = m_zip->setCurrentFile(memberName(name));
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
-    if (!file->getZip() || !m_zip->hasCurrentFile() || !file->open(QIODevice::ReadOnly)) {
-        warnOf(*file);
-        // A member that is there and cannot be opened must not pass for one that is missing.
-        return isThere ? new DamagedMember(
-                   QStringLiteral("it cannot be opened, zip error %1").arg(file->getZipError()))
-                       : nullptr;
+    if (!isThere || !file->getZip() || !m_zip->hasCurrentFile()
+        || !file->open(QIODevice::ReadOnly)) {
+        reason = file->errorString();
+        return nullptr;
     }
     const bool isKept = file->usize() <= largestKeptMember;
     auto content = std::make_unique<QBuffer>();
@@ -331,26 +364,27 @@ QIODevice *CPRFileHandlerZip::openFileForReading(const QString &name)
     return file.release();
 }
 
-QIODevice *CPRFileHandlerZip::openFileForWriting(const QString &name)
+QIODevice *CPRFileHandlerZip::writeMember(const QString &name, QString &reason)
 {
-    if (m_member || !m_error.isEmpty()) {
-        fail(QStringLiteral("%1 cannot be written %2")
-                 .arg(name,
-                      m_member ? QStringLiteral("while another member is open")
-                               : QStringLiteral("after a failure")));
+    if (m_member)
+        reason = QStringLiteral("another member is open");
+    else if (m_isLost)
+        reason = m_error;
+    else if (m_written.contains(memberName(name)))
+        reason = QStringLiteral("it was written already");
+    else if (memberName(name).toUtf8().size() > longestName)
+        reason = QStringLiteral("its name is too long");
+    if (!reason.isEmpty())
         return nullptr;
-    }
-    if (m_written.contains(memberName(name))) {
-        fail(QStringLiteral("%1 is written a second time").arg(name));
-        return nullptr;
-    }
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
     QuaZipNewInfo info(memberName(name));
     info.externalAttr = externalAttributes;
     // No password; deflate at the default level, not raw.
     if (!file->open(QIODevice::WriteOnly, info, nullptr, 0, Z_DEFLATED, Z_DEFAULT_COMPRESSION,
                     false, -MAX_WBITS, MAX_MEM_LEVEL - 1, Z_DEFAULT_STRATEGY)) {
-        warnOf(*file);
+        reason = file->errorString();
+        if (m_file) // the header of a member that nothing else speaks against
+            lose(QStringLiteral("%1 cannot be written: %2").arg(name, m_file->errorString()));
         return nullptr;
     }
     m_written.append(memberName(name));
@@ -376,7 +410,7 @@ void CPRFileHandlerZip::finishMember()
         return;
     m_member->close();
     if (m_file && m_member->getZipError() != ZIP_OK) {
-        fail(QStringLiteral("%1 cannot be written, zip error %2: %3")
+        lose(QStringLiteral("%1 cannot be written, zip error %2: %3")
                  .arg(m_member->getFileName())
                  .arg(m_member->getZipError())
                  .arg(m_file->errorString()));

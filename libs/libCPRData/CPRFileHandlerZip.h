@@ -18,17 +18,21 @@ class QuaZipFile;
 
 /// A session stored as a zip archive; every member lies in the archive's folder "CPR".
 ///
-/// The host opens the handler, passes it to CPRData::writeData() or readData(), and closes it.
-/// One member can be open at a time; a further one is refused. Failures are logged.
+/// The host opens the handler, passes it to CPRData::writeData() or readData(), and closes it. A
+/// member that cannot be opened is logged. What is asked for at the wrong time is refused and costs
+/// nothing that was stored before: a second open(), a member under a name that was written already,
+/// a member while another one is being written. Several members can be read at once, but no other
+/// one beside a member of more than 32 MB.
 ///
 /// Create and Add write beside the archive. A file of the same name stays as it was until close()
-/// has everything on the disk and puts the new archive in its place in one step; a handler that is
-/// destroyed without close(), a failed close() and a killed process leave the old file untouched.
+/// has everything on the disk and puts the new archive in its place in one step; a write that
+/// failed and a killed process leave the old file untouched.
 ///
 /// A member is checked whole before it can be read: its checksum, its sizes, and that it has at
-/// most maximalMemberSize bytes. The device of a damaged member gives nothing but an error:
-/// QIODevice::read() is -1, atEnd() is false and errorString() says what is wrong.
-class CPRDATA_EXPORT CPRFileHandlerZip final : public CPRFileHandler {
+/// most maximalMemberSize bytes. One whose header is broken cannot be opened. The device of one
+/// with damaged data gives nothing but an error: the first QIODevice::read() is -1, errorString()
+/// says what is wrong, and the device is then at its end.
+class CPRDATA_EXPORT CPRFileHandlerZip : public CPRFileHandler {
 public:
     /// What an archive is opened for.
     enum Mode : int {
@@ -37,13 +41,13 @@ public:
         Read = 2 ///< an archive that is there
     };
 
-    /// Bytes in a member: many times what the events of a day take, and no more than a machine
-    /// can take when a small archive pretends to hold it.
-    static constexpr qint64 maximalMemberSize = qint64(256) * 1024 * 1024;
+    /// Bytes in a member: room for as many events as a list may hold, 765 bytes each when all of
+    /// them are compressions. A small archive can pretend to hold any number.
+    static constexpr qint64 maximalMemberSize = qint64(512) * 1024 * 1024;
 
     CPRFileHandlerZip();
-    /// What was written and not closed is discarded.
-    ~CPRFileHandlerZip();
+    /// Closes an archive that is open. Whether that succeeded only close() tells.
+    virtual ~CPRFileHandlerZip();
     CPRFileHandlerZip(const CPRFileHandlerZip &) = delete;
     CPRFileHandlerZip &operator=(const CPRFileHandlerZip &) = delete;
 
@@ -51,11 +55,11 @@ public:
     /// \a name is there and no regular file, or the archive cannot be read or its folder not be
     /// written; Add needs a whole archive without encryption.
     bool open(const QString &name, Mode mode);
-    /// Closes the archive. After writing, true means that the archive is complete and on the disk;
-    /// false that it could not be, and that a file of that name is as it was before. True when
-    /// the handler is not open.
-    [[nodiscard]] bool close();
-    /// What went wrong first since open(); empty when nothing did.
+    /// Closes the archive, and a member that is still being written with it. After writing, true
+    /// means that everything that was written is on the disk; false that it is not, and that a
+    /// file of that name is as it was before. True when the handler is not open.
+    bool close();
+    /// What was refused or failed first since open(); empty when nothing was.
     QString errorString() const { return m_error; }
 
     QIODevice *openFileForReading(const QString &name) override;
@@ -70,11 +74,15 @@ private:
     bool mergeMembers();
     bool copyMembers(QuaZip &from, QuaZip &to, const QStringList &except);
     bool commit();
-    bool fail(const QString &reason);
+    bool refuse(const QString &reason);
+    bool lose(const QString &reason);
+    QIODevice *readMember(const QString &name, QString &reason);
+    QIODevice *writeMember(const QString &name, QString &reason);
     void finishMember();
 
     QString m_name;
     QString m_error;
+    bool m_isLost = false; // a write has failed, so that the new archive is not put in place
     QStringList m_written; // names of the members written
     std::unique_ptr<QSaveFile> m_file; // while writing: the new archive
     std::unique_ptr<QBuffer> m_added; // while adding: an archive of the members to add

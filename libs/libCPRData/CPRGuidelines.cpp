@@ -5,6 +5,7 @@
 
 #include "CPRData.h"
 #include "MessageFields.h"
+#include "XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/GuidelineValues.h>
@@ -13,7 +14,6 @@
 #include <QCoreApplication>
 #include <QMetaProperty>
 #include <QTimer>
-#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <tuple>
@@ -87,8 +87,7 @@ int midway(int min, int max)
 
 int byteAt(const bls_2010::RMessage &msg, unsigned int index)
 {
-    bool ok = false;
-    return msg.getContentByte(index, ok);
+    return MessageFields::valueAt<quint8>(msg, index);
 }
 
 } // namespace
@@ -254,9 +253,8 @@ struct CPRGuidelines::Layouts {
     template <typename T>
     static void read(const bls_2010::RMessage &msg, const NumberInMessage<V, T> &row, V &values)
     {
-        bool ok = false;
-        const int raw = row.width == 1 ? msg.getContentByte(row.byte, ok)
-                                       : MessageFields::assembledU16(msg, row.byte, ok);
+        const int raw =
+            row.width == 1 ? byteAt(msg, row.byte) : MessageFields::assembledU16(msg, row.byte);
         values.*row.field = static_cast<T>(raw * row.scale);
     }
 
@@ -300,9 +298,10 @@ CPRGuidelines::CPRGuidelines(const bls_2010::GuidelineValues_t &values, CPRData 
     announceChanges();
 }
 
-CPRGuidelines::CPRGuidelines(CPRGuidelines *other) : CPRDataBase(other->cprData())
+CPRGuidelines::CPRGuidelines(CPRGuidelines *other) : CPRDataBase(other ? other->cprData() : nullptr)
 {
-    clone(*other);
+    if (other)
+        clone(*other);
     announceChanges();
 }
 
@@ -361,7 +360,7 @@ void CPRGuidelines::fillManikinStruct(bls_2010::GuidelineValues_t &values) const
 
 bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
 {
-    if (msg->getIdentifier() != CommunicationIDs::RPL_GUIDELINES)
+    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_GUIDELINES)
         return false;
     const unsigned int length = msg->getDataLength();
     if (length < Layouts::shortestMessage) {
@@ -391,11 +390,6 @@ bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
     v.guidelinesID = identifier;
     sendSignal();
     return true;
-}
-
-bool CPRGuidelines::incomingMsg(bls_2010::RMessage *msg)
-{
-    return incomingMsg(static_cast<const bls_2010::RMessage *>(msg));
 }
 
 bool CPRGuidelines::operator==(const CPRGuidelines &other) const
@@ -431,6 +425,8 @@ void CPRGuidelines::write(QXmlStreamWriter *writer)
 {
     static const QMetaEnum units = QMetaEnum::fromType<ParameterUnit>();
 
+    if (!writer)
+        return;
     writer->writeStartDocument();
     writer->writeStartElement(QStringLiteral("GuideLineSettings"));
     writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"),
@@ -457,7 +453,9 @@ void CPRGuidelines::write(QXmlStreamWriter *writer)
 
 void CPRGuidelines::read(QXmlStreamReader *reader)
 {
-    const bool hasRoot = reader->readNextStartElement();
+    if (!reader)
+        return;
+    const bool hasRoot = readNextChild(*reader);
     if (!hasRoot
         || (reader->name() != QLatin1String("guidelines")
             && reader->name() != QLatin1String("GuideLineSettings"))) {
@@ -466,20 +464,17 @@ void CPRGuidelines::read(QXmlStreamReader *reader)
     }
     initialize();
     // Values that this version does not know are kept for the host. The time that each further one
-    // takes grows with their number.
+    // takes grows with their number, so the ones behind these are skipped.
     constexpr int maximalUnknown = 1000;
     int unknown = 0;
-    while (reader->readNextStartElement()) {
-        const QString name = reader->name().toString();
+    while (readNextChild(*reader)) {
+        const QByteArray name = reader->name().toUtf8();
         const QXmlStreamAttributes attributes = reader->attributes();
-        if (name != QLatin1String("objectName")
-            && attributes.hasAttribute(QLatin1String("value"))) {
+        if (name != "objectName" && attributes.hasAttribute(QLatin1String("value"))
+            && (metaObject()->indexOfProperty(name.constData()) >= 0
+                || ++unknown <= maximalUnknown)) {
             const QString text = attributes.value(QLatin1String("value")).toString();
-            if (!setProperty(name.toUtf8().constData(), variantFromString(text))
-                && ++unknown > maximalUnknown) {
-                reader->raiseError(
-                    QStringLiteral("more than %1 unknown values").arg(maximalUnknown));
-            }
+            setProperty(name.constData(), variantFromString(text));
         }
         reader->skipCurrentElement();
     }

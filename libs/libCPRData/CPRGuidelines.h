@@ -272,16 +272,25 @@ public:
     /// Writes the set into the manikin's structure; depths are truncated to whole mm.
     void fillManikinStruct(bls_2010::GuidelineValues_t &values) const;
 
-    /// Takes the message RPL_GUIDELINES (75); false for any other, and for one that is too short,
-    /// which changes nothing. Announces the change.
+#ifdef __GNUC__
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+#endif
+    /// Takes the message RPL_GUIDELINES (75); false for any other (null, too), and for one that is
+    /// too short, which changes nothing. Announces the change. It hides the data object's operation
+    /// and does not replace it, as intended: a set that is seen as a data object takes no message.
     bool incomingMsg(const bls_2010::RMessage *msg);
-    /// The same for a message that reaches the set as any data object.
-    bool incomingMsg(bls_2010::RMessage *msg) override;
+#ifdef __GNUC__
+#pragma GCC diagnostic pop
+#endif
 
     /// Equal in all but UsingHandPosForScore.
     bool operator==(const CPRGuidelines &other) const;
     /// The opposite.
-    bool operator!=(const CPRGuidelines &other) const { return !(*this == other); }
+    bool operator!=(const CPRGuidelines &other) const
+    {
+        return !(*this == other);
+    }
     /// Equal in what a manikin of the older generation knows; deliberately narrower than ==.
     bool oldManikinEquals(const CPRGuidelines &other) const;
 
@@ -294,7 +303,7 @@ public:
     /// Writes the set as the XML document "GuideLineSettings".
     void write(QXmlStreamWriter *writer) override;
     /// Reads what write() wrote; a document with another root element changes nothing. An element
-    /// that names no property becomes a dynamic property.
+    /// that names no property becomes a dynamic property; behind 1,000 of those they are skipped.
     void read(QXmlStreamReader *reader) override;
 
 Q_SIGNALS:

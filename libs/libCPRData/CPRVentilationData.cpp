@@ -4,6 +4,7 @@
 #include "CPRVentilationData.h"
 
 #include "CPRData.h"
+#include "MessageFields.h"
 #include "ResponseId.h"
 #include "WaveSamples.h"
 
@@ -58,6 +59,8 @@ void CPRVentilationData::reset()
 
 bool CPRVentilationData::incomingMsg(bls_2010::RMessage *msg)
 {
+    if (!msg)
+        return false;
     qCInfo(lcVentilationData) << "ResponseID" << ResponseId{msg->getIdentifier()};
     switch (msg->getIdentifier()) {
     case CommunicationIDs::RPL_WAVEINFO:
@@ -71,8 +74,7 @@ bool CPRVentilationData::incomingMsg(bls_2010::RMessage *msg)
 
 bool CPRVentilationData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    return msg->getContentByte(1, ok) == CommonDefs::WAVE_VENT_VOLUME
+    return msg && MessageFields::valueAt<quint8>(*msg, 1) == CommonDefs::WAVE_VENT_VOLUME
         && m_waveformInfo->incomingMsg(msg);
 }
 
@@ -80,17 +82,17 @@ bool CPRVentilationData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
 //   1  s8  ventilations per minute
 bool CPRVentilationData::rplmsg_RPL_VENT_RATE_UPDATE(bls_2010::RMessage *msg)
 {
-    bool ok = false;
-    setVentilationRate(msg->getContentS8(1, ok));
+    if (!msg)
+        return false;
+    setVentilationRate(MessageFields::valueAt<qint8>(*msg, 1));
     return true;
 }
 
 void CPRVentilationData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumber)
 {
-    if (wType != CommonDefs::WAVE_VENT_VOLUME)
-        return;
     qCDebug(lcVentilationData) << "wType" << wType << "data" << data << "seqNumber" << seqNumber;
-    setVentilationData(data, seqNumber);
+    if (wType == CommonDefs::WAVE_VENT_VOLUME)
+        setVentilationData(data, seqNumber);
 }
 
 void CPRVentilationData::setVentilationData(int value, int sequence)

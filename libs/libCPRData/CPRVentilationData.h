@@ -15,7 +15,7 @@ class QIODevice;
 class WaveSamples;
 
 /// The lung volume curve of the session, and the volume and ventilation rate at the moment.
-class CPRDATA_EXPORT CPRVentilationData final : public CPRDataBase {
+class CPRDATA_EXPORT CPRVentilationData : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
@@ -59,7 +59,8 @@ public:
     /// Appends \a n times the volume 0: a gap in the link is no breath. (The compression wave
     /// repeats its last depth instead.)
     void fill(int n);
-    /// Removes the samples after \a msec (ms of session time).
+    /// Keeps the first \a msec (ms of session time) / sample period + 1 samples, all when there are
+    /// fewer.
     void cutOffWavedataAtTime(int msec);
 
     /// @{
@@ -75,11 +76,11 @@ public:
     Q_INVOKABLE int count() const;
 
     /// Writes the samples as signed 16-bit little-endian numbers. False when \a device does not
-    /// take them all.
+    /// take them all, or is null.
     bool writeVentilationWave(QIODevice *device) const;
     /// Appends the samples in \a device, to the last whole one; none when it is null. Returns why
-    /// there could be more of them, because the device failed or held more than a day; empty when
-    /// these are all.
+    /// there could be more of them, because the device failed or held more than a wave can; empty
+    /// when these are all.
     QString readVentilationWave(QIODevice *device);
     /// Writes the description with the current number of samples.
     void writeWaveformInfo(QXmlStreamWriter *writer);

@@ -4,13 +4,13 @@
 #include "CPRWaveformInfo.h"
 
 #include "MessageFields.h"
+#include "XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
 #include <QLoggingCategory>
 #include <QTimer>
-#include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 Q_LOGGING_CATEGORY(lcWaveformInfo, "Kelmar.CPRData.CPRWaveformInfo", QtWarningMsg)
@@ -80,19 +80,20 @@ void CPRWaveformInfo::setSamplePeriod(int period)
 
 bool CPRWaveformInfo::incomingMsg(bls_2010::RMessage *msg)
 {
-    if (msg->getIdentifier() != CommunicationIDs::RPL_WAVEINFO)
+    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_WAVEINFO)
         return false;
-    bool ok = false;
-    const int period = msg->getContentByte(samplePeriodByte, ok);
+    const int period = MessageFields::valueAt<quint8>(*msg, samplePeriodByte);
     setSamplePeriod(period);
     // A message with a refused period is corrupt; its time is not believed either.
     if (period > 0)
-        setMsecs(MessageFields::assembledU16(*msg, timeByte, ok));
+        setMsecs(MessageFields::assembledU16(*msg, timeByte));
     return true;
 }
 
 void CPRWaveformInfo::write(QXmlStreamWriter *writer)
 {
+    if (!writer)
+        return;
     writer->writeStartElement(QStringLiteral("waveForm"));
     writeAttributes(*this, writer, waveFormAttributes);
     writer->writeStartElement(QStringLiteral("scale"));
@@ -106,7 +107,7 @@ void CPRWaveformInfo::write(QXmlStreamWriter *writer)
 
 void CPRWaveformInfo::read(QXmlStreamReader *reader)
 {
-    if (!reader->readNextStartElement() || reader->name() != QLatin1String("waveForm"))
+    if (!reader || !readNextChild(*reader) || reader->name() != QLatin1String("waveForm"))
         return;
     readAttribsToProperties(reader);
     // Other elements are entered, so a description that a later version wraps is still found.

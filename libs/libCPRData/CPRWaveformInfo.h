@@ -10,7 +10,7 @@
 ///
 /// Every setter announces itself through sendSignal(), so that a burst of changes gives one
 /// waveformInfoChanged().
-class CPRDATA_EXPORT CPRWaveformInfo final : public CPRDataBase {
+class CPRDATA_EXPORT CPRWaveformInfo : public CPRDataBase {
     Q_OBJECT
 
     // clang-format off
@@ -29,7 +29,8 @@ class CPRDATA_EXPORT CPRWaveformInfo final : public CPRDataBase {
     Q_PROPERTY(float        offset          READ offset          WRITE setOffset          NOTIFY waveformInfoChanged)
     /// Archive member that holds the samples.
     Q_PROPERTY(QString      fileName        READ fileName        WRITE setFileName        NOTIFY waveformInfoChanged)
-    /// Time value that the manikin reports with the description, ms.
+    /// Time value that the manikin reports with the description, ms; of the volume wave also the
+    /// session time at which its first sample came.
     Q_PROPERTY(int          msecs           READ msecs           WRITE setMsecs           NOTIFY waveformInfoChanged)
     /// What the wave shows.
     Q_PROPERTY(WaveformType type            READ type            WRITE setType            NOTIFY waveformInfoChanged)

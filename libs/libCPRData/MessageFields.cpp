@@ -3,43 +3,64 @@
 
 #include "MessageFields.h"
 
-#include <chestboard/RMessage.h>
+#include <limits>
 
 namespace MessageFields {
 
-QVariant read(const bls_2010::RMessage &msg, const Field &field, bool &ok)
+namespace {
+
+QVariant valueOf(const bls_2010::RMessage &msg, const Field &field, bool &ok)
 {
     switch (field.width) {
     case Width::U8:
-        return int(msg.getContentByte(field.byte, ok));
+        return int(valueAt<quint8>(msg, field.byte, ok));
     case Width::S8:
-        return int(msg.getContentS8(field.byte, ok));
+        return int(valueAt<qint8>(msg, field.byte, ok));
     case Width::U16:
-        return int(msg.getContentU16(field.byte, ok));
+        return int(valueAt<quint16>(msg, field.byte, ok));
     case Width::S16:
-        return int(msg.getContentS16(field.byte, ok));
+        return int(valueAt<qint16>(msg, field.byte, ok));
     case Width::U32:
-        return uint(msg.getContentU32(field.byte, ok));
+        return uint(valueAt<quint32>(msg, field.byte, ok));
     }
     ok = false;
     return 0;
 }
 
-bool store(CPREventBase &event, const bls_2010::RMessage &msg, const Field &field)
+} // namespace
+
+quint32 identifierOf(const bls_2010::RMessage *msg)
+{
+    return msg ? msg->getIdentifier() : std::numeric_limits<quint32>::max();
+}
+
+bool isReadable(const bls_2010::RMessage &msg, const Field &field)
 {
     bool ok = false;
-    event.setParameter(field.parameter, read(msg, field, ok));
+    valueOf(msg, field, ok);
     return ok;
+}
+
+void store(CPREventBase &event, const bls_2010::RMessage &msg, const Field &field)
+{
+    bool ok = false;
+    event.setParameter(field.parameter, valueOf(msg, field, ok));
 }
 
 quint16 assembledU16(const bls_2010::RMessage &msg, unsigned int index, bool &ok)
 {
     bool lowOk = false;
     bool highOk = false;
-    const quint8 low = msg.getContentByte(index, lowOk);
-    const quint8 high = msg.getContentByte(index + 1, highOk);
+    const auto low = valueAt<quint8>(msg, index, lowOk);
+    const auto high = valueAt<quint8>(msg, index + 1, highOk);
     ok = lowOk && highOk;
     return static_cast<quint16>(low | high << 8);
+}
+
+quint16 assembledU16(const bls_2010::RMessage &msg, unsigned int index)
+{
+    bool ok = false;
+    return assembledU16(msg, index, ok);
 }
 
 } // namespace MessageFields

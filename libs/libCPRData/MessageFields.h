@@ -6,11 +6,10 @@
 
 #include "CPREventBase.h"
 
-#include <array>
+#include <chestboard/RMessage.h>
 
-namespace bls_2010 {
-class RMessage;
-}
+#include <array>
+#include <type_traits>
 
 /// How the fields of a manikin message are described and read.
 namespace MessageFields {
@@ -49,11 +48,38 @@ template <std::size_t N> constexpr bool standInOrder(const std::array<Field, N> 
     return true;
 }
 
-/// The field's value, an int or (for U32) an unsigned int; 0 when the read fails.
-QVariant read(const bls_2010::RMessage &msg, const Field &field, bool &ok);
+/// The message's identifier, and one that no message has for null.
+quint32 identifierOf(const bls_2010::RMessage *msg);
 
-/// Stores a field whether or not its read succeeds; returns whether it did.
-bool store(CPREventBase &event, const bls_2010::RMessage &msg, const Field &field);
+/// The number at \a index; 0 when the read fails, whatever the link library's accessor then gives.
+template <typename T> T valueAt(const bls_2010::RMessage &msg, unsigned int index, bool &ok)
+{
+    T value = 0;
+    if constexpr (std::is_same_v<T, quint8>)
+        value = msg.getContentByte(index, ok);
+    else if constexpr (std::is_same_v<T, qint8>)
+        value = msg.getContentS8(index, ok);
+    else if constexpr (std::is_same_v<T, quint16>)
+        value = msg.getContentU16(index, ok);
+    else if constexpr (std::is_same_v<T, qint16>)
+        value = msg.getContentS16(index, ok);
+    else
+        value = msg.getContentU32(index, ok);
+    return ok ? value : T(0);
+}
+
+/// The same where a failed read is no failure of the message.
+template <typename T> T valueAt(const bls_2010::RMessage &msg, unsigned int index)
+{
+    bool ok = false;
+    return valueAt<T>(msg, index, ok);
+}
+
+/// Whether the message is long enough for the field.
+bool isReadable(const bls_2010::RMessage &msg, const Field &field);
+
+/// Stores the field's value, an int or (for U32) an unsigned int; 0 when the read fails.
+void store(CPREventBase &event, const bls_2010::RMessage &msg, const Field &field);
 
 /// Stores all fields whether or not their reads succeed.
 template <std::size_t N>
@@ -66,6 +92,8 @@ void store(CPREventBase &event, const bls_2010::RMessage &msg, const std::array<
 /// A 16-bit value put together from two bytes, the low one at \a index. A byte that cannot be
 /// read counts as 0 and clears \a ok, so the low byte of a cut message still counts.
 quint16 assembledU16(const bls_2010::RMessage &msg, unsigned int index, bool &ok);
+/// The same for messages of which a missing byte is no failure.
+quint16 assembledU16(const bls_2010::RMessage &msg, unsigned int index);
 
 } // namespace MessageFields
 

@@ -5,9 +5,12 @@
 
 #include <QByteArray>
 #include <QIODevice>
+#include <QLoggingCategory>
 #include <QtEndian>
 
 #include <algorithm>
+
+Q_LOGGING_CATEGORY(lcWaveSamples, "Kelmar.CPRData.WaveSamples", QtWarningMsg)
 
 namespace {
 
@@ -20,6 +23,18 @@ void WaveSamples::clear(int reserved)
 {
     m_samples.clear();
     m_samples.reserve(reserved);
+    m_isFull = false;
+}
+
+int WaveSamples::roomFor(int n)
+{
+    const int room = maximalCount - m_samples.size();
+    if (n <= room)
+        return n;
+    if (!m_isFull)
+        qCWarning(lcWaveSamples, "Lost data: a wave holds no more than %d samples", maximalCount);
+    m_isFull = true;
+    return room;
 }
 
 void WaveSamples::overwrite(int index, int value)
@@ -29,8 +44,8 @@ void WaveSamples::overwrite(int index, int value)
 
 void WaveSamples::fill(int n, int value)
 {
-    if (n > 0 && n <= maximalCount - m_samples.size())
-        m_samples.insert(m_samples.end(), n, value);
+    if (n > 0)
+        m_samples.insert(m_samples.end(), roomFor(n), value);
 }
 
 void WaveSamples::cutOff(int msec, int samplePeriod)
@@ -38,12 +53,16 @@ void WaveSamples::cutOff(int msec, int samplePeriod)
     if (samplePeriod <= 0)
         return;
     const qint64 keep = qMax<qint64>(0, qint64(msec) / samplePeriod + 1);
-    if (keep < m_samples.size())
+    if (keep < m_samples.size()) {
         m_samples.resize(static_cast<int>(keep));
+        m_isFull = false;
+    }
 }
 
 bool WaveSamples::write(QIODevice *device) const
 {
+    if (!device)
+        return false;
     QByteArray block;
     for (int begin = 0; begin < m_samples.size(); begin += samplesPerBlock) {
         const int samples = qMin(samplesPerBlock, m_samples.size() - begin);
@@ -65,22 +84,24 @@ QString WaveSamples::read(QIODevice *device)
     m_samples.reserve(static_cast<int>(qMin<qint64>(expected, maximalCount)));
     QByteArray block(samplesPerBlock * bytesPerSample, Qt::Uninitialized);
     int split = 0; // bytes of a sample that a read has split
+    // Some devices give -1 at their end as well.
+    bool wasAtEnd = device->atEnd();
     qint64 taken = 0;
     while ((taken = device->read(block.data() + split, block.size() - split)) > 0) {
         const int bytes = split + static_cast<int>(taken);
         const int samples = bytes / bytesPerSample;
         const int begin = m_samples.size();
-        if (samples > maximalCount - begin)
-            return QStringLiteral("more than %1 samples").arg(maximalCount);
-        m_samples.resize(begin + samples);
+        m_samples.resize(begin + qMin(samples, maximalCount - begin));
         const char *from = block.constData();
         std::for_each(m_samples.begin() + begin, m_samples.end(), [&from](int &sample) {
             sample = qFromLittleEndian<qint16>(from);
             from += bytesPerSample;
         });
+        if (m_samples.size() < begin + samples) // said by the result, not by a warning of its own
+            return QStringLiteral("more than %1 samples").arg(maximalCount);
         split = bytes % bytesPerSample;
         std::copy_n(from, split, block.data());
+        wasAtEnd = device->atEnd();
     }
-    // Some devices give -1 at their end as well.
-    return taken < 0 && !device->atEnd() ? device->errorString() : QString();
+    return taken < 0 && !wasAtEnd ? device->errorString() : QString();
 }

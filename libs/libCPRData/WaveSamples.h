@@ -13,7 +13,8 @@ class QIODevice;
 class WaveSamples {
 public:
     /// 24 hours at the manikin's 100 samples a second, and a quarter of an hour for what losses may
-    /// add. A gap or a file that asks for more is corrupt, and would take all memory.
+    /// add. Messages and files that ask for more are corrupt, and would take all memory: a wave
+    /// holds its first samples up to here, and what comes after them is left out.
     static constexpr int maximalCount = (24 * 60 + 15) * 60 * 100;
 
     int count() const { return m_samples.size(); }
@@ -28,14 +29,13 @@ public:
     {
         if (index >= 0 && index < m_samples.size())
             overwrite(index, value);
-        else
+        else if (roomFor(1) == 1)
             m_samples.append(value);
     }
-    /// Appends \a n times \a value; nothing when \a n is not positive or the wave would have more
-    /// than maximalCount samples.
+    /// Appends \a n times \a value; nothing when \a n is not positive.
     void fill(int n, int value);
-    /// Keeps the samples up to and including the one at \a msec: the first one at 0, none a period
-    /// before it, all when it lies behind the wave.
+    /// Keeps the first msec / samplePeriod + 1 samples: one at 0, none a period before it, all when
+    /// \a msec lies behind the wave.
     void cutOff(int msec, int samplePeriod);
 
     /// Writes each sample's low 16 bits, little-endian. False when the device does not take all.
@@ -46,8 +46,12 @@ public:
 
 private:
     void overwrite(int index, int value);
+    /// How many of \a n further samples the wave has room for. The first that it has none for is
+    /// warned of.
+    int roomFor(int n);
 
     QVector<int> m_samples;
+    bool m_isFull = false; // and warned of
 };
 
 #endif

@@ -39,9 +39,12 @@ qint64 XmlInput::readData(char *data, qint64 maxSize)
     // The XML reader takes a document to end where it gets only a few bytes at first.
     qint64 size = 0;
     qint64 taken = 0;
-    while (size < maxSize && (taken = m_member->read(data + size, maxSize - size)) > 0)
+    bool wasAtEnd = m_member->atEnd(); // where some devices give -1 as well
+    while (size < maxSize && (taken = m_member->read(data + size, maxSize - size)) > 0) {
         size += taken;
-    if (taken < 0 && !m_member->atEnd())
+        wasAtEnd = m_member->atEnd();
+    }
+    if (taken < 0 && !wasAtEnd)
         m_damage = m_member->errorString();
     if (size == 0)
         return taken;
