@@ -8,7 +8,7 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandler.h"
 #include "Fuzzing.h"
-#include "WaveSamples.h"
+#include "private/WaveSamples.h"
 
 #include <chestboard/CommonDefs.h>
 #include <chestboard/RMessage.h>

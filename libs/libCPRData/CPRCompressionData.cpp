@@ -5,9 +5,9 @@
 
 #include "CPRData.h"
 #include "CPRGuidelines.h"
-#include "MessageFields.h"
-#include "SessionMsecs.h"
-#include "WaveSamples.h"
+#include "private/MessageFields.h"
+#include "private/SessionMsecs.h"
+#include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

@@ -6,12 +6,12 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandler.h"
 #include "CPRWaveformInfo.h"
-#include "EnumKey.h"
-#include "ResponseId.h"
-#include "SessionMsecs.h"
-#include "XmlInput.h"
-#include "XmlOutput.h"
-#include "XmlReading.h"
+#include "private/EnumKey.h"
+#include "private/ResponseId.h"
+#include "private/SessionMsecs.h"
+#include "private/XmlInput.h"
+#include "private/XmlOutput.h"
+#include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

@@ -4,7 +4,7 @@
 #include "CPRDataBase.h"
 
 #include "CPRData.h"
-#include "NumberText.h"
+#include "private/NumberText.h"
 
 #include <QMetaEnum>
 #include <QMetaProperty>

@@ -5,7 +5,7 @@
 
 #include "CPREventSessionInfo.h"
 #include "CPREvents.h"
-#include "MessageFields.h"
+#include "private/MessageFields.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

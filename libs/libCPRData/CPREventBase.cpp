@@ -6,8 +6,8 @@
 #include "CPRDataBase.h"
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
-#include "NumberText.h"
-#include "XmlReading.h"
+#include "private/NumberText.h"
+#include "private/XmlReading.h"
 
 #include <QHash>
 #include <QIODevice>

@@ -4,7 +4,7 @@
 #include "CPREventCPRD.h"
 
 #include "CPREvents.h"
-#include "MessageFields.h"
+#include "private/MessageFields.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

@@ -3,8 +3,8 @@
 
 #include "CPREventInactivityCPR.h"
 
-#include "MessageFields.h"
-#include "SessionMsecs.h"
+#include "private/MessageFields.h"
+#include "private/SessionMsecs.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

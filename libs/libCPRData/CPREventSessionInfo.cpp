@@ -8,7 +8,7 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "CPRWaveformInfo.h"
-#include "MessageFields.h"
+#include "private/MessageFields.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

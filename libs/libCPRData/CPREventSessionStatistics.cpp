@@ -3,7 +3,7 @@
 
 #include "CPREventSessionStatistics.h"
 
-#include "MessageFields.h"
+#include "private/MessageFields.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

@@ -6,8 +6,8 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "CPRVentilationData.h"
-#include "MessageFields.h"
-#include "SessionMsecs.h"
+#include "private/MessageFields.h"
+#include "private/SessionMsecs.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

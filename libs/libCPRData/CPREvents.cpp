@@ -13,12 +13,12 @@
 #include "CPREventShock.h"
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
-#include "EnumKey.h"
-#include "EventTimeIndex.h"
-#include "MessageFields.h"
-#include "ResponseId.h"
-#include "SessionMsecs.h"
-#include "XmlReading.h"
+#include "private/EnumKey.h"
+#include "private/EventTimeIndex.h"
+#include "private/MessageFields.h"
+#include "private/ResponseId.h"
+#include "private/SessionMsecs.h"
+#include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

@@ -4,8 +4,8 @@
 #include "CPRGuidelines.h"
 
 #include "CPRData.h"
-#include "MessageFields.h"
-#include "XmlReading.h"
+#include "private/MessageFields.h"
+#include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/GuidelineValues.h>

@@ -4,9 +4,9 @@
 #include "CPRVentilationData.h"
 
 #include "CPRData.h"
-#include "MessageFields.h"
-#include "ResponseId.h"
-#include "WaveSamples.h"
+#include "private/MessageFields.h"
+#include "private/ResponseId.h"
+#include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

@@ -3,8 +3,8 @@
 
 #include "CPRWaveformInfo.h"
 
-#include "MessageFields.h"
-#include "XmlReading.h"
+#include "private/MessageFields.h"
+#include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>

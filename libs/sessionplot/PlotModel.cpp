@@ -6,7 +6,7 @@
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
-#include <SessionMsecs.h>
+#include <private/SessionMsecs.h>
 
 #include <algorithm>
 #include <cmath>

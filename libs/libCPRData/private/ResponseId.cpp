@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ResponseId.h"
+#include "private/ResponseId.h"
 
 #include <chestboard/CommunicationIDs.h>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "WaveSamples.h"
+#include "private/WaveSamples.h"
 
 #include <QByteArray>
 #include <QIODevice>

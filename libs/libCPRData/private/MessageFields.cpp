@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "MessageFields.h"
+#include "private/MessageFields.h"
 
 #include <limits>
 
