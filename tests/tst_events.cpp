@@ -17,7 +17,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
-#include <QRandomGenerator>
 
 #include <memory>
 
@@ -286,48 +285,6 @@ private Q_SLOTS:
             QVERIFY(!events->atTime(tag, 0) && !events->atTime(tag, 9));
             QVERIFY(events->events(tag, -1).isEmpty() && events->events(tag, 0).isEmpty());
         }
-    }
-
-    // Whatever the list keeps for its queries, they give what a walk of the list gives.
-    void queriesOfLongLists()
-    {
-        constexpr int steps = 14000;
-        constexpr int lastTime = 2000000;
-        CPRData session;
-        CPREvents &list = *session.cprEvents();
-        QRandomGenerator random(5);
-        const auto below = [&random](int end) { return int(random.bounded(end)); };
-        const auto compare = [&](int time) {
-            E *first = nullptr;
-            QList<E *> from;
-            const QList<E *> all = list.events(E::TagOther, -1);
-            for (E *event : all) {
-                const bool lasts = event->msecs() <= time && event->eventEndTime() >= time;
-                if (!first && lasts)
-                    first = event;
-                if (lasts || event->msecs() >= time)
-                    from.append(event);
-            }
-            QCOMPARE(list.atTime(E::TagOther, time), first ? first : list.last(E::TagOther));
-            QVERIFY(list.events(E::TagOther, time) == from);
-        };
-        for (int i = 0; i < steps; ++i) {
-            // Mostly in order; some overlap others for long, some end before they start.
-            const bool isLate = below(100) == 0;
-            const bool isChanged = below(100) == 0;
-            int time = isLate ? below(lastTime) : i * (lastTime / steps);
-            const int length = below(5000) > 0 ? below(200) : below(lastTime) - lastTime / 20;
-            list.addEvent(lasting(new E(E::CprVentMoreVolume, time, &list), time + length), false);
-            E *chosen = list.at(E::TagOther, below(list.count(E::TagOther)));
-            if (isChanged)
-                chosen->setEventEndTime(time = chosen->msecs() + below(lastTime / 4));
-            else if (below(100) == 0)
-                delete chosen;
-            const int questions = isLate || isChanged ? 10 : i % 200 == 0 ? 1 : 0;
-            for (int k = 0; k < questions; ++k)
-                compare(k == 0 ? time - 1 : below(lastTime));
-        }
-        QVERIFY(list.count(E::TagOther) > 2 * 64 * 64); // more than any block
     }
 
     void hostEvents()

@@ -458,8 +458,6 @@ void CPREventBase::setMSecs(int msecs)
 void CPREventBase::setEventEndTime(int msecs)
 {
     m_endTime = msecs;
-    if (m_listed)
-        m_owner->eventTimesChanged(this);
 }
 
 QQmlPropertyMap *CPREventBase::params() const

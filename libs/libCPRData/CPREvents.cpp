@@ -14,7 +14,6 @@
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
 #include "private/EnumKey.h"
-#include "private/EventTimeIndex.h"
 #include "private/MessageFields.h"
 #include "private/ResponseId.h"
 #include "private/SessionMsecs.h"
@@ -31,6 +30,8 @@
 
 #include <QtAlgorithms>
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 using bls_2010::CommonDefs;
@@ -54,7 +55,7 @@ constexpr int maximalParametersRead = 100'000;
 
 // Behind the last event that ends at or before the new one's start; events that overlap that start
 // stay after it.
-int insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
+void insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
 {
     int position = events.size();
     while (position > 0 && events.at(position - 1)->eventEndTime() > event->msecs())
@@ -63,24 +64,22 @@ int insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
         events.append(event); // faster than insert(), and what happens mostly
     else
         events.insert(position, event);
-    return position;
 }
 
 // New events stand near the end, so they are found from there.
-int removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
+void removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
 {
     const int position = events.lastIndexOf(event);
     if (position >= 0)
         events.removeAt(position);
-    return position;
+}
+
+bool lastsOver(const CPREventBase &event, int time)
+{
+    return event.msecs() <= time && event.eventEndTime() >= time;
 }
 
 } // namespace
-
-struct CPREvents::TagList {
-    EventList events; // in time order
-    mutable EventTimeIndex index; // a cache, filled by queries
-};
 
 CPREvents::CPREvents(CPRGuidelines *guidelines, CPRData *cprData)
     : CPRDataBase(cprData), m_eventsByTag(tagCount), m_guidelines(guidelines)
@@ -190,8 +189,8 @@ void CPREvents::reset()
     CPRDataBase::reset();
 
     const EventList old = std::exchange(m_events, {});
-    for (TagList &tagged : m_eventsByTag)
-        tagged = {};
+    for (EventList &tagged : m_eventsByTag)
+        tagged.clear();
     m_lastRead = nullptr;
     for (CPREventBase *event : old) {
         event->m_listed = false;
@@ -240,11 +239,11 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         for (uint tags = static_cast<uint>(event->tag()) & allTags; tags != 0;
              tags &= ~(1U << bit)) {
             bit = qCountTrailingZeroBits(tags);
-            TagList &tagged = m_eventsByTag[bit];
-            tagged.index.cutAt(insertInTimeOrder(tagged.events, event));
+            EventList &tagged = m_eventsByTag[bit];
+            insertInTimeOrder(tagged, event);
             if (isDebugEnabled) {
                 qCDebug(lcEvents) << "Event list tag" << EnumKey(CPREventBase::EventTag(1U << bit));
-                for (const CPREventBase *listed : qAsConst(tagged.events))
+                for (const CPREventBase *listed : qAsConst(tagged))
                     qCDebug(lcEvents).noquote() << "Event" << QString(*listed);
             }
         }
@@ -260,25 +259,8 @@ void CPREvents::takeEvent(CPREventBase *event)
         m_lastRead = nullptr;
     removeFromBack(m_events, event);
     // Not by the event's tags: they can have changed since, and the event may be half destroyed.
-    for (TagList &tagged : m_eventsByTag) {
-        if (const int position = removeFromBack(tagged.events, event); position >= 0)
-            tagged.index.cutAt(position);
-    }
-}
-
-void CPREvents::eventTimesChanged(CPREventBase *event)
-{
-    // Times change while an event is new, so that it is found from the back at once. Any other is
-    // not worth a search.
-    constexpr int newest = 64;
-    for (TagList &tagged : m_eventsByTag) {
-        const int last = tagged.events.size() - 1;
-        const int oldest = qMax(0, last - newest);
-        int position = last;
-        while (position > oldest && tagged.events.at(position) != event)
-            --position;
-        tagged.index.cutAt(position > oldest ? position : 0);
-    }
+    for (EventList &tagged : m_eventsByTag)
+        removeFromBack(tagged, event);
 }
 
 // The event is being destroyed.
@@ -681,7 +663,7 @@ void CPREvents::setCategoryThresholdAdvanced(int a_Value)
     m_sessionScore->setParameter(CPREventBase::categoryThresholdAdvanced, a_Value);
 }
 
-const CPREvents::TagList *CPREvents::tagList(uint tag) const
+const CPREvents::EventList *CPREvents::tagList(uint tag) const
 {
     if (tag == 0 || (tag & (tag - 1)) != 0 || tag > CPREventBase::LastTag)
         return nullptr;
@@ -700,8 +682,8 @@ CPREventBase *CPREvents::last(CPREventBase::EventTag a_Tag) const
 
 CPREventBase *CPREvents::at(CPREventBase::EventTag a_Tag, int a_Index) const
 {
-    const TagList *tagged = tagList(a_Tag);
-    return tagged ? tagged->events.value(a_Index) : nullptr;
+    const EventList *tagged = tagList(a_Tag);
+    return tagged ? tagged->value(a_Index) : nullptr;
 }
 
 CPREventBase *CPREvents::at(int a_Index) const
@@ -711,27 +693,36 @@ CPREventBase *CPREvents::at(int a_Index) const
 
 int CPREvents::count(uint a_Tag) const
 {
-    const TagList *tagged = tagList(a_Tag);
-    return tagged ? tagged->events.size() : 0;
+    const EventList *tagged = tagList(a_Tag);
+    return tagged ? tagged->size() : 0;
 }
 
 CPREventBase *CPREvents::atTime(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const TagList *tagged = tagList(a_Tag);
+    const EventList *tagged = tagList(a_Tag);
     if (!tagged)
         return nullptr;
     if (a_Time == 0)
         return first(a_Tag);
-    CPREventBase *found = tagged->index.firstAt(tagged->events, a_Time);
-    return found ? found : last(a_Tag);
+    const auto found =
+        std::find_if(tagged->cbegin(), tagged->cend(),
+                     [a_Time](const CPREventBase *event) { return lastsOver(*event, a_Time); });
+    return found == tagged->cend() ? last(a_Tag) : *found;
 }
 
 QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const TagList *tagged = tagList(a_Tag);
+    const EventList *tagged = tagList(a_Tag);
     if (!tagged)
         return {};
-    return a_Time == allTimes ? tagged->events : tagged->index.from(tagged->events, a_Time);
+    if (a_Time == allTimes)
+        return *tagged;
+    EventList found;
+    std::copy_if(tagged->cbegin(), tagged->cend(), std::back_inserter(found),
+                 [a_Time](const CPREventBase *event) {
+                     return event->msecs() >= a_Time || lastsOver(*event, a_Time);
+                 });
+    return found;
 }
 
 void CPREvents::write(QXmlStreamWriter *writer)

@@ -214,9 +214,8 @@ public Q_SLOTS:
 
 private:
     using EventList = QList<CPREventBase *>;
-    struct TagList;
 
-    friend class CPREventBase; // an event says when it is deleted or its times change
+    friend class CPREventBase; // an event says when it is deleted
 
     void connectSignals();
     void connectStandingEvents();
@@ -225,8 +224,7 @@ private:
     bool isStanding(const CPREventBase *event) const;
     void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
-    void eventTimesChanged(CPREventBase *event);
-    const TagList *tagList(uint tag) const;
+    const EventList *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;
     bool hasEnded() const;
     void setReceiving(bool receiving);
@@ -239,7 +237,7 @@ private:
     CPREventBase *eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding);
 
     EventList m_events;
-    std::vector<TagList> m_eventsByTag; // by bit number
+    std::vector<EventList> m_eventsByTag; // by bit number
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;
