@@ -2,7 +2,8 @@
 # SPDX-License-Identifier: MIT
 # Copyright (c) 2026 The libCPRData authors
 """Checks the pages of this repository: relative links lead somewhere, to a heading too when they name
-one, and each paragraph of C++ or QML that a page shows stands in a source that is compiled or linted.
+one, each paragraph of C++ or QML that a page shows stands in a source that is compiled or linted, and
+SECURITY.md names every limit that the library keeps.
 With a folder, the links of the pages in it are checked, .md and .html. What is wrong goes to stderr,
 a line each; the exit status is 1 then."""
 import pathlib
@@ -10,6 +11,7 @@ import re
 import sys
 
 ROOT = pathlib.Path(__file__).resolve().parent.parent
+LIMITS = ROOT / "libs/libCPRData/private/Limits.h"
 SOURCES = {"cpp": ("examples/**/*.cpp", "docs/snippets/*.cpp"), "qml": ("examples/**/*.qml",)}
 
 
@@ -60,6 +62,20 @@ def unknown_code(text, sources):
                 yield f"this {language} stands in no source: {paragraph.strip().splitlines()[0]}"
 
 
+def unnamed_limits(text):
+    """The limits of the library that the text does not name: with separators, bytes in MiB."""
+    rows = re.findall(r"^constexpr \w+ +(max\w+) += (.*);", LIMITS.read_text(encoding="utf-8"),
+                      re.MULTILINE)
+    for name, formula in rows:
+        number = eval(re.sub(r"qint64\((\d+)\)", r"\1", formula).replace("'", ""))
+        mebibytes, rest = divmod(number, 1024 * 1024)
+        limit = f"{number:,}" if rest or not name.endswith(("Bytes", "Memory")) else f"{mebibytes} MiB"
+        if limit not in text:
+            yield f"{name}, which is {limit}, is not named"
+    if not rows:
+        yield f"no limits are found in {LIMITS.name}"
+
+
 def main(root=ROOT):
     sources = {language: "\n".join(normalised(file.read_text(encoding="utf-8"))
                                    for pattern in patterns for file in sorted(ROOT.glob(pattern)))
@@ -70,6 +86,8 @@ def main(root=ROOT):
         found = list(dead_links(page, text))
         if page.parent in (ROOT, ROOT / "docs"):
             found += unknown_code(text, sources)
+        if page == ROOT / "SECURITY.md":
+            found += unnamed_limits(text)
         for what in found:
             print(f"{page.relative_to(root)}: {what}", file=sys.stderr)
         wrong += len(found)

@@ -8,7 +8,7 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandler.h"
 #include "Fuzzing.h"
-#include "private/WaveSamples.h"
+#include "private/Limits.h"
 
 #include <chestboard/CommonDefs.h>
 #include <chestboard/RMessage.h>
@@ -205,7 +205,7 @@ struct Host {
     void finish()
     {
         // Gaps are filled up to the limit at most; each step of the longest input brings 3 samples.
-        constexpr int mostSamples = WaveSamples::maximalCount + 3 * 4096;
+        constexpr int mostSamples = Limits::maxSamples + 3 * 4096;
         require(session->compressionData()->count() <= mostSamples
                     && session->ventilationData()->count() <= mostSamples,
                 "waves are bounded");

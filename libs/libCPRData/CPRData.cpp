@@ -7,6 +7,7 @@
 #include "CPRFileHandler.h"
 #include "CPRWaveformInfo.h"
 #include "private/EnumKey.h"
+#include "private/Limits.h"
 #include "private/ResponseId.h"
 #include "private/SessionMsecs.h"
 #include "private/XmlInput.h"
@@ -36,10 +37,6 @@ namespace {
 constexpr quint32 ignoredMessage = 38;
 
 constexpr int msecsPerSecond = 1000;
-
-// No training lasts as long. A longer gap in the sequence numbers is a corrupt header, and filling
-// it could ask for gigabytes.
-constexpr qint64 longestGapMs = qint64(24) * 60 * 60 * msecsPerSecond;
 
 // In the file handler's archive; the wave members are named by their descriptions.
 const QString eventsMember = QStringLiteral("CPREvents.xml");
@@ -315,7 +312,7 @@ void CPRData::waveHeaderReceived(std::int32_t sequenceNumber)
     if (m_cprState == CPR_START && sequenceNumber != 0) {
         const qint64 gap = qint64(sequenceNumber) - m_expectedWaveSequence;
         const qint64 period = samplePeriod();
-        if (gap > 0 && gap * period > longestGapMs) {
+        if (gap > 0 && gap * period > Limits::maxGapMs) {
             qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence << "to"
                               << sequenceNumber << "and is not filled";
         } else if (gap > 0) {

@@ -14,6 +14,7 @@
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
 #include "private/EnumKey.h"
+#include "private/Limits.h"
 #include "private/MessageFields.h"
 #include "private/ResponseId.h"
 #include "private/SessionMsecs.h"
@@ -46,12 +47,6 @@ constexpr int msecsPerSecond = 1000;
 constexpr int allTimes = -1;
 constexpr int tagCount = 8;
 constexpr uint allTags = (1U << tagCount) - 1;
-
-// A day with six events a second. A file with more would take all memory.
-constexpr int maximalEventsRead = 24 * 60 * 60 * 6;
-// Of events other than the standing ones. Compressions and ventilations hold theirs in properties,
-// and of the rest a day has some thousand.
-constexpr int maximalParametersRead = 100'000;
 
 // Behind the last event that ends at or before the new one's start; events that overlap that start
 // stay after it.
@@ -790,8 +785,8 @@ void CPREvents::read(QXmlStreamReader *reader)
     m_lastRead = nullptr;
     int parameters = 0;
     while (readNextChild(*reader) && reader->name() == QLatin1String("evt")) {
-        if (m_events.size() >= maximalEventsRead) {
-            reader->raiseError(QStringLiteral("more than %1 events").arg(maximalEventsRead));
+        if (m_events.size() >= Limits::maxEvents) {
+            reader->raiseError(QStringLiteral("more than %1 events").arg(Limits::maxEvents));
             break;
         }
         qCDebug(lcEvents) << "Reading element at line" << reader->lineNumber();
@@ -808,9 +803,9 @@ void CPREvents::read(QXmlStreamReader *reader)
             eventToRead(type, attributes.value(QLatin1String("msecs")).toInt(), isStanding);
         event->read(reader);
         parameters += isStanding ? 0 : event->storedParameterCount();
-        if (parameters > maximalParametersRead && !reader->hasError())
+        if (parameters > Limits::maxParameters && !reader->hasError())
             reader->raiseError(
-                QStringLiteral("more than %1 parameters").arg(maximalParametersRead));
+                QStringLiteral("more than %1 parameters").arg(Limits::maxParameters));
         if (event->filterEvent(m_lastRead)) {
             if (!isStanding)
                 delete event;

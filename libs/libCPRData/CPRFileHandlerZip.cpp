@@ -3,6 +3,8 @@
 
 #include "CPRFileHandlerZip.h"
 
+#include "private/Limits.h"
+
 #include <QBuffer>
 #include <QFileInfo>
 #include <QLoggingCategory>
@@ -26,13 +28,6 @@ namespace {
 constexpr quint32 externalAttributes = 0x01FF0000;
 
 constexpr int blockSize = 64 * 1024;
-
-// Bytes of a name in a zip archive, which holds their number in 16 bits.
-constexpr int longestName = 0xFFFF;
-
-// A member up to this size stays in memory after its check. A longer one is inflated a second time
-// while it is read, so that no archive can ask for more.
-constexpr qint64 largestKeptMember = 32 * 1024 * 1024;
 
 QString memberName(const QString &name)
 {
@@ -91,11 +86,11 @@ QString checkMember(QuaZipFile &file, QByteArray *content)
     QuaZipFileInfo64 info;
     if (!file.getFileInfo(&info))
         return QStringLiteral("its entry in the directory cannot be read");
-    if (info.uncompressedSize > static_cast<quint64>(CPRFileHandlerZip::maximalMemberSize)) {
+    if (info.uncompressedSize > static_cast<quint64>(Limits::maxMemberBytes)) {
         return QStringLiteral(
                    "it is said to have %1 bytes, more than the %2 that a member may have")
             .arg(info.uncompressedSize)
-            .arg(CPRFileHandlerZip::maximalMemberSize);
+            .arg(Limits::maxMemberBytes);
     }
     const auto size = static_cast<qint64>(info.uncompressedSize);
     if (content)
@@ -349,7 +344,7 @@ QIODevice *CPRFileHandlerZip::readMember(const QString &name, QString &reason)
         reason = file->errorString();
         return nullptr;
     }
-    const bool isKept = file->usize() <= largestKeptMember;
+    const bool isKept = file->usize() <= Limits::maxBytesInMemory;
     auto content = std::make_unique<QBuffer>();
     const QString damage = checkMember(*file, isKept ? &content->buffer() : nullptr);
     if (!damage.isEmpty())
@@ -372,7 +367,7 @@ QIODevice *CPRFileHandlerZip::writeMember(const QString &name, QString &reason)
         reason = m_error;
     else if (m_written.contains(memberName(name)))
         reason = QStringLiteral("it was written already");
-    else if (memberName(name).toUtf8().size() > longestName)
+    else if (memberName(name).toUtf8().size() > Limits::maxMemberNameBytes)
         reason = QStringLiteral("its name is too long");
     if (!reason.isEmpty())
         return nullptr;

@@ -29,7 +29,7 @@ class QuaZipFile;
 /// failed and a killed process leave the old file untouched.
 ///
 /// A member is checked whole before it can be read: its checksum, its sizes, and that it has at
-/// most maximalMemberSize bytes. One whose header is broken cannot be opened. The device of one
+/// most 512 MiB. One whose header is broken cannot be opened. The device of one
 /// with damaged data gives nothing but an error: the first QIODevice::read() is -1, errorString()
 /// says what is wrong, and the device is then at its end.
 class CPRDATA_EXPORT CPRFileHandlerZip : public CPRFileHandler {
@@ -40,10 +40,6 @@ public:
         Add = 1, ///< more members for an existing archive; those of the same name are replaced
         Read = 2 ///< an archive that is there
     };
-
-    /// Bytes in a member: room for as many events as a list may hold, 765 bytes each when all of
-    /// them are compressions. A small archive can pretend to hold any number.
-    static constexpr qint64 maximalMemberSize = qint64(512) * 1024 * 1024;
 
     CPRFileHandlerZip();
     /// Closes an archive that is open. Whether that succeeded only close() tells.

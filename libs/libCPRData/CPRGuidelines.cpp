@@ -4,6 +4,7 @@
 #include "CPRGuidelines.h"
 
 #include "CPRData.h"
+#include "private/Limits.h"
 #include "private/MessageFields.h"
 #include "private/XmlReading.h"
 
@@ -463,16 +464,13 @@ void CPRGuidelines::read(QXmlStreamReader *reader)
         return;
     }
     initialize();
-    // Values that this version does not know are kept for the host. The time that each further one
-    // takes grows with their number, so the ones behind these are skipped.
-    constexpr int maximalUnknown = 1000;
-    int unknown = 0;
+    int unknown = 0; // values, which are kept for the host
     while (readNextChild(*reader)) {
         const QByteArray name = reader->name().toUtf8();
         const QXmlStreamAttributes attributes = reader->attributes();
         if (name != "objectName" && attributes.hasAttribute(QLatin1String("value"))
             && (metaObject()->indexOfProperty(name.constData()) >= 0
-                || ++unknown <= maximalUnknown)) {
+                || ++unknown <= Limits::maxUnknownValues)) {
             const QString text = attributes.value(QLatin1String("value")).toString();
             setProperty(name.constData(), variantFromString(text));
         }

@@ -3,6 +3,8 @@
 
 #include "private/WaveSamples.h"
 
+#include "private/Limits.h"
+
 #include <QByteArray>
 #include <QIODevice>
 #include <QLoggingCategory>
@@ -28,11 +30,12 @@ void WaveSamples::clear(int reserved)
 
 int WaveSamples::roomFor(int n)
 {
-    const int room = maximalCount - m_samples.size();
+    const int room = Limits::maxSamples - m_samples.size();
     if (n <= room)
         return n;
     if (!m_isFull)
-        qCWarning(lcWaveSamples, "Lost data: a wave holds no more than %d samples", maximalCount);
+        qCWarning(lcWaveSamples, "Lost data: a wave holds no more than %d samples",
+                  Limits::maxSamples);
     m_isFull = true;
     return room;
 }
@@ -81,7 +84,7 @@ QString WaveSamples::read(QIODevice *device)
     if (!device)
         return QString();
     const qint64 expected = m_samples.size() + device->bytesAvailable() / bytesPerSample;
-    m_samples.reserve(static_cast<int>(qMin<qint64>(expected, maximalCount)));
+    m_samples.reserve(static_cast<int>(qMin<qint64>(expected, Limits::maxSamples)));
     QByteArray block(samplesPerBlock * bytesPerSample, Qt::Uninitialized);
     int split = 0; // bytes of a sample that a read has split
     // Some devices give -1 at their end as well.
@@ -91,14 +94,14 @@ QString WaveSamples::read(QIODevice *device)
         const int bytes = split + static_cast<int>(taken);
         const int samples = bytes / bytesPerSample;
         const int begin = m_samples.size();
-        m_samples.resize(begin + qMin(samples, maximalCount - begin));
+        m_samples.resize(begin + qMin(samples, Limits::maxSamples - begin));
         const char *from = block.constData();
         std::for_each(m_samples.begin() + begin, m_samples.end(), [&from](int &sample) {
             sample = qFromLittleEndian<qint16>(from);
             from += bytesPerSample;
         });
         if (m_samples.size() < begin + samples) // said by the result, not by a warning of its own
-            return QStringLiteral("more than %1 samples").arg(maximalCount);
+            return QStringLiteral("more than %1 samples").arg(Limits::maxSamples);
         split = bytes % bytesPerSample;
         std::copy_n(from, split, block.data());
         wasAtEnd = device->atEnd();

@@ -9,14 +9,10 @@
 
 class QIODevice;
 
-/// The samples of one wave: what the compression and the ventilation wave have in common.
+/// The samples of one wave: what the compression and the ventilation wave have in common. A wave
+/// holds the first Limits::maxSamples that come; what comes after them is left out.
 class WaveSamples {
 public:
-    /// 24 hours at the manikin's 100 samples a second, and a quarter of an hour for what losses may
-    /// add. Messages and files that ask for more are corrupt, and would take all memory: a wave
-    /// holds its first samples up to here, and what comes after them is left out.
-    static constexpr int maximalCount = (24 * 60 + 15) * 60 * 100;
-
     int count() const { return m_samples.size(); }
     /// The sample at \a index; 0 outside the wave, the place after the last sample included.
     int at(int index) const { return m_samples.value(index, 0); }

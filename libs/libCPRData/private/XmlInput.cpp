@@ -3,22 +3,17 @@
 
 #include "private/XmlInput.h"
 
-#include "CPRFileHandlerZip.h"
+#include "private/Limits.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace {
 
-// Far above what a session holds: 47 attributes, 4 elements in each other, 200 bytes.
-constexpr int maximalAttributes = 128;
-constexpr int maximalDepth = 64;
-// The events of a day with all their parameters are 8 million.
-constexpr int maximalElements = 10'000'000;
-constexpr qint64 maximalLength = 1024 * 1024; // of a text, a tag or a comment, in bytes
+using namespace Limits;
 
 // A shorter tag has no room for so many.
-constexpr qint64 longestUncounted = maximalAttributes * qint64(sizeof(" a=''") - 1);
+constexpr qint64 longestUncounted = maxAttributes * qint64(sizeof(" a=''") - 1);
 
 const char *find(const char *from, const char *end, char c)
 {
@@ -49,8 +44,8 @@ qint64 XmlInput::readData(char *data, qint64 maxSize)
     if (size == 0)
         return taken;
     m_total += size;
-    if (m_total > CPRFileHandlerZip::maximalMemberSize)
-        m_damage = QStringLiteral("more than %1 bytes").arg(CPRFileHandlerZip::maximalMemberSize);
+    if (m_total > maxMemberBytes)
+        m_damage = QStringLiteral("more than %1 bytes").arg(maxMemberBytes);
     // No text in UTF-8 has one; in other encodings the markup would not be recognised below.
     if (std::memchr(data, 0, static_cast<std::size_t>(size)))
         m_damage = QStringLiteral("it is not encoded in UTF-8");
@@ -168,9 +163,8 @@ void XmlInput::stepInTag(char c)
     if (c == '"' || c == '\'') {
         m_place = Place::Quoted;
         m_quote = c;
-        if (++m_attributes > maximalAttributes) {
-            m_damage =
-                QStringLiteral("an element with more than %1 attributes").arg(maximalAttributes);
+        if (++m_attributes > maxAttributes) {
+            m_damage = QStringLiteral("an element with more than %1 attributes").arg(maxAttributes);
         }
     } else if (c == '>') {
         closeTag(m_isEndTag, endsWith("/>", 2));
@@ -180,18 +174,18 @@ void XmlInput::stepInTag(char c)
 
 void XmlInput::closeTag(bool isEndTag, bool isEmptyElement)
 {
-    if (!isEndTag && ++m_elements > maximalElements)
-        m_damage = QStringLiteral("more than %1 elements").arg(maximalElements);
+    if (!isEndTag && ++m_elements > maxElements)
+        m_damage = QStringLiteral("more than %1 elements").arg(maxElements);
     if (isEndTag)
         --m_depth;
-    else if (!isEmptyElement && ++m_depth > maximalDepth)
-        m_damage = QStringLiteral("more than %1 elements in each other").arg(maximalDepth);
+    else if (!isEmptyElement && ++m_depth > maxDepth)
+        m_damage = QStringLiteral("more than %1 elements in each other").arg(maxDepth);
 }
 
 void XmlInput::checkLength()
 {
-    if (m_length > maximalLength)
-        m_damage = QStringLiteral("a text or tag of more than %1 bytes").arg(maximalLength);
+    if (m_length > maxTextBytes)
+        m_damage = QStringLiteral("a text or tag of more than %1 bytes").arg(maxTextBytes);
 }
 
 void XmlInput::enterText()
