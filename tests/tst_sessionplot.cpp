@@ -7,7 +7,8 @@
 #include "PlotModel.h"
 #include "ReviewPicture.h"
 #include "TestSupport.h"
-#include "Words.h"
+
+#include "sessionreview/Words.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -18,6 +19,7 @@
 #include <algorithm>
 
 using namespace sessionplot;
+using namespace sessionreview;
 
 namespace {
 
@@ -62,7 +64,7 @@ private Q_SLOTS:
     void modelJudges()
     {
         const PlotModel model(m_session);
-        const auto &c = model.compressions();
+        const auto &c = model.review().compressions;
         const auto count = [&c](auto condition) {
             return std::count_if(c.begin(), c.end(), condition);
         };
@@ -76,14 +78,14 @@ private Q_SLOTS:
         QCOMPARE(count([](const Compression &each) { return each.rateSide == Side::Above; }), 11);
 
         QVector<Side> sides;
-        for (const Ventilation &each : model.ventilations())
+        for (const Ventilation &each : model.review().ventilations)
             sides.append(each.volumeSide);
         QCOMPARE(sides,
                  QVector<Side>({Side::Inside, Side::Inside, Side::Below, Side::Inside, Side::Above,
                                 Side::Above, Side::Below, Side::Inside}));
-        QCOMPARE(model.pauses().size(), std::size_t(2));
-        QCOMPARE(model.pauses().front().begin, 56220);
-        QCOMPARE(model.losses().front().begin, 26860);
+        QCOMPARE(model.review().pauses.size(), std::size_t(2));
+        QCOMPARE(model.review().pauses.front().begin, 56220);
+        QCOMPARE(model.review().losses.front().begin, 26860);
         QCOMPARE(model.length(), 120000);
         QCOMPARE(model.depth().at(109), 5100);
     }
@@ -96,7 +98,7 @@ private Q_SLOTS:
         const PlotModel model(copy);
         // Run by run, less deep than 52.5 mm: 15 + 30 + 5 + 30 + 12 + 0.
         QCOMPARE(
-            std::count_if(model.compressions().begin(), model.compressions().end(),
+            std::count_if(model.review().compressions.begin(), model.review().compressions.end(),
                           [](const Compression &each) { return each.depthSide == Side::Below; }),
             92);
         QVERIFY(pictureOf(model, {800, 500}) != pictureOf(PlotModel(m_session), {800, 500}));
@@ -197,13 +199,13 @@ private Q_SLOTS:
     {
         const PlotModel model(m_session);
         QVector<std::pair<int, int>> counts;
-        for (const Cycle &cycle : model.cycles())
+        for (const Cycle &cycle : model.review().cycles)
             counts.append({cycle.compressions, cycle.ventilations});
         QCOMPARE(
             counts,
             (QVector<std::pair<int, int>>{{30, 2}, {30, 2}, {30, 0}, {30, 2}, {12, 0}, {30, 2}}));
-        QVERIFY(!model.cycles().at(0).isMiscounted);
-        QVERIFY(model.cycles().at(4).isMiscounted);
+        QVERIFY(!model.review().cycles.at(0).isMiscounted);
+        QVERIFY(model.review().cycles.at(4).isMiscounted);
     }
 
     // A model that followed a growing session is the model of the whole.

@@ -27,7 +27,7 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
             follow();
     });
     connect(&m_watcher, &SessionWatcher::guidelinesChanged, this, [this] {
-        m_targets = sessionplot::targetsOf(*session());
+        m_targets = sessionreview::targetsOf(*session());
         announce(0, count() - 1);
     });
     connect(&m_watcher, &SessionWatcher::summaryChanged, this, [this] {
@@ -74,9 +74,9 @@ void EventListModel::reload()
     m_rows.clear();
     m_shown.clear();
     m_listed = 0;
-    m_targets = sessionplot::Targets();
+    m_targets = sessionreview::Targets();
     if (const CPREvents *events = m_watcher.events()) {
-        m_targets = sessionplot::targetsOf(*session());
+        m_targets = sessionreview::targetsOf(*session());
         m_listed = events->events().size();
         m_rows = shownEvents();
         m_shown = QSet<const QObject *>(m_rows.begin(), m_rows.end());

@@ -6,7 +6,7 @@
 
 #include "SessionWatcher.h"
 
-#include <PlotModel.h>
+#include "sessionreview/SessionReview.h"
 
 #include <QAbstractListModel>
 #include <QSet>
@@ -103,7 +103,7 @@ private:
     void announce(int first, int last);
 
     SessionWatcher m_watcher;
-    sessionplot::Targets m_targets;
+    sessionreview::Targets m_targets;
     QVector<CPREventBase *> m_rows; // not owned; null while the row of a dead one is removed
     QSet<const QObject *> m_shown; // the same; tells at once that an object is none of them
     int m_listed = 0; // events in the session's list when m_rows was brought up to date

@@ -5,10 +5,11 @@
 
 #include "ParameterText.h"
 
+#include "sessionreview/Words.h"
+
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
 #include <Scales.h>
-#include <Words.h>
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -16,7 +17,7 @@
 namespace {
 
 using E = CPREventBase;
-using namespace sessionplot;
+using namespace sessionreview;
 
 constexpr qint64 tenthsMs = 100;
 constexpr qint64 twoHoursMs = 2 * 60 * 60 * 1000;
@@ -64,7 +65,7 @@ QString EventText::typeName() const
 
 QString EventText::start() const
 {
-    return timeText(m_event.msecs(), tenthsMs, m_event.msecs() >= twoHoursMs);
+    return sessionplot::timeText(m_event.msecs(), tenthsMs, m_event.msecs() >= twoHoursMs);
 }
 
 QString EventText::detail() const

@@ -4,8 +4,9 @@
 #ifndef CPRQUICK_EVENTTEXT_H
 #define CPRQUICK_EVENTTEXT_H
 
+#include "sessionreview/SessionReview.h"
+
 #include <CPREventBase.h>
-#include <PlotModel.h>
 
 #include <QString>
 #include <QStringList>
@@ -13,16 +14,16 @@
 
 /// An event's measurements, judged by themselves. The rate of the first compression in a cycle is
 /// left out: it would tell how long the pause before it was.
-sessionplot::Compression judged(const CPREventCompression &event,
-                                const sessionplot::Targets &targets);
-sessionplot::Ventilation judged(const CPREventVentilation &event,
-                                const sessionplot::Targets &targets);
+sessionreview::Compression judged(const CPREventCompression &event,
+                                  const sessionreview::Targets &targets);
+sessionreview::Ventilation judged(const CPREventVentilation &event,
+                                  const sessionreview::Targets &targets);
 
 /// What is told of one event in a list, judged by the session's targets. Values that the event does
 /// not have are invalid.
 class EventText {
 public:
-    EventText(const CPREventBase &event, const sessionplot::Targets &targets);
+    EventText(const CPREventBase &event, const sessionreview::Targets &targets);
 
     QString typeName() const;
     /// "1:23.4"
@@ -43,8 +44,8 @@ private:
     QString standingDetail() const;
 
     const CPREventBase &m_event;
-    std::optional<sessionplot::Compression> m_compression;
-    std::optional<sessionplot::Ventilation> m_ventilation;
+    std::optional<sessionreview::Compression> m_compression;
+    std::optional<sessionreview::Ventilation> m_ventilation;
 };
 
 #endif

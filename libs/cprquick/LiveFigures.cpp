@@ -5,15 +5,16 @@
 
 #include "EventText.h"
 
+#include "sessionreview/Words.h"
+
 #include <Scales.h>
-#include <Words.h>
 
 #include <cmath>
 
 namespace {
 
 using E = CPREventBase;
-using namespace sessionplot;
+using namespace sessionreview;
 
 constexpr int readingMs = 15; // shorter than a frame
 constexpr int msecsPerSecond = 1000;
@@ -134,7 +135,8 @@ void LiveFigures::readWaves()
     if (now.depth != before.depth || now.volume != before.volume || now.rate != before.rate
         || now.ventilationRate != before.ventilationRate)
         Q_EMIT waveChanged();
-    const QString text = sessionplot::timeText(now.time, msecsPerSecond, needsHours({0, now.time}));
+    const QString text =
+        sessionplot::timeText(now.time, msecsPerSecond, sessionplot::needsHours({0, now.time}));
     if (text != m_timeText) {
         m_timeText = text;
         Q_EMIT timeTextChanged();

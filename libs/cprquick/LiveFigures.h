@@ -6,7 +6,7 @@
 
 #include "SessionWatcher.h"
 
-#include <PlotModel.h>
+#include "sessionreview/SessionReview.h"
 
 #include <QtQml/qqml.h>
 
@@ -184,7 +184,7 @@ private:
     int m_compressionCount = 0;
     int m_ventilationCount = 0;
     int m_pause = 0;
-    sessionplot::Targets m_targets;
+    sessionreview::Targets m_targets;
 };
 
 #endif

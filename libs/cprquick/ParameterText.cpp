@@ -3,9 +3,10 @@
 
 #include "ParameterText.h"
 
-#include <PlotModel.h>
+#include "sessionreview/SessionReview.h"
+#include "sessionreview/Words.h"
+
 #include <Scales.h>
-#include <Words.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -378,7 +379,7 @@ QString numberText(E::ParameterType type, const QVariant &value)
     if (storedUnit(type) == E::hmm)
         return locale.toString(value.toDouble() / hmmPerMm, 'f', 1);
     if (kind == QMetaType::Float) // as wherever else depths are told
-        return locale.toString(sessionplot::wholeHmm(value.toFloat()), 'f', 1);
+        return locale.toString(sessionreview::wholeHmm(value.toFloat()), 'f', 1);
     if (kind == QMetaType::Double)
         return locale.toString(value.toDouble(), 'f', 1);
     if (kind == QMetaType::Int && storedUnit(type) != E::none)
@@ -452,13 +453,13 @@ QString parameterValueText(E::ParameterType type, const QVariant &value)
     case Form::Names:     return value.toString().split(QLatin1Char(','), Qt::SkipEmptyParts).join(QLatin1String(", "));
     case Form::Clock:     return clockText(value);
     case Form::Date:      return dateText(value);
-    case Form::Advice:    return value.toInt() == E::Advice_None ? QCoreApplication::translate("cprquick", "none") : orNumber(sessionplot::adviceText(value.toInt()), value);
-    case Form::Protocol:  return sessionplot::protocolText(value.toInt());
-    case Form::Manikin:   return orNumber(sessionplot::manikinText(value.toInt(), QString()), value);
+    case Form::Advice:    return value.toInt() == E::Advice_None ? QCoreApplication::translate("cprquick", "none") : orNumber(sessionreview::adviceText(value.toInt()), value);
+    case Form::Protocol:  return sessionreview::protocolText(value.toInt());
+    case Form::Manikin:   return orNumber(sessionreview::manikinText(value.toInt(), QString()), value);
     case Form::Stiffness: return textOf(stiffnesses, value);
-    case Form::AedEvent:  return orNumber(sessionplot::aedEventText(value.toInt()), value);
+    case Form::AedEvent:  return orNumber(sessionreview::aedEventText(value.toInt()), value);
     case Form::AedType:   return textOf(aedTypes, value);
-    case Form::Rhythm:    return orNumber(sessionplot::rhythmText(value.toInt()), value);
+    case Form::Rhythm:    return orNumber(sessionreview::rhythmText(value.toInt()), value);
     case Form::Pulse:     return textOf(pulses, value);
     case Form::Shockable: return textOf(shockables, value);
     case Form::Stored:

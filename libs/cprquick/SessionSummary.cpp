@@ -3,7 +3,7 @@
 
 #include "SessionSummary.h"
 
-#include <Words.h>
+#include "sessionreview/Words.h"
 
 using bls_2010::CommonDefs;
 
@@ -26,14 +26,14 @@ SessionSummary::~SessionSummary() = default;
 
 void SessionSummary::refresh()
 {
-    sessionplot::Summary summary;
-    sessionplot::Targets targets;
+    sessionreview::Summary summary;
+    sessionreview::Targets targets;
     if (const CPRData *known = session()) {
-        summary = sessionplot::summaryOf(*known);
+        summary = sessionreview::summaryOf(*known);
         // The manikin tells the length at the end.
         if (summary.secs <= 0)
             summary.secs = known->cprEvents()->sessionTime() / msecsPerSecond;
-        targets = sessionplot::targetsOf(*known);
+        targets = sessionreview::targetsOf(*known);
     }
     if (summary == m_summary && targets.leastFlowTime == m_targets.leastFlowTime)
         return;
@@ -44,13 +44,13 @@ void SessionSummary::refresh()
 
 QString SessionSummary::protocolText() const
 {
-    return sessionplot::protocolText(m_summary.protocol);
+    return sessionreview::protocolText(m_summary.protocol);
 }
 
 QString SessionSummary::manikinText() const
 {
     QStringList parts{m_summary.manikinName.simplified(),
-                      sessionplot::manikinText(m_summary.manikinType, m_summary.ageLetter)};
+                      sessionreview::manikinText(m_summary.manikinType, m_summary.ageLetter)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));
 }
@@ -67,10 +67,10 @@ bool SessionSummary::trainsVentilations() const
 
 QString SessionSummary::primaryAdviceText() const
 {
-    return sessionplot::adviceText(m_summary.primaryAdvice);
+    return sessionreview::adviceText(m_summary.primaryAdvice);
 }
 
 QString SessionSummary::secondaryAdviceText() const
 {
-    return sessionplot::adviceText(m_summary.secondaryAdvice);
+    return sessionreview::adviceText(m_summary.secondaryAdvice);
 }

@@ -6,7 +6,7 @@
 
 #include "SessionWatcher.h"
 
-#include <PlotModel.h>
+#include "sessionreview/SessionReview.h"
 
 #include <QDateTime>
 #include <QtQml/qqml.h>
@@ -99,8 +99,8 @@ private:
     void refresh();
 
     SessionWatcher m_watcher;
-    sessionplot::Summary m_summary;
-    sessionplot::Targets m_targets;
+    sessionreview::Summary m_summary;
+    sessionreview::Targets m_targets;
 };
 
 #endif

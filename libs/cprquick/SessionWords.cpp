@@ -5,8 +5,9 @@
 
 #include "ParameterText.h"
 
+#include "sessionreview/Words.h"
+
 #include <Scales.h>
-#include <Words.h>
 
 namespace {
 
@@ -49,12 +50,12 @@ QString SessionWords::value(const QString &key, const QVariant &value) const
 
 QString SessionWords::advice(int advice) const
 {
-    return sessionplot::adviceText(advice);
+    return sessionreview::adviceText(advice);
 }
 
 QString SessionWords::protocol(int protocol) const
 {
-    return sessionplot::protocolText(protocol);
+    return sessionreview::protocolText(protocol);
 }
 
 QString SessionWords::time(int msecs, bool withTenths) const

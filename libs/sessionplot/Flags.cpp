@@ -3,7 +3,7 @@
 
 #include "Flags.h"
 
-#include "Words.h"
+#include "sessionreview/Words.h"
 
 #include <QCoreApplication>
 #include <QPainter>
@@ -12,6 +12,8 @@
 #include <cmath>
 
 namespace sessionplot {
+
+using namespace sessionreview;
 
 namespace {
 
@@ -42,7 +44,7 @@ Symbol symbolOf(Flag::Kind kind)
 FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeScale &time,
                        qreal right, int mostRows)
 {
-    for (const Flag &flag : model.flags()) {
+    for (const Flag &flag : model.review().flags) {
         const int weight = flagWeight(flag);
         if (weight <= 0 || !time.range().overlaps(flag.msecs, flag.msecs))
             continue;

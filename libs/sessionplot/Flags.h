@@ -14,7 +14,7 @@
 
 namespace sessionplot {
 
-Symbol symbolOf(Flag::Kind kind);
+Symbol symbolOf(sessionreview::Flag::Kind kind);
 
 /// The flags in the time that is shown, and the places of their labels.
 ///
@@ -37,7 +37,7 @@ public:
 
 private:
     struct Label {
-        const Flag *flag = nullptr; // not owned
+        const sessionreview::Flag *flag = nullptr; // not owned
         int weight = 0;
         QString text; // empty when it has no place
         qreal pole = 0;

@@ -4,7 +4,8 @@
 #include "Head.h"
 
 #include "Scales.h"
-#include "Words.h"
+
+#include "sessionreview/Words.h"
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -13,6 +14,8 @@
 #include <vector>
 
 namespace sessionplot {
+
+using namespace sessionreview;
 
 namespace {
 
@@ -60,7 +63,7 @@ QString dateText(const QDateTime &start, QLocale::FormatType format)
 /// What was trained and when, in \a width if that can be.
 QString occasionText(const PlotModel &model, const TextStyle &style, qreal width)
 {
-    const Summary &summary = model.summary();
+    const Summary &summary = model.review().summary;
     const qint64 length = summary.secs > 0 ? summary.secs * msecsPerSecond : model.length();
     const bool withHours = needsHours({0, length});
     const QString lengthText = QCoreApplication::translate("sessionplot", "Length %1 %2")
@@ -99,20 +102,20 @@ QString percentText(int percent)
 
 std::vector<Tile> tilesOf(const PlotModel &model)
 {
-    const Summary &summary = model.summary();
+    const Summary &summary = model.review().summary;
     std::vector<Tile> tiles;
     tiles.push_back({QCoreApplication::translate("sessionplot", "Overall"),
                      percentText(summary.overallScore), summary.overallScore, 0});
-    if (model.trainsCompressions())
+    if (model.review().trainsCompressions())
         tiles.push_back({QCoreApplication::translate("sessionplot", "Compressions"),
                          percentText(summary.compressionScore), summary.compressionScore, 0});
-    if (model.trainsVentilations())
+    if (model.review().trainsVentilations())
         tiles.push_back({QCoreApplication::translate("sessionplot", "Ventilations"),
                          percentText(summary.ventilationScore), summary.ventilationScore, 0});
-    if (model.trainsCompressions())
+    if (model.review().trainsCompressions())
         tiles.push_back({QCoreApplication::translate("sessionplot", "Flow time"),
                          percentText(summary.flowTime), summary.flowTime,
-                         model.targets().leastFlowTime});
+                         model.review().targets.leastFlowTime});
     return tiles;
 }
 
@@ -187,7 +190,7 @@ void paintTiles(QPainter *painter, const Style &style, const PlotModel &model, c
     if (!hasTilesBeside(style, area.width(), tiles.size()))
         x = area.left();
     for (const Tile &tile : tiles) {
-        paintTile(painter, style, tile, model.summary().hasScores,
+        paintTile(painter, style, tile, model.review().summary.hasScores,
                   QRectF(x, area.top(), step - style.em, area.height()));
         x += step;
     }
@@ -195,7 +198,7 @@ void paintTiles(QPainter *painter, const Style &style, const PlotModel &model, c
 
 void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QRectF area)
 {
-    const Summary &summary = model.summary();
+    const Summary &summary = model.review().summary;
     const std::size_t tiles = tilesOf(model).size();
     const bool beside = hasTilesBeside(style, area.width(), tiles);
     const qreal line = style.normal.line() + rowGap * style.em;
@@ -226,7 +229,7 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
 
 QString scoresText(const PlotModel &model)
 {
-    if (!model.summary().hasScores)
+    if (!model.review().summary.hasScores)
         return QCoreApplication::translate("sessionplot", "Scores and advice: %1")
             .arg(notReceived());
     QStringList parts;
@@ -237,7 +240,7 @@ QString scoresText(const PlotModel &model)
 
 void paintShort(QPainter *painter, const Style &style, const PlotModel &model, QRectF area)
 {
-    const Summary &summary = model.summary();
+    const Summary &summary = model.review().summary;
     const qreal line = style.normal.line();
     const QRectF first = takeLine(area, line);
     const QString learners = learnersText(summary);
@@ -259,7 +262,7 @@ void paintShort(QPainter *painter, const Style &style, const PlotModel &model, Q
 
 void paintLine(QPainter *painter, const Style &style, const PlotModel &model, const QRectF &area)
 {
-    const Summary &summary = model.summary();
+    const Summary &summary = model.review().summary;
     const QString score = summary.hasScores ? percentText(summary.overallScore) : QString();
     const qreal width = style.bold.width(score);
     style.bold.draw(painter, area, Qt::AlignRight, score, style.theme.text);

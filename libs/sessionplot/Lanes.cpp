@@ -16,6 +16,8 @@
 
 namespace sessionplot {
 
+using namespace sessionreview;
+
 namespace {
 
 // What an axis shows of a lane without a band and without values.
@@ -196,20 +198,20 @@ ValueScale depthScale(const PlotModel &model, const QRectF &plot)
 {
     double deepest = highest(model.depth());
     if (model.depth().count() == 0) {
-        for (const Compression &compression : model.compressions())
+        for (const Compression &compression : model.review().compressions)
             deepest = qMax(deepest, double(compression.depth));
     }
-    const double end = axisEnd(model.targets().depth, deepest, plainDepth);
+    const double end = axisEnd(model.review().targets.depth, deepest, plainDepth);
     constexpr double aboveZero = 0.05;
     return ValueScale(-aboveZero * end, end, plot.top(), plot.bottom());
 }
 
 ValueScale rateScale(const PlotModel &model, const QRectF &plot)
 {
-    const Band &band = model.targets().rate;
+    const Band &band = model.review().targets.rate;
     double low = band.isValid() ? band.min : plainRate;
     double high = band.isValid() ? band.max : 0;
-    for (const Compression &compression : model.compressions()) {
+    for (const Compression &compression : model.review().compressions) {
         if (compression.rate > 0) {
             low = qMin(low, double(compression.rate));
             high = qMax(high, double(compression.rate));
@@ -233,11 +235,11 @@ ValueScale rateScale(const PlotModel &model, const QRectF &plot)
 ValueScale volumeScale(const PlotModel &model, const QRectF &plot)
 {
     double most = 0;
-    for (const Ventilation &ventilation : model.ventilations())
+    for (const Ventilation &ventilation : model.review().ventilations)
         most = qMax(most, double(ventilation.volume));
-    if (model.ventilations().empty())
+    if (model.review().ventilations.empty())
         most = highest(model.volume());
-    return ValueScale(axisEnd(model.targets().volume, most, plainVolume), 0, plot.top(),
+    return ValueScale(axisEnd(model.review().targets.volume, most, plainVolume), 0, plot.top(),
                       plot.bottom());
 }
 
@@ -249,7 +251,7 @@ void paintGround(const LaneContext &context, const QRectF &plot)
 void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave)
 {
     const Style &style = *context.style;
-    const Targets &targets = context.model->targets();
+    const Targets &targets = context.model->review().targets;
     const ValueScale scale = depthScale(*context.model, area.plot);
 
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Depth"),
@@ -273,7 +275,7 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
     }
 
     const Wave &samples = context.model->depth();
-    const auto [first, last] = shown(context.model->compressions(), context.time.range());
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
     if (samples.count() > 0) {
         wave.paint(context.painter, samples, context.time, scale,
                    {style.theme.curve, style.theme.curveArea, style.hair});
@@ -300,8 +302,8 @@ void paintRate(const LaneContext &context, const LaneArea &area)
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Rate"),
                QCoreApplication::translate("sessionplot", "per min"));
     paintValueAxis(context, area, scale, 0);
-    paintBand(context, area, scale, context.model->targets().rate);
-    paintBandEdges(context, area, scale, context.model->targets().rate);
+    paintBand(context, area, scale, context.model->review().targets.rate);
+    paintBandEdges(context, area, scale, context.model->review().targets.rate);
 
     // Values in the band are dots; the others point to the side on which they lie.
     const qreal pitch = context.time.pixelsPerMsec() * usualMsecsPerCompression;
@@ -311,7 +313,7 @@ void paintRate(const LaneContext &context, const LaneArea &area)
     const SymbolStamp below(context.painter, Symbol::TriangleDown, triangle, style.theme.fault);
     TakenPlaces taken(area.plot, triangle / 2);
     QVector<QRect> dots;
-    const auto [first, last] = shown(context.model->compressions(), context.time.range());
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
     bool hasRates = false;
     for (const Compression *compression = first; compression != last; ++compression) {
         if (compression->rate <= 0 || compression->begin < context.time.range().from)
@@ -345,10 +347,10 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Volume"),
                QCoreApplication::translate("sessionplot", "ml"));
     paintValueAxis(context, area, scale, 0);
-    paintBand(context, area, scale, model.targets().volume);
+    paintBand(context, area, scale, model.review().targets.volume);
 
     // Too little is hollow. Both faults are marked above the bar.
-    const auto [first, last] = shown(model.ventilations(), time.range());
+    const auto [first, last] = shown(model.review().ventilations, time.range());
     const qreal narrowest = 2 * style.hair;
     const qreal narrowestHollow = 5 * style.hair;
     const qreal triangle = triangleSize(style);
@@ -388,7 +390,8 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
     // Where breaths are broad and their course was recorded, it stands before faint bars.
     constexpr double msecsOfBreath = 1000;
     const bool isBroad = time.pixelsPerMsec() * msecsOfBreath > 2 * style.em;
-    const bool hasCourse = model.volume().count() > 0 && (isBroad || model.ventilations().empty());
+    const bool hasCourse =
+        model.volume().count() > 0 && (isBroad || model.review().ventilations.empty());
     const auto faint = [hasCourse](QColor color) {
         if (hasCourse)
             color.setAlphaF(0.3);
@@ -405,7 +408,7 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
     if (hasCourse)
         wave.paint(context.painter, model.volume(), time, scale,
                    {style.theme.curve, Qt::transparent, style.hair});
-    paintBandEdges(context, area, scale, model.targets().volume);
+    paintBandEdges(context, area, scale, model.review().targets.volume);
     paintFrame(context, area.plot);
     if (first == last && model.volume().count() == 0)
         paintNotice(context, area.plot,

@@ -7,7 +7,8 @@
 #include "PlotModel.h"
 #include "Style.h"
 #include "Symbols.h"
-#include "Words.h"
+
+#include "sessionreview/Words.h"
 
 #include <QCoreApplication>
 #include <QPainter>
@@ -18,6 +19,8 @@
 #include <vector>
 
 namespace sessionplot {
+
+using namespace sessionreview;
 
 namespace {
 
@@ -55,7 +58,7 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                                       {Symbol::TriangleUp, Symbol::TriangleDown},
                                       style.theme.fault);
                      }});
-    if (model.trainsCompressions())
+    if (model.review().trainsCompressions())
         items.push_back({QCoreApplication::translate("sessionplot", "release line"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              QPen pen(style.theme.bandEdge, style.hair);
@@ -64,12 +67,12 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                              painter->drawLine(QPointF(swatch.left(), swatch.center().y()),
                                                QPointF(swatch.right(), swatch.center().y()));
                          }});
-    if (!model.pauses().empty())
+    if (!model.review().pauses.empty())
         items.push_back({QCoreApplication::translate("sessionplot", "pause"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              painter->fillRect(swatch, style.theme.pause);
                          }});
-    if (std::any_of(model.cycles().begin(), model.cycles().end(),
+    if (std::any_of(model.review().cycles.begin(), model.review().cycles.end(),
                     [](const Cycle &cycle) { return cycle.isMiscounted; }))
         items.push_back({QCoreApplication::translate("sessionplot", "cycle off target"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
@@ -77,16 +80,16 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                              painter->setBrush(style.theme.background);
                              painter->drawRect(swatch);
                          }});
-    if (!model.losses().empty())
+    if (!model.review().losses.empty())
         items.push_back({QCoreApplication::translate("sessionplot", "packet loss"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              drawHatching(painter, swatch, 0.5 * style.em, style.hair,
                                           style.theme.loss);
                          }});
     const auto hasFlag = [&model](Flag::Kind kind) {
-        return std::any_of(model.flags().begin(), model.flags().end(), [kind](const Flag &flag) {
-            return flag.kind == kind && flagWeight(flag) > 0;
-        });
+        return std::any_of(
+            model.review().flags.begin(), model.review().flags.end(),
+            [kind](const Flag &flag) { return flag.kind == kind && flagWeight(flag) > 0; });
     };
     const auto addFlag = [&](Flag::Kind kind, const QString &text) {
         if (hasFlag(kind))

@@ -5,7 +5,8 @@
 
 #include "Lanes.h"
 #include "Legend.h"
-#include "Words.h"
+
+#include "sessionreview/Words.h"
 
 #include <QPainter>
 
@@ -13,6 +14,8 @@
 #include <cmath>
 
 namespace sessionplot {
+
+using namespace sessionreview;
 
 namespace {
 
@@ -83,11 +86,12 @@ ReviewPicture::Parts ReviewPicture::usefulParts() const
         if (isMissing)
             parts &= ~missing;
     };
-    without(!m_model->trainsCompressions(), {DepthPart | FaultsPart | RatePart | CyclesPart});
-    without(!m_model->trainsVentilations(), VolumePart);
-    without(m_model->cycles().empty(), CyclesPart);
-    without(m_model->pauses().empty(), PausesPart);
-    without(std::none_of(m_model->flags().begin(), m_model->flags().end(),
+    without(!m_model->review().trainsCompressions(),
+            {DepthPart | FaultsPart | RatePart | CyclesPart});
+    without(!m_model->review().trainsVentilations(), VolumePart);
+    without(m_model->review().cycles.empty(), CyclesPart);
+    without(m_model->review().pauses.empty(), PausesPart);
+    without(std::none_of(m_model->review().flags.begin(), m_model->review().flags.end(),
                          [](const Flag &flag) { return flagWeight(flag) > 0; }),
             FlagsPart);
     return parts;

@@ -13,6 +13,8 @@
 
 namespace sessionplot {
 
+using namespace sessionreview;
+
 namespace {
 
 struct Fault {
@@ -61,7 +63,7 @@ void paintPauseShades(const LaneContext &context, const QRectF &stack)
 {
     // In a picture of many hours all pauses together would cover everything.
     constexpr qreal narrowest = 0.5;
-    for (const Span &pause : context.model->pauses()) {
+    for (const Span &pause : context.model->review().pauses) {
         if (!context.time.range().overlaps(pause.begin, pause.end))
             continue;
         const qreal left = context.time.boundedX(pause.begin);
@@ -79,7 +81,7 @@ void paintLosses(const LaneContext &context, const QRectF &stack)
     const Style &style = *context.style;
     const qreal narrowest = 3 * style.hair; // however short a loss is, it is seen
     qreal end = stack.left() - style.em; // of the last one that was drawn
-    for (const Span &loss : context.model->losses()) {
+    for (const Span &loss : context.model->review().losses) {
         if (!context.time.range().overlaps(loss.begin, loss.end))
             continue;
         const qreal left = context.time.boundedX(loss.begin);
@@ -100,7 +102,7 @@ void paintPauseLengths(const LaneContext &context, const LaneArea &area)
                      QCoreApplication::translate("sessionplot", "Pauses"), style.theme.mutedText);
 
     std::vector<const Span *> pauses;
-    for (const Span &pause : context.model->pauses()) {
+    for (const Span &pause : context.model->review().pauses) {
         if (context.time.range().overlaps(pause.begin, pause.end))
             pauses.push_back(&pause);
     }
@@ -137,11 +139,13 @@ void paintCycles(const LaneContext &context, const LaneArea &area)
     const Style &style = *context.style;
     const PlotModel &model = *context.model;
     style.small.draw(context.painter, area.left, Qt::AlignLeft,
-                     model.hasCycles() ? QCoreApplication::translate("sessionplot", "Cycles")
-                                       : QCoreApplication::translate("sessionplot", "Compressions"),
+                     model.review().hasCycles()
+                         ? QCoreApplication::translate("sessionplot", "Cycles")
+                         : QCoreApplication::translate("sessionplot", "Compressions"),
                      style.theme.mutedText);
-    const Targets &targets = model.targets();
-    if (model.hasCycles() && targets.compressionsPerCycle > 0 && targets.ventilationsPerCycle > 0)
+    const Targets &targets = model.review().targets;
+    if (model.review().hasCycles() && targets.compressionsPerCycle > 0
+        && targets.ventilationsPerCycle > 0)
         style.small.draw(context.painter, besidePlot(context, area.right), Qt::AlignLeft,
                          QCoreApplication::translate("sessionplot", "target %1:%2")
                              .arg(targets.compressionsPerCycle)
@@ -149,7 +153,7 @@ void paintCycles(const LaneContext &context, const LaneArea &area)
                          style.theme.mutedText);
 
     const qreal inset = std::round(0.1 * area.plot.height());
-    for (const Cycle &cycle : model.cycles()) {
+    for (const Cycle &cycle : model.review().cycles) {
         if (!context.time.range().overlaps(cycle.begin, cycle.end))
             continue;
         const qreal left = context.time.boundedX(cycle.begin);
@@ -159,7 +163,7 @@ void paintCycles(const LaneContext &context, const LaneArea &area)
         const QColor &color = cycle.isMiscounted ? style.theme.fault : style.theme.frame;
 
         // "30:2" in a frame; where it has no room, a low mark, or a high one for a wrong number.
-        const QString text = model.hasCycles()
+        const QString text = model.review().hasCycles()
             ? QStringLiteral("%1:%2").arg(cycle.compressions).arg(cycle.ventilations)
             : QString::number(cycle.compressions);
         const TextStyle &font = cycle.isMiscounted ? style.smallBold : style.small;
@@ -186,7 +190,8 @@ public:
         : m_all(static_cast<std::size_t>(bins)), m_faulty(m_all.size())
     {
         const qreal binsPerPixel = bins / context.time.width();
-        const auto [first, last] = shown(context.model->compressions(), context.time.range());
+        const auto [first, last] =
+            shown(context.model->review().compressions, context.time.range());
         for (const Compression *compression = first; compression != last; ++compression) {
             if (compression->begin < context.time.range().from)
                 continue;
@@ -223,7 +228,7 @@ void paintFaultSymbols(const LaneContext &context, const QRectF &place, const Fa
                        qreal size)
 {
     const SymbolStamp stamp(context.painter, fault.symbol, size, context.style->theme.fault);
-    const auto [first, last] = shown(context.model->compressions(), context.time.range());
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
     for (const Compression *compression = first; compression != last; ++compression) {
         if (fault.has(*compression) && compression->begin >= context.time.range().from)
             stamp.draw(QPointF(context.time.boundedX(compression->peak), place.center().y()));

@@ -2230,6 +2230,33 @@
         <source>Time, m:ss</source>
         <translation>Zeit, m:ss</translation>
     </message>
+</context>
+<context>
+    <name>sessionreview</name>
+    <message>
+        <source>shock</source>
+        <translation>Schock</translation>
+    </message>
+    <message>
+        <source>event</source>
+        <translation>Ereignis</translation>
+    </message>
+    <message>
+        <source>Too shallow</source>
+        <translation>Zu flach</translation>
+    </message>
+    <message>
+        <source>Too deep</source>
+        <translation>Zu tief</translation>
+    </message>
+    <message>
+        <source>Incomplete release</source>
+        <translation>Unvollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Hand position</source>
+        <translation>Druckpunkt</translation>
+    </message>
     <message>
         <source>Press deeper.</source>
         <translation>Tiefer drücken.</translation>

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef SESSIONPLOT_WORDS_H
-#define SESSIONPLOT_WORDS_H
+#ifndef SESSIONREVIEW_WORDS_H
+#define SESSIONREVIEW_WORDS_H
 
-#include "PlotModel.h"
+#include "sessionreview/SessionReview.h"
 
 #include <QString>
 
 /// What the interface's values are called in front of people. The translations are in the context
-/// "sessionplot".
-namespace sessionplot {
+/// "sessionreview".
+namespace sessionreview {
 
 /// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice.
 QString adviceText(int advice);
@@ -32,6 +32,6 @@ QString flagText(const Flag &flag);
 /// labels, the greater weight has it.
 int flagWeight(const Flag &flag);
 
-} // namespace sessionplot
+} // namespace sessionreview
 
 #endif

@@ -1,0 +1,233 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "sessionreview/Words.h"
+
+#include <CPREventBase.h>
+
+#include <QCoreApplication>
+#include <QMetaEnum>
+
+namespace sessionreview {
+
+namespace {
+
+using E = CPREventBase;
+
+struct Word {
+    int value;
+    const char *text;
+};
+
+// clang-format off
+
+constexpr Word advices[] = {
+    {E::Advice_CompressDeepEnough, QT_TRANSLATE_NOOP("sessionreview", "Press deeper.")},
+    {E::Advice_CompressNotSoDeep,  QT_TRANSLATE_NOOP("sessionreview", "Do not press so deep.")},
+    {E::Advice_ReleaseCompletely,  QT_TRANSLATE_NOOP("sessionreview", "Release the chest completely after each compression.")},
+    {E::Advice_CorrectRate,        QT_TRANSLATE_NOOP("sessionreview", "Compress at the target rate, neither slower nor faster.")},
+    {E::Advice_CorrectVentRate,    QT_TRANSLATE_NOOP("sessionreview", "Ventilate at the target rate, neither slower nor faster.")},
+    {E::Advice_CorrectVolume,      QT_TRANSLATE_NOOP("sessionreview", "Give each ventilation the target volume, neither less nor more.")},
+    {E::Advice_CorrectCycleVents,  QT_TRANSLATE_NOOP("sessionreview", "Give the right number of ventilations in each cycle.")},
+    {E::Advice_CorrectCycleComps,  QT_TRANSLATE_NOOP("sessionreview", "Give the right number of compressions in each cycle.")},
+    {E::Advice_MinimizeNoFlow,     QT_TRANSLATE_NOOP("sessionreview", "Keep the pauses in compressions short.")},
+    {E::Advice_HandPosition,       QT_TRANSLATE_NOOP("sessionreview", "Put the hands in the right place on the chest.")},
+    {E::Advice_TooFewPreVents,     QT_TRANSLATE_NOOP("sessionreview", "Give more ventilations before the first compression.")},
+    {E::Advice_TooManyPreVents,    QT_TRANSLATE_NOOP("sessionreview", "Give fewer ventilations before the first compression.")},
+};
+
+constexpr Word protocols[] = {
+    {0, QT_TRANSLATE_NOOP("sessionreview", "CPR with one rescuer")},
+    {1, QT_TRANSLATE_NOOP("sessionreview", "Compressions only")},
+    {2, QT_TRANSLATE_NOOP("sessionreview", "Ventilations only")},
+    {3, QT_TRANSLATE_NOOP("sessionreview", "Automatic")},
+    {4, QT_TRANSLATE_NOOP("sessionreview", "CPR with two rescuers")},
+    {5, QT_TRANSLATE_NOOP("sessionreview", "High performance CPR")},
+};
+
+constexpr Word rhythms[] = {
+    {E::AED_NoECGRhythm, QT_TRANSLATE_NOOP("sessionreview", "no rhythm")},
+    {E::AED_VFIB,        QT_TRANSLATE_NOOP("sessionreview", "VF")},
+    {E::AED_VTFAST,      QT_TRANSLATE_NOOP("sessionreview", "fast VT")},
+    {E::AED_VTSLOW,      QT_TRANSLATE_NOOP("sessionreview", "slow VT")},
+    {E::AED_NSR,         QT_TRANSLATE_NOOP("sessionreview", "sinus rhythm")},
+    {E::AED_ASYSTOLE,    QT_TRANSLATE_NOOP("sessionreview", "asystole")},
+    {E::AED_PEA,         QT_TRANSLATE_NOOP("sessionreview", "PEA")},
+    {E::AED_BRADYCARDIA, QT_TRANSLATE_NOOP("sessionreview", "bradycardia")},
+    {E::AED_SVT,         QT_TRANSLATE_NOOP("sessionreview", "SVT")},
+};
+
+// Buttons of the remote control that make events.
+constexpr Word buttons[] = {
+    {E::RemoteBtnShowPadPlacementLEDS, QT_TRANSLATE_NOOP("sessionreview", "remote: show pads")},
+    {E::RemoteBtnCPRfirst,             QT_TRANSLATE_NOOP("sessionreview", "remote: CPR first")},
+};
+
+struct AedWord {
+    int value;
+    int weight;
+    const char *text;
+};
+
+constexpr int weightOfShock  = 5;
+constexpr int weightOfRhythm = 4;
+constexpr int weightOfUser   = 3;
+
+// What the AED does and the learner notices. Its scenarios and its battery's details are left out,
+// and so is the delivered shock, which is an event of its own.
+constexpr AedWord aedEvents[] = {
+    {E::AEDPowerOn,                         3, QT_TRANSLATE_NOOP("sessionreview", "AED on")},
+    {E::AEDPowerOff,                        3, QT_TRANSLATE_NOOP("sessionreview", "AED off")},
+    {E::AEDAnalyzing,                       2, QT_TRANSLATE_NOOP("sessionreview", "analysing")},
+    {E::AEDShockAdvised,                    2, QT_TRANSLATE_NOOP("sessionreview", "shock advised")},
+    {E::AEDReadyToShock,                    1, QT_TRANSLATE_NOOP("sessionreview", "ready to shock")},
+    {E::AEDNoShockIndicated,                2, QT_TRANSLATE_NOOP("sessionreview", "no shock advised")},
+    {E::AEDStartCharging,                   1, QT_TRANSLATE_NOOP("sessionreview", "charging")},
+    {E::AEDShockCancelled,                  2, QT_TRANSLATE_NOOP("sessionreview", "shock cancelled")},
+    {E::AEDAnalyzingInterrupted,            2, QT_TRANSLATE_NOOP("sessionreview", "analysis interrupted")},
+    {E::AEDBatteryLow,                      3, QT_TRANSLATE_NOOP("sessionreview", "battery low")},
+    {E::AEDPatientMovementStarted,          3, QT_TRANSLATE_NOOP("sessionreview", "movement")},
+    {E::AEDPatientMovementEnded,            1, QT_TRANSLATE_NOOP("sessionreview", "movement ended")},
+    {E::AEDFailure,                         3, QT_TRANSLATE_NOOP("sessionreview", "AED failure")},
+    {E::AEDPadsOK,                          3, QT_TRANSLATE_NOOP("sessionreview", "pads on")},
+    {E::AEDPadsLoose,                       3, QT_TRANSLATE_NOOP("sessionreview", "pads loose")},
+    {E::AEDRemoteControlOtherButtonPressed, 1, QT_TRANSLATE_NOOP("sessionreview", "remote control")},
+};
+
+// clang-format on
+
+template <typename Words> QString textOf(const Words &words, int value)
+{
+    for (const auto &word : words) {
+        if (word.value == value)
+            return QCoreApplication::translate("sessionreview", word.text);
+    }
+    return QString();
+}
+
+QString ageText(const QString &letter)
+{
+    if (letter == QLatin1String("A"))
+        return QCoreApplication::translate("sessionreview", "adult");
+    if (letter == QLatin1String("C"))
+        return QCoreApplication::translate("sessionreview", "child");
+    if (letter == QLatin1String("I") || letter == QLatin1String("T"))
+        return QCoreApplication::translate("sessionreview", "infant");
+    if (letter == QLatin1String("N"))
+        return QCoreApplication::translate("sessionreview", "newborn");
+    return QString();
+}
+
+} // namespace
+
+QString adviceText(int advice)
+{
+    return textOf(advices, advice);
+}
+
+QString protocolText(int protocol)
+{
+    const QString text = textOf(protocols, protocol);
+    return text.isEmpty() ? QCoreApplication::translate("sessionreview", "Unknown protocol") : text;
+}
+
+QString manikinText(int type, const QString &ageLetter)
+{
+    const char *key = QMetaEnum::fromType<E::ManikinType>().valueToKey(type);
+    if (!key || type == E::NOT_DEFINED)
+        return QString();
+    const QString name = QString::fromLatin1(key).replace(QLatin1Char('_'), QLatin1Char(' '));
+    const QString age = ageText(ageLetter);
+    return age.isEmpty() ? name : QStringLiteral("%1 (%2)").arg(name, age);
+}
+
+QString rhythmText(int rhythm)
+{
+    return textOf(rhythms, rhythm);
+}
+
+QString aedEventText(int event)
+{
+    return textOf(aedEvents, event);
+}
+
+namespace {
+
+struct FaultWord {
+    bool has;
+    const char *text;
+};
+
+QStringList textsOf(std::initializer_list<FaultWord> faults)
+{
+    QStringList texts;
+    for (const FaultWord &fault : faults) {
+        if (fault.has)
+            texts.append(QCoreApplication::translate("sessionreview", fault.text));
+    }
+    return texts;
+}
+
+} // namespace
+
+QStringList faultTexts(const Compression &compression)
+{
+    return textsOf({
+        {compression.depthSide == Side::Below, QT_TRANSLATE_NOOP("sessionreview", "Too shallow")},
+        {compression.depthSide == Side::Above, QT_TRANSLATE_NOOP("sessionreview", "Too deep")},
+        {compression.incompleteRelease, QT_TRANSLATE_NOOP("sessionreview", "Incomplete release")},
+        {compression.wrongHands, QT_TRANSLATE_NOOP("sessionreview", "Hand position")},
+        {compression.rateSide == Side::Below, QT_TRANSLATE_NOOP("sessionreview", "Too slow")},
+        {compression.rateSide == Side::Above, QT_TRANSLATE_NOOP("sessionreview", "Too fast")},
+    });
+}
+
+QStringList faultTexts(const Ventilation &ventilation)
+{
+    return textsOf({
+        {ventilation.volumeSide == Side::Below, QT_TRANSLATE_NOOP("sessionreview", "Too little")},
+        {ventilation.volumeSide == Side::Above, QT_TRANSLATE_NOOP("sessionreview", "Too much")},
+    });
+}
+
+QString flagText(const Flag &flag)
+{
+    switch (flag.kind) {
+    case Flag::Kind::Shock:
+        return flag.code > 0
+            ? QCoreApplication::translate("sessionreview", "shock %1 J").arg(flag.code)
+            : QCoreApplication::translate("sessionreview", "shock");
+    case Flag::Kind::Rhythm:
+        return rhythmText(flag.code);
+    case Flag::Kind::User:
+        return flag.name.isEmpty() ? QCoreApplication::translate("sessionreview", "event")
+                                   : flag.name.simplified();
+    case Flag::Kind::Aed:
+        break;
+    }
+    const QString button = flag.code == E::AEDRemoteControlOtherButtonPressed
+        ? textOf(buttons, flag.detail)
+        : QString();
+    return button.isEmpty() ? aedEventText(flag.code) : button;
+}
+
+int flagWeight(const Flag &flag)
+{
+    switch (flag.kind) {
+    case Flag::Kind::Shock:
+        return weightOfShock;
+    case Flag::Kind::Rhythm:
+        return flagText(flag).isEmpty() ? 0 : weightOfRhythm;
+    case Flag::Kind::User:
+        return weightOfUser;
+    case Flag::Kind::Aed:
+        break;
+    }
+    for (const AedWord &word : aedEvents) {
+        if (word.value == flag.code)
+            return word.weight;
+    }
+    return 0;
+}
+
+} // namespace sessionreview
