@@ -6,7 +6,7 @@
 #include "ScenarioNames.h"
 #include "SessionExport.h"
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/Figures.h"
 
 #include <Scenario.h>
 #include <SessionFile.h>
@@ -236,7 +236,7 @@ Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
 
 QUrl Viewer::proposedFile(const QString &ending) const
 {
-    const QDateTime start = session() ? sessionreview::summaryOf(*session()).start : QDateTime();
+    const QDateTime start = session() ? sessionreview::figuresOf(*session()).start() : QDateTime();
     const QString stem = (start.isValid() ? start.toLocalTime() : QDateTime::currentDateTime())
                              .toString(QStringLiteral("yyyy-MM-dd-HHmm"));
     const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));

@@ -6,7 +6,7 @@
 
 #include "SessionWatcher.h"
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/Targets.h"
 
 #include <QAbstractListModel>
 #include <QSet>

@@ -34,22 +34,6 @@ QString joined(const QStringList &parts)
 
 } // namespace
 
-Compression judged(const CPREventCompression &event, const Targets &targets)
-{
-    Compression compression = compressionOf(event);
-    if (event.numberInCycle() <= 1)
-        compression.rate = 0;
-    judge(compression, targets);
-    return compression;
-}
-
-Ventilation judged(const CPREventVentilation &event, const Targets &targets)
-{
-    Ventilation ventilation = ventilationOf(event);
-    judge(ventilation, targets);
-    return ventilation;
-}
-
 EventText::EventText(const CPREventBase &event, const Targets &targets) : m_event(event)
 {
     if (const auto *compression = qobject_cast<const CPREventCompression *>(&event))
@@ -121,17 +105,17 @@ QVariant EventText::depth() const
 
 QVariant EventText::releaseDepth() const
 {
-    const auto *compression = qobject_cast<const CPREventCompression *>(&m_event);
-    return compression ? QVariant(wholeHmm(compression->compReleaseDepth())) : QVariant();
+    return m_compression ? QVariant(wholeHmm(m_compression->releaseDepth)) : QVariant();
 }
 
 QVariant EventText::rate() const
 {
-    if (m_compression && m_compression->rate > 0)
-        return m_compression->rate;
-    const auto *ventilation = qobject_cast<const CPREventVentilation *>(&m_event);
-    return ventilation && ventilation->ventRate() > 0 ? QVariant(ventilation->ventRate())
-                                                      : QVariant();
+    int rate = 0;
+    if (m_compression)
+        rate = m_compression->rate;
+    else if (m_ventilation)
+        rate = m_ventilation->rate;
+    return rate > 0 ? QVariant(rate) : QVariant();
 }
 
 QVariant EventText::volume() const
@@ -141,13 +125,12 @@ QVariant EventText::volume() const
 
 QVariant EventText::numberInCycle() const
 {
-    const auto *compression = qobject_cast<const CPREventCompression *>(&m_event);
-    return compression ? QVariant(compression->numberInCycle()) : QVariant();
+    return m_compression ? QVariant(m_compression->number) : QVariant();
 }
 
 QStringList EventText::faults() const
 {
     if (m_compression)
-        return faultTexts(*m_compression);
-    return m_ventilation ? faultTexts(*m_ventilation) : QStringList();
+        return faultTexts(faultsOf(*m_compression));
+    return m_ventilation ? faultTexts(faultsOf(*m_ventilation)) : QStringList();
 }

@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_EVENTTEXT_H
 #define CPRQUICK_EVENTTEXT_H
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/JudgedEvents.h"
 
 #include <CPREventBase.h>
 
@@ -12,12 +12,7 @@
 #include <QStringList>
 #include <QVariant>
 
-/// An event's measurements, judged by themselves. The rate of the first compression in a cycle is
-/// left out: it would tell how long the pause before it was.
-sessionreview::Compression judged(const CPREventCompression &event,
-                                  const sessionreview::Targets &targets);
-sessionreview::Ventilation judged(const CPREventVentilation &event,
-                                  const sessionreview::Targets &targets);
+#include <optional>
 
 /// What is told of one event in a list, judged by the session's targets. Values that the event does
 /// not have are invalid.

@@ -3,6 +3,8 @@
 
 #include "HistogramModel.h"
 
+#include "sessionreview/Arrival.h"
+
 #include <CPREventSessionStatistics.h>
 
 #include <QCoreApplication>
@@ -52,9 +54,7 @@ void HistogramModel::refresh()
 {
     const CPREvents *events = m_watcher.events();
     const E *statistics = events ? events->cprSessionStatistics() : nullptr;
-    QString key;
-    const bool isReceived = statistics && statistics->hasParameters()
-        && statistics->hasParameterType(E::compHistogramDepthBin_0, key);
+    const bool isReceived = sessionreview::hasArrived(statistics, E::compHistogramDepthBin_0);
     decltype(m_bars) bars{};
     decltype(m_totals) totals{};
     const auto numberOf = [statistics, isReceived](E::ParameterType type) {

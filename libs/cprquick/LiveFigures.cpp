@@ -3,8 +3,6 @@
 
 #include "LiveFigures.h"
 
-#include "EventText.h"
-
 #include "sessionreview/Words.h"
 
 #include <Scales.h>
@@ -19,31 +17,6 @@ using namespace sessionreview;
 constexpr int readingMs = 15; // shorter than a frame
 constexpr int msecsPerSecond = 1000;
 constexpr int mmPart = 100; // of a wave unit without a description
-// A pause that was not reported for this long is over. Reports come every second.
-constexpr int longestSilenceMs = 2500;
-
-/// The worst first: what harms the patient, then what makes the compression useless.
-E::Advice adviceOf(const Compression &compression)
-{
-    if (compression.wrongHands)
-        return E::Advice_HandPosition;
-    if (compression.depthSide == Side::Below)
-        return E::Advice_CompressDeepEnough;
-    if (compression.depthSide == Side::Above)
-        return E::Advice_CompressNotSoDeep;
-    if (compression.incompleteRelease)
-        return E::Advice_ReleaseCompletely;
-    const bool isInPace =
-        compression.rateSide == Side::Inside || compression.rateSide == Side::Unknown;
-    return isInPace ? E::Advice_None : E::Advice_CorrectRate;
-}
-
-E::Advice adviceOf(const Ventilation &ventilation)
-{
-    const bool isRight =
-        ventilation.volumeSide == Side::Inside || ventilation.volumeSide == Side::Unknown;
-    return isRight ? E::Advice_None : E::Advice_CorrectVolume;
-}
 
 LiveFigures::Side shown(Side side)
 {
@@ -104,8 +77,8 @@ void LiveFigures::read()
     readPause();
     if (!std::exchange(m_areEventsStale, false))
         return;
-    readEvents();
     const Targets targets = session() ? targetsOf(*session()) : Targets();
+    readEvents(targets);
     if (targets != m_targets) {
         m_targets = targets;
         Q_EMIT targetsChanged();
@@ -145,70 +118,56 @@ void LiveFigures::readWaves()
 
 void LiveFigures::readPause()
 {
-    int secs = 0;
     const CPREvents *events = m_watcher.events();
-    const E *pause = events ? events->last(E::TagInactivity) : nullptr;
-    const E *compression = events ? events->last(E::TagComp) : nullptr;
-    if (pause && m_wave.time - pause->eventEndTime() <= longestSilenceMs
-        && (!compression || compression->msecs() < pause->eventEndTime()))
-        secs = (std::max(m_wave.time, pause->eventEndTime()) - pause->msecs()) / msecsPerSecond;
+    const int secs = events ? runningPause(*events, m_wave.time) : 0;
     if (secs == m_pause)
         return;
     m_pause = secs;
     Q_EMIT pauseChanged();
 }
 
-void LiveFigures::readEvents()
+void LiveFigures::readEvents(const Targets &targets)
 {
-    m_lastDepth = m_lastReleaseDepth = -1;
-    m_lastVolume = -1;
-    m_isReleased = true;
-    m_depthSide = m_volumeSide = Unknown;
-    m_faults.clear();
-    m_advice = E::Advice_None;
-    m_compressionCount = m_ventilationCount = 0;
-    m_compressionsInCycle = m_ventilationsInCycle = 0;
-    if (const CPREvents *events = m_watcher.events()) {
-        m_compressionCount = events->count(E::TagComp);
-        m_ventilationCount = events->count(E::TagVent);
-        readLast(*events);
-        const Summary summary = summaryOf(*session());
-        if (summary.hasScores)
-            m_advice = summary.primaryAdvice;
-    }
+    const CPREvents *events = m_watcher.events();
+    m_latest = events ? latestEventsOf(*session(), targets) : LatestEvents();
+    m_compressionCount = events ? events->count(E::TagComp) : 0;
+    m_ventilationCount = events ? events->count(E::TagVent) : 0;
     Q_EMIT eventsChanged();
 }
 
-void LiveFigures::readLast(const CPREvents &events)
+double LiveFigures::lastDepth() const
 {
-    const Targets targets = targetsOf(*session());
-    const auto *compression = qobject_cast<CPREventCompression *>(events.last(E::TagComp));
-    if (compression) {
-        const Compression last = judged(*compression, targets);
-        m_lastDepth = wholeHmm(last.depth);
-        m_lastReleaseDepth = wholeHmm(compression->compReleaseDepth());
-        m_isReleased = !last.incompleteRelease;
-        m_depthSide = shown(last.depthSide);
-        m_compressionsInCycle = compression->numberInCycle();
-        m_faults = faultTexts(last);
-        m_advice = adviceOf(last);
-    }
+    return m_latest.compression ? wholeHmm(m_latest.compression->depth) : -1;
+}
 
-    const auto *ventilation = qobject_cast<CPREventVentilation *>(events.last(E::TagVent));
-    if (!ventilation)
-        return;
-    const Ventilation last = judged(*ventilation, targets);
-    m_lastVolume = last.volume;
-    m_volumeSide = shown(last.volumeSide);
-    if (compression && ventilation->msecs() < compression->msecs())
-        return;
-    m_faults = faultTexts(last);
-    m_advice = adviceOf(last);
-    int before = m_ventilationCount - 1;
-    while (before >= 0 && compression
-           && events.at(E::TagVent, before)->msecs() >= compression->msecs())
-        --before;
-    m_ventilationsInCycle = compression ? m_ventilationCount - 1 - before : m_ventilationCount;
+double LiveFigures::lastReleaseDepth() const
+{
+    return m_latest.compression ? wholeHmm(m_latest.compression->releaseDepth) : -1;
+}
+
+int LiveFigures::lastVolume() const
+{
+    return m_latest.ventilation ? m_latest.ventilation->volume : -1;
+}
+
+bool LiveFigures::isReleased() const
+{
+    return !m_latest.compression || !m_latest.compression->incompleteRelease;
+}
+
+LiveFigures::Side LiveFigures::depthSide() const
+{
+    return m_latest.compression ? shown(m_latest.compression->depthSide) : Unknown;
+}
+
+LiveFigures::Side LiveFigures::volumeSide() const
+{
+    return m_latest.ventilation ? shown(m_latest.ventilation->volumeSide) : Unknown;
+}
+
+QStringList LiveFigures::faults() const
+{
+    return faultTexts(m_latest.faults);
 }
 
 LiveFigures::Side LiveFigures::rateSide() const
@@ -218,5 +177,5 @@ LiveFigures::Side LiveFigures::rateSide() const
 
 QString LiveFigures::advice() const
 {
-    return adviceText(m_advice);
+    return adviceText(m_latest.advice);
 }

@@ -6,7 +6,7 @@
 
 #include "SessionWatcher.h"
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/LatestEvents.h"
 
 #include <QtQml/qqml.h>
 
@@ -109,17 +109,17 @@ public:
     int         volume() const               { return m_wave.volume; }
     int         rate() const                 { return m_wave.rate; }
     int         ventilationRate() const      { return m_wave.ventilationRate; }
-    double      lastDepth() const            { return m_lastDepth; }
-    double      lastReleaseDepth() const     { return m_lastReleaseDepth; }
-    int         lastVolume() const           { return m_lastVolume; }
-    bool        isReleased() const           { return m_isReleased; }
-    Side        depthSide() const            { return m_depthSide; }
+    double      lastDepth() const;
+    double      lastReleaseDepth() const;
+    int         lastVolume() const;
+    bool        isReleased() const;
+    Side        depthSide() const;
     Side        rateSide() const;
-    Side        volumeSide() const           { return m_volumeSide; }
-    QStringList faults() const               { return m_faults; }
+    Side        volumeSide() const;
+    QStringList faults() const;
     QString     advice() const;
-    int         compressionsInCycle() const  { return m_compressionsInCycle; }
-    int         ventilationsInCycle() const  { return m_ventilationsInCycle; }
+    int         compressionsInCycle() const  { return m_latest.compressionsInCycle; }
+    int         ventilationsInCycle() const  { return m_latest.ventilationsInCycle; }
     int         compressionCount() const     { return m_compressionCount; }
     int         ventilationCount() const     { return m_ventilationCount; }
     int         pause() const                { return m_pause; }
@@ -161,8 +161,7 @@ private:
     void readSoon();
     void read();
     void readWaves();
-    void readEvents();
-    void readLast(const CPREvents &events);
+    void readEvents(const sessionreview::Targets &targets);
     void readPause();
 
     SessionWatcher m_watcher;
@@ -171,16 +170,7 @@ private:
     bool m_areEventsStale = true;
     WaveFigures m_wave;
     QString m_timeText;
-    double m_lastDepth = -1;
-    double m_lastReleaseDepth = -1;
-    int m_lastVolume = -1;
-    bool m_isReleased = true;
-    Side m_depthSide = Unknown;
-    Side m_volumeSide = Unknown;
-    QStringList m_faults;
-    int m_advice = CPREventBase::Advice_None;
-    int m_compressionsInCycle = 0;
-    int m_ventilationsInCycle = 0;
+    sessionreview::LatestEvents m_latest;
     int m_compressionCount = 0;
     int m_ventilationCount = 0;
     int m_pause = 0;

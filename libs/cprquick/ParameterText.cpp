@@ -3,7 +3,7 @@
 
 #include "ParameterText.h"
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/Targets.h"
 #include "sessionreview/Words.h"
 
 #include <Scales.h>

@@ -5,14 +5,6 @@
 
 #include "sessionreview/Words.h"
 
-using bls_2010::CommonDefs;
-
-namespace {
-
-constexpr int msecsPerSecond = 1000;
-
-} // namespace
-
 SessionSummary::SessionSummary(QObject *parent) : QObject(parent)
 {
     connect(&m_watcher, &SessionWatcher::settled, this, &SessionSummary::refresh);
@@ -26,51 +18,35 @@ SessionSummary::~SessionSummary() = default;
 
 void SessionSummary::refresh()
 {
-    sessionreview::Summary summary;
-    sessionreview::Targets targets;
-    if (const CPRData *known = session()) {
-        summary = sessionreview::summaryOf(*known);
-        // The manikin tells the length at the end.
-        if (summary.secs <= 0)
-            summary.secs = known->cprEvents()->sessionTime() / msecsPerSecond;
-        targets = sessionreview::targetsOf(*known);
-    }
-    if (summary == m_summary && targets.leastFlowTime == m_targets.leastFlowTime)
+    const CPRData *known = session();
+    const auto figures = known ? sessionreview::figuresOf(*known) : sessionreview::Figures();
+    const int minFlowTime = known ? sessionreview::targetsOf(*known).minFlowTime : 0;
+    if (figures == m_figures && minFlowTime == m_minFlowTime)
         return;
-    m_summary = summary;
-    m_targets = targets;
+    m_figures = figures;
+    m_minFlowTime = minFlowTime;
     Q_EMIT changed();
 }
 
 QString SessionSummary::protocolText() const
 {
-    return sessionreview::protocolText(m_summary.protocol);
+    return sessionreview::protocolText(m_figures.protocol);
 }
 
 QString SessionSummary::manikinText() const
 {
-    QStringList parts{m_summary.manikinName.simplified(),
-                      sessionreview::manikinText(m_summary.manikinType, m_summary.ageLetter)};
+    QStringList parts{m_figures.manikinName.simplified(),
+                      sessionreview::manikinText(m_figures.manikinType, m_figures.ageLetter)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));
 }
 
-bool SessionSummary::trainsCompressions() const
-{
-    return m_summary.protocol != CommonDefs::CPR_VENTILATION_ONLY;
-}
-
-bool SessionSummary::trainsVentilations() const
-{
-    return m_summary.protocol != CommonDefs::CPR_COMPRESSION_ONLY;
-}
-
 QString SessionSummary::primaryAdviceText() const
 {
-    return sessionreview::adviceText(m_summary.primaryAdvice);
+    return sessionreview::adviceText(m_figures.primaryAdvice);
 }
 
 QString SessionSummary::secondaryAdviceText() const
 {
-    return sessionreview::adviceText(m_summary.secondaryAdvice);
+    return sessionreview::adviceText(m_figures.secondaryAdvice);
 }

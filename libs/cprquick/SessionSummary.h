@@ -6,7 +6,7 @@
 
 #include "SessionWatcher.h"
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/Figures.h"
 
 #include <QDateTime>
 #include <QtQml/qqml.h>
@@ -33,7 +33,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     /// Identifier of the guideline set.
     Q_PROPERTY(QString     guidelines          READ guidelines                 NOTIFY changed)
     /// @{
-    /// What the CPR protocol trains.
+    /// What the CPR protocol trains, and what was done in the session all the same.
     Q_PROPERTY(bool        trainsCompressions  READ trainsCompressions         NOTIFY changed)
     Q_PROPERTY(bool        trainsVentilations  READ trainsVentilations         NOTIFY changed)
     /// @}
@@ -67,23 +67,23 @@ public:
     /// Getters and setters of the properties.
     CPRData    *session() const            { return m_watcher.session(); }
     void        setSession(CPRData *session) { m_watcher.setSession(session); }
-    QStringList learners() const           { return m_summary.learners; }
-    QDateTime   start() const              { return m_summary.start; }
-    int         length() const             { return m_summary.secs; }
-    QString     guidelines() const         { return m_summary.guidelines; }
-    bool        hasScores() const          { return m_summary.hasScores; }
-    int         overallScore() const       { return m_summary.overallScore; }
-    int         compressionScore() const   { return m_summary.compressionScore; }
-    int         ventilationScore() const   { return m_summary.ventilationScore; }
-    int         flowTime() const           { return m_summary.flowTime; }
-    int         primaryAdvice() const      { return m_summary.primaryAdvice; }
-    int         secondaryAdvice() const    { return m_summary.secondaryAdvice; }
-    int         leastFlowTime() const      { return m_targets.leastFlowTime; }
+    QStringList learners() const           { return m_figures.learners; }
+    QDateTime   start() const              { return m_figures.start(); }
+    int         length() const             { return m_figures.secsSoFar; }
+    QString     guidelines() const         { return m_figures.guidelines; }
+    bool        hasScores() const          { return m_figures.hasScores; }
+    int         overallScore() const       { return m_figures.overallScore; }
+    int         compressionScore() const   { return m_figures.compressionScore; }
+    int         ventilationScore() const   { return m_figures.ventilationScore; }
+    int         flowTime() const           { return m_figures.flowTime; }
+    int         primaryAdvice() const      { return m_figures.primaryAdvice; }
+    int         secondaryAdvice() const    { return m_figures.secondaryAdvice; }
+    bool        trainsCompressions() const { return m_figures.training.compressions; }
+    bool        trainsVentilations() const { return m_figures.training.ventilations; }
+    int         leastFlowTime() const      { return m_minFlowTime; }
     // clang-format on
     QString protocolText() const;
     QString manikinText() const;
-    bool trainsCompressions() const;
-    bool trainsVentilations() const;
     QString primaryAdviceText() const;
     QString secondaryAdviceText() const;
     /// @}
@@ -99,8 +99,8 @@ private:
     void refresh();
 
     SessionWatcher m_watcher;
-    sessionreview::Summary m_summary;
-    sessionreview::Targets m_targets;
+    sessionreview::Figures m_figures;
+    int m_minFlowTime = 0;
 };
 
 #endif

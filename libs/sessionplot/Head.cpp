@@ -44,11 +44,11 @@ QString separator()
     return QStringLiteral(" \u00b7 ");
 }
 
-QString learnersText(const Summary &summary)
+QString learnersText(const Figures &figures)
 {
-    return summary.learners.isEmpty()
+    return figures.learners.isEmpty()
         ? QCoreApplication::translate("sessionplot", "No learner named")
-        : summary.learners.join(QLatin1String(", ")).simplified();
+        : figures.learners.join(QLatin1String(", ")).simplified();
 }
 
 QString dateText(const QDateTime &start, QLocale::FormatType format)
@@ -63,35 +63,35 @@ QString dateText(const QDateTime &start, QLocale::FormatType format)
 /// What was trained and when, in \a width if that can be.
 QString occasionText(const PlotModel &model, const TextStyle &style, qreal width)
 {
-    const Summary &summary = model.review().summary;
-    const qint64 length = summary.secs > 0 ? summary.secs * msecsPerSecond : model.length();
+    const Figures &figures = model.review().figures;
+    const qint64 length = figures.secs > 0 ? figures.secs * msecsPerSecond : model.length();
     const bool withHours = needsHours({0, length});
     const QString lengthText = QCoreApplication::translate("sessionplot", "Length %1 %2")
                                    .arg(timeText(length, msecsPerSecond, withHours),
                                         withHours ? QStringLiteral("h") : QStringLiteral("min"));
-    QStringList parts{protocolText(summary.protocol), lengthText,
-                      dateText(summary.start, QLocale::LongFormat)};
+    QStringList parts{protocolText(figures.protocol), lengthText,
+                      dateText(figures.start(), QLocale::LongFormat)};
     if (style.width(parts.join(separator())) > width)
-        parts.last() = dateText(summary.start, QLocale::ShortFormat);
+        parts.last() = dateText(figures.start(), QLocale::ShortFormat);
     return parts.join(separator());
 }
 
-QString equipmentText(const Summary &summary)
+QString equipmentText(const Figures &figures)
 {
     QStringList parts;
-    const QString type = manikinText(summary.manikinType, summary.ageLetter);
-    if (type.isEmpty() && summary.manikinName.isEmpty())
+    const QString type = manikinText(figures.manikinType, figures.ageLetter);
+    if (type.isEmpty() && figures.manikinName.isEmpty())
         parts.append(QCoreApplication::translate("sessionplot", "Manikin not known"));
-    else if (summary.manikinName.isEmpty())
+    else if (figures.manikinName.isEmpty())
         parts.append(QCoreApplication::translate("sessionplot", "Manikin %1").arg(type));
     else
         parts.append(QCoreApplication::translate("sessionplot", "Manikin \u201c%1\u201d")
-                         .arg(summary.manikinName.simplified()));
-    if (!summary.manikinName.isEmpty() && !type.isEmpty())
+                         .arg(figures.manikinName.simplified()));
+    if (!figures.manikinName.isEmpty() && !type.isEmpty())
         parts.append(type);
-    if (!summary.guidelines.isEmpty())
+    if (!figures.guidelines.isEmpty())
         parts.append(
-            QCoreApplication::translate("sessionplot", "Guidelines %1").arg(summary.guidelines));
+            QCoreApplication::translate("sessionplot", "Guidelines %1").arg(figures.guidelines));
     return parts.join(separator());
 }
 
@@ -102,20 +102,20 @@ QString percentText(int percent)
 
 std::vector<Tile> tilesOf(const PlotModel &model)
 {
-    const Summary &summary = model.review().summary;
+    const Figures &figures = model.review().figures;
     std::vector<Tile> tiles;
     tiles.push_back({QCoreApplication::translate("sessionplot", "Overall"),
-                     percentText(summary.overallScore), summary.overallScore, 0});
-    if (model.review().trainsCompressions())
+                     percentText(figures.overallScore), figures.overallScore, 0});
+    if (model.review().figures.training.compressions)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Compressions"),
-                         percentText(summary.compressionScore), summary.compressionScore, 0});
-    if (model.review().trainsVentilations())
+                         percentText(figures.compressionScore), figures.compressionScore, 0});
+    if (model.review().figures.training.ventilations)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Ventilations"),
-                         percentText(summary.ventilationScore), summary.ventilationScore, 0});
-    if (model.review().trainsCompressions())
+                         percentText(figures.ventilationScore), figures.ventilationScore, 0});
+    if (model.review().figures.training.compressions)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Flow time"),
-                         percentText(summary.flowTime), summary.flowTime,
-                         model.review().targets.leastFlowTime});
+                         percentText(figures.flowTime), figures.flowTime,
+                         model.review().targets.minFlowTime});
     return tiles;
 }
 
@@ -124,13 +124,13 @@ struct AdviceLine {
     QString text;
 };
 
-std::vector<AdviceLine> adviceLines(const Summary &summary)
+std::vector<AdviceLine> adviceLines(const Figures &figures)
 {
     const QString advice = QCoreApplication::translate("sessionplot", "Advice");
-    if (!summary.hasScores)
+    if (!figures.hasScores)
         return {{advice, notReceived()}};
-    const QString primary = adviceText(summary.primaryAdvice);
-    const QString secondary = adviceText(summary.secondaryAdvice);
+    const QString primary = adviceText(figures.primaryAdvice);
+    const QString secondary = adviceText(figures.secondaryAdvice);
     if (primary.isEmpty() && secondary.isEmpty())
         return {{advice, QCoreApplication::translate("sessionplot", "none, nothing to correct")}};
     std::vector<AdviceLine> lines;
@@ -190,7 +190,7 @@ void paintTiles(QPainter *painter, const Style &style, const PlotModel &model, c
     if (!hasTilesBeside(style, area.width(), tiles.size()))
         x = area.left();
     for (const Tile &tile : tiles) {
-        paintTile(painter, style, tile, model.review().summary.hasScores,
+        paintTile(painter, style, tile, model.review().figures.hasScores,
                   QRectF(x, area.top(), step - style.em, area.height()));
         x += step;
     }
@@ -198,7 +198,7 @@ void paintTiles(QPainter *painter, const Style &style, const PlotModel &model, c
 
 void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QRectF area)
 {
-    const Summary &summary = model.review().summary;
+    const Figures &figures = model.review().figures;
     const std::size_t tiles = tilesOf(model).size();
     const bool beside = hasTilesBeside(style, area.width(), tiles);
     const qreal line = style.normal.line() + rowGap * style.em;
@@ -209,16 +209,16 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
         texts.setWidth(area.width() - qreal(tiles) * (tileWidth + 1) * style.em);
     }
     style.large.draw(painter, takeLine(texts, style.large.line()), Qt::AlignLeft,
-                     learnersText(summary), style.theme.text);
+                     learnersText(figures), style.theme.text);
     style.normal.draw(painter, takeLine(texts, line), Qt::AlignLeft,
                       occasionText(model, style.normal, texts.width()), style.theme.text);
-    style.normal.draw(painter, takeLine(texts, line), Qt::AlignLeft, equipmentText(summary),
+    style.normal.draw(painter, takeLine(texts, line), Qt::AlignLeft, equipmentText(figures),
                       style.theme.mutedText);
     if (!beside)
         paintTiles(painter, style, model, takeLine(texts, tileHeight * style.em));
 
     texts.setWidth(area.width());
-    for (const AdviceLine &advice : adviceLines(summary)) {
+    for (const AdviceLine &advice : adviceLines(figures)) {
         const QRectF place = takeLine(texts, line);
         const QString label = QStringLiteral("%1: ").arg(advice.label);
         style.bold.draw(painter, place, Qt::AlignLeft, label, style.theme.text);
@@ -229,7 +229,7 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
 
 QString scoresText(const PlotModel &model)
 {
-    if (!model.review().summary.hasScores)
+    if (!model.review().figures.hasScores)
         return QCoreApplication::translate("sessionplot", "Scores and advice: %1")
             .arg(notReceived());
     QStringList parts;
@@ -240,10 +240,10 @@ QString scoresText(const PlotModel &model)
 
 void paintShort(QPainter *painter, const Style &style, const PlotModel &model, QRectF area)
 {
-    const Summary &summary = model.review().summary;
+    const Figures &figures = model.review().figures;
     const qreal line = style.normal.line();
     const QRectF first = takeLine(area, line);
-    const QString learners = learnersText(summary);
+    const QString learners = learnersText(figures);
     const qreal gap = style.em;
     const qreal width = qMin(style.bold.width(learners), first.width() / 2);
     style.bold.draw(painter, QRectF(first.topLeft(), QSizeF(width + 1, line)), Qt::AlignLeft,
@@ -253,8 +253,8 @@ void paintShort(QPainter *painter, const Style &style, const PlotModel &model, Q
                       style.theme.mutedText);
 
     QString text = scoresText(model);
-    if (summary.hasScores) {
-        for (const AdviceLine &advice : adviceLines(summary))
+    if (figures.hasScores) {
+        for (const AdviceLine &advice : adviceLines(figures))
             text += separator() + advice.text;
     }
     style.normal.draw(painter, takeLine(area, line), Qt::AlignLeft, text, style.theme.text);
@@ -262,12 +262,12 @@ void paintShort(QPainter *painter, const Style &style, const PlotModel &model, Q
 
 void paintLine(QPainter *painter, const Style &style, const PlotModel &model, const QRectF &area)
 {
-    const Summary &summary = model.review().summary;
-    const QString score = summary.hasScores ? percentText(summary.overallScore) : QString();
+    const Figures &figures = model.review().figures;
+    const QString score = figures.hasScores ? percentText(figures.overallScore) : QString();
     const qreal width = style.bold.width(score);
     style.bold.draw(painter, area, Qt::AlignRight, score, style.theme.text);
     style.normal.draw(painter, area.adjusted(0, 0, -width - style.em, 0), Qt::AlignLeft,
-                      learnersText(summary), style.theme.text);
+                      learnersText(figures), style.theme.text);
 }
 
 } // namespace

@@ -58,7 +58,7 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                                       {Symbol::TriangleUp, Symbol::TriangleDown},
                                       style.theme.fault);
                      }});
-    if (model.review().trainsCompressions())
+    if (model.review().figures.training.compressions)
         items.push_back({QCoreApplication::translate("sessionplot", "release line"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              QPen pen(style.theme.bandEdge, style.hair);

@@ -28,7 +28,7 @@ constexpr int largestSide = 32767; // of an image
 
 QString title(const PlotModel &model)
 {
-    return model.review().summary.learners.join(QLatin1String(", "));
+    return model.review().figures.learners.join(QLatin1String(", "));
 }
 
 bool paintOn(QPaintDevice *device, const QSize &size, ReviewPicture &picture)

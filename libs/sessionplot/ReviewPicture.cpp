@@ -86,9 +86,9 @@ ReviewPicture::Parts ReviewPicture::usefulParts() const
         if (isMissing)
             parts &= ~missing;
     };
-    without(!m_model->review().trainsCompressions(),
+    without(!m_model->review().figures.training.compressions,
             {DepthPart | FaultsPart | RatePart | CyclesPart});
-    without(!m_model->review().trainsVentilations(), VolumePart);
+    without(!m_model->review().figures.training.ventilations, VolumePart);
     without(m_model->review().cycles.empty(), CyclesPart);
     without(m_model->review().pauses.empty(), PausesPart);
     without(std::none_of(m_model->review().flags.begin(), m_model->review().flags.end(),

@@ -4,6 +4,8 @@
 #include "LaneParts.h"
 #include "Symbols.h"
 
+#include "sessionreview/Words.h"
+
 #include <QCoreApplication>
 #include <QPainter>
 
@@ -17,33 +19,25 @@ using namespace sessionreview;
 
 namespace {
 
-struct Fault {
+struct FaultRow {
     Symbol symbol;
-    const char *text;
-    bool (*has)(const Compression &);
+    Fault fault;
 };
 
-// clang-format off
-const Fault faults[faultRows] = {
-    {Symbol::TriangleUp,   QT_TRANSLATE_NOOP("sessionplot", "Too shallow"),        [](const Compression &c) { return c.depthSide == Side::Below; }},
-    {Symbol::TriangleDown, QT_TRANSLATE_NOOP("sessionplot", "Too deep"),           [](const Compression &c) { return c.depthSide == Side::Above; }},
-    {Symbol::Diamond,      QT_TRANSLATE_NOOP("sessionplot", "Incomplete release"), [](const Compression &c) { return c.incompleteRelease; }},
-    {Symbol::Cross,        QT_TRANSLATE_NOOP("sessionplot", "Hand position"),      [](const Compression &c) { return c.wrongHands; }},
+constexpr FaultRow faults[faultRows] = {
+    {Symbol::TriangleUp, Fault::TooShallow},
+    {Symbol::TriangleDown, Fault::TooDeep},
+    {Symbol::Diamond, Fault::IncompleteRelease},
+    {Symbol::Cross, Fault::HandPosition},
 };
-// clang-format on
-
-QString faultText(const Fault &fault)
-{
-    return QCoreApplication::translate("sessionplot", fault.text);
-}
 
 } // namespace
 
 qreal leftMargin(const Style &style)
 {
     qreal widest = 0;
-    for (const Fault &fault : faults)
-        widest = qMax(widest, style.small.width(faultText(fault)));
+    for (const FaultRow &row : faults)
+        widest = qMax(widest, style.small.width(faultText(row.fault)));
     return std::ceil(style.symbol + (1 + gapBesidePlot) * style.em + widest);
 }
 
@@ -139,13 +133,12 @@ void paintCycles(const LaneContext &context, const LaneArea &area)
     const Style &style = *context.style;
     const PlotModel &model = *context.model;
     style.small.draw(context.painter, area.left, Qt::AlignLeft,
-                     model.review().hasCycles()
+                     model.review().figures.training.cycles
                          ? QCoreApplication::translate("sessionplot", "Cycles")
                          : QCoreApplication::translate("sessionplot", "Compressions"),
                      style.theme.mutedText);
     const Targets &targets = model.review().targets;
-    if (model.review().hasCycles() && targets.compressionsPerCycle > 0
-        && targets.ventilationsPerCycle > 0)
+    if (targets.compressionsPerCycle > 0 && targets.ventilationsPerCycle > 0)
         style.small.draw(context.painter, besidePlot(context, area.right), Qt::AlignLeft,
                          QCoreApplication::translate("sessionplot", "target %1:%2")
                              .arg(targets.compressionsPerCycle)
@@ -163,7 +156,7 @@ void paintCycles(const LaneContext &context, const LaneArea &area)
         const QColor &color = cycle.isMiscounted ? style.theme.fault : style.theme.frame;
 
         // "30:2" in a frame; where it has no room, a low mark, or a high one for a wrong number.
-        const QString text = model.review().hasCycles()
+        const QString text = model.review().figures.training.cycles
             ? QStringLiteral("%1:%2").arg(cycle.compressions).arg(cycle.ventilations)
             : QString::number(cycle.compressions);
         const TextStyle &font = cycle.isMiscounted ? style.smallBold : style.small;
@@ -201,7 +194,7 @@ public:
             ++total;
             ++m_all[bin];
             for (std::size_t row = 0; row < faultRows; ++row) {
-                if (faults[row].has(*compression)) {
+                if (compression->has(faults[row].fault)) {
                     ++m_faulty[bin][row];
                     ++totals[row];
                 }
@@ -224,13 +217,13 @@ private:
     std::vector<std::array<int, faultRows>> m_faulty;
 };
 
-void paintFaultSymbols(const LaneContext &context, const QRectF &place, const Fault &fault,
+void paintFaultSymbols(const LaneContext &context, const QRectF &place, const FaultRow &row,
                        qreal size)
 {
-    const SymbolStamp stamp(context.painter, fault.symbol, size, context.style->theme.fault);
+    const SymbolStamp stamp(context.painter, row.symbol, size, context.style->theme.fault);
     const auto [first, last] = shown(context.model->review().compressions, context.time.range());
     for (const Compression *compression = first; compression != last; ++compression) {
-        if (fault.has(*compression) && compression->begin >= context.time.range().from)
+        if (compression->has(row.fault) && compression->begin >= context.time.range().from)
             stamp.draw(QPointF(context.time.boundedX(compression->peak), place.center().y()));
     }
 }
@@ -269,7 +262,7 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
     const FaultCounts counts(context, bins);
 
     for (int row = 0; row < faultRows; ++row) {
-        const Fault &fault = faults[row];
+        const FaultRow &fault = faults[row];
         const qreal top = area.plot.top() + row * height;
         const QRectF place(area.plot.left(), top, area.plot.width(), height);
         drawRule(context.painter, place.bottomLeft(), place.bottomRight(), style.hair,
@@ -286,7 +279,7 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
                    QPointF(left.left() + size / 2, left.center().y()), size,
                    faulty > 0 ? style.theme.fault : style.theme.mutedText);
         style.small.draw(context.painter, left.adjusted(size + 0.5 * style.em, 0, 0, 0),
-                         Qt::AlignLeft, faultText(fault), color);
+                         Qt::AlignLeft, faultText(fault.fault), color);
         if (counts.total > 0) {
             const QRectF right =
                 besidePlot(context, {area.right.left(), top, area.right.width(), height});

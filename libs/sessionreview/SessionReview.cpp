@@ -4,47 +4,29 @@
 #include "sessionreview/SessionReview.h"
 
 #include <CPRData.h>
-#include <CPREventSessionInfo.h>
-#include <CPREventSessionScore.h>
+#include <CPREventCompression.h>
+#include <CPREventVentilation.h>
 
 #include <algorithm>
 #include <cmath>
-#include <cstdlib>
 #include <limits>
-#include <tuple>
 
 namespace sessionreview {
 
 namespace {
 
 using E = CPREventBase;
-using bls_2010::CommonDefs;
 
-constexpr double hmmPerMm = 100;
-constexpr int msecsPerSecond = 1000;
-constexpr int msecsPerMinute = 60 * msecsPerSecond;
+constexpr int msecsPerMinute = 60 * 1000;
 
 // A compression that begins later than this after the end of the one before begins a new run. For
 // a slow rescuer it is the time between two compressions instead, up to the second value.
-constexpr int longestGapInRun = 500;
-constexpr int longestGapInSlowRun = 1000;
+constexpr int maxGapInRun = 500;
+constexpr int maxGapInSlowRun = 1000;
 
 // What the periods tell about lost messages is believed within these limits.
-constexpr int shortestPeriod = 200;
-constexpr int mostMissing = 3;
-
-// An end that lies farther behind the peak is not believed.
-constexpr int longestRelease = 2000;
-
-int intOf(const E *event, E::ParameterType parameter)
-{
-    return event ? event->parameterValue(parameter, 0).toInt() : 0;
-}
-
-QString textOf(const E *event, E::ParameterType parameter)
-{
-    return event ? event->parameterValue(parameter, QVariant()).toString() : QString();
-}
+constexpr int minPeriod = 200;
+constexpr int maxMissing = 3;
 
 bool isSummary(E::EventType type)
 {
@@ -72,17 +54,17 @@ qint64 gapBetween(const Compression &before, const Compression &next)
 /// Compressions of a run between these two, of which no message arrived.
 int missingBetween(const Compression &before, const Compression &next)
 {
-    if (next.period < shortestPeriod)
+    if (next.period < minPeriod)
         return 0;
     const double periods = (double(next.begin) - before.begin) / next.period;
-    return std::clamp(static_cast<int>(std::round(periods)) - 1, 0, mostMissing);
+    return std::clamp(static_cast<int>(std::round(periods)) - 1, 0, maxMissing);
 }
 
-int longestGap(const Compression &next)
+int maxGap(const Compression &next)
 {
     if (next.rate <= 0)
-        return longestGapInRun;
-    return std::clamp(msecsPerMinute / next.rate, longestGapInRun, longestGapInSlowRun);
+        return maxGapInRun;
+    return std::clamp(msecsPerMinute / next.rate, maxGapInRun, maxGapInSlowRun);
 }
 
 /// When a ventilation is given, for its order among compressions: a rescuer who begins to blow
@@ -91,193 +73,6 @@ qint64 moment(const Ventilation &ventilation)
 {
     return (qint64(ventilation.begin) + ventilation.peak) / 2;
 }
-
-} // namespace
-
-Compression compressionOf(const CPREventCompression &event)
-{
-    Compression result;
-    result.begin = event.msecs();
-    result.peak = std::max(event.compPeakTime(), result.begin);
-    result.end = event.eventEndTime();
-    if (result.end < result.peak || qint64(result.end) - result.peak > longestRelease)
-        result.end = result.peak;
-    result.period = event.compInstantaneousPeriod();
-    result.depth = std::abs(event.compDepth());
-    result.rate = event.compMeanRate();
-    if (result.rate <= 0 && result.period > 0)
-        result.rate = msecsPerMinute / result.period;
-    result.incompleteRelease = event.compIncompleteRelease();
-    result.wrongHands = event.compHandposError() || event.compHandposXiphoid();
-    return result;
-}
-
-Ventilation ventilationOf(const CPREventVentilation &event)
-{
-    Ventilation result;
-    result.begin = event.msecs();
-    result.peak = std::max(event.ventPeakTime(), result.begin);
-    // Archives do not hold the end.
-    result.end = std::max(event.eventEndTime(), result.peak);
-    result.volume = event.ventVolume();
-    return result;
-}
-
-std::optional<Flag> flagOf(const CPREventBase &event)
-{
-    Flag flag;
-    flag.msecs = event.msecs();
-    switch (event.type()) {
-    case E::ShockDelivered:
-        flag.kind = Flag::Kind::Shock;
-        flag.code = intOf(&event, E::shockEnergy);
-        return flag;
-    case E::CprAedEvent:
-        flag.kind = Flag::Kind::Aed;
-        flag.code = intOf(&event, E::aedEventType);
-        flag.detail = intOf(&event, E::aedRemoteOtherButtonId);
-        if (flag.code != E::AEDECGRhythmStatus)
-            return flag;
-        break;
-    case E::CprCprdEvent:
-        break;
-    case E::Event:
-        flag.kind = Flag::Kind::User;
-        flag.name = textOf(&event, E::eventId);
-        return flag;
-    default:
-        return std::nullopt;
-    }
-    flag.kind = Flag::Kind::Rhythm;
-    flag.code = intOf(&event, E::aedECGRhythm);
-    return flag;
-}
-
-Side Band::side(double value) const
-{
-    if (!isValid())
-        return Side::Unknown;
-    if (value < min)
-        return Side::Below;
-    return value > max ? Side::Above : Side::Inside;
-}
-
-bool Targets::operator==(const Targets &other) const
-{
-    const auto values = [](const Targets &t) {
-        return std::tie(t.depth, t.releaseDepth, t.rate, t.volume, t.compressionsPerCycle,
-                        t.ventilationsPerCycle, t.leastFlowTime);
-    };
-    return values(*this) == values(other);
-}
-
-bool Summary::operator==(const Summary &other) const
-{
-    const auto values = [](const Summary &s) {
-        return std::tie(s.learners, s.start, s.protocol, s.secs, s.manikinName, s.manikinType,
-                        s.ageLetter, s.guidelines, s.hasScores, s.overallScore, s.compressionScore,
-                        s.ventilationScore, s.flowTime, s.primaryAdvice, s.secondaryAdvice);
-    };
-    return values(*this) == values(other);
-}
-
-double wholeHmm(float mm)
-{
-    return std::round(double(mm) * hmmPerMm) / hmmPerMm;
-}
-
-Side Targets::depthSide(float mm) const
-{
-    return depth.side(wholeHmm(mm));
-}
-
-Side Targets::volumeSide(int ml) const
-{
-    const Side side = volume.side(ml);
-    // The maximum itself already counts as too much.
-    return side == Side::Inside && ml >= volume.max ? Side::Above : side;
-}
-
-void judge(Compression &compression, const Targets &targets)
-{
-    compression.depthSide = targets.depthSide(compression.depth);
-    compression.rateSide =
-        compression.rate > 0 ? targets.rate.side(compression.rate) : Side::Unknown;
-}
-
-void judge(Ventilation &ventilation, const Targets &targets)
-{
-    ventilation.volumeSide = targets.volumeSide(ventilation.volume);
-}
-
-Summary summaryOf(const CPRData &session)
-{
-    Summary summary;
-    summary.learners = session.learners();
-    summary.learners.removeAll(QString()); // a session without learners has one empty name
-    if (session.cprGuidelines())
-        summary.guidelines = session.cprGuidelines()->guidelinesID();
-    const CPREvents *events = session.cprEvents();
-    if (!events)
-        return summary;
-
-    if (const CPREventSessionInfo *info = events->sessionInfo()) {
-        summary.start = QDateTime::fromString(textOf(info, E::startTime), Qt::ISODate);
-        summary.protocol = intOf(info, E::cprProtocol);
-        summary.secs = intOf(info, E::totalTime);
-        summary.manikinName = textOf(info, E::manikinName);
-        summary.manikinType = info->getManikinType();
-        summary.ageLetter = info->patientAgeType();
-    }
-
-    const CPREventSessionScore *score = events->sessionScore();
-    QString key;
-    // A fresh score event has scores of 0, but no reductions.
-    summary.hasScores = score && score->hasParameters()
-        && score->hasParameterType(E::compReleaseScoreReduction, key);
-    if (!summary.hasScores)
-        return summary;
-    summary.overallScore = intOf(score, E::overallScore);
-    summary.compressionScore = intOf(score, E::compOverallScore);
-    summary.ventilationScore = intOf(score, E::ventOverallScore);
-    summary.flowTime = intOf(score, E::flowTimePercentage);
-    summary.primaryAdvice = intOf(score, E::primaryAdvice);
-    summary.secondaryAdvice = intOf(score, E::secondaryAdvice);
-    return summary;
-}
-
-Targets targetsOf(const CPRData &session)
-{
-    Targets targets;
-    const CPRGuidelines *set = session.cprGuidelines();
-    if (!set)
-        return targets;
-    targets.depth = {set->compressionDepthMin() / hmmPerMm, set->compressionDepthMax() / hmmPerMm};
-    targets.releaseDepth = set->compressionAcceptableReleaseDepth() / hmmPerMm;
-    targets.rate = {double(set->compressionRateMin()), double(set->compressionRateMax())};
-    targets.volume = {double(set->ventilationVolumeMin()), double(set->ventilationVolumeMax())};
-
-    targets.compressionsPerCycle = set->compressionsBetweenVentilations();
-    targets.ventilationsPerCycle = set->ventilationsBetweenCompressions();
-    const CPREvents *events = session.cprEvents();
-    switch (intOf(events ? events->sessionInfo() : nullptr, E::cprProtocol)) {
-    case CommonDefs::CPR_SINGLE_RESCUER:
-        targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageSingleRescuerCPR();
-        break;
-    case CommonDefs::CPR_TWO_RESCUER:
-        targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageTwoRescuerCPR();
-        targets.compressionsPerCycle = set->compressionsBetweenVentilationsTwoRescuer();
-        break;
-    case CommonDefs::CPR_COMPRESSION_ONLY:
-        targets.leastFlowTime = set->minimumAcceptedFlowtimePercentageCompressionsOnly();
-        break;
-    default:
-        break;
-    }
-    return targets;
-}
-
-namespace {
 
 void readEvents(SessionReview &review, const CPRData &session)
 {
@@ -346,13 +141,14 @@ void readEvents(SessionReview &review, const CPRData &session)
 void findRuns(SessionReview &review)
 {
     std::vector<Cycle> &cycles = review.cycles;
-    const bool taken = review.hasCycles();
+    const bool hasCycles = review.figures.training.cycles;
     auto ventilation = review.ventilations.cbegin();
     auto pause = review.pauses.cbegin();
     const Compression *before = nullptr;
 
     const auto addVentilationsUntil = [&](qint64 msecs) {
-        for (; taken && ventilation != review.ventilations.cend() && moment(*ventilation) < msecs;
+        for (;
+             hasCycles && ventilation != review.ventilations.cend() && moment(*ventilation) < msecs;
              ++ventilation) {
             if (cycles.empty())
                 cycles.push_back({ventilation->begin, ventilation->end, 0, 0, false});
@@ -367,7 +163,7 @@ void findRuns(SessionReview &review)
             ++pause;
         const bool hasPaused = pause != review.pauses.cend() && pause->begin < compression.begin;
         if (!before || cycles.empty() || cycles.back().ventilations > 0 || hasPaused
-            || gapBetween(*before, compression) > longestGap(compression)) {
+            || gapBetween(*before, compression) > maxGap(compression)) {
             cycles.push_back({compression.begin, compression.end, 0, 0, false});
             compression.rate = 0; // it would tell the length of the pause
         } else {
@@ -384,7 +180,7 @@ void judgeCycles(SessionReview &review)
 {
     const int compressions = review.targets.compressionsPerCycle;
     const int ventilations = review.targets.ventilationsPerCycle;
-    if (!review.hasCycles() || compressions <= 0 || ventilations <= 0)
+    if (compressions <= 0 || ventilations <= 0)
         return;
     for (Cycle &cycle : review.cycles) {
         const bool isLast = &cycle == &review.cycles.back();
@@ -399,7 +195,7 @@ void judgeCycles(SessionReview &review)
 SessionReview reviewOf(const CPRData &session)
 {
     SessionReview review;
-    review.summary = summaryOf(session);
+    review.figures = figuresOf(session);
     review.targets = targetsOf(session);
     readEvents(review, session);
     findRuns(review);
@@ -409,28 +205,6 @@ SessionReview reviewOf(const CPRData &session)
     for (Ventilation &ventilation : review.ventilations)
         judge(ventilation, review.targets);
     return review;
-}
-
-bool SessionReview::trainsCompressions() const
-{
-    return summary.protocol != CommonDefs::CPR_VENTILATION_ONLY || !compressions.empty();
-}
-
-bool SessionReview::trainsVentilations() const
-{
-    return summary.protocol != CommonDefs::CPR_COMPRESSION_ONLY || !ventilations.empty();
-}
-
-bool SessionReview::hasCycles() const
-{
-    switch (summary.protocol) {
-    case CommonDefs::CPR_COMPRESSION_ONLY:
-    case CommonDefs::CPR_VENTILATION_ONLY:
-    case CommonDefs::CPR_HIGH_PERFORMANCE:
-        return false;
-    default:
-        return true;
-    }
 }
 
 } // namespace sessionreview

@@ -45,6 +45,17 @@ constexpr Word protocols[] = {
     {5, QT_TRANSLATE_NOOP("sessionreview", "High performance CPR")},
 };
 
+constexpr Word faults[] = {
+    {int(Fault::TooShallow),        QT_TRANSLATE_NOOP("sessionreview", "Too shallow")},
+    {int(Fault::TooDeep),           QT_TRANSLATE_NOOP("sessionreview", "Too deep")},
+    {int(Fault::IncompleteRelease), QT_TRANSLATE_NOOP("sessionreview", "Incomplete release")},
+    {int(Fault::HandPosition),      QT_TRANSLATE_NOOP("sessionreview", "Hand position")},
+    {int(Fault::TooSlow),           QT_TRANSLATE_NOOP("sessionreview", "Too slow")},
+    {int(Fault::TooFast),           QT_TRANSLATE_NOOP("sessionreview", "Too fast")},
+    {int(Fault::TooLittle),         QT_TRANSLATE_NOOP("sessionreview", "Too little")},
+    {int(Fault::TooMuch),           QT_TRANSLATE_NOOP("sessionreview", "Too much")},
+};
+
 constexpr Word rhythms[] = {
     {E::AED_NoECGRhythm, QT_TRANSLATE_NOOP("sessionreview", "no rhythm")},
     {E::AED_VFIB,        QT_TRANSLATE_NOOP("sessionreview", "VF")},
@@ -151,43 +162,17 @@ QString aedEventText(int event)
     return textOf(aedEvents, event);
 }
 
-namespace {
+QString faultText(Fault fault)
+{
+    return textOf(faults, static_cast<int>(fault));
+}
 
-struct FaultWord {
-    bool has;
-    const char *text;
-};
-
-QStringList textsOf(std::initializer_list<FaultWord> faults)
+QStringList faultTexts(const QVector<Fault> &faults)
 {
     QStringList texts;
-    for (const FaultWord &fault : faults) {
-        if (fault.has)
-            texts.append(QCoreApplication::translate("sessionreview", fault.text));
-    }
+    for (const Fault fault : faults)
+        texts.append(faultText(fault));
     return texts;
-}
-
-} // namespace
-
-QStringList faultTexts(const Compression &compression)
-{
-    return textsOf({
-        {compression.depthSide == Side::Below, QT_TRANSLATE_NOOP("sessionreview", "Too shallow")},
-        {compression.depthSide == Side::Above, QT_TRANSLATE_NOOP("sessionreview", "Too deep")},
-        {compression.incompleteRelease, QT_TRANSLATE_NOOP("sessionreview", "Incomplete release")},
-        {compression.wrongHands, QT_TRANSLATE_NOOP("sessionreview", "Hand position")},
-        {compression.rateSide == Side::Below, QT_TRANSLATE_NOOP("sessionreview", "Too slow")},
-        {compression.rateSide == Side::Above, QT_TRANSLATE_NOOP("sessionreview", "Too fast")},
-    });
-}
-
-QStringList faultTexts(const Ventilation &ventilation)
-{
-    return textsOf({
-        {ventilation.volumeSide == Side::Below, QT_TRANSLATE_NOOP("sessionreview", "Too little")},
-        {ventilation.volumeSide == Side::Above, QT_TRANSLATE_NOOP("sessionreview", "Too much")},
-    });
 }
 
 QString flagText(const Flag &flag)

@@ -4,9 +4,11 @@
 #ifndef SESSIONREVIEW_WORDS_H
 #define SESSIONREVIEW_WORDS_H
 
-#include "sessionreview/SessionReview.h"
+#include "sessionreview/Flag.h"
+#include "sessionreview/JudgedEvents.h"
 
 #include <QString>
+#include <QStringList>
 
 /// What the interface's values are called in front of people. The translations are in the context
 /// "sessionreview".
@@ -23,9 +25,9 @@ QString manikinText(int type, const QString &ageLetter);
 QString rhythmText(int rhythm);
 /// A kind of AED event (CPREventBase::AEDEventType) that the learner notices; empty for others.
 QString aedEventText(int event);
-/// What is wrong with a compression or a ventilation that was judged; none when all is right.
-QStringList faultTexts(const Compression &compression);
-QStringList faultTexts(const Ventilation &ventilation);
+/// A fault in two words or so.
+QString faultText(Fault fault);
+QStringList faultTexts(const QVector<Fault> &faults);
 /// A short label.
 QString flagText(const Flag &flag);
 /// How much a flag tells: those of weight 0 are not shown, and where there is no room for all

@@ -1,0 +1,102 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "sessionreview/Figures.h"
+
+#include "sessionreview/Arrival.h"
+
+#include <CPRData.h>
+#include <CPREventSessionInfo.h>
+#include <CPREventSessionScore.h>
+#include <CPREventSessionStatistics.h>
+
+#include <tuple>
+
+namespace sessionreview {
+
+namespace {
+
+using E = CPREventBase;
+
+int intOf(const E *event, E::ParameterType parameter)
+{
+    return event->parameterValue(parameter, 0).toInt();
+}
+
+QString textOf(const E *event, E::ParameterType parameter)
+{
+    return event->parameterValue(parameter, QVariant()).toString();
+}
+
+} // namespace
+
+bool Figures::operator==(const Figures &other) const
+{
+    const auto values = [](const Figures &f) {
+        return std::tie(f.learners, f.startTime, f.protocol, f.training, f.secs, f.secsSoFar,
+                        f.manikinName, f.manikinType, f.ageLetter, f.firmware, f.guidelines,
+                        f.compressions, f.ventilations, f.pauses, f.hasStatistics, f.meanDepth,
+                        f.meanRate, f.meanVolume, f.hasScores, f.overallScore, f.compressionScore,
+                        f.ventilationScore, f.flowTime, f.primaryAdvice, f.secondaryAdvice);
+    };
+    return values(*this) == values(other);
+}
+
+QDateTime Figures::start() const
+{
+    return QDateTime::fromString(startTime, Qt::ISODate);
+}
+
+Figures figuresOf(const CPRData &session)
+{
+    Figures figures;
+    figures.learners = session.learners();
+    figures.learners.removeAll(QString()); // a session without learners has one empty name
+    if (session.cprGuidelines())
+        figures.guidelines = session.cprGuidelines()->guidelinesID();
+    const CPREvents *events = session.cprEvents();
+    if (!events)
+        return figures;
+
+    figures.compressions = events->count(E::TagComp);
+    figures.ventilations = events->count(E::TagVent);
+    figures.pauses = events->count(E::TagInactivity);
+
+    if (const CPREventSessionInfo *info = events->sessionInfo()) {
+        figures.startTime = textOf(info, E::startTime);
+        figures.protocol = intOf(info, E::cprProtocol);
+        figures.secs = intOf(info, E::totalTime);
+        figures.manikinName = textOf(info, E::manikinName);
+        figures.manikinType = info->getManikinType();
+        figures.ageLetter = info->patientAgeType();
+        figures.firmware = textOf(info, E::manikinFirmwareVersion);
+    }
+    constexpr int msecsPerSecond = 1000;
+    figures.secsSoFar = figures.secs > 0 ? figures.secs : events->sessionTime() / msecsPerSecond;
+    figures.training = trainingOf(figures.protocol);
+    figures.training.compressions |= figures.compressions > 0;
+    figures.training.ventilations |= figures.ventilations > 0;
+
+    const CPREventSessionStatistics *statistics = events->sessionStatistics();
+    figures.hasStatistics = hasArrived(statistics, E::compMeanDepth);
+    if (figures.hasStatistics) {
+        constexpr double hmmPerMm = 100;
+        figures.meanDepth = intOf(statistics, E::compMeanDepth) / hmmPerMm;
+        figures.meanRate = intOf(statistics, E::compMeanRate);
+        figures.meanVolume = intOf(statistics, E::ventMeanVolume);
+    }
+
+    const CPREventSessionScore *score = events->sessionScore();
+    figures.hasScores = hasArrived(score, E::overallScore);
+    if (figures.hasScores) {
+        figures.overallScore = intOf(score, E::overallScore);
+        figures.compressionScore = intOf(score, E::compOverallScore);
+        figures.ventilationScore = intOf(score, E::ventOverallScore);
+        figures.flowTime = intOf(score, E::flowTimePercentage);
+        figures.primaryAdvice = intOf(score, E::primaryAdvice);
+        figures.secondaryAdvice = intOf(score, E::secondaryAdvice);
+    }
+    return figures;
+}
+
+} // namespace sessionreview

@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef SESSIONREVIEW_FIGURES_H
+#define SESSIONREVIEW_FIGURES_H
+
+#include "sessionreview/Targets.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+class CPRData;
+
+namespace sessionreview {
+
+/// Who trained what, and how it went: what a person wants to know first about a session.
+struct Figures {
+    QStringList learners; ///< without empty names
+    QString startTime; ///< ISO 8601; empty when not known
+    int protocol = 0;
+    /// What the protocol trains, and what was done in the session all the same.
+    Training training = trainingOf(protocol);
+    int secs = 0; ///< length of the session; 0 until the manikin has sent it
+    int secsSoFar = 0; ///< the same; until then the session time
+    QString manikinName; ///< empty when it has none
+    int manikinType = 0; ///< CPREventBase::ManikinType
+    QString ageLetter; ///< A, C, I, T or N
+    QString firmware; ///< empty when not known
+    QString guidelines; ///< identifier of the set
+
+    /// @{
+    /// Listed events.
+    int compressions = 0;
+    int ventilations = 0;
+    int pauses = 0;
+    /// @}
+
+    bool hasStatistics = false; ///< the manikin has sent the next three
+    double meanDepth = 0; ///< mm
+    int meanRate = 0; ///< per minute
+    int meanVolume = 0; ///< ml
+
+    bool hasScores = false; ///< the manikin has sent the next six
+    int overallScore = 0; ///< percent, as the next three
+    int compressionScore = 0;
+    int ventilationScore = 0;
+    int flowTime = -1; ///< -1 when not known
+    int primaryAdvice = 0; ///< CPREventBase::Advice
+    int secondaryAdvice = 0;
+
+    bool operator==(const Figures &other) const;
+    QDateTime start() const; ///< invalid when not known
+};
+
+Figures figuresOf(const CPRData &session);
+
+} // namespace sessionreview
+
+#endif

@@ -1,0 +1,64 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef SESSIONREVIEW_TARGETS_H
+#define SESSIONREVIEW_TARGETS_H
+
+class CPRData;
+
+namespace sessionreview {
+
+/// What is trained.
+struct Training {
+    bool compressions = false;
+    bool ventilations = false;
+    bool cycles = false; ///< compressions and ventilations take turns, a number of each
+
+    bool operator==(const Training &other) const;
+};
+
+/// What a CPR protocol (0 to 5) trains; of any other value, all of it.
+Training trainingOf(int protocol);
+
+/// On which side of a target band a value lies. Unknown when there is no value or no band.
+enum class Side { Unknown, Below, Inside, Above };
+
+/// A target band of the guideline set.
+struct Band {
+    double min = 0;
+    double max = 0;
+
+    bool operator==(const Band &other) const { return min == other.min && max == other.max; }
+    bool isValid() const { return max > min; }
+    /// Limits themselves are inside.
+    Side side(double value) const;
+};
+
+/// What the guideline set of a session asks for.
+struct Targets {
+    Band depth; ///< mm
+    double releaseDepth = 0; ///< mm; the chest has to come back at least to it; 0 when not known
+    Band rate; ///< compressions per minute
+    Band volume; ///< ml; the maximum itself is too much
+    /// @{
+    /// 0 when the protocol has no cycles or the set has no number.
+    int compressionsPerCycle = 0;
+    int ventilationsPerCycle = 0;
+    /// @}
+    int minFlowTime = 0; ///< percent; 0 when the protocol has none
+
+    bool operator==(const Targets &other) const;
+    bool operator!=(const Targets &other) const { return !(*this == other); }
+    Side depthSide(float mm) const;
+    Side volumeSide(int ml) const;
+};
+
+/// The targets of the session's active set for the protocol that is trained.
+Targets targetsOf(const CPRData &session);
+
+/// A depth in mm. Depths are whole hundredths of a mm, which a float only comes near.
+double wholeHmm(float mm);
+
+} // namespace sessionreview
+
+#endif
