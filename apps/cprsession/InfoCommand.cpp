@@ -3,20 +3,131 @@
 
 #include "Command.h"
 #include "SessionFile.h"
-#include "SessionSummary.h"
+
+#include "sessionreview/Figures.h"
 
 #include <CPRData.h>
+#include <CPREventSessionInfo.h>
 
+#include <QJsonArray>
 #include <QJsonDocument>
+#include <QJsonObject>
+#include <QMetaEnum>
 
 #include <memory>
 
 namespace {
 
+using E = CPREventBase;
+using sessionreview::Figures;
+
 struct InfoOptions {
     std::string session;
     bool asJson = false;
 };
+
+template <typename Enumeration> QString keyOf(int value)
+{
+    const char *key = QMetaEnum::fromType<Enumeration>().valueToKey(value);
+    return key ? QString::fromLatin1(key) : QString::number(value);
+}
+
+QString duration(int secs)
+{
+    constexpr int secsPerMinute = 60;
+    return QStringLiteral("%1 min %2 s").arg(secs / secsPerMinute).arg(secs % secsPerMinute);
+}
+
+QString orUnknown(const QString &text)
+{
+    return text.isEmpty() ? QStringLiteral("not known") : text;
+}
+
+QString infoText(const CPRData &session, const Figures &figures,
+                 const SessionFile::LoadResult &loaded)
+{
+    QString text;
+    const auto line = [&text](const char *label, const QString &value) {
+        text += QString::fromLatin1(label).leftJustified(14) + value + QLatin1Char('\n');
+    };
+
+    QString compressions = QString::number(figures.compressions);
+    QString ventilations = QString::number(figures.ventilations);
+    if (figures.hasStatistics) {
+        compressions += QStringLiteral(", mean depth %1 mm, mean rate %2 per minute")
+                            .arg(figures.meanDepth, 0, 'f', 1)
+                            .arg(figures.meanRate);
+        ventilations += QStringLiteral(", mean volume %1 ml").arg(figures.meanVolume);
+    }
+
+    line("Session", session.filename());
+    line("Learners", orUnknown(figures.learners.join(QLatin1String(", "))));
+    line("Manikin",
+         keyOf<E::ManikinType>(figures.manikinType) + QStringLiteral(", firmware ")
+             + orUnknown(figures.firmware));
+    line("Protocol", session.cprEvents()->sessionInfo()->cprProtocolToString());
+    line("Start", orUnknown(figures.startTime));
+    line("Length", duration(figures.secs));
+    line("Compressions", compressions);
+    line("Ventilations", ventilations);
+    line("Pauses", QString::number(figures.pauses));
+    if (figures.hasScores) {
+        line("Scores",
+             QStringLiteral("overall %1 %, compressions %2 %, ventilations %3 %")
+                 .arg(figures.overallScore)
+                 .arg(figures.compressionScore)
+                 .arg(figures.ventilationScore));
+        line("Flow time", QStringLiteral("%1 %").arg(figures.flowTime));
+        line("Advice",
+             keyOf<E::Advice>(figures.primaryAdvice) + QStringLiteral(", then ")
+                 + keyOf<E::Advice>(figures.secondaryAdvice));
+    } else {
+        line("Scores", QStringLiteral("not received"));
+    }
+    line("Guidelines", orUnknown(figures.guidelines));
+    if (loaded.isComplete)
+        line("Members", QStringLiteral("all read"));
+    else if (loaded.missing.isEmpty())
+        line("Members", QStringLiteral("read in part"));
+    else
+        line("Members", QStringLiteral("NOT READ: ") + loaded.missing.join(QLatin1String(", ")));
+    return text;
+}
+
+QJsonObject infoObject(const CPRData &session, const Figures &figures,
+                       const SessionFile::LoadResult &loaded)
+{
+    QJsonObject object{
+        {QStringLiteral("file"), session.filename()},
+        {QStringLiteral("learners"), QJsonArray::fromStringList(figures.learners)},
+        {QStringLiteral("manikin"), keyOf<E::ManikinType>(figures.manikinType)},
+        {QStringLiteral("firmware"), figures.firmware},
+        {QStringLiteral("protocol"), session.cprEvents()->sessionInfo()->cprProtocolToString()},
+        {QStringLiteral("start"), figures.startTime},
+        {QStringLiteral("length_s"), figures.secs},
+        {QStringLiteral("compressions"), figures.compressions},
+        {QStringLiteral("ventilations"), figures.ventilations},
+        {QStringLiteral("pauses"), figures.pauses},
+        {QStringLiteral("guidelines"), figures.guidelines},
+        {QStringLiteral("complete"), loaded.isComplete},
+        {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing)},
+    };
+    if (figures.hasStatistics) {
+        object.insert(QStringLiteral("mean_depth_mm"), figures.meanDepth);
+        object.insert(QStringLiteral("mean_rate_per_min"), figures.meanRate);
+        object.insert(QStringLiteral("mean_volume_ml"), figures.meanVolume);
+    }
+    if (figures.hasScores) {
+        object.insert(QStringLiteral("overall_score"), figures.overallScore);
+        object.insert(QStringLiteral("compression_score"), figures.compressionScore);
+        object.insert(QStringLiteral("ventilation_score"), figures.ventilationScore);
+        object.insert(QStringLiteral("flow_time_percent"), figures.flowTime);
+        object.insert(QStringLiteral("primary_advice"), keyOf<E::Advice>(figures.primaryAdvice));
+        object.insert(QStringLiteral("secondary_advice"),
+                      keyOf<E::Advice>(figures.secondaryAdvice));
+    }
+    return object;
+}
 
 ExitStatus runInfo(const InfoOptions &options)
 {
@@ -27,11 +138,9 @@ ExitStatus runInfo(const InfoOptions &options)
         complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
         return ExitStatus::Failed;
     }
-    SessionSummary summary(session);
-    summary.isComplete = loaded.isComplete;
-    summary.missingMembers = loaded.missing;
-    print(options.asJson ? QString::fromUtf8(QJsonDocument(summary.toJson()).toJson())
-                         : summary.toText());
+    const Figures figures = sessionreview::figuresOf(session);
+    const auto json = [&] { return QJsonDocument(infoObject(session, figures, loaded)).toJson(); };
+    print(options.asJson ? QString::fromUtf8(json()) : infoText(session, figures, loaded));
     return loaded.isComplete ? ExitStatus::Done : ExitStatus::Failed;
 }
 
