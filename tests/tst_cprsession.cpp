@@ -96,6 +96,15 @@ void TestCprsession::initTestCase()
     QVERIFY(make("cut.zip", whole.read(whole.size() / 2)));
     QVERIFY(make("empty", QByteArray()));
     QVERIFY(make("text", "Dear instructor,\n"));
+    QFile log(recordedLog);
+    QVERIFY(log.open(QIODevice::ReadOnly));
+    QByteArray unscored;
+    for (QByteArray line = log.readLine(); !line.isEmpty(); line = log.readLine()) {
+        if (!line.contains(" msg 108 ") && !line.contains(" msg 109 "))
+            unscored += line;
+    }
+    QVERIFY(make("unscored.cprlog", unscored));
+    QCOMPARE(run({"replay", "unscored.cprlog", "-o", "unscored.zip"}).status, 0);
     QVERIFY(make("broken.cprlog", "cprlog 1\n0 state CPR_MANIKIN_INIT\n20 header one\n"));
 }
 
@@ -231,6 +240,12 @@ void TestCprsession::exportTables_data()
         "CprCompEvent,43380,52,1\r\n");
     row("quoted names", {"--what", "summary", "--columns", "students,totalTime,primaryAdvice"}, 2,
         "\"Mira Holm,J\xc3\xb6rg Aldane\",120,10\r\n");
+    const QStringList notReceived{"unscored.zip", "--what", "summary", "--columns",
+                                  "overallScore,primaryAdvice,compCount,compMeanDepth,totalTime"};
+    row("not received", notReceived, 3, "unscored.zip,,,,,120\r\n");
+    row("not received, JSON", notReceived + QStringList{"--format", "json"}, 4,
+        "{\"compCount\":null,\"compMeanDepth\":null,\"file\":\"unscored.zip\","
+        "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":\"120\"}");
     row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2,
         "compMeanDepth (hmm),students\r\n");
     row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");

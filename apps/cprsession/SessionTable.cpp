@@ -3,6 +3,8 @@
 
 #include "SessionTable.h"
 
+#include "sessionreview/Arrival.h"
+
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
@@ -86,6 +88,10 @@ public:
         const auto copy = std::make_unique<CPRData>(session);
         Row row;
         for (const auto &column : m_columns) {
+            if (!hasArrived(*copy->cprEvents(), column.first)) {
+                row.append(QVariant::fromValue(nullptr));
+                continue;
+            }
             QBuffer cell;
             cell.open(QIODevice::WriteOnly);
             copy->cprEvents()->write(&cell, {column}, QString());
@@ -95,6 +101,16 @@ public:
     }
 
 private:
+    static bool hasArrived(const CPREvents &events, E::ParameterType parameter)
+    {
+        const auto &listed = events.events();
+        QString key;
+        const auto earliest = std::find_if(listed.begin(), listed.end(), [&](const E *event) {
+            return event->hasParameterType(parameter, key);
+        });
+        return earliest != listed.end() && sessionreview::hasArrived(*earliest, parameter);
+    }
+
     E::ParameterMapList_t m_columns;
 };
 

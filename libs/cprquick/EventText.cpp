@@ -5,6 +5,7 @@
 
 #include "ParameterText.h"
 
+#include "sessionreview/Arrival.h"
 #include "sessionreview/Words.h"
 
 #include <CPREventCompression.h>
@@ -76,7 +77,9 @@ QString EventText::detail() const
 
 QString EventText::valueText(E::ParameterType type) const
 {
-    return parameterValueText(type, m_event.parameterValue(type, QVariant()));
+    return hasArrived(&m_event, type)
+        ? parameterValueText(type, m_event.parameterValue(type, QVariant()))
+        : QString();
 }
 
 QString EventText::standingDetail() const

@@ -5,6 +5,8 @@
 
 #include "ParameterText.h"
 
+#include "sessionreview/Arrival.h"
+
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
 #include <CPREventSessionStatistics.h>
@@ -86,10 +88,10 @@ QVector<ParameterModel::Row> ParameterModel::rowsOf(const CPREventBase *event) c
     QVector<Row> rows;
     if (!event)
         return rows;
-    const auto add = [this, &rows](const QString &key, const QVariant &value) {
+    const auto add = [this, event, &rows](const QString &key, const QVariant &value) {
         CPREventBase::ParameterType type{};
         if (CPREventBase::parameterFromKey(key, type) && value.isValid()
-            && (m_hasBars || !isBar(type)))
+            && (m_hasBars || !isBar(type)) && sessionreview::hasArrived(event, type))
             rows.append({type, value});
     };
     const QStringList keys = event->params() ? event->params()->keys() : QStringList();

@@ -11,7 +11,7 @@
 #include <QtQml/qqml.h>
 
 /// The parameters of one event as rows, in the order of CPREventBase.ParameterType, measurements of
-/// compressions and ventilations included.
+/// compressions and ventilations included. Of statistics and scores, what the manikin has sent.
 ///
 /// A parameter that arrives later becomes a row, which a binding to the event's params does not
 /// notice. An event that is destroyed leaves no rows.
