@@ -9,6 +9,8 @@
 #include <ManikinLogPlayer.h>
 #include <SessionJournal.h>
 #include <chestboard/RMessage.h>
+#include <sessionreview/SessionReview.h>
+#include <sessionreview/Words.h>
 
 #include <QDebug>
 #include <QElapsedTimer>
@@ -78,6 +80,16 @@ void load(const QString &name)
     qInfo() << "score" << score->parameterValue(CPREventBase::overallScore, 0).toInt();
 
     CPRData copy(session);
+}
+
+void sayWhatItMeans(const CPRData &session)
+{
+    const sessionreview::SessionReview review = sessionreview::reviewOf(session);
+    for (const sessionreview::Compression &compression : review.compressions)
+        qInfo() << compression.begin << sessionreview::faultTexts(faultsOf(compression));
+    const sessionreview::Figures &figures = review.figures;
+    if (figures.hasScores) // the manikin may not have sent any
+        qInfo() << figures.overallScore << sessionreview::adviceText(figures.primaryAdvice);
 }
 
 void journal(const QString &target, const bls_2010::RMessage &message, QElapsedTimer &clock)
