@@ -7,7 +7,6 @@
 #include "TestSupport.h"
 #include "Truth.h"
 
-#include "sessionreview/Arrival.h"
 #include "sessionreview/LatestEvents.h"
 #include "sessionreview/SessionReview.h"
 #include "sessionreview/Words.h"
@@ -77,7 +76,6 @@ template <typename Entries, typename Condition> int count(const Entries &entries
 
 Q_DECLARE_METATYPE(Training)
 Q_DECLARE_METATYPE(Pressed)
-Q_DECLARE_METATYPE(Fault)
 
 /// What a session means. Limits are those of a fresh guideline set: 50 to 60 mm, 100 to 120 per
 /// minute, 400 to 699 ml.
@@ -197,7 +195,7 @@ private Q_SLOTS:
     {
         QFETCH(Pressed, pressed);
         const std::unique_ptr<CPREventCompression> event(eventOf(pressed));
-        const QVector<Fault> faults = faultsOf(judged(*event, targetsOf(CPRData())));
+        const Faults faults = judged(*event, targetsOf(CPRData())).faults;
         QTEST(faultTexts(faults), "faults");
         QTEST(adviceOn(faults), "advice");
     }
@@ -216,9 +214,9 @@ private Q_SLOTS:
     {
         QFETCH(int, volume);
         const std::unique_ptr<CPREventVentilation> event(ventilation(0, volume));
-        const QVector<Fault> faults = faultsOf(judged(*event, targetsOf(CPRData())));
+        const Faults faults = judged(*event, targetsOf(CPRData())).faults;
         QTEST(faultTexts(faults), "faults");
-        QCOMPARE(adviceOn(faults), faults.isEmpty() ? E::Advice_None : E::Advice_CorrectVolume);
+        QCOMPARE(adviceOn(faults), faults ? E::Advice_CorrectVolume : E::Advice_None);
     }
 
     // The figures follow from the recording's scenario; its arithmetic stands in data/README.md.
@@ -227,7 +225,7 @@ private Q_SLOTS:
         const SessionReview review = reviewOf(m_session);
         const auto faulty = [&review](Fault fault) {
             return count(review.compressions,
-                         [fault](const Compression &each) { return each.has(fault); });
+                         [fault](const Compression &each) { return each.faults.testFlag(fault); });
         };
         QCOMPARE(review.compressions.size(), std::size_t(162));
         QCOMPARE(faulty(Fault::TooShallow), 22);
@@ -260,9 +258,10 @@ private Q_SLOTS:
         CPRData copy(m_session);
         copy.cprGuidelines()->setCompressionDepthMin(5250);
         // Run by run, less deep than 52.5 mm: 15 + 30 + 5 + 30 + 12 + 0.
-        QCOMPARE(count(reviewOf(copy).compressions,
-                       [](const Compression &each) { return each.has(Fault::TooShallow); }),
-                 92);
+        QCOMPARE(
+            count(reviewOf(copy).compressions,
+                  [](const Compression &each) { return each.faults.testFlag(Fault::TooShallow); }),
+            92);
     }
 
     // Cycles by what stands in an archive: ventilations and pauses end them.

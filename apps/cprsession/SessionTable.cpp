@@ -3,7 +3,7 @@
 
 #include "SessionTable.h"
 
-#include "sessionreview/Arrival.h"
+#include "sessionreview/Figures.h"
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>

@@ -86,7 +86,7 @@ void sayWhatItMeans(const CPRData &session)
 {
     const sessionreview::SessionReview review = sessionreview::reviewOf(session);
     for (const sessionreview::Compression &compression : review.compressions)
-        qInfo() << compression.begin << sessionreview::faultTexts(faultsOf(compression));
+        qInfo() << compression.begin << sessionreview::faultTexts(compression.faults);
     const sessionreview::Figures &figures = review.figures;
     if (figures.hasScores) // the manikin may not have sent any
         qInfo() << figures.overallScore << sessionreview::adviceText(figures.primaryAdvice);

@@ -5,7 +5,7 @@
 
 #include "ParameterText.h"
 
-#include "sessionreview/Arrival.h"
+#include "sessionreview/Figures.h"
 #include "sessionreview/Words.h"
 
 #include <CPREventCompression.h>
@@ -103,12 +103,12 @@ QString EventText::standingDetail() const
 
 QVariant EventText::depth() const
 {
-    return m_compression ? QVariant(wholeHmm(m_compression->depth)) : QVariant();
+    return m_compression ? QVariant(m_compression->depth) : QVariant();
 }
 
 QVariant EventText::releaseDepth() const
 {
-    return m_compression ? QVariant(wholeHmm(m_compression->releaseDepth)) : QVariant();
+    return m_compression ? QVariant(m_compression->releaseDepth) : QVariant();
 }
 
 QVariant EventText::rate() const
@@ -134,6 +134,6 @@ QVariant EventText::numberInCycle() const
 QStringList EventText::faults() const
 {
     if (m_compression)
-        return faultTexts(faultsOf(*m_compression));
-    return m_ventilation ? faultTexts(faultsOf(*m_ventilation)) : QStringList();
+        return faultTexts(m_compression->faults);
+    return m_ventilation ? faultTexts(m_ventilation->faults) : QStringList();
 }

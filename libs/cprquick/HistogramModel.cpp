@@ -3,7 +3,7 @@
 
 #include "HistogramModel.h"
 
-#include "sessionreview/Arrival.h"
+#include "sessionreview/Figures.h"
 
 #include <CPREventSessionStatistics.h>
 

@@ -135,26 +135,6 @@ void LiveFigures::readEvents(const Targets &targets)
     Q_EMIT eventsChanged();
 }
 
-double LiveFigures::lastDepth() const
-{
-    return m_latest.compression ? wholeHmm(m_latest.compression->depth) : -1;
-}
-
-double LiveFigures::lastReleaseDepth() const
-{
-    return m_latest.compression ? wholeHmm(m_latest.compression->releaseDepth) : -1;
-}
-
-int LiveFigures::lastVolume() const
-{
-    return m_latest.ventilation ? m_latest.ventilation->volume : -1;
-}
-
-bool LiveFigures::isReleased() const
-{
-    return !m_latest.compression || !m_latest.compression->incompleteRelease;
-}
-
 LiveFigures::Side LiveFigures::depthSide() const
 {
     return m_latest.compression ? shown(m_latest.compression->depthSide) : Unknown;

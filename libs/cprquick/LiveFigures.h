@@ -109,10 +109,10 @@ public:
     int         volume() const               { return m_wave.volume; }
     int         rate() const                 { return m_wave.rate; }
     int         ventilationRate() const      { return m_wave.ventilationRate; }
-    double      lastDepth() const;
-    double      lastReleaseDepth() const;
-    int         lastVolume() const;
-    bool        isReleased() const;
+    double      lastDepth() const            { return m_latest.compression ? m_latest.compression->depth : -1; }
+    double      lastReleaseDepth() const     { return m_latest.compression ? m_latest.compression->releaseDepth : -1; }
+    int         lastVolume() const           { return m_latest.ventilation ? m_latest.ventilation->volume : -1; }
+    bool        isReleased() const           { return !m_latest.compression || !m_latest.compression->faults.testFlag(sessionreview::Fault::IncompleteRelease); }
     Side        depthSide() const;
     Side        rateSide() const;
     Side        volumeSide() const;

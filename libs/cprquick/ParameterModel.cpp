@@ -5,7 +5,7 @@
 
 #include "ParameterText.h"
 
-#include "sessionreview/Arrival.h"
+#include "sessionreview/Figures.h"
 
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>

@@ -37,7 +37,7 @@ qreal leftMargin(const Style &style)
 {
     qreal widest = 0;
     for (const FaultRow &row : faults)
-        widest = qMax(widest, style.small.width(faultText(row.fault)));
+        widest = qMax(widest, style.small.width(faultTexts(row.fault).first()));
     return std::ceil(style.symbol + (1 + gapBesidePlot) * style.em + widest);
 }
 
@@ -194,7 +194,7 @@ public:
             ++total;
             ++m_all[bin];
             for (std::size_t row = 0; row < faultRows; ++row) {
-                if (compression->has(faults[row].fault)) {
+                if (compression->faults.testFlag(faults[row].fault)) {
                     ++m_faulty[bin][row];
                     ++totals[row];
                 }
@@ -223,7 +223,8 @@ void paintFaultSymbols(const LaneContext &context, const QRectF &place, const Fa
     const SymbolStamp stamp(context.painter, row.symbol, size, context.style->theme.fault);
     const auto [first, last] = shown(context.model->review().compressions, context.time.range());
     for (const Compression *compression = first; compression != last; ++compression) {
-        if (compression->has(row.fault) && compression->begin >= context.time.range().from)
+        if (compression->faults.testFlag(row.fault)
+            && compression->begin >= context.time.range().from)
             stamp.draw(QPointF(context.time.boundedX(compression->peak), place.center().y()));
     }
 }
@@ -279,7 +280,7 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
                    QPointF(left.left() + size / 2, left.center().y()), size,
                    faulty > 0 ? style.theme.fault : style.theme.mutedText);
         style.small.draw(context.painter, left.adjusted(size + 0.5 * style.em, 0, 0, 0),
-                         Qt::AlignLeft, faultText(fault.fault), color);
+                         Qt::AlignLeft, faultTexts(fault.fault).first(), color);
         if (counts.total > 0) {
             const QRectF right =
                 besidePlot(context, {area.right.left(), top, area.right.width(), height});

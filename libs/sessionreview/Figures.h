@@ -6,6 +6,8 @@
 
 #include "sessionreview/Targets.h"
 
+#include <CPREventBase.h>
+
 #include <QDateTime>
 #include <QString>
 #include <QStringList>
@@ -54,6 +56,11 @@ struct Figures {
 };
 
 Figures figuresOf(const CPRData &session);
+
+/// Whether the value that \a event shows for \a parameter has come, and does not only stand for
+/// one. Until the manikin has sent them, statistics and scores hold counts and scores of 0 that
+/// nobody has measured. True for events of other kinds, false for null.
+bool hasArrived(const CPREventBase *event, CPREventBase::ParameterType parameter);
 
 } // namespace sessionreview
 

@@ -37,62 +37,18 @@ constexpr FaultAdvice advices[] = {
     {Fault::TooMuch, E::Advice_CorrectVolume},
 };
 
-template <typename Event> QVector<Fault> allFaults(const Event &event)
+void setFaults(Faults &faults, Side side, Fault below, Fault above)
 {
-    QVector<Fault> faults;
-    for (const Fault fault :
-         {Fault::TooShallow, Fault::TooDeep, Fault::IncompleteRelease, Fault::HandPosition,
-          Fault::TooSlow, Fault::TooFast, Fault::TooLittle, Fault::TooMuch}) {
-        if (event.has(fault))
-            faults.append(fault);
-    }
-    return faults;
+    faults.setFlag(below, side == Side::Below);
+    faults.setFlag(above, side == Side::Above);
 }
 
 } // namespace
 
-bool Compression::has(Fault fault) const
-{
-    switch (fault) {
-    case Fault::TooShallow:
-        return depthSide == Side::Below;
-    case Fault::TooDeep:
-        return depthSide == Side::Above;
-    case Fault::IncompleteRelease:
-        return incompleteRelease;
-    case Fault::HandPosition:
-        return wrongHands;
-    case Fault::TooSlow:
-        return rateSide == Side::Below;
-    case Fault::TooFast:
-        return rateSide == Side::Above;
-    case Fault::TooLittle:
-    case Fault::TooMuch:
-        break;
-    }
-    return false;
-}
-
-bool Ventilation::has(Fault fault) const
-{
-    return (fault == Fault::TooLittle && volumeSide == Side::Below)
-        || (fault == Fault::TooMuch && volumeSide == Side::Above);
-}
-
-QVector<Fault> faultsOf(const Compression &compression)
-{
-    return allFaults(compression);
-}
-
-QVector<Fault> faultsOf(const Ventilation &ventilation)
-{
-    return allFaults(ventilation);
-}
-
-int adviceOn(const QVector<Fault> &faults)
+int adviceOn(Faults faults)
 {
     for (const FaultAdvice &row : advices) {
-        if (faults.contains(row.fault))
+        if (faults.testFlag(row.fault))
             return row.advice;
     }
     return E::Advice_None;
@@ -107,14 +63,15 @@ Compression compressionOf(const CPREventCompression &event)
     if (result.end < result.peak || qint64(result.end) - result.peak > maxRelease)
         result.end = result.peak;
     result.period = event.compInstantaneousPeriod();
-    result.depth = std::abs(event.compDepth());
-    result.releaseDepth = event.compReleaseDepth();
+    result.depth = wholeHmm(std::abs(event.compDepth()));
+    result.releaseDepth = wholeHmm(event.compReleaseDepth());
     result.rate = event.compMeanRate();
     if (result.rate <= 0 && result.period > 0)
         result.rate = msecsPerMinute / result.period;
     result.number = event.numberInCycle();
-    result.incompleteRelease = event.compIncompleteRelease();
-    result.wrongHands = event.compHandposError() || event.compHandposXiphoid();
+    result.faults.setFlag(Fault::IncompleteRelease, event.compIncompleteRelease());
+    result.faults.setFlag(Fault::HandPosition,
+                          event.compHandposError() || event.compHandposXiphoid());
     return result;
 }
 
@@ -132,14 +89,17 @@ Ventilation ventilationOf(const CPREventVentilation &event)
 
 void judge(Compression &compression, const Targets &targets)
 {
-    compression.depthSide = targets.depthSide(compression.depth);
+    compression.depthSide = targets.depth.side(compression.depth);
     compression.rateSide =
         compression.rate > 0 ? targets.rate.side(compression.rate) : Side::Unknown;
+    setFaults(compression.faults, compression.depthSide, Fault::TooShallow, Fault::TooDeep);
+    setFaults(compression.faults, compression.rateSide, Fault::TooSlow, Fault::TooFast);
 }
 
 void judge(Ventilation &ventilation, const Targets &targets)
 {
     ventilation.volumeSide = targets.volumeSide(ventilation.volume);
+    setFaults(ventilation.faults, ventilation.volumeSide, Fault::TooLittle, Fault::TooMuch);
 }
 
 Compression judged(const CPREventCompression &event, const Targets &targets)

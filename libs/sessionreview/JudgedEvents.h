@@ -6,24 +6,25 @@
 
 #include "sessionreview/Targets.h"
 
-#include <QVector>
+#include <QFlags>
 
 class CPREventCompression;
 class CPREventVentilation;
 
 namespace sessionreview {
 
-/// What a learner can do wrong, in the order in which it is reported.
+/// What a learner can do wrong.
 enum class Fault {
-    TooShallow,
-    TooDeep,
-    IncompleteRelease,
-    HandPosition,
-    TooSlow,
-    TooFast,
-    TooLittle, ///< this and the next: volume
-    TooMuch
+    TooShallow = 0x01,
+    TooDeep = 0x02,
+    IncompleteRelease = 0x04,
+    HandPosition = 0x08,
+    TooSlow = 0x10,
+    TooFast = 0x20,
+    TooLittle = 0x40, ///< this and the next: volume
+    TooMuch = 0x80
 };
+Q_DECLARE_FLAGS(Faults, Fault)
 
 /// Times in ms of session time.
 struct Compression {
@@ -31,16 +32,13 @@ struct Compression {
     int peak = 0;
     int end = 0;
     int period = 0; ///< since the start of the compression before; 0 where it is not known
-    float depth = 0; ///< mm
-    float releaseDepth = 0; ///< mm
+    double depth = 0; ///< mm, as the next; whole hundredths
+    double releaseDepth = 0;
     int rate = 0; ///< per minute; 0 for the first of a run and where it is not known
     int number = 0; ///< in its cycle, from 1; 0 where the manikin did not count
     Side depthSide = Side::Unknown;
     Side rateSide = Side::Unknown;
-    bool incompleteRelease = false;
-    bool wrongHands = false;
-
-    bool has(Fault fault) const;
+    Faults faults; ///< none when all is right
 };
 
 struct Ventilation {
@@ -50,26 +48,21 @@ struct Ventilation {
     int volume = 0; ///< ml
     int rate = 0; ///< per minute
     Side volumeSide = Side::Unknown;
-
-    bool has(Fault fault) const;
+    Faults faults;
 };
 
-/// @{
-/// The faults; none when all is right.
-QVector<Fault> faultsOf(const Compression &compression);
-QVector<Fault> faultsOf(const Ventilation &ventilation);
-/// @}
 /// The advice (CPREventBase::Advice) about the worst of \a faults: what harms the patient first,
 /// then what makes the compression useless.
-int adviceOn(const QVector<Fault> &faults);
+int adviceOn(Faults faults);
 
 /// @{
-/// An event's measurements. The sides and the rate of what follows a pause are left for judge().
+/// An event's measurements, and the faults that the manikin itself reports. The rest is left for
+/// judge().
 Compression compressionOf(const CPREventCompression &event);
 Ventilation ventilationOf(const CPREventVentilation &event);
 /// @}
 /// @{
-/// Finds the sides on which the measurements lie.
+/// Finds the sides on which the measurements lie, and the faults that follow.
 void judge(Compression &compression, const Targets &targets);
 void judge(Ventilation &ventilation, const Targets &targets);
 /// @}

@@ -3,7 +3,7 @@
 
 #include "sessionreview/LatestEvents.h"
 
-#include "sessionreview/Arrival.h"
+#include "sessionreview/Figures.h"
 
 #include <CPRData.h>
 #include <CPREventCompression.h>
@@ -43,12 +43,12 @@ LatestEvents latestEventsOf(const CPRData &session, const Targets &targets)
     if (const auto *event = qobject_cast<CPREventCompression *>(events->last(E::TagComp))) {
         latest.compression = judged(*event, targets);
         latest.compressionsInCycle = latest.compression->number;
-        latest.faults = faultsOf(*latest.compression);
+        latest.faults = latest.compression->faults;
     }
     if (const auto *event = qobject_cast<CPREventVentilation *>(events->last(E::TagVent))) {
         latest.ventilation = judged(*event, targets);
         if (!latest.compression || latest.ventilation->begin >= latest.compression->begin)
-            latest.faults = faultsOf(*latest.ventilation);
+            latest.faults = latest.ventilation->faults;
     }
     latest.ventilationsInCycle = latest.compression
         ? ventilationsSince(*events, latest.compression->begin)

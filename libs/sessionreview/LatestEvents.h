@@ -22,7 +22,7 @@ struct LatestEvents {
     int compressionsInCycle = 0;
     int ventilationsInCycle = 0;
     /// @}
-    QVector<Fault> faults; ///< of the compression or the ventilation, whichever came later
+    Faults faults; ///< of the compression or the ventilation, whichever came later
     /// CPREventBase::Advice, on the worst of the faults; once the manikin has sent its scores, the
     /// first advice on the session.
     int advice = 0;

@@ -5,12 +5,13 @@
 #define SESSIONREVIEW_SESSIONREVIEW_H
 
 #include "sessionreview/Figures.h"
-#include "sessionreview/Flag.h"
 #include "sessionreview/JudgedEvents.h"
 
+#include <optional>
 #include <vector>
 
 class CPRData;
+class CPREventBase;
 
 namespace sessionreview {
 
@@ -30,6 +31,20 @@ struct Cycle {
     /// first compression, nor for a cycle that the end of the session may have cut off.
     bool isMiscounted = false;
 };
+
+/// Something that happened around the rescuers.
+struct Flag {
+    enum class Kind { Shock, Aed, Rhythm, User };
+
+    int msecs = 0;
+    Kind kind = Kind::User;
+    int code = 0; ///< energy in J; AEDEventType; AEDEcgRhythms
+    int detail = 0; ///< remote-control button of an AED event
+    QString name; ///< of a user event
+};
+
+/// The flag that stands for \a event; none for compressions, ventilations, pauses and the rest.
+std::optional<Flag> flagOf(const CPREventBase &event);
 
 /// What was found in a session, judged by the session's own guideline set. It has no ties to the
 /// session.

@@ -93,11 +93,6 @@ double wholeHmm(float mm)
     return std::round(double(mm) * hmmPerMm) / hmmPerMm;
 }
 
-Side Targets::depthSide(float mm) const
-{
-    return depth.side(wholeHmm(mm));
-}
-
 Side Targets::volumeSide(int ml) const
 {
     const Side side = volume.side(ml);

@@ -49,7 +49,6 @@ struct Targets {
 
     bool operator==(const Targets &other) const;
     bool operator!=(const Targets &other) const { return !(*this == other); }
-    Side depthSide(float mm) const;
     Side volumeSide(int ml) const;
 };
 

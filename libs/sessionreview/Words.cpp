@@ -45,15 +45,20 @@ constexpr Word protocols[] = {
     {5, QT_TRANSLATE_NOOP("sessionreview", "High performance CPR")},
 };
 
-constexpr Word faults[] = {
-    {int(Fault::TooShallow),        QT_TRANSLATE_NOOP("sessionreview", "Too shallow")},
-    {int(Fault::TooDeep),           QT_TRANSLATE_NOOP("sessionreview", "Too deep")},
-    {int(Fault::IncompleteRelease), QT_TRANSLATE_NOOP("sessionreview", "Incomplete release")},
-    {int(Fault::HandPosition),      QT_TRANSLATE_NOOP("sessionreview", "Hand position")},
-    {int(Fault::TooSlow),           QT_TRANSLATE_NOOP("sessionreview", "Too slow")},
-    {int(Fault::TooFast),           QT_TRANSLATE_NOOP("sessionreview", "Too fast")},
-    {int(Fault::TooLittle),         QT_TRANSLATE_NOOP("sessionreview", "Too little")},
-    {int(Fault::TooMuch),           QT_TRANSLATE_NOOP("sessionreview", "Too much")},
+struct FaultWord {
+    Fault fault;
+    const char *text;
+};
+
+constexpr FaultWord faults[] = {
+    {Fault::TooShallow,        QT_TRANSLATE_NOOP("sessionreview", "Too shallow")},
+    {Fault::TooDeep,           QT_TRANSLATE_NOOP("sessionreview", "Too deep")},
+    {Fault::IncompleteRelease, QT_TRANSLATE_NOOP("sessionreview", "Incomplete release")},
+    {Fault::HandPosition,      QT_TRANSLATE_NOOP("sessionreview", "Hand position")},
+    {Fault::TooSlow,           QT_TRANSLATE_NOOP("sessionreview", "Too slow")},
+    {Fault::TooFast,           QT_TRANSLATE_NOOP("sessionreview", "Too fast")},
+    {Fault::TooLittle,         QT_TRANSLATE_NOOP("sessionreview", "Too little")},
+    {Fault::TooMuch,           QT_TRANSLATE_NOOP("sessionreview", "Too much")},
 };
 
 constexpr Word rhythms[] = {
@@ -162,16 +167,13 @@ QString aedEventText(int event)
     return textOf(aedEvents, event);
 }
 
-QString faultText(Fault fault)
-{
-    return textOf(faults, static_cast<int>(fault));
-}
-
-QStringList faultTexts(const QVector<Fault> &faults)
+QStringList faultTexts(Faults present)
 {
     QStringList texts;
-    for (const Fault fault : faults)
-        texts.append(faultText(fault));
+    for (const FaultWord &word : faults) {
+        if (present.testFlag(word.fault))
+            texts.append(QCoreApplication::translate("sessionreview", word.text));
+    }
     return texts;
 }
 

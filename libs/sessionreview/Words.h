@@ -4,8 +4,7 @@
 #ifndef SESSIONREVIEW_WORDS_H
 #define SESSIONREVIEW_WORDS_H
 
-#include "sessionreview/Flag.h"
-#include "sessionreview/JudgedEvents.h"
+#include "sessionreview/SessionReview.h"
 
 #include <QString>
 #include <QStringList>
@@ -25,9 +24,8 @@ QString manikinText(int type, const QString &ageLetter);
 QString rhythmText(int rhythm);
 /// A kind of AED event (CPREventBase::AEDEventType) that the learner notices; empty for others.
 QString aedEventText(int event);
-/// A fault in two words or so.
-QString faultText(Fault fault);
-QStringList faultTexts(const QVector<Fault> &faults);
+/// Faults in two words or so each.
+QStringList faultTexts(Faults faults);
 /// A short label.
 QString flagText(const Flag &flag);
 /// How much a flag tells: those of weight 0 are not shown, and where there is no room for all
