@@ -20,7 +20,7 @@ namespace sessionreview {
 struct Figures {
     QStringList learners; ///< without empty names
     QString startTime; ///< ISO 8601; empty when not known
-    int protocol = 0;
+    int protocol = 0; ///< the CPR protocol, 0 to 5
     /// What the protocol trains, and what was done in the session all the same.
     Training training = trainingOf(protocol);
     int secs = 0; ///< length of the session; 0 until the manikin has sent it
@@ -38,23 +38,25 @@ struct Figures {
     int pauses = 0;
     /// @}
 
-    bool hasStatistics = false; ///< the manikin has sent the next three
-    double meanDepth = 0; ///< mm
+    bool hasStatistics = false; ///< the manikin has sent the means
+    double meanDepth = 0; ///< mm; of compressions, as the rate
     int meanRate = 0; ///< per minute
     int meanVolume = 0; ///< ml
 
-    bool hasScores = false; ///< the manikin has sent the next six
-    int overallScore = 0; ///< percent, as the next three
-    int compressionScore = 0;
-    int ventilationScore = 0;
-    int flowTime = -1; ///< -1 when not known
+    bool hasScores = false; ///< the manikin has sent its scores and so the advice
+    int overallScore = 0; ///< percent
+    int compressionScore = 0; ///< percent
+    int ventilationScore = 0; ///< percent
+    int flowTime = -1; ///< percent; -1 when not known
     int primaryAdvice = 0; ///< CPREventBase::Advice
-    int secondaryAdvice = 0;
+    int secondaryAdvice = 0; ///< CPREventBase::Advice
 
+    /// Whether all figures are the same.
     bool operator==(const Figures &other) const;
     QDateTime start() const; ///< invalid when not known
 };
 
+/// The figures as the session has them now.
 Figures figuresOf(const CPRData &session);
 
 /// Whether the value that \a event shows for \a parameter has come, and does not only stand for

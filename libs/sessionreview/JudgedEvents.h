@@ -15,40 +15,48 @@ namespace sessionreview {
 
 /// What a learner can do wrong.
 enum class Fault {
-    TooShallow = 0x01,
+    TooShallow = 0x01, ///< a compression, as up to TooFast
     TooDeep = 0x02,
     IncompleteRelease = 0x04,
     HandPosition = 0x08,
     TooSlow = 0x10,
     TooFast = 0x20,
-    TooLittle = 0x40, ///< this and the next: volume
+    TooLittle = 0x40, ///< volume of a ventilation, as TooMuch
     TooMuch = 0x80
 };
+/// Several of them, or none.
 Q_DECLARE_FLAGS(Faults, Fault)
 
-/// Times in ms of session time.
+/// A compression's measurements, and what is wrong with it.
 struct Compression {
+    /// @{
+    /// ms of session time.
     int begin = 0;
     int peak = 0;
     int end = 0;
+    /// @}
     int period = 0; ///< since the start of the compression before; 0 where it is not known
-    double depth = 0; ///< mm, as the next; whole hundredths
-    double releaseDepth = 0;
+    double depth = 0; ///< mm, in whole hundredths
+    double releaseDepth = 0; ///< the same
     int rate = 0; ///< per minute; 0 for the first of a run and where it is not known
     int number = 0; ///< in its cycle, from 1; 0 where the manikin did not count
-    Side depthSide = Side::Unknown;
-    Side rateSide = Side::Unknown;
+    Side depthSide = Side::Unknown; ///< of the target band
+    Side rateSide = Side::Unknown; ///< of the target band
     Faults faults; ///< none when all is right
 };
 
+/// A ventilation's measurements, and what is wrong with it.
 struct Ventilation {
+    /// @{
+    /// ms of session time.
     int begin = 0;
     int peak = 0;
     int end = 0;
+    /// @}
     int volume = 0; ///< ml
     int rate = 0; ///< per minute
-    Side volumeSide = Side::Unknown;
-    Faults faults;
+    Side volumeSide = Side::Unknown; ///< of the target band
+    Faults faults; ///< none when all is right
 };
 
 /// The advice (CPREventBase::Advice) about the worst of \a faults: what harms the patient first,

@@ -15,8 +15,8 @@ namespace sessionreview {
 
 /// What the learner did last, for those who look on while a session runs.
 struct LatestEvents {
-    std::optional<Compression> compression;
-    std::optional<Ventilation> ventilation;
+    std::optional<Compression> compression; ///< none before the first
+    std::optional<Ventilation> ventilation; ///< none before the first
     /// @{
     /// In the cycle that is running: compressions, and the ventilations that followed them.
     int compressionsInCycle = 0;
@@ -28,6 +28,7 @@ struct LatestEvents {
     int advice = 0;
 };
 
+/// The latest events as the session has them now.
 LatestEvents latestEventsOf(const CPRData &session, const Targets &targets);
 
 /// Length in s of the pause that is running at \a msecs of session time; 0 when none is.

@@ -15,18 +15,18 @@ class CPREventBase;
 
 namespace sessionreview {
 
-/// Times in ms of session time.
+/// A stretch of session time.
 struct Span {
-    int begin = 0;
-    int end = 0;
+    int begin = 0; ///< ms
+    int end = 0; ///< ms
 };
 
 /// A run of compressions and the ventilations that follow it.
 struct Cycle {
-    int begin = 0;
-    int end = 0;
-    int compressions = 0;
-    int ventilations = 0;
+    int begin = 0; ///< ms of session time
+    int end = 0; ///< ms of session time
+    int compressions = 0; ///< their number, with those of which no message arrived
+    int ventilations = 0; ///< their number
     /// Other numbers than the guideline set asks for. Never set for the ventilations before the
     /// first compression, nor for a cycle that the end of the session may have cut off.
     bool isMiscounted = false;
@@ -34,10 +34,11 @@ struct Cycle {
 
 /// Something that happened around the rescuers.
 struct Flag {
+    /// What has happened: a shock, something that the AED did, another rhythm, a host's user event.
     enum class Kind { Shock, Aed, Rhythm, User };
 
-    int msecs = 0;
-    Kind kind = Kind::User;
+    int msecs = 0; ///< session time
+    Kind kind = Kind::User; ///< decides what code, detail and name are
     int code = 0; ///< energy in J; AEDEventType; AEDEcgRhythms
     int detail = 0; ///< remote-control button of an AED event
     QString name; ///< of a user event
@@ -49,8 +50,8 @@ std::optional<Flag> flagOf(const CPREventBase &event);
 /// What was found in a session, judged by the session's own guideline set. It has no ties to the
 /// session.
 struct SessionReview {
-    Targets targets;
-    Figures figures;
+    Targets targets; ///< what was judged by
+    Figures figures; ///< who, what and how well
     /// @{
     /// In order of time.
     std::vector<Compression> compressions;
@@ -63,6 +64,7 @@ struct SessionReview {
     int end = 0; ///< ms; where the last event ends
 };
 
+/// Walks over all events of the session.
 SessionReview reviewOf(const CPRData &session);
 
 } // namespace sessionreview

@@ -10,10 +10,11 @@ namespace sessionreview {
 
 /// What is trained.
 struct Training {
-    bool compressions = false;
-    bool ventilations = false;
+    bool compressions = false; ///< somebody is to compress
+    bool ventilations = false; ///< somebody is to ventilate
     bool cycles = false; ///< compressions and ventilations take turns, a number of each
 
+    /// Whether the same is trained.
     bool operator==(const Training &other) const;
 };
 
@@ -25,10 +26,12 @@ enum class Side { Unknown, Below, Inside, Above };
 
 /// A target band of the guideline set.
 struct Band {
-    double min = 0;
-    double max = 0;
+    double min = 0; ///< the least value inside
+    double max = 0; ///< the greatest value inside
 
+    /// Whether both limits are the same.
     bool operator==(const Band &other) const { return min == other.min && max == other.max; }
+    /// False when the set has no such band.
     bool isValid() const { return max > min; }
     /// Limits themselves are inside.
     Side side(double value) const;
@@ -47,8 +50,12 @@ struct Targets {
     /// @}
     int minFlowTime = 0; ///< percent; 0 when the protocol has none
 
+    /// @{
+    /// Whether the same is asked for.
     bool operator==(const Targets &other) const;
     bool operator!=(const Targets &other) const { return !(*this == other); }
+    /// @}
+    /// On which side of its band a volume lies.
     Side volumeSide(int ml) const;
 };
 
