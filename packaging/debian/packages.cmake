@@ -85,7 +85,7 @@ cprdata_package(runtime ${runtime} libs
     "This package has the libraries that programs use.")
 cprdata_package(devel ${devel} libdevel
     "data of CPR training sessions, for Qt ${CPRDATA_QT} - development files"
-    "This package has headers, the libraries of recorded logs and of reviews, and what\nCMake and pkg-config need."
+    "This package has headers, the libraries of recorded logs and of reviews, and\nwhat CMake and pkg-config need."
     NEEDS ${runtime}
     DEPENDS ${devel_needs})
 if(CPRDATA_BUILD_TOOLS)
