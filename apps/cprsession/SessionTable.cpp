@@ -106,7 +106,7 @@ private:
         const auto &listed = events.events();
         QString key;
         const auto earliest = std::find_if(listed.begin(), listed.end(), [&](const E *event) {
-            return event->hasParameterType(parameter, key);
+            return event->hasParameters() && event->hasParameterType(parameter, key);
         });
         return earliest != listed.end() && sessionreview::hasArrived(*earliest, parameter);
     }
