@@ -16,13 +16,6 @@ namespace {
 
 using Type = CPREventBase::ParameterType;
 
-// The keys of a session and of an event.
-const QString eventsKey = QStringLiteral("events");
-const QString blobsKey = QStringLiteral("blobs");
-const QString typeKey = QStringLiteral("type");
-const QString msecsKey = QStringLiteral("msecs");
-const QString valuesKey = QStringLiteral("values");
-
 // JSON: everything under names, samples as numbers, so that anybody can read it.
 struct Json {
     using Value = QJsonValue;
@@ -31,10 +24,10 @@ struct Json {
 
     static QString key(Type type) { return CPREventBase::parameterKey(type); }
     static Type type(const QString &key) { return parameterOf(key); }
-    static QString kind(CPREventBase::EventType type) { return kindKey(type); }
+    static QString kind(CPREventBase::EventType kind) { return kindKey(kind); }
     static CPREventBase::EventType kind(const Value &value) { return kindOf(value.toString()); }
-    static int integer(const Value &value) { return value.toInt(); }
     static Object object(const Value &value) { return value.toObject(); }
+    static int integer(const Value &value) { return value.toInt(); }
     static QByteArray encoded(const Object &object)
     {
         return QJsonDocument(object).toJson(QJsonDocument::Compact);
@@ -46,27 +39,19 @@ struct Json {
     static Value wave(const QByteArray &bytes)
     {
         Array array;
-        for (const qint16 sample : samplesOf(bytes))
-            array.append(sample);
+        const auto *samples = reinterpret_cast<const qint16 *>(bytes.constData());
+        for (int i = 0; i < bytes.size() / int(sizeof(qint16)); ++i)
+            array.append(samples[i]);
         return array;
     }
     static QByteArray wave(const Value &value)
     {
         const Array array = value.toArray();
-        std::vector<qint16> samples;
-        samples.reserve(static_cast<std::size_t>(array.size()));
+        QByteArray bytes(int(array.size()) * int(sizeof(qint16)), Qt::Uninitialized);
+        auto *sample = reinterpret_cast<qint16 *>(bytes.data());
         for (const Value &item : array)
-            samples.push_back(static_cast<qint16>(item.toInt()));
-        return bytesOf(samples);
-    }
-};
-
-// JSON with the samples as a text that only programs for it understand.
-struct JsonWithBase64 : Json {
-    static Value wave(const QByteArray &bytes) { return QString::fromLatin1(bytes.toBase64()); }
-    static QByteArray wave(const Value &value)
-    {
-        return QByteArray::fromBase64(value.toString().toLatin1());
+            *sample++ = static_cast<qint16>(item.toInt());
+        return bytes;
     }
 };
 
@@ -78,37 +63,48 @@ struct Cbor {
 
     static qint64 key(Type type) { return type; }
     static Type type(const Value &key) { return static_cast<Type>(key.toInteger()); }
-    static qint64 kind(CPREventBase::EventType type) { return type; }
+    static qint64 kind(CPREventBase::EventType kind) { return kind; }
     static CPREventBase::EventType kind(const Value &value)
     {
         return static_cast<CPREventBase::EventType>(value.toInteger());
     }
-    static int integer(const Value &value) { return static_cast<int>(value.toInteger()); }
     static Object object(const Value &value) { return value.toMap(); }
+    static int integer(const Value &value) { return static_cast<int>(value.toInteger()); }
     static QByteArray encoded(const Object &object) { return object.toCborValue().toCbor(); }
     static Object decoded(const QByteArray &bytes) { return QCborValue::fromCbor(bytes).toMap(); }
     static Value wave(const QByteArray &bytes) { return bytes; }
     static QByteArray wave(const Value &value) { return value.toByteArray(); }
 };
 
+const QString eventsKey = QStringLiteral("events");
+const QString blobsKey = QStringLiteral("blobs");
+const QString typeKey = QStringLiteral("type");
+const QString msecsKey = QStringLiteral("msecs");
+const QString valuesKey = QStringLiteral("values");
+
+bool isDocument(const QString &name)
+{
+    return name.endsWith(QLatin1String(".xml"));
+}
+
 template <typename Form> bool write(const PlainSession &session, const QString &name)
 {
     typename Form::Array events;
     for (const PlainEvent &event : session.events) {
         typename Form::Object values;
-        for (const PlainEvent::Value &item : event.values)
-            values.insert(Form::key(item.type), Form::Value::fromVariant(item.value));
+        for (const auto &[type, value] : event.values)
+            values.insert(Form::key(type), Form::Value::fromVariant(value));
         typename Form::Object object;
-        object.insert(typeKey, Form::kind(event.type));
+        object.insert(typeKey, Form::kind(event.kind));
         object.insert(msecsKey, event.msecs);
         object.insert(valuesKey, values);
         events.append(object);
     }
     typename Form::Object blobs;
-    for (const Member &blob : session.blobs) {
-        blobs.insert(blob.name,
-                     blob.isDocument() ? typename Form::Value(QString::fromUtf8(blob.bytes))
-                                       : Form::wave(blob.bytes));
+    for (auto blob = session.blobs.begin(); blob != session.blobs.end(); ++blob) {
+        blobs.insert(blob.key(),
+                     isDocument(blob.key()) ? typename Form::Value(QString::fromUtf8(*blob))
+                                            : Form::wave(*blob));
     }
     typename Form::Object root;
     root.insert(eventsKey, events);
@@ -126,26 +122,24 @@ template <typename Form> bool read(const QString &name, PlainSession &session)
         return false;
     const typename Form::Object root = Form::decoded(qUncompress(file.readAll()));
     const typename Form::Array events = root.value(eventsKey).toArray();
-    session.events.reserve(static_cast<std::size_t>(events.size()));
+    session.events.reserve(int(events.size()));
     for (const typename Form::Value &item : events) {
         const typename Form::Object object = Form::object(item);
         PlainEvent event{
             Form::kind(object.value(typeKey)), Form::integer(object.value(msecsKey)), {}};
         const typename Form::Object values = Form::object(object.value(valuesKey));
-        event.values.reserve(static_cast<std::size_t>(values.size()));
+        event.values.reserve(int(values.size()));
         for (auto it = values.constBegin(); it != values.constEnd(); ++it)
-            event.values.push_back({Form::type(it.key()), it.value().toVariant()});
-        session.events.push_back(std::move(event));
+            event.values.append({Form::type(it.key()), it.value().toVariant()});
+        session.events.append(event);
     }
     const typename Form::Object blobs = Form::object(root.value(blobsKey));
     for (auto it = blobs.constBegin(); it != blobs.constEnd(); ++it) {
-        const typename Form::Value blobName(it.key());
+        const QString blob = typename Form::Value(it.key()).toString();
         const typename Form::Value value = it.value();
-        Member blob{blobName.toString(), {}, {}};
-        blob.bytes = blob.isDocument() ? value.toString().toUtf8() : Form::wave(value);
-        session.blobs.push_back(blob);
+        session.blobs[blob] = isDocument(blob) ? value.toString().toUtf8() : Form::wave(value);
     }
-    return !session.events.empty();
+    return !session.events.isEmpty();
 }
 
 } // namespace
@@ -153,11 +147,6 @@ template <typename Form> bool read(const QString &name, PlainSession &session)
 Peer jsonPeer()
 {
     return {"JSON, deflated", write<Json>, read<Json>};
-}
-
-Peer jsonWithBase64Peer()
-{
-    return {"JSON, waves in Base64, deflated", write<JsonWithBase64>, read<JsonWithBase64>};
 }
 
 Peer cborPeer()

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QProcess>
 #include <QStandardPaths>
+#include <QVector>
 
 #include <algorithm>
 #include <cstdio>
@@ -17,6 +18,8 @@
 namespace bench {
 
 namespace {
+
+using bls_2010::CommonDefs;
 
 constexpr int burst = 10000;
 
@@ -84,6 +87,40 @@ std::vector<Figure> measureGrowth(Bench &bench)
                      1.3)};
 }
 
+// The samples of an hour in the order in which they come: of each wave period a depth and a volume.
+std::vector<Figure> measureSamples(Bench &bench)
+{
+    std::vector<manikinlog::WaveSample> samples;
+    for (const manikinlog::Record &record : bench.sessions.hour()) {
+        if (const auto *sample = std::get_if<manikinlog::WaveSample>(&record.entry))
+            samples.push_back(*sample);
+    }
+    const auto subject = [&samples](Clock &clock) {
+        const std::unique_ptr<CPRData> session = startedSession();
+        clock.start();
+        for (const manikinlog::WaveSample &sample : samples) {
+            session->waveDataReceived(static_cast<CommonDefs::WaveType>(sample.waveType),
+                                      sample.value, sample.sequence);
+        }
+        clock.stop();
+        keep(session->compressionData()->count());
+    };
+    const auto reference = [&samples](Clock &clock) {
+        QVector<int> depths;
+        QVector<int> volumes;
+        clock.start();
+        for (const manikinlog::WaveSample &sample : samples) {
+            (sample.waveType == CommonDefs::WAVE_VENT_VOLUME ? volumes : depths)
+                .append(sample.value);
+        }
+        clock.stop();
+        keep(depths);
+        keep(volumes);
+    };
+    return {
+        withGoal(compare(bench.pairs, subject, reference, static_cast<int>(samples.size())), 6)};
+}
+
 constexpr int countedSeconds = 60;
 constexpr int packetsPerSecond = 50;
 constexpr int compressionsPerSecond = 2;
@@ -95,7 +132,6 @@ constexpr char countedFunction[] = "benchLiveSecond";
 extern "C" __attribute__((noinline)) void benchLiveSecond(CPRData &session, int second,
                                                           bls_2010::RMessage *compressions)
 {
-    using bls_2010::CommonDefs;
     for (int i = 1; i <= packetsPerSecond; ++i) {
         const int sequence = second * packetsPerSecond + i;
         session.waveHeaderReceived(sequence);
@@ -166,6 +202,7 @@ std::vector<Row> liveRows()
         {7, "a live compression message to event, signal and notification",
          "new of the event and append", measureMessage},
         {8, "10,000 messages onto a list of 100,000", "the same onto an empty list", measureGrowth},
+        {11, "a wave sample through the session", "QVector append", measureSamples},
         {16, "instructions of a live second: 50 headers, 100 samples, 2 compressions",
          "none: a number to keep from growing", measureInstructions},
     };

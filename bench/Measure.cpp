@@ -85,6 +85,11 @@ QString amount(double value, Unit unit)
     return QStringLiteral("%1 %2").arg(number, QString::fromUtf8(*name)).trimmed();
 }
 
+QString tableLine(const QStringList &cells)
+{
+    return QStringLiteral("| ") + cells.join(QStringLiteral(" | ")) + QStringLiteral(" |\n");
+}
+
 void showProgress(const QString &text)
 {
     static const bool isTerminal = isatty(STDERR_FILENO) != 0;

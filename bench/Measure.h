@@ -5,6 +5,7 @@
 #define BENCH_MEASURE_H
 
 #include <QString>
+#include <QStringList>
 #include <QtGlobal>
 
 #include <functional>
@@ -65,6 +66,9 @@ Figure withGoal(Figure figure, double goal, const QString &label = QString());
 
 /// "12.3 ms", "4.56 MB"
 QString amount(double value, Unit unit);
+
+/// A line of a table that a page and a terminal can both show.
+QString tableLine(const QStringList &cells);
 
 /// A line about what is going on, when stderr is a terminal; the next line replaces it and an empty
 /// text removes it.

@@ -27,15 +27,15 @@ struct Row {
 
 // The rows by what they are about. Each yardstick stands where its row is measured.
 std::vector<Row> archiveRows();
-std::vector<Row> waveRows();
-std::vector<Row> memoryRows();
 std::vector<Row> liveRows();
 std::vector<Row> queryRows();
 std::vector<Row> peerRows();
 std::vector<Row> pictureRows();
 
-/// All of them, by number.
-std::vector<Row> allRows();
+/// A table of what sessions from half a minute to a day cost, for the page and its picture.
+QString lengthTable(Bench &bench);
+/// A table of what other forms of an hour's session cost.
+QString peerTable(Bench &bench);
 
 /// Feeds a live session: what valgrind counts, in a child of this program that is started with the
 /// option of this name.

@@ -4,6 +4,7 @@
 #include "Peers.h"
 
 #include <QFile>
+#include <QSet>
 #include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -15,16 +16,13 @@ namespace bench {
 
 namespace {
 
-const QString connectionName = QStringLiteral("peer");
-const QString blobTable = QStringLiteral("blobs");
-
 /// Opens the file, lets use(database) work with it in one transaction, and closes it.
 template <typename Use> bool withDatabase(const QString &file, Use use)
 {
+    const QString connection = QStringLiteral("peer");
     bool isGood = false;
     {
-        QSqlDatabase database =
-            QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connectionName);
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
         database.setDatabaseName(file);
         isGood = database.open();
         // The file is written once and as a whole, so a journal would protect nothing.
@@ -32,7 +30,7 @@ template <typename Use> bool withDatabase(const QString &file, Use use)
         QSqlQuery(database).exec(QStringLiteral("PRAGMA synchronous=OFF"));
         isGood = isGood && database.transaction() && use(database) && database.commit();
     }
-    QSqlDatabase::removeDatabase(connectionName);
+    QSqlDatabase::removeDatabase(connection);
     return isGood;
 }
 
@@ -43,63 +41,80 @@ bool insert(QSqlQuery &query, const QVariantList &values)
     return query.exec();
 }
 
-// A table for each kind of event; a row carries the event's place in the list.
-bool writeKind(QSqlDatabase &database, const KindTable &table,
-               const std::vector<PlainEvent> &events)
+// A table of the events of one kind, with a column for each parameter that one of them has. A row
+// begins with the event's place in the list.
+bool writeKind(QSqlDatabase &database, const QString &kind, const QVector<int> &places,
+               const QVector<PlainEvent> &events)
 {
-    QStringList columns{QStringLiteral("place INTEGER PRIMARY KEY"), QStringLiteral("msecs")};
-    for (const CPREventBase::ParameterType type : table.columns)
-        columns.append(CPREventBase::parameterKey(type));
-    QStringList marks;
-    for (int i = 0; i < columns.size(); ++i)
-        marks.append(QStringLiteral("?"));
-    const QString name = kindKey(table.type);
-    const QString comma = QStringLiteral(",");
+    QSet<CPREventBase::ParameterType> types;
+    for (const int place : places) {
+        for (const auto &value : events[place].values)
+            types.insert(value.first);
+    }
+    QMap<QString, CPREventBase::ParameterType> columns;
+    for (const CPREventBase::ParameterType type : qAsConst(types))
+        columns.insert(CPREventBase::parameterKey(type), type);
+    QString marks = QStringLiteral("?,?");
+    QString declarations = QStringLiteral("place INTEGER PRIMARY KEY,msecs");
+    for (auto column = columns.begin(); column != columns.end(); ++column) {
+        marks += QStringLiteral(",?");
+        declarations += QLatin1Char(',') + column.key();
+    }
     QSqlQuery query(database);
-    bool isGood = query.exec(QStringLiteral("CREATE TABLE %1(%2)").arg(name, columns.join(comma)))
-        && query.prepare(QStringLiteral("INSERT INTO %1 VALUES(%2)").arg(name, marks.join(comma)));
-    for (const int position : table.positions) {
-        const PlainEvent &event = events[static_cast<std::size_t>(position)];
-        QVariantList values{position, event.msecs};
-        for (const CPREventBase::ParameterType type : table.columns)
-            values.append(valueOf(event, type));
-        isGood = isGood && insert(query, values);
+    bool isGood = query.exec(QStringLiteral("CREATE TABLE %1(%2)").arg(kind, declarations))
+        && query.prepare(QStringLiteral("INSERT INTO %1 VALUES(%2)").arg(kind, marks));
+    for (const int place : places) {
+        QVariantList row{place, events[place].msecs};
+        auto value = events[place].values.begin(); // in the order of the columns
+        for (const CPREventBase::ParameterType column : qAsConst(columns)) {
+            const bool has = value != events[place].values.end() && value->first == column;
+            row.append(has ? (value++)->second : QVariant());
+        }
+        isGood = isGood && insert(query, row);
     }
     return isGood;
 }
 
-void readKind(QSqlDatabase &database, const QString &name, std::vector<PlainEvent> &events)
+void readKind(QSqlDatabase &database, const QString &kind, QVector<PlainEvent> &events)
 {
     QSqlQuery query(database);
     query.setForwardOnly(true);
-    query.exec(QStringLiteral("SELECT * FROM %1").arg(name));
-    std::vector<CPREventBase::ParameterType> types; // of the columns behind place and time
+    query.exec(QStringLiteral("SELECT * FROM %1").arg(kind));
+    QVector<CPREventBase::ParameterType> types; // of the columns behind place and time
     for (int i = 2; i < query.record().count(); ++i)
-        types.push_back(parameterOf(query.record().fieldName(i)));
+        types.append(parameterOf(query.record().fieldName(i)));
     while (query.next()) {
-        PlainEvent event{kindOf(name), query.value(1).toInt(), {}};
-        for (std::size_t i = 0; i < types.size(); ++i) {
-            const QVariant value = query.value(static_cast<int>(i) + 2);
+        const int place = query.value(0).toInt();
+        events.resize(std::max(int(events.size()), place + 1));
+        PlainEvent &event = events[place];
+        event.kind = kindOf(kind);
+        event.msecs = query.value(1).toInt();
+        for (int i = 0; i < types.size(); ++i) {
+            const QVariant value = query.value(i + 2);
             if (!value.isNull())
-                event.values.push_back({types[i], value});
+                event.values.append({types.at(i), value});
         }
-        place(std::move(event), query.value(0).toInt(), events);
     }
 }
 
+const QString blobTable = QStringLiteral("blobs");
+
 bool write(const PlainSession &session, const QString &file)
 {
+    QMap<CPREventBase::EventType, QVector<int>> places; // of the events by their kind
+    for (int i = 0; i < session.events.size(); ++i)
+        places[session.events[i].kind].append(i);
     QFile::remove(file);
-    return withDatabase(file, [&session](QSqlDatabase &database) {
+    return withDatabase(file, [&](QSqlDatabase &database) {
         bool isGood = true;
-        for (const KindTable &table : kindTables(session.events))
-            isGood = isGood && writeKind(database, table, session.events);
+        for (auto kind = places.begin(); kind != places.end(); ++kind)
+            isGood = isGood && writeKind(database, kindKey(kind.key()), *kind, session.events);
         QSqlQuery query(database);
         isGood = isGood
             && query.exec(QStringLiteral("CREATE TABLE %1(name TEXT, bytes BLOB)").arg(blobTable))
             && query.prepare(QStringLiteral("INSERT INTO %1 VALUES(?,?)").arg(blobTable));
-        for (const Member &blob : session.blobs)
-            isGood = isGood && insert(query, {blob.name, blob.bytes});
+        for (auto blob = session.blobs.begin(); blob != session.blobs.end(); ++blob)
+            isGood = isGood && insert(query, {blob.key(), *blob});
         return isGood;
     });
 }
@@ -107,13 +122,14 @@ bool write(const PlainSession &session, const QString &file)
 bool read(const QString &file, PlainSession &session)
 {
     return withDatabase(file, [&session](QSqlDatabase &database) {
-        QStringList kinds = database.tables();
-        kinds.removeAll(blobTable);
-        for (const QString &kind : qAsConst(kinds))
-            readKind(database, kind, session.events);
+        const QStringList tables = database.tables();
+        for (const QString &table : tables) {
+            if (table != blobTable)
+                readKind(database, table, session.events);
+        }
         QSqlQuery query(QStringLiteral("SELECT name, bytes FROM %1").arg(blobTable), database);
         while (query.next())
-            session.blobs.push_back({query.value(0).toString(), query.value(1).toByteArray(), {}});
+            session.blobs.insert(query.value(0).toString(), query.value(1).toByteArray());
         return true;
     });
 }

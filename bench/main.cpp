@@ -1,30 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Report.h"
+#include "Row.h"
 
 #include <QCommandLineParser>
-#include <QDir>
-#include <QFileInfo>
+#include <QDate>
+#include <QFile>
 #include <QGuiApplication>
-#include <QSaveFile>
+#include <QSysInfo>
+#include <QThread>
 
 #include <algorithm>
 #include <cstdio>
 
 namespace bench {
-
-std::vector<Row> allRows()
-{
-    std::vector<Row> rows;
-    for (const std::vector<Row> &part : {archiveRows(), waveRows(), memoryRows(), liveRows(),
-                                         queryRows(), peerRows(), pictureRows()}) {
-        rows.insert(rows.end(), part.begin(), part.end());
-    }
-    std::sort(rows.begin(), rows.end(),
-              [](const Row &a, const Row &b) { return a.number < b.number; });
-    return rows;
-}
 
 namespace {
 
@@ -34,12 +23,14 @@ constexpr int wrongUsage = 2;
 const QCommandLineOption listOption(QStringLiteral("list"), QStringLiteral("Show the rows."));
 const QCommandLineOption onlyOption(QStringLiteral("only"), QStringLiteral("Measure these rows."), QStringLiteral("N,M"));
 const QCommandLineOption pairsOption(QStringLiteral("pairs"), QStringLiteral("How often each comparison is made."), QStringLiteral("N"), QStringLiteral("9"));
-const QCommandLineOption peersOption(QStringLiteral("peers"), QStringLiteral("Compare with other forms of a session as well."));
-const QCommandLineOption plotOption(QStringLiteral("plot"), QStringLiteral("Measure sessions from half a minute to a day and draw what they cost."), QStringLiteral("FILE.svg|FILE.png"));
-const QCommandLineOption jsonOption(QStringLiteral("json"), QStringLiteral("Write all figures to this file."), QStringLiteral("FILE"));
-const QCommandLineOption reportOption(QStringLiteral("report"), QStringLiteral("Write a page about all figures."), QStringLiteral("FILE.md"));
+const QCommandLineOption pageOption(QStringLiteral("page"), QStringLiteral("Print a page; it has sessions from half a minute to a day and other forms of a session as well."));
 const QCommandLineOption targetOption{QLatin1String(instructionTarget)};
 // clang-format on
+
+QString utf8(const char *text)
+{
+    return QString::fromUtf8(text);
+}
 
 void print(const QString &text)
 {
@@ -48,76 +39,112 @@ void print(const QString &text)
     std::fflush(stdout);
 }
 
-int fail(const QString &reason, int status)
+int fail(const char *reason)
 {
-    showProgress(QString());
-    std::fprintf(stderr, "cprbench: %s\n", qPrintable(reason));
-    return status;
+    std::fprintf(stderr, "cprbench: %s\n", reason);
+    return wrongUsage;
 }
 
-// The rows that --only names; none, and the reason in problem, when there is no such row.
-std::vector<Row> wantedRows(const QCommandLineParser &parser, QString *problem)
+QString processor()
+{
+    QFile file(QStringLiteral("/proc/cpuinfo"));
+    if (file.open(QIODevice::ReadOnly)) {
+        const QList<QByteArray> lines = file.readAll().split('\n');
+        for (const QByteArray &item : lines) {
+            if (item.startsWith("model name"))
+                return QString::fromLatin1(item.mid(item.indexOf(':') + 1).trimmed());
+        }
+    }
+    return QSysInfo::currentCpuArchitecture();
+}
+
+void printPageHead()
+{
+    print(utf8("# Performance\n\n"
+               "Each figure is a ratio of two things that were measured in one run: pairs in turn, "
+               "CPU\n"
+               "time of the thread, median of the pairs. The yardsticks do no more than they have "
+               "to.\n"
+               "Memory is counted at the allocator. `./run bench --plot` measures and writes this\n"
+               "page.\n\n"
+               "Measured on: %1, %2 cores, %3, Qt %4, %5\n\n")
+              .arg(processor(), QString::number(QThread::idealThreadCount()),
+                   QSysInfo::prettyProductName(), utf8(qVersion()),
+                   QDate::currentDate().toString(Qt::ISODate)));
+}
+
+void printPageTail(Bench &bench)
+{
+    print(utf8("\n## From half a minute to a day\n\n"
+               "![What a session costs over its length](performance.svg)\n\n"
+               "A session costs something before its first event: the manikin's introduction, "
+               "the\n"
+               "guidelines and the statistics. Short sessions show it. An event's share has that "
+               "of the\n"
+               "waves in it. The picture is drawn from this table:\n\n"));
+    print(lengthTable(bench));
+    print(utf8("\n## What a team would take instead\n\n"
+               "The same session in other forms, each written for speed. The peers write\n"
+               "from and read into plain structures, while the library makes an observable\n"
+               "object of every event, numbers it and announces it.\n\n"));
+    print(peerTable(bench));
+}
+
+std::vector<Row> allRows()
+{
+    std::vector<Row> rows;
+    for (const auto part : {archiveRows, liveRows, queryRows, peerRows, pictureRows}) {
+        const std::vector<Row> some = part();
+        rows.insert(rows.end(), some.begin(), some.end());
+    }
+    std::sort(rows.begin(), rows.end(),
+              [](const Row &a, const Row &b) { return a.number < b.number; });
+    return rows;
+}
+
+// The rows that --only names, or all.
+std::vector<Row> wantedRows(const QCommandLineParser &parser)
 {
     std::vector<Row> rows = allRows();
-    if (!parser.isSet(onlyOption))
-        return rows;
-    std::vector<Row> wanted;
-    const QStringList numbers = parser.value(onlyOption).split(QLatin1Char(','));
-    for (const QString &number : numbers) {
-        const auto row = std::find_if(rows.begin(), rows.end(), [&number](const Row &candidate) {
-            return number == QString::number(candidate.number);
-        });
-        if (row != rows.end())
-            wanted.push_back(*row);
-        else
-            *problem = QStringLiteral("there is no row \"%1\"; --list shows them").arg(number);
+    if (parser.isSet(onlyOption)) {
+        const QStringList numbers = parser.value(onlyOption).split(QLatin1Char(','));
+        rows.erase(std::remove_if(rows.begin(), rows.end(),
+                                  [&numbers](const Row &row) {
+                                      return !numbers.contains(QString::number(row.number));
+                                  }),
+                   rows.end());
     }
-    return wanted;
+    return rows;
 }
 
-bool writeFile(const QString &name, const QByteArray &bytes)
+QString tableRow(const Row &row, const Figure &figure)
 {
-    QSaveFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
+    const QString what =
+        utf8(row.what) + (figure.label.isEmpty() ? QString() : QStringLiteral(": ") + figure.label);
+    const QString subject = figure.subject > 0 ? amount(figure.subject, figure.unit) : QString();
+    QString ratio = subject;
+    QString amounts;
+    if (figure.reference > 0) {
+        ratio =
+            QString::number(figure.ratio, 'f', figure.ratio < 0.1 ? 3 : 2) + QStringLiteral("×");
+        amounts = subject + QStringLiteral(" / ") + amount(figure.reference, figure.unit);
+    }
+    const char *const missed = figure.isMissed() ? "MISS" : "pass";
+    return tableLine({QString::number(row.number), what, utf8(row.yardstick),
+                      figure.goal ? QStringLiteral("≤ %1×").arg(*figure.goal) : QString(), ratio,
+                      amounts, utf8(figure.goal ? missed : "stated")});
 }
 
-int measure(const QCommandLineParser &parser, const std::vector<Row> &rows, int pairs)
+void measure(Bench &bench, const std::vector<Row> &rows)
 {
-    Bench bench;
-    bench.pairs = pairs;
-    Report report;
-    print(tableHead());
+    print(utf8("| # | what (an hour unless it says otherwise) | yardstick in the same run | goal "
+               "| figure | library / yardstick | |\n"
+               "|---|---|---|---|---|---|---|\n"));
     for (const Row &row : rows) {
-        showProgress(QString::fromUtf8(row.what));
-        report.results.push_back({row, row.measure(bench)});
-        print(tableRows(report.results.back()));
+        showProgress(utf8(row.what));
+        for (const Figure &figure : row.measure(bench))
+            print(tableRow(row, figure));
     }
-    if (parser.isSet(peersOption)) {
-        report.peers = comparePeers(bench);
-        print(QLatin1Char('\n') + peerTable(report.peers));
-    }
-    const QString plot = parser.value(plotOption);
-    const QString page = parser.value(reportOption);
-    const QString json = parser.value(jsonOption);
-    for (const QString &file : {plot, page, json}) {
-        if (!file.isEmpty())
-            QDir().mkpath(QFileInfo(file).path());
-    }
-    QString unwritable;
-    if (!plot.isEmpty()) {
-        report.scale = measureScale(bench);
-        report.plot = QFileInfo(page).dir().relativeFilePath(QFileInfo(plot).absoluteFilePath());
-        if (!drawScale(plot, report.scale))
-            unwritable = plot;
-    }
-    showProgress(QString());
-    if (!json.isEmpty() && !writeFile(json, toJson(report)))
-        unwritable = json;
-    if (!page.isEmpty() && !writeFile(page, toPage(report)))
-        unwritable = page;
-    return unwritable.isEmpty()
-        ? EXIT_SUCCESS
-        : fail(QStringLiteral("%1 cannot be written").arg(unwritable), EXIT_FAILURE);
 }
 
 int run(const QCoreApplication &application)
@@ -126,25 +153,28 @@ int run(const QCoreApplication &application)
     parser.setApplicationDescription(
         QStringLiteral("Measures the library against yardsticks in the same run."));
     parser.addHelpOption();
-    parser.addOptions({listOption, onlyOption, pairsOption, peersOption, plotOption, jsonOption,
-                       reportOption, targetOption});
+    parser.addOptions({listOption, onlyOption, pairsOption, pageOption, targetOption});
     parser.process(application);
     if (parser.isSet(targetOption))
         return runInstructionTarget();
 
-    QString problem;
-    const std::vector<Row> rows = wantedRows(parser, &problem);
-    const int pairs = parser.value(pairsOption).toInt();
-    if (pairs < 1)
-        problem = QStringLiteral("--pairs takes a number from 1 on");
-    if (parser.isSet(plotOption) && !canDraw(parser.value(plotOption)))
-        problem = QStringLiteral("--plot takes the name of an .svg or .png file");
-    if (!problem.isEmpty())
-        return fail(problem, wrongUsage);
-    if (!parser.isSet(listOption))
-        return measure(parser, rows, pairs);
-    for (const Row &row : rows)
-        print(QStringLiteral("%1  %2\n").arg(row.number, 2).arg(QString::fromUtf8(row.what)));
+    const std::vector<Row> rows = wantedRows(parser);
+    if (rows.empty())
+        return fail("there is no such row; --list shows them");
+    Bench bench;
+    bench.pairs = parser.value(pairsOption).toInt();
+    if (bench.pairs < 1)
+        return fail("--pairs takes a number from 1 on");
+    if (parser.isSet(listOption)) {
+        for (const Row &row : rows)
+            print(QStringLiteral("%1  %2\n").arg(row.number, 2).arg(utf8(row.what)));
+        return EXIT_SUCCESS;
+    }
+    if (parser.isSet(pageOption))
+        printPageHead();
+    measure(bench, rows);
+    if (parser.isSet(pageOption))
+        printPageTail(bench);
     return EXIT_SUCCESS;
 }
 
