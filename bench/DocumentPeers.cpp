@@ -123,7 +123,7 @@ template <typename Form> bool read(const QString &name, PlainSession &session)
     const typename Form::Object root = Form::decoded(qUncompress(file.readAll()));
     const typename Form::Array events = root.value(eventsKey).toArray();
     session.events.reserve(int(events.size()));
-    for (const typename Form::Value &item : events) {
+    for (const typename Form::Value item : events) {
         const typename Form::Object object = Form::object(item);
         PlainEvent event{
             Form::kind(object.value(typeKey)), Form::integer(object.value(msecsKey)), {}};

@@ -198,7 +198,7 @@ void TestCprsession::wrongInput()
     QFETCH(int, status);
     QFETCH(QByteArray, names);
 
-    constexpr auto entries = QDir::AllEntries | QDir::NoDotAndDotDot;
+    static constexpr auto entries = QDir::AllEntries | QDir::NoDotAndDotDot;
     const auto files = [this] {
         QStringList namesAndSizes;
         for (const QFileInfo &file : QDir(m_directory.path()).entryInfoList(entries))
