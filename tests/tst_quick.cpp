@@ -350,10 +350,11 @@ private Q_SLOTS:
             return qAbs(qRed(pixel) - red) + qAbs(qGreen(pixel) - green) + qAbs(qBlue(pixel) - blue)
                 <= 3;
         };
-        QVERIFY(isAt(150, 300, 247, 248, 250)); // the lane
-        QVERIFY(isAt(150, 580, 193, 228, 220)); // 54.4 mm: 56/255 of (0, 158, 115) over the lane
-        QVERIFY(isAt(250, 580, 193, 228, 220));
-        QVERIFY(isAt(250, 300, 179, 211, 230)); // 70/255 of (0, 114, 178) over the lane
+        // Grid lines stand at whole tenths of a second, 10 pixels apart or more, as the font asks.
+        QVERIFY(isAt(155, 300, 247, 248, 250)); // the lane
+        QVERIFY(isAt(155, 580, 193, 228, 220)); // 54.4 mm: 56/255 of (0, 158, 115) over the lane
+        QVERIFY(isAt(255, 580, 193, 228, 220));
+        QVERIFY(isAt(255, 300, 179, 211, 230)); // 70/255 of (0, 114, 178) over the lane
         QCOMPARE(item.xAt(2500), 250.0);
 
         // What nobody sees is not computed.
@@ -364,14 +365,15 @@ private Q_SLOTS:
         item.setVisible(true);
         stage.frame();
         QCOMPARE(item.length(), 6000);
-        // A pause since 5 s, which is dark, goes on without an event; 6.5 s are at 325.
+        // A pause since 5 s, which is dark, goes on without an event; 6.56 s are at 328,
+        // between two tenths of a second.
         item.setTo(8000);
         doStep(session, "pause 1");
-        QCOMPARE(qGreen(stage.frame().pixel(325, 300)), 248);
+        QCOMPARE(qGreen(stage.frame().pixel(328, 300)), 248);
         feed(session, 301, 350, [](int) { return 0; });
         doStep(session, "pause 2");
         feed(session, 351, 351, [](int) { return 0; });
-        QVERIFY(qGreen(stage.frame().pixel(325, 300)) < 240);
+        QVERIFY(qGreen(stage.frame().pixel(328, 300)) < 240);
         session.reset();
         stage.frame();
         QCOMPARE(item.length(), 0);
