@@ -21,7 +21,12 @@ Rectangle {
     Accessible.name: bar.text
 
     RowLayout {
-        anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
+        // Not as high as the bar, which would lay the text out again for a height that it gave.
+        anchors {
+            left: parent.left; leftMargin: Look.padding
+            right: parent.right; rightMargin: Look.padding
+            verticalCenter: parent.verticalCenter
+        }
         spacing: Look.gap
 
         PageText {
