@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-// A whole archive: loaded, and now and then stored again.
+// A whole archive: loaded, now and then stored again, and now and then checked and salvaged.
 //
 // The first byte chooses. Either the archive is the rest of the input as it is, or it is built from
 // members, so that damage gets behind the checksums. A member is a byte for its name, one for what
@@ -10,6 +10,9 @@
 #include "CPRData.h"
 #include "CPRFileHandlerZip.h"
 #include "Fuzzing.h"
+#include "sessionfiles/ArchiveCheck.h"
+#include "sessionfiles/ArchiveSalvage.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <QBuffer>
 #include <QFile>
@@ -89,13 +92,6 @@ QByteArray archiveOf(const QByteArray &input)
     return file.data();
 }
 
-bool load(CPRData &session, const QString &name)
-{
-    CPRFileHandlerZip zip;
-    const bool isComplete = zip.open(name, CPRFileHandlerZip::Read) && session.readData(&zip);
-    return zip.close() && isComplete;
-}
-
 bool save(CPRData &session, const QString &name, CPRFileHandlerZip::Mode mode)
 {
     CPRFileHandlerZip zip;
@@ -111,13 +107,27 @@ void storeAndLoad(CPRData &session, const QString &name, CPRFileHandlerZip::Mode
         return;
     }
     CPRData loaded;
-    const bool isComplete = load(loaded, name);
+    const bool isComplete = sessionfiles::load(name, loaded).isWhole;
     // The descriptions can name other members for the samples than those that are written.
     if (session.compressionData()->waveformInfo()->fileName() == QLatin1String("COMP.WV")
         && session.ventilationData()->waveformInfo()->fileName() == QLatin1String("VENT.WV")) {
         require(isComplete, "what was stored can be loaded");
         requireSame(session, loaded);
     }
+}
+
+// Check, load and salvage come to one verdict.
+void requireAgreement(const QString &name, bool isLoadedWhole)
+{
+    static const QTemporaryDir directory;
+    static const QString salvaged = directory.filePath(QStringLiteral("salvaged.zip"));
+    require((sessionfiles::check(name).errors() == 0) == isLoadedWhole,
+            "what is loaded whole has no error, and nothing else");
+    const sessionfiles::SalvagedSession session = sessionfiles::salvage(name);
+    require(!isLoadedWhole || session.isAll, "what is loaded whole is salvaged whole");
+    require(sessionfiles::save(salvaged, session).isEmpty(), "what was salvaged can be written");
+    CPRData loaded;
+    require(sessionfiles::load(salvaged, loaded).isWhole, "what was salvaged is loaded whole");
 }
 
 } // namespace
@@ -139,8 +149,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     file.close();
     CPRData session;
     requireOrder(*session.cprEvents());
-    load(session, name);
+    const bool isLoadedWhole = sessionfiles::load(name, session).isWhole;
     requireWhole(*session.cprEvents());
+    if (choice == 4 || choice == 5)
+        requireAgreement(name, isLoadedWhole);
     if (choice >= 6)
         storeAndLoad(session, name,
                      choice == 6 ? CPRFileHandlerZip::Create : CPRFileHandlerZip::Add);

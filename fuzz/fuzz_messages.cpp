@@ -6,15 +6,14 @@
 
 #include "CPRData.h"
 #include "CPREventSessionInfo.h"
-#include "CPRFileHandler.h"
 #include "Fuzzing.h"
 #include "private/Limits.h"
+#include "sessionfiles/MemoryFileHandler.h"
 
 #include <chestboard/CommonDefs.h>
 #include <chestboard/RMessage.h>
 
 #include <QBuffer>
-#include <QMap>
 
 #include <iterator>
 #include <limits>
@@ -26,31 +25,6 @@ using bls_2010::CommonDefs;
 using E = CPREventBase;
 
 namespace {
-
-// Members that are kept in memory.
-class MemoryHandler final : public CPRFileHandler {
-public:
-    QIODevice *openFileForReading(const QString &name) override
-    {
-        return open(name, QIODevice::ReadOnly);
-    }
-    QIODevice *openFileForWriting(const QString &name) override
-    {
-        return open(name, QIODevice::WriteOnly);
-    }
-    void releaseFile(QIODevice *device) override { delete device; }
-    QString filename() const override { return QStringLiteral("memory"); }
-
-private:
-    QIODevice *open(const QString &name, QIODevice::OpenMode mode)
-    {
-        auto *device = new QBuffer(&m_members[name]);
-        device->open(mode);
-        return device;
-    }
-
-    QMap<QString, QByteArray> m_members;
-};
 
 struct Host {
     explicit Host(Bytes &bytes) : in(bytes) { take(std::make_unique<CPRData>()); }
@@ -190,7 +164,7 @@ struct Host {
         if (storedSamples > mostSamplesStored)
             return;
         copy(); // which lists all standing events
-        MemoryHandler memory;
+        sessionfiles::MemoryFileHandler memory;
         require(session->writeData(&memory), "memory takes every member");
         CPRData loaded;
         require(loaded.readData(&memory), "what was stored can be read");

@@ -366,21 +366,21 @@ void TestCprsession::validateFinds_data()
         QTest::newRow(name) << QString(member) << from << to << status << QByteArray(finding);
     };
     row("wave left out", "VENT.WV", "", "", 1, "VENT.WV");
-    row("half a sample", "COMP.WV", QByteArray(5, '\0'), QByteArray(4, '\0'), 1, "COMP.WV");
-    row("wave too short", "COMP.WV", QByteArray(6, '\0'), QByteArray(4, '\0'), 1, "5999");
+    row("half a sample", "COMP.WV", QByteArray(5, '\0'), QByteArray(4, '\0'), 0, "COMP.WV");
+    row("wave too short", "COMP.WV", QByteArray(6, '\0'), QByteArray(4, '\0'), 0, "5999");
     row("XML cut", "CPREvents.xml", "</eventList>", "", 1, "CPREvents.xml");
     row("unknown kind", "CPREvents.xml", "\"CprVentEvent\"", "\"CprVent\"", 0, "CprVent");
     row("text for a number", "CPREvents.xml", "\"compDepth\" value=\"51\"",
-        "\"compDepth\" value=\"deep\"", 1, "deep");
-    row("wrong unit", "CPREvents.xml", "value=\"51\" units=\"mm\"", "value=\"51\" units=\"cm\"", 1,
+        "\"compDepth\" value=\"deep\"", 0, "deep");
+    row("wrong unit", "CPREvents.xml", "value=\"51\" units=\"mm\"", "value=\"51\" units=\"cm\"", 0,
         "cm");
     row("unknown parameter", "CPREvents.xml", "\"compPeakForce\"", "\"compPeakColour\"", 0,
         "compPeakColour");
-    row("rate of 0", "CPRWaves.xml", "sampleRate=\"50\"", "sampleRate=\"0\"", 1, "sampleRate");
+    row("rate of 0", "CPRWaves.xml", "sampleRate=\"50\"", "sampleRate=\"0\"", 0, "sampleRate");
     row("unknown guideline", "CPRGuidelines.xml", "<CompressionRateMin ", "<CompressionRateMean ",
         0, "CompressionRateMean");
     row("guideline that is no number", "CPRGuidelines.xml", "<CompressionRateMin value=\"100\"",
-        "<CompressionRateMin value=\"many\"", 1, "many");
+        "<CompressionRateMin value=\"many\"", 0, "many");
 }
 
 void TestCprsession::validateFinds()

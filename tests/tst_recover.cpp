@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveSalvage.h"
 #include "ManikinLogPlayer.h"
 #include "ManikinLogReader.h"
 #include "SessionJournal.h"
 #include "TestSupport.h"
+#include "sessionfiles/ArchiveCheck.h"
+#include "sessionfiles/ArchiveSalvage.h"
 
 #include <QBuffer>
 #include <QDataStream>
@@ -21,10 +22,12 @@
 #include <sys/resource.h>
 #include <zlib.h>
 
-using namespace ArchiveCheck;
 using namespace manikinlog;
 
 namespace {
+
+// As the golden archive has them.
+const QStringList names{"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"};
 
 const QByteArray firstLine = QByteArray(ManikinLogReader::firstLine) + '\n';
 
@@ -57,8 +60,9 @@ QByteArray packedEvents(const QByteArray &content, int method, const QByteArray 
     };
     stream << 0x04034b50 << qint16(20) << qint16(sizesBehind ? 8 : 0) << qint16(method) << 0;
     writeSizes(sizesBehind ? 0 : 1);
-    stream << int(qstrlen(members[Events].name));
-    const QByteArray body = members[Events].name + packed;
+    const QByteArray name = "CPR/CPREvents.xml";
+    stream << int(name.size());
+    const QByteArray body = name + packed;
     stream.writeRawData(body.data(), body.size());
     if (sizesBehind) {
         stream << 0x08074b50;
@@ -66,8 +70,6 @@ QByteArray packedEvents(const QByteArray &content, int method, const QByteArray 
     }
     return member;
 }
-
-const auto noProgress = [](qint64 /*done*/, qint64 /*total*/) {};
 
 } // namespace
 
@@ -80,8 +82,8 @@ class TestRecover : public QObject {
                                                                  : QDir::tempPath() + "/XXXXXX"};
     const QByteArray m_archive = bytesOf(TEST_DATA_DIR "/golden.zip");
     QVector<int> m_headers; // of m_archive's members, and the directory behind them
-    ArchiveSalvage::Session m_whole;
-    ArchiveSalvage::Session m_session;
+    sessionfiles::SalvagedSession m_whole;
+    sessionfiles::SalvagedSession m_session;
     // To the next byte that is damaged; every one takes ten seconds.
     const int m_step = qEnvironmentVariableIsSet("CPRDATA_EVERY_BYTE") ? 1 : 5;
 
@@ -112,24 +114,23 @@ class TestRecover : public QObject {
     // \a last can be damaged; the others have to come back byte by byte.
     void salvage(const QByteArray &archive, int first, int last)
     {
-        constexpr MemberIndex order[] = {Events, Waves, Compressions, Ventilations, Guidelines};
         const QRegularExpression changes("length=\"\\d+\"|\n"); // the lengths follow the samples
         QVERIFY(make(path("damaged.zip"), archive));
-        m_session = ArchiveSalvage::run(path("damaged.zip"), noProgress);
+        m_session = sessionfiles::salvage(path("damaged.zip"));
         bool isAll = true;
         for (int i = 0; i < 5; ++i) {
-            const QString name = memberName(order[i]);
-            const bool isSame = QString::fromLatin1(m_session.contents[order[i]]).remove(changes)
-                == QString::fromLatin1(m_whole.contents[order[i]]).remove(changes);
-            const bool isWhole = m_session.report.contains(name + ": whole");
+            const QString name = names.at(i);
+            const bool isSame = QString::fromLatin1(m_session.members[name]).remove(changes)
+                == QString::fromLatin1(m_whole.members[name]).remove(changes);
+            const bool isWhole = m_session.report.contains("CPR/" + name + ": whole");
             QVERIFY2(isSame || (i >= first && i <= last && !isWhole), qPrintable(name));
             isAll = isAll && isWhole;
         }
         QCOMPARE(m_session.isAll, isAll);
         if (!m_session.holdsAnything)
             return;
-        QCOMPARE(ArchiveSalvage::write(path("salvaged.zip"), m_session), QString());
-        const FindingList findings = ArchiveCheck::run(path("salvaged.zip"), noProgress);
+        QCOMPARE(sessionfiles::save(path("salvaged.zip"), m_session), QString());
+        const auto findings = sessionfiles::check(path("salvaged.zip"));
         QVERIFY2(findings.errors() == 0, qPrintable(findings.toText()));
     }
 
@@ -141,10 +142,9 @@ private Q_SLOTS:
             m_headers.append(i);
         m_headers.append(m_archive.indexOf("PK\x01\x02"));
         QCOMPARE(m_headers.size(), 6);
-        m_whole = ArchiveSalvage::run(TEST_DATA_DIR "/golden.zip", noProgress);
-        for (const MemberRow &row : members)
-            QCOMPARE(m_whole.contents[row.index],
-                     bytesOf(TEST_DATA_DIR "/golden/" + QString(row.name)));
+        m_whole = sessionfiles::salvage(TEST_DATA_DIR "/golden.zip");
+        for (const QString &name : names)
+            QCOMPARE(m_whole.members[name], bytesOf(TEST_DATA_DIR "/golden/CPR/" + name));
     }
 
     // Several sessions at twenty times the speed, each killed at some moment.
@@ -294,11 +294,11 @@ private Q_SLOTS:
         for (int size = 0; size < m_archive.size(); size += m_step) {
             salvage(m_archive.left(size), memberAt(size), 4);
             // With each byte there is more, and nothing that was not stored.
-            const QByteArray content = m_session.contents[Events];
+            const QByteArray content = m_session.members[names.first()];
             const QByteArray begin = content.left(content.lastIndexOf("</eventList>")).trimmed();
             const int count = m_session.holdsAnything ? content.count("<evt ") : 0;
             if (QTest::currentTestFailed() || count < events
-                || (count > 1 && !m_whole.contents[Events].startsWith(begin)))
+                || (count > 1 && !m_whole.members[names.first()].startsWith(begin)))
                 QFAIL(qPrintable(QString("cut to %1 bytes").arg(size)));
             steps += count > events ? 1 : 0;
             events = count;
@@ -340,7 +340,7 @@ private Q_SLOTS:
         QFETCH(QString, from);
         QFETCH(QString, to);
         QFETCH(QString, report);
-        const QByteArray whole = m_whole.contents[Events];
+        const QByteArray whole = m_whole.members[names.first()];
         QByteArray content = whole;
         if (!from.isEmpty())
             content.replace(from.toUtf8(), to.toUtf8());
@@ -348,7 +348,7 @@ private Q_SLOTS:
         if (report != "whole")
             report += "; its checksum is another, so this is not certain";
         QCOMPARE(m_session.report.at(3), "CPR/CPREvents.xml: " + report);
-        QVERIFY(m_session.contents[Events].contains("Ann,Bob"));
+        QVERIFY(m_session.members[names.first()].contains("Ann,Bob"));
         QCOMPARE(run({"recover", "damaged.zip", "-o", "kept.zip", "--force"}), 1);
     }
 };

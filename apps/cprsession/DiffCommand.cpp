@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveCheck.h"
 #include "Command.h"
-#include "SessionDiff.h"
-#include "SessionFile.h"
+#include "sessionfiles/ArchiveCheck.h"
+#include "sessionfiles/SessionDiff.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
 
@@ -24,8 +24,8 @@ struct DiffOptions {
 // What could be read of a damaged archive says nothing about the session, so it is not compared.
 bool load(const QString &name, CPRData &session)
 {
-    QString reason = ArchiveCheck::whyNoArchive(name);
-    if (reason.isEmpty() && !SessionFile::load(name, session).isComplete)
+    QString reason = sessionfiles::whyNoArchive(name);
+    if (reason.isEmpty() && !sessionfiles::load(name, session).isWhole)
         reason = QStringLiteral("%1 cannot be read whole; cprsession validate tells why").arg(name);
     if (!reason.isEmpty())
         complain(reason);
@@ -34,12 +34,12 @@ bool load(const QString &name, CPRData &session)
 
 ExitStatus runDiff(const DiffOptions &options)
 {
-    const SessionDiff::Names names{fileName(options.a), fileName(options.b)};
+    const sessionfiles::SessionDiff::Names names{fileName(options.a), fileName(options.b)};
     CPRData a;
     CPRData b;
     if (!load(names.a, a) || !load(names.b, b))
         return ExitStatus::Failed;
-    const SessionDiff diff(names, a, b, options.ignoresTimes);
+    const sessionfiles::SessionDiff diff(names, a, b, options.ignoresTimes);
     print(options.asJson ? QString::fromUtf8(QJsonDocument(diff.toJson()).toJson())
                          : diff.toText());
     return diff.isSame() ? ExitStatus::Done : ExitStatus::Failed;

@@ -4,9 +4,9 @@
 #include "Command.h"
 #include "OrderedParts.h"
 #include "Progress.h"
-#include "SessionFile.h"
-#include "SessionTable.h"
-#include "TableWriter.h"
+#include "sessionfiles/SessionFile.h"
+#include "sessionfiles/SessionTable.h"
+#include "sessionfiles/TableWriter.h"
 
 #include <CPRData.h>
 
@@ -23,6 +23,9 @@
 #include <vector>
 
 namespace {
+
+using sessionfiles::SessionTable;
+using sessionfiles::TableWriter;
 
 struct ExportOptions {
     std::vector<std::string> sessions;
@@ -158,12 +161,12 @@ enum PartResult { Whole, Damaged, NotAnArchive, NotWritten };
 int writePart(const QString &name, const Document &document, QIODevice *part)
 {
     CPRData session;
-    const SessionFile::LoadResult loaded = SessionFile::load(name, session);
+    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
     if (!loaded.isArchive)
         return NotAnArchive;
     if (!document.writePart(name, session, part))
         return NotWritten;
-    return loaded.isComplete ? Whole : Damaged;
+    return loaded.isWhole ? Whole : Damaged;
 }
 
 // Puts the parts together, and says which archives are not there, or not whole.

@@ -2,8 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
-#include "SessionFile.h"
-
+#include "sessionfiles/SessionFile.h"
 #include "sessionreview/Figures.h"
 
 #include <CPRData.h>
@@ -44,7 +43,7 @@ QString orUnknown(const QString &text)
 }
 
 QString infoText(const CPRData &session, const Figures &figures,
-                 const SessionFile::LoadResult &loaded)
+                 const sessionfiles::LoadResult &loaded)
 {
     QString text;
     const auto line = [&text](const char *label, const QString &value) {
@@ -85,17 +84,17 @@ QString infoText(const CPRData &session, const Figures &figures,
         line("Scores", QStringLiteral("not received"));
     }
     line("Guidelines", orUnknown(figures.guidelines));
-    if (loaded.isComplete)
+    if (loaded.isWhole)
         line("Members", QStringLiteral("all read"));
-    else if (loaded.missing.isEmpty())
+    else if (loaded.missing().isEmpty())
         line("Members", QStringLiteral("read in part"));
     else
-        line("Members", QStringLiteral("NOT READ: ") + loaded.missing.join(QLatin1String(", ")));
+        line("Members", QStringLiteral("NOT READ: ") + loaded.missing().join(QLatin1String(", ")));
     return text;
 }
 
 QJsonObject infoObject(const CPRData &session, const Figures &figures,
-                       const SessionFile::LoadResult &loaded)
+                       const sessionfiles::LoadResult &loaded)
 {
     QJsonObject object{
         {QStringLiteral("file"), session.filename()},
@@ -109,8 +108,8 @@ QJsonObject infoObject(const CPRData &session, const Figures &figures,
         {QStringLiteral("ventilations"), figures.ventilations},
         {QStringLiteral("pauses"), figures.pauses},
         {QStringLiteral("guidelines"), figures.guidelines},
-        {QStringLiteral("complete"), loaded.isComplete},
-        {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing)},
+        {QStringLiteral("complete"), loaded.isWhole},
+        {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
     };
     if (figures.hasStatistics) {
         object.insert(QStringLiteral("mean_depth_mm"), figures.meanDepth);
@@ -133,7 +132,7 @@ ExitStatus runInfo(const InfoOptions &options)
 {
     CPRData session;
     const QString name = fileName(options.session);
-    const SessionFile::LoadResult loaded = SessionFile::load(name, session);
+    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
     if (!loaded.isArchive) {
         complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
         return ExitStatus::Failed;
@@ -141,7 +140,7 @@ ExitStatus runInfo(const InfoOptions &options)
     const Figures figures = sessionreview::figuresOf(session);
     const auto json = [&] { return QJsonDocument(infoObject(session, figures, loaded)).toJson(); };
     print(options.asJson ? QString::fromUtf8(json()) : infoText(session, figures, loaded));
-    return loaded.isComplete ? ExitStatus::Done : ExitStatus::Failed;
+    return loaded.isWhole ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
-#include "SessionFile.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
 #include <PictureFile.h>
@@ -62,7 +62,7 @@ ExitStatus runPlot(const PlotOptions &options)
     if (wouldReplace(target, name))
         return ExitStatus::WrongUsage;
     CPRData session;
-    const SessionFile::LoadResult loaded = SessionFile::load(name, session);
+    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
     if (!loaded.isArchive) {
         complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
         return ExitStatus::Failed;
@@ -73,7 +73,7 @@ ExitStatus runPlot(const PlotOptions &options)
         complain(error);
         return ExitStatus::Failed;
     }
-    if (!loaded.isComplete) {
+    if (!loaded.isWhole) {
         complain(QStringLiteral("%1 is damaged; what could be read is drawn").arg(name));
         return ExitStatus::Failed;
     }

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveSalvage.h"
 #include "Command.h"
 #include "Progress.h"
-#include "SessionFile.h"
+#include "sessionfiles/ArchiveSalvage.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
 #include <ManikinLogPlayer.h>
@@ -58,7 +58,7 @@ ExitStatus recoverLog(const QString &input, const QString &target)
     }
     if (records == 0)
         return nothingIn(input);
-    if (const QString error = SessionFile::save(target, session); !error.isEmpty())
+    if (const QString error = sessionfiles::save(target, session); !error.isEmpty())
         return failed(error);
 
     print(QStringLiteral("%1: %2 records give a session of %3 s with %4 events\n")
@@ -78,16 +78,16 @@ ExitStatus recoverLog(const QString &input, const QString &target)
 
 ExitStatus recoverArchive(const QString &input, const QString &target)
 {
-    ArchiveSalvage::Session session;
+    sessionfiles::SalvagedSession session;
     {
         Progress progress(QStringLiteral("Recovering"));
-        session = ArchiveSalvage::run(
+        session = sessionfiles::salvage(
             input, [&progress](qint64 done, qint64 total) { progress.report(done, total); });
     }
     // A log whose first line is damaged looks like anything.
     if (!session.holdsAnything)
         return recoverLog(input, target);
-    if (const QString error = ArchiveSalvage::write(target, session); !error.isEmpty())
+    if (const QString error = sessionfiles::save(target, session); !error.isEmpty())
         return failed(error);
     print(session.report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     return session.isAll ? ExitStatus::Done : ExitStatus::Failed;

@@ -4,7 +4,7 @@
 #include "Command.h"
 #include "FollowedFile.h"
 #include "Progress.h"
-#include "SessionFile.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
 #include <ManikinLogPlayer.h>
@@ -136,7 +136,7 @@ QString play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer 
 
 ExitStatus saveSession(const QString &target, CPRData &session, SessionJournal &journal)
 {
-    const QString error = SessionFile::save(target, session);
+    const QString error = sessionfiles::save(target, session);
     if (error.isEmpty()) {
         journal.remove();
         return ExitStatus::Done;

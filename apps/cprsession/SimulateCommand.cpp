@@ -3,7 +3,7 @@
 
 #include "Command.h"
 #include "Progress.h"
-#include "SessionFile.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
 #include <ManikinLogPlayer.h>
@@ -105,7 +105,7 @@ QString writeSession(Simulator &simulator, const QString &name)
         player.play(record);
         return true;
     });
-    return SessionFile::save(name, session);
+    return sessionfiles::save(name, session);
 }
 
 ExitStatus runSimulate(const SimulateOptions &options)

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveCheck.h"
 #include "Command.h"
 #include "Progress.h"
+#include "sessionfiles/ArchiveCheck.h"
 
 #include <QJsonDocument>
 
@@ -19,15 +19,15 @@ struct ValidateOptions {
 ExitStatus runValidate(const ValidateOptions &options)
 {
     const QString name = fileName(options.session);
-    const QString reason = ArchiveCheck::whyNoArchive(name);
+    const QString reason = sessionfiles::whyNoArchive(name);
     if (!reason.isEmpty())
         complain(reason);
     if (!reason.isEmpty() && !options.asJson)
         return ExitStatus::Failed;
-    FindingList list(name);
+    sessionfiles::FindingList list(name);
     {
         Progress progress(QStringLiteral("Checking"));
-        list = ArchiveCheck::run(
+        list = sessionfiles::check(
             name, [&progress](qint64 done, qint64 total) { progress.report(done, total); });
     }
     print(options.asJson ? QString::fromUtf8(QJsonDocument(list.toJson()).toJson())

@@ -3,10 +3,11 @@
 
 #include "SessionExport.h"
 
+#include "sessionfiles/SessionTable.h"
+#include "sessionfiles/TableWriter.h"
+
 #include <CPRData.h>
 #include <PictureFile.h>
-#include <SessionTable.h>
-#include <TableWriter.h>
 
 #include <QCoreApplication>
 #include <QLocale>
@@ -14,6 +15,9 @@
 #include <QSize>
 
 namespace {
+
+using sessionfiles::SessionTable;
+using sessionfiles::TableWriter;
 
 QString cannotWrite(const QString &name, const QString &reason)
 {

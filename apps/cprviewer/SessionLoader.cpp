@@ -4,14 +4,12 @@
 #include "SessionLoader.h"
 
 #include "RecordSource.h"
-#include "WatchedFileHandler.h"
+#include "sessionfiles/SessionFile.h"
 
-#include <CPRFileHandlerZip.h>
 #include <ManikinLogPlayer.h>
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QFileInfo>
 #include <QThread>
 
 namespace {
@@ -114,23 +112,21 @@ void SessionLoader::run(const QString &name, Kind kind)
 SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Report &report)
 {
     Result result;
-    CPRFileHandlerZip zip;
-    if (!QFileInfo(name).isFile() || !zip.open(name, CPRFileHandlerZip::Read)) {
+    auto session = std::make_unique<CPRData>();
+    const sessionfiles::LoadResult loaded =
+        sessionfiles::load(name, *session, [&report](qint64 done, qint64 total) {
+            return report(total > 0 ? double(done) / double(total) : 0);
+        });
+    if (!loaded.hasMembers()) {
         result.problem = noSession(name);
         return result;
     }
-    WatchedFileHandler handler(&zip, WatchedFileHandler::bytesIn(name), report);
-    auto session = std::make_unique<CPRData>();
-    const bool isComplete = session->readData(&handler) && handler.missing().isEmpty();
-    if (!zip.close() || !isComplete) {
+    if (!loaded.isWhole) {
         result.problem =
             QCoreApplication::translate("cprviewer", "%1 is damaged; what could be read is shown")
                 .arg(name);
     }
-    if (handler.hasOpened())
-        result.session = std::move(session);
-    else
-        result.problem = noSession(name);
+    result.session = std::move(session);
     return result;
 }
 

@@ -5,11 +5,11 @@
 
 #include "ScenarioNames.h"
 #include "SessionExport.h"
+#include "sessionfiles/SessionFile.h"
 
 #include "sessionreview/Figures.h"
 
 #include <Scenario.h>
-#include <SessionFile.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -206,9 +206,9 @@ Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
             // What is read from an archive lacks statistics and scores in its list; a copy has
             // them.
             CPRData copy(*session());
-            error = SessionFile::save(name, copy);
+            error = sessionfiles::save(name, copy);
         } else {
-            error = SessionFile::save(name, *session());
+            error = sessionfiles::save(name, *session());
         }
         if (error.isEmpty() && !isLive()) {
             m_recentFiles.add(name);

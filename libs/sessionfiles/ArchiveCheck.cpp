@@ -1,36 +1,48 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveCheck.h"
+#include "sessionfiles/ArchiveCheck.h"
 
 #include "ArchiveMember.h"
 #include "EventListCheck.h"
 #include "GuidelinesCheck.h"
 #include "WavesCheck.h"
+#include "ZipHeader.h"
+#include "sessionfiles/SessionFile.h"
+
+#include <CPRData.h>
+#include <CPRFileHandlerZip.h>
 
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
-#include <QtEndian>
+
+namespace sessionfiles {
 
 namespace {
 
-using namespace ArchiveCheck;
-
 constexpr int maxEntries = 1000; // of the archive's directory
 
-class SessionCheck {
+/// How far the waves may be apart, and how far they may be from the session's total time.
+constexpr int maxWaveDifferenceMs = 1000;
+constexpr int maxTimeDifferenceMs = 2000;
+constexpr int maxSessionMs = 24 * 60 * 60 * 1000;
+
+// What is unexpected in an archive, and where the damage is that kept it from being loaded whole.
+class Check {
 public:
-    SessionCheck(FindingList &list, QuaZip &zip, std::function<void(qint64, qint64)> advance)
-        : m_list(list), m_zip(zip), m_advance(std::move(advance))
+    // advance(bytes) is told how much has been read.
+    Check(FindingList &list, const QString &name, const LoadResult &loaded,
+          std::function<void(qint64)> advance)
+        : m_list(list), m_name(name), m_loaded(loaded), m_advance(std::move(advance))
     {
     }
 
     void run()
     {
-        listMembers();
-        read(Waves, [this](MemberReader &reader, MemberReport &report) {
-            XmlMember xml(reader, report);
+        checkDirectory();
+        m_zip.open(m_name, CPRFileHandlerZip::Read);
+        read(Waves, [this](XmlMember &xml, MemberReport & /*report*/) {
             WavesCheck check(xml);
             check.run();
             m_descriptions = check.descriptions;
@@ -38,81 +50,119 @@ public:
         checkWave(Compressions);
         checkWave(Ventilations);
         checkWavesTogether();
-        read(Events, [this](MemberReader &reader, MemberReport &report) {
-            XmlMember xml(reader, report);
+        read(Events, [this](XmlMember &xml, MemberReport &report) {
             EventListCheck check(xml, report, coveredMs(Compressions));
             check.run();
             checkTotalTime(report, check.totalTime());
         });
-        read(Guidelines, [](MemberReader &reader, MemberReport &report) {
-            XmlMember xml(reader, report);
-            GuidelinesCheck(xml).run();
-        });
+        read(Guidelines,
+             [](XmlMember &xml, MemberReport & /*report*/) { GuidelinesCheck(xml).run(); });
+        if (!m_loaded.isWhole && m_list.errors() == 0)
+            MemberReport(m_list).error(loadedWhole(), QStringLiteral("less"));
     }
 
 private:
-    // Finds the place of each member in the archive's directory.
-    void listMembers()
+    static QString loadedWhole() { return QStringLiteral("what can be loaded whole"); }
+
+    // What became of the member when it was loaded; none when a session has not asked for it.
+    const LoadedMember *loaded(MemberIndex index) const
     {
-        MemberReport archive(m_list, QString());
-        std::array<int, members.size()> counts{};
-        int entry = 0;
-        for (bool more = m_zip.goToFirstFile(); more; more = m_zip.goToNextFile(), ++entry) {
-            if (entry == maxEntries) {
-                archive.error(QStringLiteral("at most %1 members").arg(maxEntries),
-                              QStringLiteral("more; the rest is not looked at"));
-                break;
+        const auto is = [name = nameInFolder(index)](const LoadedMember &member) {
+            return member.name == name;
+        };
+        const auto member = std::find_if(m_loaded.members.begin(), m_loaded.members.end(), is);
+        return member == m_loaded.members.end() ? nullptr : &*member;
+    }
+    bool isLoaded(MemberIndex index) const
+    {
+        const LoadedMember *member = loaded(index);
+        return m_loaded.isWhole || (member && member->state == LoadedMember::Whole);
+    }
+    MemberReport reportOn(MemberIndex index)
+    {
+        return MemberReport(m_list, memberName(index), isLoaded(index));
+    }
+
+    // Each member once, and nothing else.
+    void checkDirectory()
+    {
+        MemberReport archive(m_list, QString(), m_loaded.isWhole);
+        QFile file(m_name);
+        if (!file.open(QIODevice::ReadOnly))
+            return;
+        const zip::Directory directory = zip::directoryOf(file, maxEntries);
+        if (!directory.isFound) {
+            archive.error(QStringLiteral("the end of the directory at the end of the file"),
+                          QStringLiteral("none; is the file cut short?"));
+        }
+        if (directory.offset != 0) {
+            archive.add(Finding::Warning, QStringLiteral("an archive from the first byte on"),
+                        QStringLiteral("one that is off by %1 bytes").arg(directory.offset));
+        }
+        std::array<int, memberOrder.size()> counts{};
+        for (const zip::Header &header : directory.headers) {
+            const QString name = QString::fromUtf8(header.name);
+            const qint64 place = directory.offset + header.localPosition;
+            const auto local = zip::headerAt(file, place, zip::Header::Local);
+            if (local && zip::bytesAt(file, place, zip::signatureSize) == zip::localSignature
+                && local->name != header.name) {
+                archive.error(
+                    QStringLiteral("the name %1 in the member's header").arg(quoted(name)),
+                    quoted(QString::fromUtf8(local->name)));
             }
-            QuaZipFileInfo64 info;
-            if (!m_zip.getCurrentFileInfo(&info))
-                break;
-            const auto *row = std::find_if(members.begin(), members.end(), [&](const MemberRow &r) {
-                return info.name == QLatin1String(r.name);
-            });
-            if (row != members.end()) {
-                if (counts[row->index]++ == 0) {
-                    m_entries[row->index] = entry;
-                    m_total += static_cast<qint64>(
-                        qMin(info.uncompressedSize, static_cast<quint64>(row->limit)));
-                }
-            } else if (info.name != QLatin1String("CPR/")) {
+            const auto index = std::find_if(memberOrder.begin(), memberOrder.end(),
+                                            [&](MemberIndex i) { return memberName(i) == name; });
+            if (index != memberOrder.end())
+                ++counts[*index];
+            else if (name != QLatin1String("CPR/"))
                 archive.add(Finding::Warning, QStringLiteral("a session's members only"),
-                            quoted(info.name));
-            }
+                            quoted(name));
         }
-        if (const int error = m_zip.getZipError()) {
-            archive.error(QStringLiteral("a directory of %1 members").arg(m_zip.getEntriesCount()),
-                          QStringLiteral("zip error %1 at member %2").arg(error).arg(entry + 1));
+        if (directory.entries > maxEntries) {
+            archive.error(QStringLiteral("at most %1 members").arg(maxEntries),
+                          QStringLiteral("more; the rest is not looked at"));
+        } else if (directory.headers.size() < directory.entries) {
+            archive.error(QStringLiteral("a directory of %1 members").arg(directory.entries),
+                          QStringLiteral("%1").arg(directory.headers.size()));
         }
-        for (const MemberRow &row : members) {
-            if (const int count = counts[row.index]; count != 1) {
-                MemberReport(m_list, memberName(row.index))
-                    .error(QStringLiteral("the member once"),
-                           count == 0 ? QStringLiteral("none")
-                                      : QStringLiteral("%1; the first is checked").arg(count));
+        for (const MemberIndex index : memberOrder) {
+            const LoadedMember *member = loaded(index);
+            if (counts[index] > 1) {
+                reportOn(index).error(
+                    QStringLiteral("the member once"),
+                    QStringLiteral("%1; the first is checked").arg(counts[index]));
+            } else if (counts[index] == 0 && (!member || member->state == LoadedMember::Missing)) {
+                reportOn(index).error(QStringLiteral("the member once"), QStringLiteral("none"));
             }
         }
     }
 
-    // Calls check(reader, report) for the member, when it is there and can be opened.
-    template <typename Check> bool read(MemberIndex index, Check check)
+    // Calls check(xml, report) for what a session has read of the document.
+    template <typename CheckDocument> void read(MemberIndex index, CheckDocument check)
     {
-        const int entry = m_entries[index];
-        if (entry < 0)
-            return false;
-        MemberReport report(m_list, memberName(index));
-        bool found = m_zip.goToFirstFile();
-        for (int i = 0; found && i < entry; ++i)
-            found = m_zip.goToNextFile();
-        MemberReader reader(m_zip, report, [this](qint64 bytes) {
-            m_done += bytes;
-            m_advance(m_done, m_total);
-        });
-        if (!found || !reader.open(members[index].limit))
-            return false;
-        check(reader, report);
-        reader.finish();
-        return !reader.isDamaged();
+        const LoadedMember *member = loaded(index);
+        if (!member || member->state == LoadedMember::Missing)
+            return;
+        MemberReport report = reportOn(index);
+        bool isReported = false;
+        QIODevice *device =
+            member->bytesRead > 0 ? m_zip.openFileForReading(nameInFolder(index)) : nullptr;
+        if (device) {
+            CountedDevice begin(
+                device,
+                [this](qint64 bytes) {
+                    m_done += bytes;
+                    m_advance(m_done);
+                    return true;
+                },
+                member->bytesRead);
+            XmlMember xml(begin, report);
+            check(xml, report);
+            isReported = xml.isDamaged();
+        }
+        m_zip.releaseFile(device);
+        if (member->state == LoadedMember::Damaged && !isReported)
+            report.error(loadedWhole(), member->reason);
     }
 
     WaveDescription &description(MemberIndex wave) { return m_descriptions[wave - Compressions]; }
@@ -129,21 +179,20 @@ private:
 
     void checkWave(MemberIndex wave)
     {
-        const bool isWhole = read(wave, [this, wave](MemberReader &reader, MemberReport &report) {
-            reader.finish();
-            const qint64 bytes = reader.position();
-            samples(wave) = bytes / bytesPerSample;
-            if (bytes % bytesPerSample != 0 && !reader.isDamaged()) {
-                report.errorAtByte(bytes - 1,
-                                   QStringLiteral("two bytes of sample %1").arg(*samples(wave)),
-                                   QStringLiteral("one"));
-            }
-        });
-        if (!isWhole)
-            samples(wave).reset(); // what cannot be read has been reported
-        if (!samples(wave))
+        const LoadedMember *member = loaded(wave);
+        if (!member || member->state != LoadedMember::Whole) {
+            if (member && member->state == LoadedMember::Damaged)
+                reportOn(wave).error(loadedWhole(), member->reason);
             return;
-        MemberReport report(m_list, memberName(wave));
+        }
+        MemberReport report = reportOn(wave);
+        const qint64 bytes = member->bytesRead;
+        samples(wave) = bytes / bytesPerSample;
+        if (bytes % bytesPerSample != 0) {
+            report.errorAtByte(bytes - 1,
+                               QStringLiteral("two bytes of sample %1").arg(*samples(wave)),
+                               QStringLiteral("one"));
+        }
         if (const std::optional<int> length = description(wave).length;
             length && *length != *samples(wave)) {
             report.error(QStringLiteral("%1 samples, as described").arg(*length),
@@ -164,7 +213,7 @@ private:
         if (!compressions || !ventilations || *compressions == 0 || *ventilations == 0)
             return;
         if (qAbs(*compressions - *ventilations) > maxWaveDifferenceMs) {
-            MemberReport(m_list, memberName(Ventilations))
+            reportOn(Ventilations)
                 .add(Finding::Warning,
                      QStringLiteral("about as long as the compressions, %1 ms").arg(*compressions),
                      QStringLiteral("%1 ms").arg(*ventilations));
@@ -187,105 +236,13 @@ private:
     }
 
     FindingList &m_list;
-    QuaZip &m_zip;
-    std::function<void(qint64, qint64)> m_advance;
-    std::array<int, members.size()> m_entries{-1, -1, -1, -1, -1};
+    QString m_name;
+    const LoadResult &m_loaded;
+    std::function<void(qint64)> m_advance;
     qint64 m_done = 0;
-    qint64 m_total = 0;
+    CPRFileHandlerZip m_zip;
     std::array<WaveDescription, 2> m_descriptions;
     std::array<std::optional<qint64>, 2> m_samples;
-};
-
-// What the zip library lets pass but other readers, and recovery, do not: the record at the end of
-// the file, and the header before each member, which names the member as the directory does.
-class HeaderCheck {
-public:
-    HeaderCheck(FindingList &list, const QString &name) : m_list(list), m_file(name) { }
-
-    void run()
-    {
-        if (!m_file.open(QIODevice::ReadOnly))
-            return;
-        MemberReport archive(m_list, QString());
-        const qint64 end = endRecord();
-        if (end < 0) {
-            archive.error(QStringLiteral("the end of the directory at the end of the file"),
-                          QStringLiteral("none; is the file cut short?"));
-            return;
-        }
-        const QByteArray record = at(end, endRecordSize);
-        const qint64 size = number<quint32>(record, 12);
-        const qint64 offset = number<quint32>(record, 16);
-        if (offset == std::numeric_limits<quint32>::max())
-            return; // as in archives above 4 GB, which no session needs
-        const qint64 before = end - size - offset;
-        if (before != 0) {
-            archive.add(Finding::Warning, QStringLiteral("an archive from the first byte on"),
-                        QStringLiteral("one that is off by %1 bytes").arg(before));
-        }
-        const int entries = qMin<int>(number<quint16>(record, 10), maxEntries);
-        qint64 entry = end - size;
-        for (int i = 0; i < entries; ++i) {
-            const QByteArray header = at(entry, directoryHeaderSize);
-            if (!header.startsWith("PK\x01\x02"))
-                return; // told by the zip library
-            const int nameSize = number<quint16>(header, 28);
-            checkName(at(entry + directoryHeaderSize, nameSize),
-                      before + number<quint32>(header, 42));
-            entry += directoryHeaderSize + nameSize + number<quint16>(header, 30)
-                + number<quint16>(header, 32);
-        }
-    }
-
-private:
-    static constexpr int endRecordSize = 22;
-    static constexpr int directoryHeaderSize = 46;
-    static constexpr int memberHeaderSize = 30;
-
-    // The bytes, or none when they do not lie in the file.
-    QByteArray at(qint64 position, qint64 size)
-    {
-        if (position < 0 || !m_file.seek(position))
-            return {};
-        const QByteArray bytes = m_file.read(size);
-        return bytes.size() == size ? bytes : QByteArray();
-    }
-
-    template <typename T> static T number(const QByteArray &bytes, int index)
-    {
-        return index + int(sizeof(T)) <= bytes.size() ? qFromLittleEndian<T>(bytes.data() + index)
-                                                      : T(0);
-    }
-
-    // Where the record starts that reaches, with its comment, to the end of the file; -1 for none.
-    qint64 endRecord()
-    {
-        constexpr qint64 longest = endRecordSize + std::numeric_limits<quint16>::max();
-        const qint64 begin = qMax<qint64>(0, m_file.size() - longest);
-        const QByteArray tail = at(begin, m_file.size() - begin);
-        for (int i = tail.size() - endRecordSize; i >= 0; --i) {
-            if (tail.mid(i, 4) == "PK\x05\x06"
-                && i + endRecordSize + number<quint16>(tail, i + 20) == tail.size()) {
-                return begin + i;
-            }
-        }
-        return -1;
-    }
-
-    void checkName(const QByteArray &name, qint64 position)
-    {
-        const QByteArray header = at(position, memberHeaderSize);
-        const QByteArray found = at(position + memberHeaderSize, number<quint16>(header, 26));
-        if (header.startsWith("PK\x03\x04") && found != name) {
-            MemberReport(m_list, QString())
-                .error(QStringLiteral("the name %1 in the member's header")
-                           .arg(quoted(QString::fromUtf8(name))),
-                       quoted(QString::fromUtf8(found)));
-        }
-    }
-
-    FindingList &m_list;
-    QFile m_file;
 };
 
 QString severityText(Finding::Severity severity)
@@ -359,8 +316,6 @@ QJsonObject FindingList::toJson() const
     };
 }
 
-namespace ArchiveCheck {
-
 QString whyNoArchive(const QString &name)
 {
     const QFileInfo info(name);
@@ -375,7 +330,7 @@ QString whyNoArchive(const QString &name)
         return QStringLiteral("%1 cannot be read: %2").arg(name, file.errorString());
     if (file.size() == 0)
         return QStringLiteral("%1 is empty").arg(name);
-    if (QuaZip zip(name); zip.open(QuaZip::mdUnzip))
+    if (CPRFileHandlerZip zip; zip.open(name, CPRFileHandlerZip::Read))
         return QString();
     if (file.peek(2) == "PK")
         return QStringLiteral("%1 is a damaged archive: its directory, at the end, is missing or "
@@ -384,18 +339,27 @@ QString whyNoArchive(const QString &name)
     return QStringLiteral("%1 is no session archive").arg(name);
 }
 
-FindingList run(const QString &name, const std::function<void(qint64, qint64)> &advance)
+FindingList check(const QString &name,
+                  const std::function<void(qint64 done, qint64 total)> &advance)
 {
     FindingList list(name);
     if (const QString reason = whyNoArchive(name); !reason.isEmpty()) {
-        MemberReport(list, QString()).error(QStringLiteral("a session archive"), reason);
+        MemberReport(list).error(QStringLiteral("a session archive"), reason);
         return list;
     }
-    QuaZip zip(name);
-    HeaderCheck(list, name).run();
-    if (zip.open(QuaZip::mdUnzip))
-        SessionCheck(list, zip, advance).run();
+    CPRData session;
+    qint64 bytes = 0;
+    const LoadResult loaded = load(name, session, [&](qint64 done, qint64 total) {
+        bytes = total;
+        if (advance)
+            advance(done, 2 * bytes); // the documents are read twice
+        return true;
+    });
+    Check(list, name, loaded, [&](qint64 done) {
+        if (advance)
+            advance(bytes + done, 2 * bytes);
+    }).run();
     return list;
 }
 
-} // namespace ArchiveCheck
+} // namespace sessionfiles

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_ARCHIVECHECK_H
-#define CPRSESSION_ARCHIVECHECK_H
+#ifndef SESSIONFILES_ARCHIVECHECK_H
+#define SESSIONFILES_ARCHIVECHECK_H
 
 #include <QJsonObject>
 #include <QString>
@@ -10,18 +10,21 @@
 
 #include <functional>
 
+namespace sessionfiles {
+
 /// One thing in an archive that is not as it should be.
 struct Finding {
     enum Severity {
-        Error, ///< damaged, or what stands there is lost or taken for something else
-        Warning ///< readers pass over it, or it can be so in a session that went badly
+        Error, ///< a member that a session cannot be loaded from whole
+        Warning ///< a session loads whole all the same, but something in it may be unexpected
     };
 
+    /// One line, without its end.
     QString toText() const;
     QJsonObject toJson() const;
 
     Severity severity = Error;
-    QString member; ///< empty for the archive itself
+    QString member; ///< with its folder; empty for the archive itself
     qint64 line = 0; ///< from 1; 0 when the place is no text
     qint64 column = 0; ///< where the parser stood, behind the element that it speaks of
     qint64 byte = -1; ///< from 0; -1 when the place is no byte of a member
@@ -35,6 +38,7 @@ class FindingList {
 public:
     static constexpr int maxKept = 1000;
 
+    /// \a file is the archive's name.
     explicit FindingList(const QString &file) : m_file(file) { }
 
     /// Adds what \a make returns; make() is called only when the finding is kept.
@@ -62,12 +66,18 @@ private:
     qint64 m_warnings = 0;
 };
 
-/// The check of a stored session. It reads the archive by itself, and believes nothing in it.
+/// Why the file \a name is no archive that can be opened; empty when it is one.
+QString whyNoArchive(const QString &name);
+
+/// Checks the archive \a name. \a advance is told how many bytes of how many have been read, and
+/// may be null.
 ///
-/// Checked are
-/// - the archive: each of the five members once, not encrypted, unpacking without an error to the
-///   size and the CRC of the archive's directory, within the limits below;
-/// - each XML member: UTF-8, well-formed to its end, known elements and attributes;
+/// The verdict is the session's own: there is an error if, and only if, load() does not load the
+/// archive whole. Each error stands in a member that a session does not read to its end, or tells
+/// of one that is not there. What else is not as it should be is a warning. Looked at are
+/// - the archive: each of the five members once, and none else, under one name in the directory
+///   and before its content;
+/// - each XML member: known elements and attributes, no text;
 /// - the events: known kinds and parameters, texts that fit their kind, units, each parameter
 ///   once, an end not before the start and a peak between them, one session info, at most one
 ///   statistics and one score, no pause that begins inside the pause before it, and the order;
@@ -79,28 +89,9 @@ private:
 /// stands directly behind one that started only after it had ended. More cannot be told from a
 /// file: pauses are stretched after they have been listed, and the ends of ventilations are not
 /// stored. Session info, statistics and score have no place in the order.
-namespace ArchiveCheck {
+FindingList check(const QString &name,
+                  const std::function<void(qint64 done, qint64 total)> &advance = {});
 
-constexpr qint64 maxXmlBytes = 256LL * 1024 * 1024;
-/// 24 hours at the highest sample rate.
-constexpr int maxSessionMs = 24 * 60 * 60 * 1000;
-constexpr qint64 maxWaveBytes = 2LL * maxSessionMs;
-/// A day of events has some three million elements.
-constexpr int maxElements = 5'000'000;
-constexpr int maxAttributes = 16; ///< per element; the parser's time grows with their square
-constexpr int maxDepth = 16; ///< of nested elements
-constexpr int maxMarkupLength = 1'000'000; ///< characters of one tag, comment or text
-
-/// How far the waves may be apart, and how far they may be from the session's total time.
-constexpr int maxWaveDifferenceMs = 1000;
-constexpr int maxTimeDifferenceMs = 2000;
-
-/// Why the file \a name is no archive that can be opened; empty when it is one.
-QString whyNoArchive(const QString &name);
-
-/// Checks the archive \a name. \a advance is told how many bytes of how many have been read.
-FindingList run(const QString &name, const std::function<void(qint64, qint64)> &advance);
-
-} // namespace ArchiveCheck
+} // namespace sessionfiles
 
 #endif

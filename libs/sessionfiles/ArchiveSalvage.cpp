@@ -1,12 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveSalvage.h"
+#include "sessionfiles/ArchiveSalvage.h"
 
 #include "ArchiveScan.h"
 #include "EventListCheck.h"
 #include "GuidelinesCheck.h"
 #include "WavesCheck.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>
@@ -18,51 +19,22 @@
 
 #include <algorithm>
 
-namespace ArchiveSalvage {
+namespace sessionfiles {
 
 namespace {
 
-using namespace ArchiveCheck;
-
 using Elements = QVector<QByteArray>;
 
-// The name inside the archive's folder, as the file handler wants it.
-QString nameInFolder(MemberIndex index)
-{
-    return memberName(index).section(QLatin1Char('/'), 1);
-}
-
-// What a session stores that has recorded nothing.
-class EmptySession final : public CPRFileHandler {
-public:
-    EmptySession() { CPRData().writeData(this); }
-
-    QByteArray content(MemberIndex index) const { return m_members.value(nameInFolder(index)); }
-
-    QIODevice *openFileForReading(const QString & /*name*/) override { return nullptr; }
-    QIODevice *openFileForWriting(const QString &name) override
-    {
-        auto *buffer = new QBuffer(&m_members[name]);
-        buffer->open(QIODevice::WriteOnly);
-        return buffer;
-    }
-    void releaseFile(QIODevice *device) override { delete device; }
-    QString filename() const override { return QString(); }
-
-private:
-    QMap<QString, QByteArray> m_members; // keeps the texts in their places while it grows
-};
-
 // The elements of one kind in a document: how each begins and, when it holds others, how it ends.
-// Of more than the most, which no session needs, the rest is left out.
+// Of more than the most, which no session can load, the rest is left out.
 struct ElementKind {
     const char *begin;
     const char *end;
     int most;
 };
-constexpr ElementKind eventKind{"<evt ", "</evt>", 500'000}; // in a day there are some 200,000
+constexpr ElementKind eventKind{"<evt ", "</evt>", 1'000'000};
 constexpr ElementKind waveKind{"<waveForm ", "</waveForm>", 10};
-constexpr ElementKind valueKind{"<", nullptr, 1000};
+constexpr ElementKind valueKind{"<", nullptr, 10'000};
 
 // A document taken apart.
 struct Document {
@@ -105,12 +77,27 @@ Document takeApart(const QByteArray &text, ElementKind kind)
     return document;
 }
 
-// The attributes of an element that is well-formed and can be parsed without undue effort.
+// Whether the parser can be given the element without undue effort: it compares each attribute of a
+// tag with every other.
+bool isCheapToParse(const QByteArray &element)
+{
+    constexpr int maxAttributes = 64;
+    constexpr int maxLength = 1'000'000; // of a tag with the text behind it
+    for (int from = 0; from >= 0;) {
+        const int next = element.indexOf('<', from + 1);
+        const QByteArray tag = element.mid(from, next < 0 ? -1 : next - from);
+        if (tag.size() > maxLength || tag.count('=') > maxAttributes)
+            return false;
+        from = next;
+    }
+    return true;
+}
+
+// The attributes of an element that is well-formed.
 std::optional<QXmlStreamAttributes> attributesOf(const QByteArray &element)
 {
     const QString text = QString::fromUtf8(element);
-    XmlGuard guard;
-    if (text.toUtf8() != element || guard.accepted(text) != text.size())
+    if (text.toUtf8() != element || !isCheapToParse(element))
         return std::nullopt;
     QXmlStreamReader reader(text);
     if (!reader.readNextStartElement())
@@ -166,9 +153,12 @@ QVector<qint64> linesOf(const Document &frame, const Elements &elements)
 template <typename Check> FindingList findingsIn(const QByteArray &text, Check check)
 {
     FindingList list{QString()};
-    MemberReport report(list, QString());
-    BytesReader reader(text);
-    XmlMember xml(reader, report);
+    MemberReport report(list);
+    QBuffer buffer;
+    buffer.setData(text);
+    buffer.open(QIODevice::ReadOnly);
+    CountedDevice device(&buffer, [](qint64 /*bytes*/) { return true; });
+    XmlMember xml(device, report);
     check(xml, report);
     return list;
 }
@@ -193,15 +183,14 @@ bool takeParameter(QByteArray &element, qint64 line)
 // the rest is checked again; when that does not come to an end, all behind the first fault is given
 // up. complete(elements) puts in what the document cannot do without.
 template <typename Check, typename Complete>
-QByteArray fitting(const Document &frame, Elements &elements, Check check, Complete complete)
+void makeFit(const Document &frame, Elements &elements, Check check, Complete complete)
 {
     constexpr int maxRounds = 4;
     for (int round = 1;; ++round) {
         complete(elements);
-        QByteArray text = putTogether(frame, elements);
-        const FindingList list = findingsIn(text, check);
+        const FindingList list = findingsIn(putTogether(frame, elements), check);
         if (list.errors() == 0 || elements.isEmpty())
-            return text;
+            return;
         const QVector<qint64> lines = linesOf(frame, elements);
         int first = elements.size() - 1;
         for (const Finding &finding : list.findings()) {
@@ -223,7 +212,7 @@ class Salvage {
 public:
     explicit Salvage(ArchiveScan::Members &&scanned) : m_scanned(std::move(scanned)) { }
 
-    Session run()
+    SalvagedSession run()
     {
         takeDescriptions();
         takeWave(Compressions);
@@ -238,7 +227,35 @@ private:
     using WaveAttributes = std::array<QMap<QString, int>, 2>;
 
     ArchiveScan::Member &scanned(MemberIndex index) { return m_scanned[index]; }
-    QByteArray &content(MemberIndex index) { return m_session.contents[index]; }
+    QByteArray &content(MemberIndex index) { return m_session.members[nameInFolder(index)]; }
+    QByteArray emptyContent(MemberIndex index) const { return m_empty.value(nameInFolder(index)); }
+
+    // What becomes of a member with that content when it is loaded.
+    LoadedMember loaded(MemberIndex index, const QByteArray &content) const
+    {
+        MemoryFileHandler files(m_empty);
+        files.members[nameInFolder(index)] = content;
+        CPRData session;
+        const LoadResult result = load(files, session);
+        LoadedMember inspected;
+        for (const LoadedMember &member : result.members) {
+            if (member.name == nameInFolder(index))
+                inspected = member;
+        }
+        // A description can name a member that there is not.
+        if (!result.isWhole && inspected.state == LoadedMember::Whole) {
+            inspected.state = LoadedMember::Damaged;
+            inspected.reason = QStringLiteral("it does not go with the other members");
+        }
+        return inspected;
+    }
+    // The same, when only that counts.
+    bool isLoadedWhole(MemberIndex index, const QByteArray &content) const
+    {
+        MemoryFileHandler files(m_empty);
+        files.members[nameInFolder(index)] = content;
+        return CPRData().readData(&files);
+    }
 
     void tell(MemberIndex index, const QString &text)
     {
@@ -262,34 +279,64 @@ private:
     void tellGone(MemberIndex index)
     {
         const ArchiveScan::Member &member = scanned(index);
-        content(index) = m_empty.content(index);
+        content(index) = emptyContent(index);
         m_session.isAll = false;
         tell(index,
              QStringLiteral("gone; %1; stored as of an empty session")
                  .arg(member.isFound ? member.damage : QStringLiteral("there is none")));
     }
 
-    // Takes the document as it is, if nothing is wrong with it.
-    template <typename Check> bool takeWhole(MemberIndex index, Check check)
+    // Takes the member as it is, if it can be loaded.
+    bool takeWhole(MemberIndex index)
     {
         ArchiveScan::Member &member = scanned(index);
         if (!member.isWhole)
             return false;
-        const FindingList list = findingsIn(member.content, check);
-        if (list.errors() == 0) {
+        const LoadedMember result = loaded(index, member.content);
+        if (result.state == LoadedMember::Whole) {
             content(index) = member.content;
             tellWhole(index);
             return true;
         }
-        const auto error =
-            std::find_if(list.findings().begin(), list.findings().end(),
-                         [](const Finding &each) { return each.severity == Finding::Error; });
-        member.damage = error == list.findings().end()
-            ? QStringLiteral("it holds errors")
-            : QStringLiteral("line %1: expected %2, found %3")
-                  .arg(error->line)
-                  .arg(error->expected, error->found);
+        member.damage = result.reason;
         return false;
+    }
+
+    // Puts the document together. A session has limits of its own: of more elements than it can
+    // load, the first are kept that it can.
+    QByteArray loadable(MemberIndex index, const Document &frame, Elements &elements) const
+    {
+        const QByteArray text = putTogether(frame, elements);
+        const LoadedMember result = loaded(index, text);
+        if (result.state == LoadedMember::Whole)
+            return text;
+        // It has stopped in one of the blocks that were read last.
+        constexpr qint64 lastBlocks = 8 * 1024;
+        int fitting = elementsWithin(result.bytesRead - lastBlocks, frame, elements);
+        int tooMany = qMin(elementsWithin(result.bytesRead, frame, elements) + 1, elements.size());
+        if (!isLoadedWhole(index, putTogether(frame, elements.mid(0, fitting))))
+            tooMany = std::exchange(fitting, 0);
+        while (tooMany - fitting > 1) {
+            const int tried = fitting + (tooMany - fitting) / 2;
+            if (isLoadedWhole(index, putTogether(frame, elements.mid(0, tried))))
+                fitting = tried;
+            else
+                tooMany = tried;
+        }
+        elements.resize(fitting);
+        return putTogether(frame, elements);
+    }
+
+    // How many of the elements lie in the first bytes of the document.
+    static int elementsWithin(qint64 bytes, const Document &frame, const Elements &elements)
+    {
+        qint64 end = frame.head.size();
+        int count = 0;
+        while (count < elements.size() && (end += elements.at(count).size()) <= bytes) {
+            end += int(sizeof(separator)) - 1;
+            ++count;
+        }
+        return count;
     }
 
     // Takes of the document what fits, and tells about it in the plural of \a noun.
@@ -297,12 +344,12 @@ private:
     void takeElements(MemberIndex index, ElementKind kind, const QString &noun, Wanted isWanted,
                       Check check, Complete complete)
     {
-        const Document frame = takeApart(m_empty.content(index), kind);
+        const Document frame = takeApart(emptyContent(index), kind);
         const Document found = takeApart(scanned(index).content, kind);
         Elements elements = wellFormed(found.elements, isWanted);
         int added = 0;
-        const QByteArray text =
-            fitting(frame, elements, check, [&](Elements &all) { added += complete(all) ? 1 : 0; });
+        makeFit(frame, elements, check, [&](Elements &all) { added += complete(all) ? 1 : 0; });
+        const QByteArray text = loadable(index, frame, elements);
         const int kept = elements.size() - qMin(added, 1);
         if (kept == 0) {
             tellGone(index);
@@ -328,9 +375,11 @@ private:
             waves.run();
             m_descriptions = waves.descriptions;
         };
-        if (takeWhole(Waves, check))
+        if (takeWhole(Waves)) {
+            findingsIn(content(Waves), check);
             return;
-        const Document frame = takeApart(m_empty.content(Waves), waveKind);
+        }
+        const Document frame = takeApart(emptyContent(Waves), waveKind);
         const Elements found = takeApart(scanned(Waves).content, waveKind).elements;
         Elements elements = frame.elements;
         int kept = 0;
@@ -367,20 +416,16 @@ private:
 
     void takeWave(MemberIndex index)
     {
-        const WaveDescription &description = m_descriptions[index - Compressions];
-        ArchiveScan::Member &member = scanned(index);
-        const qint64 found = member.content.size() / bytesPerSample;
-        const qint64 kept = qMin<qint64>(found, maxSessionMs / qMax(1, description.samplePeriod));
-        const bool isSound = kept * bytesPerSample == member.content.size();
-        content(index) = member.content.left(static_cast<int>(kept * bytesPerSample));
-        if (member.isWhole && isSound) {
-            tellWhole(index);
+        if (takeWhole(index))
             return;
-        }
-        if (member.isWhole) {
-            member.damage = kept < found ? QStringLiteral("it is longer than 24 hours")
-                                         : QStringLiteral("the last sample has one byte only");
-        }
+        ArchiveScan::Member &member = scanned(index);
+        QBuffer samples(&member.content);
+        samples.open(QIODevice::ReadOnly);
+        CPRData session;
+        session.compressionData()->readCompresseionWave(&samples);
+        const int kept = session.compressionData()->count();
+        content(index) = member.content.left(kept * bytesPerSample);
+        const WaveDescription &description = m_descriptions[index - Compressions];
         const int described =
             m_isDescribed[index - Compressions] ? description.length.value_or(0) : 0;
         if (kept == 0)
@@ -438,13 +483,13 @@ private:
         const auto check = [coveredMs](XmlMember &xml, MemberReport &report) {
             EventListCheck(xml, report, coveredMs).run();
         };
-        if (takeWhole(Events, check))
+        if (takeWhole(Events))
             return;
         const QString infoType = QStringLiteral("CprSessionInfo");
         QStringList standing{infoType, QStringLiteral("CprSessionStatistics"),
                              QStringLiteral("CprSessionScore")};
         const QStringList once = standing;
-        const Elements empty = takeApart(m_empty.content(Events), eventKind).elements;
+        const Elements empty = takeApart(emptyContent(Events), eventKind).elements;
         takeElements(
             Events, eventKind, QStringLiteral("events"),
             [&](const auto &type) {
@@ -467,7 +512,7 @@ private:
         const auto check = [](XmlMember &xml, MemberReport & /*report*/) {
             GuidelinesCheck(xml).run();
         };
-        if (takeWhole(Guidelines, check))
+        if (takeWhole(Guidelines))
             return;
         takeElements(
             Guidelines, valueKind, QStringLiteral("values"),
@@ -475,27 +520,28 @@ private:
             [](const Elements & /*elements*/) { return false; });
     }
 
-    const EmptySession m_empty;
+    const MemoryFileHandler::Members m_empty = emptySession();
     ArchiveScan::Members m_scanned;
     std::array<WaveDescription, 2> m_descriptions; // compressions, ventilations
     std::array<bool, 2> m_isDescribed{}; // by the archive
-    Session m_session;
+    SalvagedSession m_session;
 };
 
 } // namespace
 
-Session run(const QString &name, const std::function<void(qint64, qint64)> &advance)
+SalvagedSession salvage(const QString &name,
+                        const std::function<void(qint64 done, qint64 total)> &advance)
 {
     return Salvage(ArchiveScan::run(name, advance)).run();
 }
 
-QString write(const QString &name, const Session &session)
+QString save(const QString &name, const SalvagedSession &session)
 {
     CPRFileHandlerZip zip;
     bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
     for (const MemberIndex index : {Events, Waves, Compressions, Ventilations, Guidelines}) {
         QIODevice *device = isWritten ? zip.openFileForWriting(nameInFolder(index)) : nullptr;
-        const QByteArray &content = session.contents[index];
+        const QByteArray content = session.members.value(nameInFolder(index));
         isWritten = device && device->write(content) == content.size();
         zip.releaseFile(device);
     }
@@ -504,4 +550,4 @@ QString write(const QString &name, const Session &session)
     return zip.errorString();
 }
 
-} // namespace ArchiveSalvage
+} // namespace sessionfiles

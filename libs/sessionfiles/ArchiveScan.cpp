@@ -3,9 +3,12 @@
 
 #include "ArchiveScan.h"
 
+#include "ZipHeader.h"
+
+#include <CPRFileHandlerZip.h>
+
 #include <QFile>
 #include <QVector>
-#include <QtEndian>
 
 #include <algorithm>
 #include <iterator>
@@ -14,18 +17,12 @@
 #include <optional>
 #include <zlib.h>
 
-namespace ArchiveScan {
+namespace sessionfiles::ArchiveScan {
 
 namespace {
 
-using namespace ArchiveCheck;
+using namespace zip;
 
-constexpr int signatureSize = 4;
-constexpr char localSignature[] = "PK\x03\x04";
-constexpr char directorySignature[] = "PK\x01\x02";
-constexpr char descriptorSignature[] = "PK\x07\x08";
-constexpr int localHeaderSize = 30;
-constexpr int directoryHeaderSize = 46;
 constexpr quint16 encryptedFlag = 1 << 0;
 constexpr quint16 descriptorFlag = 1 << 3; // sizes and checksum stand behind the content
 
@@ -33,7 +30,8 @@ constexpr quint16 descriptorFlag = 1 << 3; // sizes and checksum stand behind th
 constexpr int maxHeaders = 100'000;
 constexpr int maxPlacesOfMember = 8;
 constexpr int maxViewsOfPlace = 4;
-constexpr qint64 maxUnpacked = 4 * maxXmlBytes; // bytes, all attempts together
+constexpr qint64 maxContent = CPRFileHandlerZip::maximalMemberSize; // bytes
+constexpr qint64 maxUnpacked = 4 * maxContent; // bytes, all attempts together
 
 // Where a member's content lies and how it is packed, by one header.
 struct View {
@@ -84,7 +82,7 @@ private:
     // Unpacks the members that are not whole yet. Of two with one name readers take the first.
     void unpackPlaces(bool isExact, Members &result)
     {
-        std::array<int, members.size()> tried{};
+        std::array<int, memberOrder.size()> tried{};
         for (auto place = m_places.cbegin(); place != m_places.cend(); ++place) {
             const Name name = place->second.name;
             Member &best = result[name.index];
@@ -102,31 +100,17 @@ private:
             best = std::move(member);
     }
 
-    QByteArray at(qint64 position, qint64 size)
-    {
-        if (position < 0 || !m_file.seek(position))
-            return {};
-        return m_file.read(size);
-    }
-
-    template <typename T> static T number(const QByteArray &bytes, int index)
-    {
-        if (bytes.isNull()) // never; with Qt 6 the compiler warns of it otherwise
-            return 0;
-        return qFromLittleEndian<T>(bytes.constData() + index);
-    }
-
     // Recognises a name with one wrong character, too: the members' names differ in more.
     static std::optional<Name> memberOf(const QByteArray &name)
     {
-        for (const MemberRow &row : members) {
-            const QByteArray known(row.name);
+        for (const MemberIndex index : memberOrder) {
+            const QByteArray known = memberName(index).toLatin1();
             if (name.size() != known.size())
                 continue;
             const int wrong = std::inner_product(name.begin(), name.end(), known.begin(), 0,
                                                  std::plus<>(), std::not_equal_to<>());
             if (wrong <= 1)
-                return Name{row.index, wrong == 0};
+                return Name{index, wrong == 0};
         }
         return std::nullopt;
     }
@@ -136,7 +120,7 @@ private:
         constexpr int blockSize = 256 * 1024;
         int headers = 0;
         for (qint64 begin = 0; headers < maxHeaders; begin += blockSize - signatureSize + 1) {
-            const QByteArray block = at(begin, blockSize);
+            const QByteArray block = bytesAt(m_file, begin, blockSize);
             for (int i = block.indexOf("PK"); i >= 0 && headers < maxHeaders;
                  i = block.indexOf("PK", i + 1)) {
                 const QByteArray signature = block.mid(i, signatureSize);
@@ -149,7 +133,8 @@ private:
                 else
                     addFromDirectory(begin + i);
             }
-            advance(qMin(begin + blockSize, m_file.size()), m_file.size());
+            if (advance)
+                advance(qMin(begin + blockSize, m_file.size()), m_file.size());
             if (block.size() < blockSize)
                 break;
         }
@@ -157,52 +142,34 @@ private:
 
     void addLocal(qint64 position)
     {
-        const QByteArray header = at(position, localHeaderSize);
-        if (header.size() < localHeaderSize)
-            return;
-        const int nameSize = number<quint16>(header, 26);
-        const auto name = memberOf(at(position + localHeaderSize, nameSize));
-        if (!name)
-            return;
-        View view = packing(header, 6);
-        view.begin = position + localHeaderSize + nameSize + number<quint16>(header, 28);
-        add(position, *name, view);
+        const std::optional<Header> header = headerAt(m_file, position, Header::Local);
+        const auto name = header ? memberOf(header->name) : std::nullopt;
+        if (name)
+            add(position, *name, viewOf(*header, header->end));
     }
 
     void addFromDirectory(qint64 position)
     {
-        const QByteArray header = at(position, directoryHeaderSize);
-        if (header.size() < directoryHeaderSize)
+        const std::optional<Header> header = headerAt(m_file, position, Header::Directory);
+        const auto name = header ? memberOf(header->name) : std::nullopt;
+        if (!name)
             return;
-        const int nameSize = number<quint16>(header, 28);
-        const auto name = memberOf(at(position + directoryHeaderSize, nameSize));
-        const qint64 place = number<quint32>(header, 42);
-        const QByteArray local = at(place, localHeaderSize);
-        if (!name || local.size() < localHeaderSize)
+        const std::optional<Header> local = headerAt(m_file, header->localPosition, Header::Local);
+        if (!local)
             return;
-        View view = packing(header, 8);
-        view.begin = place + localHeaderSize + nameSize;
         // The name in front of the content is the directory's, or else its length cannot be
         // believed, and no more can the length of what follows it.
-        if (number<quint16>(local, 26) == nameSize)
-            view.begin += number<quint16>(local, 28);
-        add(place, *name, view);
-        if (number<quint16>(local, 28) != 0) {
-            // Only the zip library's large archives have an extra field.
-            view.begin = place + localHeaderSize + nameSize;
-            add(place, *name, view);
-        }
+        const qint64 nameEnd = local->nameEnd - local->nameSize + header->nameSize;
+        if (local->nameSize == header->nameSize)
+            add(header->localPosition, *name, viewOf(*header, local->end));
+        // Only the zip library's large archives have an extra field.
+        if (local->nameSize != header->nameSize || local->extraSize != 0)
+            add(header->localPosition, *name, viewOf(*header, nameEnd));
     }
 
-    // The fields that both kinds of header have in this order.
-    static View packing(const QByteArray &header, int flagsIndex)
+    static View viewOf(const Header &header, qint64 begin)
     {
-        View view;
-        view.flags = number<quint16>(header, flagsIndex);
-        view.method = number<quint16>(header, flagsIndex + 2);
-        view.checksum = number<quint32>(header, flagsIndex + 8);
-        view.packedSize = number<quint32>(header, flagsIndex + 12);
-        return view;
+        return {header.flags, header.method, header.checksum, header.packedSize, begin};
     }
 
     void add(qint64 position, Name name, const View &view)
@@ -219,7 +186,7 @@ private:
     {
         Member best;
         for (const View &view : place.views) {
-            Member member = describe(unpack(view, place, next), place.name.index);
+            Member member = describe(unpack(view, place, next));
             // What is encrypted unpacks to noise.
             if (!member.isWhole && (view.flags & encryptedFlag) != 0) {
                 member.content.clear();
@@ -233,7 +200,7 @@ private:
         return best;
     }
 
-    static Member describe(Unpacked &&unpacked, MemberIndex index)
+    static Member describe(Unpacked &&unpacked)
     {
         Member member;
         member.isFound = true;
@@ -257,7 +224,7 @@ private:
             member.damage = QStringLiteral("it unpacks only to byte %1").arg(member.content.size());
             break;
         case Unpacked::TooLong:
-            member.damage = QStringLiteral("it holds more than %1 bytes").arg(members[index].limit);
+            member.damage = QStringLiteral("it holds more than %1 bytes").arg(maxContent);
             break;
         }
         return member;
@@ -265,7 +232,7 @@ private:
 
     Unpacked unpack(const View &view, const Place &place, qint64 next)
     {
-        const qint64 limit = qMin(members[place.name.index].limit, maxUnpacked - m_unpacked);
+        const qint64 limit = qMin(maxContent, maxUnpacked - m_unpacked);
         const qint64 end = view.hasSizes() ? view.begin + view.packedSize : next;
         Unpacked result;
         if (view.method == Z_DEFLATED)
@@ -302,7 +269,8 @@ private:
         int status = Z_OK;
         while (status == Z_OK && result.content.size() <= limit) {
             if (stream.avail_in == 0) {
-                packed = at(position, std::clamp<qint64>(end - position, 0, blockSize));
+                packed =
+                    bytesAt(m_file, position, std::clamp<qint64>(end - position, 0, blockSize));
                 position += packed.size();
                 stream.next_in = reinterpret_cast<Bytef *>(packed.data());
                 stream.avail_in = static_cast<uInt>(packed.size());
@@ -332,7 +300,7 @@ private:
     // The checksum behind the content, with or without a signature.
     Unpacked::End endByDescriptor(qint64 position, const QByteArray &content)
     {
-        const QByteArray descriptor = at(position, 2 * signatureSize);
+        const QByteArray descriptor = bytesAt(m_file, position, 2 * signatureSize);
         const int index = descriptor.startsWith(descriptorSignature) ? signatureSize : 0;
         if (descriptor.size() < index + signatureSize)
             return Unpacked::NoChecksum;
@@ -344,7 +312,7 @@ private:
     Unpacked stored(const View &view, qint64 end, qint64 limit)
     {
         Unpacked result;
-        result.content = at(view.begin, qBound<qint64>(0, end - view.begin, limit));
+        result.content = bytesAt(m_file, view.begin, qBound<qint64>(0, end - view.begin, limit));
         if (end - view.begin > limit)
             result.end = Unpacked::TooLong;
         else if (view.hasSizes())
@@ -383,4 +351,4 @@ Members run(const QString &name, const std::function<void(qint64, qint64)> &adva
     return Scanner(name).run(advance);
 }
 
-} // namespace ArchiveScan
+} // namespace sessionfiles::ArchiveScan

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_ARCHIVESCAN_H
-#define CPRSESSION_ARCHIVESCAN_H
+#ifndef SESSIONFILES_ARCHIVESCAN_H
+#define SESSIONFILES_ARCHIVESCAN_H
 
 #include "ArchiveMember.h"
 
@@ -14,7 +14,7 @@
 
 /// The members of an archive that has lost its order: found by their own headers and by what is
 /// left of the directory, wherever these lie in the file, and unpacked as far as that goes.
-namespace ArchiveScan {
+namespace sessionfiles::ArchiveScan {
 
 /// What is left of one member.
 struct Member {
@@ -25,16 +25,16 @@ struct Member {
     /// wrong long before the place where that shows.
     bool isCertain = false;
     bool isCut = false; ///< the archive ends inside the member
-    QByteArray content; ///< at most the member's limit
+    QByteArray content; ///< at most the bytes that a member may have
     QString damage; ///< what is wrong; empty when it is whole
 };
 
-using Members = std::array<Member, ArchiveCheck::members.size()>;
+using Members = std::array<Member, memberOrder.size()>;
 
 /// Looks through the file \a name, which has to be readable. \a advance is told how many bytes of
 /// how many have been looked through.
 Members run(const QString &name, const std::function<void(qint64, qint64)> &advance);
 
-} // namespace ArchiveScan
+} // namespace sessionfiles::ArchiveScan
 
 #endif

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_EVENTLISTCHECK_H
-#define CPRSESSION_EVENTLISTCHECK_H
+#ifndef SESSIONFILES_EVENTLISTCHECK_H
+#define SESSIONFILES_EVENTLISTCHECK_H
 
 #include "ArchiveMember.h"
 #include "TextKind.h"
@@ -15,7 +15,7 @@
 #include <bitset>
 #include <limits>
 
-namespace ArchiveCheck {
+namespace sessionfiles {
 
 using E = CPREventBase;
 
@@ -483,6 +483,6 @@ private:
     int m_totalTime = 0;
 };
 
-} // namespace ArchiveCheck
+} // namespace sessionfiles
 
 #endif

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_GUIDELINESCHECK_H
-#define CPRSESSION_GUIDELINESCHECK_H
+#ifndef SESSIONFILES_GUIDELINESCHECK_H
+#define SESSIONFILES_GUIDELINESCHECK_H
 
 #include "ArchiveMember.h"
 #include "TextKind.h"
@@ -12,7 +12,7 @@
 #include <QMap>
 #include <QMetaEnum>
 
-namespace ArchiveCheck {
+namespace sessionfiles {
 
 class GuidelinesCheck {
 public:
@@ -114,6 +114,6 @@ private:
     QMap<QString, Value> m_values;
 };
 
-} // namespace ArchiveCheck
+} // namespace sessionfiles
 
 #endif

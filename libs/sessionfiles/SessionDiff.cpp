@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionDiff.h"
+#include "sessionfiles/SessionDiff.h"
 
 #include <CPRData.h>
 #include <CPREventCompression.h>
@@ -18,6 +18,8 @@
 
 #include <algorithm>
 #include <map>
+
+namespace sessionfiles {
 
 namespace {
 
@@ -454,3 +456,5 @@ QJsonObject SessionDiff::toJson() const
         {QStringLiteral("left_out"), m_count - m_lines.size()},
     };
 }
+
+} // namespace sessionfiles

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_SESSIONDIFF_H
-#define CPRSESSION_SESSIONDIFF_H
+#ifndef SESSIONFILES_SESSIONDIFF_H
+#define SESSIONFILES_SESSIONDIFF_H
 
 #include <QJsonArray>
 #include <QJsonObject>
@@ -12,6 +12,8 @@
 class CPRData;
 class CPREventBase;
 class QVariant;
+
+namespace sessionfiles {
 
 /// What differs between two sessions: learners, session info, statistics, scores, events, waves
 /// and guidelines.
@@ -74,5 +76,7 @@ private:
     QJsonArray m_json;
     qint64 m_count = 0;
 };
+
+} // namespace sessionfiles
 
 #endif

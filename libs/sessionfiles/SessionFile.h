@@ -1,29 +1,63 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_SESSIONFILE_H
-#define CPRSESSION_SESSIONFILE_H
+#ifndef SESSIONFILES_SESSIONFILE_H
+#define SESSIONFILES_SESSIONFILE_H
 
 #include <QString>
 #include <QStringList>
+#include <QVector>
+
+#include <functional>
 
 class CPRData;
+class CPRFileHandler;
 
-/// Sessions in archives, as every verb reads and writes them.
-namespace SessionFile {
+/// Sessions in files: what programs do with the archives that the library reads and writes.
+namespace sessionfiles {
 
-struct LoadResult {
-    bool isArchive = false; ///< the file could be opened as an archive
-    bool isComplete = false; ///< the session reports that everything could be read
-    QStringList missing; ///< members that are not there or cannot be opened
+/// Is called with how many bytes of how many were read. False gives up.
+using Progress = std::function<bool(qint64 done, qint64 total)>;
+
+/// What became of one member of a session that was loaded.
+struct LoadedMember {
+    enum State {
+        Whole, ///< all of it is in the session
+        Damaged, ///< only what stands before the damage is in the session, or nothing
+        Missing ///< there is no such member
+    };
+
+    QString name; ///< without its folder, such as "CPREvents.xml"
+    State state = Whole;
+    QString reason; ///< why it is damaged; empty in the other states
+    qint64 bytesRead = 0; ///< how far it was read
 };
 
-LoadResult load(const QString &name, CPRData &session);
+/// What became of a session that was loaded.
+struct LoadResult {
+    /// Whether the session has something of at least one member.
+    bool hasMembers() const;
+    /// The names of the members that are not there.
+    QStringList missing() const;
+
+    bool isArchive = false; ///< the file could be opened as an archive
+    bool isWhole = false; ///< all five members are in the session to their ends
+    bool isCancelled = false; ///< given up; the session is not to be used
+    /// What was asked for, in the order in which it was read. Nothing is asked for behind a list of
+    /// waves that is missing.
+    QVector<LoadedMember> members;
+};
+
+/// Reads the archive \a name into \a session, which should be new. \a progress may be null. What is
+/// whole is read of a damaged archive, too.
+LoadResult load(const QString &name, CPRData &session, const Progress &progress = {});
+/// Reads the members that \a handler gives; they count as an archive.
+LoadResult load(CPRFileHandler &handler, CPRData &session);
 
 /// Saves \a session under \a name. Until all of it is written, a file of that name stays as it
 /// was. Returns what went wrong; empty when nothing did.
 QString save(const QString &name, CPRData &session);
 
-} // namespace SessionFile
+} // namespace sessionfiles
 
 #endif

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionTable.h"
+#include "sessionfiles/SessionTable.h"
 
 #include "sessionreview/Figures.h"
 
@@ -16,6 +16,8 @@
 
 #include <algorithm>
 #include <initializer_list>
+
+namespace sessionfiles {
 
 namespace {
 
@@ -313,3 +315,5 @@ std::unique_ptr<SessionTable> SessionTable::create(const QString &what, const QS
     *error = QStringLiteral("there is no table \"%1\"").arg(what);
     return nullptr;
 }
+
+} // namespace sessionfiles

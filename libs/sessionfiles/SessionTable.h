@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_SESSIONTABLE_H
-#define CPRSESSION_SESSIONTABLE_H
+#ifndef SESSIONFILES_SESSIONTABLE_H
+#define SESSIONFILES_SESSIONTABLE_H
 
-#include "TableWriter.h"
+#include "sessionfiles/TableWriter.h"
 
 #include <QStringList>
 
@@ -12,6 +12,8 @@
 #include <memory>
 
 class CPRData;
+
+namespace sessionfiles {
 
 /// One way to put a session into rows.
 class SessionTable {
@@ -28,5 +30,7 @@ public:
     using WriteRow = std::function<bool(const TableWriter::Row &)>;
     virtual bool writeRows(const CPRData &session, const WriteRow &write) const = 0;
 };
+
+} // namespace sessionfiles
 
 #endif

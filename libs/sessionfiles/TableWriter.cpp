@@ -1,13 +1,15 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TableWriter.h"
+#include "sessionfiles/TableWriter.h"
 
 #include <QIODevice>
 #include <QJsonDocument>
 #include <QJsonObject>
 
 #include <cmath>
+
+namespace sessionfiles {
 
 namespace {
 
@@ -141,3 +143,5 @@ std::unique_ptr<TableWriter> TableWriter::json(QIODevice *device)
 {
     return std::make_unique<JsonWriter>(device);
 }
+
+} // namespace sessionfiles

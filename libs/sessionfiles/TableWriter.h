@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_TABLEWRITER_H
-#define CPRSESSION_TABLEWRITER_H
+#ifndef SESSIONFILES_TABLEWRITER_H
+#define SESSIONFILES_TABLEWRITER_H
 
 #include <QByteArray>
 #include <QString>
@@ -12,6 +12,8 @@
 #include <memory>
 
 class QIODevice;
+
+namespace sessionfiles {
 
 /// Writes a table row by row, so that a long one never stands in memory. Texts are UTF-8, and
 /// numbers do not depend on the locale.
@@ -48,5 +50,7 @@ protected:
 private:
     QIODevice *m_device;
 };
+
+} // namespace sessionfiles
 
 #endif

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_TEXTKIND_H
-#define CPRSESSION_TEXTKIND_H
+#ifndef SESSIONFILES_TEXTKIND_H
+#define SESSIONFILES_TEXTKIND_H
 
 #include <QDateTime>
 #include <QMetaProperty>
 #include <QString>
 
-namespace ArchiveCheck {
+namespace sessionfiles {
 
 // What a text has to be.
 enum class Kind : quint8 {
@@ -85,6 +85,6 @@ inline Kind kindOf(const QMetaProperty &property)
     }
 }
 
-} // namespace ArchiveCheck
+} // namespace sessionfiles
 
 #endif

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRSESSION_WAVESCHECK_H
-#define CPRSESSION_WAVESCHECK_H
+#ifndef SESSIONFILES_WAVESCHECK_H
+#define SESSIONFILES_WAVESCHECK_H
 
 #include "ArchiveMember.h"
 #include "TextKind.h"
@@ -11,7 +11,7 @@
 
 #include <QMetaEnum>
 
-namespace ArchiveCheck {
+namespace sessionfiles {
 
 // What the description of one wave says, as far as other members can be compared with it.
 struct WaveDescription {
@@ -187,6 +187,6 @@ private:
     std::size_t m_index = 0;
 };
 
-} // namespace ArchiveCheck
+} // namespace sessionfiles
 
 #endif

@@ -1999,10 +1999,6 @@
         <source>%1 is damaged; what could be read is shown</source>
         <translation>%1 ist beschädigt; gezeigt wird, was lesbar war</translation>
     </message>
-    <message>
-        <source>loading was cancelled</source>
-        <translation>das Laden wurde abgebrochen</translation>
-    </message>
 </context>
 <context>
     <name>sessionplot</name>

@@ -1,0 +1,237 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPRData.h"
+#include "CPRFileHandlerZip.h"
+#include "sessionfiles/ArchiveCheck.h"
+#include "sessionfiles/ArchiveSalvage.h"
+#include "sessionfiles/SessionFile.h"
+
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <functional>
+
+using namespace sessionfiles;
+using Members = MemoryFileHandler::Members;
+
+namespace {
+
+const QString events = "CPREvents.xml";
+const QString waves = "CPRWaves.xml";
+const QString compressions = "COMP.WV";
+const QString ventilations = "VENT.WV";
+const QString guidelines = "CPRGuidelines.xml";
+
+using Change = std::function<void(Members &)>;
+
+Change insertBefore(const QString &member, const QByteArray &end, const QByteArray &text)
+{
+    return [=](Members &members) {
+        QByteArray &content = members[member];
+        content.insert(content.lastIndexOf(end), text);
+    };
+}
+
+Change replace(const QString &member, const QByteArray &from, const QByteArray &to)
+{
+    return [=](Members &members) {
+        QVERIFY2(members[member].contains(from), from.constData());
+        members[member].replace(from, to);
+    };
+}
+
+// Events one second apart, each with this content.
+Change addEvents(int count, const QByteArray &content)
+{
+    return [=](Members &members) {
+        QByteArray text;
+        for (int i = 0; i < count; ++i)
+            text += "<evt type=\"CprPacketLossStart\" msecs=\"" + QByteArray::number(1000 * i)
+                + "\">" + content + "</evt>\n";
+        insertBefore(events, "</eventList>", text)(members);
+    };
+}
+
+Change addSamples(int count)
+{
+    return [=](Members &members) {
+        for (const QString &wave : {compressions, ventilations})
+            members[wave] = QByteArray(2 * count, '\1');
+    };
+}
+
+Change addValues(int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+        text += "<Unknown" + QByteArray::number(i) + " value=\"1\" unit=\"none\"/>\n";
+    return insertBefore(guidelines, "</GuideLineSettings>", text);
+}
+
+Change addAttributes(int count)
+{
+    QByteArray text;
+    for (int i = 0; i < count; ++i)
+        text += " a" + QByteArray::number(i) + "=\"1\"";
+    return insertBefore(guidelines, "</GuideLineSettings>", "<Many" + text + "/>");
+}
+
+// The list itself is the first level.
+Change nest(int depth)
+{
+    const int inner = depth - 1;
+    return insertBefore(guidelines, "</GuideLineSettings>",
+                        QByteArray("<a>").repeated(inner) + QByteArray("</a>").repeated(inner));
+}
+
+Change addText(int length)
+{
+    return insertBefore(guidelines, "</GuideLineSettings>",
+                        "<Long/>" + QByteArray(length, ' ') + "<Next/>");
+}
+
+Change encodeInUtf16(const QString &member)
+{
+    return [=](Members &members) {
+        const QString text = QString::fromUtf8(members[member]);
+        QByteArray &content = members[member] = "\xFF\xFE"; // little-endian
+        for (const QChar c : text)
+            content.append(char(c.cell())).append(char(c.row()));
+    };
+}
+
+const QByteArray twoParameters = "<param type=\"aedEventType\" value=\"1\"/>"
+                                 "<param type=\"eventId\" value=\"a\"/>";
+
+struct Case {
+    const char *name;
+    Change change;
+};
+
+// Each limit has an archive at it and one beyond.
+const Case cases[] = {
+    {"nothing", [](Members & /*members*/) {}},
+    {"518,399 more events", addEvents(518'399, {})}, // and the session info
+    {"520,000 more events", addEvents(520'000, {})},
+    {"50,000 events of two parameters", addEvents(50'000, twoParameters)},
+    {"60,000 events of two parameters", addEvents(60'000, twoParameters)},
+    {"8,730,000 samples", addSamples(8'730'000)},
+    {"9,000,000 samples", addSamples(9'000'000)},
+    {"1,000 unknown values", addValues(1000)},
+    {"1,001 unknown values", addValues(1001)},
+    {"22 attributes", addAttributes(22)},
+    {"128 attributes", addAttributes(128)},
+    {"129 attributes", addAttributes(129)},
+    {"20 levels", nest(20)},
+    {"64 levels", nest(64)},
+    {"65 levels", nest(65)},
+    {"a text of 1,000,000 bytes", addText(1'000'000)},
+    {"a text of 1 MiB", addText(1024 * 1024)},
+    {"a text above 1 MiB", addText(1024 * 1024 + 1)},
+    {"events in UTF-16", encodeInUtf16(events)},
+    {"waves in UTF-16", encodeInUtf16(waves)},
+    {"guidelines in UTF-16", encodeInUtf16(guidelines)},
+    {"events said to be Latin-1", replace(events, "?>", " encoding=\"ISO-8859-1\"?>")},
+    {"events said to be UTF-16", replace(events, "?>", " encoding=\"UTF-16\"?>")},
+    {"events said to be UTF-8", replace(events, "?>", " encoding=\"utf-8\"?>")},
+    {"no UTF-8", replace(events, "\"CprSessionInfo\"", "\"Cpr\xC3Info\"")},
+    {"a document type", replace(events, "<eventList", "<!DOCTYPE a><eventList")},
+    {"another root", replace(guidelines, "GuideLineSettings", "Settings")},
+    {"an empty document", [](Members &members) { members[guidelines].clear(); }},
+    {"text behind the end", [](Members &members) { members[waves] += "more"; }},
+    {"no end", replace(events, "</eventList>", "")},
+    {"no event", insertBefore(events, "</eventList>", "<other/>")},
+    {"no number", replace(waves, "length=\"0\"", "length=\"many\"")},
+    {"a rate of 0", replace(waves, "sampleRate=", "sampleRate=\"0\" was=")},
+    {"another member's name", replace(waves, "VENT.WV", "V.WV")},
+    {"no member's name", replace(waves, "fileName=\"COMP.WV\"", "")},
+    {"half a sample", [](Members &members) { members[ventilations] = QByteArray(3, '\1'); }},
+    {"no wave", [](Members &members) { members.remove(compressions); }},
+    {"no list of waves", [](Members &members) { members.remove(waves); }},
+    {"no events", [](Members &members) { members.remove(events); }},
+    {"a stranger", [](Members &members) { members["README.txt"] = "a"; }},
+    {"an event before the one before it",
+     [](Members &members) {
+         addEvents(3, {})(members);
+         replace(events, "msecs=\"2000\"", "msecs=\"-5000\"")(members);
+     }},
+};
+
+bool write(const QString &name, const Members &members)
+{
+    CPRFileHandlerZip zip;
+    bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
+    for (auto member = members.cbegin(); isWritten && member != members.cend(); ++member) {
+        QIODevice *device = zip.openFileForWriting(member.key());
+        isWritten = device && device->write(*member) == member->size();
+        zip.releaseFile(device);
+    }
+    return zip.close() && isWritten;
+}
+
+// How much there is of a session.
+QVector<int> sizesOf(const CPRData &session)
+{
+    return {session.cprEvents()->events().size(), session.compressionData()->count(),
+            session.ventilationData()->count()};
+}
+
+} // namespace
+
+/// Whoever reads an archive comes to the same verdict: what the check passes is loaded whole, what
+/// is loaded whole has no error, and what is salvaged does both.
+class TestAgreement : public QObject {
+    Q_OBJECT
+
+    QTemporaryDir m_directory;
+
+private Q_SLOTS:
+    void agrees_data()
+    {
+        QTest::addColumn<int>("index");
+        for (int i = 0; i < int(std::size(cases)); ++i)
+            QTest::newRow(cases[i].name) << i;
+    }
+
+    void agrees()
+    {
+        QFETCH(int, index);
+        const QString name = m_directory.filePath("case.zip");
+        Members members = emptySession();
+        cases[index].change(members);
+        if (QTest::currentTestFailed())
+            return;
+        QVERIFY(write(name, members));
+
+        CPRData session;
+        const LoadResult loaded = load(name, session);
+        const FindingList findings = check(name);
+        QVERIFY2((findings.errors() == 0) == loaded.isWhole, qPrintable(findings.toText()));
+        for (const LoadedMember &member : loaded.members)
+            QCOMPARE(member.reason.isEmpty(), member.state != LoadedMember::Damaged);
+        // The library's own answer; it does not mind when a wave is not there.
+        CPRFileHandlerZip zip;
+        CPRData plain;
+        QVERIFY(zip.open(name, CPRFileHandlerZip::Read));
+        QCOMPARE(plain.readData(&zip) && loaded.missing().isEmpty(), loaded.isWhole);
+        QVERIFY(zip.close());
+
+        const SalvagedSession salvaged = salvage(name);
+        QCOMPARE(salvaged.isAll, loaded.isWhole);
+        const QString copy = m_directory.filePath("salvaged.zip");
+        QCOMPARE(save(copy, salvaged), QString());
+        CPRData saved;
+        QVERIFY2(load(copy, saved).isWhole, qPrintable(salvaged.report.join('\n')));
+        const FindingList after = check(copy);
+        QVERIFY2(after.errors() == 0, qPrintable(after.toText()));
+        // Nothing that can be loaded is lost, but for an event that is just too much.
+        const QVector<int> before = sizesOf(session);
+        const QVector<int> sizes = sizesOf(saved);
+        for (int i = 0; i < sizes.size(); ++i)
+            QVERIFY2(sizes.at(i) >= before.at(i) - 1, qPrintable(salvaged.report.join('\n')));
+    }
+};
+
+QTEST_GUILESS_MAIN(TestAgreement)
+#include "tst_agreement.moc"
