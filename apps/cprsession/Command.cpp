@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QLoggingCategory>
 
 #include <cstdio>
 
@@ -35,6 +36,14 @@ bool wouldReplace(const QString &target, const QString &input)
 void print(const QString &text)
 {
     write(stdout, text.toUtf8());
+}
+
+void showLibraryLog(bool shown)
+{
+    // The verbs say themselves, in one line, why an archive cannot be opened or written.
+    QLoggingCategory::setFilterRules(
+        shown ? QStringLiteral("Kelmar.CPRData.CPRFileHandlerZip=false")
+              : QStringLiteral("Kelmar.CPRData.*=false\ndefault.warning=false"));
 }
 
 void complain(const QString &text)

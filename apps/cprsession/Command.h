@@ -41,6 +41,8 @@ QString fileName(const std::string &argument);
 bool wouldReplace(const QString &target, const QString &input);
 /// Writes a result to stdout, as UTF-8.
 void print(const QString &text);
+/// Whether the library's own log, which says what it cannot read, goes to stderr.
+void showLibraryLog(bool shown);
 /// One line on stderr that says what was wrong, where, and what to do.
 void complain(const QString &text);
 

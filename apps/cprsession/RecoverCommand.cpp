@@ -81,9 +81,11 @@ ExitStatus recoverArchive(const QString &input, const QString &target)
     sessionfiles::SalvagedSession session;
     {
         Progress progress(QStringLiteral("Recovering"));
+        showLibraryLog(false); // of each attempt
         session = sessionfiles::salvage(
             input, [&progress](qint64 done, qint64 total) { progress.report(done, total); });
     }
+    showLibraryLog(true);
     // A log whose first line is damaged looks like anything.
     if (!session.holdsAnything)
         return recoverLog(input, target);

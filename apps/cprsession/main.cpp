@@ -6,7 +6,6 @@
 #include "ShellSupport.h"
 
 #include <QGuiApplication>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 
 #include <CLI/Config.hpp>
@@ -72,8 +71,7 @@ int main(int argc, char *argv[])
                                     : static_cast<int>(ExitStatus::WrongUsage);
     }
     Progress::setShown(!quiet);
-    // The verbs say themselves, in one line, why an archive cannot be opened or written.
-    QLoggingCategory::setFilterRules(QStringLiteral("Kelmar.CPRData.CPRFileHandlerZip=false"));
+    showLibraryLog(true);
 
     std::unique_ptr<QCoreApplication> application;
     const QTemporaryDir runtimeDirectory;

@@ -9,6 +9,7 @@
 #include <ManikinLogPlayer.h>
 #include <SessionJournal.h>
 #include <chestboard/RMessage.h>
+#include <sessionfiles/SessionFile.h>
 #include <sessionreview/SessionReview.h>
 #include <sessionreview/Words.h>
 
@@ -90,6 +91,15 @@ void sayWhatItMeans(const CPRData &session)
     const sessionreview::Figures &figures = review.figures;
     if (figures.hasScores) // the manikin may not have sent any
         qInfo() << figures.overallScore << sessionreview::adviceText(figures.primaryAdvice);
+}
+
+void loadWithReport(const QString &name, CPRData &session)
+{
+    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
+    for (const sessionfiles::LoadedMember &member : loaded.members) {
+        if (member.state == sessionfiles::LoadedMember::Damaged)
+            warn(member.name + QStringLiteral(": ") + member.reason);
+    }
 }
 
 void journal(const QString &target, const bls_2010::RMessage &message, QElapsedTimer &clock)

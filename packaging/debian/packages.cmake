@@ -85,9 +85,9 @@ cprdata_package(runtime ${runtime} libs
     "This package has the libraries that programs use.")
 cprdata_package(devel ${devel} libdevel
     "data of CPR training sessions, for Qt ${CPRDATA_QT} - development files"
-    "This package has headers, the libraries of recorded logs and of reviews, and\nwhat CMake and pkg-config need."
+    "This package has headers, the libraries of recorded logs, session files and\nreviews, and what CMake and pkg-config need."
     NEEDS ${runtime}
-    DEPENDS ${devel_needs})
+    DEPENDS ${devel_needs} zlib1g-dev)
 if(CPRDATA_BUILD_TOOLS)
     cprdata_package(qml ${qml} libs
         "data of CPR training sessions - QML module for Qt ${CPRDATA_QT}"
