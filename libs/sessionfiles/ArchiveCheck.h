@@ -14,6 +14,7 @@ namespace sessionfiles {
 
 /// One thing in an archive that is not as it should be.
 struct Finding {
+    /// Whether a session is loaded whole in spite of it.
     enum Severity {
         Error, ///< a member that a session cannot be loaded from whole
         Warning ///< a session loads whole all the same, but something in it may be unexpected
@@ -21,21 +22,23 @@ struct Finding {
 
     /// One line, without its end.
     QString toText() const;
+    /// What is known of the finding; the place, too, where there is one.
     QJsonObject toJson() const;
 
-    Severity severity = Error;
+    Severity severity = Error; ///< whether a session is loaded whole in spite of it
     QString member; ///< with its folder; empty for the archive itself
     qint64 line = 0; ///< from 1; 0 when the place is no text
     qint64 column = 0; ///< where the parser stood, behind the element that it speaks of
     qint64 byte = -1; ///< from 0; -1 when the place is no byte of a member
     QString element; ///< "evt 12 CprCompEvent 18080 ms, param compDepth"
-    QString expected;
-    QString found;
+    QString expected; ///< what should stand there
+    QString found; ///< what stands there
 };
 
 /// What a check has found. Counts everything, keeps the first maxKept.
 class FindingList {
 public:
+    /// So many findings are kept.
     static constexpr int maxKept = 1000;
 
     /// \a file is the archive's name.
@@ -49,12 +52,16 @@ public:
             m_findings.append(make());
     }
 
+    /// The first findings, in the order in which they were found.
     const QVector<Finding> &findings() const { return m_findings; }
+    /// @{ How many there are, kept or not.
     qint64 errors() const { return m_errors; }
     qint64 warnings() const { return m_warnings; }
+    /// @}
 
     /// One line per finding, then the counts.
     QString toText() const;
+    /// The file, the findings and the counts.
     QJsonObject toJson() const;
 
 private:

@@ -19,6 +19,7 @@ public:
     /// The contents by the members' names, such as "CPREvents.xml".
     using Members = QMap<QString, QByteArray>;
 
+    /// \a content are the first members.
     explicit MemoryFileHandler(const Members &content = {});
     virtual ~MemoryFileHandler();
     MemoryFileHandler(const MemoryFileHandler &) = delete;

@@ -23,21 +23,25 @@ namespace sessionfiles {
 /// session has is one difference, and the events behind it are compared as if it were not there.
 class SessionDiff {
 public:
+    /// So far apart, in ms, may the starts of one event be.
     static constexpr int sameEventMs = 200;
     static constexpr int maxKept = 10'000; ///< more differences are counted only
 
+    /// What the two sessions are called.
     struct Names {
-        QString a;
-        QString b;
+        QString a; ///< of the first
+        QString b; ///< of the second
     };
 
     /// With \a ignoresTimes the start and end times in the session info, which the recording host
     /// takes from its clock, are not compared.
     SessionDiff(const Names &names, const CPRData &a, const CPRData &b, bool ignoresTimes);
 
+    /// Whether there is no difference.
     bool isSame() const { return m_count == 0; }
     /// One line per difference; nothing when there is none.
     QString toText() const;
+    /// The differences, their number and the names.
     QJsonObject toJson() const;
 
 private:

@@ -21,6 +21,7 @@ using Progress = std::function<bool(qint64 done, qint64 total)>;
 
 /// What became of one member of a session that was loaded.
 struct LoadedMember {
+    /// How much of it is in the session.
     enum State {
         Whole, ///< all of it is in the session
         Damaged, ///< only what stands before the damage is in the session, or nothing
@@ -28,7 +29,7 @@ struct LoadedMember {
     };
 
     QString name; ///< without its folder, such as "CPREvents.xml"
-    State state = Whole;
+    State state = Whole; ///< how much of it is in the session
     QString reason; ///< why it is damaged; empty in the other states
     qint64 bytesRead = 0; ///< how far it was read
 };

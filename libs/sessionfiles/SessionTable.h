@@ -25,9 +25,11 @@ public:
                                                 QString *error);
     virtual ~SessionTable();
 
+    /// The heads of the columns.
     virtual QVector<TableWriter::Column> columns() const = 0;
-    /// Calls \a write for each row of \a session until it returns false; returns its last answer.
+    /// Is given a row; false ends the table.
     using WriteRow = std::function<bool(const TableWriter::Row &)>;
+    /// Calls \a write for each row of \a session until it returns false; returns its last answer.
     virtual bool writeRows(const CPRData &session, const WriteRow &write) const = 0;
 };
 

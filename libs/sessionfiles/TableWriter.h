@@ -19,8 +19,9 @@ namespace sessionfiles {
 /// numbers do not depend on the locale.
 class TableWriter {
 public:
+    /// The head of a column.
     struct Column {
-        QString name;
+        QString name; ///< for people and programs alike
         QString unit; ///< empty when there is none
     };
     using Row = QVector<QVariant>; ///< a value per column; an invalid one is an empty cell
@@ -35,16 +36,19 @@ public:
     TableWriter(const TableWriter &) = delete;
     TableWriter &operator=(const TableWriter &) = delete;
 
-    /// Each returns false when the device does not take everything.
+    /// @{ First the heads, then each row, then the end. Each returns false when the device does not
+    /// take everything.
     virtual bool begin(const QVector<Column> &columns) = 0;
     virtual bool write(const Row &row) = 0;
     virtual bool end() = 0;
+    /// @}
     /// Instead of begin(): only rows are written, a part of a table that is put together elsewhere.
     virtual void beginPart(const QVector<Column> &columns) = 0;
 
 protected:
     /// \a device is open for writing and is not owned.
     explicit TableWriter(QIODevice *device);
+    /// Writes to the device; false when that does not take everything.
     bool put(const QByteArray &bytes);
 
 private:
