@@ -63,7 +63,7 @@ void complainOfFullDisk()
 }
 
 // What is exported: a begin, a part per session, an end, and a separator between parts that are not
-// empty. So each part can be made by a process of its own.
+// empty. So each part can be made by a thread of its own.
 class Document {
 public:
     virtual ~Document() = default;
@@ -215,16 +215,10 @@ private:
     {
         m_isComplete = false;
         m_progress.hide();
-        switch (result) {
-        case Damaged:
-            complain(QStringLiteral("%1 is damaged; what could be read is exported").arg(name));
-            break;
-        case OrderedParts::processDied:
-            complain(QStringLiteral("%1 is left out: the process that read it died").arg(name));
-            break;
-        default:
-            complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
-        }
+        complain((result == Damaged
+                      ? QStringLiteral("%1 is damaged; what could be read is exported")
+                      : QStringLiteral("%1 cannot be read as a session archive"))
+                     .arg(name));
     }
 
     bool append(QFileDevice *part)
@@ -332,7 +326,7 @@ void addExportCommand(CLI::App &app, Run &run)
         ->type_name("FILE");
     command
         ->add_option("-j,--jobs", options->jobs,
-                     "Archives that are read at once, each in a process of its own")
+                     "Archives that are read at once, each in a thread of its own")
         ->check(CLI::Range(1, OrderedParts::maximumJobs))
         ->capture_default_str();
     command->footer("Examples:\n"
