@@ -107,7 +107,7 @@ void storeAndLoad(CPRData &session, const QString &name, CPRFileHandlerZip::Mode
         return;
     }
     CPRData loaded;
-    const bool isComplete = sessionfiles::load(name, loaded).isWhole;
+    const bool isComplete = sessionfiles::load(name, loaded).isComplete;
     // The descriptions can name other members for the samples than those that are written.
     if (session.compressionData()->waveformInfo()->fileName() == QLatin1String("COMP.WV")
         && session.ventilationData()->waveformInfo()->fileName() == QLatin1String("VENT.WV")) {
@@ -117,17 +117,17 @@ void storeAndLoad(CPRData &session, const QString &name, CPRFileHandlerZip::Mode
 }
 
 // Check, load and salvage come to one verdict.
-void requireAgreement(const QString &name, bool isLoadedWhole)
+void requireAgreement(const QString &name, bool isLoadedComplete)
 {
     static const QTemporaryDir directory;
     static const QString salvaged = directory.filePath(QStringLiteral("salvaged.zip"));
-    require((sessionfiles::check(name).errors() == 0) == isLoadedWhole,
+    require((sessionfiles::check(name).errors() == 0) == isLoadedComplete,
             "what is loaded whole has no error, and nothing else");
     const sessionfiles::SalvagedSession session = sessionfiles::salvage(name);
-    require(!isLoadedWhole || session.isAll, "what is loaded whole is salvaged whole");
+    require(!isLoadedComplete || session.isAll, "what is loaded whole is salvaged whole");
     require(sessionfiles::save(salvaged, session).isEmpty(), "what was salvaged can be written");
     CPRData loaded;
-    require(sessionfiles::load(salvaged, loaded).isWhole, "what was salvaged is loaded whole");
+    require(sessionfiles::load(salvaged, loaded).isComplete, "what was salvaged is loaded whole");
 }
 
 } // namespace
@@ -149,10 +149,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     file.close();
     CPRData session;
     requireOrder(*session.cprEvents());
-    const bool isLoadedWhole = sessionfiles::load(name, session).isWhole;
+    const bool isLoadedComplete = sessionfiles::load(name, session).isComplete;
     requireWhole(*session.cprEvents());
     if (choice == 4 || choice == 5)
-        requireAgreement(name, isLoadedWhole);
+        requireAgreement(name, isLoadedComplete);
     if (choice >= 6)
         storeAndLoad(session, name,
                      choice == 6 ? CPRFileHandlerZip::Create : CPRFileHandlerZip::Add);

@@ -207,22 +207,22 @@ private Q_SLOTS:
         CPRData session;
         const LoadResult loaded = load(name, session);
         const FindingList findings = check(name);
-        QVERIFY2((findings.errors() == 0) == loaded.isWhole, qPrintable(findings.toText()));
+        QVERIFY2((findings.errors() == 0) == loaded.isComplete, qPrintable(findings.toText()));
         for (const LoadedMember &member : loaded.members)
             QCOMPARE(member.reason.isEmpty(), member.state != LoadedMember::Damaged);
         // The library's own answer; it does not mind when a wave is not there.
         CPRFileHandlerZip zip;
         CPRData plain;
         QVERIFY(zip.open(name, CPRFileHandlerZip::Read));
-        QCOMPARE(plain.readData(&zip) && loaded.missing().isEmpty(), loaded.isWhole);
+        QCOMPARE(plain.readData(&zip) && loaded.missing().isEmpty(), loaded.isComplete);
         QVERIFY(zip.close());
 
         const SalvagedSession salvaged = salvage(name);
-        QCOMPARE(salvaged.isAll, loaded.isWhole);
+        QCOMPARE(salvaged.isAll, loaded.isComplete);
         const QString copy = m_directory.filePath("salvaged.zip");
         QCOMPARE(save(copy, salvaged), QString());
         CPRData saved;
-        QVERIFY2(load(copy, saved).isWhole, qPrintable(salvaged.report.join('\n')));
+        QVERIFY2(load(copy, saved).isComplete, qPrintable(salvaged.report.join('\n')));
         const FindingList after = check(copy);
         QVERIFY2(after.errors() == 0, qPrintable(after.toText()));
         // Nothing that can be loaded is lost, but for an event that is just too much.

@@ -42,7 +42,7 @@ private Q_SLOTS:
             steps.append(done);
             return of == total;
         });
-        QVERIFY(result.isWhole && !result.isCancelled);
+        QVERIFY(result.isComplete && !result.isCancelled);
         QCOMPARE(steps.last(), total);
         QVERIFY(std::is_sorted(steps.begin(), steps.end()) && steps.size() >= 5);
     }
@@ -53,7 +53,7 @@ private Q_SLOTS:
         CPRData session;
         const LoadResult result =
             load(golden, session, [&](qint64, qint64) { return ++calls < 3; });
-        QVERIFY(result.isCancelled && !result.isWhole);
+        QVERIFY(result.isCancelled && !result.isComplete);
         QCOMPARE(calls, 3);
     }
 
@@ -65,7 +65,7 @@ private Q_SLOTS:
         QTest::addColumn<States>("states"); // in the order in which members are read
         QTest::addColumn<QString>("reason");
 
-        constexpr auto whole = LoadedMember::Whole;
+        constexpr auto whole = LoadedMember::Complete;
         constexpr auto damaged = LoadedMember::Damaged;
         constexpr auto missing = LoadedMember::Missing;
         const auto row = [](const char *name, const char *member, const char *from, const char *to,
@@ -106,7 +106,7 @@ private Q_SLOTS:
             }
         }
         QCOMPARE(found, states);
-        QCOMPARE(result.isWhole, states == States(5, LoadedMember::Whole));
+        QCOMPARE(result.isComplete, states == States(5, LoadedMember::Complete));
     }
 
     void whatIsSavedIsLoaded()
@@ -115,11 +115,11 @@ private Q_SLOTS:
         const QString name = directory.filePath("saved.zip");
         MemoryFileHandler files(goldenMembers());
         CPRData session;
-        QVERIFY(load(files, session).isWhole);
+        QVERIFY(load(files, session).isComplete);
         CPRData copy(session); // lists statistics and score, too
         QCOMPARE(save(name, copy), QString());
         CPRData loaded;
-        QVERIFY(load(name, loaded).isWhole);
+        QVERIFY(load(name, loaded).isComplete);
         CPRData again(loaded);
         MemoryFileHandler stored;
         QVERIFY(again.writeData(&stored));

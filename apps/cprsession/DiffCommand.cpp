@@ -25,7 +25,7 @@ struct DiffOptions {
 bool load(const QString &name, CPRData &session)
 {
     QString reason = sessionfiles::whyNoArchive(name);
-    if (reason.isEmpty() && !sessionfiles::load(name, session).isWhole)
+    if (reason.isEmpty() && !sessionfiles::load(name, session).isComplete)
         reason = QStringLiteral("%1 cannot be read whole; cprsession validate tells why").arg(name);
     if (!reason.isEmpty())
         complain(reason);

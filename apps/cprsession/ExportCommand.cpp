@@ -166,7 +166,7 @@ int writePart(const QString &name, const Document &document, QIODevice *part)
         return NotAnArchive;
     if (!document.writePart(name, session, part))
         return NotWritten;
-    return loaded.isWhole ? Whole : Damaged;
+    return loaded.isComplete ? Whole : Damaged;
 }
 
 // Puts the parts together, and says which archives are not there, or not whole.

@@ -84,7 +84,7 @@ QString infoText(const CPRData &session, const Figures &figures,
         line("Scores", QStringLiteral("not received"));
     }
     line("Guidelines", orUnknown(figures.guidelines));
-    if (loaded.isWhole)
+    if (loaded.isComplete)
         line("Members", QStringLiteral("all read"));
     else if (loaded.missing().isEmpty())
         line("Members", QStringLiteral("read in part"));
@@ -108,7 +108,7 @@ QJsonObject infoObject(const CPRData &session, const Figures &figures,
         {QStringLiteral("ventilations"), figures.ventilations},
         {QStringLiteral("pauses"), figures.pauses},
         {QStringLiteral("guidelines"), figures.guidelines},
-        {QStringLiteral("complete"), loaded.isWhole},
+        {QStringLiteral("complete"), loaded.isComplete},
         {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
     };
     if (figures.hasStatistics) {
@@ -140,7 +140,7 @@ ExitStatus runInfo(const InfoOptions &options)
     const Figures figures = sessionreview::figuresOf(session);
     const auto json = [&] { return QJsonDocument(infoObject(session, figures, loaded)).toJson(); };
     print(options.asJson ? QString::fromUtf8(json()) : infoText(session, figures, loaded));
-    return loaded.isWhole ? ExitStatus::Done : ExitStatus::Failed;
+    return loaded.isComplete ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 } // namespace

@@ -73,7 +73,7 @@ ExitStatus runPlot(const PlotOptions &options)
         complain(error);
         return ExitStatus::Failed;
     }
-    if (!loaded.isWhole) {
+    if (!loaded.isComplete) {
         complain(QStringLiteral("%1 is damaged; what could be read is drawn").arg(name));
         return ExitStatus::Failed;
     }

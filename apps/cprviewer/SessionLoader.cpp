@@ -121,7 +121,7 @@ SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Repo
         result.problem = noSession(name);
         return result;
     }
-    if (!loaded.isWhole) {
+    if (!loaded.isComplete) {
         result.problem =
             QCoreApplication::translate("cprviewer", "%1 is damaged; what could be read is shown")
                 .arg(name);

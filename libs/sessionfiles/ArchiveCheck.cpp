@@ -57,12 +57,12 @@ public:
         });
         read(Guidelines,
              [](XmlMember &xml, MemberReport & /*report*/) { GuidelinesCheck(xml).run(); });
-        if (!m_loaded.isWhole && m_list.errors() == 0)
-            MemberReport(m_list).error(loadedWhole(), QStringLiteral("less"));
+        if (!m_loaded.isComplete && m_list.errors() == 0)
+            MemberReport(m_list).error(loadable(), QStringLiteral("less"));
     }
 
 private:
-    static QString loadedWhole() { return QStringLiteral("what can be loaded whole"); }
+    static QString loadable() { return QStringLiteral("what can be loaded whole"); }
 
     // What became of the member when it was loaded; none when a session has not asked for it.
     const LoadedMember *loaded(MemberIndex index) const
@@ -76,7 +76,7 @@ private:
     bool isLoaded(MemberIndex index) const
     {
         const LoadedMember *member = loaded(index);
-        return m_loaded.isWhole || (member && member->state == LoadedMember::Whole);
+        return m_loaded.isComplete || (member && member->state == LoadedMember::Complete);
     }
     MemberReport reportOn(MemberIndex index)
     {
@@ -86,7 +86,7 @@ private:
     // Each member once, and nothing else.
     void checkDirectory()
     {
-        MemberReport archive(m_list, QString(), m_loaded.isWhole);
+        MemberReport archive(m_list, QString(), m_loaded.isComplete);
         QFile file(m_name);
         if (!file.open(QIODevice::ReadOnly))
             return;
@@ -162,7 +162,7 @@ private:
         }
         m_zip.releaseFile(device);
         if (member->state == LoadedMember::Damaged && !isReported)
-            report.error(loadedWhole(), member->reason);
+            report.error(loadable(), member->reason);
     }
 
     WaveDescription &description(MemberIndex wave) { return m_descriptions[wave - Compressions]; }
@@ -180,9 +180,9 @@ private:
     void checkWave(MemberIndex wave)
     {
         const LoadedMember *member = loaded(wave);
-        if (!member || member->state != LoadedMember::Whole) {
+        if (!member || member->state != LoadedMember::Complete) {
             if (member && member->state == LoadedMember::Damaged)
-                reportOn(wave).error(loadedWhole(), member->reason);
+                reportOn(wave).error(loadable(), member->reason);
             return;
         }
         MemberReport report = reportOn(wave);

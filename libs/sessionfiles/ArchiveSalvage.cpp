@@ -47,7 +47,7 @@ struct Document {
 
 // Does without a parser, which would end at the first damage. An element ends before the next one
 // of its kind begins.
-Document takeApart(const QByteArray &text, ElementKind kind)
+Document splitUp(const QByteArray &text, ElementKind kind)
 {
     Document document;
     int from = text.indexOf(kind.begin);
@@ -125,7 +125,7 @@ template <typename Wanted> Elements wellFormed(const Elements &elements, Wanted 
 
 constexpr char separator[] = "\n    ";
 
-QByteArray putTogether(const Document &frame, const Elements &elements)
+QByteArray joined(const Document &frame, const Elements &elements)
 {
     QByteArray text = frame.head;
     for (int i = 0; i < elements.size(); ++i) {
@@ -165,7 +165,7 @@ template <typename Check> FindingList findingsIn(const QByteArray &text, Check c
 
 // Takes one parameter out of a summary, which is worth having without it: learners and manikin
 // should not be lost with a number. Other events would say something wrong without theirs.
-bool takeParameter(QByteArray &element, qint64 line)
+bool removeParameter(QByteArray &element, qint64 line)
 {
     constexpr int longest = 100'000; // bytes, many times what a summary takes
     if (!element.startsWith("<evt type=\"CprSession") || element.size() > longest)
@@ -188,7 +188,7 @@ void makeFit(const Document &frame, Elements &elements, Check check, Complete co
     constexpr int maxRounds = 4;
     for (int round = 1;; ++round) {
         complete(elements);
-        const FindingList list = findingsIn(putTogether(frame, elements), check);
+        const FindingList list = findingsIn(joined(frame, elements), check);
         if (list.errors() == 0 || elements.isEmpty())
             return;
         const QVector<qint64> lines = linesOf(frame, elements);
@@ -199,7 +199,7 @@ void makeFit(const Document &frame, Elements &elements, Check check, Complete co
             if (finding.severity != Finding::Error || index < 0 || elements.at(index).isEmpty())
                 continue;
             first = qMin(first, index);
-            if (!takeParameter(elements[index], finding.line - lines.at(index)))
+            if (!removeParameter(elements[index], finding.line - lines.at(index)))
                 elements[index].clear();
         }
         if (round >= maxRounds)
@@ -214,12 +214,12 @@ public:
 
     SalvagedSession run()
     {
-        takeDescriptions();
-        takeWave(Compressions);
-        takeWave(Ventilations);
+        salvageDescriptions();
+        salvageWave(Compressions);
+        salvageWave(Ventilations);
         describeLengths();
-        takeEvents();
-        takeGuidelines();
+        salvageEvents();
+        salvageGuidelines();
         return std::move(m_session);
     }
 
@@ -243,59 +243,59 @@ private:
                 inspected = member;
         }
         // A description can name a member that there is not.
-        if (!result.isWhole && inspected.state == LoadedMember::Whole) {
+        if (!result.isComplete && inspected.state == LoadedMember::Complete) {
             inspected.state = LoadedMember::Damaged;
             inspected.reason = QStringLiteral("it does not go with the other members");
         }
         return inspected;
     }
     // The same, when only that counts.
-    bool isLoadedWhole(MemberIndex index, const QByteArray &content) const
+    bool isLoadable(MemberIndex index, const QByteArray &content) const
     {
         MemoryFileHandler files(m_empty);
         files.members[nameInFolder(index)] = content;
         return CPRData().readData(&files);
     }
 
-    void tell(MemberIndex index, const QString &text)
+    void report(MemberIndex index, const QString &text)
     {
         m_session.report.append(memberName(index) + QStringLiteral(": ") + text);
     }
-    void tellWhole(MemberIndex index)
+    void reportComplete(MemberIndex index)
     {
         m_session.holdsAnything = true;
-        tell(index, QStringLiteral("whole"));
+        report(index, QStringLiteral("whole"));
     }
-    void tellPart(MemberIndex index, const QString &kept)
+    void reportPart(MemberIndex index, const QString &kept)
     {
         const ArchiveScan::Member &member = scanned(index);
         m_session.holdsAnything = true;
         m_session.isAll = false;
-        tell(index,
-             kept + QStringLiteral("; ") + member.damage
-                 + (member.isCertain ? QString() : QStringLiteral(", so this is not certain")));
+        report(index,
+               kept + QStringLiteral("; ") + member.damage
+                   + (member.isCertain ? QString() : QStringLiteral(", so this is not certain")));
     }
     // The member becomes that of a session that has recorded nothing.
-    void tellGone(MemberIndex index)
+    void reportGone(MemberIndex index)
     {
         const ArchiveScan::Member &member = scanned(index);
         content(index) = emptyContent(index);
         m_session.isAll = false;
-        tell(index,
-             QStringLiteral("gone; %1; stored as of an empty session")
-                 .arg(member.isFound ? member.damage : QStringLiteral("there is none")));
+        report(index,
+               QStringLiteral("gone; %1; stored as of an empty session")
+                   .arg(member.isFound ? member.damage : QStringLiteral("there is none")));
     }
 
     // Takes the member as it is, if it can be loaded.
-    bool takeWhole(MemberIndex index)
+    bool salvageComplete(MemberIndex index)
     {
         ArchiveScan::Member &member = scanned(index);
-        if (!member.isWhole)
+        if (!member.isComplete)
             return false;
         const LoadedMember result = loaded(index, member.content);
-        if (result.state == LoadedMember::Whole) {
+        if (result.state == LoadedMember::Complete) {
             content(index) = member.content;
-            tellWhole(index);
+            reportComplete(index);
             return true;
         }
         member.damage = result.reason;
@@ -306,25 +306,25 @@ private:
     // load, the first are kept that it can.
     QByteArray loadable(MemberIndex index, const Document &frame, Elements &elements) const
     {
-        const QByteArray text = putTogether(frame, elements);
+        const QByteArray text = joined(frame, elements);
         const LoadedMember result = loaded(index, text);
-        if (result.state == LoadedMember::Whole)
+        if (result.state == LoadedMember::Complete)
             return text;
         // It has stopped in one of the blocks that were read last.
         constexpr qint64 lastBlocks = 8 * 1024;
         int fitting = elementsWithin(result.bytesRead - lastBlocks, frame, elements);
         int tooMany = qMin(elementsWithin(result.bytesRead, frame, elements) + 1, elements.size());
-        if (!isLoadedWhole(index, putTogether(frame, elements.mid(0, fitting))))
+        if (!isLoadable(index, joined(frame, elements.mid(0, fitting))))
             tooMany = std::exchange(fitting, 0);
         while (tooMany - fitting > 1) {
             const int tried = fitting + (tooMany - fitting) / 2;
-            if (isLoadedWhole(index, putTogether(frame, elements.mid(0, tried))))
+            if (isLoadable(index, joined(frame, elements.mid(0, tried))))
                 fitting = tried;
             else
                 tooMany = tried;
         }
         elements.resize(fitting);
-        return putTogether(frame, elements);
+        return joined(frame, elements);
     }
 
     // How many of the elements lie in the first bytes of the document.
@@ -341,46 +341,47 @@ private:
 
     // Takes of the document what fits, and tells about it in the plural of \a noun.
     template <typename Wanted, typename Check, typename Complete>
-    void takeElements(MemberIndex index, ElementKind kind, const QString &noun, Wanted isWanted,
-                      Check check, Complete complete)
+    void salvageElements(MemberIndex index, ElementKind kind, const QString &noun, Wanted isWanted,
+                         Check check, Complete complete)
     {
-        const Document frame = takeApart(emptyContent(index), kind);
-        const Document found = takeApart(scanned(index).content, kind);
+        const Document frame = splitUp(emptyContent(index), kind);
+        const Document found = splitUp(scanned(index).content, kind);
         Elements elements = wellFormed(found.elements, isWanted);
         int added = 0;
         makeFit(frame, elements, check, [&](Elements &all) { added += complete(all) ? 1 : 0; });
         const QByteArray text = loadable(index, frame, elements);
         const int kept = elements.size() - qMin(added, 1);
         if (kept == 0) {
-            tellGone(index);
+            reportGone(index);
             return;
         }
         content(index) = text;
         const bool hasEnd = found.tail.contains("</") && !found.endsEarly;
         const int begun = found.begun - (found.endsEarly ? 1 : 0);
         if (hasEnd && kept == begun)
-            tellPart(index, QStringLiteral("all %1 %2").arg(kept).arg(noun));
+            reportPart(index, QStringLiteral("all %1 %2").arg(kept).arg(noun));
         else if (hasEnd)
-            tellPart(index, QStringLiteral("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
+            reportPart(index, QStringLiteral("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
         else if (kept == begun)
-            tellPart(index, QStringLiteral("the first %1 %2").arg(kept).arg(noun));
+            reportPart(index, QStringLiteral("the first %1 %2").arg(kept).arg(noun));
         else
-            tellPart(index, QStringLiteral("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
+            reportPart(index,
+                       QStringLiteral("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
     }
 
-    void takeDescriptions()
+    void salvageDescriptions()
     {
         const auto check = [this](XmlMember &xml, MemberReport & /*report*/) {
             WavesCheck waves(xml);
             waves.run();
             m_descriptions = waves.descriptions;
         };
-        if (takeWhole(Waves)) {
+        if (salvageComplete(Waves)) {
             findingsIn(content(Waves), check);
             return;
         }
-        const Document frame = takeApart(emptyContent(Waves), waveKind);
-        const Elements found = takeApart(scanned(Waves).content, waveKind).elements;
+        const Document frame = splitUp(emptyContent(Waves), waveKind);
+        const Elements found = splitUp(scanned(Waves).content, waveKind).elements;
         Elements elements = frame.elements;
         int kept = 0;
         for (int i = 0; i < elements.size(); ++i) {
@@ -391,13 +392,13 @@ private:
                 continue;
             Elements tried = frame.elements;
             tried[i] = own.first();
-            if (findingsIn(putTogether(frame, tried), check).errors() == 0) {
+            if (findingsIn(joined(frame, tried), check).errors() == 0) {
                 elements[i] = own.first();
                 m_isDescribed[i] = true;
                 ++kept;
             }
         }
-        content(Waves) = putTogether(frame, elements);
+        content(Waves) = joined(frame, elements);
         findingsIn(content(Waves), check);
         // The manikin samples both waves at one rate.
         if (kept == 1) {
@@ -409,14 +410,14 @@ private:
             m_descriptions[1 - known].samplePeriod = m_descriptions[known].samplePeriod;
         }
         if (kept == 0)
-            tellGone(Waves);
+            reportGone(Waves);
         else
-            tellPart(Waves, QStringLiteral("%1 of 2 descriptions").arg(kept));
+            reportPart(Waves, QStringLiteral("%1 of 2 descriptions").arg(kept));
     }
 
-    void takeWave(MemberIndex index)
+    void salvageWave(MemberIndex index)
     {
-        if (takeWhole(index))
+        if (salvageComplete(index))
             return;
         ArchiveScan::Member &member = scanned(index);
         QBuffer samples(&member.content);
@@ -429,11 +430,12 @@ private:
         const int described =
             m_isDescribed[index - Compressions] ? description.length.value_or(0) : 0;
         if (kept == 0)
-            tellGone(index);
+            reportGone(index);
         else if (kept < described)
-            tellPart(index, QStringLiteral("the first %1 of %2 samples").arg(kept).arg(described));
+            reportPart(index,
+                       QStringLiteral("the first %1 of %2 samples").arg(kept).arg(described));
         else
-            tellPart(index, QStringLiteral("%1 samples").arg(kept));
+            reportPart(index, QStringLiteral("%1 samples").arg(kept));
     }
 
     // Makes the descriptions tell how many samples there are.
@@ -476,21 +478,21 @@ private:
         content(Waves) = text.toUtf8();
     }
 
-    void takeEvents()
+    void salvageEvents()
     {
         const qint64 coveredMs =
             qint64(content(Compressions).size() / bytesPerSample) * m_descriptions[0].samplePeriod;
         const auto check = [coveredMs](XmlMember &xml, MemberReport &report) {
             EventListCheck(xml, report, coveredMs).run();
         };
-        if (takeWhole(Events))
+        if (salvageComplete(Events))
             return;
         const QString infoType = QStringLiteral("CprSessionInfo");
         QStringList standing{infoType, QStringLiteral("CprSessionStatistics"),
                              QStringLiteral("CprSessionScore")};
         const QStringList once = standing;
-        const Elements empty = takeApart(emptyContent(Events), eventKind).elements;
-        takeElements(
+        const Elements empty = splitUp(emptyContent(Events), eventKind).elements;
+        salvageElements(
             Events, eventKind, QStringLiteral("events"),
             [&](const auto &type) {
                 return !once.contains(type) || standing.removeOne(type.toString());
@@ -507,14 +509,14 @@ private:
             });
     }
 
-    void takeGuidelines()
+    void salvageGuidelines()
     {
         const auto check = [](XmlMember &xml, MemberReport & /*report*/) {
             GuidelinesCheck(xml).run();
         };
-        if (takeWhole(Guidelines))
+        if (salvageComplete(Guidelines))
             return;
-        takeElements(
+        salvageElements(
             Guidelines, valueKind, QStringLiteral("values"),
             [](const auto & /*type*/) { return true; }, check,
             [](const Elements & /*elements*/) { return false; });

@@ -28,13 +28,13 @@ constexpr quint16 descriptorFlag = 1 << 3; // sizes and checksum stand behind th
 
 // What a file can make this program do, whatever it claims.
 constexpr int maxHeaders = 100'000;
-constexpr int maxPlacesOfMember = 8;
-constexpr int maxViewsOfPlace = 4;
+constexpr int maxLocations = 8;
+constexpr int maxPackings = 4;
 constexpr qint64 maxContent = CPRFileHandlerZip::maximalMemberSize; // bytes
 constexpr qint64 maxUnpacked = 4 * maxContent; // bytes, all attempts together
 
 // Where a member's content lies and how it is packed, by one header.
-struct View {
+struct Packing {
     quint16 flags = 0;
     int method = 0;
     quint32 checksum = 0;
@@ -51,13 +51,13 @@ struct Name {
 };
 
 // A place where a member stands, by its own header and by the directory.
-struct Place {
+struct Location {
     Name name;
-    QVector<View> views;
+    QVector<Packing> packings;
 };
 
 struct Unpacked {
-    enum End { Whole, WrongChecksum, NoChecksum, Cut, Broken, TooLong };
+    enum End { Complete, WrongChecksum, NoChecksum, Cut, Broken, TooLong };
 
     End end = Broken;
     QByteArray content;
@@ -72,31 +72,32 @@ public:
         Members result;
         if (!m_file.open(QIODevice::ReadOnly))
             return result;
-        findPlaces(advance);
+        findLocations(advance);
         for (const bool isExact : {true, false})
-            unpackPlaces(isExact, result);
+            unpackLocations(isExact, result);
         return result;
     }
 
 private:
     // Unpacks the members that are not whole yet. Of two with one name readers take the first.
-    void unpackPlaces(bool isExact, Members &result)
+    void unpackLocations(bool isExact, Members &result)
     {
         std::array<int, memberOrder.size()> tried{};
-        for (auto place = m_places.cbegin(); place != m_places.cend(); ++place) {
-            const Name name = place->second.name;
+        for (auto location = m_locations.cbegin(); location != m_locations.cend(); ++location) {
+            const Name name = location->second.name;
             Member &best = result[name.index];
-            if (name.isExact != isExact || best.isWhole || tried[name.index]++ == maxPlacesOfMember)
+            if (name.isExact != isExact || best.isComplete || tried[name.index]++ == maxLocations)
                 continue;
-            const auto next = std::next(place);
-            takeBetter(
-                best, unpack(place->second, next == m_places.cend() ? m_file.size() : next->first));
+            const auto next = std::next(location);
+            keepBetter(
+                best,
+                unpack(location->second, next == m_locations.cend() ? m_file.size() : next->first));
         }
     }
 
-    static void takeBetter(Member &best, Member &&member)
+    static void keepBetter(Member &best, Member &&member)
     {
-        if (!best.isFound || member.isWhole || member.content.size() > best.content.size())
+        if (!best.isFound || member.isComplete || member.content.size() > best.content.size())
             best = std::move(member);
     }
 
@@ -115,7 +116,7 @@ private:
         return std::nullopt;
     }
 
-    void findPlaces(const std::function<void(qint64, qint64)> &advance)
+    void findLocations(const std::function<void(qint64, qint64)> &advance)
     {
         constexpr int blockSize = 256 * 1024;
         int headers = 0;
@@ -145,7 +146,7 @@ private:
         const std::optional<Header> header = headerAt(m_file, position, Header::Local);
         const auto name = header ? memberOf(header->name) : std::nullopt;
         if (name)
-            add(position, *name, viewOf(*header, header->end));
+            add(position, *name, packingOf(*header, header->end));
     }
 
     void addFromDirectory(qint64 position)
@@ -161,40 +162,41 @@ private:
         // believed, and no more can the length of what follows it.
         const qint64 nameEnd = local->nameEnd - local->nameSize + header->nameSize;
         if (local->nameSize == header->nameSize)
-            add(header->localPosition, *name, viewOf(*header, local->end));
+            add(header->localPosition, *name, packingOf(*header, local->end));
         // Only the zip library's large archives have an extra field.
         if (local->nameSize != header->nameSize || local->extraSize != 0)
-            add(header->localPosition, *name, viewOf(*header, nameEnd));
+            add(header->localPosition, *name, packingOf(*header, nameEnd));
     }
 
-    static View viewOf(const Header &header, qint64 begin)
+    static Packing packingOf(const Header &header, qint64 begin)
     {
         return {header.flags, header.method, header.checksum, header.packedSize, begin};
     }
 
-    void add(qint64 position, Name name, const View &view)
+    void add(qint64 position, Name name, const Packing &packing)
     {
-        Place &place = m_places[position];
-        if (place.views.isEmpty() || name.isExact)
-            place.name = name;
-        if (place.views.size() < maxViewsOfPlace)
-            place.views.append(view);
+        Location &location = m_locations[position];
+        if (location.packings.isEmpty() || name.isExact)
+            location.name = name;
+        if (location.packings.size() < maxPackings)
+            location.packings.append(packing);
     }
 
-    // What the place gives: whole by one of its headers, or else by the first that gives anything.
-    Member unpack(const Place &place, qint64 next)
+    // What the location gives: whole by one of its headers, or else by the first that gives
+    // anything.
+    Member unpack(const Location &location, qint64 next)
     {
         Member best;
-        for (const View &view : place.views) {
-            Member member = describe(unpack(view, place, next));
+        for (const Packing &packing : location.packings) {
+            Member member = describe(unpack(packing, location, next));
             // What is encrypted unpacks to noise.
-            if (!member.isWhole && (view.flags & encryptedFlag) != 0) {
+            if (!member.isComplete && (packing.flags & encryptedFlag) != 0) {
                 member.content.clear();
                 member.damage = QStringLiteral("it is encrypted");
             }
-            if (!best.isFound || member.isWhole || best.content.isEmpty())
+            if (!best.isFound || member.isComplete || best.content.isEmpty())
                 best = std::move(member);
-            if (best.isWhole)
+            if (best.isComplete)
                 break;
         }
         return best;
@@ -204,12 +206,12 @@ private:
     {
         Member member;
         member.isFound = true;
-        member.isWhole = unpacked.end == Unpacked::Whole;
+        member.isComplete = unpacked.end == Unpacked::Complete;
         member.isCut = unpacked.end == Unpacked::Cut;
-        member.isCertain = member.isWhole || member.isCut;
+        member.isCertain = member.isComplete || member.isCut;
         member.content = std::move(unpacked.content);
         switch (unpacked.end) {
-        case Unpacked::Whole:
+        case Unpacked::Complete:
             break;
         case Unpacked::WrongChecksum:
             member.damage = QStringLiteral("its checksum is another");
@@ -230,21 +232,21 @@ private:
         return member;
     }
 
-    Unpacked unpack(const View &view, const Place &place, qint64 next)
+    Unpacked unpack(const Packing &packing, const Location &location, qint64 next)
     {
         const qint64 limit = qMin(maxContent, maxUnpacked - m_unpacked);
-        const qint64 end = view.hasSizes() ? view.begin + view.packedSize : next;
+        const qint64 end = packing.hasSizes() ? packing.begin + packing.packedSize : next;
         Unpacked result;
-        if (view.method == Z_DEFLATED)
-            result = inflated(view, end, limit);
-        else if (view.method == 0)
-            result = stored(view, end, limit);
+        if (packing.method == Z_DEFLATED)
+            result = inflated(packing, end, limit);
+        else if (packing.method == 0)
+            result = stored(packing, end, limit);
         m_unpacked += result.content.size();
         const auto sum = checksum(result.content);
-        const auto agrees = [sum](const View &each) { return each.checksum == sum; };
+        const auto agrees = [sum](const Packing &each) { return each.checksum == sum; };
         if ((result.end == Unpacked::WrongChecksum || result.end == Unpacked::NoChecksum)
-            && std::any_of(place.views.begin(), place.views.end(), agrees)) {
-            result.end = Unpacked::Whole;
+            && std::any_of(location.packings.begin(), location.packings.end(), agrees)) {
+            result.end = Unpacked::Complete;
         }
         return result;
     }
@@ -255,8 +257,8 @@ private:
                                             static_cast<z_size_t>(content.size())));
     }
 
-    // Unpacks from the view's begin; what is packed should end before \a end.
-    Unpacked inflated(const View &view, qint64 end, qint64 limit)
+    // Unpacks from the packing's begin; what is packed should end before \a end.
+    Unpacked inflated(const Packing &packing, qint64 end, qint64 limit)
     {
         Unpacked result;
         z_stream stream{};
@@ -265,7 +267,7 @@ private:
         constexpr int blockSize = 64 * 1024;
         QByteArray packed;
         QByteArray block(blockSize, Qt::Uninitialized);
-        qint64 position = view.begin;
+        qint64 position = packing.begin;
         int status = Z_OK;
         while (status == Z_OK && result.content.size() <= limit) {
             if (stream.avail_in == 0) {
@@ -287,11 +289,11 @@ private:
             result.content.truncate(static_cast<int>(limit));
             result.end = Unpacked::TooLong;
         } else if (status == Z_STREAM_END) {
-            result.end = (view.flags & descriptorFlag) == 0 || view.checksum != 0
+            result.end = (packing.flags & descriptorFlag) == 0 || packing.checksum != 0
                 ? Unpacked::WrongChecksum
                 : endByDescriptor(position, result.content);
         } else if (status == Z_BUF_ERROR && position == m_file.size()
-                   && (end > position || !view.hasSizes())) {
+                   && (end > position || !packing.hasSizes())) {
             result.end = Unpacked::Cut;
         }
         return result;
@@ -304,18 +306,19 @@ private:
         const int index = descriptor.startsWith(descriptorSignature) ? signatureSize : 0;
         if (descriptor.size() < index + signatureSize)
             return Unpacked::NoChecksum;
-        return number<quint32>(descriptor, index) == checksum(content) ? Unpacked::Whole
+        return number<quint32>(descriptor, index) == checksum(content) ? Unpacked::Complete
                                                                        : Unpacked::WrongChecksum;
     }
 
-    // A content that is not packed, from the view's begin to \a end.
-    Unpacked stored(const View &view, qint64 end, qint64 limit)
+    // A content that is not packed, from the packing's begin to \a end.
+    Unpacked stored(const Packing &packing, qint64 end, qint64 limit)
     {
         Unpacked result;
-        result.content = bytesAt(m_file, view.begin, qBound<qint64>(0, end - view.begin, limit));
-        if (end - view.begin > limit)
+        result.content =
+            bytesAt(m_file, packing.begin, qBound<qint64>(0, end - packing.begin, limit));
+        if (end - packing.begin > limit)
             result.end = Unpacked::TooLong;
-        else if (view.hasSizes())
+        else if (packing.hasSizes())
             result.end = end > m_file.size() ? Unpacked::Cut : Unpacked::WrongChecksum;
         else
             result.end = cutAtDescriptor(result.content, end);
@@ -334,13 +337,13 @@ private:
             }
             const auto expected = number<quint32>(content, i + signatureSize);
             content.truncate(i);
-            return checksum(content) == expected ? Unpacked::Whole : Unpacked::WrongChecksum;
+            return checksum(content) == expected ? Unpacked::Complete : Unpacked::WrongChecksum;
         }
         return end == m_file.size() ? Unpacked::Cut : Unpacked::Broken;
     }
 
     QFile m_file;
-    std::map<qint64, Place> m_places; // by the position of the member's header
+    std::map<qint64, Location> m_locations; // by the position of the member's header
     qint64 m_unpacked = 0;
 };
 

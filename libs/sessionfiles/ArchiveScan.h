@@ -19,7 +19,7 @@ namespace sessionfiles::ArchiveScan {
 /// What is left of one member.
 struct Member {
     bool isFound = false; ///< a header tells of it
-    bool isWhole = false; ///< it unpacks to its end, and its checksum agrees
+    bool isComplete = false; ///< it unpacks to its end, and its checksum agrees
     /// The content, or the beginning of it, is what was stored. False when a checksum is all that
     /// tells of damage, or unpacking fails somewhere: a flipped bit can have made what comes out
     /// wrong long before the place where that shows.

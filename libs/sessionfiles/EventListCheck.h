@@ -354,7 +354,7 @@ private:
         }
         if (kind == Kind::Enumeration)
             checkEnumeration(here, parameter, value->toInt());
-        takeTime(parameter, value->toInt());
+        noteTime(parameter, value->toInt());
     }
 
     template <typename Element> void checkUnits(Element here, E::ParameterType parameter)
@@ -384,7 +384,7 @@ private:
         }
     }
 
-    void takeTime(E::ParameterType parameter, int value)
+    void noteTime(E::ParameterType parameter, int value)
     {
         switch (parameter) {
         case E::endTime:

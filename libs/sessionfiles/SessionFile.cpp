@@ -34,7 +34,7 @@ public:
         QIODevice *device = m_handler.openFileForReading(name);
         LoadedMember member;
         member.name = name;
-        member.state = device ? LoadedMember::Whole : LoadedMember::Missing;
+        member.state = device ? LoadedMember::Complete : LoadedMember::Missing;
         m_members.append(member);
         return device ? new CountedDevice(device, m_advance) : nullptr;
     }
@@ -160,11 +160,11 @@ LoadResult loadMembers(CPRFileHandler &handler, CPRData &session, const Progress
     result.members = reporting.members();
     if (!isRead && !result.isCancelled) {
         for (LoadedMember &member : result.members) {
-            if (member.state == LoadedMember::Whole)
+            if (member.state == LoadedMember::Complete)
                 findDamage(handler, member);
         }
     }
-    result.isWhole = isRead && !result.isCancelled && result.missing().isEmpty();
+    result.isComplete = isRead && !result.isCancelled && result.missing().isEmpty();
     return result;
 }
 
@@ -207,7 +207,7 @@ LoadResult load(const QString &name, CPRData &session, const Progress &progress)
     if (!QFileInfo(name).isFile() || !zip.open(name, CPRFileHandlerZip::Read))
         return {};
     LoadResult result = loadMembers(zip, session, progress, progress ? unpackedSize(name) : 0);
-    result.isWhole &= zip.close();
+    result.isComplete &= zip.close();
     return result;
 }
 

@@ -23,13 +23,13 @@ using Progress = std::function<bool(qint64 done, qint64 total)>;
 struct LoadedMember {
     /// How much of it is in the session.
     enum State {
-        Whole, ///< all of it is in the session
+        Complete, ///< all of it is in the session
         Damaged, ///< only what stands before the damage is in the session, or nothing
         Missing ///< there is no such member
     };
 
     QString name; ///< without its folder, such as "CPREvents.xml"
-    State state = Whole; ///< how much of it is in the session
+    State state = Complete; ///< how much of it is in the session
     QString reason; ///< why it is damaged; empty in the other states
     qint64 bytesRead = 0; ///< how far it was read
 };
@@ -42,7 +42,7 @@ struct LoadResult {
     QStringList missing() const;
 
     bool isArchive = false; ///< the file could be opened as an archive
-    bool isWhole = false; ///< all five members are in the session to their ends
+    bool isComplete = false; ///< all five members are in the session to their ends
     bool isCancelled = false; ///< given up; the session is not to be used
     /// What was asked for, in the order in which it was read. Nothing is asked for behind a list of
     /// waves that is missing.
