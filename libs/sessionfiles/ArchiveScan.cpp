@@ -5,7 +5,7 @@
 
 #include "ZipHeader.h"
 
-#include <CPRFileHandlerZip.h>
+#include <private/Limits.h>
 
 #include <QFile>
 #include <QVector>
@@ -30,7 +30,7 @@ constexpr quint16 descriptorFlag = 1 << 3; // sizes and checksum stand behind th
 constexpr int maxHeaders = 100'000;
 constexpr int maxLocations = 8;
 constexpr int maxPackings = 4;
-constexpr qint64 maxContent = CPRFileHandlerZip::maximalMemberSize; // bytes
+constexpr qint64 maxContent = Limits::maxMemberBytes; // bytes
 constexpr qint64 maxUnpacked = 4 * maxContent; // bytes, all attempts together
 
 // Where a member's content lies and how it is packed, by one header.
