@@ -28,7 +28,6 @@ struct Row {
 // The rows by what they are about. Each yardstick stands where its row is measured.
 std::vector<Row> archiveRows();
 std::vector<Row> liveRows();
-std::vector<Row> queryRows();
 std::vector<Row> peerRows();
 std::vector<Row> pictureRows();
 

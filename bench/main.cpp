@@ -93,7 +93,7 @@ void printPageTail(Bench &bench)
 std::vector<Row> allRows()
 {
     std::vector<Row> rows;
-    for (const auto part : {archiveRows, liveRows, queryRows, peerRows, pictureRows}) {
+    for (const auto part : {archiveRows, liveRows, peerRows, pictureRows}) {
         const std::vector<Row> some = part();
         rows.insert(rows.end(), some.begin(), some.end());
     }
