@@ -5,6 +5,7 @@
 #include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/SessionFile.h"
 
+#include <QFile>
 #include <QTemporaryDir>
 
 using namespace sessionfiles;
@@ -55,6 +56,27 @@ private Q_SLOTS:
             load(golden, session, [&](qint64, qint64) { return ++calls < 3; });
         QVERIFY(result.isCancelled && !result.isComplete);
         QCOMPARE(calls, 3);
+    }
+
+    // What the archive's own damage is, is told in the words of who found it.
+    void damagedDataAreNamed()
+    {
+        QFile file(golden);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        QByteArray zip = file.readAll();
+        const QByteArray name = "CPR/CPREvents.xml";
+        const int at = zip.indexOf(name) + name.size() + 40;
+        zip[at] = char(zip.at(at) ^ 0x55);
+        QTemporaryDir dir;
+        QFile damaged(dir.filePath("damaged.zip"));
+        QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write(zip) == zip.size());
+        damaged.close();
+        CPRData session;
+        const LoadResult result = load(damaged.fileName(), session);
+        QVERIFY(!result.isComplete);
+        QCOMPARE(result.members[3].state, LoadedMember::Damaged);
+        QVERIFY2(result.members[3].reason.contains("zip error"),
+                 qPrintable(result.members[3].reason));
     }
 
     void membersAreReported_data()

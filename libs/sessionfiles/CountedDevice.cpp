@@ -18,10 +18,13 @@ qint64 CountedDevice::readData(char *data, qint64 maxSize)
     const qint64 size = qMin(maxSize, m_most - m_count);
     qint64 count = 0;
     qint64 latest = 0;
+    bool wasAtEnd = m_device->atEnd(); // where some devices give -1 as well
     // The XML reader takes a document to end where it gets only a few bytes at first.
-    while (count < size && (latest = m_device->read(data + count, size - count)) > 0)
+    while (count < size && (latest = m_device->read(data + count, size - count)) > 0) {
         count += latest;
-    if (latest < 0 && !m_device->atEnd()) {
+        wasAtEnd = m_device->atEnd();
+    }
+    if (latest < 0 && !wasAtEnd) {
         m_hasFailed = true;
         setErrorString(m_device->errorString());
     }
