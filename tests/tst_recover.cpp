@@ -119,7 +119,7 @@ class TestRecover : public QObject {
         m_session = sessionfiles::salvage(path("damaged.zip"));
         bool isAll = true;
         for (int i = 0; i < 5; ++i) {
-            const QString name = names.at(i);
+            const QString &name = names.at(i);
             const bool isSame = QString::fromLatin1(m_session.members[name]).remove(changes)
                 == QString::fromLatin1(m_whole.members[name]).remove(changes);
             const bool isWhole = m_session.report.contains("CPR/" + name + ": whole");
