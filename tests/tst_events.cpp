@@ -478,6 +478,50 @@ private Q_SLOTS:
         QCOMPARE(intOf(events->cprSessionInfo(), E::totalTime), 77);
     }
 
+    // What leaves the list is told at once, what changes in it once for a burst.
+    void removedAndChanged()
+    {
+        CPRData session;
+        CPRData other;
+        CPREvents *events = session.cprEvents();
+        Recorder recorder;
+        watchAll(recorder, events);
+        recorder.watch(events, &CPREvents::eventRemoved, "removed"_l1);
+        QVector<const E *> changed;
+        connect(events, &CPREvents::eventChanged, this,
+                [&changed](const E *event) { changed.append(event); });
+        auto *user = new CPREventUser(10, events, "a"_l1);
+        user->setMSecs(20); // not listed yet
+        auto *moved = new CPREventUser(30, events, "b"_l1);
+        auto *gone = new CPREventUser(40, events, "c"_l1);
+        for (E *event : {user, moved, gone})
+            events->addEvent(event, false);
+        settle();
+        recorder.take();
+        QVERIFY(changed.isEmpty());
+        for (int end : {50, 60}) {
+            for (E *event : {user, gone})
+                event->setEventEndTime(end);
+        }
+        user->setParameter(E::eventId, "d"_l1);
+        events->setCategoryThresholdBasic(33); // a standing event that is not listed
+        other.cprEvents()->addEvent(moved, false);
+        QCOMPARE(recorder.take(), "removed"_l1);
+        delete gone;
+        QCOMPARE(recorder.take(), "removed"_l1);
+        QVERIFY(changed.isEmpty());
+        settle();
+        QCOMPARE(changed, QVector<const E *>({user, events->cprSessionScore()}));
+        user->setEventEndTime(70); // emptied before it is told
+        events->reset();
+        QCOMPARE(recorder.take(), "other cleared"_l1);
+        changed.clear();
+        settle();
+        QVERIFY(!changed.contains(user));
+        delete events->cprSessionInfo(); // replaced, and listed, before anybody hears of it
+        QCOMPARE(recorder.take(), "changed removed other"_l1);
+    }
+
     // While the standing events are replaced, whoever listens finds the new ones.
     void replacedInsideSignals()
     {

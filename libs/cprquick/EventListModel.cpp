@@ -17,9 +17,9 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
     });
     connect(&m_watcher, &SessionWatcher::cleared, this, &EventListModel::follow);
     connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::takeAnnounced);
-    connect(&m_watcher, &SessionWatcher::childGone, this, &EventListModel::takeGone);
-    connect(&m_watcher, &SessionWatcher::pauseStretched, this, [this](CPREventBase *pause) {
-        const int row = rowOf(pause);
+    connect(&m_watcher, &SessionWatcher::eventRemoved, this, &EventListModel::forget);
+    connect(&m_watcher, &SessionWatcher::eventChanged, this, [this](CPREventBase *event) {
+        const int row = rowOf(event);
         announce(row, row);
     });
     connect(&m_watcher, &SessionWatcher::eventsChanged, this, [this] {
@@ -164,9 +164,9 @@ bool EventListModel::insertAnnounced(CPREventBase *event)
     return true;
 }
 
-void EventListModel::takeGone(QObject *gone)
+void EventListModel::forget(CPREventBase *gone)
 {
-    // What a reset() released has left the list, and the rows, long before it goes.
+    --m_listed;
     if (!m_shown.contains(gone))
         return;
     const auto row = std::find(m_rows.rbegin(), m_rows.rend(), gone);
@@ -174,7 +174,6 @@ void EventListModel::takeGone(QObject *gone)
     *row = nullptr;
     m_shown.remove(gone);
     remove(static_cast<int>(m_rows.rend() - row) - 1, 1);
-    --m_listed;
 }
 
 CPREventBase *EventListModel::eventAt(int row) const

@@ -97,7 +97,7 @@ private:
     void follow();
     void takeAnnounced(CPREventBase *event);
     bool insertAnnounced(CPREventBase *event);
-    void takeGone(QObject *gone);
+    void forget(CPREventBase *gone);
     void remove(int first, int count);
     void insert(int row, const QVector<CPREventBase *> &events);
     void announce(int first, int last);

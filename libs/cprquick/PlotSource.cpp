@@ -47,9 +47,8 @@ PlotSource::PlotSource(CPRData *session) : m_key(session)
     for (const auto change : {&SessionWatcher::cleared, &SessionWatcher::eventsChanged,
                               &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
         connect(&m_watcher, change, this, [this] { note(m_areEventsStale); });
-    connect(&m_watcher, &SessionWatcher::pauseStretched, this, [this] { note(m_areEventsStale); });
-    // An event that goes alone is not announced.
-    connect(&m_watcher, &SessionWatcher::childGone, this, [this] { note(m_areEventsStale); });
+    for (const auto change : {&SessionWatcher::eventRemoved, &SessionWatcher::eventChanged})
+        connect(&m_watcher, change, this, [this] { note(m_areEventsStale); });
 }
 
 PlotSource::~PlotSource()

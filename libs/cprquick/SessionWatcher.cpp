@@ -3,8 +3,6 @@
 
 #include "SessionWatcher.h"
 
-#include <QChildEvent>
-
 namespace {
 
 constexpr int whileRunningMs = 250;
@@ -18,6 +16,8 @@ SessionWatcher::SessionWatcher(QObject *parent) : QObject(parent)
     for (const auto change :
          {&SessionWatcher::sessionChanged, &SessionWatcher::cleared, &SessionWatcher::eventsChanged,
           &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
+        connect(this, change, this, [this] { settleSoon(0); });
+    for (const auto change : {&SessionWatcher::eventRemoved, &SessionWatcher::eventChanged})
         connect(this, change, this, [this] { settleSoon(0); });
     connect(this, &SessionWatcher::timeChanged, this, [this] { settleSoon(whileRunningMs); });
 }
@@ -38,9 +38,9 @@ void SessionWatcher::setSession(CPRData *session)
         });
         connect(session, &CPRData::learnersChanged, this, &SessionWatcher::summaryChanged);
 
-        // No signal tells that an event was deleted, but the list loses a child.
-        m_events->installEventFilter(this);
         connect(m_events, &CPREvents::eventsCleared, this, &SessionWatcher::cleared);
+        connect(m_events, &CPREvents::eventRemoved, this, &SessionWatcher::eventRemoved);
+        connect(m_events, &CPREvents::eventChanged, this, &SessionWatcher::eventChanged);
         connect(m_events, &CPREvents::eventsChanged, this, &SessionWatcher::eventsChanged);
         connect(m_events, &CPREvents::guidelinesChanged, this, &SessionWatcher::guidelinesChanged);
         connect(m_events, &CPREvents::compressionEvent, this, &SessionWatcher::eventAnnounced);
@@ -54,7 +54,7 @@ void SessionWatcher::setSession(CPRData *session)
             connect(m_events, change, this, &SessionWatcher::summaryChanged);
 
         // The event list is the last to hear of the time.
-        connect(m_events, &CPREvents::sessionTimeChanged, this, &SessionWatcher::takeTime);
+        connect(m_events, &CPREvents::sessionTimeChanged, this, &SessionWatcher::timeChanged);
         CPRCompressionData *depth = session->compressionData();
         connect(depth, &CPRCompressionData::relativeCompressionDepthChanged, this,
                 &SessionWatcher::waveChanged);
@@ -73,10 +73,8 @@ void SessionWatcher::setSession(CPRData *session)
 
 void SessionWatcher::release()
 {
-    if (m_events) {
-        m_events->removeEventFilter(this);
+    if (m_events)
         m_events->disconnect(this);
-    }
     if (m_session) {
         m_session->compressionData()->disconnect(this);
         m_session->ventilationData()->disconnect(this);
@@ -84,26 +82,6 @@ void SessionWatcher::release()
     }
     m_events.clear();
     m_session.clear();
-    m_pauseEnd = -1;
-}
-
-void SessionWatcher::takeTime(int msecs)
-{
-    Q_EMIT timeChanged(msecs);
-    CPREventBase *pause = events() ? events()->last(CPREventBase::TagInactivity) : nullptr;
-    const int end = pause ? pause->eventEndTime() : -1;
-    if (end == m_pauseEnd)
-        return;
-    m_pauseEnd = end;
-    if (pause)
-        Q_EMIT pauseStretched(pause);
-}
-
-bool SessionWatcher::eventFilter(QObject *watched, QEvent *event)
-{
-    if (event->type() == QEvent::ChildRemoved)
-        Q_EMIT childGone(static_cast<QChildEvent *>(event)->child());
-    return QObject::eventFilter(watched, event);
 }
 
 void SessionWatcher::settleSoon(int msecs)

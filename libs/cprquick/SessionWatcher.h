@@ -34,9 +34,10 @@ Q_SIGNALS:
     void cleared();
     /// An event was added, or an event that is listed was announced once more.
     void eventAnnounced(CPREventBase *event);
-    /// Something that belonged to the list, most likely an event, is being destroyed: \a gone must
-    /// be compared only.
-    void childGone(QObject *gone);
+    /// An event has left the list: \a gone must be compared only.
+    void eventRemoved(CPREventBase *gone);
+    /// Times or parameters of an event of the list are others; a pause that goes on, for instance.
+    void eventChanged(CPREventBase *event);
     /// Once for a burst of announced events.
     void eventsChanged();
     /// Learners, session info, statistics or scores are others.
@@ -44,27 +45,19 @@ Q_SIGNALS:
     void guidelinesChanged();
     /// Session time, ms. Comes with every packet of the waves.
     void timeChanged(int msecs);
-    /// The last pause goes on: its end is another. The session itself does not tell.
-    void pauseStretched(CPREventBase *pause);
     /// A depth, volume or rate has arrived.
     void waveChanged();
     /// Something has happened, and all that belonged to it is done. While a session runs it comes
-    /// some four times a second, because what the session stores into an event that is listed
-    /// already is not announced at all.
+    /// some four times a second, with the session time.
     void settled();
-
-protected:
-    bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
     void release();
-    void takeTime(int msecs);
     void settleSoon(int msecs);
 
     QPointer<CPRData> m_session;
     QPointer<CPREvents> m_events;
     QTimer m_settling;
-    int m_pauseEnd = -1; // of the last pause, ms
 };
 
 #endif

@@ -451,13 +451,25 @@ const char *CPREventBase::typeAsString() const
 
 void CPREventBase::setMSecs(int msecs)
 {
+    const bool isOther = msecs != m_msecs;
     m_msecs = msecs;
     setEventEndTime(msecs);
+    if (isOther)
+        noteChange();
 }
 
 void CPREventBase::setEventEndTime(int msecs)
 {
+    if (msecs == m_endTime)
+        return;
     m_endTime = msecs;
+    noteChange();
+}
+
+void CPREventBase::noteChange()
+{
+    if (m_listed || m_standing)
+        m_owner->noteChange(this);
 }
 
 QQmlPropertyMap *CPREventBase::params() const
@@ -514,6 +526,7 @@ void CPREventBase::setParameter(ParameterType type, const QVariant &value)
             m_stored = std::make_unique<std::vector<StoredParameter>>();
         m_stored->push_back({type, value});
     }
+    noteChange();
 }
 
 QVariant CPREventBase::parameterValue(ParameterType type, const QVariant &defaultValue) const

@@ -641,6 +641,7 @@ private:
         QVariant value;
     };
 
+    void noteChange();
     QVariant *storedValue(ParameterType type) const;
     int storedParameterCount() const;
     template <typename Take> void forEachParameter(Take take) const;

@@ -217,10 +217,13 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         return;
     qCDebug(lcEvents).noquote() << "Event" << QString(*event) << "doSignals" << doSignals;
     if (event->m_owner != this) {
-        if (event->m_listed)
-            event->m_owner->takeEvent(event);
+        CPREvents *const old = event->m_listed ? event->m_owner : nullptr;
+        if (old)
+            old->takeEvent(event);
         event->m_owner = this;
         event->setParent(this);
+        if (old)
+            Q_EMIT old->eventRemoved(event);
     }
     if (!std::exchange(event->m_listed, true)) {
         const bool isDebugEnabled = lcEvents().isDebugEnabled();
@@ -261,20 +264,41 @@ void CPREvents::takeEvent(CPREventBase *event)
 // The event is being destroyed.
 void CPREvents::forgetEvent(CPREventBase *event)
 {
-    if (event->m_listed)
+    const bool wasListed = event->m_listed;
+    if (wasListed)
         takeEvent(event);
     const bool isInfo = event == m_sessionInfo;
+    const bool wasStanding = isStanding(event);
     if (isInfo)
         m_sessionInfo = new CPREventSessionInfo(0, this);
     else if (event == m_sessionStatistics)
         m_sessionStatistics = new CPREventSessionStatistics(0, this);
     else if (event == m_sessionScore)
         m_sessionScore = new CPREventSessionScore(0, this);
-    else
-        return;
-    connectStandingEvents();
+    if (wasStanding)
+        connectStandingEvents();
+    if (wasListed)
+        Q_EMIT eventRemoved(event);
     if (isInfo)
         addEvent(m_sessionInfo, true);
+}
+
+void CPREvents::noteChange(CPREventBase *event)
+{
+    if (m_changed.isEmpty())
+        QTimer::singleShot(1, Qt::PreciseTimer, this, &CPREvents::announceChanges);
+    if (!m_changed.contains(event))
+        m_changed.append(event);
+}
+
+void CPREvents::announceChanges()
+{
+    // What is changed by those who hear of it is announced the next time.
+    const QVector<QPointer<CPREventBase>> changed = std::exchange(m_changed, {});
+    for (const QPointer<CPREventBase> &event : changed) {
+        if (event && (event->m_listed || event->m_standing))
+            Q_EMIT eventChanged(event);
+    }
 }
 
 void CPREvents::emitEvent(CPREventBase *event)

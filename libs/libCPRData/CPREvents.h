@@ -14,6 +14,8 @@
 
 #include <QHash>
 #include <QList>
+#include <QPointer>
+#include <QVector>
 
 #include <vector>
 
@@ -203,6 +205,13 @@ Q_SIGNALS:
     void compressionEvent(CPREventCompression *event);
     /// A new ventilation, already listed.
     void ventilationEvent(CPREventVentilation *event);
+    /// The event has left the list and the lists of its tags, most likely because it is being
+    /// destroyed: the pointer is good for comparing only. Not for what reset() and initialize()
+    /// take out, which eventsCleared() tells of.
+    void eventRemoved(CPREventBase *event);
+    /// Times or parameters of a listed or standing event are others, whoever has changed them (but
+    /// not by its params map); one for a burst of changes, 1 ms after the first of them.
+    void eventChanged(CPREventBase *event);
 
 public Q_SLOTS:
     /// @{
@@ -215,7 +224,7 @@ public Q_SLOTS:
 private:
     using EventList = QList<CPREventBase *>;
 
-    friend class CPREventBase; // an event says when it is deleted
+    friend class CPREventBase; // an event says when it is deleted or changed
 
     void connectSignals();
     void connectStandingEvents();
@@ -224,6 +233,8 @@ private:
     bool isStanding(const CPREventBase *event) const;
     void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
+    void noteChange(CPREventBase *event);
+    void announceChanges();
     const EventList *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;
     bool hasEnded() const;
@@ -238,6 +249,7 @@ private:
 
     EventList m_events;
     std::vector<EventList> m_eventsByTag; // by bit number
+    QVector<QPointer<CPREventBase>> m_changed; // and not announced yet
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;
