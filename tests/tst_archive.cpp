@@ -380,6 +380,26 @@ private Q_SLOTS:
         QCOMPARE(list.cprSessionScore()->msecs(), isStanding ? 8 : 0);
     }
 
+    // What a host takes out of the list while it is read is no pause that another one overlaps.
+    void emptiedWhileRead()
+    {
+        CPRData session;
+        CPREvents &list = *session.cprEvents();
+        bool isEmptied = false;
+        connect(&list, &CPREvents::inactivityCPREvent, this, [&] {
+            if (!isEmptied)
+                list.reset();
+            isEmptied = true;
+        });
+        const char *pause = "<evt type=\"CprInactivityCPR\" msecs=\"%1\">"
+                            "<param type=\"compInactivity\" value=\"5\"/></evt>";
+        QXmlStreamReader reader("<eventList>" + QString(pause).arg(1000) + QString(pause).arg(2000)
+                                + "</eventList>");
+        list.read(&reader);
+        QCOMPARE(list.count(E::TagInactivity), 1);
+        QCOMPARE(list.first(E::TagInactivity)->msecs(), 2000);
+    }
+
     void survivesCutMembers()
     {
         for (const QString &name : {names[0], names[1], names[4]}) {
