@@ -10,6 +10,7 @@
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -143,8 +144,8 @@ int CPREventSessionScore::computedOverallScore() const
     const int ventilations = intValue(ventOverallScore);
     // With an AED the time for its analyses is not the rescuer's hands-off time.
     if (!isScoredAsAED())
-        compressions = static_cast<int>(qBound<qint64>(
-            0, remaining(compFlowtimeScoreReduction) * compressions / fullScore, fullScore));
+        compressions = static_cast<int>(std::clamp<qint64>(
+            remaining(compFlowtimeScoreReduction) * compressions / fullScore, 0, fullScore));
 
     const auto protocol = events() ? mode() : CommonDefs::CPR_SINGLE_RESCUER;
     if (protocol == CommonDefs::CPR_COMPRESSION_ONLY)
