@@ -173,7 +173,7 @@ bool write(const QString &name, const Members &members)
 // How much there is of a session.
 QVector<int> sizesOf(const CPRData &session)
 {
-    return {session.cprEvents()->events().size(), session.compressionData()->count(),
+    return {int(session.cprEvents()->events().size()), session.compressionData()->count(),
             session.ventilationData()->count()};
 }
 
