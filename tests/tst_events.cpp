@@ -505,6 +505,7 @@ private Q_SLOTS:
         }
         user->setParameter(E::eventId, "d"_l1);
         events->setCategoryThresholdBasic(33); // a standing event that is not listed
+        moved->setEventEndTime(80); // told by the list that it goes to, if at all
         other.cprEvents()->addEvent(moved, false);
         QCOMPARE(recorder.take(), "removed"_l1);
         delete gone;

@@ -657,6 +657,7 @@ private:
     mutable QQmlPropertyMap *m_params = nullptr; // child of the event
     bool m_listed = false;
     bool m_standing = false; // one of the three that the list always has
+    bool m_isChangeNoted = false; // by the list, which has not announced it yet
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(CPREventBase::EventTags)

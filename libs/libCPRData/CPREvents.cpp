@@ -221,6 +221,7 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         if (old)
             old->takeEvent(event);
         event->m_owner = this;
+        event->m_isChangeNoted = false;
         event->setParent(this);
         if (old)
             Q_EMIT old->eventRemoved(event);
@@ -285,10 +286,11 @@ void CPREvents::forgetEvent(CPREventBase *event)
 
 void CPREvents::noteChange(CPREventBase *event)
 {
+    if (std::exchange(event->m_isChangeNoted, true))
+        return;
     if (m_changed.isEmpty())
         QTimer::singleShot(1, Qt::PreciseTimer, this, &CPREvents::announceChanges);
-    if (!m_changed.contains(event))
-        m_changed.append(event);
+    m_changed.append(event);
 }
 
 void CPREvents::announceChanges()
@@ -296,7 +298,10 @@ void CPREvents::announceChanges()
     // What is changed by those who hear of it is announced the next time.
     const QVector<QPointer<CPREventBase>> changed = std::exchange(m_changed, {});
     for (const QPointer<CPREventBase> &event : changed) {
-        if (event && (event->m_listed || event->m_standing))
+        if (!event || event->m_owner != this)
+            continue; // gone, or in another list by now
+        event->m_isChangeNoted = false;
+        if (event->m_listed || event->m_standing)
             Q_EMIT eventChanged(event);
     }
 }

@@ -3,6 +3,8 @@
 
 #include "CountedDevice.h"
 
+#include <private/DeviceReading.h>
+
 #include <utility>
 
 namespace sessionfiles {
@@ -15,21 +17,14 @@ CountedDevice::CountedDevice(QIODevice *device, Advance advance, qint64 most)
 
 qint64 CountedDevice::readData(char *data, qint64 maxSize)
 {
-    const qint64 size = qMin(maxSize, m_most - m_count);
-    qint64 count = 0;
-    qint64 latest = 0;
-    bool wasAtEnd = m_device->atEnd(); // where some devices give -1 as well
-    // The XML reader takes a document to end where it gets only a few bytes at first.
-    while (count < size && (latest = m_device->read(data + count, size - count)) > 0) {
-        count += latest;
-        wasAtEnd = m_device->atEnd();
-    }
-    if (latest < 0 && !wasAtEnd) {
+    bool hasFailed = false;
+    const qint64 count = readFully(*m_device, data, qMin(maxSize, m_most - m_count), hasFailed);
+    if (hasFailed) {
         m_hasFailed = true;
         setErrorString(m_device->errorString());
     }
     if (count == 0)
-        return latest;
+        return hasFailed ? -1 : 0;
     m_count += count;
     if (!m_advance(count)) {
         setErrorString(QStringLiteral("reading was given up"));

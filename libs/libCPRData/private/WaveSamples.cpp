@@ -3,6 +3,7 @@
 
 #include "private/WaveSamples.h"
 
+#include "private/DeviceReading.h"
 #include "private/Limits.h"
 
 #include <QByteArray>
@@ -86,13 +87,11 @@ QString WaveSamples::read(QIODevice *device)
     const qint64 expected = m_samples.size() + device->bytesAvailable() / bytesPerSample;
     m_samples.reserve(static_cast<int>(qMin<qint64>(expected, Limits::maxSamples)));
     QByteArray block(samplesPerBlock * bytesPerSample, Qt::Uninitialized);
-    int split = 0; // bytes of a sample that a read has split
-    // Some devices give -1 at their end as well.
-    bool wasAtEnd = device->atEnd();
-    qint64 taken = 0;
-    while ((taken = device->read(block.data() + split, block.size() - split)) > 0) {
-        const int bytes = split + static_cast<int>(taken);
-        const int samples = bytes / bytesPerSample;
+    bool hasFailed = false;
+    qint64 bytes = 0;
+    do {
+        bytes = readFully(*device, block.data(), block.size(), hasFailed);
+        const int samples = static_cast<int>(bytes) / bytesPerSample;
         const int begin = m_samples.size();
         m_samples.resize(begin + qMin(samples, Limits::maxSamples - begin));
         const char *from = block.constData();
@@ -102,9 +101,6 @@ QString WaveSamples::read(QIODevice *device)
         });
         if (m_samples.size() < begin + samples) // said by the result, not by a warning of its own
             return QStringLiteral("more than %1 samples").arg(Limits::maxSamples);
-        split = bytes % bytesPerSample;
-        std::copy_n(from, split, block.data());
-        wasAtEnd = device->atEnd();
-    }
-    return taken < 0 && !wasAtEnd ? device->errorString() : QString();
+    } while (bytes == block.size());
+    return hasFailed ? device->errorString() : QString();
 }

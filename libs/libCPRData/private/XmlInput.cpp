@@ -3,6 +3,7 @@
 
 #include "private/XmlInput.h"
 
+#include "private/DeviceReading.h"
 #include "private/Limits.h"
 
 #include <algorithm>
@@ -31,18 +32,12 @@ qint64 XmlInput::readData(char *data, qint64 maxSize)
 {
     if (!m_damage.isEmpty())
         return -1;
-    // The XML reader takes a document to end where it gets only a few bytes at first.
-    qint64 size = 0;
-    qint64 taken = 0;
-    bool wasAtEnd = m_member->atEnd(); // where some devices give -1 as well
-    while (size < maxSize && (taken = m_member->read(data + size, maxSize - size)) > 0) {
-        size += taken;
-        wasAtEnd = m_member->atEnd();
-    }
-    if (taken < 0 && !wasAtEnd)
+    bool hasFailed = false;
+    const qint64 size = readFully(*m_member, data, maxSize, hasFailed);
+    if (hasFailed)
         m_damage = m_member->errorString();
     if (size == 0)
-        return taken;
+        return hasFailed ? -1 : 0;
     m_total += size;
     if (m_total > maxMemberBytes)
         m_damage = QStringLiteral("more than %1 bytes").arg(maxMemberBytes);
