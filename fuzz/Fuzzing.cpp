@@ -8,6 +8,7 @@
 #include <QCoreApplication>
 #include <QHash>
 #include <QLoggingCategory>
+#include <QSet>
 #include <QTimer>
 #include <QTimerEvent>
 #include <QXmlStreamWriter>
@@ -15,6 +16,7 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <memory>
 
 using E = CPREventBase;
 
@@ -97,7 +99,20 @@ void requireWhole(const CPREvents &events)
 
 void requireOrder(CPREvents &events)
 {
-    const auto check = [&events](const CPREventBase *event) {
+    // A listed event that is added again is announced again, and keeps its place.
+    const auto placed = std::make_shared<QSet<const CPREventBase *>>();
+    const auto takeListed = [&events, placed] {
+        const auto &list = events.events();
+        *placed = QSet<const CPREventBase *>(list.cbegin(), list.cend());
+    };
+    takeListed();
+    QObject::connect(&events, &CPREvents::eventsCleared, &events, takeListed);
+    QObject::connect(&events, &CPREvents::eventRemoved, &events,
+                     [placed](const CPREventBase *event) { placed->remove(event); });
+    const auto check = [&events, placed](const CPREventBase *event) {
+        if (placed->contains(event))
+            return;
+        placed->insert(event);
         // When statistics and score arrive they can trim pauses that stood behind them.
         if (isSummary(event) && event->type() != E::CprSessionInfo)
             return;
