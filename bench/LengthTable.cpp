@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Heap.h"
-#include "ManikinLogPlayer.h"
 #include "Row.h"
-#include "Scenario.h"
-#include "Simulator.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/Simulator.h"
 
 #include <QFileInfo>
 #include <QStringList>

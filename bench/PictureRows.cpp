@@ -3,8 +3,8 @@
 
 #include "Row.h"
 
-#include <PlotModel.h>
-#include <ReviewPicture.h>
+#include <sessionplot/PlotModel.h>
+#include <sessionplot/ReviewPicture.h>
 
 #include <QImage>
 #include <QPainter>

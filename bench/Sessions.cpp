@@ -3,10 +3,10 @@
 
 #include "Sessions.h"
 
-#include "ManikinLogPlayer.h"
 #include "Measure.h"
-#include "Scenario.h"
-#include "Simulator.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/Simulator.h"
 
 #include <CPRFileHandlerZip.h>
 

@@ -4,7 +4,7 @@
 #ifndef BENCH_SESSIONS_H
 #define BENCH_SESSIONS_H
 
-#include "ManikinLogRecord.h"
+#include "manikinlog/ManikinLogRecord.h"
 
 #include <CPRData.h>
 

@@ -7,9 +7,9 @@
 #include "Measure.h"
 #include "Sessions.h"
 
-#include <ManikinLogWriter.h>
 #include <Viewer.h>
 #include <ViewerTypes.h>
+#include <manikinlog/ManikinLogWriter.h>
 
 #include <QApplication>
 #include <QElapsedTimer>

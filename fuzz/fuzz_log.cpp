@@ -5,9 +5,9 @@
 
 #include "CPRData.h"
 #include "Fuzzing.h"
-#include "ManikinLogPlayer.h"
-#include "ManikinLogReader.h"
-#include "ManikinLogWriter.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinlog/ManikinLogReader.h"
+#include "manikinlog/ManikinLogWriter.h"
 
 #include <QBuffer>
 

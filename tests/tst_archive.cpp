@@ -4,9 +4,9 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandlerZip.h"
 #include "CPRWaveformInfo.h"
-#include "ManikinLogPlayer.h"
-#include "ManikinLogReader.h"
 #include "TestSupport.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinlog/ManikinLogReader.h"
 
 #include <QBuffer>
 #include <QDir>

@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "CPRWaveformInfo.h"
-#include "ManikinLogPlayer.h"
-#include "ManikinLogReader.h"
-#include "ManikinLogWriter.h"
 #include "TestSupport.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinlog/ManikinLogReader.h"
+#include "manikinlog/ManikinLogWriter.h"
 
 #include <QBuffer>
 #include <QFile>

@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "EventListModel.h"
-#include "HistogramItem.h"
-#include "HistogramModel.h"
-#include "LiveFigures.h"
-#include "ParameterModel.h"
-#include "ParameterText.h"
-#include "SessionSummary.h"
 #include "TestSupport.h"
-#include "TimelineItem.h"
-#include "WaveItem.h"
+#include "cprquick/EventListModel.h"
+#include "cprquick/HistogramItem.h"
+#include "cprquick/HistogramModel.h"
+#include "cprquick/LiveFigures.h"
+#include "cprquick/ParameterModel.h"
+#include "cprquick/ParameterText.h"
+#include "cprquick/SessionSummary.h"
+#include "cprquick/TimelineItem.h"
+#include "cprquick/WaveItem.h"
 
 #include <CPRFileHandlerZip.h>
 

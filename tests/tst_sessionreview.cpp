@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ManikinLogPlayer.h"
-#include "ManikinLogReader.h"
-#include "Simulator.h"
 #include "TestSupport.h"
-#include "Truth.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinlog/ManikinLogReader.h"
+#include "manikinsim/Simulator.h"
+#include "manikinsim/Truth.h"
 
 #include "sessionreview/LatestEvents.h"
 #include "sessionreview/SessionReview.h"

@@ -7,11 +7,11 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREventVentilation.h"
 #include "CPRFileHandlerZip.h"
-#include "ManikinLogPlayer.h"
-#include "ManikinLogWriter.h"
-#include "Scenario.h"
-#include "Simulator.h"
 #include "TestSupport.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "manikinlog/ManikinLogWriter.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/Simulator.h"
 
 #include <QBuffer>
 #include <QMetaEnum>

@@ -5,7 +5,7 @@
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
-#include <PictureFile.h>
+#include <sessionplot/PictureFile.h>
 
 #include <QFileInfo>
 #include <QSize>

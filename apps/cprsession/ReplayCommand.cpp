@@ -7,9 +7,9 @@
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
-#include <ManikinLogPlayer.h>
-#include <ManikinLogReader.h>
-#include <SessionJournal.h>
+#include <manikinlog/ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogReader.h>
+#include <manikinlog/SessionJournal.h>
 
 #include <QElapsedTimer>
 #include <QFile>

@@ -6,10 +6,10 @@
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
-#include <ManikinLogPlayer.h>
-#include <ManikinLogWriter.h>
-#include <Scenario.h>
-#include <Simulator.h>
+#include <manikinlog/ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogWriter.h>
+#include <manikinsim/Scenario.h>
+#include <manikinsim/Simulator.h>
 
 #include <QFileInfo>
 #include <QSaveFile>

@@ -3,7 +3,7 @@
 
 #include "CommandLine.h"
 
-#include <Scenario.h>
+#include <manikinsim/Scenario.h>
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>

@@ -6,7 +6,7 @@
 
 #include "RecordSource.h"
 
-#include <ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogPlayer.h>
 
 #include <QElapsedTimer>
 #include <QObject>

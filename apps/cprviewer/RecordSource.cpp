@@ -3,7 +3,7 @@
 
 #include "RecordSource.h"
 
-#include <Simulator.h>
+#include <manikinsim/Simulator.h>
 
 #include <QCoreApplication>
 #include <QFile>

@@ -4,8 +4,8 @@
 #ifndef CPRVIEWER_RECORDSOURCE_H
 #define CPRVIEWER_RECORDSOURCE_H
 
-#include <ManikinLogReader.h>
-#include <ManikinLogRecord.h>
+#include <manikinlog/ManikinLogReader.h>
+#include <manikinlog/ManikinLogRecord.h>
 
 #include <QString>
 

@@ -3,7 +3,7 @@
 
 #include "ScenarioNames.h"
 
-#include <Scenario.h>
+#include <manikinsim/Scenario.h>
 
 #include <QCoreApplication>
 

@@ -7,7 +7,7 @@
 #include "sessionfiles/TableWriter.h"
 
 #include <CPRData.h>
-#include <PictureFile.h>
+#include <sessionplot/PictureFile.h>
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -6,7 +6,7 @@
 #include "RecordSource.h"
 #include "sessionfiles/SessionFile.h"
 
-#include <ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogPlayer.h>
 
 #include <QCoreApplication>
 #include <QFile>

@@ -3,7 +3,7 @@
 
 #include "UnsavedSessions.h"
 
-#include <SessionJournal.h>
+#include <manikinlog/SessionJournal.h>
 
 #include <QCoreApplication>
 #include <QDateTime>

@@ -9,7 +9,7 @@
 
 #include "sessionreview/Figures.h"
 
-#include <Scenario.h>
+#include <manikinsim/Scenario.h>
 
 #include <QDir>
 #include <QFileInfo>

@@ -11,7 +11,7 @@
 #include "UnsavedSessions.h"
 
 #include <CPRData.h>
-#include <SessionJournal.h>
+#include <manikinlog/SessionJournal.h>
 
 #include <QDateTime>
 #include <QSettings>

@@ -3,7 +3,7 @@
 
 #include "ViewerTypes.h"
 
-#include <QuickTypes.h>
+#include <cprquick/QuickTypes.h>
 
 #include <QQuickStyle>
 

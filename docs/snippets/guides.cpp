@@ -6,9 +6,9 @@
 #include <CPRData.h>
 #include <CPREventSessionScore.h>
 #include <CPRFileHandlerZip.h>
-#include <ManikinLogPlayer.h>
-#include <SessionJournal.h>
 #include <chestboard/RMessage.h>
+#include <manikinlog/ManikinLogPlayer.h>
+#include <manikinlog/SessionJournal.h>
 #include <sessionfiles/SessionFile.h>
 #include <sessionreview/SessionReview.h>
 #include <sessionreview/Words.h>

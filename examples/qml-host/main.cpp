@@ -5,8 +5,8 @@
 
 #include <CPRData.h>
 #include <CPRDataQml.h>
-#include <ManikinLogPlayer.h>
-#include <ManikinLogReader.h>
+#include <manikinlog/ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogReader.h>
 
 #include <QElapsedTimer>
 #include <QFile>

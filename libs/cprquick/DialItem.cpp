@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "DialItem.h"
+#include "cprquick/DialItem.h"
 
-#include <Style.h>
+#include <sessionplot/Style.h>
 
 #include <QPainter>
 #include <QtMath>

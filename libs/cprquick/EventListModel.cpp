@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "EventListModel.h"
+#include "cprquick/EventListModel.h"
 
-#include "EventText.h"
+#include "cprquick/EventText.h"
 
 #include <QQmlEngine>
 

@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_EVENTLISTMODEL_H
 #define CPRQUICK_EVENTLISTMODEL_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 #include "sessionreview/Targets.h"
 

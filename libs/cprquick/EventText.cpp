@@ -1,16 +1,16 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "EventText.h"
+#include "cprquick/EventText.h"
 
-#include "ParameterText.h"
+#include "cprquick/ParameterText.h"
 
 #include "sessionreview/Figures.h"
 #include "sessionreview/Words.h"
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
-#include <Scales.h>
+#include <sessionplot/Scales.h>
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "GuidelineModel.h"
+#include "cprquick/GuidelineModel.h"
 
 #include <QCoreApplication>
 #include <QLocale>

@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_GUIDELINEMODEL_H
 #define CPRQUICK_GUIDELINEMODEL_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 #include <QAbstractListModel>
 #include <QVector>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "HistogramItem.h"
+#include "cprquick/HistogramItem.h"
 
-#include <Style.h>
+#include <sessionplot/Style.h>
 
 #include <QFontInfo>
 #include <QGuiApplication>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "HistogramModel.h"
+#include "cprquick/HistogramModel.h"
 
 #include "sessionreview/Figures.h"
 

@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_HISTOGRAMMODEL_H
 #define CPRQUICK_HISTOGRAMMODEL_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 #include <QAbstractListModel>
 #include <QtQml/qqml.h>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "LiveFigures.h"
+#include "cprquick/LiveFigures.h"
 
 #include "sessionreview/Words.h"
 
-#include <Scales.h>
+#include <sessionplot/Scales.h>
 
 #include <cmath>
 

@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_LIVEFIGURES_H
 #define CPRQUICK_LIVEFIGURES_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 #include "sessionreview/LatestEvents.h"
 

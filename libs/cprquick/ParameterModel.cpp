@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ParameterModel.h"
+#include "cprquick/ParameterModel.h"
 
-#include "ParameterText.h"
+#include "cprquick/ParameterText.h"
 
 #include "sessionreview/Figures.h"
 

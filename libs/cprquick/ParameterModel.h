@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_PARAMETERMODEL_H
 #define CPRQUICK_PARAMETERMODEL_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 #include <QAbstractListModel>
 #include <QVector>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ParameterText.h"
+#include "cprquick/ParameterText.h"
 
 #include "sessionreview/Targets.h"
 #include "sessionreview/Words.h"
 
-#include <Scales.h>
+#include <sessionplot/Scales.h>
 
 #include <QCoreApplication>
 #include <QDateTime>

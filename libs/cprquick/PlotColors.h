@@ -6,7 +6,7 @@
 
 #include "cprquick_export.h"
 
-#include <Style.h>
+#include <sessionplot/Style.h>
 
 #include <QObject>
 #include <QtQml/qqml.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "PlotItem.h"
+#include "cprquick/PlotItem.h"
 
-#include "PlotSource.h"
+#include "cprquick/PlotSource.h"
 
 #include <QFontInfo>
 #include <QGuiApplication>

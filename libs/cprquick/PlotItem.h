@@ -7,8 +7,8 @@
 #include "cprquick_export.h"
 
 #include <CPRData.h>
-#include <Scales.h>
-#include <Style.h>
+#include <sessionplot/Scales.h>
+#include <sessionplot/Style.h>
 
 #include <QQuickPaintedItem>
 #include <QtQml/qqml.h>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "PlotSource.h"
+#include "cprquick/PlotSource.h"
 
 #include <QHash>
 

@@ -4,9 +4,9 @@
 #ifndef CPRQUICK_PLOTSOURCE_H
 #define CPRQUICK_PLOTSOURCE_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
-#include <PlotModel.h>
+#include <sessionplot/PlotModel.h>
 
 #include <memory>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "QuickTypes.h"
+#include "cprquick/QuickTypes.h"
 
 #include <QtGlobal>
 

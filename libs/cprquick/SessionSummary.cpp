@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionSummary.h"
+#include "cprquick/SessionSummary.h"
 
 #include "sessionreview/Words.h"
 

@@ -4,7 +4,7 @@
 #ifndef CPRQUICK_SESSIONSUMMARY_H
 #define CPRQUICK_SESSIONSUMMARY_H
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 #include "sessionreview/Figures.h"
 

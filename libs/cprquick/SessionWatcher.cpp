@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionWatcher.h"
+#include "cprquick/SessionWatcher.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionWords.h"
+#include "cprquick/SessionWords.h"
 
-#include "ParameterText.h"
+#include "cprquick/ParameterText.h"
 
 #include "sessionreview/Words.h"
 
-#include <Scales.h>
+#include <sessionplot/Scales.h>
 
 namespace {
 

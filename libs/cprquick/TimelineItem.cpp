@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TimelineItem.h"
+#include "cprquick/TimelineItem.h"
 
-#include "PlotSource.h"
+#include "cprquick/PlotSource.h"
 
 using sessionplot::ReviewPicture;
 

@@ -4,9 +4,9 @@
 #ifndef CPRQUICK_TIMELINEITEM_H
 #define CPRQUICK_TIMELINEITEM_H
 
-#include "PlotItem.h"
+#include "cprquick/PlotItem.h"
 
-#include <ReviewPicture.h>
+#include <sessionplot/ReviewPicture.h>
 
 /// The review picture of a session, or some of its parts: everything that happened, in lanes over
 /// one time axis.

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "WaveItem.h"
+#include "cprquick/WaveItem.h"
 
-#include "PlotSource.h"
+#include "cprquick/PlotSource.h"
 
-#include <Lanes.h>
+#include <sessionplot/Lanes.h>
 
 #include <QPainter>
 

@@ -4,9 +4,9 @@
 #ifndef CPRQUICK_WAVEITEM_H
 #define CPRQUICK_WAVEITEM_H
 
-#include "PlotItem.h"
+#include "cprquick/PlotItem.h"
 
-#include <WavePainter.h>
+#include <sessionplot/WavePainter.h>
 
 /// One lane over time: the depth curve, the ventilations with their volume curve, or the
 /// compression rate, each with the target band of the session's guidelines.

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ManikinLogPlayer.h"
+#include "manikinlog/ManikinLogPlayer.h"
 
-#include "ManikinLogReader.h"
-#include "SessionJournal.h"
+#include "manikinlog/ManikinLogReader.h"
+#include "manikinlog/SessionJournal.h"
 
 #include <chestboard/CommonDefs.h>
 #include <chestboard/RMessage.h>

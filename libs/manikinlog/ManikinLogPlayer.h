@@ -4,7 +4,7 @@
 #ifndef MANIKINLOG_MANIKINLOGPLAYER_H
 #define MANIKINLOG_MANIKINLOGPLAYER_H
 
-#include "ManikinLogRecord.h"
+#include "manikinlog/ManikinLogRecord.h"
 
 #include <QtGlobal>
 

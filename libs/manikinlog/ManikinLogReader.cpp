@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ManikinLogReader.h"
+#include "manikinlog/ManikinLogReader.h"
 
 #include <QIODevice>
 #include <QMetaEnum>

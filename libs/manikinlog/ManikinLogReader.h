@@ -4,7 +4,7 @@
 #ifndef MANIKINLOG_MANIKINLOGREADER_H
 #define MANIKINLOG_MANIKINLOGREADER_H
 
-#include "ManikinLogRecord.h"
+#include "manikinlog/ManikinLogRecord.h"
 
 #include <QByteArray>
 #include <QString>

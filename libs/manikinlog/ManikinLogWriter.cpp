@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ManikinLogWriter.h"
+#include "manikinlog/ManikinLogWriter.h"
 
-#include "ManikinLogReader.h"
+#include "manikinlog/ManikinLogReader.h"
 
 #include <QIODevice>
 #include <QMetaEnum>

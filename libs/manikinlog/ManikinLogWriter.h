@@ -4,7 +4,7 @@
 #ifndef MANIKINLOG_MANIKINLOGWRITER_H
 #define MANIKINLOG_MANIKINLOGWRITER_H
 
-#include "ManikinLogRecord.h"
+#include "manikinlog/ManikinLogRecord.h"
 
 #include <QByteArray>
 #include <QString>

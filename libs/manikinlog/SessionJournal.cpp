@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionJournal.h"
+#include "manikinlog/SessionJournal.h"
 
-#include "ManikinLogReader.h"
+#include "manikinlog/ManikinLogReader.h"
 
 #include <QFileInfo>
 

@@ -4,8 +4,8 @@
 #ifndef MANIKINLOG_SESSIONJOURNAL_H
 #define MANIKINLOG_SESSIONJOURNAL_H
 
-#include "ManikinLogRecord.h"
-#include "ManikinLogWriter.h"
+#include "manikinlog/ManikinLogRecord.h"
+#include "manikinlog/ManikinLogWriter.h"
 
 #include <QBuffer>
 #include <QElapsedTimer>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "GuidelineSets.h"
+#include "manikinsim/GuidelineSets.h"
 
 namespace manikinsim {
 

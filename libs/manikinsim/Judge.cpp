@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Judge.h"
+#include "manikinsim/Judge.h"
 
 #include "CPREventCompression.h"
-#include "Rescuer.h"
+#include "manikinsim/Rescuer.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "KeptWave.h"
+#include "manikinsim/KeptWave.h"
 
 #include <algorithm>
 #include <array>

@@ -4,7 +4,7 @@
 #ifndef MANIKINSIM_KEPTWAVE_H
 #define MANIKINSIM_KEPTWAVE_H
 
-#include "Truth.h"
+#include "manikinsim/Truth.h"
 
 #include <vector>
 

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Link.h"
+#include "manikinsim/Link.h"
 
-#include "Manikin.h"
+#include "manikinsim/Manikin.h"
 
 #include <chestboard/CommunicationIDs.h>
 

@@ -4,9 +4,9 @@
 #ifndef MANIKINSIM_LINK_H
 #define MANIKINSIM_LINK_H
 
-#include "Random.h"
-#include "Scenario.h"
-#include "SentMessage.h"
+#include "manikinsim/Random.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/SentMessage.h"
 
 #include <optional>
 #include <variant>

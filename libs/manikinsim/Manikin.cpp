@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Manikin.h"
+#include "manikinsim/Manikin.h"
 
 #include "CPREventCompression.h"
-#include "MessageContents.h"
+#include "manikinsim/MessageContents.h"
 
 #include <chestboard/CommunicationIDs.h>
 

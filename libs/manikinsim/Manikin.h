@@ -4,11 +4,11 @@
 #ifndef MANIKINSIM_MANIKIN_H
 #define MANIKINSIM_MANIKIN_H
 
-#include "Judge.h"
-#include "Random.h"
-#include "Rescuer.h"
-#include "Scenario.h"
-#include "SentMessage.h"
+#include "manikinsim/Judge.h"
+#include "manikinsim/Random.h"
+#include "manikinsim/Rescuer.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/SentMessage.h"
 
 #include <deque>
 #include <vector>

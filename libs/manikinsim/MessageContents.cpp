@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "MessageContents.h"
+#include "manikinsim/MessageContents.h"
 
 #include <QtEndian>
 

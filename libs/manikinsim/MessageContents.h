@@ -4,8 +4,8 @@
 #ifndef MANIKINSIM_MESSAGECONTENTS_H
 #define MANIKINSIM_MESSAGECONTENTS_H
 
-#include "Scenario.h"
-#include "Truth.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/Truth.h"
 
 #include <QByteArray>
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Random.h"
+#include "manikinsim/Random.h"
 
 namespace manikinsim {
 

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ReceivedSession.h"
+#include "manikinsim/ReceivedSession.h"
 
-#include "Judge.h"
-#include "Manikin.h"
-#include "MessageContents.h"
+#include "manikinsim/Judge.h"
+#include "manikinsim/Manikin.h"
+#include "manikinsim/MessageContents.h"
 
 #include <algorithm>
 

@@ -4,10 +4,10 @@
 #ifndef MANIKINSIM_RECEIVEDSESSION_H
 #define MANIKINSIM_RECEIVEDSESSION_H
 
-#include "KeptWave.h"
-#include "Scenario.h"
-#include "SentMessage.h"
-#include "Truth.h"
+#include "manikinsim/KeptWave.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/SentMessage.h"
+#include "manikinsim/Truth.h"
 
 namespace manikinsim {
 

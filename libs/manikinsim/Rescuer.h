@@ -4,8 +4,8 @@
 #ifndef MANIKINSIM_RESCUER_H
 #define MANIKINSIM_RESCUER_H
 
-#include "Random.h"
-#include "Scenario.h"
+#include "manikinsim/Random.h"
+#include "manikinsim/Scenario.h"
 
 #include <deque>
 

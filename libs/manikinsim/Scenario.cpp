@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Scenario.h"
+#include "manikinsim/Scenario.h"
 
-#include "MessageContents.h"
+#include "manikinsim/MessageContents.h"
 
 #include <algorithm>
 

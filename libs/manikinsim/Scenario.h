@@ -5,7 +5,7 @@
 #define MANIKINSIM_SCENARIO_H
 
 #include "CPREventBase.h"
-#include "GuidelineSets.h"
+#include "manikinsim/GuidelineSets.h"
 
 #include <chestboard/CommonDefs.h>
 

@@ -4,7 +4,7 @@
 #ifndef MANIKINSIM_SENTMESSAGE_H
 #define MANIKINSIM_SENTMESSAGE_H
 
-#include "Truth.h"
+#include "manikinsim/Truth.h"
 
 #include <QByteArray>
 

@@ -1,15 +1,15 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Simulator.h"
+#include "manikinsim/Simulator.h"
 
-#include "Judge.h"
-#include "Link.h"
-#include "Manikin.h"
-#include "ManikinLogWriter.h"
-#include "MessageContents.h"
-#include "ReceivedSession.h"
-#include "Rescuer.h"
+#include "manikinlog/ManikinLogWriter.h"
+#include "manikinsim/Judge.h"
+#include "manikinsim/Link.h"
+#include "manikinsim/Manikin.h"
+#include "manikinsim/MessageContents.h"
+#include "manikinsim/ReceivedSession.h"
+#include "manikinsim/Rescuer.h"
 
 #include <chestboard/CommunicationIDs.h>
 

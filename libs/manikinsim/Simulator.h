@@ -4,9 +4,9 @@
 #ifndef MANIKINSIM_SIMULATOR_H
 #define MANIKINSIM_SIMULATOR_H
 
-#include "ManikinLogRecord.h"
-#include "Scenario.h"
-#include "Truth.h"
+#include "manikinlog/ManikinLogRecord.h"
+#include "manikinsim/Scenario.h"
+#include "manikinsim/Truth.h"
 
 #include <memory>
 

@@ -3,12 +3,12 @@
 
 #include "sessionfiles/ArchiveCheck.h"
 
-#include "ArchiveMember.h"
-#include "EventListCheck.h"
-#include "GuidelinesCheck.h"
-#include "WavesCheck.h"
-#include "ZipHeader.h"
+#include "sessionfiles/ArchiveMember.h"
+#include "sessionfiles/EventListCheck.h"
+#include "sessionfiles/GuidelinesCheck.h"
 #include "sessionfiles/SessionFile.h"
+#include "sessionfiles/WavesCheck.h"
+#include "sessionfiles/ZipHeader.h"
 
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>

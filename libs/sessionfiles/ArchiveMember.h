@@ -4,8 +4,8 @@
 #ifndef SESSIONFILES_ARCHIVEMEMBER_H
 #define SESSIONFILES_ARCHIVEMEMBER_H
 
-#include "CountedDevice.h"
 #include "sessionfiles/ArchiveCheck.h"
+#include "sessionfiles/CountedDevice.h"
 
 #include <QXmlStreamReader>
 

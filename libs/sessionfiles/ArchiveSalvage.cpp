@@ -3,11 +3,11 @@
 
 #include "sessionfiles/ArchiveSalvage.h"
 
-#include "ArchiveScan.h"
-#include "EventListCheck.h"
-#include "GuidelinesCheck.h"
-#include "WavesCheck.h"
+#include "sessionfiles/ArchiveScan.h"
+#include "sessionfiles/EventListCheck.h"
+#include "sessionfiles/GuidelinesCheck.h"
 #include "sessionfiles/SessionFile.h"
+#include "sessionfiles/WavesCheck.h"
 
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ArchiveScan.h"
+#include "sessionfiles/ArchiveScan.h"
 
-#include "ZipHeader.h"
+#include "sessionfiles/ZipHeader.h"
 
 #include <private/Limits.h>
 

@@ -4,7 +4,7 @@
 #ifndef SESSIONFILES_ARCHIVESCAN_H
 #define SESSIONFILES_ARCHIVESCAN_H
 
-#include "ArchiveMember.h"
+#include "sessionfiles/ArchiveMember.h"
 
 #include <QByteArray>
 #include <QString>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "CountedDevice.h"
+#include "sessionfiles/CountedDevice.h"
 
 #include <private/DeviceReading.h>
 

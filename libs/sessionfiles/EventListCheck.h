@@ -4,8 +4,8 @@
 #ifndef SESSIONFILES_EVENTLISTCHECK_H
 #define SESSIONFILES_EVENTLISTCHECK_H
 
-#include "ArchiveMember.h"
-#include "TextKind.h"
+#include "sessionfiles/ArchiveMember.h"
+#include "sessionfiles/TextKind.h"
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>

@@ -4,8 +4,8 @@
 #ifndef SESSIONFILES_GUIDELINESCHECK_H
 #define SESSIONFILES_GUIDELINESCHECK_H
 
-#include "ArchiveMember.h"
-#include "TextKind.h"
+#include "sessionfiles/ArchiveMember.h"
+#include "sessionfiles/TextKind.h"
 
 #include <CPRGuidelines.h>
 

@@ -3,9 +3,9 @@
 
 #include "sessionfiles/SessionFile.h"
 
-#include "CountedDevice.h"
-#include "ZipHeader.h"
+#include "sessionfiles/CountedDevice.h"
 #include "sessionfiles/MemoryFileHandler.h"
+#include "sessionfiles/ZipHeader.h"
 
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>

@@ -4,8 +4,8 @@
 #ifndef SESSIONFILES_WAVESCHECK_H
 #define SESSIONFILES_WAVESCHECK_H
 
-#include "ArchiveMember.h"
-#include "TextKind.h"
+#include "sessionfiles/ArchiveMember.h"
+#include "sessionfiles/TextKind.h"
 
 #include <CPRWaveformInfo.h>
 

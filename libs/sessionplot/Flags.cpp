@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Flags.h"
+#include "sessionplot/Flags.h"
 
 #include "sessionreview/Words.h"
 

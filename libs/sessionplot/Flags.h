@@ -4,9 +4,9 @@
 #ifndef SESSIONPLOT_FLAGS_H
 #define SESSIONPLOT_FLAGS_H
 
-#include "Lanes.h"
-#include "PlotModel.h"
-#include "Symbols.h"
+#include "sessionplot/Lanes.h"
+#include "sessionplot/PlotModel.h"
+#include "sessionplot/Symbols.h"
 
 #include <QString>
 

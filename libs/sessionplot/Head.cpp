@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Head.h"
+#include "sessionplot/Head.h"
 
-#include "Scales.h"
+#include "sessionplot/Scales.h"
 
 #include "sessionreview/Words.h"
 

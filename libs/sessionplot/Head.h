@@ -4,8 +4,8 @@
 #ifndef SESSIONPLOT_HEAD_H
 #define SESSIONPLOT_HEAD_H
 
-#include "PlotModel.h"
-#include "Style.h"
+#include "sessionplot/PlotModel.h"
+#include "sessionplot/Style.h"
 
 class QPainter;
 class QRectF;

@@ -4,7 +4,7 @@
 #ifndef SESSIONPLOT_LANEPARTS_H
 #define SESSIONPLOT_LANEPARTS_H
 
-#include "Lanes.h"
+#include "sessionplot/Lanes.h"
 
 #include <QLocale>
 

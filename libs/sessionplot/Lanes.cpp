@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Lanes.h"
+#include "sessionplot/Lanes.h"
 
-#include "LaneParts.h"
-#include "Symbols.h"
-#include "WavePainter.h"
+#include "sessionplot/LaneParts.h"
+#include "sessionplot/Symbols.h"
+#include "sessionplot/WavePainter.h"
 
 #include <QCoreApplication>
 #include <QPainter>

@@ -4,9 +4,9 @@
 #ifndef SESSIONPLOT_LANES_H
 #define SESSIONPLOT_LANES_H
 
-#include "PlotModel.h"
-#include "Scales.h"
-#include "Style.h"
+#include "sessionplot/PlotModel.h"
+#include "sessionplot/Scales.h"
+#include "sessionplot/Style.h"
 
 #include <QRectF>
 

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Legend.h"
+#include "sessionplot/Legend.h"
 
-#include "Flags.h"
-#include "PlotModel.h"
-#include "Style.h"
-#include "Symbols.h"
+#include "sessionplot/Flags.h"
+#include "sessionplot/PlotModel.h"
+#include "sessionplot/Style.h"
+#include "sessionplot/Symbols.h"
 
 #include "sessionreview/Words.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "PictureFile.h"
+#include "sessionplot/PictureFile.h"
 
-#include "PlotModel.h"
-#include "ReviewPicture.h"
+#include "sessionplot/PlotModel.h"
+#include "sessionplot/ReviewPicture.h"
 
 #include <QBuffer>
 #include <QCoreApplication>

@@ -4,7 +4,7 @@
 #ifndef SESSIONPLOT_PICTUREFILE_H
 #define SESSIONPLOT_PICTUREFILE_H
 
-#include "Style.h"
+#include "sessionplot/Style.h"
 
 #include <QSize>
 #include <QString>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "PlotModel.h"
+#include "sessionplot/PlotModel.h"
 
 #include <CPRData.h>
 

@@ -4,7 +4,7 @@
 #ifndef SESSIONPLOT_PLOTMODEL_H
 #define SESSIONPLOT_PLOTMODEL_H
 
-#include "Wave.h"
+#include "sessionplot/Wave.h"
 
 #include "sessionreview/SessionReview.h"
 

@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "ReviewPicture.h"
+#include "sessionplot/ReviewPicture.h"
 
-#include "Lanes.h"
-#include "Legend.h"
+#include "sessionplot/Lanes.h"
+#include "sessionplot/Legend.h"
 
 #include "sessionreview/Words.h"
 

@@ -4,12 +4,12 @@
 #ifndef SESSIONPLOT_REVIEWPICTURE_H
 #define SESSIONPLOT_REVIEWPICTURE_H
 
-#include "Flags.h"
-#include "Head.h"
-#include "PlotModel.h"
-#include "Scales.h"
-#include "Style.h"
-#include "WavePainter.h"
+#include "sessionplot/Flags.h"
+#include "sessionplot/Head.h"
+#include "sessionplot/PlotModel.h"
+#include "sessionplot/Scales.h"
+#include "sessionplot/Style.h"
+#include "sessionplot/WavePainter.h"
 
 #include <QFlags>
 #include <QRectF>

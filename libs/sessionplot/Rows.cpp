@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "LaneParts.h"
-#include "Symbols.h"
+#include "sessionplot/LaneParts.h"
+#include "sessionplot/Symbols.h"
 
 #include "sessionreview/Words.h"
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Scales.h"
+#include "sessionplot/Scales.h"
 
 #include <QLocale>
 

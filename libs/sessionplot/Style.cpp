@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Style.h"
+#include "sessionplot/Style.h"
 
 #include <QPaintDevice>
 #include <QPainter>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "Wave.h"
+#include "sessionplot/Wave.h"
 
 #include <algorithm>
 #include <atomic>

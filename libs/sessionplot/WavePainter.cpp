@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "WavePainter.h"
+#include "sessionplot/WavePainter.h"
 
-#include "Symbols.h"
+#include "sessionplot/Symbols.h"
 
 #include <QImage>
 #include <QPainter>

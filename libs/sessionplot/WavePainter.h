@@ -4,8 +4,8 @@
 #ifndef SESSIONPLOT_WAVEPAINTER_H
 #define SESSIONPLOT_WAVEPAINTER_H
 
-#include "Scales.h"
-#include "Wave.h"
+#include "sessionplot/Scales.h"
+#include "sessionplot/Wave.h"
 
 #include <QColor>
 

@@ -3,7 +3,7 @@
 
 #include "CPRDataPlugin.h"
 
-#include <QuickTypes.h>
+#include <cprquick/QuickTypes.h>
 
 CPRDataPlugin::CPRDataPlugin(QObject *parent) : QQmlEngineExtensionPlugin(parent)
 {
