@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "CPRWaveformInfo.h"
-#include "TestSupport.h"
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "manikinlog/ManikinLogWriter.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QFile>

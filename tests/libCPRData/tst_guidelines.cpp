@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <chestboard/GuidelineValues.h>
 

@@ -4,7 +4,7 @@
 #include "CPREventSessionInfo.h"
 #include "CPREventSessionScore.h"
 #include "CPREventSessionStatistics.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QRegularExpression>
 #include <QSignalSpy>

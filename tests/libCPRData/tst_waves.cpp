@@ -2,7 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "CPRWaveformInfo.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QMetaProperty>

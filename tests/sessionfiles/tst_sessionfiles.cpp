@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TestSupport.h"
 #include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/SessionFile.h"
+#include "support/TestSupport.h"
 
 #include <QFile>
 #include <QTemporaryDir>

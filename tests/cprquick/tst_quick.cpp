@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TestSupport.h"
 #include "cprquick/EventListModel.h"
 #include "cprquick/HistogramItem.h"
 #include "cprquick/HistogramModel.h"
@@ -11,6 +10,7 @@
 #include "cprquick/SessionSummary.h"
 #include "cprquick/TimelineItem.h"
 #include "cprquick/WaveItem.h"
+#include "support/TestSupport.h"
 
 #include <CPRFileHandlerZip.h>
 

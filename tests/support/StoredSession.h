@@ -7,7 +7,7 @@
 #include "CPREventSessionScore.h"
 #include "CPREventSessionStatistics.h"
 #include "CPRFileHandlerZip.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QFile>

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "AnyInput.h"
 #include "CPREventAED.h"
 #include "CPREventCPRD.h"
 #include "CPREventSessionInfo.h"
 #include "CPREventShock.h"
 #include "CPREventUser.h"
-#include "StoredSession.h"
+#include "support/AnyInput.h"
+#include "support/StoredSession.h"
 
 #include <QDataStream>
 #include <QLoggingCategory>

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "AnyInput.h"
 #include "CPRFileHandlerZip.h"
+#include "support/AnyInput.h"
 
 #include <QMap>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "StoredSession.h"
+#include "support/StoredSession.h"
 
 #include <QDir>
 #include <QLoggingCategory>

@@ -8,7 +8,7 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREventUser.h"
 #include "CPREventVentilation.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QLoggingCategory>
 #include <QSignalSpy>

@@ -5,7 +5,7 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandlerZip.h"
 #include "CPRWaveformInfo.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QHash>
 #include <QLoggingCategory>

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TestSupport.h"
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "sessionplot/PictureFile.h"
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
+#include "support/TestSupport.h"
 
 #include <QGuiApplication>
 #include <QImage>

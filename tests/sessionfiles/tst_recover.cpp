@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TestSupport.h"
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "manikinlog/SessionJournal.h"
 #include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/ArchiveSalvage.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QDataStream>

@@ -1,11 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "TestSupport.h"
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "manikinsim/Simulator.h"
 #include "manikinsim/Truth.h"
+#include "support/TestSupport.h"
 
 #include "sessionreview/LatestEvents.h"
 #include "sessionreview/SessionReview.h"

@@ -4,9 +4,9 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandlerZip.h"
 #include "CPRWaveformInfo.h"
-#include "TestSupport.h"
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogReader.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QDir>

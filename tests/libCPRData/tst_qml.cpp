@@ -9,7 +9,7 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREventShock.h"
 #include "CPREventUser.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QFile>
 #include <QJSEngine>

@@ -7,7 +7,7 @@
 #include "CPREventSessionInfo.h"
 #include "CPREventSessionScore.h"
 #include "CPREventSessionStatistics.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <limits>
 #include <random>

@@ -11,7 +11,7 @@
 #include "CPREventShock.h"
 #include "CPREventUser.h"
 #include "CPREventVentilation.h"
-#include "TestSupport.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QJsonDocument>

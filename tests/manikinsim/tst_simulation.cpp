@@ -7,11 +7,11 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREventVentilation.h"
 #include "CPRFileHandlerZip.h"
-#include "TestSupport.h"
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogWriter.h"
 #include "manikinsim/Scenario.h"
 #include "manikinsim/Simulator.h"
+#include "support/TestSupport.h"
 
 #include <QBuffer>
 #include <QMetaEnum>
