@@ -10,9 +10,10 @@
 #include "cprquick/SessionSummary.h"
 #include "cprquick/TimelineItem.h"
 #include "cprquick/WaveItem.h"
-#include "support/TestSupport.h"
-
-#include <CPRFileHandlerZip.h>
+#include "support/Messages.h"
+#include "support/Recorder.h"
+#include "support/Rows.h"
+#include "support/StoredSession.h"
 
 #include <QAbstractItemModelTester>
 #include <QQmlComponent>
@@ -26,7 +27,7 @@
 #include <functional>
 #include <memory>
 
-using namespace TestSupport;
+using namespace testsupport;
 using bls_2010::CommonDefs;
 using E = CPREventBase;
 
@@ -47,6 +48,29 @@ CPREventVentilation *ventilation(CPRData &session, int msecs, int volume = 500)
     event->setProperty("ventVolume", volume);
     return event;
 }
+
+using Step = std::function<void(CPRData &)>;
+using Steps = QVector<Step>;
+using Counts = QVector<int>;
+
+// What can happen in a session's life.
+// clang-format off
+Step comp(int msecs)   { return [=](CPRData &session) { session.cprEvents()->addEvent(compression(session, msecs), true); }; }
+Step vent(int msecs)   { return [=](CPRData &session) { session.cprEvents()->addEvent(ventilation(session, msecs), true); }; }
+Step silent(int msecs) { return [=](CPRData &session) { session.cprEvents()->addEvent(compression(session, msecs), false); }; }
+Step again(int index)  { return [=](CPRData &session) { session.cprEvents()->emitEvent(session.cprEvents()->at(index)); }; }
+Step erase(int index)  { return [=](CPRData &session) { delete session.cprEvents()->at(index); }; }
+Step move(int index)   { return [=](CPRData &session) { CPRData().cprEvents()->addEvent(session.cprEvents()->at(index), true); }; }
+Step pause(int secs)   { return [=](CPRData &session) { session.cprEvents()->incomingInactivityTime(quint32(-1), secs); }; } // ends now
+const Step reset = [](CPRData &session) { session.reset(); };
+const Step initialize = [](CPRData &session) { session.initialize(); };
+const Step resume = [](CPRData &session) { session.resume(); };
+const Step loaded = [](CPRData &session) { QVERIFY(loadFrom(goldenArchive, session)); };
+const Step settled = [](CPRData &session) {
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(QSignalSpy(session.cprEvents(), &CPREvents::eventsChanged).wait(1000));
+};
+// clang-format on
 
 /// Whether the rows are the listed events that carry one of \a tags (0: any), in their order.
 bool holdsListed(const EventListModel &model, int tags)
@@ -103,64 +127,48 @@ private:
 
 } // namespace
 
+Q_DECLARE_METATYPE(Step)
+
 /// What the QML module is made of: models, items and the plugin.
 class TestQuick : public QObject {
     Q_OBJECT
 
-    /// One step of a session's life, by name.
-    static void doStep(CPRData &session, const QString &step)
-    {
-        CPREvents *events = session.cprEvents();
-        CPRFileHandlerZip archive;
-        const int number = step.section(' ', 1).toInt();
-        const QHash<QString, std::function<void()>> steps{
-            // clang-format off
-            {"comp",       [&] { events->addEvent(compression(session, number), true); }},
-            {"vent",       [&] { events->addEvent(ventilation(session, number), true); }},
-            {"silent",     [&] { events->addEvent(compression(session, number), false); }},
-            {"again",      [&] { events->emitEvent(events->at(number)); }},
-            {"delete",     [&] { delete events->at(number); }},
-            {"move",       [&] { CPRData().cprEvents()->addEvent(events->at(number), true); }},
-            {"pause",      [&] { events->incomingInactivityTime(quint32(-1), number); }}, // ends now
-            {"reset",      [&] { session.reset(); }},
-            {"initialize", [&] { session.initialize(); }},
-            {"resume",     [&] { session.resume(); }},
-            {"load",       [&] { QVERIFY(archive.open(TEST_DATA_DIR "/golden.zip", CPRFileHandlerZip::Read) && session.readData(&archive)); }},
-            {"settle",     [&] { QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-                                 QVERIFY(QSignalSpy(events, &CPREvents::eventsChanged).wait(1000)); }},
-            // clang-format on
-        };
-        const auto found = steps.constFind(step.section(' ', 0, 0));
-        QVERIFY2(found != steps.constEnd(), qPrintable(step));
-        (*found)();
-    }
-
 private Q_SLOTS:
     void initTestCase() { QQuickWindow::setSceneGraphBackend(QStringLiteral("software")); }
 
-    // What happened, and how many rows were inserted and removed: of all events, of compressions,
-    // of ventilations and pauses.
+    // How many rows were inserted and removed: of all events, of compressions, of ventilations and
+    // pauses. The list need not have told of silent events before the end.
     void rowsFollowTheList_data()
     {
-        addRows({"steps", "counts"},
-                {"in order|comp 1000,comp 2000,vent 3000|3 0, 2 0, 1 0",
-                 "out of order|comp 1000,comp 4000,comp 2000,vent 3000,vent 10|5 0, 3 0, 2 0",
-                 "announced again|comp 1000,vent 2000,again 1,again 2|2 0, 1 0, 1 0",
-                 "silently|comp 1000,silent 2000,comp 3000,silent 500,settle|4 0, 4 0, 0 0",
-                 "silent, deleted|comp 1000,silent 500,delete 2,comp 2000,settle|3 1, 3 1, 0 0",
-                 "silent, another again|comp 1000,silent 2000,again 1,settle|2 0, 2 0, 0 0",
-                 "deleted|comp 1000,comp 2000,vent 3000,delete 2,comp 4000,delete 3|4 2, 3 2, 1 0",
-                 "moved|comp 1000,vent 2000,move 1|2 1, 1 1, 1 0",
-                 "cleared|comp 1000,vent 2000,reset,settle,comp 500|3 2, 2 1, 1 1",
-                 "new manikin|comp 1000,vent 2000,initialize,settle,comp 500|4 3, 2 1, 1 1",
-                 "resumed|comp 1000,resume,comp 2000|2 0, 2 0, 0 0",
-                 "loaded twice|load,settle,load,settle,comp 9000|27 14, 5 2, 4 2",
-                 "pause|comp 1000,pause 5,pause 6|2 0, 1 0, 1 0"});
+        const auto row = columns<Steps, Counts, bool>("steps", "counts", "isSilent");
+        row("in order", {comp(1000), comp(2000), vent(3000)}, {3, 0, 2, 0, 1, 0}, false);
+        row("out of order", {comp(1000), comp(4000), comp(2000), vent(3000), vent(10)},
+            {5, 0, 3, 0, 2, 0}, false);
+        row("announced again", {comp(1000), vent(2000), again(1), again(2)}, {2, 0, 1, 0, 1, 0},
+            false);
+        row("silently", {comp(1000), silent(2000), comp(3000), silent(500), settled},
+            {4, 0, 4, 0, 0, 0}, true);
+        row("silent, deleted", {comp(1000), silent(500), erase(2), comp(2000), settled},
+            {3, 1, 3, 1, 0, 0}, true);
+        row("silent, another again", {comp(1000), silent(2000), again(1), settled},
+            {2, 0, 2, 0, 0, 0}, true);
+        row("deleted", {comp(1000), comp(2000), vent(3000), erase(2), comp(4000), erase(3)},
+            {4, 2, 3, 2, 1, 0}, false);
+        row("moved", {comp(1000), vent(2000), move(1)}, {2, 1, 1, 1, 1, 0}, false);
+        row("cleared", {comp(1000), vent(2000), reset, settled, comp(500)}, {3, 2, 2, 1, 1, 1},
+            false);
+        row("new manikin", {comp(1000), vent(2000), initialize, settled, comp(500)},
+            {4, 3, 2, 1, 1, 1}, false);
+        row("resumed", {comp(1000), resume, comp(2000)}, {2, 0, 2, 0, 0, 0}, false);
+        row("loaded twice", {loaded, settled, loaded, settled, comp(9000)}, {27, 14, 5, 2, 4, 2},
+            false);
+        row("pause", {comp(1000), pause(5), pause(6)}, {2, 0, 1, 0, 1, 0}, false);
     }
 
     void rowsFollowTheList()
     {
-        QFETCH(QString, steps);
+        QFETCH(Steps, steps);
+        QFETCH(bool, isSilent);
         CPRData session;
         start(session);
         session.setSessionTime(20000);
@@ -179,22 +187,19 @@ private Q_SLOTS:
                     [&sum = removed[i]](auto, int first, int last) { sum += last - first + 1; });
             connect(models + i, &EventListModel::modelReset, this, [] { QFAIL("rebuilt"); });
         }
-        const QStringList all = steps.split(',');
-        for (const QString &step : all) {
-            doStep(session, step);
-            // The list need not have told of silent events before the end.
-            for (int i = 0; i < 3 && (!steps.contains("silent") || step == all.last()); ++i)
-                QVERIFY2(holdsListed(models[i], tags[i]), qPrintable(step));
+        for (int step = 0; step < steps.size(); ++step) {
+            steps.at(step)(session);
+            for (int i = 0; i < 3 && (!isSilent || step == steps.size() - 1); ++i)
+                QVERIFY2(holdsListed(models[i], tags[i]), qPrintable(QString::number(step)));
         }
-        QTEST(QString::asprintf("%d %d, %d %d, %d %d", inserted[0], removed[0], inserted[1],
-                                removed[1], inserted[2], removed[2]),
+        QTEST(Counts({inserted[0], removed[0], inserted[1], removed[1], inserted[2], removed[2]}),
               "counts");
     }
 
     void modelsOutliveTheSession()
     {
         auto session = std::make_unique<CPRData>();
-        doStep(*session, "load");
+        loaded(*session);
         EventListModel events;
         ParameterModel parameters;
         HistogramModel histograms;
@@ -250,8 +255,8 @@ private Q_SLOTS:
         QCOMPARE(rolesOf(model, 1), QString("1:00.0|Compression|50.0 mm||true"));
         QTRY_COMPARE(live.depthMin(), 49.99);
         QCOMPARE(live.depthSide(), LiveFigures::Inside);
-        doStep(session, "pause 5");
-        doStep(session, "pause 6");
+        pause(5)(session);
+        pause(6)(session);
         changed.clear();
         QVERIFY(changed.wait(1000));
         QCOMPARE(changed.count(), 1);
@@ -368,10 +373,10 @@ private Q_SLOTS:
         // A pause since 5 s, which is dark, goes on without an event; 6.56 s are at 328,
         // between two tenths of a second.
         item.setTo(8000);
-        doStep(session, "pause 1");
+        pause(1)(session);
         QCOMPARE(qGreen(stage.frame().pixel(328, 300)), 248);
         feed(session, 301, 350, [](int) { return 0; });
-        doStep(session, "pause 2");
+        pause(2)(session);
         feed(session, 351, 351, [](int) { return 0; });
         QVERIFY(qGreen(stage.frame().pixel(328, 300)) < 240);
         session.reset();

@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "CPRFileHandlerZip.h"
+#include "support/Damage.h"
+#include "support/Program.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -10,22 +11,17 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
 
 #include <algorithm>
 
+using namespace testsupport;
+
 namespace {
 
 const QString recordedLog = QStringLiteral(TEST_DATA_DIR "/two-rescuers.cprlog");
-
-struct Answer {
-    int status = -1;
-    QByteArray output;
-    QByteArray errors;
-};
 
 } // namespace
 
@@ -60,24 +56,14 @@ private Q_SLOTS:
 private:
     void changeArchive(const QString &name, const QString &member, const QByteArray &from,
                        const QByteArray &to) const;
-    Answer run(const QStringList &arguments) const;
+    Answer run(const QStringList &arguments) const
+    {
+        return testsupport::run(CPRSESSION_PROGRAM, arguments, m_directory.path());
+    }
     QString path(const QString &name) const { return m_directory.filePath(name); }
 
     QTemporaryDir m_directory;
 };
-
-Answer TestCprsession::run(const QStringList &arguments) const
-{
-    QProcess process;
-    process.setWorkingDirectory(m_directory.path());
-    process.start(QStringLiteral(CPRSESSION_PROGRAM), arguments);
-    Answer answer;
-    if (process.waitForFinished() && process.exitStatus() == QProcess::NormalExit)
-        answer.status = process.exitCode();
-    answer.output = process.readAllStandardOutput();
-    answer.errors = process.readAllStandardError();
-    return answer;
-}
 
 void TestCprsession::initTestCase()
 {
@@ -86,26 +72,18 @@ void TestCprsession::initTestCase()
     QCOMPARE(answer.errors, QByteArray());
     QCOMPARE(answer.status, 0);
 
-    const auto make = [this](const QString &name, const QByteArray &content) {
-        QFile file(path(name));
-        return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-    };
-    QFile whole(path("session.zip"));
-    QVERIFY(whole.open(QIODevice::ReadOnly));
-    QVERIFY(QFile::copy(path("session.zip"), path("session.png")));
-    QVERIFY(make("cut.zip", whole.read(whole.size() / 2)));
-    QVERIFY(make("empty", QByteArray()));
-    QVERIFY(make("text", "Dear instructor,\n"));
-    QFile log(recordedLog);
-    QVERIFY(log.open(QIODevice::ReadOnly));
+    const QByteArray whole = bytesOf(path("session.zip"));
+    QVERIFY(store(path("session.png"), whole)
+            && store(path("cut.zip"), whole.left(whole.size() / 2))
+            && store(path("empty"), QByteArray()) && store(path("text"), "Dear instructor,\n"));
     QByteArray unscored;
-    for (QByteArray line = log.readLine(); !line.isEmpty(); line = log.readLine()) {
+    for (const QByteArray &line : bytesOf(recordedLog).split('\n')) {
         if (!line.contains(" msg 108 ") && !line.contains(" msg 109 "))
-            unscored += line;
+            unscored += line + '\n';
     }
-    QVERIFY(make("unscored.cprlog", unscored));
+    QVERIFY(store(path("unscored.cprlog"), unscored));
     QCOMPARE(run({"replay", "unscored.cprlog", "-o", "unscored.zip"}).status, 0);
-    QVERIFY(make("broken.cprlog", "cprlog 1\n0 state CPR_MANIKIN_INIT\n20 header one\n"));
+    QVERIFY(store(path("broken.cprlog"), "cprlog 1\n0 state CPR_MANIKIN_INIT\n20 header one\n"));
 }
 
 // The figures follow from the scenario of the recording; its arithmetic stands in data/README.md.
@@ -218,10 +196,7 @@ void TestCprsession::replayKeepsWhatIsThere()
 {
     QVERIFY(QFile::copy(path("text"), path("kept.zip")));
     QCOMPARE(run({"replay", "broken.cprlog", "-o", "kept.zip", "--force"}).status, 1);
-    QFile kept(path("kept.zip"));
-    QVERIFY(kept.open(QIODevice::ReadOnly));
-    QCOMPARE(kept.readAll(), QByteArray("Dear instructor,\n"));
-    kept.close();
+    QCOMPARE(bytesOf(path("kept.zip")), QByteArray("Dear instructor,\n"));
     QCOMPARE(run({"replay", recordedLog, "-o", "kept.zip", "--force"}).status, 0);
     QCOMPARE(run({"info", "kept.zip"}).status, 0);
 }
@@ -314,26 +289,9 @@ void TestCprsession::exportOfMany()
 void TestCprsession::changeArchive(const QString &name, const QString &member,
                                    const QByteArray &from, const QByteArray &to) const
 {
-    CPRFileHandlerZip whole;
-    CPRFileHandlerZip changed;
-    QVERIFY(whole.open(path("session.zip"), CPRFileHandlerZip::Read));
-    QVERIFY(changed.open(path(name), CPRFileHandlerZip::Create));
-    for (const char *each :
-         {"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"}) {
-        QIODevice *source = whole.openFileForReading(each);
-        QByteArray bytes = source->readAll();
-        whole.releaseFile(source);
-        if (member == each) {
-            if (from.isEmpty())
-                continue;
-            QVERIFY2(bytes.contains(from), from.constData());
-            bytes.replace(bytes.indexOf(from), from.size(), to);
-        }
-        QIODevice *target = changed.openFileForWriting(each);
-        QCOMPARE(target->write(bytes), qint64(bytes.size()));
-        changed.releaseFile(target);
-    }
-    QVERIFY(changed.close());
+    Members members = membersOf(path("session.zip"));
+    QVERIFY2(change(members, member, from, to), from.constData());
+    QVERIFY(saveMembers(path(name), members));
 }
 
 void TestCprsession::scenariosAreSound()
@@ -413,19 +371,12 @@ void TestCprsession::damageIsFound()
 {
     QFETCH(bool, isCut);
     constexpr int step = 23; // a prime, so that every structure is hit somewhere
-    QFile golden(TEST_DATA_DIR "/golden.zip");
-    QVERIFY(golden.open(QIODevice::ReadOnly));
-    const QByteArray whole = golden.readAll();
+    const QByteArray whole = bytesOf(goldenArchive);
     int harmless = 0;
     int tried = 0;
     for (int place = 0; place < whole.size(); place += step, ++tried) {
-        QByteArray bytes = isCut ? whole.left(place) : whole;
-        if (!isCut)
-            bytes[place] = static_cast<char>(bytes.at(place) ^ 1 << place % 8);
-        QFile damaged(path("damaged.zip"));
-        QVERIFY(damaged.open(QIODevice::WriteOnly));
-        damaged.write(bytes);
-        damaged.close();
+        QVERIFY(store(path("damaged.zip"),
+                      isCut ? whole.left(place) : withFlippedBit(whole, place, place % 8)));
         const Answer answer = run({"validate", "damaged.zip"});
         QVERIFY2(answer.status == 0 || answer.status == 1, qPrintable(QString::number(place)));
         QVERIFY2(!isCut || answer.status == 1, qPrintable(QString::number(place)));
@@ -498,9 +449,7 @@ void TestCprsession::plotDraws()
         run({"plot", "session.zip", "-o", file, "--size", "640x400", "--to", "60"});
     QCOMPARE(answer.errors, QByteArray());
     QCOMPARE(answer.status, 0);
-    QFile picture(path(file));
-    QVERIFY(picture.open(QIODevice::ReadOnly));
-    QCOMPARE(picture.read(begin.size()), begin);
+    QCOMPARE(bytesOf(path(file)).left(begin.size()), begin);
     if (file.endsWith("png")) {
         const QImage image(path(file));
         QCOMPARE(image.size(), QSize(640, 400));
@@ -511,9 +460,7 @@ void TestCprsession::plotDraws()
 // A log that another program still writes: the session is saved when the scores have come.
 void TestCprsession::followWaitsForTheScores()
 {
-    QFile source(recordedLog);
-    QVERIFY(source.open(QIODevice::ReadOnly));
-    const QByteArray whole = source.readAll();
+    const QByteArray whole = bytesOf(recordedLog);
     QFile log(path("growing.cprlog"));
     QVERIFY(log.open(QIODevice::WriteOnly | QIODevice::Unbuffered));
     const int half = whole.size() / 2; // inside a line

@@ -3,9 +3,10 @@
 
 #include "Viewer.h"
 #include "ViewerTypes.h"
+#include "support/Program.h"
+#include "support/StoredSession.h"
 
 #include <QApplication>
-#include <QProcess>
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QTemporaryDir>
@@ -38,8 +39,7 @@ public:
     Q_INVOKABLE QString newFile(const QString &name) const { return m_home->filePath(name); }
     Q_INVOKABLE QString textOf(const QString &name) const
     {
-        QFile file(name);
-        return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+        return QString::fromUtf8(testsupport::bytesOf(name));
     }
     Q_INVOKABLE int journals() const { return journalFiles().size(); }
     /// The pages' warnings since the last call.
@@ -55,16 +55,14 @@ public:
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             environment.remove(name);
-        QProcess program;
-        program.setProcessEnvironment(environment);
-        program.start(CPRVIEWER_PROGRAM, arguments.replace("PICTURE", picture).split(' '));
-        program.waitForFinished(60000);
+        const testsupport::Answer answer = testsupport::run(
+            CPRVIEWER_PROGRAM, arguments.replace("PICTURE", picture).split(' '), {}, environment);
         const QSize size = QImage(picture).size();
         return QStringLiteral("%1 %2x%3 %4")
-            .arg(program.exitCode())
+            .arg(answer.status)
             .arg(size.width())
             .arg(size.height())
-            .arg(program.readAllStandardError().count('\n'));
+            .arg(answer.errors.count('\n'));
     }
     /// Lets the program record a session and kills it as soon as nine seconds are on the disk.
     Q_INVOKABLE bool killRecording()

@@ -1,14 +1,14 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "CPRFileHandlerZip.h"
 #include "support/AnyInput.h"
+#include "support/StoredSession.h"
 
 #include <QMap>
 #include <QTemporaryDir>
 #include <QtTest>
 
-using namespace TestSupport;
+using namespace testsupport;
 using E = CPREventBase;
 
 namespace {
@@ -57,8 +57,10 @@ private Q_SLOTS:
         checkLists(*copy.cprEvents());
 
         QTemporaryDir directory;
+        const QString name = directory.filePath("first.zip");
+        CPRData writable(copy);
         CPRData loaded;
-        storeAndLoad(directory.filePath("first.zip"), copy, loaded);
+        QVERIFY(saveTo(name, writable) && loadFrom(name, loaded));
         auto stored = countsOf(*copy.cprEvents());
         auto read = countsOf(*loaded.cprEvents());
         for (auto standing : {E::CprSessionInfo, E::CprSessionStatistics, E::CprSessionScore}) {
@@ -86,18 +88,6 @@ private:
         }
         for (const E *event : events.events())
             QVERIFY(event->events() == &events && event->parent() == &events);
-    }
-
-    void storeAndLoad(const QString &name, const CPRData &session, CPRData &loaded)
-    {
-        CPRData writable(session);
-        CPRFileHandlerZip zip;
-        QVERIFY(zip.open(name, CPRFileHandlerZip::Create));
-        QVERIFY(writable.writeData(&zip));
-        QVERIFY(zip.close());
-        QVERIFY(zip.open(name, CPRFileHandlerZip::Read));
-        QVERIFY(loaded.readData(&zip));
-        QVERIFY(zip.close());
     }
 };
 

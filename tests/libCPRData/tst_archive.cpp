@@ -4,11 +4,11 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandlerZip.h"
 #include "CPRWaveformInfo.h"
-#include "manikinlog/ManikinLogPlayer.h"
-#include "manikinlog/ManikinLogReader.h"
-#include "support/TestSupport.h"
+#include "support/Damage.h"
+#include "support/EventValues.h"
+#include "support/Recorder.h"
+#include "support/Rows.h"
 
-#include <QBuffer>
 #include <QDir>
 #include <QLoggingCategory>
 #include <QMetaProperty>
@@ -17,19 +17,16 @@
 #include <QTimer>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
-#include <QtEndian>
 
 #include <thread>
 
-using namespace TestSupport;
+using namespace testsupport;
 using E = CPREventBase;
-using Members = QMap<QString, QByteArray>;
-using Progress = manikinlog::ManikinLogPlayer::Progress;
+using sessionfiles::MemoryFileHandler;
 
 namespace {
 
 const QDir dataDir(TEST_DATA_DIR);
-const QStringList names{"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"};
 
 // What the session logs about its archive, and every warning.
 QStringList logged;
@@ -40,23 +37,9 @@ void takeLogLine(QtMsgType type, const QMessageLogContext &context, const QStrin
         logged.append(QString("%1: %2").arg(context.category, text));
 }
 
-QByteArray contentOf(const QString &path)
-{
-    QFile file(dataDir.filePath(path));
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
 QStringList lines(const QByteArray &text)
 {
     return QString::fromUtf8(text).split('\n', Qt::SkipEmptyParts);
-}
-
-bool play(CPRData &session, const QString &name, const Progress &progress = {})
-{
-    QFile file(dataDir.filePath(name));
-    manikinlog::ManikinLogReader reader(&file, name);
-    manikinlog::ManikinLogPlayer player(&session);
-    return file.open(QIODevice::ReadOnly) && player.play(reader, progress);
 }
 
 bool fillGoldenSession(CPRData &session)
@@ -69,48 +52,6 @@ bool fillGoldenSession(CPRData &session)
     info.setParameter(E::endTime, "2026-03-04T05:16:07+01:00");
     return played;
 }
-
-/// Keeps members in memory. The one named in `refused` cannot be written: it is not opened or,
-/// when `isFull`, takes no byte.
-class MemoryHandler final : public CPRFileHandler {
-public:
-    explicit MemoryHandler(const Members &content = {}) : members(content) { }
-
-    QIODevice *openFileForReading(const QString &name) override
-    {
-        return members.contains(name) ? open(name, QIODevice::ReadOnly) : nullptr;
-    }
-    QIODevice *openFileForWriting(const QString &name) override
-    {
-        opened.append(name);
-        if (name == refused)
-            return isFull ? open(name, QIODevice::ReadOnly) : nullptr;
-        return open(name, QIODevice::WriteOnly);
-    }
-    void releaseFile(QIODevice *device) override
-    {
-        ++(device ? released : releasedNulls);
-        delete device;
-    }
-    QString filename() const override { return "memory"; }
-
-    Members members;
-    QStringList opened;
-    QString refused;
-    bool isFull = false;
-    int given = 0;
-    int released = 0;
-    int releasedNulls = 0;
-
-private:
-    QIODevice *open(const QString &name, QIODevice::OpenMode mode)
-    {
-        auto *device = new QBuffer(&members[name]);
-        device->open(mode);
-        ++given;
-        return device;
-    }
-};
 
 /// Class, kind, times, and every measurement or parameter with its value.
 QString describe(const CPREventBase *event)
@@ -137,27 +78,15 @@ QStringList describe(const QList<CPREventBase *> &events)
     return texts;
 }
 
-/// The members that a copy of the session is saved to.
-Members saved(const CPRData &session)
-{
-    MemoryHandler handler;
-    CPRData copy(session);
-    return copy.writeData(&handler) ? handler.members : Members();
-}
-
 /// Name, method and external attributes of each entry, read without the zip library.
 QString zipDirectory(const QString &path)
 {
-    const QByteArray zip = contentOf(path);
-    const auto u16 = [&](int at) { return qFromLittleEndian<quint16>(zip.constData() + at); };
-    const auto u32 = [&](int at) { return qFromLittleEndian<quint32>(zip.constData() + at); };
-    const int end = zip.lastIndexOf("PK\5\6");
+    const QByteArray zip = bytesOf(path);
     QString entries;
-    for (int i = 0, at = int(u32(end + 16)); i < u16(end + 10); ++i) {
-        const QByteArray name = zip.mid(at + 46, u16(at + 28));
-        entries += QString::asprintf("%s %d %x,", name.constData(), u16(at + 10), u32(at + 38));
-        at += 46 + u16(at + 28) + u16(at + 30) + u16(at + 32);
-    }
+    for (const ZipEntry &each : directoryOf(zip))
+        entries += QString::asprintf("CPR/%s %d %x,", qPrintable(each.name),
+                                     numberAt(zip, each.entry + methodField + 2, 2),
+                                     numberAt(zip, each.entry + attributesField));
     return entries;
 }
 
@@ -167,13 +96,11 @@ class TestArchive : public QObject {
     Q_OBJECT
 
     QTemporaryDir m_dir;
-    Members m_golden; // written by hand
+    const Members m_golden = goldenMembers(); // written by hand
 
 private Q_SLOTS:
     void initTestCase()
     {
-        for (const QString &name : names)
-            m_golden.insert(name, contentOf("golden/CPR/" + name));
         qInstallMessageHandler(takeLogLine);
         QLoggingCategory::setFilterRules("Kelmar.CPRData.CPRData.info=true");
     }
@@ -196,7 +123,7 @@ private Q_SLOTS:
                  "CPR/CPREvents.xml 8 1ff0000,CPR/CPRWaves.xml 8 1ff0000,CPR/COMP.WV 8 1ff0000,"
                  "CPR/VENT.WV 8 1ff0000,CPR/CPRGuidelines.xml 8 1ff0000,");
         QVERIFY(handler.open(path, CPRFileHandlerZip::Read));
-        for (const QString &name : names) {
+        for (const QString &name : memberNames) {
             QIODevice *device = handler.openFileForReading(name);
             QVERIFY(device);
             const QByteArray written = device->readAll();
@@ -209,50 +136,55 @@ private Q_SLOTS:
 
     void writeFailures_data()
     {
-        addRows({"member", "result", "opened"},
-                {"events|0|false|1", "waves|1|true|5", "depth wave|2|true|5",
-                 "volume wave|3|true|5", "guidelines|4|false|5", "full at events|0|false|1",
-                 "full at waves|1|true|5", "full at guidelines|4|false|5"});
+        const auto row = columns<QString, bool, bool, int>("member", "isFull", "result", "opened");
+        row("events", "CPREvents.xml", false, false, 1);
+        row("waves", "CPRWaves.xml", false, true, 5);
+        row("depth wave", "COMP.WV", false, true, 5);
+        row("volume wave", "VENT.WV", false, true, 5);
+        row("guidelines", "CPRGuidelines.xml", false, false, 5);
+        row("full at events", "CPREvents.xml", true, false, 1);
+        row("full at waves", "CPRWaves.xml", true, true, 5);
+        row("full at guidelines", "CPRGuidelines.xml", true, false, 5);
     }
 
     void writeFailures()
     {
         QFETCH(QString, member);
-        QFETCH(QString, opened);
+        QFETCH(bool, isFull);
+        QFETCH(int, opened);
         CPRData session;
         QVERIFY(fillGoldenSession(session));
-        MemoryHandler handler;
-        handler.refused = names[member.toInt()];
-        handler.isFull = QByteArray(QTest::currentDataTag()).startsWith("full");
-        QTEST(QVariant(session.writeData(&handler)).toString(), "result");
-        QCOMPARE(logged.takeLast(),
-                 "Kelmar.CPRData.CPRData: Unable to write CPR Data, " + handler.refused);
-        QCOMPARE(logged.size(), handler.isFull ? 1 : 0); // the buffer warns too
-        QCOMPARE(handler.opened, names.mid(0, opened.toInt()));
+        FaultyFiles handler;
+        handler.refused = member;
+        handler.isFull = isFull;
+        QTEST(session.writeData(&handler), "result");
+        QCOMPARE(logged.takeLast(), "Kelmar.CPRData.CPRData: Unable to write CPR Data, " + member);
+        QCOMPARE(logged.size(), isFull ? 1 : 0); // the buffer warns too
+        QCOMPARE(handler.opened, memberNames.mid(0, opened));
         QCOMPARE(handler.released, handler.given);
         QCOMPARE(handler.releasedNulls, 0);
-        for (const QString &name : names) {
-            const bool isThere = name != handler.refused && handler.opened.contains(name);
+        for (const QString &name : memberNames) {
+            const bool isThere = name != member && handler.opened.contains(name);
             QCOMPARE(handler.members.value(name), isThere ? m_golden[name] : QByteArray());
         }
     }
 
     void readsGoldenArchive()
     {
-        const QString path = dataDir.filePath("golden.zip"); // made by another program
         CPRData session;
         CPRFileHandlerZip handler;
-        QVERIFY(handler.open(path, CPRFileHandlerZip::Read));
+        QVERIFY(handler.open(goldenArchive, CPRFileHandlerZip::Read));
         QSignalSpy named(&session, &CPRData::filenameChanged);
         QSignalSpy learners(&session, &CPRData::learnersChanged);
         QVERIFY(session.readData(&handler));
         QCOMPARE(logged, QStringList());
-        QCOMPARE(named, QList<QVariantList>({{path}}));
+        QCOMPARE(named, QList<QVariantList>({{goldenArchive}}));
         QCOMPARE(learners.count(), 0);
         QCOMPARE(session.learners(), QStringList({"Ann", "Bob Jörg"}));
         const CPREvents &events = *session.cprEvents();
-        QCOMPARE(describe(events.events()), lines(contentOf("golden/loaded-events.txt")));
-        QCOMPARE(numbersOf(events.cprSessionStatistics(), "msec ventHistogramRateBin_5"),
+        QCOMPARE(describe(events.events()),
+                 lines(bytesOf(TEST_DATA_DIR "/golden/loaded-events.txt")));
+        QCOMPARE(numbersOf(events.cprSessionStatistics(), {"msec", "ventHistogramRateBin_5"}),
                  QVector<double>({6200, 36}));
         QCOMPARE(events.count(E::TagComp), 2);
         QCOMPARE(events.sessionTime(), 120);
@@ -269,41 +201,39 @@ private Q_SLOTS:
     void readRules_data()
     {
         // Figures: events, depth and volume samples, total time, session time, detected volume.
-        // A member without a text to be replaced is missing. Texts are percent-encoded.
+        // A member without a text to be replaced is missing.
+        using Figures = QVector<int>;
+        const auto row = columns<QString, QByteArray, QByteArray, QString, QStringList, Figures>(
+            "member", "from", "to", "log", "learners", "figures");
+        const QStringList both{"Ann", "Bob Jörg"};
         // clang-format off
-        addRows({"member", "from", "to", "log", "learners", "figures"},
-                {"no waves|1|||No CPR Data, CPRWaves.xml||1 0 0 0 7 100",
-                 "no depth wave|2||||<Ann><Bob Jörg>|13 0 6 0 0 110",
-                 "no volume wave|3||||<Ann><Bob Jörg>|13 6 0 1 120 110",
-                 "no events|0|||Unable to read CPR Data, CPREvents.xml||1 6 6 1 120 110",
-                 "no guidelines|4|||Unable to read CPR Data, CPRGuidelines.xml|<Ann><Bob Jörg>|13 6 6 1 120 100",
-                 "empty depth name|1|COMP.WV||Unable to read CPR Data, Compression wave|<Ann><Bob Jörg>|13 0 6 0 0 110",
-                 "empty volume name|1|VENT.WV||Unable to read CPR Data, Ventilation wave|<Ann><Bob Jörg>|13 6 0 1 120 110",
-                 "12000 ms, other name|1|COMP.WV|600.WV||<Ann><Bob Jörg>|13 600 6 12 12000 110",
-                 "12001 ms|1|COMP.WV\"/>|1091.WV\"/><scale x=\"\"/><externalFile sampleRate=\"90\"/>||<Ann><Bob Jörg>|13 1091 6 13 12001 110",
-                 "odd byte at the end|2|%FA|%FA%05%05||<Ann><Bob Jörg>|13 7 6 1 140 110",
-                 "no students|0|<param type=\"students\"|<param type=\"x\"||<>|13 6 6 1 120 110",
-                 "no name|0|Ann,Bob Jörg|||<>|13 6 6 1 120 110",
-                 "empty names are kept|0|Ann,Bob Jörg|,Ann,,B b,||<><Ann><><B b><>|13 6 6 1 120 110",
-                 "name like a number|0|Ann,Bob Jörg|007||<7>|13 6 6 1 120 110"});
+        row("no waves", "CPRWaves.xml", "", "", "No CPR Data, CPRWaves.xml", {}, {1, 0, 0, 0, 7, 100});
+        row("no depth wave", "COMP.WV", "", "", "", both, {13, 0, 6, 0, 0, 110});
+        row("no volume wave", "VENT.WV", "", "", "", both, {13, 6, 0, 1, 120, 110});
+        row("no events", "CPREvents.xml", "", "", "Unable to read CPR Data, CPREvents.xml", {}, {1, 6, 6, 1, 120, 110});
+        row("no guidelines", "CPRGuidelines.xml", "", "", "Unable to read CPR Data, CPRGuidelines.xml", both, {13, 6, 6, 1, 120, 100});
+        row("empty depth name", "CPRWaves.xml", "COMP.WV", "", "Unable to read CPR Data, Compression wave", both, {13, 0, 6, 0, 0, 110});
+        row("empty volume name", "CPRWaves.xml", "VENT.WV", "", "Unable to read CPR Data, Ventilation wave", both, {13, 6, 0, 1, 120, 110});
+        row("12000 ms, other name", "CPRWaves.xml", "COMP.WV", "600.WV", "", both, {13, 600, 6, 12, 12000, 110});
+        row("12001 ms", "CPRWaves.xml", "COMP.WV\"/>", "1091.WV\"/><scale x=\"\"/><externalFile sampleRate=\"90\"/>", "", both, {13, 1091, 6, 13, 12001, 110});
+        row("odd byte at the end", "COMP.WV", "\xFA", "\xFA\x05\x05", "", both, {13, 7, 6, 1, 140, 110});
+        row("no students", "CPREvents.xml", "<param type=\"students\"", "<param type=\"x\"", "", {""}, {13, 6, 6, 1, 120, 110});
+        row("no name", "CPREvents.xml", "Ann,Bob Jörg", "", "", {""}, {13, 6, 6, 1, 120, 110});
+        row("empty names are kept", "CPREvents.xml", "Ann,Bob Jörg", ",Ann,,B b,", "", {"", "Ann", "", "B b", ""}, {13, 6, 6, 1, 120, 110});
+        row("name like a number", "CPREvents.xml", "Ann,Bob Jörg", "007", "", {"7"}, {13, 6, 6, 1, 120, 110});
         // clang-format on
     }
 
     void readRules()
     {
         QFETCH(QString, member);
-        QFETCH(QString, from);
-        QFETCH(QString, to);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
         QFETCH(QString, log);
-        MemoryHandler handler(m_golden);
+        FaultyFiles handler(m_golden);
         handler.members.insert("600.WV", QByteArray(2 * 600, '\1'));
         handler.members.insert("1091.WV", QByteArray(2 * 1091, '\1')); // 11 ms each in that row
-        QByteArray &content = handler.members[names[member.toInt()]];
-        const QByteArray old = QByteArray::fromPercentEncoding(from.toUtf8());
-        QVERIFY(content.contains(old));
-        content.replace(old, QByteArray::fromPercentEncoding(to.toUtf8()));
-        if (from.isEmpty())
-            handler.members.remove(names[member.toInt()]);
+        QVERIFY(change(handler.members, member, from, to));
         CPRData session;
         session.setSessionTime(7);
         QSignalSpy named(&session, &CPRData::filenameChanged);
@@ -311,45 +241,43 @@ private Q_SLOTS:
         QCOMPARE(logged.join('\n'), log.isEmpty() ? log : "Kelmar.CPRData.CPRData: " + log);
         QCOMPARE(named.count(), 1);
         QCOMPARE(handler.released, handler.given);
-        const bool isWaveMissing = from.isEmpty() && (member == "2" || member == "3");
+        const bool isWaveMissing = from.isEmpty() && member.endsWith(".WV");
         QCOMPARE(handler.releasedNulls, isWaveMissing ? 1 : 0);
-        QString learners;
-        for (const QString &name : session.learners())
-            learners += '<' + name + '>';
-        QTEST(learners, "learners");
+        QTEST(session.learners(), "learners");
         const CPREvents &events = *session.cprEvents();
-        QStringList figures;
-        for (int figure :
-             {int(events.events().size()), session.compressionData()->count(),
-              session.ventilationData()->count(), intOf(events.sessionInfo(), E::totalTime),
-              events.sessionTime(), session.cprGuidelines()->ventilationDetectVolume()})
-            figures.append(QString::number(figure));
-        QTEST(figures.join(' '), "figures");
+        const QVector<int> figures{int(events.events().size()),
+                                   session.compressionData()->count(),
+                                   session.ventilationData()->count(),
+                                   intOf(events.sessionInfo(), E::totalTime),
+                                   events.sessionTime(),
+                                   session.cprGuidelines()->ventilationDetectVolume()};
+        QTEST(figures, "figures");
     }
 
     void descriptionsAndOtherDocuments()
     {
-        // Without descriptions the waves have their usual names.
-        MemoryHandler handler(m_golden);
-        handler.members[names[1]] = "<waveFormList/>";
+        // Without descriptions the waves have their usual memberNames.
+        MemoryFileHandler handler(m_golden);
+        handler.members[memberNames[1]] = "<waveFormList/>";
         CPRData plain;
         QVERIFY(plain.readData(&handler));
         QCOMPARE(plain.compressionData()->count(), 6);
         // A document in another encoding costs itself alone.
-        handler.members[names[1]] = "<?xml version='1.0' encoding='ISO-8859-1'?><waveFormList/>";
+        handler.members[memberNames[1]] =
+            "<?xml version='1.0' encoding='ISO-8859-1'?><waveFormList/>";
         CPRData foreign;
         QVERIFY(!foreign.readData(&handler));
         QCOMPARE(logged.size(), 1);
         QCOMPARE(foreign.cprEvents()->events().size(), 13);
         // One that cannot be read leaves nothing of the session before.
-        handler.members[names[0]] = "";
+        handler.members[memberNames[0]] = "";
         foreign.assignLearner("Old");
         QVERIFY(!foreign.readData(&handler));
         QCOMPARE(foreign.cprEvents()->events().size(), 1);
-        // Waves that were loaded under other names are stored and named as usual.
+        // Waves that were loaded under other memberNames are stored and named as usual.
         handler.members = m_golden;
-        handler.members["A.WV"] = m_golden[names[2]];
-        handler.members[names[1]].replace("COMP.WV", "A.WV");
+        handler.members["A.WV"] = m_golden[memberNames[2]];
+        handler.members[memberNames[1]].replace("COMP.WV", "A.WV");
         CPRData renamed;
         QVERIFY(renamed.readData(&handler));
         QCOMPARE(saved(renamed), m_golden);
@@ -359,7 +287,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("path");
         for (const QString &name : QDir(dataDir.filePath("eventlists")).entryList({"*.xml"}))
-            QTest::newRow(qPrintable(name)) << "eventlists/" + name;
+            QTest::newRow(qPrintable(name)) << dataDir.filePath("eventlists/" + name);
     }
 
     // What each list is read to stands beside it: the warnings, then the events but the first.
@@ -369,12 +297,12 @@ private Q_SLOTS:
         CPRData session;
         CPREvents &list = *session.cprEvents();
         session.addUserEvent("of the list before");
-        QXmlStreamReader reader(contentOf(path));
+        QXmlStreamReader reader(bytesOf(path));
         list.read(&reader);
         logged.replaceInStrings("Kelmar.CPRData.CPREvents: Skipping element at", "skipped");
         QCOMPARE(list.at(0), list.cprSessionInfo());
         QCOMPARE(logged + describe(list.events().mid(1)),
-                 lines(contentOf(path.replace(".xml", ".txt"))));
+                 lines(bytesOf(path.replace(".xml", ".txt"))));
         const bool isStanding = path.contains("standing");
         QCOMPARE(list.cprSessionStatistics()->msecs(), isStanding ? 7 : 0);
         QCOMPARE(list.cprSessionScore()->msecs(), isStanding ? 8 : 0);
@@ -402,10 +330,10 @@ private Q_SLOTS:
 
     void survivesCutMembers()
     {
-        for (const QString &name : {names[0], names[1], names[4]}) {
+        for (const QString &name : {memberNames[0], memberNames[1], memberNames[4]}) {
             const int step = 1 + m_golden[name].size() / 150;
             for (int size = 0; size < m_golden[name].size(); size += step) {
-                MemoryHandler handler(m_golden);
+                FaultyFiles handler(m_golden);
                 handler.members[name].truncate(size);
                 CPRData session;
                 logged.clear();
@@ -428,7 +356,7 @@ private Q_SLOTS:
         for (CPREventBase *event : events.events(E::TagVent, -1))
             event->setEventEndTime(event->msecs());
         events.sessionInfo()->setParameter(E::manikinFeedpodVersion, "2.5");
-        MemoryHandler first(saved(session));
+        MemoryFileHandler first(saved(session));
 
         CPRData loaded;
         QVERIFY(loaded.readData(&first));
@@ -481,15 +409,11 @@ private Q_SLOTS:
 
     void survivesCorruptZip()
     {
-        const QByteArray zip = contentOf("golden.zip");
+        const QByteArray zip = bytesOf(goldenArchive);
         const auto load = [this](const QByteArray &content) {
-            QFile file(m_dir.filePath("corrupt.zip"));
-            CPRFileHandlerZip handler;
             CPRData session;
-            if (!file.open(QIODevice::WriteOnly) || file.write(content) < 0 || !file.flush())
-                return true;
-            return handler.open(file.fileName(), CPRFileHandlerZip::Read)
-                && session.readData(&handler);
+            const QString path = m_dir.filePath("corrupt.zip");
+            return store(path, content) && loadFrom(path, session);
         };
         QVERIFY(load(zip));
         QVERIFY(!load("no zip at all"));
@@ -538,16 +462,22 @@ private Q_SLOTS:
 
     void variantFromString_data()
     {
-        addRows({"variant"},
-                {"12|int 12", "-3|int -3", "2147483648|float 2147483648", "12.5|float 12.5",
-                 "1e3|float 1000", "|QString ", "abc|QString abc", "0x10|QString 0x10",
-                 "12 mm|QString 12 mm", "1,5|QString 1,5"});
+        const auto row = columns<QVariant>("expected");
+        row("12", 12);
+        row("-3", -3);
+        row("2147483648", 2147483648.0F);
+        row("12.5", 12.5F);
+        row("1e3", 1000.0F);
+        for (const char *text : {"", "abc", "0x10", "12 mm", "1,5"})
+            row(text, QString(text));
     }
 
     void variantFromString()
     {
+        QFETCH(QVariant, expected);
         const QVariant variant = CPRDataBase::variantFromString(QTest::currentDataTag());
-        QTEST(QString(variant.typeName()) + ' ' + variant.toString(), "variant");
+        QCOMPARE(variant.typeName(), expected.typeName());
+        QCOMPARE(variant, expected);
     }
 
     // That a burst gives one announcement is tested with every object that has one.

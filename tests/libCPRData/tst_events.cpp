@@ -11,16 +11,20 @@
 #include "CPREventShock.h"
 #include "CPREventUser.h"
 #include "CPREventVentilation.h"
-#include "support/TestSupport.h"
+#include "support/EventValues.h"
+#include "support/Messages.h"
+#include "support/Recorder.h"
+#include "support/Rows.h"
 
 #include <QBuffer>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 
-using namespace TestSupport;
+using namespace testsupport;
 using E = CPREventBase;
 using bls_2010::CommonDefs;
 
@@ -58,49 +62,81 @@ E *lasting(E *event, int end, const QString &name = QString())
     return event;
 }
 
-// Plays words of a kind and two numbers, of which the first two are mostly a start and an end:
-// C and V are a compression and a ventilation that the link has decoded, P is such a pause of 1 s,
-// p one that is listed already, X an event of the host; m is a pause message at a session time
-// with its length in s, a number is a report of the host from that start; cut is a time and the
-// length in s that a pause must have; any other name is an event of that name. Returns how messages
-// were answered.
-QString play(CPRData &session, const QString &script)
+using Step = std::function<void(CPRData &)>;
+using Steps = QVector<Step>;
+
+void play(CPRData &session, const Steps &steps)
 {
-    CPREvents *events = session.cprEvents();
-    QString answers;
-    for (const QString &word : script.split(blank)) {
-        const QStringList parts = word.split(QLatin1Char(':'));
-        const QString &kind = parts.at(0);
-        const int from = parts.at(1).toInt();
-        const int to = parts.at(2).toInt();
-        const auto length = static_cast<quint16>(to - from - 100);
-        if (kind == "C"_l1) {
-            events->incomingCompressionEvent(uint(from), 100,
-                                             {0, 100, length, 0, 0, 0, {}, 0, 0, 0});
-        } else if (kind == "V"_l1) {
-            events->incomingVentilationEvent(uint(from), 10, {0, 100, length, 0, 0, 0});
-        } else if (kind == "P"_l1) {
-            session.setSessionTime(to);
-            events->incomingInactivityTime(uint(from), 1);
-        } else if (kind == "p"_l1) {
-            events->addEvent(lasting(new CPREventInactivityCPR(from, events), to), false);
-        } else if (kind == "X"_l1) {
-            session.setSessionTime(from);
-            session.addUserEvent(kind);
-        } else if (kind == "m"_l1) {
-            session.setSessionTime(from);
-            answers += QLatin1Char(send(session, 81, bytes({0, to & 0xFF, to >> 8})) ? '+' : '-');
-        } else if (kind.at(0).isDigit()) {
-            session.setSessionTime(from);
-            events->incomingInactivityTime(kind.toUInt(), to);
-        } else if (kind == "cut"_l1) {
-            session.cprGuidelines()->setCompressionInactivityLevel0TimeoutCPR(to);
-            events->removeInactivityEventAfter(from);
-        } else {
-            events->addEvent(lasting(new E(E::CprPacketLossStart, from, events), to, kind), false);
-        }
-    }
-    return answers;
+    for (const Step &step : steps)
+        step(session);
+}
+
+// What the link has decoded; a pause of 1 s.
+Step compression(int start, int end)
+{
+    return [=](CPRData &session) {
+        session.cprEvents()->incomingCompressionEvent(
+            uint(start), 100, {0, 100, quint16(end - start - 100), 0, 0, 0, {}, 0, 0, 0});
+    };
+}
+
+Step ventilation(int start, int end)
+{
+    return [=](CPRData &session) {
+        session.cprEvents()->incomingVentilationEvent(
+            uint(start), 10, {0, 100, quint16(end - start - 100), 0, 0, 0});
+    };
+}
+
+Step pauseReport(int start, int at, int secs = 1)
+{
+    return [=](CPRData &session) {
+        session.setSessionTime(at);
+        session.cprEvents()->incomingInactivityTime(uint(start), secs);
+    };
+}
+
+// The manikin's message, at a session time.
+Step pauseMessage(int at, int secs, bool isAccepted = true)
+{
+    return [=](CPRData &session) {
+        session.setSessionTime(at);
+        QCOMPARE(send(session, 81, bytes({0, secs & 0xFF, secs >> 8})), isAccepted);
+    };
+}
+
+Step userEvent(int at)
+{
+    return [=](CPRData &session) {
+        session.setSessionTime(at);
+        session.addUserEvent("X"_l1);
+    };
+}
+
+// Events that are listed without a word.
+Step pause(int start, int end)
+{
+    return [=](CPRData &session) {
+        CPREvents *events = session.cprEvents();
+        events->addEvent(lasting(new CPREventInactivityCPR(start, events), end), false);
+    };
+}
+
+Step named(const QString &name, int start, int end)
+{
+    return [=](CPRData &session) {
+        CPREvents *events = session.cprEvents();
+        events->addEvent(lasting(new E(E::CprPacketLossStart, start, events), end, name), false);
+    };
+}
+
+// A pause has to have so many seconds.
+Step cut(int msecs, int minSecs)
+{
+    return [=](CPRData &session) {
+        session.cprGuidelines()->setCompressionInactivityLevel0TimeoutCPR(minSecs);
+        session.cprEvents()->removeInactivityEventAfter(msecs);
+    };
 }
 
 /// A host's own kind of pause, without parameters.
@@ -140,76 +176,128 @@ QString listed(const QList<E *> &events)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Step)
+
 class TestEvents : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
     void list_data()
     {
-        addRows(
-            {"script", "order", "answers"},
-            {"in order|a:10:20 b:20:30 c:40:40|i a b c|", "equal times|a:5:5 b:5:5 c:5:5|i a b c|",
-             "equal to the info|a:0:0 b:0:0|i a b|", "late|a:10:10 b:30:30 c:20:20|i a c b|",
-             "inside another|a:10:50 b:49:49|i b a|", "at its end|a:10:50 b:50:50|i a b|",
-             "inside two|a:0:100 b:100:110 c:90:90|i c a b|",
-             "search from the back|a:10:20 b:0:100 c:30:30|i b a c|",
-             "before all|a:10:10 b:-5:-5|b i a|",
-             // Numbers of compressions in their cycle.
-             "a cycle|C:9000:9400 C:9500:9900 C:10000:10400|i C1 C2 C3|",
-             "500 ms|C:100:500 C:1000:1400|i C1 C2|",
-             "501 ms|C:100:500 C:600:900 C:1401:1800 C:1900:2200|i C1 C2 C1 C2|",
-             "ventilation|C:100:500 C:600:900 V:900:1000 C:1000:1300 C:1400:1800|i C1 C2 V C1 C2|",
-             "pause|C:100:500 P:500:9000 C:700:1000 C:1100:1300|i C1 500-500/0 C1 C2|",
-             "other event|C:100:500 X:500:500 C:600:900|i C1 X C2|",
-             "ventilation before its time|C:100:500 C:510:900 V:1150:1500 X:1600:0 C:1000:1400|"
-             "i C1 C2 C3 V X|",
-             "counter after it|C:100:500 V:1150:1500 X:1600:0 C:1000:1400 C:1700:1900|"
-             "i C1 C2 V X C1|",
-             "at the peak|C:100:500 C:510:900 V:1100:1500 X:1600:0 C:1000:1400|i C1 C2 C1 V X|",
-             "no compression before|V:1150:1500 X:1600:0 C:1000:1400 C:1700:1900|i C1 V X C1|",
-             "pause goes on|m:10000:5 C:10000:10400 m:11000:6 C:10800:11000|i 5000-11000/6 C1 "
-             "C1|++",
-             // Pauses that are reported again and again.
-             "5, 6, 7 s|m:10000:5 m:11000:6 m:12000:7|i 5000-12000/7|+++",
-             "1000 ms late|m:10000:5 m:12000:6|i 5000-11000/6|++",
-             "1001 ms late|m:10000:5 m:12001:6|i 6001-12001/6 5000-10000/5|++",
-             "1000 ms early|m:10000:5 m:10000:6|i 5000-11000/6|++",
-             "1001 ms early|m:10000:5 m:9999:6|i 3999-9999/6 5000-10000/5|++",
-             "longer than the session|m:3000:5|i 0-3000/5|+",
-             "16 bits|m:10000000:261|i 9739000-10000000/261|+",
-             "longest|m:40000000:32767|i 7233000-40000000/32767|+",
-             "negative|m:10000:32768 m:10000:65535|i|--", "no length|m:10000:0|i|-",
-             "no session time|m:0:5|i|-", "host|5000:10000:5 5000:11000:6|i 5000-11000/6|",
-             "host, tolerated|4000:10000:5|i 4000-9000/5|",
-             "host, out of step|2000:10000:5|i 2000-2000/0|",
-             "host, another|5000:10000:5 18000:20000:2|i 5000-10000/5 18000-20000/2|",
-             // Cut pauses: less than 3 s do not remain.
-             "ends at the cut|p:1000:6000 cut:6000:3|i 1000-6000/0|",
-             "ends behind|p:1000:6000 cut:5999:3|i 1000-5999/4|",
-             "3 s remain|p:1000:6000 cut:4000:3|i 1000-4000/3|",
-             "less remains|p:1000:6000 cut:3999:3|i|", "at its start|p:4000:9000 cut:4000:0|i|",
-             "nothing too short|p:4000:9000 cut:4001:0|i 4000-4001/0|",
-             "two|p:1000:6000 p:8000:12000 cut:5000:3|i 1000-5000/4|",
-             "three|p:1000:4000 p:5000:9000 p:10000:15000 cut:7000:3|i 1000-4000/0|",
-             "all, and none|p:1000:4000 p:5000:9000 cut:0:3 cut:0:3|i|"});
+        const auto row = columns<Steps, QString>("steps", "order");
+        row("in order", {named("a", 10, 20), named("b", 20, 30), named("c", 40, 40)}, "i a b c");
+        row("equal times", {named("a", 5, 5), named("b", 5, 5), named("c", 5, 5)}, "i a b c");
+        row("equal to the info", {named("a", 0, 0), named("b", 0, 0)}, "i a b");
+        row("late", {named("a", 10, 10), named("b", 30, 30), named("c", 20, 20)}, "i a c b");
+        row("inside another", {named("a", 10, 50), named("b", 49, 49)}, "i b a");
+        row("at its end", {named("a", 10, 50), named("b", 50, 50)}, "i a b");
+        row("inside two", {named("a", 0, 100), named("b", 100, 110), named("c", 90, 90)},
+            "i c a b");
+        row("search from the back", {named("a", 10, 20), named("b", 0, 100), named("c", 30, 30)},
+            "i b a c");
+        row("before all", {named("a", 10, 10), named("b", -5, -5)}, "b i a");
+        // Numbers of compressions in their cycle.
+        row("a cycle",
+            {compression(9000, 9400), compression(9500, 9900), compression(10000, 10400)},
+            "i C1 C2 C3");
+        row("500 ms", {compression(100, 500), compression(1000, 1400)}, "i C1 C2");
+        row("501 ms",
+            {compression(100, 500), compression(600, 900), compression(1401, 1800),
+             compression(1900, 2200)},
+            "i C1 C2 C1 C2");
+        row("ventilation",
+            {compression(100, 500), compression(600, 900), ventilation(900, 1000),
+             compression(1000, 1300), compression(1400, 1800)},
+            "i C1 C2 V C1 C2");
+        row("pause",
+            {compression(100, 500), pauseReport(500, 9000), compression(700, 1000),
+             compression(1100, 1300)},
+            "i C1 500-500/0 C1 C2");
+        row("other event", {compression(100, 500), userEvent(500), compression(600, 900)},
+            "i C1 X C2");
+        row("ventilation before its time",
+            {compression(100, 500), compression(510, 900), ventilation(1150, 1500), userEvent(1600),
+             compression(1000, 1400)},
+            "i C1 C2 C3 V X");
+        row("counter after it",
+            {compression(100, 500), ventilation(1150, 1500), userEvent(1600),
+             compression(1000, 1400), compression(1700, 1900)},
+            "i C1 C2 V X C1");
+        row("at the peak",
+            {compression(100, 500), compression(510, 900), ventilation(1100, 1500), userEvent(1600),
+             compression(1000, 1400)},
+            "i C1 C2 C1 V X");
+        row("no compression before",
+            {ventilation(1150, 1500), userEvent(1600), compression(1000, 1400),
+             compression(1700, 1900)},
+            "i C1 V X C1");
+        row("pause goes on",
+            {pauseMessage(10000, 5), compression(10000, 10400), pauseMessage(11000, 6),
+             compression(10800, 11000)},
+            "i 5000-11000/6 C1 C1");
+        // Pauses that are reported again and again.
+        row("5, 6, 7 s", {pauseMessage(10000, 5), pauseMessage(11000, 6), pauseMessage(12000, 7)},
+            "i 5000-12000/7");
+        row("1000 ms late", {pauseMessage(10000, 5), pauseMessage(12000, 6)}, "i 5000-11000/6");
+        row("1001 ms late", {pauseMessage(10000, 5), pauseMessage(12001, 6)},
+            "i 6001-12001/6 5000-10000/5");
+        row("1000 ms early", {pauseMessage(10000, 5), pauseMessage(10000, 6)}, "i 5000-11000/6");
+        row("1001 ms early", {pauseMessage(10000, 5), pauseMessage(9999, 6)},
+            "i 3999-9999/6 5000-10000/5");
+        row("longer than the session", {pauseMessage(3000, 5)}, "i 0-3000/5");
+        row("16 bits", {pauseMessage(10000000, 261)}, "i 9739000-10000000/261");
+        row("longest", {pauseMessage(40000000, 32767)}, "i 7233000-40000000/32767");
+        row("negative", {pauseMessage(10000, 32768, false), pauseMessage(10000, 65535, false)},
+            "i");
+        row("no length", {pauseMessage(10000, 0, false)}, "i");
+        row("no session time", {pauseMessage(0, 5, false)}, "i");
+        row("host", {pauseReport(5000, 10000, 5), pauseReport(5000, 11000, 6)}, "i 5000-11000/6");
+        row("host, tolerated", {pauseReport(4000, 10000, 5)}, "i 4000-9000/5");
+        row("host, out of step", {pauseReport(2000, 10000, 5)}, "i 2000-2000/0");
+        row("host, another", {pauseReport(5000, 10000, 5), pauseReport(18000, 20000, 2)},
+            "i 5000-10000/5 18000-20000/2");
     }
 
     void list()
     {
-        QFETCH(QString, script);
+        QFETCH(Steps, steps);
         CPRData session;
         start(session);
         const CPREvents *events = session.cprEvents();
         Recorder recorder;
         recorder.watch(events, &CPREvents::inactivityCPREvent, "pause"_l1);
         connect(events, &CPREvents::compressionEvent, this,
-                [](const CPREventCompression *event) { QVERIFY(event->numberInCycle() > 0); });
-        QTEST(play(session, script), "answers");
+                [](const CPREventCompression *added) { QVERIFY(added->numberInCycle() > 0); });
+        play(session, steps);
         QTEST(listed(events->events()), "order");
-        if (script.startsWith("a:"_l1)) // of one tag all, the session info too
+        if (events->count(E::TagOther) == events->events().size()) // the session info, too
             QTEST(listed(events->events(E::TagOther, -1)), "order");
-        if (!script.contains("p:"_l1)) // each pause is announced when it is new
-            QCOMPARE(recorder.take().count("pause"_l1), events->count(E::TagInactivity));
+        QCOMPARE(recorder.take().count("pause"_l1), events->count(E::TagInactivity));
+    }
+
+    void cutPauses_data()
+    {
+        const auto row = columns<Steps, QString>("steps", "order");
+        row("ends at the cut", {pause(1000, 6000), cut(6000, 3)}, "i 1000-6000/0");
+        row("ends behind", {pause(1000, 6000), cut(5999, 3)}, "i 1000-5999/4");
+        row("3 s remain", {pause(1000, 6000), cut(4000, 3)}, "i 1000-4000/3");
+        row("less remains", {pause(1000, 6000), cut(3999, 3)}, "i");
+        row("at its start", {pause(4000, 9000), cut(4000, 0)}, "i");
+        row("nothing too short", {pause(4000, 9000), cut(4001, 0)}, "i 4000-4001/0");
+        row("two", {pause(1000, 6000), pause(8000, 12000), cut(5000, 3)}, "i 1000-5000/4");
+        row("three", {pause(1000, 4000), pause(5000, 9000), pause(10000, 15000), cut(7000, 3)},
+            "i 1000-4000/0");
+        row("all, and none", {pause(1000, 4000), pause(5000, 9000), cut(0, 3), cut(0, 3)}, "i");
+    }
+
+    // Less than 3 s do not remain.
+    void cutPauses()
+    {
+        QFETCH(Steps, steps);
+        CPRData session;
+        start(session);
+        play(session, steps);
+        QTEST(listed(session.cprEvents()->events()), "order");
     }
 
     void tagsAndSignals()
@@ -294,7 +382,7 @@ private Q_SLOTS:
         CPREvents *events = session.cprEvents();
         Recorder recorder;
         watchAll(recorder, events);
-        const auto newest = [&](const char *names) {
+        const auto newest = [&](std::initializer_list<const char *> names) {
             const E *event = events->events().last();
             QString text = QLatin1String(event->typeAsString());
             for (double number : numbersOf(event, names))
@@ -302,15 +390,15 @@ private Q_SLOTS:
             return text + QLatin1Char(':') + recorder.take();
         };
         session.addUserEvent("Morvane.Event.Deliver shock"_l1);
-        QCOMPARE(newest("msec shockEnergy"), "ShockDelivered 1234 0:gui"_l1);
+        QCOMPARE(newest({"msec", "shockEnergy"}), "ShockDelivered 1234 0:gui"_l1);
         session.addUserEvent("Morvane.Event.Deliver Shock"_l1);
-        QCOMPARE(newest("msec"), "Event 1234:gui"_l1);
+        QCOMPARE(newest({"msec"}), "Event 1234:gui"_l1);
         QCOMPARE(textOf(events->at(2), E::eventId), "Morvane.Event.Deliver Shock"_l1);
         events->aedEvent({{E::aedEventType, 2}, {E::aedScenarioNumber, 7}});
-        QCOMPARE(newest("msec aedEventType aedScenarioNumber"),
+        QCOMPARE(newest({"msec", "aedEventType", "aedScenarioNumber"}),
                  "CprAedEvent 1234 2 7:gui received"_l1);
         events->cprdEvent(E::AED_SVT, E::AED_PEA);
-        QCOMPARE(newest("msec aedEventType aedECGRhythm"),
+        QCOMPARE(newest({"msec", "aedEventType", "aedECGRhythm"}),
                  "CprCprdEvent 1234 19 8:gui received"_l1);
         QCOMPARE(qobject_cast<CPREventCPRD *>(events->at(4))->secondRhythm(), 6);
         const int children = events->children().size();
@@ -320,11 +408,11 @@ private Q_SLOTS:
         QVERIFY(!session.receiving());
         QCOMPARE(recorder.take(), "received"_l1);
         events->aedDetected(E::AEDTypes(7));
-        QCOMPARE(newest("msec aedEventType aedType"), "CprAedEvent 1234 29 1:aed other"_l1);
+        QCOMPARE(newest({"msec", "aedEventType", "aedType"}), "CprAedEvent 1234 29 1:aed other"_l1);
         QCOMPARE(int(events->sessionInfo()->connectedAEDType()), 1);
         session.compressionData()->setCompressionRate(100);
         events->incomingInactivityTime(1234, 1);
-        QCOMPARE(newest("msec"), "CprInactivityCPR 1234:pause received"_l1);
+        QCOMPARE(newest({"msec"}), "CprInactivityCPR 1234:pause received"_l1);
         QCOMPARE(int(session.compressionData()->compressionRate()), 0);
         settle();
         QCOMPARE(recorder.take(), "changed"_l1); // once for all of them
@@ -377,7 +465,7 @@ private Q_SLOTS:
         source->setSessionTime(9000);
         send(*source, 108, numberedBytes(27));
         send(*source, 101, bytes({4, 4}));
-        play(*source, "X:1000:0 X:3000:0 X:2000:0 C:4000:4300"_l1);
+        play(*source, {userEvent(1000), userEvent(3000), userEvent(2000), compression(4000, 4300)});
         const QString sessionID = source->cprEvents()->sessionInfo()->getSessionID();
         CPRData copied(*source);
         CPRData another(copied);
@@ -396,9 +484,9 @@ private Q_SLOTS:
 
         Recorder recorder;
         watchAll(recorder, copy);
-        play(copied, "C:4800:5000"_l1);
+        play(copied, {compression(4800, 5000)});
         QCOMPARE(listed(copy->events(E::TagComp, -1)), "C1 C2"_l1);
-        play(another, "C:4801:5000"_l1); // 501 ms later
+        play(another, {compression(4801, 5000)}); // 501 ms later
         QCOMPARE(listed(another.cprEvents()->events(E::TagComp, -1)), "C1 C1"_l1);
         for (quint32 id : {108U, 111U, 110U, 64U})
             send(copied, id, numberedBytes(22));
@@ -438,7 +526,7 @@ private Q_SLOTS:
         events->setScoresToReceive(2);
         for (quint32 id : {108U, 109U, 47U})
             send(session, id, numberedBytes(68));
-        play(session, "C:100:500"_l1);
+        play(session, {compression(100, 500)});
         QVERIFY(events->isScoresReady());
         session.assignLearner("Ola"_l1);
         events->sessionInfo()->setParameter(E::manikinName, "Nina"_l1);
@@ -464,7 +552,7 @@ private Q_SLOTS:
                 .join(blank);
         };
         QCOMPARE(kept(), "Nina Ola 8 6"_l1);
-        play(session, "C:600:900"_l1); // what was counted begins anew
+        play(session, {compression(600, 900)}); // what was counted begins anew
         QCOMPARE(listed(events->events()), "i C1"_l1);
         QVERIFY(!events->isScoresReady());
         recorder.take();
@@ -564,11 +652,11 @@ private Q_SLOTS:
         CPRData session;
         start(session);
         CPREvents *events = session.cprEvents();
-        play(session, "5000:10000:5"_l1);
+        play(session, {pauseReport(5000, 10000, 5)});
         session.compressionData()->setCompressionRate(90);
         connect(session.compressionData(), &CPRCompressionData::compressionRateChanged, this,
                 [events] { delete events->last(E::TagInactivity); });
-        play(session, "5000:11000:6"_l1);
+        play(session, {pauseReport(5000, 11000, 6)});
         QCOMPARE(listed(events->events()), "i"_l1);
         QVERIFY(!session.receiving());
     }

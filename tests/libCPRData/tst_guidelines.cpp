@@ -1,7 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "support/TestSupport.h"
+#include "support/Messages.h"
+#include "support/Rows.h"
 
 #include <chestboard/GuidelineValues.h>
 
@@ -16,7 +17,7 @@
 #include <cstring>
 #include <memory>
 
-using namespace TestSupport;
+using namespace testsupport;
 using bls_2010::GuidelineValues_t;
 
 namespace {
@@ -188,30 +189,34 @@ private Q_SLOTS:
     void messageFlagsAndTargets_data()
     {
         // All other bytes are 1. The targets: 8 - 7 / 2, 1 + 13 / 2, 1 + 7 / 2.
-        addRows({"byte", "value", "property", "expected"},
-                {"absolute|36|0|UseAbsoluteDepth|true", "relative|36|1|UseAbsoluteDepth|false",
-                 "relative 2|36|2|UseAbsoluteDepth|false", "official|45|1|IsOfficial|true",
-                 "not official|45|2|IsOfficial|false", "active|50|1||true",
-                 "not active|50|2||false", "default values|51|1|UsingDefaultValues|true",
-                 "no default values|51|2|UsingDefaultValues|false",
-                 "ventilations only|35|8|VentilationRateTargetForVentilationsOnly|5",
-                 "one rescuer|14|14|VentilationRateTargetDuringCPR|7",
-                 "two rescuers|44|8|VentilationRateTargetDuringTwoRescuerCPR|4"});
+        const auto row =
+            columns<int, int, QByteArray, QVariant>("byte", "value", "property", "expected");
+        row("absolute", 36, 0, "UseAbsoluteDepth", true);
+        row("relative", 36, 1, "UseAbsoluteDepth", false);
+        row("relative 2", 36, 2, "UseAbsoluteDepth", false);
+        row("official", 45, 1, "IsOfficial", true);
+        row("not official", 45, 2, "IsOfficial", false);
+        row("active", 50, 1, "", true);
+        row("not active", 50, 2, "", false);
+        row("default values", 51, 1, "UsingDefaultValues", true);
+        row("no default values", 51, 2, "UsingDefaultValues", false);
+        row("ventilations only", 35, 8, "VentilationRateTargetForVentilationsOnly", 5);
+        row("one rescuer", 14, 14, "VentilationRateTargetDuringCPR", 7);
+        row("two rescuers", 44, 8, "VentilationRateTargetDuringTwoRescuerCPR", 4);
     }
 
     void messageFlagsAndTargets()
     {
-        QFETCH(QString, byte);
-        QFETCH(QString, value);
-        QFETCH(QString, property);
+        QFETCH(int, byte);
+        QFETCH(int, value);
+        QFETCH(QByteArray, property);
         const auto set = newSet();
         QByteArray content(60, '\1');
-        content[byte.toInt()] = char(value.toInt());
+        content[byte] = char(value);
         QSignalSpy changes(set.get(), &CPRGuidelines::guidelinesChanged);
         QVERIFY(receive(*set, content));
         const QVariant flag = set->manikinGuidelineFlag();
-        QTEST((property.isEmpty() ? flag : set->property(property.toLatin1())).toString(),
-              "expected");
+        QTEST(property.isEmpty() ? flag : set->property(property), "expected");
         QVERIFY(changes.wait());
     }
 
@@ -308,34 +313,40 @@ private Q_SLOTS:
 
     void readsXml_data()
     {
-        // Values: VentilationVolumeMin, GuidelinesID and the dynamic property with its type.
-        addRows({"xml", "values"},
-                {"wrong root|<x><VentilationVolumeMin value=\"5\"/></x>|400 old ",
-                 "nothing||400 old ",
-                 "root of old|<guidelines><VentilationVolumeMin value=\"5\"/></guidelines>|5 old ",
-                 "any order|<GuideLineSettings><Other value=\"12.5\"/><GuidelinesID value=\"007\"/>"
-                 "<VentilationVolumeMin value=\"6\"><VentilationVolumeMin value=\"7\"/>"
-                 "</VentilationVolumeMin></GuideLineSettings>|6 7 float 12.5",
-                 "objectName|<GuideLineSettings><objectName value=\"x\"/>"
-                 "<VentilationVolumeMin value=\"8\"/></GuideLineSettings>|8 old ",
-                 "no value|<GuideLineSettings><VentilationVolumeMin val=\"8\"/>"
-                 "<Other value=\"ab\"/></GuideLineSettings>|400 old QString ab"});
+        // VentilationVolumeMin, GuidelinesID and the dynamic property.
+        const auto row = columns<QString, int, QString, QVariant>("xml", "volume", "id", "other");
+        row("wrong root", "<x><VentilationVolumeMin value=\"5\"/></x>", 400, "old", {});
+        row("nothing", "", 400, "old", {});
+        row("root of old", "<guidelines><VentilationVolumeMin value=\"5\"/></guidelines>", 5, "old",
+            {});
+        row("any order",
+            "<GuideLineSettings><Other value=\"12.5\"/><GuidelinesID "
+            "value=\"007\"/><VentilationVolumeMin value=\"6\"><VentilationVolumeMin "
+            "value=\"7\"/></VentilationVolumeMin></GuideLineSettings>",
+            6, "7", 12.5F);
+        row("objectName",
+            "<GuideLineSettings><objectName value=\"x\"/><VentilationVolumeMin "
+            "value=\"8\"/></GuideLineSettings>",
+            8, "old", {});
+        row("no value",
+            "<GuideLineSettings><VentilationVolumeMin val=\"8\"/><Other "
+            "value=\"ab\"/></GuideLineSettings>",
+            400, "old", "ab");
     }
 
     void readsXml()
     {
         QFETCH(QString, xml);
+        QFETCH(QVariant, other);
         const auto set = newSet();
         set->setGuidelinesID("old");
         set->setObjectName("kept");
         QXmlStreamReader reader(xml);
         set->read(&reader);
-        const QVariant other = set->property("Other");
-        QTEST(QString("%1 %2 %3%4")
-                      .arg(set->ventilationVolumeMin())
-                      .arg(set->guidelinesID(), other.typeName(), other.isValid() ? " " : "")
-                  + other.toString(),
-              "values");
+        QTEST(set->ventilationVolumeMin(), "volume");
+        QTEST(set->guidelinesID(), "id");
+        QCOMPARE(set->property("Other"), other);
+        QCOMPARE(set->property("Other").typeName(), other.typeName());
         QCOMPARE(set->objectName(), "kept");
         const bool isRefused = xml.isEmpty() || xml.startsWith("<x");
         QCOMPARE(logged.join('\n'),
@@ -374,12 +385,17 @@ private Q_SLOTS:
     void identifiers_data()
     {
         // The age letter is x when the identifier has none.
-        addRows({"text", "age"},
-                {"2025-EU-STD-A-01-20250901|2025 (EU) - STD<br><font size=\"2\">20250901</font>|A",
-                 "%2-3-%4-%1%-C-01-12%3%1%2|%2-3 (%4) - %1%<br><font size=\"2\">12%3%1%2</font>|C",
-                 "2025-EU-STD-A-01-2025090|2025 (EU) - STD<br><font size=\"2\">-2025090</font>|x",
-                 "Custom.I|Eigene|I", "custom.I|Eigene|x", "CUSTOMER|Eigene|x",
-                 "Custom.II|Eigene|x", "| () - <br><font size=\"2\"></font>|x"});
+        const auto row = columns<QString, QString>("text", "age");
+        row("2025-EU-STD-A-01-20250901", "2025 (EU) - STD<br><font size=\"2\">20250901</font>",
+            "A");
+        row("%2-3-%4-%1%-C-01-12%3%1%2", "%2-3 (%4) - %1%<br><font size=\"2\">12%3%1%2</font>",
+            "C");
+        row("2025-EU-STD-A-01-2025090", "2025 (EU) - STD<br><font size=\"2\">-2025090</font>", "x");
+        row("Custom.I", "Eigene", "I");
+        row("custom.I", "Eigene", "x");
+        row("CUSTOMER", "Eigene", "x");
+        row("Custom.II", "Eigene", "x");
+        row("", " () - <br><font size=\"2\"></font>", "x");
     }
 
     void identifiers()

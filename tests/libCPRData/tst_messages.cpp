@@ -8,14 +8,16 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREventUser.h"
 #include "CPREventVentilation.h"
-#include "support/TestSupport.h"
+#include "support/EventValues.h"
+#include "support/Messages.h"
+#include "support/Rows.h"
 
 #include <QLoggingCategory>
 #include <QSignalSpy>
 
 #include <limits>
 
-using namespace TestSupport;
+using namespace testsupport;
 using E = CPREventBase;
 using bls_2010::CommonDefs;
 using bls_2010::RMessage;
@@ -27,134 +29,144 @@ constexpr int sequence = 100; // 2000 ms of session time at the 20 ms of a new w
 constexpr int high = 0x81; // sets the sign bit of every byte
 constexpr int never = 99;
 
+struct Field {
+    QByteArray name;
+    int wholeFrom; // smallest content that holds all of it, below which it is 0
+    double value; // after content bytes 00 01 02 ...
+    double highValue; // after 81 82 83 ...
+    int storedFrom = 0; // smallest content that touches it, below which its earlier value stays
+};
+
 struct Layout {
     const char *name;
     quint32 id;
     int selector; // byte 1, or -1 for a numbered one
     int acceptedFrom; // smallest content that is not refused
     int size;
-    /// For each field: its name; the smallest content that holds all of it, below which it is 0;
-    /// what it holds after content bytes 00 01 02 ... and after 81 82 83 ...; if need be, the
-    /// smallest content that touches it, below which its earlier value stays.
-    const char *fields;
-    /// Names of fields of one byte each, beginning at byte 1.
-    const char *singles = "";
+    QVector<Field> fields;
+    QByteArrayList singles = {}; // names of fields of one byte each, beginning at byte 1
     bool isSigned = false;
 };
 
 // clang-format off
 const QVector<Layout> layouts = {
-    {"shock", 47, -1, 0, 3, "msec 0 5000 5000,shockEnergy 3 513 33666"},
-    {"AED power on", 48, 1, 2, 2, "msec 0 5000 5000,aedEventType 2 1 1,aedType 99 0 0 99"},
-    {"AED delay", 48, 14, 4, 4, "aedEventType 2 14 14,aedDelayedOnTime 4 770 33923"},
-    {"AED scenario", 48, 15, 3, 3, "aedEventType 2 15 15,aedScenarioNumber 3 2 131"},
-    {"AED frame", 48, 16, 4, 4, "aedEventType 2 16 16,aedScenarioFrameNumber 4 770 33923"},
-    {"AED rhythm", 48, 19, 3, 5, "aedEventType 2 19 19,aedECGRhythm 3 2 131,"
-        "aedECGPulseStatus 4 3 132 4,aedECGShockableStatus 5 4 133 5"},
-    {"AED scenario button", 48, 27, 3, 4, "aedEventType 2 27 27,"
-        "aedRemoteScenarioNumber 3 2 131,aedRemoteApplyToAll 4 3 132 4"},
-    {"AED other button", 48, 28, 3, 4, "aedEventType 2 28 28,"
-        "aedRemoteOtherButtonId 3 2 131,aedRemoteApplyToAll 4 3 132 4"},
-    {"AED type", 48, 29, 3, 3, "aedEventType 2 29 29,aedType 3 2 1"},
-    {"remote control", 50, 14, 2, 2, "msec 0 5000 5000,aedEventType 0 28 28,"
-        "aedRemoteOtherButtonId 2 14 14,aedRemoteApplyToAll 0 0 0"},
-    {"ECG rhythm", 52, -1, 3, 3, "msec 0 5000 5000,aedEventType 0 19 19,aedECGRhythm 2 1 130"},
-    {"compressions of the manikin", 70, 0, 0, 6,
-        "manikinCompressionCount 6 84148994 2256897155 6,manikinVentilationCount 99 0 0 99"},
-    {"ventilations of the manikin", 70, 1, 0, 6,
-        "manikinVentilationCount 6 84148994 2256897155 6,manikinCompressionCount 99 0 0 99"},
-    {"battery", 70, 32, 0, 28,
-        "manikinBatteryCycleCounter 4 770 33923 2,manikinBatterySlowChargeCounter 6 1284 34437 2,"
-        "manikinBatteryFastChargeCounter 8 1798 34951 2,"
-        "manikinBatteryAccumulatedSlowChargeTimeHours 10 2312 35465 2,"
-        "manikinBatteryAccumulatedFastChargeTimeHours 12 2826 35979 2,"
-        "manikinBatteryAccumulatedChargeTimeDuringLowTemperatureHours 14 3340 36493 2,"
-        "manikinBatteryAccumulatedChargeTimeDuringHighTemperatureHours 16 3854 37007 2,"
-        "manikinBatteryAvgMinLevelPercent 17 16 145 2,manikinBatteryAvgMaxLevelPercent 18 17 146 2,"
-        "manikinBatteryCriticalBatteryLevelCounter 20 4882 38035 2,"
-        "manikinBatteryAccumulatedDischargeCurrentAh 22 5396 38549 2,"
-        "manikinBatteryDesignCapacityMah 24 5910 39063 2,"
-        "manikinBatteryFullChargeCapacityMah 26 6424 39577 2,"
-        "manikinBatteryDisconnectCounter 28 6938 40091 2"},
-    {"compression", 79, -1, 18, 18,
-        "msec 0 1487 33870,compPeakForce 0 1027 -31356,compReleaseForce 0 1541 -30842,"
-        "compLeaningForce 0 -1 -1,compStatus 0 7 136,compIncompleteRelease 0 1 0,"
-        "compHandposXiphoid 0 0 1,compHandposError 0 0 0,compDepth 0 23.12 -300.71,"
-        "compAbsolutePeakDepth 0 23.12 -300.71,compReleaseDepth 0 28.26 -295.57,"
-        "compLeaningDepth 0 0 0,compPeakTime 0 4827 37595,endTime 0 8681 41834,"
-        "compInstantaneousPeriod 0 4368 37521,compMeanRate 0 112 112"},
-    {"ventilation", 80, -1, 12, 12,
-        "msec 0 1487 33870,ventDuringCompression 0 1 0,ventPeakTime 0 2771 68307,"
-        "endTime 0 4569 103258,ventInstantaneousPeriod 0 2312 35465,ventVolume 0 2826 35979,"
-        "ventRate 0 17 17"},
-    {"protocol", 101, -1, 0, 2, "cprProtocol 2 1 -126"},
-    {"stiffness", 107, -1, 0, 2, "manikinStiffness 2 1 130"},
-    {"scores", 108, -1, 0, 27, "msec 0 5000 5000",
-        "compReleaseScoreReduction compDepthScoreReduction compRateLowScoreReduction "
-        "compRateHighScoreReduction compHandposScoreReduction compOverallScore "
-        "ventShallowScoreReduction ventExcessiveScoreReduction ventRateLowScoreReduction "
-        "ventRateHighScoreReduction ventPauseScoreReduction ventCyclesScoreReduction "
-        "ventOverallScore flowTimePercentage compDepthStrokeLengthScoreReduction "
-        "compDeepDepthScoreReduction compCyclesScoreReduction compFlowtimeScoreReduction "
-        "overallScore isScoringModeAED preVentsTooFewScoreReduction preVentsTooManyScoreReduction "
-        "inflationTimeFastScoreReduction inflationTimeSlowScoreReduction "
-        "ventsPerMinuteSlowScoreReduction ventsPerMinuteFastScoreReduction"},
-    {"independent statistics", 109, -1, 0, 68,
-        "msec 0 0 0,cprCardTimestamp 5 67305985 2240054146,sessionDuration 7 1541 -30842,"
-        "timeFirstShock 9 2055 -30328,timeFirstComp 11 2569 -29814,timeFirstVent 13 3083 -29300,"
-        "compCount 15 3597 36750,compCyclesCount 17 4111 37264,ventCount 19 4625 37778,"
-        "ventCyclesCount 21 5139 38292,compInactivityPeriodCount 23 5653 38806,"
-        "compMeanDepth 25 6167 -26216,compStdDeviationDepth 27 6681 -25702,"
-        "compMeanReleaseDepth 29 7195 -25188,compStdDeviationReleaseDepth 31 7709 -24674,"
-        "compMeanRate 32 31 160,compStdDeviationRate 33 32 161,ventMeanVolume 35 8737 -23646,"
-        "ventStdDeviationVolume 37 9251 -23132,ventMeanRate 38 37 166,"
-        "ventStdDeviationRate 39 38 167,compHandPosCorrectPercentage 40 39 -88,"
-        "compHandPosXiphoidErrorPercentage 41 40 -87,compMeanStrokeLength 43 10793 -21590,"
-        "compStdDeviationStrokeLength 45 11307 -21076,inactivityAverageTime 47 11821 -20562,"
-        "inactivityTime 49 12335 -20048,ventMeanInflationTime 51 12849 -19534 51,"
-        "ventStdDeviationInflationTime 53 13363 -19020 51,numberOfPreVents 54 53 182 54,"
-        "averageNumberOfVentilationsPerCycle 56 14134 47287 54,"
-        "minNumberOfVentilationsPerCycle 58 14648 47801 54,"
-        "maxNumberOfVentilationsPerCycle 60 15162 48315 54,"
-        "averageNumberOfCompressionsPerCycle 62 15676 48829 54,"
-        "minNumberOfCompressionsPerCycle 64 16190 49343 54,"
-        "maxNumberOfCompressionsPerCycle 66 16704 49857 54,"
-        "flowTimePercentage 67 66 195 66,ventilationsPerMinute 68 67 196 66"},
-    {"histograms", 110, -1, 0, 37, "msec 0 0 0",
-        "compHistogramDepthBin compHistogramReleaseBin compHistogramRateBin "
-        "compHistogramInactivityBin ventHistogramVolumeBin ventHistogramRateBin"},
-    {"dependent statistics", 111, -1, 0, 14, "msec 0 5000 5000",
-        "compCorrectDepthPercentage compCorrectReleasePercentage compCorrectRatePercentage "
-        "compTooLowRatePercentage ventCorrectVolumePercentage ventNotEnoughVolumePercentage "
-        "ventCorrectRateCprPercentage ventTooHighRateCprPercentage "
-        "ventCorrectRateVentOnlyPercentage ventTooHighRateVentOnlyPercentage "
-        "ventCorrectInflationTimePercentage ventTooFastInflationTimePercentage "
-        "compCorrectStrokeLengthPercentage", true},
+    {"shock", 47, -1, 0, 3, {{"msec", 0, 5000, 5000}, {"shockEnergy", 3, 513, 33666}}},
+    {"AED power on", 48, 1, 2, 2, {
+        {"msec", 0, 5000, 5000}, {"aedEventType", 2, 1, 1}, {"aedType", never, 0, 0, never}}},
+    {"AED delay", 48, 14, 4, 4, {{"aedEventType", 2, 14, 14}, {"aedDelayedOnTime", 4, 770, 33923}}},
+    {"AED scenario", 48, 15, 3, 3, {{"aedEventType", 2, 15, 15}, {"aedScenarioNumber", 3, 2, 131}}},
+    {"AED frame", 48, 16, 4, 4, {
+        {"aedEventType", 2, 16, 16}, {"aedScenarioFrameNumber", 4, 770, 33923}}},
+    {"AED rhythm", 48, 19, 3, 5, {
+        {"aedEventType", 2, 19, 19}, {"aedECGRhythm", 3, 2, 131},
+        {"aedECGPulseStatus", 4, 3, 132, 4}, {"aedECGShockableStatus", 5, 4, 133, 5}}},
+    {"AED scenario button", 48, 27, 3, 4, {
+        {"aedEventType", 2, 27, 27}, {"aedRemoteScenarioNumber", 3, 2, 131},
+        {"aedRemoteApplyToAll", 4, 3, 132, 4}}},
+    {"AED other button", 48, 28, 3, 4, {
+        {"aedEventType", 2, 28, 28}, {"aedRemoteOtherButtonId", 3, 2, 131},
+        {"aedRemoteApplyToAll", 4, 3, 132, 4}}},
+    {"AED type", 48, 29, 3, 3, {{"aedEventType", 2, 29, 29}, {"aedType", 3, 2, 1}}},
+    {"remote control", 50, 14, 2, 2, {
+        {"msec", 0, 5000, 5000}, {"aedEventType", 0, 28, 28},
+        {"aedRemoteOtherButtonId", 2, 14, 14}, {"aedRemoteApplyToAll", 0, 0, 0}}},
+    {"ECG rhythm", 52, -1, 3, 3, {
+        {"msec", 0, 5000, 5000}, {"aedEventType", 0, 19, 19}, {"aedECGRhythm", 2, 1, 130}}},
+    {"compressions of the manikin", 70, 0, 0, 6, {
+        {"manikinCompressionCount", 6, 84148994, 2256897155, 6},
+        {"manikinVentilationCount", never, 0, 0, never}}},
+    {"ventilations of the manikin", 70, 1, 0, 6, {
+        {"manikinVentilationCount", 6, 84148994, 2256897155, 6},
+        {"manikinCompressionCount", never, 0, 0, never}}},
+    {"battery", 70, 32, 0, 28, {
+        {"manikinBatteryCycleCounter", 4, 770, 33923, 2},
+        {"manikinBatterySlowChargeCounter", 6, 1284, 34437, 2},
+        {"manikinBatteryFastChargeCounter", 8, 1798, 34951, 2},
+        {"manikinBatteryAccumulatedSlowChargeTimeHours", 10, 2312, 35465, 2},
+        {"manikinBatteryAccumulatedFastChargeTimeHours", 12, 2826, 35979, 2},
+        {"manikinBatteryAccumulatedChargeTimeDuringLowTemperatureHours", 14, 3340, 36493, 2},
+        {"manikinBatteryAccumulatedChargeTimeDuringHighTemperatureHours", 16, 3854, 37007, 2},
+        {"manikinBatteryAvgMinLevelPercent", 17, 16, 145, 2},
+        {"manikinBatteryAvgMaxLevelPercent", 18, 17, 146, 2},
+        {"manikinBatteryCriticalBatteryLevelCounter", 20, 4882, 38035, 2},
+        {"manikinBatteryAccumulatedDischargeCurrentAh", 22, 5396, 38549, 2},
+        {"manikinBatteryDesignCapacityMah", 24, 5910, 39063, 2},
+        {"manikinBatteryFullChargeCapacityMah", 26, 6424, 39577, 2},
+        {"manikinBatteryDisconnectCounter", 28, 6938, 40091, 2}}},
+    {"compression", 79, -1, 18, 18, {
+        {"msec", 0, 1487, 33870}, {"compPeakForce", 0, 1027, -31356},
+        {"compReleaseForce", 0, 1541, -30842}, {"compLeaningForce", 0, -1, -1},
+        {"compStatus", 0, 7, 136}, {"compIncompleteRelease", 0, 1, 0},
+        {"compHandposXiphoid", 0, 0, 1}, {"compHandposError", 0, 0, 0},
+        {"compDepth", 0, 23.12, -300.71}, {"compAbsolutePeakDepth", 0, 23.12, -300.71},
+        {"compReleaseDepth", 0, 28.26, -295.57}, {"compLeaningDepth", 0, 0, 0},
+        {"compPeakTime", 0, 4827, 37595}, {"endTime", 0, 8681, 41834},
+        {"compInstantaneousPeriod", 0, 4368, 37521}, {"compMeanRate", 0, 112, 112}}},
+    {"ventilation", 80, -1, 12, 12, {
+        {"msec", 0, 1487, 33870}, {"ventDuringCompression", 0, 1, 0},
+        {"ventPeakTime", 0, 2771, 68307}, {"endTime", 0, 4569, 103258},
+        {"ventInstantaneousPeriod", 0, 2312, 35465}, {"ventVolume", 0, 2826, 35979},
+        {"ventRate", 0, 17, 17}}},
+    {"protocol", 101, -1, 0, 2, {{"cprProtocol", 2, 1, -126}}},
+    {"stiffness", 107, -1, 0, 2, {{"manikinStiffness", 2, 1, 130}}},
+    {"scores", 108, -1, 0, 27, {{"msec", 0, 5000, 5000}}, {
+        "compReleaseScoreReduction", "compDepthScoreReduction", "compRateLowScoreReduction",
+        "compRateHighScoreReduction", "compHandposScoreReduction", "compOverallScore",
+        "ventShallowScoreReduction", "ventExcessiveScoreReduction", "ventRateLowScoreReduction",
+        "ventRateHighScoreReduction", "ventPauseScoreReduction", "ventCyclesScoreReduction",
+        "ventOverallScore", "flowTimePercentage", "compDepthStrokeLengthScoreReduction",
+        "compDeepDepthScoreReduction", "compCyclesScoreReduction", "compFlowtimeScoreReduction",
+        "overallScore", "isScoringModeAED", "preVentsTooFewScoreReduction",
+        "preVentsTooManyScoreReduction", "inflationTimeFastScoreReduction",
+        "inflationTimeSlowScoreReduction", "ventsPerMinuteSlowScoreReduction",
+        "ventsPerMinuteFastScoreReduction"}},
+    {"independent statistics", 109, -1, 0, 68, {
+        {"msec", 0, 0, 0}, {"cprCardTimestamp", 5, 67305985, 2240054146},
+        {"sessionDuration", 7, 1541, -30842}, {"timeFirstShock", 9, 2055, -30328},
+        {"timeFirstComp", 11, 2569, -29814}, {"timeFirstVent", 13, 3083, -29300},
+        {"compCount", 15, 3597, 36750}, {"compCyclesCount", 17, 4111, 37264},
+        {"ventCount", 19, 4625, 37778}, {"ventCyclesCount", 21, 5139, 38292},
+        {"compInactivityPeriodCount", 23, 5653, 38806}, {"compMeanDepth", 25, 6167, -26216},
+        {"compStdDeviationDepth", 27, 6681, -25702}, {"compMeanReleaseDepth", 29, 7195, -25188},
+        {"compStdDeviationReleaseDepth", 31, 7709, -24674}, {"compMeanRate", 32, 31, 160},
+        {"compStdDeviationRate", 33, 32, 161}, {"ventMeanVolume", 35, 8737, -23646},
+        {"ventStdDeviationVolume", 37, 9251, -23132}, {"ventMeanRate", 38, 37, 166},
+        {"ventStdDeviationRate", 39, 38, 167}, {"compHandPosCorrectPercentage", 40, 39, -88},
+        {"compHandPosXiphoidErrorPercentage", 41, 40, -87},
+        {"compMeanStrokeLength", 43, 10793, -21590},
+        {"compStdDeviationStrokeLength", 45, 11307, -21076},
+        {"inactivityAverageTime", 47, 11821, -20562}, {"inactivityTime", 49, 12335, -20048},
+        {"ventMeanInflationTime", 51, 12849, -19534, 51},
+        {"ventStdDeviationInflationTime", 53, 13363, -19020, 51},
+        {"numberOfPreVents", 54, 53, 182, 54},
+        {"averageNumberOfVentilationsPerCycle", 56, 14134, 47287, 54},
+        {"minNumberOfVentilationsPerCycle", 58, 14648, 47801, 54},
+        {"maxNumberOfVentilationsPerCycle", 60, 15162, 48315, 54},
+        {"averageNumberOfCompressionsPerCycle", 62, 15676, 48829, 54},
+        {"minNumberOfCompressionsPerCycle", 64, 16190, 49343, 54},
+        {"maxNumberOfCompressionsPerCycle", 66, 16704, 49857, 54},
+        {"flowTimePercentage", 67, 66, 195, 66}, {"ventilationsPerMinute", 68, 67, 196, 66}}},
+    {"histograms", 110, -1, 0, 37, {{"msec", 0, 0, 0}}, {
+        "compHistogramDepthBin", "compHistogramReleaseBin", "compHistogramRateBin",
+        "compHistogramInactivityBin", "ventHistogramVolumeBin", "ventHistogramRateBin"}},
+    {"dependent statistics", 111, -1, 0, 14, {{"msec", 0, 5000, 5000}}, {
+        "compCorrectDepthPercentage", "compCorrectReleasePercentage", "compCorrectRatePercentage",
+        "compTooLowRatePercentage", "ventCorrectVolumePercentage", "ventNotEnoughVolumePercentage",
+        "ventCorrectRateCprPercentage", "ventTooHighRateCprPercentage",
+        "ventCorrectRateVentOnlyPercentage", "ventTooHighRateVentOnlyPercentage",
+        "ventCorrectInflationTimePercentage", "ventTooFastInflationTimePercentage",
+        "compCorrectStrokeLengthPercentage"}, true},
 };
 // clang-format on
 
-struct Field {
-    QByteArray name;
-    int wholeFrom;
-    double value;
-    double highValue;
-    int storedFrom;
-};
-
 QVector<Field> fieldsOf(const Layout &layout)
 {
-    QVector<Field> fields;
-    for (const QByteArray &text : QByteArray(layout.fields).split(',')) {
-        const QByteArrayList words = text.split(' ');
-        fields.append({words.at(0), words.at(1).toInt(), words.at(2).toDouble(),
-                       words.at(3).toDouble(), words.value(4, "0").toInt()});
-    }
-    const QByteArrayList singles = QByteArray(layout.singles).split(' ');
-    for (int i = 0; i < layout.size - 1 && *layout.singles != 0; ++i) {
+    QVector<Field> fields = layout.fields;
+    for (int i = 0; i < layout.size - 1 && !layout.singles.isEmpty(); ++i) {
         const QByteArray name = layout.id == 110 // six fields to a name
-            ? singles.at(i / 6) + '_' + QByteArray::number(i % 6)
-            : singles.at(i);
-        fields.append({name, i + 2, i + 1., i + (layout.isSigned ? -126. : 130.), 0});
+            ? layout.singles.at(i / 6) + '_' + QByteArray::number(i % 6)
+            : layout.singles.at(i);
+        fields.append({name, i + 2, i + 1., i + (layout.isSigned ? -126. : 130.)});
     }
     return fields;
 }
@@ -461,12 +473,13 @@ private Q_SLOTS:
         const auto sent = [&](const QByteArray &content) {
             return logOf([&] { send(session, 79, content, sequence); });
         };
-        const auto last = [&](const char *names) {
+        const auto last = [&](std::initializer_list<const char *> names) {
             return numbersOf(lastCompression(session), names);
         };
         for (int bit : {1, 2, 4, 8, 16, 32, 64, 128}) {
             sent(compression(0, bit, 0, 0, 0));
-            QCOMPARE(last("compStatus compIncompleteRelease compHandposXiphoid compHandposError"),
+            QCOMPARE(last({"compStatus", "compIncompleteRelease", "compHandposXiphoid",
+                           "compHandposError"}),
                      Numbers({1. * bit, 1. * (bit == 1), 1. * (bit == 8), 1. * (bit == 16)}));
         }
         QCOMPARE(sent(compression(0, 0, 0, 0xFFFF, 1)),
@@ -476,15 +489,16 @@ private Q_SLOTS:
         QCOMPARE(session.cprEvents()->events().size(), 9);
         QCOMPARE(sent(compression(150, 0, 321, 10, 0xFFFF)),
                  "endTime not valid, peak2End = 65535"_l1);
-        QCOMPARE(last("msec compPeakTime endTime"), Numbers({2000, 2010, 67545}));
+        QCOMPARE(last({"msec", "compPeakTime", "endTime"}), Numbers({2000, 2010, 67545}));
     }
 
     void leaning()
     {
         CPRData session;
         const auto last = [&session] {
-            return numbersOf(lastCompression(session),
-                             "compLeaningForce compLeaningDepth compReleaseForce compReleaseDepth");
+            return numbersOf(
+                lastCompression(session),
+                {"compLeaningForce", "compLeaningDepth", "compReleaseForce", "compReleaseDepth"});
         };
         send(session, 79, compression(150, 0, 321, 10, 10), 100);
         send(session, 79, compression(250, 0, 654, 10, 10), 200);
@@ -508,17 +522,26 @@ private Q_SLOTS:
 
     void rates_data()
     {
-        addRows({"message", "announced"}, // by the message sent twice
-                {"rate|87 09341207|r4660", "negative rate|87 0934FE|r-460", "low byte|87 09F4|r244",
-                 "no rate, 0 as after a reset|87 09|", "peak|104 093412|p4660 p4660",
-                 "negative peak|104 0934FE|p-460 p-460", "low byte of peak|104 09F4|p244 p244",
-                 "no peak|104 |p0 p0", "ventilation rate|88 090C01|v12", "already -1|88 09FF|",
-                 "negative ventilation rate|88 0980|v-128", "no ventilation rate|88 09|v0"});
+        // What the message announces when it is sent twice.
+        const auto row = columns<quint32, QByteArray, QString>("id", "content", "announced");
+        row("rate", 87, bytes({0x09, 0x34, 0x12, 0x07}), "r4660");
+        row("negative rate", 87, bytes({0x09, 0x34, 0xFE}), "r-460");
+        row("low byte", 87, bytes({0x09, 0xF4}), "r244");
+        row("no rate, 0 as after a reset", 87, bytes({0x09}), "");
+        row("peak", 104, bytes({0x09, 0x34, 0x12}), "p4660 p4660");
+        row("negative peak", 104, bytes({0x09, 0x34, 0xFE}), "p-460 p-460");
+        row("low byte of peak", 104, bytes({0x09, 0xF4}), "p244 p244");
+        row("no peak", 104, bytes({}), "p0 p0");
+        row("ventilation rate", 88, bytes({0x09, 0x0C, 0x01}), "v12");
+        row("already -1", 88, bytes({0x09, 0xFF}), "");
+        row("negative ventilation rate", 88, bytes({0x09, 0x80}), "v-128");
+        row("no ventilation rate", 88, bytes({0x09}), "v0");
     }
 
     void rates()
     {
-        QFETCH(QString, message);
+        QFETCH(quint32, id);
+        QFETCH(QByteArray, content);
         CPRData session;
         QStringList heard;
         const auto hear = [&heard](const char *kind) {
@@ -531,9 +554,8 @@ private Q_SLOTS:
         connect(wave, &CPRCompressionData::compressionRateChanged, this, hear("r"));
         connect(wave, &CPRCompressionData::compressionPeakDepthChanged, this, hear("p"));
         connect(volumes, &CPRVentilationData::ventilationRateChanged, this, hear("v"));
-        const QByteArrayList words = message.toLatin1().split(' ');
         for (int i = 0; i < 2; ++i)
-            QVERIFY(send(session, words.at(0).toUInt(), QByteArray::fromHex(words.at(1))));
+            QVERIFY(send(session, id, content));
         QTEST(heard.join(QLatin1Char(' ')), "announced");
     }
 
@@ -558,10 +580,19 @@ private Q_SLOTS:
     {
         CPRData session;
         CPREvents *events = session.cprEvents();
-        const char *flags = "compIncompleteRelease compHandposXiphoid compHandposError";
-        const char *values = "msec compPeakTime endTime compInstantaneousPeriod compDepth "
-                             "compAbsolutePeakDepth compReleaseDepth compLeaningDepth "
-                             "compLeaningForce compPeakForce compReleaseForce compMeanRate";
+        const auto flags = {"compIncompleteRelease", "compHandposXiphoid", "compHandposError"};
+        const auto values = {"msec",
+                             "compPeakTime",
+                             "endTime",
+                             "compInstantaneousPeriod",
+                             "compDepth",
+                             "compAbsolutePeakDepth",
+                             "compReleaseDepth",
+                             "compLeaningDepth",
+                             "compLeaningForce",
+                             "compPeakForce",
+                             "compReleaseForce",
+                             "compMeanRate"};
         events->incomingCompressionEvent(1000, 108,
                                          {0, 0xF001, 0xF002, 0xF003, -4321, -1234, {}, 2, 0, 0});
         QCOMPARE(numbersOf(lastCompression(session), flags), Numbers({1, 0, 0}));
@@ -572,8 +603,8 @@ private Q_SLOTS:
         QCOMPARE(numbersOf(lastCompression(session), flags), Numbers({0, 1, 1}));
         events->incomingVentilationEvent(2000, -3, {0, 0xF001, 0xF002, 0xF003, 0xF004, 2});
         QCOMPARE(numbersOf(events->last(E::TagVent),
-                           "msec ventPeakTime endTime ventInstantaneousPeriod ventVolume ventRate "
-                           "ventDuringCompression"),
+                           {"msec", "ventPeakTime", "endTime", "ventInstantaneousPeriod",
+                            "ventVolume", "ventRate", "ventDuringCompression"}),
                  Numbers({2000, 63441, 124883, 61443, 61444, -3, 1}));
         QCOMPARE(session.ventilationData()->rate(), -3);
     }

@@ -9,7 +9,8 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREventShock.h"
 #include "CPREventUser.h"
-#include "support/TestSupport.h"
+#include "support/Messages.h"
+#include "support/Rows.h"
 
 #include <QFile>
 #include <QJSEngine>
@@ -20,7 +21,7 @@
 
 #include <memory>
 
-using namespace TestSupport;
+using namespace testsupport;
 using bls_2010::CommonDefs;
 
 class TestQml : public QObject {

@@ -1,7 +1,9 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "support/StoredSession.h"
+#include "support/Damage.h"
+#include "support/Program.h"
+#include "support/Rows.h"
 
 #include <QDir>
 #include <QLoggingCategory>
@@ -13,9 +15,12 @@
 #include <memory>
 
 #include <dlfcn.h>
+#include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
-using namespace TestSupport;
+using namespace testsupport;
+Q_DECLARE_METATYPE(Zip::Mode)
 
 namespace {
 
@@ -100,11 +105,11 @@ private Q_SLOTS:
         signal(SIGXFSZ, SIG_IGN);
         CPRData session;
         session.addUserEvent("old");
-        QVERIFY(save(m_path, session, Zip::Create));
+        QVERIFY(saveTo(m_path, session));
         Zip zip;
         QVERIFY(zip.open(m_path, Zip::Add) && writeMember(zip, "notes.txt") && zip.close());
         m_old = bytesOf(m_path);
-        QVERIFY(load(TEST_DATA_DIR "/golden.zip", session));
+        QVERIFY(loadFrom(goldenArchive, session));
         m_whole = contentOf(session);
         m_session = std::make_unique<CPRData>(session); // lists the statistics and the score
     }
@@ -123,7 +128,7 @@ private Q_SLOTS:
                 const auto saveWithFault = [&] {
                     calls = 0;
                     fault = isKilled ? Killed : NotDone;
-                    const bool isSaved = save(m_path, *m_session, mode);
+                    const bool isSaved = saveTo(m_path, *m_session, mode);
                     fault = None;
                     return isSaved ? 0 : 1;
                 };
@@ -147,7 +152,7 @@ private Q_SLOTS:
                 resetFolder();
                 const rlimit full{rlim_t(size), limit.rlim_max};
                 setrlimit(RLIMIT_FSIZE, &full);
-                const bool isSaved = save(m_path, *m_session, mode);
+                const bool isSaved = saveTo(m_path, *m_session, mode);
                 setrlimit(RLIMIT_FSIZE, &limit);
                 QVERIFY2(isAsReported(isSaved, mode), qPrintable(QString::number(size)));
                 QVERIFY(isSaved || successes == 0);
@@ -159,26 +164,33 @@ private Q_SLOTS:
 
     void refusedPlaces_data()
     {
-        addRows({"place", "mode"},
-                {"folder|.|0", "pipe|pipe|0", "folder not there|none/a.zip|0",
-                 "no permission|locked/a.zip|0", "add to nothing|none.zip|1",
-                 "add to an empty file|empty.zip|1", "add to a cut archive|cut.zip|1",
-                 "add to an encrypted one|encrypted.zip|1", "add to a pipe|pipe|1",
-                 "read a pipe|pipe|2", "read a folder|.|2", "read nothing|none.zip|2"});
+        const auto row = columns<QString, Zip::Mode>("place", "mode");
+        row("folder", ".", Zip::Create);
+        row("pipe", "pipe", Zip::Create);
+        row("folder not there", "none/a.zip", Zip::Create);
+        row("no permission", "locked/a.zip", Zip::Create);
+        row("add to nothing", "none.zip", Zip::Add);
+        row("add to an empty file", "empty.zip", Zip::Add);
+        row("add to a cut archive", "cut.zip", Zip::Add);
+        row("add to an encrypted one", "encrypted.zip", Zip::Add);
+        row("add to a pipe", "pipe", Zip::Add);
+        row("read a pipe", "pipe", Zip::Read);
+        row("read a folder", ".", Zip::Read);
+        row("read nothing", "none.zip", Zip::Read);
     }
 
     void refusedPlaces()
     {
         QFETCH(QString, place);
-        QFETCH(QString, mode);
+        QFETCH(Zip::Mode, mode);
         if (place.startsWith("locked") && geteuid() == 0)
             QSKIP("the superuser may write everywhere");
         const QDir dir(m_dir.path());
         QCOMPARE(mkfifo(qPrintable(dir.filePath("pipe")), 0600), 0);
         QCOMPARE(mkdir(qPrintable(dir.filePath("locked")), 0500), 0);
         QByteArray encrypted = m_old;
-        for (int at = 0; (at = encrypted.indexOf("PK\1\2", at)) >= 0; ++at)
-            encrypted[at + 8] = char(encrypted[at + 8] | 1);
+        for (const ZipEntry &each : directoryOf(m_old))
+            patch(encrypted, each.entry + flagsField + 2, 1, 1);
         QVERIFY(store(dir.filePath("empty.zip"), "")
                 && store(dir.filePath("cut.zip"), m_old.left(99))
                 && store(dir.filePath("encrypted.zip"), encrypted));
@@ -190,7 +202,7 @@ private Q_SLOTS:
         };
         const QByteArrayList before = picture();
         Zip zip;
-        const bool isOpen = zip.open(dir.absoluteFilePath(place), Zip::Mode(mode.toInt()));
+        const bool isOpen = zip.open(dir.absoluteFilePath(place), mode);
         QVERIFY(!isOpen || (writeMember(zip, "a") && !zip.close()));
         QVERIFY(!zip.errorString().isEmpty());
         QCOMPARE(picture(), before);
@@ -262,7 +274,7 @@ private:
     bool isNew(int mode) const
     {
         CPRData session;
-        if (!load(m_path, session) || contentOf(session) != m_whole)
+        if (!loadFrom(m_path, session) || contentOf(session) != m_whole)
             return false;
         Zip zip;
         const bool isOpen = zip.open(m_path, Zip::Read);

@@ -5,22 +5,21 @@
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandlerZip.h"
 #include "CPRWaveformInfo.h"
-#include "support/TestSupport.h"
+#include "support/EventValues.h"
+#include "support/Messages.h"
+#include "support/Recorder.h"
+#include "support/Rows.h"
 
-#include <QHash>
 #include <QLoggingCategory>
-#include <QMetaEnum>
 #include <QPointer>
 #include <QSignalSpy>
 
 #include <functional>
 #include <memory>
 
-using namespace TestSupport;
+using namespace testsupport;
 using E = CPREventBase;
 using bls_2010::CommonDefs;
-
-Q_DECLARE_METATYPE(std::function<void(CPRData &)>)
 
 namespace {
 
@@ -45,42 +44,76 @@ void watchAll(Recorder &recorder, const CPRData &session)
     recorder.watch(&session, &CPRData::unsupportedFeature, "unsupported"_l1);
 }
 
-// Runs words: a state's key without CPR_, or a letter with a number or name. Gives what the last
-// one announces.
-QString run(CPRData &session, const QString &words)
+using Step = std::function<void(CPRData &)>;
+using Steps = QVector<Step>;
+using Ints = QVector<int>;
+using Losses = QVector<QPair<int, int>>; // type and time
+
+Step to(CPRData::CprState state)
 {
-    QString value;
-    const QHash<QChar, std::function<void()>> actions{
-        {QLatin1Char('h'), [&] { session.waveHeaderReceived(value.toInt()); }},
-        {QLatin1Char('p'),
-         [&] { session.compressionData()->waveformInfo()->setSamplePeriod(value.toInt()); }},
-        {QLatin1Char('l'), [&] { session.setPacketLossThresholdMs(value.toInt()); }},
-        {QLatin1Char('+'), [&] { session.assignLearner(value); }},
-        {QLatin1Char('-'), [&] { session.releaseLearner(value); }},
-    };
-    const auto states = QMetaEnum::fromType<CPRData::CprState>();
+    return [=](CPRData &session) { session.setCprState(state); };
+}
+
+const Step manikinReset = to(CPRData::CPR_MANIKIN_INIT);
+const Step prepared = to(CPRData::CPR_INIT);
+const Step started = to(CPRData::CPR_START);
+const Step ended = to(CPRData::CPR_ENDED);
+const Step stopped = to(CPRData::CPR_STOP);
+const Step reconnected = to(CPRData::CPR_RECONNECTED);
+
+Step header(int number)
+{
+    return [=](CPRData &session) { session.waveHeaderReceived(number); };
+}
+
+const Step fast = [](CPRData &session) {
+    session.compressionData()->waveformInfo()->setSamplePeriod(10);
+};
+
+Step lossThreshold(int msecs)
+{
+    return [=](CPRData &session) { session.setPacketLossThresholdMs(msecs); };
+}
+
+Step assigned(const QString &learner)
+{
+    return [=](CPRData &session) { session.assignLearner(learner); };
+}
+
+Step released(const QString &learner)
+{
+    return [=](CPRData &session) { session.releaseLearner(learner); };
+}
+
+// Gives what the last step announces.
+QString run(CPRData &session, const Steps &steps)
+{
     Recorder recorder;
     watchAll(recorder, session);
-    for (const QString &word : words.split(blank)) {
+    for (const Step &step : steps) {
         recorder.take();
-        value = word.section(QLatin1Char(':'), 1);
-        if (value.isEmpty())
-            session.setCprState(CPRData::CprState(states.keyToValue("CPR_" + word.toLatin1())));
-        else
-            actions.value(word.at(0))();
+        step(session);
     }
     return recorder.take();
 }
 
-// A set as it arrives: "active:identifier:too-deep setting:lowest rate".
-CPRGuidelines *guidelinesOf(const QString &text)
+// A set as it arrives.
+struct Set {
+    bool isActive;
+    QString identifier;
+    int tooDeepSetting;
+    int minRate;
+};
+
+using Sets = QVector<Set>;
+
+CPRGuidelines *guidelinesOf(const Set &set)
 {
-    const QStringList words = text.split(QLatin1Char(':'));
     auto *guidelines = new CPRGuidelines(static_cast<CPRData *>(nullptr));
-    guidelines->setManikinGuidelineFlag(words.at(0) == "active"_l1);
-    guidelines->setGuidelinesID(words.at(1));
-    guidelines->setCompressionTooDeepSetting(words.at(2).toInt());
-    guidelines->setCompressionRateMin(words.at(3).toInt());
+    guidelines->setManikinGuidelineFlag(set.isActive);
+    guidelines->setGuidelinesID(set.identifier);
+    guidelines->setCompressionTooDeepSetting(set.tooDeepSetting);
+    guidelines->setCompressionRateMin(set.minRate);
     return guidelines;
 }
 
@@ -111,6 +144,9 @@ QString studentsOf(const CPRData &session)
 
 } // namespace
 
+Q_DECLARE_METATYPE(Step)
+Q_DECLARE_METATYPE(Set)
+
 class TestSession : public QObject {
     Q_OBJECT
 
@@ -118,77 +154,89 @@ private Q_SLOTS:
     void states_data()
     {
         // What the last step announces; threshold, last and expected header; the start is stamped.
-        addRows({"steps", "heard", "numbers"},
-                {"manikin|MANIKIN_INIT|cleared other C V E|0 0 1 0",
-                 "manikin again|MANIKIN_INIT MANIKIN_INIT||0 0 1 0",
-                 "other manikin|START l:70 h:7 MANIKIN_INIT|cleared other C V E|0 0 1 0",
-                 "prepared|INIT|other cleared C V E|0 0 1 0", "prepared again|INIT INIT||0 0 1 0",
-                 "after a session|START l:70 h:7 INIT|other cleared C V E|70 0 1 0",
-                 "started|INIT START||0 0 1 1", "not prepared|START|resume|0 0 1 0",
-                 "started again|INIT START START|resume|0 0 1 1", "ended|START h:7 ENDED||0 7 8 0",
-                 "resumed|START h:7 ENDED START|resume|0 7 8 0", "stopped|INIT STOP||0 0 1 0",
-                 "resumed from stop|STOP START|resume|0 0 1 0",
-                 "reconnected|INIT RECONNECTED||0 0 1 0",
-                 "resumed from reconnect|RECONNECTED START|resume|0 0 1 0"});
+        const auto row = columns<Steps, QString, Ints>("steps", "heard", "numbers");
+        row("manikin", {manikinReset}, "cleared other C V E", {0, 0, 1, 0});
+        row("manikin again", {manikinReset, manikinReset}, "", {0, 0, 1, 0});
+        row("other manikin", {started, lossThreshold(70), header(7), manikinReset},
+            "cleared other C V E", {0, 0, 1, 0});
+        row("prepared", {prepared}, "other cleared C V E", {0, 0, 1, 0});
+        row("prepared again", {prepared, prepared}, "", {0, 0, 1, 0});
+        row("after a session", {started, lossThreshold(70), header(7), prepared},
+            "other cleared C V E", {70, 0, 1, 0});
+        row("started", {prepared, started}, "", {0, 0, 1, 1});
+        row("not prepared", {started}, "resume", {0, 0, 1, 0});
+        row("started again", {prepared, started, started}, "resume", {0, 0, 1, 1});
+        row("ended", {started, header(7), ended}, "", {0, 7, 8, 0});
+        row("resumed", {started, header(7), ended, started}, "resume", {0, 7, 8, 0});
+        row("stopped", {prepared, stopped}, "", {0, 0, 1, 0});
+        row("resumed from stop", {stopped, started}, "resume", {0, 0, 1, 0});
+        row("reconnected", {prepared, reconnected}, "", {0, 0, 1, 0});
+        row("resumed from reconnect", {reconnected, started}, "resume", {0, 0, 1, 0});
     }
 
     void states()
     {
-        QFETCH(QString, steps);
+        QFETCH(Steps, steps);
         CPRData session;
         QCOMPARE(session.cprState(), CPRData::CPR_UNINITIALIZED);
         QTEST(run(session, steps), "heard");
         const bool stamped = !textOf(session.cprEvents()->sessionInfo(), E::startTime).isEmpty();
-        QTEST(QString::asprintf("%d %d %d %d", session.packetLossThresholdMs(),
-                                session.lastWaveSequence(), session.expectedWaveSequence(),
-                                stamped),
+        QTEST(Ints({session.packetLossThresholdMs(), session.lastWaveSequence(),
+                    session.expectedWaveSequence(), stamped}),
               "numbers");
     }
 
     void headers_data()
     {
         // Expected header, last header, session time, samples of both waves; packet losses.
-        addRows(
-            {"steps", "numbers", "losses", "warning"},
-            {"1, 2, 5|p:10 START h:1 h:2 h:5|6 5 50 2 2|31@30 32@40|",
-             "at the threshold|p:10 l:20 START h:1 h:2 h:5|6 5 50 2 2||",
-             "above it|p:10 l:19 START h:1 h:2 h:5|6 5 50 2 2|31@30 32@40|",
-             "two gaps|p:10 START h:2 h:4|5 4 40 2 2|31@10 32@10 31@30 32@30|",
-             "a lower number|p:10 START h:1 h:2 h:1|2 1 10 0 0||",
-             "a negative number|p:10 START h:-5|-4 -5 -50 0 0||",
-             "0|p:10 START h:1 h:0|2 0 10 0 0||", "not started|p:10 STOP h:5|1 5 0 0 0||",
-             "pause|p:10 START h:1 STOP h:2 h:3 START h:4|5 4 40 2 2|31@20 32@30|",
-             "24 h|START h:1 h:4320002|4320003 4320002 86400040 4320000 4320000|"
-             "31@40 32@86400020|",
-             "more|START h:1 h:4320003 h:4320004|4320005 4320004 86400080 0 0||2 to 4320003",
-             "fuller than a wave can be|p:10 START h:8640001 h:8730011|8730012 8730011 87300110 "
-             "8730000 8730000|31@10 32@86400000 31@86400020 32@87300100|full",
-             "the last number|START h:2147483647 h:3|4 3 60 0 0||1 to 2147483647"});
+        const auto row =
+            columns<Steps, Ints, Losses, QStringList>("steps", "numbers", "losses", "warnings");
+        constexpr auto begin = E::CprPacketLossStart;
+        constexpr auto end = E::CprPacketLossEnd;
+        const QString jump = "Lost data: the wave jumps from %1 and is not filled";
+        const QString tooMany = "Lost data: a wave holds no more than 8730000 samples";
+        const QStringList full{tooMany, tooMany}; // both waves
+        row("1, 2, 5", {fast, started, header(1), header(2), header(5)}, {6, 5, 50, 2, 2},
+            {{begin, 30}, {end, 40}}, {});
+        row("at the threshold", {fast, lossThreshold(20), started, header(1), header(2), header(5)},
+            {6, 5, 50, 2, 2}, {}, {});
+        row("above it", {fast, lossThreshold(19), started, header(1), header(2), header(5)},
+            {6, 5, 50, 2, 2}, {{begin, 30}, {end, 40}}, {});
+        row("two gaps", {fast, started, header(2), header(4)}, {5, 4, 40, 2, 2},
+            {{begin, 10}, {end, 10}, {begin, 30}, {end, 30}}, {});
+        row("a lower number", {fast, started, header(1), header(2), header(1)}, {2, 1, 10, 0, 0},
+            {}, {});
+        row("a negative number", {fast, started, header(-5)}, {-4, -5, -50, 0, 0}, {}, {});
+        row("0", {fast, started, header(1), header(0)}, {2, 0, 10, 0, 0}, {}, {});
+        row("not started", {fast, stopped, header(5)}, {1, 5, 0, 0, 0}, {}, {});
+        row("pause", {fast, started, header(1), stopped, header(2), header(3), started, header(4)},
+            {5, 4, 40, 2, 2}, {{begin, 20}, {end, 30}}, {});
+        row("24 h", {started, header(1), header(4320002)},
+            {4320003, 4320002, 86400040, 4320000, 4320000}, {{begin, 40}, {end, 86400020}}, {});
+        row("more", {started, header(1), header(4320003), header(4320004)},
+            {4320005, 4320004, 86400080, 0, 0}, {}, QStringList(jump.arg("2 to 4320003")));
+        row("fuller than a wave can be", {fast, started, header(8640001), header(8730011)},
+            {8730012, 8730011, 87300110, 8730000, 8730000},
+            {{begin, 10}, {end, 86400000}, {begin, 86400020}, {end, 87300100}}, full);
+        row("the last number", {started, header(2147483647), header(3)}, {4, 3, 60, 0, 0}, {},
+            QStringList(jump.arg("1 to 2147483647")));
     }
 
     void headers()
     {
-        QFETCH(QString, steps);
-        QFETCH(QString, warning);
+        QFETCH(Steps, steps);
+        QFETCH(QStringList, warnings);
         CPRData session;
-        if (warning == "full"_l1) {
-            for (int wave = 0; wave < 2; ++wave) {
-                QTest::ignoreMessage(QtWarningMsg,
-                                     "Lost data: a wave holds no more than 8730000 samples");
-            }
-        } else if (!warning.isEmpty()) {
-            const auto text = QStringLiteral("Lost data: the wave jumps from %1 and is not filled");
-            QTest::ignoreMessage(QtWarningMsg, qPrintable(text.arg(warning)));
-        }
+        for (const QString &warning : warnings)
+            QTest::ignoreMessage(QtWarningMsg, qPrintable(warning));
         run(session, steps);
-        QStringList losses;
+        Losses losses;
         for (const E *event : session.cprEvents()->events().mid(1))
-            losses.append(QString::asprintf("%d@%d", event->type(), event->msecs()));
-        QTEST(losses.join(blank), "losses");
-        QTEST(QString::asprintf("%d %d %d %d %d", session.expectedWaveSequence(),
-                                session.lastWaveSequence(), session.cprEvents()->sessionTime(),
-                                session.compressionData()->count(),
-                                session.ventilationData()->count()),
+            losses.append({event->type(), event->msecs()});
+        QTEST(losses, "losses");
+        QTEST(Ints({session.expectedWaveSequence(), session.lastWaveSequence(),
+                    session.cprEvents()->sessionTime(), session.compressionData()->count(),
+                    session.ventilationData()->count()}),
               "numbers");
     }
 
@@ -216,32 +264,42 @@ private Q_SLOTS:
 
     void samples_data()
     {
-        addRows({"type", "step", "age"},
-                {"adult|4|10|A", "undefined|255|10|A", "infant|8|1|I", "30|30|1|I", "31|31|1|I",
-                 "infant of coarse step|38|10|I", "41|41|1|I", "nine months|100|1|T",
-                 "newborn|101|1|N", "child|6|10|C", "21|21|10|C", "43|43|10|C", "40|40|10|A"});
+        const auto row = columns<int, int, QString>("type", "step", "age");
+        row("adult", 4, 10, "A");
+        row("undefined", 255, 10, "A");
+        row("infant", 8, 1, "I");
+        row("30", 30, 1, "I");
+        row("31", 31, 1, "I");
+        row("infant of coarse step", 38, 10, "I");
+        row("41", 41, 1, "I");
+        row("nine months", 100, 1, "T");
+        row("newborn", 101, 1, "N");
+        row("child", 6, 10, "C");
+        row("21", 21, 10, "C");
+        row("43", 43, 10, "C");
+        row("40", 40, 10, "A");
     }
 
     void samples()
     {
-        QFETCH(QString, type);
-        QFETCH(QString, step);
+        QFETCH(int, type);
+        QFETCH(int, step);
         QFETCH(QString, age);
         CPRData session;
         CPREventSessionInfo *info = session.cprEvents()->sessionInfo();
-        send(session, 64, QByteArray(10, '\0') + static_cast<char>(type.toInt()));
-        QString stored;
+        send(session, 64, QByteArray(10, '\0') + static_cast<char>(type));
+        Ints stored;
         int sequence = 0;
         for (int value : {157, -157, 9, -9, 10}) {
             session.waveDataReceived(CommonDefs::WAVE_RELATIVE_COMP_DEPTH, value, sequence);
             session.waveDataReceived(CommonDefs::WAVE_VENT_VOLUME, value, sequence);
-            stored += QString::number(session.compressionData()->at(sequence)) + blank;
+            stored += session.compressionData()->at(sequence);
             QCOMPARE(session.compressionData()->at(sequence),
                      session.ventilationData()->at(sequence));
             ++sequence;
         }
-        QCOMPARE(stored, step == "1"_l1 ? "157 -157 9 -9 10 "_l1 : "150 -150 0 0 10 "_l1);
-        QCOMPARE(QString::number(info->waveDataStep()), step);
+        QCOMPARE(stored, step == 1 ? Ints({157, -157, 9, -9, 10}) : Ints({150, -150, 0, 0, 10}));
+        QCOMPARE(info->waveDataStep(), step);
         QCOMPARE(info->patientAgeType(), age);
         QCOMPARE(info->isInfant(), age == "T"_l1 || age == "I"_l1);
         QVERIFY(info->isNewborn() == (age == "N"_l1) && info->isInfant9Months() == (age == "T"_l1));
@@ -254,35 +312,41 @@ private Q_SLOTS:
 
     void routing_data()
     {
-        // Taken or not: 77 (depth), 77 (other depth), 87, 104, 77 (volume), 88, 79, 80, 81, 47, 75.
-        addRows({"state", "taken"},
-                {"prepared|INIT|+-++++++-++", "running|START|+-+++++++++",
-                 "ended|ENDED|---------++", "stopped|STOP|+-++++++-++"});
+        // Accepted or not: 77 (depth), 77 (other depth), 87, 104, 77 (volume), 88, 79, 80, 81,
+        // 47, 75.
+        const auto row = columns<CPRData::CprState, QString>("state", "accepted");
+        row("prepared", CPRData::CPR_INIT, "+-++++++-++");
+        row("running", CPRData::CPR_START, "+-+++++++++");
+        row("ended", CPRData::CPR_ENDED, "---------++");
+        row("stopped", CPRData::CPR_STOP, "+-++++++-++");
     }
 
     void routing()
     {
-        QFETCH(QString, state);
+        QFETCH(CPRData::CprState, state);
         CPRData session;
-        run(session, state);
+        session.setCprState(state);
         session.setSessionTime(9000);
-        QString taken;
-        for (const char *message : {"77 000914", "77 000D14", "87 0001", "104 0001", "77 000C14",
-                                    "88 0001", "79 ", "80 ", "81 000200", "47 ", "75 "}) {
-            const QByteArrayList words = QByteArray(message).split(' ');
-            const auto content = QByteArray::fromHex(words.at(1)) + QByteArray(60, '\0');
-            taken += QLatin1Char(send(session, words.at(0).toUInt(), content, 1) ? '+' : '-');
-        }
-        QTEST(taken, "taken");
+        // clang-format off
+        const QVector<QPair<quint32, QByteArray>> messages{
+            {77, bytes({0, 9, 20})}, {77, bytes({0, 13, 20})}, {87, bytes({0, 1})}, {104, bytes({0, 1})},
+            {77, bytes({0, 12, 20})}, {88, bytes({0, 1})}, {79, {}}, {80, {}}, {81, bytes({0, 2, 0})},
+            {47, {}}, {75, {}}};
+        // clang-format on
+        QString accepted;
+        for (const auto &[id, content] : messages)
+            accepted +=
+                QLatin1Char(send(session, id, content + QByteArray(60, '\0'), 1) ? '+' : '-');
+        QTEST(accepted, "accepted");
         Recorder recorder;
         watchAll(recorder, session);
         CPREvents *events = session.cprEvents();
         events->incomingCompressionEvent(9000, 100, {});
         events->incomingVentilationEvent(9100, 10, {});
         events->incomingInactivityTime(4000, 5);
-        const bool ended = state == "ENDED"_l1;
-        QCOMPARE(recorder.take(), ended ? ""_l1 : "complete complete complete"_l1);
-        QCOMPARE(events->count(1) + events->count(2), ended ? 0 : 4);
+        const bool isEnded = state == CPRData::CPR_ENDED;
+        QCOMPARE(recorder.take(), isEnded ? ""_l1 : "complete complete complete"_l1);
+        QCOMPARE(events->count(1) + events->count(2), isEnded ? 0 : 4);
     }
 
     void timeReceivingAndFlags()
@@ -313,48 +377,50 @@ private Q_SLOTS:
     void trimming_data()
     {
         // A wave of 3100 samples and a pause from 50 to 62 s; the statistics say 59 s.
-        addRows(
-            {"wanted", "time", "left"},
-            {"trimmed|1|61000|3001 3001 60000 60000 10", "1 ms|1|60001|3001 3001 60000 60000 10",
-             "not over|1|60000|3100 3100 60000 62000 12", "no|0|61000|3100 3100 61000 62000 12"});
+        const auto row = columns<bool, int, Ints>("wanted", "time", "left");
+        row("trimmed", true, 61000, {3001, 3001, 60000, 60000, 10});
+        row("1 ms", true, 60001, {3001, 3001, 60000, 60000, 10});
+        row("not over", true, 60000, {3100, 3100, 60000, 62000, 12});
+        row("no", false, 61000, {3100, 3100, 61000, 62000, 12});
     }
 
     void trimming()
     {
-        QFETCH(QString, wanted);
-        QFETCH(QString, time);
+        QFETCH(bool, wanted);
+        QFETCH(int, time);
         CPRData session;
         CPREvents *events = session.cprEvents();
-        session.setTrimToTotalTime(wanted == "1"_l1);
+        session.setTrimToTotalTime(wanted);
         session.compressionData()->fill(3100);
         session.ventilationData()->fill(3100);
         auto *pause = new CPREventInactivityCPR(50000, events);
         pause->setEventEndTime(62000);
         pause->setParameter(E::compInactivity, 12);
         events->addEvent(pause, false);
-        session.setSessionTime(time.toInt());
+        session.setSessionTime(time);
         events->setScoresToReceive(1);
         send(session, 109, bytes({0, 0, 0, 0, 0, 59, 0}));
-        QTEST(QString::asprintf("%d %d %d %d %d", session.compressionData()->count(),
-                                session.ventilationData()->count(), events->sessionTime(),
-                                pause->eventEndTime(), intOf(pause, E::compInactivity)),
+        QTEST(Ints({session.compressionData()->count(), session.ventilationData()->count(),
+                    events->sessionTime(), pause->eventEndTime(), intOf(pause, E::compInactivity)}),
               "left");
     }
 
     void learners_data()
     {
-        addRows({"steps", "students", "heard"}, // by the last step, in the order of the connections
-                {"one|+:Ola|Ola|info names learners", "duplicate|+:Ola +:Ola|Ola|",
-                 "other case|+:Ola +:ola|Ola,ola|info names learners",
-                 "commas|+:A,B +:C|AB,C|info names learners",
-                 "only a comma|+:, +:C|C|info names learners",
-                 "released|+:A +:B -:A|B|info names learners",
-                 "unknown released|+:A -:B|A|info names learners"});
+        // What the last step announces, in the order of the connections.
+        const auto row = columns<Steps, QString, QString>("steps", "students", "heard");
+        row("one", {assigned("Ola")}, "Ola", "info names learners");
+        row("duplicate", {assigned("Ola"), assigned("Ola")}, "Ola", "");
+        row("other case", {assigned("Ola"), assigned("ola")}, "Ola,ola", "info names learners");
+        row("commas", {assigned("A,B"), assigned("C")}, "AB,C", "info names learners");
+        row("only a comma", {assigned(","), assigned("C")}, "C", "info names learners");
+        row("released", {assigned("A"), assigned("B"), released("A")}, "B", "info names learners");
+        row("unknown released", {assigned("A"), released("B")}, "A", "info names learners");
     }
 
     void learners()
     {
-        QFETCH(QString, steps);
+        QFETCH(Steps, steps);
         CPRData session;
         QTEST(run(session, steps), "heard");
         QTEST(studentsOf(session), "students");
@@ -393,35 +459,37 @@ private Q_SLOTS:
     void guidelines_data()
     {
         // Sets as they arrive; what the last one announces; the list then; how many warnings.
-        addRows({"sets", "heard", "list", "warnings"},
-                {"active|active:2015-A:1:90|received|2015-A:90|0",
-                 "unknown setting|active:2015-A:0:90|unsupported received|2015-A:90|1",
-                 "the same again|active:2015-A:0:90 active:2015-A:0:90|received|2015-A:90|1",
-                 "changed|active:A:0:90 active:A:0:91|unsupported received|A:91|2",
-                 "of 2010|active:2010-A:0:90|received|2010-A:90|0",
-                 "2010 inside|active:x2010:0:90|unsupported received|x2010:90|1",
-                 "new|active:A:1:90 known:B:0:80|list received|A:90 B:80|0",
-                 "known|known:B:0:80 known:C:0:70 known:B:0:81|received|:100 B:81 C:70|0",
-                 "the active one's|active:A:1:90 known:A:0:80|received|A:80|0"});
+        const auto row = columns<Sets, QString, QString, int>("sets", "heard", "list", "warnings");
+        row("active", {{true, "2015-A", 1, 90}}, "received", "2015-A:90", 0);
+        row("unknown setting", {{true, "2015-A", 0, 90}}, "unsupported received", "2015-A:90", 1);
+        row("the same again", {{true, "2015-A", 0, 90}, {true, "2015-A", 0, 90}}, "received",
+            "2015-A:90", 1);
+        row("changed", {{true, "A", 0, 90}, {true, "A", 0, 91}}, "unsupported received", "A:91", 2);
+        row("of 2010", {{true, "2010-A", 0, 90}}, "received", "2010-A:90", 0);
+        row("2010 inside", {{true, "x2010", 0, 90}}, "unsupported received", "x2010:90", 1);
+        row("new", {{true, "A", 1, 90}, {false, "B", 0, 80}}, "list received", "A:90 B:80", 0);
+        row("known", {{false, "B", 0, 80}, {false, "C", 0, 70}, {false, "B", 0, 81}}, "received",
+            ":100 B:81 C:70", 0);
+        row("the active one's", {{true, "A", 1, 90}, {false, "A", 0, 80}}, "received", "A:80", 0);
     }
 
     void guidelines()
     {
-        QFETCH(QString, sets);
-        QFETCH(QString, warnings);
+        QFETCH(Sets, sets);
+        QFETCH(int, warnings);
         for (bool clone : {false, true}) {
             CPRData session;
             session.setCloneIncomingGuidelines(clone);
             const CPRGuidelines *active = session.cprGuidelines();
             Recorder recorder;
             watchAll(recorder, session);
-            for (int i = 0; i < warnings.toInt(); ++i) {
+            for (int i = 0; i < warnings; ++i) {
                 QTest::ignoreMessage(QtWarningMsg,
                                      "Manikin do not support compression too deep setting");
             }
-            for (const QString &text : sets.split(blank)) {
+            for (const Set &each : sets) {
                 recorder.take();
-                const QPointer<QObject> set = guidelinesOf(text);
+                const QPointer<QObject> set = guidelinesOf(each);
                 session.incomingGuidelines(qobject_cast<CPRGuidelines *>(set));
                 const auto entry = QVariant::fromValue(set.data());
                 QVERIFY(set.isNull() || session.cprGuidelinesList().contains(entry));
@@ -471,7 +539,7 @@ private Q_SLOTS:
         source->receivingData(true);
         source->assignLearner("Ola"_l1);
         source->cprEvents()->sessionInfo()->setTotalTime(60);
-        for (QLatin1String set : {"active:A:1:90"_l1, "known:B:0:80"_l1})
+        for (const Set &set : {Set{true, "A", 1, 90}, Set{false, "B", 0, 80}})
             source->incomingGuidelines(guidelinesOf(set));
         source->waveHeaderReceived(1);
         source->waveDataReceived(CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 500, 0);
@@ -496,9 +564,9 @@ private Q_SLOTS:
         QCOMPARE(recorder.take(), "list list"_l1);
         QCOMPARE(known(copied), QString());
         QCOMPARE(copied.cprGuidelines()->compressionRateMin(), 90);
-        copied.incomingGuidelines(guidelinesOf("known:B:0:70"_l1));
+        copied.incomingGuidelines(guidelinesOf({false, "B", 0, 70}));
         QCOMPARE(known(copied), "B:70"_l1);
-        QCOMPARE(run(copied, "+:Kari"_l1), "info names learners"_l1);
+        QCOMPARE(run(copied, {assigned("Kari")}), "info names learners"_l1);
         QCOMPARE(studentsOf(copied), "Ola,Kari"_l1);
         copied.waveHeaderReceived(3);
         QCOMPARE(copied.compressionData()->at(1), 500); // the last depth fills the gap
@@ -525,10 +593,10 @@ private Q_SLOTS:
                                            int(connected.count()), events->count(E::TagAed)));
         }
         QCOMPARE(steps.join(blank), "400 211 211 122 122 032 343 453 453 364"_l1);
-        QCOMPARE(numbersOf(events->last(E::TagAed), "msec aedEventType aedType"),
+        QCOMPARE(numbersOf(events->last(E::TagAed), {"msec", "aedEventType", "aedType"}),
                  QVector<double>({700, 29, 3}));
         events->reset(); // it is still connected
-        QCOMPARE(numbersOf(events->last(E::TagAed), "msec aedType"), QVector<double>({0, 3}));
+        QCOMPARE(numbersOf(events->last(E::TagAed), {"msec", "aedType"}), QVector<double>({0, 3}));
         QCOMPARE(events->count(E::TagAed), 1);
         // An info beside the list's own one knows its AED, too, and enters it once.
         const std::unique_ptr<CPREventSessionInfo> beside(events->sessionInfo()->clone(events));
@@ -546,18 +614,10 @@ private Q_SLOTS:
     // A line names the operation that reports, and enumerators by their keys.
     void logLines_data()
     {
-        using Act = std::function<void(CPRData &)>;
-        QTest::addColumn<Act>("act");
-        QTest::addColumn<QString>("line");
-        const auto row = [](const char *line, const Act &act) {
-            QTest::newRow(line) << act << line;
-        };
-        row("CPRData::setCprState: State = CPR_ENDED",
-            [](CPRData &session) { session.setCprState(CPRData::CPR_ENDED); });
-        row("CPRData::waveHeaderReceived: sequenceNumber 3 cprState CPR_START",
-            [](CPRData &session) { session.waveHeaderReceived(3); });
-        row("CPRData::waveHeaderReceived: waveHeaderSync issue by 2, 40 ms",
-            [](CPRData &session) { session.waveHeaderReceived(3); });
+        const auto row = columns<Step>("act");
+        row("CPRData::setCprState: State = CPR_ENDED", ended);
+        row("CPRData::waveHeaderReceived: sequenceNumber 3 cprState CPR_START", header(3));
+        row("CPRData::waveHeaderReceived: waveHeaderSync issue by 2, 40 ms", header(3));
         row("CPRVentilationData::waveDataReceived: wType 9 data 150 seqNumber 4",
             [](CPRData &session) {
                 session.waveDataReceived(CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 157, 4);
@@ -578,8 +638,8 @@ private Q_SLOTS:
 
     void logLines()
     {
-        QFETCH(std::function<void(CPRData &)>, act);
-        QFETCH(QString, line);
+        QFETCH(Step, act);
+        const QString line = QTest::currentDataTag();
         CPRData session;
         start(session);
         QLoggingCategory::setFilterRules("Kelmar.*=true"_l1);

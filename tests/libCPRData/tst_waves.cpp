@@ -2,7 +2,8 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "CPRWaveformInfo.h"
-#include "support/TestSupport.h"
+#include "support/Messages.h"
+#include "support/Rows.h"
 
 #include <QBuffer>
 #include <QMetaProperty>
@@ -13,7 +14,7 @@
 
 #include <limits>
 
-using namespace TestSupport;
+using namespace testsupport;
 using bls_2010::CommonDefs;
 
 namespace {
@@ -174,50 +175,67 @@ private Q_SLOTS:
 
     void samplingValues_data()
     {
-        // Period and rate, which are 20 and 50 before.
-        addRows({"expected"},
-                {"rate 30|33 30", "rate 1000|1 1000", "period 30|30 33", "period 1000|1000 1",
-                 "rate 0|20 50", "rate -5|20 50", "rate 1001|20 50", "rate 2000|20 50",
-                 "period 0|20 50", "period -5|20 50", "period 1001|20 50", "period 2000|20 50"});
+        // Period and rate are 20 and 50 before.
+        const auto row = columns<bool, int, int, int>("isRate", "value", "period", "rate");
+        row("rate 30", true, 30, 33, 30);
+        row("rate 1000", true, 1000, 1, 1000);
+        row("period 30", false, 30, 30, 33);
+        row("period 1000", false, 1000, 1000, 1);
+        row("rate 0", true, 0, 20, 50);
+        row("rate -5", true, -5, 20, 50);
+        row("rate 1001", true, 1001, 20, 50);
+        row("rate 2000", true, 2000, 20, 50);
+        row("period 0", false, 0, 20, 50);
+        row("period -5", false, -5, 20, 50);
+        row("period 1001", false, 1001, 20, 50);
+        row("period 2000", false, 2000, 20, 50);
     }
 
     void samplingValues()
     {
-        QFETCH(QString, expected);
-        const QString name = QTest::currentDataTag();
-        const int value = name.section(' ', 1).toInt();
-        const bool isRate = name.startsWith("rate");
+        QFETCH(bool, isRate);
+        QFETCH(int, value);
+        QFETCH(int, rate);
         CPRWaveformInfo info(nullptr);
         info.setSampleRate(50);
-        if (expected == "20 50")
+        if (rate == 50)
             QTest::ignoreMessage(QtWarningMsg,
                                  QRegularExpression("^Sample (rate|period) refused:"));
         isRate ? info.setSampleRate(value) : info.setSamplePeriod(value);
-        QCOMPARE(QString("%1 %2").arg(info.samplePeriod()).arg(info.sampleRate()), expected);
+        QTEST(info.samplePeriod(), "period");
+        QCOMPARE(info.sampleRate(), rate);
     }
 
     void waveInfoMessage_data()
     {
-        // Absolute depth in use, wave type, period.
-        addRows({"sent", "sampling"},
-                {"relative|0 9 40|COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4",
-                 "absolute|1 13 40|COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4",
-                 "volume|1 12 40|COMP.WV 0 20 50 2 VENT.WV 42768 40 25 4",
-                 "relative, not in use|1 9 40|COMP.WV 0 20 50 2 VENT.WV 0 20 50 4",
-                 "absolute, not in use|0 13 40|COMP.WV 0 20 50 2 VENT.WV 0 20 50 4",
-                 "other|0 10 40|COMP.WV 0 20 50 2 VENT.WV 0 20 50 4",
-                 "longest|0 9 255|COMP.WV 42768 255 3 2 VENT.WV 0 20 50 4",
-                 "no period|0 9 0|COMP.WV 0 20 50 2 VENT.WV 0 20 50 4"});
+        const auto row =
+            columns<bool, int, int, QString>("usesAbsoluteDepth", "waveType", "period", "sampling");
+        row("relative", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 40,
+            "COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4");
+        row("absolute", true, CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, 40,
+            "COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4");
+        row("volume", true, CommonDefs::WAVE_VENT_VOLUME, 40,
+            "COMP.WV 0 20 50 2 VENT.WV 42768 40 25 4");
+        row("relative, not in use", true, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 40,
+            "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("absolute, not in use", false, CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, 40,
+            "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("other", false, 10, 40, "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("longest", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 255,
+            "COMP.WV 42768 255 3 2 VENT.WV 0 20 50 4");
+        row("no period", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 0,
+            "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
     }
 
     void waveInfoMessage()
     {
-        QFETCH(QString, sent);
-        const QByteArray content = bytes({0, sent.section(' ', 1, 1).toInt(),
-                                          sent.section(' ', 2).toInt(), 3, 4, 5, 6, 0x10, 0xA7});
+        QFETCH(bool, usesAbsoluteDepth);
+        QFETCH(int, waveType);
+        QFETCH(int, period);
+        const QByteArray content = bytes({0, waveType, period, 3, 4, 5, 6, 0x10, 0xA7});
         CPRData session;
-        session.cprGuidelines()->setUseAbsoluteDepth(sent.startsWith('1'));
-        const bool isRefused = sent.endsWith(" 0");
+        session.cprGuidelines()->setUseAbsoluteDepth(usesAbsoluteDepth);
+        const bool isRefused = period == 0;
         if (isRefused)
             QTest::ignoreMessage(QtWarningMsg, "Sample period refused: 0 ms");
         const bool isTaken = send(session, 77, content);
@@ -228,15 +246,16 @@ private Q_SLOTS:
 
     void readsDescription_data()
     {
-        addRows({"sampling"},
-                {"<w/>|COMP.WV 0 20 50 2 VENT.WV 0 20 50 4",
-                 "<w><x/></w>|COMP.WV 0 20 50 2 VENT.WV 0 20 50 4",
-                 "<w><waveForm msecs=\"1\" x=\"3\"/><waveForm msecs=\"2\" sampleRate=\"25\"/></w>|"
-                 "COMP.WV 1 20 50 2 VENT.WV 2 40 25 4",
-                 "<w><waveForm><x><scale scaleUnits=\"l\"/><y/></x><externalFile fileName=\"A\">"
-                 "<z/></externalFile></waveForm><waveForm><scale scaleUnits=\"gram\"/></waveForm>"
-                 "</w>|A 0 20 50 3 VENT.WV 0 20 50 0",
-                 "<w><waveForm><scale scaleUnits=\"l\">|COMP.WV 0 20 50 3 VENT.WV 0 20 50 4"});
+        const auto row = columns<QString>("sampling");
+        row("<w/>", "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("<w><x/></w>", "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("<w><waveForm msecs=\"1\" x=\"3\"/><waveForm msecs=\"2\" sampleRate=\"25\"/></w>",
+            "COMP.WV 1 20 50 2 VENT.WV 2 40 25 4");
+        row("<w><waveForm><x><scale scaleUnits=\"l\"/><y/></x><externalFile "
+            "fileName=\"A\"><z/></externalFile></waveForm><waveForm><scale "
+            "scaleUnits=\"gram\"/></waveForm></w>",
+            "A 0 20 50 3 VENT.WV 0 20 50 0");
+        row("<w><waveForm><scale scaleUnits=\"l\">", "COMP.WV 0 20 50 3 VENT.WV 0 20 50 4");
     }
 
     void readsDescription()
@@ -252,15 +271,20 @@ private Q_SLOTS:
     void recording_data()
     {
         // A sample 9 with this index after the samples 1 to 5.
-        addRows({"expected"},
-                {"0|9 9 9 9 9", "2|1 2 9 9 9", "4|1 2 3 4 9", "5|1 2 3 4 5 9", "6|1 2 3 4 5 9",
-                 "1000|1 2 3 4 5 9", "-1|1 2 3 4 5 9"});
+        const auto row = columns<int, QString>("index", "expected");
+        row("0", 0, "9 9 9 9 9");
+        row("2", 2, "1 2 9 9 9");
+        row("4", 4, "1 2 3 4 9");
+        row("5", 5, "1 2 3 4 5 9");
+        row("6", 6, "1 2 3 4 5 9");
+        row("1000", 1000, "1 2 3 4 5 9");
+        row("-1", -1, "1 2 3 4 5 9");
     }
 
     void recording()
     {
+        QFETCH(int, index);
         QFETCH(QString, expected);
-        const int index = QByteArray(QTest::currentDataTag()).toInt();
         CPRData session;
         checkRecording(*session.compressionData(), index, expected);
         checkRecording(*session.ventilationData(), index, expected);
@@ -293,21 +317,32 @@ private Q_SLOTS:
     void cutOff_data()
     {
         // What is kept of 100 samples, one each 20 ms.
-        addRows({"kept"},
-                {"1000|51", "999|50", "1019|51", "1020|52", "0|1", "-19|1", "-20|0", "-5000|0",
-                 "1979|99", "1980|100", "5000|100", "2147483647|100", "-2147483648|0"});
+        const auto row = columns<int, int>("msecs", "kept");
+        row("1000", 1000, 51);
+        row("999", 999, 50);
+        row("1019", 1019, 51);
+        row("1020", 1020, 52);
+        row("0", 0, 1);
+        row("-19", -19, 1);
+        row("-20", -20, 0);
+        row("-5000", -5000, 0);
+        row("1979", 1979, 99);
+        row("1980", 1980, 100);
+        row("5000", 5000, 100);
+        row("2147483647", 2147483647, 100);
+        row("-2147483648", minInt, 0);
     }
 
     void cutOff()
     {
         CPRData session;
-        const int msecs = QByteArray(QTest::currentDataTag()).toInt();
+        QFETCH(int, msecs);
         session.compressionData()->fill(100);
         session.ventilationData()->fill(100);
         session.compressionData()->cutOffWavedataAtTime(msecs);
         session.ventilationData()->cutOffWavedataAtTime(msecs);
-        QTEST(QString::number(session.compressionData()->count()), "kept");
-        QTEST(QString::number(session.ventilationData()->count()), "kept");
+        QTEST(session.compressionData()->count(), "kept");
+        QTEST(session.ventilationData()->count(), "kept");
     }
 
     void files()

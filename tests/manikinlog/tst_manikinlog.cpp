@@ -2,25 +2,27 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "CPRWaveformInfo.h"
-#include "manikinlog/ManikinLogPlayer.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "manikinlog/ManikinLogWriter.h"
-#include "support/TestSupport.h"
+#include "support/EventValues.h"
+#include "support/Messages.h"
+#include "support/Rows.h"
+#include "support/StoredSession.h"
 
 #include <QBuffer>
-#include <QFile>
 #include <QSignalSpy>
-#include <QXmlStreamWriter>
 
 #include <limits>
 
-using namespace TestSupport;
+using namespace testsupport;
 using namespace manikinlog;
 using E = CPREventBase;
 using Result = ManikinLogReader::Result;
 using Numbers = QVector<qint64>;
 
 namespace {
+
+const QString recording = "two-rescuers.cprlog";
 
 /// Takes and gives so many bytes and then fails.
 class BreakingDevice : public QBuffer {
@@ -43,32 +45,9 @@ private:
 /// The lines that are no comment.
 QStringList linesOf(const char *name)
 {
-    QFile file(QString(TEST_DATA_DIR "/") + name);
-    if (!file.open(QIODevice::ReadOnly))
-        return {};
-    const QStringList lines = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    const QByteArray text = bytesOf(TEST_DATA_DIR "/" + QString(name));
+    const QStringList lines = QString::fromUtf8(text).split('\n', Qt::SkipEmptyParts);
     return lines.mid(lines.first().startsWith('#') ? 1 : 0);
-}
-
-bool playFile(CPRData &session, const ManikinLogPlayer::Progress &progress = {})
-{
-    QFile file(TEST_DATA_DIR "/two-rescuers.cprlog");
-    ManikinLogReader reader(&file, "log");
-    return file.open(QIODevice::ReadOnly) && ManikinLogPlayer(&session).play(reader, progress)
-        && reader.errorString().isEmpty();
-}
-
-/// Events, guidelines and both waves as they go into files.
-QByteArray contentOf(CPRData &session)
-{
-    QBuffer buffer;
-    buffer.open(QIODevice::WriteOnly);
-    QXmlStreamWriter writer(&buffer);
-    session.cprEvents()->write(&writer);
-    session.cprGuidelines()->write(&writer);
-    session.compressionData()->writeCompresseionWave(&buffer);
-    session.ventilationData()->writeVentilationWave(&buffer);
-    return buffer.data();
 }
 
 /// Number and sum of the samples, and those at the indices.
@@ -107,7 +86,7 @@ class TestManikinLog : public QObject {
     CPRData m_session; // the recording of two rescuers
 
 private Q_SLOTS:
-    void initTestCase() { QVERIFY(playFile(m_session)); }
+    void initTestCase() { QVERIFY(play(m_session, recording)); }
 
     void readerErrors_data()
     {
@@ -295,15 +274,17 @@ private Q_SLOTS:
         QSignalSpy peaks(&comp, &CPRCompressionData::compressionPeakDepthChanged);
         QSignalSpy breaths(session.ventilationData(), &CPRVentilationData::ventilationRateChanged);
         Numbers records{0, 0}; // number and last time
-        QVERIFY(playFile(session, [&records](qint64 msecs) { records = {records[0] + 1, msecs}; }));
+        QVERIFY(play(session, recording, [&records](qint64 msecs) {
+            records = {records[0] + 1, msecs};
+        }));
         QCOMPARE(records, Numbers({18503, 123220}));
         QCOMPARE(Numbers({rates.count(), breaths.count(), peaks.count()}), Numbers({8, 3, 162}));
         for (CPRData *each : {&session, &m_session}) {
             each->cprEvents()->cprSessionInfo()->setParameter(E::startTime, "fixed");
             each->cprEvents()->cprSessionInfo()->setParameter(E::endTime, "fixed");
         }
-        QVERIFY(contentOf(session).size() > 50000);
-        QCOMPARE(contentOf(session), contentOf(m_session));
+        QVERIFY(saved(session)[memberNames[0]].size() > 50000);
+        QCOMPARE(saved(session), saved(m_session));
     }
 };
 

@@ -11,7 +11,8 @@
 #include "manikinlog/ManikinLogWriter.h"
 #include "manikinsim/Scenario.h"
 #include "manikinsim/Simulator.h"
-#include "support/TestSupport.h"
+#include "support/EventValues.h"
+#include "support/Messages.h"
 
 #include <QBuffer>
 #include <QMetaEnum>
@@ -123,7 +124,7 @@ QStringList shown(const CPRData &session, const Truth &truth)
     for (const E *event : events.events()) {
         QStringList &lines = byType[event->type()];
         const auto value = [event](E::ParameterType type) {
-            return TestSupport::intOf(event, type);
+            return testsupport::intOf(event, type);
         };
         if (const auto *c = qobject_cast<const CPREventCompression *>(event)) {
             lines += line("compression", c->msecs(), c->compPeakTime(), c->eventEndTime(),
@@ -169,12 +170,12 @@ QStringList shown(const CPRData &session, const Truth &truth)
     lines += session.learners().join(QLatin1Char('|'));
     lines += session.cprGuidelines()->guidelinesID();
     lines += line("manikin", events.sessionInfo()->getManikinType(),
-                  TestSupport::intOf(events.sessionInfo(), E::cprProtocol),
+                  testsupport::intOf(events.sessionInfo(), E::cprProtocol),
                   events.sessionInfo()->parameterValue(E::compInactivity, 0).toInt());
     lines += parametersText("statistics", truth.statistics, events.sessionStatistics());
     lines += parametersText("scores", truth.scores, events.sessionScore());
-    lines += line("advice", TestSupport::intOf(events.sessionScore(), E::primaryAdvice),
-                  TestSupport::intOf(events.sessionScore(), E::secondaryAdvice));
+    lines += line("advice", testsupport::intOf(events.sessionScore(), E::primaryAdvice),
+                  testsupport::intOf(events.sessionScore(), E::secondaryAdvice));
     return lines;
 }
 
@@ -248,7 +249,7 @@ private Q_SLOTS:
         QVERIFY(zip.open(directory.filePath("session.zip"), CPRFileHandlerZip::Read));
         QVERIFY(loaded.readData(&zip) && zip.close());
         QCOMPARE(difference(expected, shown(loaded, truth)), QString());
-        QCOMPARE(TestSupport::intOf(loaded.cprEvents()->sessionInfo(), E::totalTime),
+        QCOMPARE(testsupport::intOf(loaded.cprEvents()->sessionInfo(), E::totalTime),
                  truth.loadedTotalTime);
     }
 

@@ -6,13 +6,14 @@
 #include "manikinlog/SessionJournal.h"
 #include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/ArchiveSalvage.h"
-#include "support/TestSupport.h"
+#include "support/Damage.h"
+#include "support/Program.h"
+#include "support/Rows.h"
 
 #include <QBuffer>
 #include <QDataStream>
 #include <QDir>
 #include <QElapsedTimer>
-#include <QProcess>
 #include <QRandomGenerator>
 #include <QRegularExpression>
 #include <QSignalSpy>
@@ -23,25 +24,11 @@
 #include <zlib.h>
 
 using namespace manikinlog;
+using namespace testsupport;
 
 namespace {
 
-// As the golden archive has them.
-const QStringList names{"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"};
-
 const QByteArray firstLine = QByteArray(ManikinLogReader::firstLine) + '\n';
-
-QByteArray bytesOf(const QString &name)
-{
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-bool make(const QString &name, const QByteArray &content)
-{
-    QFile file(name);
-    return file.open(QIODevice::WriteOnly) && file.write(content) == content.size();
-}
 
 /// The events as they stand in an archive, with the sum and sizes of \a whole before or behind.
 QByteArray packedEvents(const QByteArray &content, int method, const QByteArray &whole,
@@ -80,7 +67,7 @@ class TestRecover : public QObject {
     // In memory where there is such a place: the archives are many.
     QTemporaryDir m_directory{QFileInfo("/dev/shm").isWritable() ? "/dev/shm/tst_recover-XXXXXX"
                                                                  : QDir::tempPath() + "/XXXXXX"};
-    const QByteArray m_archive = bytesOf(TEST_DATA_DIR "/golden.zip");
+    const QByteArray m_archive = bytesOf(goldenArchive);
     QVector<int> m_headers; // of m_archive's members, and the directory behind them
     sessionfiles::SalvagedSession m_whole;
     sessionfiles::SalvagedSession m_session;
@@ -97,10 +84,7 @@ class TestRecover : public QObject {
 
     int run(const QStringList &arguments) const
     {
-        QProcess process;
-        start(process, arguments);
-        const bool isOver = process.waitForFinished();
-        return isOver && process.exitStatus() == QProcess::NormalExit ? process.exitCode() : -1;
+        return testsupport::run(CPRSESSION_PROGRAM, arguments, m_directory.path()).status;
     }
 
     // The number of the member that has this byte of m_archive; 5 is the directory.
@@ -115,11 +99,11 @@ class TestRecover : public QObject {
     void salvage(const QByteArray &archive, int first, int last)
     {
         const QRegularExpression changes("length=\"\\d+\"|\n"); // the lengths follow the samples
-        QVERIFY(make(path("damaged.zip"), archive));
+        QVERIFY(store(path("damaged.zip"), archive));
         m_session = sessionfiles::salvage(path("damaged.zip"));
         bool isAll = true;
         for (int i = 0; i < 5; ++i) {
-            const QString &name = names.at(i);
+            const QString &name = memberNames.at(i);
             const bool isSame = QString::fromLatin1(m_session.members[name]).remove(changes)
                 == QString::fromLatin1(m_whole.members[name]).remove(changes);
             const bool isWhole = m_session.report.contains("CPR/" + name + ": whole");
@@ -138,13 +122,12 @@ private Q_SLOTS:
     void initTestCase()
     {
         QCOMPARE(run({"simulate", "--duration", "120", "-o", "whole.cprlog"}), 0);
-        for (int i = 0; i >= 0; i = m_archive.indexOf("PK\x03\x04", i + 1))
-            m_headers.append(i);
-        m_headers.append(m_archive.indexOf("PK\x01\x02"));
+        for (const ZipEntry &each : directoryOf(m_archive))
+            m_headers.append(each.header);
+        m_headers.append(directoryOf(m_archive).first().entry);
         QCOMPARE(m_headers.size(), 6);
-        m_whole = sessionfiles::salvage(TEST_DATA_DIR "/golden.zip");
-        for (const QString &name : names)
-            QCOMPARE(m_whole.members[name], bytesOf(TEST_DATA_DIR "/golden/CPR/" + name));
+        m_whole = sessionfiles::salvage(goldenArchive);
+        QCOMPARE(m_whole.members, goldenMembers());
     }
 
     // Several sessions at twenty times the speed, each killed at some moment.
@@ -173,7 +156,7 @@ private Q_SLOTS:
             const qint64 next = log.mid(kept.size(), 20).split(' ').first().toLongLong();
             QVERIFY2(next > (played - mayBeLostMs) * speed, qPrintable(QString::number(next)));
 
-            QVERIFY(make(path("cut.cprlog"), kept));
+            QVERIFY(store(path("cut.cprlog"), kept));
             QCOMPARE(run({"replay", "cut.cprlog", "-o", "cut.zip", "--force"}), 0);
             QCOMPARE(run({"recover", archive, "-o", archive}), 0);
             QCOMPARE(run({"diff", "cut.zip", archive, "--ignore-times"}), 0);
@@ -183,30 +166,31 @@ private Q_SLOTS:
 
     void damagedLines_data()
     {
-        TestSupport::addRows(
-            {"log", "counts", "error"},
-            {"whole|1 header 1;2 header 2;|2 0|",
-             "half a line|1 header 1;2 header 21|1 1|log:3: expected a whole line",
-             "in the middle|1 header 1;2 haeder 2;3 header 3;|2 1|log:3: expected",
-             "wrong time|1 header 1;90 header 2;3 header 3;|3 0|",
-             "two|1 header;2 haeder 2;3 header 3;|1 2|log:2: expected",
-             "endless line|1 header 1;~2 header 2;3 header 3;|2 1|log:3: expected"});
+        const auto row =
+            columns<QByteArray, int, int, QString>("log", "records", "skipped", "error");
+        const QByteArray endless(200'000, 'x');
+        row("whole", "1 header 1\n2 header 2\n", 2, 0, "");
+        row("half a line", "1 header 1\n2 header 21", 1, 1, "log:3: expected a whole line");
+        row("in the middle", "1 header 1\n2 haeder 2\n3 header 3\n", 2, 1, "log:3: expected");
+        row("wrong time", "1 header 1\n90 header 2\n3 header 3\n", 3, 0, "");
+        row("two", "1 header\n2 haeder 2\n3 header 3\n", 1, 2, "log:2: expected");
+        row("endless line", "1 header 1\n" + endless + "2 header 2\n3 header 3\n", 2, 1,
+            "log:3: expected");
     }
 
     void damagedLines()
     {
-        QFETCH(QString, log);
-        QFETCH(QString, counts); // of records and of lines left out
+        QFETCH(QByteArray, log);
         QFETCH(QString, error);
-        QByteArray text = firstLine + log.replace(';', '\n').toUtf8();
-        text.replace("~", QByteArray(200'000, 'x'));
+        QByteArray text = firstLine + log;
         QBuffer buffer(&text);
         buffer.open(QIODevice::ReadOnly);
         ManikinLogReader reader(&buffer, "log", ManikinLogReader::Damage::IsSkipped);
         CPRData session;
         int count = 0;
         QVERIFY(ManikinLogPlayer(&session).play(reader, [&count](qint64) { ++count; }));
-        QCOMPARE(QString("%1 %2").arg(count).arg(reader.skippedLines()), counts);
+        QTEST(count, "records");
+        QTEST(int(reader.skippedLines()), "skipped");
         QCOMPARE(reader.skippedError().left(error.size()), error);
     }
 
@@ -263,7 +247,7 @@ private Q_SLOTS:
 
     void replayAndItsJournal()
     {
-        QVERIFY(make(path("new.zip.journal"), firstLine + "1 header 1\n"));
+        QVERIFY(store(path("new.zip.journal"), firstLine + "1 header 1\n"));
         QCOMPARE(run({"replay", "whole.cprlog", "-o", "new.zip"}), 2);
         QCOMPARE(run({"replay", "new.zip.journal", "-o", "new.zip", "--force"}), 2);
         QCOMPARE(bytesOf(path("new.zip.journal")), firstLine + "1 header 1\n");
@@ -294,11 +278,11 @@ private Q_SLOTS:
         for (int size = 0; size < m_archive.size(); size += m_step) {
             salvage(m_archive.left(size), memberAt(size), 4);
             // With each byte there is more, and nothing that was not stored.
-            const QByteArray content = m_session.members[names.first()];
+            const QByteArray content = m_session.members[memberNames.first()];
             const QByteArray begin = content.left(content.lastIndexOf("</eventList>")).trimmed();
             const int count = m_session.holdsAnything ? content.count("<evt ") : 0;
             if (QTest::currentTestFailed() || count < events
-                || (count > 1 && !m_whole.members[names.first()].startsWith(begin)))
+                || (count > 1 && !m_whole.members[memberNames.first()].startsWith(begin)))
                 QFAIL(qPrintable(QString("cut to %1 bytes").arg(size)));
             steps += count > events ? 1 : 0;
             events = count;
@@ -310,9 +294,7 @@ private Q_SLOTS:
     void flippedBits()
     {
         for (int place = 0; place < m_archive.size(); place += m_step) {
-            QByteArray archive = m_archive;
-            archive[place] = static_cast<char>(archive.at(place) ^ 1 << place % 8);
-            salvage(archive, memberAt(place), memberAt(place));
+            salvage(withFlippedBit(m_archive, place, place % 8), memberAt(place), memberAt(place));
             // What the header before a member says is also said by the directory.
             const int header = m_headers.at(memberAt(place));
             QVERIFY(m_session.isAll || place >= header + 30);
@@ -323,32 +305,37 @@ private Q_SLOTS:
 
     void kindsOfMembers_data()
     {
-        TestSupport::addRows({"method", "sizesBehind", "from", "to", "report"},
-                             {"stored|0||||whole", "stored, sizes behind|0|yes|||whole",
-                              "deflated|8||||whole", "deflated, sizes behind|8|yes|||whole",
-                              "another value|8||\"51.2|\"52.2|all 15 events",
-                              "no value|0||\"51.2|\"5x.2|14 of 15 events",
-                              "broken element|8|yes|LossEnd\"|LossEnd |14 of 15 events",
-                              "number of the summary|0|yes|70000|7000O|all 15 events"});
+        const auto row = columns<int, bool, QByteArray, QByteArray, QString>(
+            "method", "sizesBehind", "from", "to", "report");
+        constexpr int stored = 0;
+        constexpr int deflated = 8;
+        row("stored", stored, false, "", "", "whole");
+        row("stored, sizes behind", stored, true, "", "", "whole");
+        row("deflated", deflated, false, "", "", "whole");
+        row("deflated, sizes behind", deflated, true, "", "", "whole");
+        row("another value", deflated, false, "\"51.2", "\"52.2", "all 15 events");
+        row("no value", stored, false, "\"51.2", "\"5x.2", "14 of 15 events");
+        row("broken element", deflated, true, "LossEnd\"", "LossEnd ", "14 of 15 events");
+        row("number of the summary", stored, true, "70000", "7000O", "all 15 events");
     }
 
     // The events alone, with a text that was changed behind the checksum's back.
     void kindsOfMembers()
     {
-        QFETCH(QString, method);
-        QFETCH(QString, sizesBehind);
-        QFETCH(QString, from);
-        QFETCH(QString, to);
+        QFETCH(int, method);
+        QFETCH(bool, sizesBehind);
+        QFETCH(QByteArray, from);
+        QFETCH(QByteArray, to);
         QFETCH(QString, report);
-        const QByteArray whole = m_whole.members[names.first()];
+        const QByteArray whole = m_whole.members[memberNames.first()];
         QByteArray content = whole;
         if (!from.isEmpty())
-            content.replace(from.toUtf8(), to.toUtf8());
-        salvage("PK" + packedEvents(content, method.toInt(), whole, !sizesBehind.isEmpty()), 0, 4);
+            content.replace(from, to);
+        salvage("PK" + packedEvents(content, method, whole, sizesBehind), 0, 4);
         if (report != "whole")
             report += "; its checksum is another, so this is not certain";
         QCOMPARE(m_session.report.at(3), "CPR/CPREvents.xml: " + report);
-        QVERIFY(m_session.members[names.first()].contains("Ann,Bob"));
+        QVERIFY(m_session.members[memberNames.first()].contains("Ann,Bob"));
         QCOMPARE(run({"recover", "damaged.zip", "-o", "kept.zip", "--force"}), 1);
     }
 };

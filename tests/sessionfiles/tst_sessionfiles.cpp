@@ -1,35 +1,20 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/SessionFile.h"
-#include "support/TestSupport.h"
+#include "support/Damage.h"
+#include "support/Rows.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 using namespace sessionfiles;
+using namespace testsupport;
 using States = QVector<LoadedMember::State>;
 Q_DECLARE_METATYPE(States)
 
 /// What a host learns while it loads and saves.
 class TestSessionFiles : public QObject {
     Q_OBJECT
-
-    static constexpr char golden[] = TEST_DATA_DIR "/golden.zip";
-
-    // The members of the golden archive.
-    static MemoryFileHandler::Members goldenMembers()
-    {
-        MemoryFileHandler::Members members;
-        for (const char *name :
-             {"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"}) {
-            QFile file(QString(TEST_DATA_DIR "/golden/CPR/") + name);
-            if (file.open(QIODevice::ReadOnly))
-                members[name] = file.readAll();
-        }
-        return members;
-    }
 
 private Q_SLOTS:
     void progressReachesTheEnd()
@@ -39,7 +24,7 @@ private Q_SLOTS:
             total += content.size();
         QVector<qint64> steps;
         CPRData session;
-        const LoadResult result = load(golden, session, [&](qint64 done, qint64 of) {
+        const LoadResult result = load(goldenArchive, session, [&](qint64 done, qint64 of) {
             steps.append(done);
             return of == total;
         });
@@ -53,7 +38,7 @@ private Q_SLOTS:
         int calls = 0;
         CPRData session;
         const LoadResult result =
-            load(golden, session, [&](qint64, qint64) { return ++calls < 3; });
+            load(goldenArchive, session, [&](qint64, qint64) { return ++calls < 3; });
         QVERIFY(result.isCancelled && !result.isComplete);
         QCOMPARE(calls, 3);
     }
@@ -61,18 +46,12 @@ private Q_SLOTS:
     // What the archive's own damage is, is told in the words of who found it.
     void damagedDataAreNamed()
     {
-        QFile file(golden);
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QByteArray zip = file.readAll();
-        const QByteArray name = "CPR/CPREvents.xml";
-        const int at = zip.indexOf(name) + name.size() + 40;
-        zip[at] = char(zip.at(at) ^ 0x55);
-        QTemporaryDir dir;
-        QFile damaged(dir.filePath("damaged.zip"));
-        QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write(zip) == zip.size());
-        damaged.close();
+        const QTemporaryDir directory;
+        const QString damaged = directory.filePath("damaged.zip");
+        const QByteArray zip = bytesOf(goldenArchive);
+        QVERIFY(store(damaged, withFlippedBit(zip, directoryOf(zip).first().payload + 40, 5)));
         CPRData session;
-        const LoadResult result = load(damaged.fileName(), session);
+        const LoadResult result = load(damaged, session);
         QVERIFY(!result.isComplete);
         QCOMPARE(result.members[3].state, LoadedMember::Damaged);
         QVERIFY2(result.members[3].reason.contains("zip error"),
@@ -81,20 +60,12 @@ private Q_SLOTS:
 
     void membersAreReported_data()
     {
-        QTest::addColumn<QString>("member");
-        QTest::addColumn<QByteArray>("from"); // the member is left out when this is empty
-        QTest::addColumn<QByteArray>("to");
-        QTest::addColumn<States>("states"); // in the order in which members are read
-        QTest::addColumn<QString>("reason");
-
+        // The member is left out when nothing is to be replaced; states in the order of reading.
+        const auto row = columns<QString, QByteArray, QByteArray, States, QString>(
+            "member", "from", "to", "states", "reason");
         constexpr auto whole = LoadedMember::Complete;
         constexpr auto damaged = LoadedMember::Damaged;
         constexpr auto missing = LoadedMember::Missing;
-        const auto row = [](const char *name, const char *member, const char *from, const char *to,
-                            const States &states, const char *reason) {
-            QTest::newRow(name) << QString(member) << QByteArray(from) << QByteArray(to) << states
-                                << QString(reason);
-        };
         row("whole", "none", "", "", {whole, whole, whole, whole, whole}, "");
         row("no list of waves", "CPRWaves.xml", "", "", {missing}, "");
         row("no wave", "VENT.WV", "", "", {whole, whole, missing, whole, whole}, "");
@@ -113,10 +84,7 @@ private Q_SLOTS:
         QFETCH(States, states);
         QFETCH(QString, reason);
         MemoryFileHandler files(goldenMembers());
-        if (from.isEmpty())
-            files.members.remove(member);
-        else
-            files.members[member].replace(from, to);
+        QVERIFY(change(files.members, member, from, to) || member == "none");
         CPRData session;
         const LoadResult result = load(files, session);
         States found;
@@ -142,10 +110,7 @@ private Q_SLOTS:
         QCOMPARE(save(name, copy), QString());
         CPRData loaded;
         QVERIFY(load(name, loaded).isComplete);
-        CPRData again(loaded);
-        MemoryFileHandler stored;
-        QVERIFY(again.writeData(&stored));
-        QCOMPARE(stored.members, files.members);
+        QCOMPARE(saved(loaded), files.members);
         QVERIFY(save(directory.filePath("none/saved.zip"), copy).contains("none/saved.zip"));
     }
 };

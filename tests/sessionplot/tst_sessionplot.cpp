@@ -1,12 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "manikinlog/ManikinLogPlayer.h"
-#include "manikinlog/ManikinLogReader.h"
 #include "sessionplot/PictureFile.h"
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
-#include "support/TestSupport.h"
+#include "support/Messages.h"
+#include "support/StoredSession.h"
 
 #include <QGuiApplication>
 #include <QImage>
@@ -34,7 +33,7 @@ QImage pictureOf(const PlotModel &model, const QSize &size, qint64 from = 0, qin
 // A wave without any event: 0 but for what spike() puts in.
 template <typename Spike> void feedWave(CPRData &session, int samples, Spike spike)
 {
-    TestSupport::start(session);
+    testsupport::start(session);
     for (int i = 1; i <= samples; ++i) {
         session.waveHeaderReceived(i);
         session.waveDataReceived(bls_2010::CommonDefs::WAVE_RELATIVE_COMP_DEPTH, spike(i), i);
@@ -48,14 +47,7 @@ class TestSessionPlot : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase()
-    {
-        QFile log(TEST_DATA_DIR "/two-rescuers.cprlog");
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        manikinlog::ManikinLogReader reader(&log, log.fileName());
-        manikinlog::ManikinLogPlayer player(&m_session);
-        QVERIFY(player.play(reader));
-    }
+    void initTestCase() { QVERIFY(testsupport::play(m_session, "two-rescuers.cprlog")); }
 
     void modelHoldsTheSession()
     {
@@ -166,18 +158,13 @@ private Q_SLOTS:
     // A model that followed a growing session is the model of the whole.
     void modelFollowsASession()
     {
-        QFile log(TEST_DATA_DIR "/two-rescuers.cprlog");
-        QVERIFY(log.open(QIODevice::ReadOnly));
-        manikinlog::ManikinLogReader reader(&log, log.fileName());
         CPRData session;
-        manikinlog::ManikinLogPlayer player(&session);
         PlotModel grown;
-        manikinlog::Record record;
-        for (int i = 0; reader.read(record) == manikinlog::ManikinLogReader::Result::Record; ++i) {
-            player.play(record);
-            if (i % 500 == 0)
+        int records = 0;
+        QVERIFY(testsupport::play(session, "two-rescuers.cprlog", [&](qint64) {
+            if (records++ % 500 == 0)
                 grown.updateWaves(session);
-        }
+        }));
         grown.updateWaves(session);
         grown.updateEvents(session);
         QCOMPARE(pictureOf(grown, {900, 600}), pictureOf(PlotModel(session), {900, 600}));
@@ -204,14 +191,11 @@ private Q_SLOTS:
     {
         QTemporaryDir directory;
         const QString name = directory.filePath("picture.txt");
-        QFile file(name);
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write("kept") == 4);
-        file.close();
+        QVERIFY(testsupport::store(name, "kept"));
         QString error;
         QVERIFY(!writePicture(name, {100, 100}, 0, -1, m_session, &error));
         QVERIFY2(error.contains("picture.txt"), qPrintable(error));
-        QVERIFY(file.open(QIODevice::ReadOnly));
-        QCOMPARE(file.readAll(), QByteArray("kept"));
+        QCOMPARE(testsupport::bytesOf(name), QByteArray("kept"));
     }
 
 private:

@@ -2,10 +2,10 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "manikinlog/ManikinLogPlayer.h"
-#include "manikinlog/ManikinLogReader.h"
 #include "manikinsim/Simulator.h"
 #include "manikinsim/Truth.h"
-#include "support/TestSupport.h"
+#include "support/Messages.h"
+#include "support/StoredSession.h"
 
 #include "sessionreview/LatestEvents.h"
 #include "sessionreview/SessionReview.h"
@@ -21,7 +21,7 @@
 #include <algorithm>
 
 using namespace sessionreview;
-using namespace TestSupport;
+using namespace testsupport;
 using bls_2010::CommonDefs;
 using E = CPREventBase;
 
@@ -58,15 +58,6 @@ CPREventVentilation *ventilation(int msecs, int volume, CPREvents *owner = nullp
     return event;
 }
 
-void play(const char *log, CPRData &session)
-{
-    QFile file(log);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    manikinlog::ManikinLogReader reader(&file, file.fileName());
-    manikinlog::ManikinLogPlayer player(&session);
-    QVERIFY(player.play(reader));
-}
-
 template <typename Entries, typename Condition> int count(const Entries &entries, Condition is)
 {
     return static_cast<int>(std::count_if(entries.begin(), entries.end(), is));
@@ -83,7 +74,7 @@ class TestSessionReview : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
-    void initTestCase() { play(TEST_DATA_DIR "/two-rescuers.cprlog", m_session); }
+    void initTestCase() { QVERIFY(play(m_session, "two-rescuers.cprlog")); }
 
     void protocols_data()
     {

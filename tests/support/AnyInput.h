@@ -1,18 +1,18 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef ANYINPUT_H
-#define ANYINPUT_H
+#ifndef TESTSUPPORT_ANYINPUT_H
+#define TESTSUPPORT_ANYINPUT_H
 
 #include "CPREventSessionInfo.h"
 #include "CPREventSessionScore.h"
 #include "CPREventSessionStatistics.h"
-#include "support/TestSupport.h"
+#include "support/Messages.h"
 
 #include <limits>
 #include <random>
 
-namespace TestSupport {
+namespace testsupport {
 
 /// Messages, headers, samples and host calls in any order, with any content; the same for the same
 /// seed.
@@ -128,6 +128,6 @@ private:
     qint32 m_sequence = 0;
 };
 
-} // namespace TestSupport
+} // namespace testsupport
 
 #endif

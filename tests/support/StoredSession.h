@@ -1,155 +1,73 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef STOREDSESSION_H
-#define STOREDSESSION_H
+#ifndef TESTSUPPORT_STOREDSESSION_H
+#define TESTSUPPORT_STOREDSESSION_H
 
-#include "CPREventSessionScore.h"
-#include "CPREventSessionStatistics.h"
 #include "CPRFileHandlerZip.h"
-#include "support/TestSupport.h"
+#include "manikinlog/ManikinLogPlayer.h"
+#include "sessionfiles/MemoryFileHandler.h"
 
-#include <QBuffer>
-#include <QFile>
-#include <QMap>
-#include <QRegularExpression>
-#include <QXmlStreamWriter>
+#include <QIODevice>
+#include <QStringList>
 
-#include <functional>
+/// Sessions that are stored, in memory and in files, and those of the folder data/.
+namespace testsupport {
 
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
-/// What tests need that store sessions where things go wrong.
-namespace TestSupport {
-
-using Members = QMap<QString, QByteArray>;
 using Zip = CPRFileHandlerZip;
+using Members = sessionfiles::MemoryFileHandler::Members;
 
-#ifdef __SANITIZE_ADDRESS__
-constexpr int slowdown = 10;
-#else
-constexpr int slowdown = 1;
-#endif
+/// Of the members, in the order in which they are written.
+extern const QStringList memberNames;
 
-// What takes so long does not come to an end: quadratic time would need minutes for these inputs.
-constexpr double hangSeconds = 60;
-
-const QStringList names{"CPREvents.xml", "CPRWaves.xml", "COMP.WV", "VENT.WV", "CPRGuidelines.xml"};
-
-/// Keeps members in memory. Their reads and writes are counted together, and one of them may fail:
-/// a read gives nothing, a write takes the half.
-class MemoryFiles final : public CPRFileHandler {
+/// Counts what a session does with its members, which are in memory, and fails where a test wants
+/// it: a member is refused, or a call fails.
+class FaultyFiles final : public sessionfiles::MemoryFileHandler {
 public:
-    explicit MemoryFiles(const Members &content = {}) : members(content) { }
+    using MemoryFileHandler::MemoryFileHandler;
 
-    QIODevice *openFileForReading(const QString &name) override
-    {
-        return members.contains(name) ? new Device(*this, name, QIODevice::ReadOnly) : nullptr;
-    }
-    QIODevice *openFileForWriting(const QString &name) override
-    {
-        return new Device(*this, name, QIODevice::WriteOnly);
-    }
-    void releaseFile(QIODevice *device) override { delete device; }
-    QString filename() const override { return "memory"; }
+    QIODevice *openFileForReading(const QString &name) override;
+    QIODevice *openFileForWriting(const QString &name) override;
+    void releaseFile(QIODevice *device) override;
 
-    Members members;
-    int untilFailure = 0; // calls; none fails after 0
-    QString failed; // the member whose call failed
+    QString refused; // this member cannot be written: it is not opened
+    bool isFull = false; // or it is, and takes no byte
+    QStringList opened; // for writing
+    int given = 0;
+    int released = 0;
+    int releasedNulls = 0;
+
+    int untilFailure = 0; // reads and writes; none fails after 0
+    QString failed; // the member whose read gave nothing, or whose write took the half
 
 private:
-    struct Device final : QBuffer {
-        Device(MemoryFiles &files, const QString &name, OpenMode mode)
-            : QBuffer(&files.members[name]), m_files(files), m_name(name)
-        {
-            open(mode | Unbuffered);
-        }
-        bool hasFailed()
-        {
-            if (--m_files.untilFailure == 0)
-                m_files.failed = m_name;
-            return m_files.untilFailure == 0;
-        }
-        qint64 readData(char *data, qint64 size) override
-        {
-            return hasFailed() ? -1 : QBuffer::readData(data, qMin<qint64>(size, 1000));
-        }
-        qint64 writeData(const char *data, qint64 size) override
-        {
-            return QBuffer::writeData(data, hasFailed() ? size / 2 : size);
-        }
-        MemoryFiles &m_files;
-        QString m_name;
-    };
+    class Device;
+    QIODevice *open(const QString &name, QIODevice::OpenMode mode);
 };
 
+QByteArray bytesOf(const QString &path);
+bool store(const QString &path, const QByteArray &bytes);
+
+bool loadFrom(const QString &path, CPRData &session);
+bool saveTo(const QString &path, CPRData &session, int mode = Zip::Create);
+/// Writes an archive of these members alone.
+bool saveMembers(const QString &path, const Members &members);
+Members membersOf(const QString &path);
+
+/// What a copy of the session is saved to; it lists the statistics and the score.
+Members saved(const CPRData &session);
 /// What a session holds, by member, the statistics and the score also when they are not in the
 /// list. What a member takes from another one when it is loaded is left out.
-inline Members contentOf(CPRData &session)
-{
-    MemoryFiles files;
-    session.writeData(&files);
-    QString standing;
-    QXmlStreamWriter writer(&standing);
-    session.cprEvents()->sessionStatistics()->write(&writer);
-    session.cprEvents()->sessionScore()->write(&writer);
-    files.members[names[0]] += standing.toUtf8();
-    static const QRegularExpression borrowed("totalTime\" value=\"\\d+|length=\"\\d+");
-    for (const QString &name : names.mid(0, 2))
-        files.members[name] = QString(files.members[name]).remove(borrowed).toUtf8();
-    return files.members;
-}
+Members contentOf(CPRData &session);
 
-inline QByteArray bytesOf(const QString &path)
-{
-    QFile file(path);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
+/// The archive of another program, and what it holds.
+extern const QString goldenArchive;
+Members goldenMembers();
 
-inline bool store(const QString &path, const QByteArray &bytes)
-{
-    QFile file(path);
-    // Not emptied before: some file systems then wait for the disk.
-    return file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)
-        && file.write(bytes) == bytes.size() && file.resize(bytes.size());
-}
+/// Plays a log of the folder data/ to its end.
+bool play(CPRData &session, const QString &log,
+          const manikinlog::ManikinLogPlayer::Progress &progress = {});
 
-inline bool load(const QString &path, CPRData &session)
-{
-    Zip zip;
-    const bool isComplete = zip.open(path, Zip::Read) && session.readData(&zip);
-    return zip.close() && isComplete;
-}
-
-inline bool save(const QString &path, CPRData &session, int mode)
-{
-    Zip zip;
-    const bool isStored = zip.open(path, Zip::Mode(mode)) && session.writeData(&zip);
-    return zip.close() && isStored;
-}
-
-struct Ended {
-    int exitCode; // -1 after a signal
-    double cpuSeconds;
-    double megabytes; // at its peak
-};
-
-/// Runs \a work in a copy of this process; its result is the exit code.
-inline Ended runInChild(const std::function<int()> &work)
-{
-    const pid_t child = fork();
-    if (child == 0)
-        _exit(work());
-    int status = 0;
-    rusage usage{};
-    wait4(child, &status, 0, &usage);
-    return {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-            double(usage.ru_utime.tv_sec) + double(usage.ru_utime.tv_usec) / 1e6,
-            double(usage.ru_maxrss) / 1024};
-}
-
-} // namespace TestSupport
+} // namespace testsupport
 
 #endif
