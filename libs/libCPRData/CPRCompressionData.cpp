@@ -5,7 +5,7 @@
 
 #include "CPRData.h"
 #include "CPRGuidelines.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/SessionMsecs.h"
 #include "private/WaveSamples.h"
 
@@ -75,7 +75,7 @@ bool CPRCompressionData::usesAbsoluteDepth() const
 
 bool CPRCompressionData::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (MessageFields::identifierOf(msg)) {
+    switch (MessageLayouts::identifierOf(msg)) {
     case CommunicationIDs::RPL_COMP_RATE_UPDATE:
         return rplmsg_RPL_COMP_RATE_UPDATE(msg);
     case CommunicationIDs::RPL_COMP_PEAK_EV:
@@ -87,23 +87,20 @@ bool CPRCompressionData::incomingMsg(bls_2010::RMessage *msg)
     }
 }
 
-// RPL_COMP_RATE_UPDATE (87)
-//   1-2  s16  compressions per minute
 bool CPRCompressionData::rplmsg_RPL_COMP_RATE_UPDATE(bls_2010::RMessage *msg)
 {
     if (!msg)
         return false;
-    setCompressionRate(static_cast<qint16>(MessageFields::assembledU16(*msg, 1)));
+    setCompressionRate(
+        static_cast<short>(MessageLayouts::intOf(*msg, MessageLayouts::compressionRate)));
     return true;
 }
 
-// RPL_COMP_PEAK_EV (104)
-//   1-2  s16  peak depth, 10 micrometres
 bool CPRCompressionData::rplmsg_RPL_COMP_PEAK_EV(bls_2010::RMessage *msg)
 {
     if (!msg)
         return false;
-    Q_EMIT compressionPeakDepthChanged(static_cast<qint16>(MessageFields::assembledU16(*msg, 1)));
+    Q_EMIT compressionPeakDepthChanged(MessageLayouts::intOf(*msg, MessageLayouts::peakDepth));
     return true;
 }
 
@@ -111,7 +108,7 @@ bool CPRCompressionData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
 {
     const quint8 wanted = usesAbsoluteDepth() ? CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH
                                               : CommonDefs::WAVE_RELATIVE_COMP_DEPTH;
-    return msg && MessageFields::valueAt<quint8>(*msg, 1) == wanted
+    return msg && MessageLayouts::intOf(*msg, MessageLayouts::waveType) == wanted
         && m_waveformInfo->incomingMsg(msg);
 }
 

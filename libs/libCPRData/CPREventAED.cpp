@@ -5,43 +5,12 @@
 
 #include "CPREventSessionInfo.h"
 #include "CPREvents.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
-#include <array>
-
 namespace {
-
-using MessageFields::Width;
-
-constexpr unsigned int kindByte = 1;
-constexpr unsigned int buttonByte = 1;
-
-// RPL_GENERIC_EVENT (48): what follows the kind in byte 1. An event whose needed field is missing
-// is refused; the others are stored when they are there.
-struct GenericField {
-    CPREventBase::AEDEventType kind;
-    MessageFields::Field field;
-    bool needed;
-};
-
-// clang-format off
-constexpr std::array<GenericField, 11> genericFields = {{
-    {CPREventBase::AEDDelayedONTime,                      {2, Width::U16, CPREventBase::aedDelayedOnTime},        true},
-    {CPREventBase::AEDScenarioNumber,                     {2, Width::U8,  CPREventBase::aedScenarioNumber},       true},
-    {CPREventBase::AEDScenarioFrameNumber,                {2, Width::U16, CPREventBase::aedScenarioFrameNumber},  true},
-    {CPREventBase::AEDECGRhythmStatus,                    {2, Width::U8,  CPREventBase::aedECGRhythm},            true},
-    {CPREventBase::AEDECGRhythmStatus,                    {3, Width::U8,  CPREventBase::aedECGPulseStatus},       false},
-    {CPREventBase::AEDECGRhythmStatus,                    {4, Width::U8,  CPREventBase::aedECGShockableStatus},   false},
-    {CPREventBase::AEDType,                               {2, Width::U8,  CPREventBase::aedType},                 true},
-    {CPREventBase::AEDRemoteControlScenarioButtonPressed, {2, Width::U8,  CPREventBase::aedRemoteScenarioNumber}, true},
-    {CPREventBase::AEDRemoteControlScenarioButtonPressed, {3, Width::U8,  CPREventBase::aedRemoteApplyToAll},     false},
-    {CPREventBase::AEDRemoteControlOtherButtonPressed,    {2, Width::U8,  CPREventBase::aedRemoteOtherButtonId},  true},
-    {CPREventBase::AEDRemoteControlOtherButtonPressed,    {3, Width::U8,  CPREventBase::aedRemoteApplyToAll},     false},
-}};
-// clang-format on
 
 CPREventBase::AEDTypes validAEDType(CPREventBase::AEDTypes type)
 {
@@ -97,20 +66,23 @@ CPREventAED *CPREventAED::createAEDTypeEvent(AEDTypes type, int msecs, CPREvents
 
 bool CPREventAED::rplmsg_RPL_GENERIC_EVENT(bls_2010::RMessage *msg)
 {
-    const int kind =
-        msg ? MessageFields::valueAt<quint8>(*msg, kindByte) : int(AEDUnknownEventType);
+    if (!msg)
+        return false;
+    const int kind = MessageLayouts::intOf(*msg, MessageLayouts::aedEventKind);
     if (kind < AEDPowerOn || kind > AEDType)
         return false;
-    for (const GenericField &row : genericFields) {
-        if (row.kind == kind && row.needed && !MessageFields::isReadable(*msg, row.field))
+    for (const MessageLayouts::AedDetail &detail : MessageLayouts::aedDetails) {
+        if (detail.kind == kind && detail.field.missing.kind == MessageLayouts::Missing::Refused
+            && !MessageLayouts::valueOf(*msg, detail.field)) {
             return false;
+        }
     }
 
     setMSecs(sessionTime());
     setParameter(aedEventType, kind);
-    for (const GenericField &row : genericFields) {
-        if (row.kind == kind && MessageFields::isReadable(*msg, row.field))
-            MessageFields::store(*this, *msg, row.field);
+    for (const MessageLayouts::AedDetail &detail : MessageLayouts::aedDetails) {
+        if (detail.kind == kind)
+            MessageLayouts::store(*this, detail.field, MessageLayouts::valueOf(*msg, detail.field));
     }
     if (kind == AEDType) {
         const AEDTypes connected =
@@ -130,8 +102,9 @@ bool CPREventAED::isRecordedButton(int button)
 
 bool CPREventAED::rplmsg_RPL_AED_REMOTE_CTRL(bls_2010::RMessage *msg)
 {
-    const int button =
-        msg ? MessageFields::valueAt<quint8>(*msg, buttonByte) : int(RemoteBtnUndefined);
+    if (!msg)
+        return false;
+    const int button = MessageLayouts::intOf(*msg, MessageLayouts::remoteButton);
     if (!isRecordedButton(button))
         return false;
     setMSecs(sessionTime());
@@ -143,7 +116,7 @@ bool CPREventAED::rplmsg_RPL_AED_REMOTE_CTRL(bls_2010::RMessage *msg)
 
 bool CPREventAED::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (MessageFields::identifierOf(msg)) {
+    switch (MessageLayouts::identifierOf(msg)) {
     case CommunicationIDs::RPL_GENERIC_EVENT:
         return rplmsg_RPL_GENERIC_EVENT(msg);
     case CommunicationIDs::RPL_AED_REMOTE_CTRL:

@@ -4,18 +4,10 @@
 #include "CPREventCPRD.h"
 
 #include "CPREvents.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
-
-namespace {
-
-// RPL_ECG_STATUS (52)
-constexpr unsigned int rhythmByte = 1;
-constexpr unsigned int secondRhythmByte = 2;
-
-} // namespace
 
 CPREventCPRD::CPREventCPRD(int msecs, CPREvents *owner) : CPREventBase(CprCprdEvent, msecs, owner)
 {
@@ -51,17 +43,15 @@ bool CPREventCPRD::rplmsg_RPL_ECG_STATUS(bls_2010::RMessage *msg)
 {
     if (!msg)
         return false;
-    bool rhythmOk = false;
-    bool secondOk = false;
-    const quint8 rhythm = msg->getContentByte(rhythmByte, rhythmOk);
-    const quint8 second = msg->getContentByte(secondRhythmByte, secondOk);
-    return rhythmOk && secondOk
-        && setRhytmn(static_cast<AEDEcgRhythms>(rhythm), static_cast<AEDEcgRhythms>(second));
+    const auto rhythm = MessageLayouts::valueOf(*msg, MessageLayouts::ecgRhythm);
+    const auto second = MessageLayouts::valueOf(*msg, MessageLayouts::secondEcgRhythm);
+    return rhythm && second
+        && setRhytmn(static_cast<AEDEcgRhythms>(*rhythm), static_cast<AEDEcgRhythms>(*second));
 }
 
 bool CPREventCPRD::incomingMsg(bls_2010::RMessage *msg)
 {
-    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_ECG_STATUS
+    return MessageLayouts::identifierOf(msg) == CommunicationIDs::RPL_ECG_STATUS
         && rplmsg_RPL_ECG_STATUS(msg);
 }
 

@@ -6,7 +6,7 @@
 #include "CPRCompressionData.h"
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/SessionMsecs.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -94,79 +94,62 @@ void CPREventCompression::incomingCompressionEvent(
     takeRateOfWaveform();
 }
 
-// RPL_COMP_EVENT (79)
-//   1  s16  age of the start, ms
-//   3  s16  peak force, g
-//   5  s16  release force, g
-//   7  u8   status, CompEventStatus
-//   8  s16  depth, hundredths of a mm
-//  10  s16  release depth, hundredths of a mm
-//  12  u16  start to peak, ms; refused when its sign bit is set
-//  14  u16  peak to end, ms; reported when its sign bit is set
-//  16  u16  time since the previous compression, ms
 bool CPREventCompression::incomingMsg(bls_2010::RMessage *msg)
 {
-    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_COMP_EVENT || !events())
-        return false;
+    using Part = MessageLayouts::Compression;
 
-    bool ok = false;
-    const qint16 age = msg->getContentS16(1, ok);
-    if (!ok)
+    if (MessageLayouts::identifierOf(msg) != CommunicationIDs::RPL_COMP_EVENT || !events())
         return false;
-    const int sent = events()->calculateSessionTime(msg->getHeader().getSequenceNumber());
-    setMSecs(sessionMsecs(qint64(sent) - age));
-
-    m_compPeakForce = msg->getContentS16(3, ok);
-    if (!ok)
-        return false;
-
-    const qint16 releaseForce = msg->getContentS16(5, ok);
-    if (!ok)
-        return false;
-    m_compReleaseForce = releaseForce;
-    m_compLeaningForce = m_previousReleaseForce;
-    m_previousReleaseForce = releaseForce;
-
-    m_compStatus = CompEventStatusFlags(msg->getContentByte(7, ok));
-    if (!ok)
-        return false;
-    m_compIncompleteRelease = m_compStatus.testFlag(CompStatusIncompleteRelease);
-    m_compHandposXiphoid = m_compStatus.testFlag(CompStatusHandposXiphoidErrorDetected);
-    m_compHandposError = m_compStatus.testFlag(CompStatusHandposErrorDetected);
-
-    const qint16 depth = msg->getContentS16(8, ok);
-    if (!ok)
-        return false;
-    m_compDepth = m_compAbsolutePeakDepth = depth * mmPerRawDepth;
-
-    const qint16 releaseDepth = msg->getContentS16(10, ok);
-    if (!ok)
-        return false;
-    m_compReleaseDepth = releaseDepth * mmPerRawDepth;
-    m_compLeaningDepth = m_previousReleaseDepth;
-    m_previousReleaseDepth = m_compReleaseDepth;
-
-    const quint16 startToPeak = msg->getContentU16(12, ok);
-    if (!ok)
-        return false;
-    setPeak(startToPeak);
-    if (static_cast<qint16>(startToPeak) < 0) {
-        qDebug("compPeakTime not valid, start2Peak = %d", startToPeak);
-        return false;
-    }
-
-    const quint16 peakToEnd = msg->getContentU16(14, ok);
-    if (!ok)
-        return false;
-    setEventEndTime(sessionMsecs(qint64(m_compPeakTime) + peakToEnd));
-    if (static_cast<qint16>(peakToEnd) < 0)
-        qDebug("endTime not valid, peak2End = %d", peakToEnd);
-
-    m_compInstantaneousPeriod = msg->getContentU16(16, ok);
-    if (!ok)
-        return false;
-    takeRateOfWaveform();
-    return true;
+    const auto accept = [this, msg](const auto &row, const std::optional<qint64> &sent) {
+        const int value = static_cast<int>(*sent);
+        switch (row.key) {
+        case Part::Age:
+            setMSecs(sessionMsecs(
+                qint64(events()->calculateSessionTime(msg->getHeader().getSequenceNumber()))
+                - value));
+            break;
+        case Part::PeakForce:
+            m_compPeakForce = value;
+            break;
+        case Part::ReleaseForce:
+            m_compReleaseForce = static_cast<float>(value);
+            m_compLeaningForce = m_previousReleaseForce;
+            m_previousReleaseForce = static_cast<qint16>(value);
+            break;
+        case Part::Status:
+            m_compStatus = CompEventStatusFlags(value);
+            m_compIncompleteRelease = m_compStatus.testFlag(CompStatusIncompleteRelease);
+            m_compHandposXiphoid = m_compStatus.testFlag(CompStatusHandposXiphoidErrorDetected);
+            m_compHandposError = m_compStatus.testFlag(CompStatusHandposErrorDetected);
+            break;
+        case Part::Depth:
+            m_compDepth = m_compAbsolutePeakDepth = static_cast<float>(value) * mmPerRawDepth;
+            break;
+        case Part::ReleaseDepth:
+            m_compReleaseDepth = static_cast<float>(value) * mmPerRawDepth;
+            m_compLeaningDepth = m_previousReleaseDepth;
+            m_previousReleaseDepth = m_compReleaseDepth;
+            break;
+        case Part::StartToPeak:
+            setPeak(value);
+            if (value > std::numeric_limits<qint16>::max()) {
+                qDebug("compPeakTime not valid, start2Peak = %d", value);
+                return false;
+            }
+            break;
+        case Part::PeakToEnd:
+            setEventEndTime(sessionMsecs(qint64(m_compPeakTime) + value));
+            if (value > std::numeric_limits<qint16>::max())
+                qDebug("endTime not valid, peak2End = %d", value);
+            break;
+        case Part::Period:
+            m_compInstantaneousPeriod = value;
+            takeRateOfWaveform();
+            break;
+        }
+        return true;
+    };
+    return MessageLayouts::decode(*msg, MessageLayouts::compressionEvent, accept);
 }
 
 bool CPREventCompression::isCorrect(CPRGuidelines *guidelines) const

@@ -3,7 +3,7 @@
 
 #include "CPREventInactivityCPR.h"
 
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/SessionMsecs.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -62,19 +62,17 @@ bool CPREventInactivityCPR::setInactivityTime(qint32 a_InactivityTimeSecs, bool 
     return true;
 }
 
-// RPL_COMP_INACTIVITY_TIME (81)
-//   1-2  s16  length of the pause, s
 bool CPREventInactivityCPR::rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *msg)
 {
     if (!msg)
         return false;
-    const auto secs = static_cast<qint16>(MessageFields::assembledU16(*msg, 1));
+    const int secs = MessageLayouts::intOf(*msg, MessageLayouts::inactivityTime);
     return secs >= 0 && setInactivityTime(secs, true);
 }
 
 bool CPREventInactivityCPR::incomingMsg(bls_2010::RMessage *msg)
 {
-    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_COMP_INACTIVITY_TIME
+    return MessageLayouts::identifierOf(msg) == CommunicationIDs::RPL_COMP_INACTIVITY_TIME
         && rplmsg_RPL_COMP_INACTIVITY_TIME(msg);
 }
 

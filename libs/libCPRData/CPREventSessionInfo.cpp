@@ -8,7 +8,7 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "CPRWaveformInfo.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -20,9 +20,6 @@
 #include <array>
 
 namespace {
-
-using MessageFields::Field;
-using MessageFields::Width;
 
 constexpr int simulationTypeOfThisManikin = 6;
 
@@ -53,44 +50,14 @@ constexpr std::array protocolTexts{"Compression and ventilation - Single rescuer
                                    "Compression and ventilation - Two rescuer",
                                    "High Performance CPR"};
 
-// RPL_LIFETIMEINFO (70): byte 1 selects the content.
-enum LifetimeSelector : quint8 {
-    LifetimeCompressions = 0,
-    LifetimeVentilations = 1,
-    LifetimeBattery = 32
-};
-constexpr unsigned int lifetimeSelectorByte = 1;
-constexpr unsigned int lifetimeCounterByte = 2;
-
-// clang-format off
-
-// RPL_LIFETIMEINFO (70), selector 32
-constexpr std::array<Field, 14> batteryFields = {{
-    { 2, Width::U16, CPREventBase::manikinBatteryCycleCounter},
-    { 4, Width::U16, CPREventBase::manikinBatterySlowChargeCounter},
-    { 6, Width::U16, CPREventBase::manikinBatteryFastChargeCounter},
-    { 8, Width::U16, CPREventBase::manikinBatteryAccumulatedSlowChargeTimeHours},
-    {10, Width::U16, CPREventBase::manikinBatteryAccumulatedFastChargeTimeHours},
-    {12, Width::U16, CPREventBase::manikinBatteryAccumulatedChargeTimeDuringLowTemperatureHours},
-    {14, Width::U16, CPREventBase::manikinBatteryAccumulatedChargeTimeDuringHighTemperatureHours},
-    {16, Width::U8,  CPREventBase::manikinBatteryAvgMinLevelPercent},
-    {17, Width::U8,  CPREventBase::manikinBatteryAvgMaxLevelPercent},
-    {18, Width::U16, CPREventBase::manikinBatteryCriticalBatteryLevelCounter},
-    {20, Width::U16, CPREventBase::manikinBatteryAccumulatedDischargeCurrentAh},
-    {22, Width::U16, CPREventBase::manikinBatteryDesignCapacityMah},
-    {24, Width::U16, CPREventBase::manikinBatteryFullChargeCapacityMah},
-    {26, Width::U16, CPREventBase::manikinBatteryDisconnectCounter},
-}};
-static_assert(MessageFields::standInOrder(batteryFields));
-
-// RPL_MANIKIN_STIFFNESS_EV (107)
-constexpr Field stiffnessField {1, Width::U8, CPREventBase::manikinStiffness};
-
-// clang-format on
-
-// RPL_CPRCARD_STATUS_EV (106): eight decimal digits from byte 1 on.
-constexpr unsigned int cardByte = 1;
-constexpr unsigned int cardLength = 8;
+// A version as people write it.
+QString dotted(std::initializer_list<quint32> numbers)
+{
+    QStringList texts;
+    for (const quint32 number : numbers)
+        texts.append(QString::number(number));
+    return texts.join(QLatin1Char('.'));
+}
 
 } // namespace
 
@@ -293,7 +260,7 @@ void CPREventSessionInfo::setStartTime()
 
 bool CPREventSessionInfo::incomingMsg(bls_2010::RMessage *msg)
 {
-    switch (MessageFields::identifierOf(msg)) {
+    switch (MessageLayouts::identifierOf(msg)) {
     case CommunicationIDs::RPL_VERSIONINFO:
         return rplmsg_RPL_VERSIONINFO(msg);
     case CommunicationIDs::RPL_LIFETIMEINFO:
@@ -301,7 +268,7 @@ bool CPREventSessionInfo::incomingMsg(bls_2010::RMessage *msg)
     case CommunicationIDs::RPL_COMP_INACTIVITY_TIME:
         return rplmsg_RPL_COMP_INACTIVITY_TIME(msg);
     case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL:
-        setCprProtocol(MessageFields::valueAt<qint8>(*msg, 1));
+        setCprProtocol(MessageLayouts::intOf(*msg, MessageLayouts::protocolOfInfo));
         return true;
     case CommunicationIDs::RPL_CPRCARD_STATUS_EV:
         return rplmsg_RPL_CPRCARD_STATUS_EV(msg);
@@ -312,52 +279,36 @@ bool CPREventSessionInfo::incomingMsg(bls_2010::RMessage *msg)
     }
 }
 
-// RPL_VERSIONINFO (64)
-//   6, 7, 12      u8   firmware version: second, first and third number
-//  10             u8   manikin type
-//  13             u32  firmware build number
-//  17, 18, 19     u8   RFID module version
-//  20, 21         u8   Feedpod version
-//  22             u8   connected AED type; older manikins do not send it
 bool CPREventSessionInfo::rplmsg_RPL_VERSIONINFO(bls_2010::RMessage *msg)
 {
-    using MessageFields::valueAt;
     if (!msg)
         return false;
-    const auto byte = [msg](unsigned int index) {
-        return QString::number(valueAt<quint8>(*msg, index));
-    };
-    const QChar dot = QLatin1Char('.');
-
-    const QString build = QString::number(valueAt<quint32>(*msg, 13));
-    const QString firmware = byte(7) + dot + byte(6) + dot + byte(12) + dot + build;
-    const QString rfid = byte(17) + dot + byte(18) + dot + byte(19);
-    const QString feedpod = byte(20) + dot + byte(21);
-    const int type = valueAt<quint8>(*msg, 10);
-    bool ok = false;
-    const auto reportedAed = valueAt<quint8>(*msg, 22, ok);
-    const auto aed = ok ? static_cast<AEDTypes>(reportedAed) : AEDNotPossible;
-    setVersionInfo(type, firmware, rfid, feedpod, aed);
+    MessageLayouts::VersionInfo v;
+    MessageLayouts::store(v, *msg, MessageLayouts::versionInfo);
+    setVersionInfo(static_cast<int>(v.manikinType),
+                   dotted({v.firmwareFirst, v.firmwareSecond, v.firmwareThird, v.firmwareBuild}),
+                   dotted({v.rfidFirst, v.rfidSecond, v.rfidThird}),
+                   dotted({v.feedpodFirst, v.feedpodSecond}),
+                   static_cast<AEDTypes>(v.connectedAed));
     return true;
 }
 
 bool CPREventSessionInfo::rplmsg_RPL_LIFETIMEINFO(bls_2010::RMessage *msg)
 {
-    using MessageFields::valueAt;
     if (!msg)
         return false;
-    bool ok = false;
-    switch (valueAt<quint8>(*msg, lifetimeSelectorByte)) {
-    case LifetimeCompressions:
-        if (const auto count = valueAt<quint32>(*msg, lifetimeCounterByte, ok); ok)
-            setManikinCompressionCount(count);
+    const auto count = MessageLayouts::valueOf(*msg, MessageLayouts::lifetimeCount);
+    switch (MessageLayouts::intOf(*msg, MessageLayouts::lifetimeSelector)) {
+    case MessageLayouts::LifetimeCompressions:
+        if (count)
+            setManikinCompressionCount(static_cast<uint>(*count));
         break;
-    case LifetimeVentilations:
-        if (const auto count = valueAt<quint32>(*msg, lifetimeCounterByte, ok); ok)
-            setManikinVentilationCount(count);
+    case MessageLayouts::LifetimeVentilations:
+        if (count)
+            setManikinVentilationCount(static_cast<uint>(*count));
         break;
-    case LifetimeBattery:
-        MessageFields::store(*this, *msg, batteryFields);
+    case MessageLayouts::LifetimeBattery:
+        MessageLayouts::store(*this, *msg, MessageLayouts::lifetimeBattery);
         break;
     default:
         break;
@@ -369,7 +320,7 @@ bool CPREventSessionInfo::rplmsg_RPL_COMP_INACTIVITY_TIME(bls_2010::RMessage *ms
 {
     if (!msg)
         return false;
-    setCompressionInactivity(static_cast<qint16>(MessageFields::assembledU16(*msg, 1)));
+    setCompressionInactivity(MessageLayouts::intOf(*msg, MessageLayouts::inactivityTime));
     return true;
 }
 
@@ -380,7 +331,7 @@ bool CPREventSessionInfo::rplmsg_RPL_CPRCARD_STATUS_EV(bls_2010::RMessage *msg)
     if (!msg)
         return false;
     bool ok = false;
-    msg->getString(ok, cardByte, cardLength);
+    msg->getString(ok, MessageLayouts::cardByte, MessageLayouts::cardLength);
     if (ok)
         setParameter(cprCardId, QString());
     return true;
@@ -390,7 +341,7 @@ bool CPREventSessionInfo::rplmsg_RPL_MANIKIN_STIFFNESS_EV(bls_2010::RMessage *ms
 {
     if (!msg)
         return false;
-    MessageFields::store(*this, *msg, stiffnessField);
+    setParameter(manikinStiffness, MessageLayouts::intOf(*msg, MessageLayouts::manikinStiffness));
     return true;
 }
 

@@ -5,20 +5,16 @@
 
 #include "CPREventSessionInfo.h"
 #include "CPREvents.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 namespace {
 
-using MessageFields::Field;
-using MessageFields::Width;
-using E = CPREventBase;
 using bls_2010::CommonDefs;
 
 constexpr int fullScore = 100;
@@ -26,47 +22,6 @@ constexpr int fullScore = 100;
 // The ventilation weights that follow from the two published ones.
 static_assert(1.0 - CPREventSessionScore::OVERALL_SCORE_COMP_WEIGHTING_ADULT == 0.25);
 static_assert(1.0 - CPREventSessionScore::OVERALL_SCORE_COMP_WEIGHTING_INFANT == 0.35);
-
-// clang-format off
-
-// RPL_CPR_SCORES (108); overall score and scoring mode have their own defaults and stand in the
-// code.
-constexpr std::array<Field, 18> scoreFields = {{
-    { 1, Width::U8, E::compReleaseScoreReduction},
-    { 2, Width::U8, E::compDepthScoreReduction},
-    { 3, Width::U8, E::compRateLowScoreReduction},
-    { 4, Width::U8, E::compRateHighScoreReduction},
-    { 5, Width::U8, E::compHandposScoreReduction},
-    { 6, Width::U8, E::compOverallScore},
-    { 7, Width::U8, E::ventShallowScoreReduction},
-    { 8, Width::U8, E::ventExcessiveScoreReduction},
-    { 9, Width::U8, E::ventRateLowScoreReduction},
-    {10, Width::U8, E::ventRateHighScoreReduction},
-    {11, Width::U8, E::ventPauseScoreReduction},
-    {12, Width::U8, E::ventCyclesScoreReduction},
-    {13, Width::U8, E::ventOverallScore},
-    {14, Width::U8, E::flowTimePercentage},
-    {15, Width::U8, E::compDepthStrokeLengthScoreReduction},
-    {16, Width::U8, E::compDeepDepthScoreReduction},
-    {17, Width::U8, E::compCyclesScoreReduction},
-    {18, Width::U8, E::compFlowtimeScoreReduction},
-}};
-constexpr unsigned int overallScoreByte = 19;
-constexpr unsigned int scoringModeByte  = 20;
-// Newer manikins only; 0 when absent. Inflation time comes fast before slow, ventilations per
-// minute slow before fast.
-constexpr std::array<Field, 6> optionalFields = {{
-    {21, Width::U8, E::preVentsTooFewScoreReduction},
-    {22, Width::U8, E::preVentsTooManyScoreReduction},
-    {23, Width::U8, E::inflationTimeFastScoreReduction},
-    {24, Width::U8, E::inflationTimeSlowScoreReduction},
-    {25, Width::U8, E::ventsPerMinuteSlowScoreReduction},
-    {26, Width::U8, E::ventsPerMinuteFastScoreReduction},
-}};
-// clang-format on
-
-static_assert(MessageFields::standInOrder(scoreFields));
-static_assert(MessageFields::standInOrder(optionalFields));
 
 bool trainsCompressions(CommonDefs::CprProtocolType protocol)
 {
@@ -106,7 +61,7 @@ CPREventSessionScore::~CPREventSessionScore() = default;
 
 bool CPREventSessionScore::incomingMsg(bls_2010::RMessage *msg)
 {
-    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_CPR_SCORES
+    return MessageLayouts::identifierOf(msg) == CommunicationIDs::RPL_CPR_SCORES
         && rplmsg_RPL_CPR_SCORES(msg);
 }
 
@@ -115,14 +70,16 @@ bool CPREventSessionScore::rplmsg_RPL_CPR_SCORES(bls_2010::RMessage *msg)
     if (!msg)
         return false;
     setMSecs(sessionTime());
-    MessageFields::store(*this, *msg, scoreFields);
-
-    bool ok = false;
-    const int sentScore = msg->getContentByte(overallScoreByte, ok);
-    setParameter(overallScore, ok ? sentScore : computedOverallScore());
-    const int sentMode = msg->getContentByte(scoringModeByte, ok);
-    setParameter(isScoringModeAED, ok ? sentMode : int(isScoredAsAED()));
-    MessageFields::store(*this, *msg, optionalFields);
+    const auto accept = [this](const MessageLayouts::Parameter &row,
+                               const std::optional<qint64> &sent) {
+        // Older manikins leave these two to the receiver.
+        if (!sent && row.key == overallScore)
+            setParameter(overallScore, computedOverallScore());
+        else if (!sent && row.key == isScoringModeAED)
+            setParameter(isScoringModeAED, int(isScoredAsAED()));
+        return MessageLayouts::store(*this, row, sent);
+    };
+    MessageLayouts::decode(*msg, MessageLayouts::scores, accept);
 
     calculateAdvice();
     return true;

@@ -3,17 +3,10 @@
 
 #include "CPREventShock.h"
 
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
-
-namespace {
-
-// RPL_DEFIB_SHOCK_EVENT (47)
-constexpr MessageFields::Field energyField{1, MessageFields::Width::U16, CPREventBase::shockEnergy};
-
-} // namespace
 
 CPREventShock::CPREventShock(int msecs, CPREvents *owner)
     : CPREventBase(ShockDelivered, msecs, owner)
@@ -33,13 +26,13 @@ bool CPREventShock::rplmsg_RPL_DEFIB_SHOCK_EVENT(bls_2010::RMessage *msg)
     if (!msg)
         return false;
     setMSecs(sessionTime());
-    MessageFields::store(*this, *msg, energyField);
+    setParameter(shockEnergy, MessageLayouts::intOf(*msg, MessageLayouts::shockEnergy));
     return true;
 }
 
 bool CPREventShock::incomingMsg(bls_2010::RMessage *msg)
 {
-    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_DEFIB_SHOCK_EVENT
+    return MessageLayouts::identifierOf(msg) == CommunicationIDs::RPL_DEFIB_SHOCK_EVENT
         && rplmsg_RPL_DEFIB_SHOCK_EVENT(msg);
 }
 

@@ -3,19 +3,10 @@
 
 #include "CPREventUser.h"
 
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
-
-namespace {
-
-// RPL_USER_EVENT (68)
-constexpr unsigned int flagByte = 1;
-constexpr unsigned int nameByte = 2;
-constexpr unsigned int nameLength = 64; // padded with NUL bytes
-
-} // namespace
 
 CPREventUser::CPREventUser(int msecs, CPREvents *owner, const QString &a_EventId)
     : CPREventBase(Event, msecs, owner)
@@ -34,13 +25,14 @@ bool CPREventUser::rpl_RPL_USER_EVENT(bls_2010::RMessage *msg)
 {
     if (!msg)
         return false;
-    bool ok = false;
-    const quint8 flag = msg->getContentByte(flagByte, ok);
-    if (!ok)
+    const auto flag = MessageLayouts::valueOf(*msg, MessageLayouts::userEventFlag);
+    if (!flag)
         return false;
     setMSecs(sessionTime());
-    m_flag = flag != 0;
-    const QByteArray name = msg->getString(ok, nameByte, nameLength);
+    m_flag = *flag != 0;
+    bool ok = false;
+    const QByteArray name =
+        msg->getString(ok, MessageLayouts::userNameByte, MessageLayouts::userNameLength);
     if (ok)
         setParameter(eventId, QString::fromUtf8(name.constData())); // to the first NUL byte
     return ok;
@@ -48,7 +40,7 @@ bool CPREventUser::rpl_RPL_USER_EVENT(bls_2010::RMessage *msg)
 
 bool CPREventUser::incomingMsg(bls_2010::RMessage *msg)
 {
-    return MessageFields::identifierOf(msg) == CommunicationIDs::RPL_USER_EVENT
+    return MessageLayouts::identifierOf(msg) == CommunicationIDs::RPL_USER_EVENT
         && rpl_RPL_USER_EVENT(msg);
 }
 

@@ -6,7 +6,7 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "CPRVentilationData.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/SessionMsecs.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -45,48 +45,40 @@ void CPREventVentilation::incomingVitilationEvent(
     takeRateOfWaveform();
 }
 
-// RPL_VENT_EVENT (80)
-//   1-2   s16  age of the start, ms
-//   3     u8   bit 0: during compression
-//   4-5   u16  start to peak, ms
-//   6-7   u16  peak to end, ms
-//   8-9   u16  time since the previous ventilation, ms
-//  10-11  u16  volume, ml
 bool CPREventVentilation::incomingMsg(bls_2010::RMessage *msg)
 {
-    using MessageFields::assembledU16;
+    using Part = MessageLayouts::Ventilation;
 
-    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_VENT_EVENT || !events())
+    if (MessageLayouts::identifierOf(msg) != CommunicationIDs::RPL_VENT_EVENT || !events())
         return false;
-
-    bool ok = false;
-    const auto age = static_cast<qint16>(assembledU16(*msg, 1, ok));
-    if (!ok)
-        return false;
-    const int sent = events()->calculateSessionTime(msg->getHeader().getSequenceNumber());
-    setMSecs(sessionMsecs(qint64(sent) - age));
-
-    m_ventDuringCompression = (msg->getContentByte(3, ok) & 1) != 0;
-    if (!ok)
-        return false;
-
-    const quint16 startToPeak = assembledU16(*msg, 4, ok);
-    if (!ok)
-        return false;
-    m_ventPeakTime = sessionMsecs(qint64(msecs()) + startToPeak);
-
-    const quint16 peakToEnd = assembledU16(*msg, 6, ok);
-    if (!ok)
-        return false;
-    setEventEndTime(sessionMsecs(qint64(m_ventPeakTime) + peakToEnd));
-
-    m_ventInstantaneousPeriod = assembledU16(*msg, 8, ok);
-    if (!ok)
-        return false;
-    takeRateOfWaveform();
-
-    m_ventVolume = assembledU16(*msg, 10, ok);
-    return ok;
+    const auto accept = [this, msg](const auto &row, const std::optional<qint64> &sent) {
+        const int value = static_cast<int>(*sent);
+        switch (row.key) {
+        case Part::Age:
+            setMSecs(sessionMsecs(
+                qint64(events()->calculateSessionTime(msg->getHeader().getSequenceNumber()))
+                - value));
+            break;
+        case Part::DuringCompression:
+            m_ventDuringCompression = (value & 1) != 0;
+            break;
+        case Part::StartToPeak:
+            m_ventPeakTime = sessionMsecs(qint64(msecs()) + value);
+            break;
+        case Part::PeakToEnd:
+            setEventEndTime(sessionMsecs(qint64(m_ventPeakTime) + value));
+            break;
+        case Part::Period:
+            m_ventInstantaneousPeriod = value;
+            takeRateOfWaveform();
+            break;
+        case Part::Volume:
+            m_ventVolume = value;
+            break;
+        }
+        return true;
+    };
+    return MessageLayouts::decode(*msg, MessageLayouts::ventilationEvent, accept);
 }
 
 bool CPREventVentilation::isCorrect(CPRGuidelines *guidelines, bool ventilationsOnly) const

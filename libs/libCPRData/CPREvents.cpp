@@ -15,7 +15,7 @@
 #include "CPRVentilationData.h"
 #include "private/EnumKey.h"
 #include "private/Limits.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
 #include "private/SessionMsecs.h"
 #include "private/XmlReading.h"
@@ -490,7 +490,7 @@ CPREventBase *CPREvents::eventFor(bls_2010::RMessage *msg)
 
 CPREventBase *CPREvents::remoteControlEventFor(bls_2010::RMessage *msg)
 {
-    return CPREventAED::isRecordedButton(MessageFields::valueAt<quint8>(*msg, 1))
+    return CPREventAED::isRecordedButton(MessageLayouts::intOf(*msg, MessageLayouts::remoteButton))
         ? new CPREventAED(0, this)
         : nullptr;
 }
@@ -510,8 +510,8 @@ CPREventBase *CPREvents::inactivityEventFor(bls_2010::RMessage *msg)
 
 CPREventBase *CPREvents::infoForProtocol(bls_2010::RMessage *msg)
 {
-    setCprProtocol(
-        static_cast<CommonDefs::CprProtocolType>(MessageFields::valueAt<quint8>(*msg, 0)));
+    setCprProtocol(static_cast<CommonDefs::CprProtocolType>(
+        MessageLayouts::intOf(*msg, MessageLayouts::protocolOfList)));
     return m_sessionInfo;
 }
 

@@ -5,7 +5,7 @@
 
 #include "CPRData.h"
 #include "private/Limits.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -21,40 +21,8 @@
 
 namespace {
 
-// Both the message and the structure hold depths in whole mm, the set in hundredths.
+// The manikin holds depths in whole mm, the set in hundredths.
 constexpr int hmmPerMm = 100;
-
-template <typename Owner, typename T> struct NumberInMessage {
-    unsigned int byte;
-    unsigned int width; // in bytes
-    T Owner::*field;
-    int scale;
-};
-
-template <typename Owner> struct FlagInMessage {
-    unsigned int byte;
-    bool Owner::*field;
-    quint8 trueWhen;
-    static constexpr unsigned int width = 1;
-};
-
-template <typename Owner, typename T>
-constexpr NumberInMessage<Owner, T> u8(unsigned int byte, T Owner::*field, int scale = 1)
-{
-    return {byte, 1, field, scale};
-}
-
-template <typename Owner, typename T>
-constexpr NumberInMessage<Owner, T> u16(unsigned int byte, T Owner::*field)
-{
-    return {byte, 2, field, 1};
-}
-
-template <typename Owner>
-constexpr FlagInMessage<Owner> flag(unsigned int byte, bool Owner::*field, quint8 trueWhen)
-{
-    return {byte, field, trueWhen};
-}
 
 template <typename Structure, typename Raw, typename Owner, typename T> struct FieldOfStructure {
     Raw Structure::*raw;
@@ -69,26 +37,9 @@ constexpr FieldOfStructure<Structure, Raw, Owner, T> pair(Raw Structure::*raw, T
     return {raw, field, scale};
 }
 
-template <typename... Rows> constexpr bool standInOrder(const std::tuple<Rows...> &table)
-{
-    unsigned int end = 0;
-    bool inOrder = true;
-    std::apply(
-        [&](const auto &...row) {
-            ((inOrder = inOrder && row.byte >= end, end = row.byte + row.width), ...);
-        },
-        table);
-    return inOrder;
-}
-
 int midway(int min, int max)
 {
     return min + (max - min) / 2;
-}
-
-int byteAt(const bls_2010::RMessage &msg, unsigned int index)
-{
-    return MessageFields::valueAt<quint8>(msg, index);
 }
 
 } // namespace
@@ -98,54 +49,6 @@ struct CPRGuidelines::Layouts {
     using G = bls_2010::GuidelineValues_t;
 
     // clang-format off
-
-    // RPL_GUIDELINES (75); the identifier follows from byte 52 on.
-    static constexpr std::tuple message {
-        u8  ( 2, &V::compressionDepthMin,                                hmmPerMm),
-        u8  ( 3, &V::compressionDepthMax,                                hmmPerMm),
-        u8  ( 4, &V::compressionRateTarget),
-        u16 ( 5, &V::compressionAcceptableReleaseForce),
-        u8  ( 7, &V::compressionAcceptableReleaseDepth,                  hmmPerMm),
-        u8  ( 8, &V::ventilationRateMinHPCPR),
-        u8  ( 9, &V::ventilationRateMaxHPCPR),
-        u8  (12, &V::compressionInactivityLevel3Timeout),
-        u8  (14, &V::ventilationRateMaxDuringCPR),
-        u8  (15, &V::ventilationRateMaxForVentilationsOnly),
-        u8  (16, &V::ventilationInactivityTimeout),
-        u8  (17, &V::compressionInactivityLevel2Timeout),
-        u8  (18, &V::compressionInactivityLevel1Timeout),
-        u8  (19, &V::compressionInactivityLevel0TimeoutCPR),
-        u8  (20, &V::compressionInactivityLevel0TimeoutVentilationsOnly),
-        u8  (21, &V::compressionRateMin),
-        u8  (22, &V::compressionRateMax),
-        u8  (23, &V::compressionDetectDepth,                             hmmPerMm),
-        u16 (24, &V::ventilationDetectVolume),
-        u16 (26, &V::ventilationVolumeMin),
-        u16 (28, &V::ventilationVolumeMax),
-        u16 (30, &V::ventilationInflationTimeMin),
-        u16 (32, &V::ventilationInflationTimeMax),
-        u8  (34, &V::ventilationRateMinDuringCPR),
-        u8  (35, &V::ventilationRateMinForVentilationsOnly),
-        flag(36, &V::useAbsoluteDepth,                                   0),
-        u8  (37, &V::compressionsBetweenVentilations),
-        u8  (38, &V::ventilationsBetweenCompressions),
-        u8  (39, &V::compressionsBetweenVentilationsTwoRescuer),
-        u8  (40, &V::minimumAcceptedFlowtimePercentageCompressionsOnly),
-        u8  (41, &V::minimumAcceptedFlowtimePercentageSingleRescuerCPR),
-        u8  (42, &V::minimumAcceptedFlowtimePercentageTwoRescuerCPR),
-        u8  (43, &V::ventilationRateMinDuringTwoRescuerCPR),
-        u8  (44, &V::ventilationRateMaxDuringTwoRescuerCPR),
-        flag(45, &V::isOfficial,                                         1),
-        u8  (46, &V::compressionTooDeepSetting),
-        u8  (47, &V::preVentilationsUsage),
-        u8  (48, &V::preVentilationsMin),
-        u8  (49, &V::preVentilationsMax),
-        flag(50, &V::manikinGuidelineFlag,                               1),
-        flag(51, &V::usingDefaultValues,                                 1)
-    };
-    static_assert(standInOrder(message));
-    static constexpr unsigned int shortestMessage = 51; // its data length
-    static constexpr unsigned int identifierByte  = 52;
 
     // The manikin's structure. The relative-depth flag, the default-values flag and the identifier
     // are not plain fields and stand in the code.
@@ -251,19 +154,6 @@ struct CPRGuidelines::Layouts {
     }
     // clang-format on
 
-    template <typename T>
-    static void read(const bls_2010::RMessage &msg, const NumberInMessage<V, T> &row, V &values)
-    {
-        const int raw =
-            row.width == 1 ? byteAt(msg, row.byte) : MessageFields::assembledU16(msg, row.byte);
-        values.*row.field = static_cast<T>(raw * row.scale);
-    }
-
-    static void read(const bls_2010::RMessage &msg, const FlagInMessage<V> &row, V &values)
-    {
-        values.*row.field = byteAt(msg, row.byte) == row.trueWhen;
-    }
-
     template <typename Raw, typename T>
     static void read(const G &from, const FieldOfStructure<G, Raw, V, T> &row, V &values)
     {
@@ -361,16 +251,18 @@ void CPRGuidelines::fillManikinStruct(bls_2010::GuidelineValues_t &values) const
 
 bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
 {
-    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_GUIDELINES)
+    if (MessageLayouts::identifierOf(msg) != CommunicationIDs::RPL_GUIDELINES)
         return false;
     const unsigned int length = msg->getDataLength();
-    if (length < Layouts::shortestMessage) {
+    // The data length is the index of the last byte.
+    if (length < MessageLayouts::guidelineIdByte - 1) {
         qWarning("Invalid guideline received");
         return false;
     }
 
-    std::apply([&](const auto &...row) { (Layouts::read(*msg, row, m_values), ...); },
-               Layouts::message);
+    bls_2010::GuidelineValues_t sent;
+    MessageLayouts::store(sent, *msg, MessageLayouts::guidelines);
+    clone(sent);
     Values &v = m_values;
     v.ventilationRateTargetForVentilationsOnly =
         midway(v.ventilationRateMinForVentilationsOnly, v.ventilationRateMaxForVentilationsOnly);
@@ -381,7 +273,7 @@ bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
 
     QString identifier;
     bool ok = true;
-    for (unsigned int i = Layouts::identifierByte; ok && i <= length; ++i) {
+    for (unsigned int i = MessageLayouts::guidelineIdByte; ok && i <= length; ++i) {
         const quint8 character = msg->getContentByte(i, ok);
         if (ok)
             identifier.append(QLatin1Char(static_cast<char>(character)));

@@ -4,7 +4,7 @@
 #include "CPRVentilationData.h"
 
 #include "CPRData.h"
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
 #include "private/WaveSamples.h"
 
@@ -74,17 +74,16 @@ bool CPRVentilationData::incomingMsg(bls_2010::RMessage *msg)
 
 bool CPRVentilationData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
 {
-    return msg && MessageFields::valueAt<quint8>(*msg, 1) == CommonDefs::WAVE_VENT_VOLUME
+    return msg
+        && MessageLayouts::intOf(*msg, MessageLayouts::waveType) == CommonDefs::WAVE_VENT_VOLUME
         && m_waveformInfo->incomingMsg(msg);
 }
 
-// RPL_VENT_RATE_UPDATE (88)
-//   1  s8  ventilations per minute
 bool CPRVentilationData::rplmsg_RPL_VENT_RATE_UPDATE(bls_2010::RMessage *msg)
 {
     if (!msg)
         return false;
-    setVentilationRate(MessageFields::valueAt<qint8>(*msg, 1));
+    setVentilationRate(MessageLayouts::intOf(*msg, MessageLayouts::ventilationRate));
     return true;
 }
 

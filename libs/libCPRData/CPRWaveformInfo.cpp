@@ -3,7 +3,7 @@
 
 #include "CPRWaveformInfo.h"
 
-#include "private/MessageFields.h"
+#include "private/MessageLayouts.h"
 #include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -18,10 +18,6 @@ Q_LOGGING_CATEGORY(lcWaveformInfo, "Kelmar.CPRData.CPRWaveformInfo", QtWarningMs
 namespace {
 
 constexpr int msecsPerSecond = 1000;
-
-// RPL_WAVEINFO (77); byte 1 is the wave type, which the waveforms check.
-constexpr unsigned int samplePeriodByte = 2; // u8, ms
-constexpr unsigned int timeByte = 7; // u16, ms
 
 // Attributes in the order of the file; every one is the property of the same name.
 constexpr const char *waveFormAttributes[] = {"msecs", "type", "bitsPerSample", "sampleRate",
@@ -80,13 +76,13 @@ void CPRWaveformInfo::setSamplePeriod(int period)
 
 bool CPRWaveformInfo::incomingMsg(bls_2010::RMessage *msg)
 {
-    if (MessageFields::identifierOf(msg) != CommunicationIDs::RPL_WAVEINFO)
+    if (MessageLayouts::identifierOf(msg) != CommunicationIDs::RPL_WAVEINFO)
         return false;
-    const int period = MessageFields::valueAt<quint8>(*msg, samplePeriodByte);
+    const int period = MessageLayouts::intOf(*msg, MessageLayouts::waveSamplePeriod);
     setSamplePeriod(period);
     // A message with a refused period is corrupt; its time is not believed either.
     if (period > 0)
-        setMsecs(MessageFields::assembledU16(*msg, timeByte));
+        setMsecs(MessageLayouts::intOf(*msg, MessageLayouts::waveTime));
     return true;
 }
 
