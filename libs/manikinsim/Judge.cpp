@@ -9,7 +9,6 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
-#include <vector>
 
 using bls_2010::CommonDefs;
 
@@ -196,7 +195,7 @@ void Judge::followSeries(InSeries kind)
     ++m_inSeries;
 }
 
-void Judge::take(const Truth::Compression &c)
+void Judge::take(const Compression &c)
 {
     const G &g = m_scenario.guidelines;
 
@@ -236,7 +235,7 @@ void Judge::take(const Truth::Compression &c)
     extend(c.start, c.end);
 }
 
-void Judge::take(const Truth::Ventilation &v)
+void Judge::take(const Ventilation &v)
 {
     const G &g = m_scenario.guidelines;
 
@@ -455,11 +454,11 @@ Parameters Judge::scores(bool isAed) const
     s[E::flowTimePercentage]                  = flowTimePercentage();
     s[E::isScoringModeAED]                    = isAed ? 1 : 0;
     // clang-format on
-    s[E::overallScore] = overallScore(s, m_scenario, isAed);
+    s[E::overallScore] = overallScore(s, isAed);
     return s;
 }
 
-int Judge::overallScore(const Parameters &scores, const Scenario &scenario, bool isAed)
+int Judge::overallScore(const Parameters &scores, bool isAed) const
 {
     int compressions = scores[E::compOverallScore];
     const int breaths = scores[E::ventOverallScore];
@@ -467,77 +466,16 @@ int Judge::overallScore(const Parameters &scores, const Scenario &scenario, bool
         const int left = fullScore - scores[E::compFlowtimeScoreReduction];
         compressions = qBound(0, left * compressions / fullScore, fullScore);
     }
-    if (scenario.protocol == CommonDefs::CPR_COMPRESSION_ONLY)
+    if (m_scenario.protocol == CommonDefs::CPR_COMPRESSION_ONLY)
         return compressions;
-    if (scenario.protocol != CommonDefs::CPR_SINGLE_RESCUER
-        && scenario.protocol != CommonDefs::CPR_TWO_RESCUER) {
+    if (m_scenario.protocol != CommonDefs::CPR_SINGLE_RESCUER
+        && m_scenario.protocol != CommonDefs::CPR_TWO_RESCUER) {
         return breaths;
     }
-    const double score = isInfant(scenario.device.type) ? breaths * 0.35 + compressions * 0.65
-                                                        : breaths * 0.25 + compressions * 0.75;
+    const double score = isInfant(m_scenario.device.type) ? breaths * 0.35 + compressions * 0.65
+                                                          : breaths * 0.25 + compressions * 0.75;
     const bool isPerfect = breaths == fullScore && compressions == fullScore;
     return static_cast<int>(std::floor(score > 99.0 && !isPerfect ? score : score + 0.5));
-}
-
-Judge::Advices Judge::advices(const Parameters &scores, Scenario::Protocol protocol)
-{
-    struct Candidate {
-        int left; // of the score, were this the only fault
-        E::Advice advice;
-    };
-    std::vector<Candidate> candidates;
-    const auto left = [&scores](E::ParameterType reduction) {
-        return fullScore - scores.value(reduction);
-    };
-    const auto one = [&](E::ParameterType reduction, E::Advice advice) {
-        candidates.push_back({left(reduction), advice});
-    };
-    const auto two = [&](E::ParameterType low, E::ParameterType high, E::Advice advice) {
-        candidates.push_back({left(low) * left(high) / fullScore, advice});
-    };
-
-    const bool isAutomatic = protocol == CommonDefs::CPR_AUTOMATIC; // gives no advice
-    const bool compressions = hasCompressions(protocol) && !isAutomatic;
-    const bool breaths = hasBreaths(protocol) && !isAutomatic;
-    if (breaths) {
-        two(E::ventShallowScoreReduction, E::ventExcessiveScoreReduction, E::Advice_CorrectVolume);
-        if (protocol == CommonDefs::CPR_HIGH_PERFORMANCE) {
-            two(E::ventsPerMinuteSlowScoreReduction, E::ventsPerMinuteFastScoreReduction,
-                E::Advice_CorrectVentRate);
-        } else {
-            two(E::ventRateLowScoreReduction, E::ventRateHighScoreReduction,
-                E::Advice_CorrectVentRate);
-        }
-        one(E::preVentsTooManyScoreReduction, E::Advice_TooManyPreVents);
-        one(E::preVentsTooFewScoreReduction, E::Advice_TooFewPreVents);
-    }
-    if (compressions) {
-        two(E::compRateLowScoreReduction, E::compRateHighScoreReduction, E::Advice_CorrectRate);
-        one(E::compReleaseScoreReduction, E::Advice_ReleaseCompletely);
-        one(E::compDepthScoreReduction, E::Advice_CompressDeepEnough);
-        one(E::compDeepDepthScoreReduction, E::Advice_CompressNotSoDeep);
-        one(E::compHandposScoreReduction, E::Advice_HandPosition);
-        one(E::compFlowtimeScoreReduction, E::Advice_MinimizeNoFlow);
-    }
-    if (compressions && breaths) {
-        one(E::ventCyclesScoreReduction, E::Advice_CorrectCycleVents);
-        one(E::compCyclesScoreReduction, E::Advice_CorrectCycleComps);
-    }
-
-    // The worst comes first; of equals the one that was entered later.
-    candidates.erase(std::remove_if(candidates.begin(), candidates.end(),
-                                    [](const Candidate &c) { return c.left >= fullScore; }),
-                     candidates.end());
-    std::reverse(candidates.begin(), candidates.end());
-    std::stable_sort(candidates.begin(), candidates.end(),
-                     [](const Candidate &a, const Candidate &b) { return a.left < b.left; });
-
-    Advices result;
-    if (!candidates.empty())
-        result.primary = candidates[0].advice;
-    if (candidates.size() > 1)
-        result.secondary = candidates[1].advice;
-    return result;
 }
 
 } // namespace manikinsim

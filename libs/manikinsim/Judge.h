@@ -5,7 +5,7 @@
 #define MANIKINSIM_JUDGE_H
 
 #include "manikinsim/Scenario.h"
-#include "manikinsim/Truth.h"
+#include "manikinsim/SentMessage.h"
 
 #include <array>
 
@@ -78,8 +78,8 @@ public:
     explicit Judge(const Scenario &scenario);
 
     /// In order of their ends.
-    void take(const Truth::Compression &compression);
-    void take(const Truth::Ventilation &ventilation);
+    void take(const Compression &compression);
+    void take(const Ventilation &ventilation);
     /// A pause since \a start (ms) has lasted \a seconds, as it is reported again and again.
     void takePause(int start, int seconds);
     void takeShock(int msecs);
@@ -90,16 +90,6 @@ public:
     Parameters statistics() const;
     /// \a isAed: the session is one with an AED.
     Parameters scores(bool isAed) const;
-
-    /// What the scores advise first and second.
-    struct Advices {
-        CPREventBase::Advice primary = CPREventBase::Advice_None;
-        CPREventBase::Advice secondary = CPREventBase::Advice_None;
-    };
-    static Advices advices(const Parameters &scores, Scenario::Protocol protocol);
-
-    /// The overall score that follows from the other \a scores.
-    static int overallScore(const Parameters &scores, const Scenario &scenario, bool isAed);
 
 private:
     /// Sums of a quantity.
@@ -142,6 +132,7 @@ private:
     int wantedCompressions() const;
     int flowTimePercentage() const;
     int flowTimeReduction(bool isAed) const;
+    int overallScore(const Parameters &scores, bool isAed) const;
 
     const Scenario m_scenario;
 

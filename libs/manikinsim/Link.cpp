@@ -25,8 +25,8 @@ bool isPauseReport(const SentMessage &message)
 
 bool canBeCut(const SentMessage &message)
 {
-    return std::holds_alternative<Truth::Compression>(message.fact)
-        || std::holds_alternative<Truth::Ventilation>(message.fact)
+    return std::holds_alternative<Compression>(message.fact)
+        || std::holds_alternative<Ventilation>(message.fact)
         || std::holds_alternative<CompressionRate>(message.fact)
         || std::holds_alternative<VentilationRate>(message.fact) || isPauseReport(message);
 }

@@ -5,6 +5,7 @@
 
 #include "CPREventCompression.h"
 #include "manikinsim/MessageContents.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 
@@ -16,6 +17,7 @@ namespace manikinsim {
 
 namespace {
 
+using MessageLayouts::encode;
 using C = CPREventCompression;
 using E = CPREventBase;
 using Kind = ScriptStep::Kind;
@@ -130,7 +132,7 @@ void Manikin::measureUntil(int now, std::vector<SentMessage> &messages)
             breaths.pop_front();
         } else if (!m_peakIsSent) {
             send(messages, now, CommunicationIDs::RPL_COMP_PEAK_EV,
-                 contents::number16(pushes.front().depth));
+                 encode({{MessageLayouts::peakDepth, pushes.front().depth}}));
             m_peakIsSent = true;
         } else {
             endPush(pushes.front(), now, messages);
@@ -142,7 +144,7 @@ void Manikin::measureUntil(int now, std::vector<SentMessage> &messages)
 
 void Manikin::endPush(const Push &push, int now, std::vector<SentMessage> &messages)
 {
-    Truth::Compression c;
+    Compression c;
     c.start = push.start;
     c.peak = push.peak;
     c.end = push.end;
@@ -170,7 +172,7 @@ void Manikin::endPush(const Push &push, int now, std::vector<SentMessage> &messa
 }
 
 /// Tells the rate of the last pushes in this run when it has changed.
-void Manikin::rateAfter(const Truth::Compression &c, int now, std::vector<SentMessage> &messages)
+void Manikin::rateAfter(const Compression &c, int now, std::vector<SentMessage> &messages)
 {
     if (!m_hasPushed || c.start - m_lastPush.end > Rescuer::longestGapInRun) {
         m_periods.clear();
@@ -187,13 +189,13 @@ void Manikin::rateAfter(const Truth::Compression &c, int now, std::vector<SentMe
     if (rate == m_sentRate)
         return;
     m_sentRate = rate;
-    send(messages, now, CommunicationIDs::RPL_COMP_RATE_UPDATE, contents::number16(rate),
-         CompressionRate{rate});
+    send(messages, now, CommunicationIDs::RPL_COMP_RATE_UPDATE,
+         encode({{MessageLayouts::compressionRate, rate}}), CompressionRate{rate});
 }
 
 void Manikin::endBreath(const Breath &breath, int now, std::vector<SentMessage> &messages)
 {
-    Truth::Ventilation v;
+    Ventilation v;
     v.start = breath.start;
     v.peak = breath.peak;
     v.end = breath.end;
@@ -205,8 +207,8 @@ void Manikin::endBreath(const Breath &breath, int now, std::vector<SentMessage> 
     const int rate = qMin(fastestBreaths, m_judge->breathRate());
     if (rate >= 0 && rate != m_sentBreathRate) {
         m_sentBreathRate = rate;
-        send(messages, now, CommunicationIDs::RPL_VENT_RATE_UPDATE, contents::signed8(rate),
-             VentilationRate{rate});
+        send(messages, now, CommunicationIDs::RPL_VENT_RATE_UPDATE,
+             encode({{MessageLayouts::ventilationRate, rate}}), VentilationRate{rate});
     }
     send(messages, now, CommunicationIDs::RPL_VENT_EVENT, contents::ventilation(v, now - v.start),
          v);
@@ -245,12 +247,12 @@ void Manikin::reportPause(int now, std::vector<SentMessage> &messages)
         return;
     }
     m_judge->takePause(start, seconds);
-    send(messages, now, CommunicationIDs::RPL_COMP_INACTIVITY_TIME, contents::number16(seconds),
-         PauseReport{start, seconds});
+    send(messages, now, CommunicationIDs::RPL_COMP_INACTIVITY_TIME,
+         encode({{MessageLayouts::inactivityTime, seconds}}), PauseReport{start, seconds});
     if (m_sentRate != 0) {
         m_sentRate = 0;
-        send(messages, now, CommunicationIDs::RPL_COMP_RATE_UPDATE, contents::number16(0),
-             CompressionRate{0});
+        send(messages, now, CommunicationIDs::RPL_COMP_RATE_UPDATE,
+             encode({{MessageLayouts::compressionRate, 0}}), CompressionRate{0});
     }
 }
 
@@ -264,34 +266,30 @@ void Manikin::followScript(int now, std::vector<SentMessage> &messages)
         case Kind::Shock:
             m_judge->takeShock(now);
             send(messages, now, CommunicationIDs::RPL_DEFIB_SHOCK_EVENT,
-                 contents::number16(step.value), Truth::Shock{0, step.value});
+                 encode({{MessageLayouts::shockEnergy, step.value}}), Shock{step.value});
             break;
         case Kind::Aed:
             send(messages, now, CommunicationIDs::RPL_GENERIC_EVENT,
-                 contents::aedEvent(step.value, step.details),
-                 Truth::AedEvent{0, contents::aedParameters(step.value, step.details)});
+                 contents::aedEvent(step.value, step.details), AedEvent{step.value, step.details});
             break;
         case Kind::RemoteButton: {
             // Only these two are more than a press.
             const bool isEvent = step.value == E::RemoteBtnShowPadPlacementLEDS
                 || step.value == E::RemoteBtnCPRfirst;
-            const Parameters pressed{{E::aedEventType, E::AEDRemoteControlOtherButtonPressed},
-                                     {E::aedRemoteOtherButtonId, step.value},
-                                     {E::aedRemoteApplyToAll, E::ApplyToSingleManikin}};
             send(messages, now, CommunicationIDs::RPL_AED_REMOTE_CTRL,
-                 contents::number8(step.value),
-                 isEvent ? Fact(Truth::AedEvent{0, pressed}) : Fact(NoEvent{}));
+                 encode({{MessageLayouts::remoteButton, step.value}}),
+                 isEvent ? Fact(AedEvent{E::AEDRemoteControlOtherButtonPressed,
+                                         {step.value, E::ApplyToSingleManikin}})
+                         : Fact(NoEvent{}));
             break;
         }
         case Kind::Rhythm:
-            send(messages, now, CommunicationIDs::RPL_ECG_STATUS,
-                 contents::rhythm(step.value, step.value),
-                 step.value == E::AED_NoECGRhythm ? Fact(NoEvent{})
-                                                  : Fact(Truth::Rhythm{0, step.value, false}));
+            send(messages, now, CommunicationIDs::RPL_ECG_STATUS, contents::rhythm(step.value),
+                 step.value == E::AED_NoECGRhythm ? Fact(NoEvent{}) : Fact(Rhythm{step.value}));
             break;
         case Kind::User:
             send(messages, now, CommunicationIDs::RPL_USER_EVENT, contents::userEvent(step.text),
-                 Truth::UserEvent{0, step.text});
+                 UserEvent{step.text});
             break;
         }
     }

@@ -34,8 +34,7 @@ private:
     void endBreath(const Breath &breath, int now, std::vector<SentMessage> &messages);
     void reportPause(int now, std::vector<SentMessage> &messages);
     void followScript(int now, std::vector<SentMessage> &messages);
-    void rateAfter(const Truth::Compression &compression, int now,
-                   std::vector<SentMessage> &messages);
+    void rateAfter(const Compression &compression, int now, std::vector<SentMessage> &messages);
     bool isDuringCompression(const Breath &breath) const;
     bool isTouched(int now) const;
     int depthAt(int now);

@@ -5,7 +5,7 @@
 #define MANIKINSIM_MESSAGECONTENTS_H
 
 #include "manikinsim/Scenario.h"
-#include "manikinsim/Truth.h"
+#include "manikinsim/SentMessage.h"
 
 #include <QByteArray>
 
@@ -22,37 +22,24 @@ QByteArray lifetimeCompressions(quint32 count);
 QByteArray lifetimeVentilations(quint32 count);
 QByteArray lifetimeBattery(const Device &device);
 /// RPL_GUIDELINES (75)
-QByteArray guidelines(const bls_2010::GuidelineValues_t &values, bool isInUse);
+QByteArray guidelines(bls_2010::GuidelineValues_t values, bool isInUse);
 /// RPL_WAVEINFO (77) of a wave with a sample each \a period ms
 QByteArray waveInfo(quint8 waveType, int period, int waveDelay);
 /// RPL_COMP_EVENT (79), \a age ms after the compression's start
-QByteArray compression(const Truth::Compression &compression, int age);
+QByteArray compression(const Compression &compression, int age);
 /// RPL_VENT_EVENT (80), \a age ms after the breath's start
-QByteArray ventilation(const Truth::Ventilation &ventilation, int age);
+QByteArray ventilation(const Ventilation &ventilation, int age);
 /// RPL_CPR_PROTOCOL_CTRL (101)
 QByteArray protocol(Scenario::Protocol protocol);
-/// RPL_DEFIB_SHOCK_EVENT (47), RPL_COMP_INACTIVITY_TIME (81), RPL_COMP_RATE_UPDATE (87),
-/// RPL_COMP_PEAK_EV (104)
-QByteArray number16(int value);
-/// RPL_AED_REMOTE_CTRL (50)
-QByteArray number8(int value);
-/// RPL_VENT_RATE_UPDATE (88)
-QByteArray signed8(int value);
 /// RPL_ECG_STATUS (52)
-QByteArray rhythm(int rhythm, int second);
+QByteArray rhythm(int rhythm);
 /// RPL_USER_EVENT (68); of the name as many bytes of UTF-8 as there is room for
 QByteArray userEvent(const QString &name);
-constexpr int longestUserEvent = 64;
 
-/// RPL_GENERIC_EVENT (48) of an AED event, and the parameters under which it is shown. Details
-/// beyond those that the kind has are left out.
+/// RPL_GENERIC_EVENT (48) of an AED event; details beyond those that the kind has are left out.
 QByteArray aedEvent(int kind, const std::vector<int> &details);
-Parameters aedParameters(int kind, const std::vector<int> &details);
 /// Whether the kind says nothing without a detail; at least the first is needed then.
 bool hasDetails(int kind);
-
-/// The battery figures under their parameters.
-Parameters batteryParameters(const Device &device);
 
 /// The values as the fields of the statistics and score messages can hold them.
 Parameters fitted(const Parameters &values);
@@ -64,10 +51,6 @@ QByteArray histograms(const Parameters &values);
 QByteArray dependentStatistics(const Parameters &values);
 /// RPL_CPR_SCORES (108); an older manikin ends before the overall score.
 QByteArray scores(const Parameters &values, bool isOld);
-
-/// What an older manikin leaves out of its statistics and of its scores.
-const std::vector<CPREventBase::ParameterType> &newerStatistics();
-const std::vector<CPREventBase::ParameterType> &newerReductions();
 
 } // namespace manikinsim::contents
 

@@ -4,6 +4,7 @@
 #include "manikinsim/Scenario.h"
 
 #include "manikinsim/MessageContents.h"
+#include "private/MessageLayouts.h"
 
 #include <algorithm>
 
@@ -125,7 +126,6 @@ std::vector<Scenario> namedScenarios()
     std::vector<Scenario> scenarios;
 
     Scenario perfect = named("perfect", "everything as the guidelines want it");
-    perfect.deservedAdvice = CPREventBase::Advice_None;
     scenarios.push_back(perfect);
 
     Scenario good = named("good", "a trained rescuer who slips now and then");
@@ -139,23 +139,19 @@ std::vector<Scenario> namedScenarios()
 
     Scenario shallow = named("shallow", "nearly all compressions are too shallow");
     shallow.skill.depth = {4500, 200};
-    shallow.deservedAdvice = CPREventBase::Advice_CompressDeepEnough;
     scenarios.push_back(shallow);
 
     Scenario tooFast = named("too-fast", "nearly all compressions come too fast");
     tooFast.skill.rate = {132, 4};
-    tooFast.deservedAdvice = CPREventBase::Advice_CorrectRate;
     scenarios.push_back(tooFast);
 
     Scenario leaning = named("leaning", "the chest is often not released completely");
     leaning.skill.incompleteReleases = 60;
-    leaning.deservedAdvice = CPREventBase::Advice_ReleaseCompletely;
     scenarios.push_back(leaning);
 
     Scenario longPauses = named("long-pauses", "long pauses after every cycle");
     longPauses.skill.pauses = 100;
     longPauses.skill.pauseLength = {14000, 2000};
-    longPauses.deservedAdvice = CPREventBase::Advice_MinimizeNoFlow;
     scenarios.push_back(longPauses);
 
     Scenario aed = named("aed", "two rescuers with an AED: shock, rhythms, remote control");
@@ -239,7 +235,7 @@ bool isSound(const ScriptStep &step)
     case Kind::Rhythm:
         return isShare(step.value, byteMax);
     case Kind::User:
-        return step.text.toUtf8().size() <= contents::longestUserEvent
+        return step.text.toUtf8().size() <= int(MessageLayouts::userNameLength)
             && !step.text.contains(QChar::Null);
     }
     return false;

@@ -117,10 +117,6 @@ struct Scenario {
     int preVentilations = 0;
     std::vector<ScriptStep> script;
     LinkFaults link;
-    /// What the fault of this scenario deserves to be told first, where the protocol trains
-    /// compressions and the session lasts 30 s at least; not set where the scenario has several
-    /// faults or smaller ones.
-    std::optional<CPREventBase::Advice> deservedAdvice;
 
     /// Why this cannot be simulated, for people; empty when it can.
     QString problem() const;

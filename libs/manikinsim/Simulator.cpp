@@ -8,8 +8,8 @@
 #include "manikinsim/Link.h"
 #include "manikinsim/Manikin.h"
 #include "manikinsim/MessageContents.h"
-#include "manikinsim/ReceivedSession.h"
 #include "manikinsim/Rescuer.h"
+#include "private/MessageLayouts.h"
 
 #include <chestboard/CommunicationIDs.h>
 
@@ -28,11 +28,24 @@ constexpr int packetsPerSecond = 1000 / Manikin::period;
 constexpr int messageDelay = 1; // ms
 constexpr int lateDelay = 2;
 
+bool hasAed(const Device &device)
+{
+    return device.connectedAed != CPREventBase::AEDNotDetected
+        && device.connectedAed != CPREventBase::AEDNotPossible;
+}
+
+/// Whether the rescuer has to wait for what the message is about.
+bool excusesPauses(const Fact &fact)
+{
+    return std::holds_alternative<Shock>(fact) || std::holds_alternative<AedEvent>(fact)
+        || std::holds_alternative<Rhythm>(fact) || std::holds_alternative<UserEvent>(fact);
+}
+
 } // namespace
 
 class Simulator::Private {
 public:
-    Private(const Scenario &theScenario, quint64 seed);
+    Private(const Scenario &theScenario, quint64 seed, Listener *theListener);
 
     void goOn();
 
@@ -41,7 +54,7 @@ public:
     Rescuer rescuer;
     Manikin manikin;
     Link link;
-    ReceivedSession received;
+    Listener *const listener; // not owned; null when nobody listens
 
     std::deque<manikinlog::Record> records; // ready to be handed out
     bool isOver = false;
@@ -62,15 +75,17 @@ private:
     const qint32 m_lastSequence;
     qint32 m_sequence = 0; // of the last wave period
     bool m_isPrepared = false;
+    bool m_isWithAed; // time without flow is not the rescuer's fault
 };
 
-Simulator::Private::Private(const Scenario &theScenario, quint64 seed)
+Simulator::Private::Private(const Scenario &theScenario, quint64 seed, Listener *theListener)
     : scenario(theScenario), judge(scenario), rescuer(scenario, seed),
-      manikin(scenario, seed, &rescuer, &judge), link(scenario, seed), received(scenario),
+      manikin(scenario, seed, &rescuer, &judge), link(scenario, seed), listener(theListener),
       isOver(!scenario.problem().isEmpty()),
       m_depthWave(scenario.guidelines.useRelativeDepth != 0 ? CommonDefs::WAVE_RELATIVE_COMP_DEPTH
                                                             : CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH),
-      m_lastSequence(scenario.seconds * packetsPerSecond)
+      m_lastSequence(scenario.seconds * packetsPerSecond),
+      m_isWithAed(!scenario.link.shortMessages && hasAed(scenario.device))
 {
 }
 
@@ -106,10 +121,10 @@ void Simulator::Private::goOn()
 void Simulator::Private::prepare()
 {
     using ID = CommunicationIDs;
-    constexpr int shortestGuidelines = 51; // data bytes; a message with less is refused
     const Device &device = scenario.device;
     const bool isOld = scenario.link.shortMessages;
     const QByteArray guidelines = contents::guidelines(scenario.guidelines, true);
+    constexpr int tooShort = MessageLayouts::guidelineIdByte - 1; // a message that is refused
 
     addState(0, CPRData::CPR_MANIKIN_INIT);
     addMessage(120, ID::RPL_VERSIONINFO, contents::versionInfo(device, isOld));
@@ -117,7 +132,7 @@ void Simulator::Private::prepare()
     addMessage(160, ID::RPL_LIFETIMEINFO, contents::lifetimeVentilations(device.ventilations));
     addMessage(180, ID::RPL_LIFETIMEINFO, contents::lifetimeBattery(device));
     if (scenario.link.cutGuidelines)
-        addMessage(200, ID::RPL_GUIDELINES, guidelines.left(shortestGuidelines));
+        addMessage(200, ID::RPL_GUIDELINES, guidelines.left(tooShort));
     addMessage(220, ID::RPL_GUIDELINES, guidelines);
     addMessage(240, ID::RPL_GUIDELINES, contents::guidelines(scenario.otherGuidelines, false));
     // The guideline set in use decides which depth wave is recorded, so it goes first.
@@ -145,13 +160,16 @@ void Simulator::Private::act()
     for (const Link::Delivery &delivery : link.carry(packet, messages)) {
         if (const auto *arrived = std::get_if<WavePacket>(&delivery)) {
             addPacket(now + (arrived->sequence == m_sequence ? 0 : lateDelay), *arrived);
-            received.take(*arrived);
+            if (listener)
+                listener->arrived(*arrived);
         } else if (const auto *message = std::get_if<SentMessage>(&delivery)) {
             if (message->fate != SentMessage::Fate::Lost) {
                 add(now + messageDelay,
                     manikinlog::Message{message->identifier, message->sequence, message->content});
             }
-            received.take(*message);
+            m_isWithAed = m_isWithAed || excusesPauses(message->fact);
+            if (listener)
+                listener->arrived(*message);
         }
     }
 }
@@ -162,7 +180,7 @@ void Simulator::Private::end()
     const qint64 now = sessionStart + qint64(m_lastSequence) * Manikin::period;
     const bool isOld = scenario.link.shortMessages;
     const Parameters statistics = contents::fitted(judge.statistics());
-    const Parameters scores = contents::fitted(judge.scores(received.isWithAed()));
+    const Parameters scores = contents::fitted(judge.scores(m_isWithAed));
 
     addState(now + 20, CPRData::CPR_ENDED);
     addMessage(now + 100, ID::RPL_GL_INDEPENDENT_STATS,
@@ -170,12 +188,13 @@ void Simulator::Private::end()
     addMessage(now + 120, ID::RPL_GL_INDEPENDENT_BIN_STATS, contents::histograms(statistics));
     addMessage(now + 140, ID::RPL_GL_DEPENDENT_STATS, contents::dependentStatistics(statistics));
     addMessage(now + 200, ID::RPL_CPR_SCORES, contents::scores(scores, isOld));
-    received.finish(statistics, scores);
+    if (listener)
+        listener->finished(statistics, scores);
     isOver = true;
 }
 
-Simulator::Simulator(const Scenario &scenario, quint64 seed)
-    : d(std::make_unique<Private>(scenario, seed))
+Simulator::Simulator(const Scenario &scenario, quint64 seed, Listener *listener)
+    : d(std::make_unique<Private>(scenario, seed, listener))
 {
 }
 
@@ -201,11 +220,6 @@ bool Simulator::write(manikinlog::ManikinLogWriter &writer)
             return false;
     }
     return true;
-}
-
-const Truth &Simulator::truth() const
-{
-    return d->received.truth();
 }
 
 const Scenario &Simulator::scenario() const

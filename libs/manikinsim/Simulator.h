@@ -6,7 +6,6 @@
 
 #include "manikinlog/ManikinLogRecord.h"
 #include "manikinsim/Scenario.h"
-#include "manikinsim/Truth.h"
 
 #include <memory>
 
@@ -16,12 +15,13 @@ class ManikinLogWriter;
 
 namespace manikinsim {
 
+class Listener;
+
 /// A rescuer at work on a manikin, without either: gives the records of a session one after the
-/// other, as a host would have recorded them, and knows the truth about it.
+/// other, as a host would have recorded them.
 ///
 /// The same scenario and seed give the same records on every platform, in every locale and time
-/// zone. Only what lies directly ahead is held in memory, however long the session is; the truth
-/// grows with the events.
+/// zone. Only what lies directly ahead is held in memory, however long the session is.
 ///
 /// A log begins with the manikin's introduction and the preparations. The session starts 3000 ms
 /// after the log. Then each wave period of 20 ms gives a header, a sample of each wave and what the
@@ -29,8 +29,9 @@ namespace manikinsim {
 /// made.
 class Simulator {
 public:
-    /// Of a \a scenario that has a problem() nothing is simulated.
-    explicit Simulator(const Scenario &scenario, quint64 seed);
+    /// Of a \a scenario that has a problem() nothing is simulated. The \a listener, not owned,
+    /// hears what each record means while the record is made.
+    Simulator(const Scenario &scenario, quint64 seed, Listener *listener = nullptr);
     ~Simulator();
     Simulator(const Simulator &) = delete;
     Simulator &operator=(const Simulator &) = delete;
@@ -43,8 +44,6 @@ public:
     /// says why.
     bool write(manikinlog::ManikinLogWriter &writer);
 
-    /// The truth so far; whole when there is no record left.
-    const Truth &truth() const;
     const Scenario &scenario() const;
 
     /// ms of the log at which the session time is 0.

@@ -347,6 +347,7 @@ constexpr std::array<Field<Member<VersionInfo>>, 11> versionInfo = {{
     {21, Width::U8,  &VersionInfo::feedpodSecond},
     {22, Width::U8,  &VersionInfo::connectedAed, absentWithout(22)},
 }};
+constexpr unsigned int oldVersionEnd  = 22;
 static_assert(standInOrder(versionInfo) && endOf(versionInfo) == 23);
 
 // RPL_USER_EVENT (68)
