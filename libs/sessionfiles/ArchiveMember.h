@@ -5,7 +5,7 @@
 #define SESSIONFILES_ARCHIVEMEMBER_H
 
 #include "sessionfiles/ArchiveCheck.h"
-#include "sessionfiles/CountedDevice.h"
+#include <private/CountedDevice.h>
 
 #include <QXmlStreamReader>
 

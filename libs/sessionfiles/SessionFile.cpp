@@ -3,7 +3,7 @@
 
 #include "sessionfiles/SessionFile.h"
 
-#include "sessionfiles/CountedDevice.h"
+#include <private/CountedDevice.h>
 #include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/ZipHeader.h"
 
