@@ -6,6 +6,7 @@
 #include "CPRData.h"
 #include "CPRGuidelines.h"
 #include "private/MessageFields.h"
+#include "private/SessionArchive.h"
 #include "private/SessionMsecs.h"
 #include "private/WaveSamples.h"
 
@@ -50,7 +51,7 @@ void CPRCompressionData::initialize()
     m_waveformInfo->setScaleUnitsPerMM(1.5F);
     m_waveformInfo->setScaleMax(0);
     m_waveformInfo->setScaleMin(-60);
-    m_waveformInfo->setFileName(QStringLiteral("COMP.WV"));
+    m_waveformInfo->setFileName(SessionArchive::nameInFolder(SessionArchive::Compressions));
     m_waveformInfo->setType(CPRWaveformInfo::comp);
     m_waveformInfo->setBitsPerSample(16);
     m_waveformInfo->setSampleRate(50);

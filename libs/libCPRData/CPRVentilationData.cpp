@@ -6,6 +6,7 @@
 #include "CPRData.h"
 #include "private/MessageFields.h"
 #include "private/ResponseId.h"
+#include "private/SessionArchive.h"
 #include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -44,7 +45,7 @@ void CPRVentilationData::initialize()
     m_waveformInfo->setScaleMax(3000.0F);
     m_waveformInfo->setScaleMin(-1000.0F);
     m_waveformInfo->setOffset(0);
-    m_waveformInfo->setFileName(QStringLiteral("VENT.WV"));
+    m_waveformInfo->setFileName(SessionArchive::nameInFolder(SessionArchive::Ventilations));
     m_waveformInfo->setMsecs(0);
     m_waveformInfo->setType(CPRWaveformInfo::vent);
     m_waveformInfo->setBitsPerSample(16);

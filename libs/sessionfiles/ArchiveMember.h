@@ -5,7 +5,9 @@
 #define SESSIONFILES_ARCHIVEMEMBER_H
 
 #include "sessionfiles/ArchiveCheck.h"
+
 #include <private/CountedDevice.h>
+#include <private/SessionArchive.h>
 
 #include <QXmlStreamReader>
 
@@ -15,8 +17,9 @@
 
 namespace sessionfiles {
 
+using namespace SessionArchive;
+
 constexpr int msecsPerSecond = 1000;
-constexpr int bytesPerSample = 2;
 
 // The text on one line and in quotes, without anything that a terminal would act on.
 inline QString quoted(const QString &text)
@@ -32,23 +35,10 @@ inline QString quoted(const QString &text)
     return result + (text.size() > longest ? QStringLiteral("\"...") : QStringLiteral("\""));
 }
 
-enum MemberIndex : std::size_t { Waves, Compressions, Ventilations, Events, Guidelines };
-
-// In the order in which they are checked: each needs those before it.
-constexpr std::array memberOrder{Waves, Compressions, Ventilations, Events, Guidelines};
-
-// As file handlers know it.
-inline QString nameInFolder(MemberIndex index)
-{
-    constexpr std::array names{"CPRWaves.xml", "COMP.WV", "VENT.WV", "CPREvents.xml",
-                               "CPRGuidelines.xml"};
-    return QString::fromLatin1(names[index]);
-}
-
 // As it stands in the archive.
 inline QString memberName(MemberIndex index)
 {
-    return QStringLiteral("CPR/") + nameInFolder(index);
+    return nameInZip(nameInFolder(index));
 }
 
 // The findings about one member. What a session takes to its end cannot be damaged: there all
