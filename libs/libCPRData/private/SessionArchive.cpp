@@ -48,25 +48,25 @@ template <typename Read> QString readDocument(QIODevice *device, Read read)
         .arg(input.damage().isEmpty() ? reader.errorString() : input.damage());
 }
 
-CPRWaveformInfo *descriptionOf(const CPRData &session, MemberIndex wave)
+CPRWaveData *waveOf(const CPRData &session, MemberIndex wave)
 {
-    return wave == Compressions ? session.compressionData()->waveformInfo()
-                                : session.ventilationData()->waveformInfo();
+    if (wave == Compressions)
+        return session.compressionData();
+    return session.ventilationData();
 }
 
 void writeWaveList(CPRData &session, QXmlStreamWriter &writer)
 {
-    // The member that a description names is the one that is stored, also when the session was
-    // loaded from members of other names.
-    for (const MemberIndex wave : {Compressions, Ventilations}) {
-        CPRWaveformInfo *info = descriptionOf(session, wave);
-        if (info->fileName() != nameInFolder(wave))
-            info->setFileName(nameInFolder(wave));
-    }
     writer.writeStartDocument();
     writer.writeStartElement(QString::fromLatin1(waveList));
-    session.compressionData()->writeWaveformInfo(&writer);
-    session.ventilationData()->writeWaveformInfo(&writer);
+    for (const MemberIndex index : {Compressions, Ventilations}) {
+        // The member that the description names is the one that is stored, also when the session
+        // was loaded from members of other names.
+        CPRWaveData *wave = waveOf(session, index);
+        if (wave->waveformInfo()->fileName() != nameInFolder(index))
+            wave->waveformInfo()->setFileName(nameInFolder(index));
+        wave->writeWaveformInfo(&writer);
+    }
     writer.writeEndDocument();
 }
 
@@ -100,8 +100,8 @@ QString read(CPRData &session, MemberIndex index, QIODevice *device)
     case Waves:
         return readDocument(device, [&](QXmlStreamReader &reader) {
             readNextChild(reader);
-            session.compressionData()->readWaveformInfo(&reader);
-            session.ventilationData()->readWaveformInfo(&reader);
+            for (const MemberIndex wave : {Compressions, Ventilations})
+                waveOf(session, wave)->readWaveformInfo(&reader);
         });
     case Compressions:
         return session.compressionData()->readCompresseionWave(device);
@@ -118,7 +118,7 @@ QString read(CPRData &session, MemberIndex index, QIODevice *device)
 
 QString SessionArchive::nameToRead(const CPRData &session, MemberIndex index)
 {
-    return isWave(index) ? descriptionOf(session, index)->fileName() : nameInFolder(index);
+    return isWave(index) ? waveOf(session, index)->waveformInfo()->fileName() : nameInFolder(index);
 }
 
 bool SessionArchive::writeMember(CPRData &session, MemberIndex index, CPRFileHandler &handler)
