@@ -7,7 +7,7 @@
 #include "CPRGuidelines.h"
 #include "private/MessageFields.h"
 #include "private/SessionArchive.h"
-#include "private/SessionMsecs.h"
+#include "private/Units.h"
 #include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -149,7 +149,7 @@ void CPRCompressionData::fill(int n)
 
 int CPRCompressionData::sessionTimeFromData() const
 {
-    return sessionMsecs(qint64(waveformInfo()->samplePeriod()) * count());
+    return Units::sessionMsecs(qint64(waveformInfo()->samplePeriod()) * count());
 }
 
 bool CPRCompressionData::writeCompresseionWave(QIODevice *device) const

@@ -11,7 +11,7 @@
 #include "private/Limits.h"
 #include "private/ResponseId.h"
 #include "private/SessionArchive.h"
-#include "private/SessionMsecs.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -23,6 +23,8 @@
 #include <limits>
 
 using bls_2010::CommonDefs;
+using Units::msecsPerSecond;
+using Units::sessionMsecs;
 
 Q_LOGGING_CATEGORY(lcData, "Kelmar.CPRData.CPRData", QtWarningMsg)
 
@@ -32,8 +34,6 @@ using namespace SessionArchive;
 
 // The link sends this one for its own purposes.
 constexpr quint32 ignoredMessage = 38;
-
-constexpr int msecsPerSecond = 1000;
 
 CPRGuidelines *guidelinesOf(const QVariant &entry)
 {
@@ -440,7 +440,6 @@ bool CPRData::readData(CPRFileHandler *handler, CPRReadReport &report)
     }
     const int covered = m_compressionData->sessionTimeFromData();
     setSessionTime(covered);
-    m_cprEvents->sessionInfo()->setTotalTime(covered / msecsPerSecond
-                                             + (covered % msecsPerSecond > 0 ? 1 : 0));
+    m_cprEvents->sessionInfo()->setTotalTime(Units::secsBegun(covered));
     return isComplete;
 }

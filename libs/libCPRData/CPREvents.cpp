@@ -16,7 +16,7 @@
 #include "private/EnumKey.h"
 #include "private/MessageFields.h"
 #include "private/ResponseId.h"
-#include "private/SessionMsecs.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -33,6 +33,8 @@
 #include <utility>
 
 using bls_2010::CommonDefs;
+using Units::msecsPerSecond;
+using Units::sessionMsecs;
 
 Q_LOGGING_CATEGORY(lcEvents, "Kelmar.CPRData.CPREvents", QtWarningMsg)
 
@@ -40,7 +42,6 @@ namespace {
 
 // A compression that begins later than this after the one before opens a new cycle.
 constexpr int cycleGapMs = 500;
-constexpr int msecsPerSecond = 1000;
 constexpr int allTimes = -1;
 constexpr int tagCount = 8;
 constexpr uint allTags = (1U << tagCount) - 1;

@@ -6,6 +6,7 @@
 #include "CPRData.h"
 #include "private/Limits.h"
 #include "private/MessageFields.h"
+#include "private/Units.h"
 #include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -25,7 +26,7 @@
 namespace {
 
 // Both the message and the structure hold depths in whole mm, the set in hundredths.
-constexpr int hmmPerMm = 100;
+using Units::hmmPerMm;
 
 template <typename Owner, typename T> struct NumberInMessage {
     unsigned int byte;

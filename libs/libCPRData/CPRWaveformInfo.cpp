@@ -5,6 +5,7 @@
 
 #include "private/MessageFields.h"
 #include "private/SessionArchive.h"
+#include "private/Units.h"
 #include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -20,7 +21,7 @@ namespace {
 
 using namespace SessionArchive;
 
-constexpr int msecsPerSecond = 1000;
+using Units::msecsPerSecond;
 
 // RPL_WAVEINFO (77); byte 1 is the wave type, which the waveforms check.
 constexpr unsigned int samplePeriodByte = 2; // u8, ms

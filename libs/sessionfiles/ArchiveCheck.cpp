@@ -26,7 +26,7 @@ constexpr int maxEntries = 1000; // of the archive's directory
 /// How far the waves may be apart, and how far they may be from the session's total time.
 constexpr int maxWaveDifferenceMs = 1000;
 constexpr int maxTimeDifferenceMs = 2000;
-constexpr int maxSessionMs = 24 * 60 * 60 * 1000;
+constexpr int maxSessionMs = 24 * 60 * Units::msecsPerMinute;
 
 // What is unexpected in an archive, and where the damage is that kept it from being loaded whole.
 class Check {

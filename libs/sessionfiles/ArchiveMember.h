@@ -8,6 +8,7 @@
 
 #include <private/CountedDevice.h>
 #include <private/SessionArchive.h>
+#include <private/Units.h>
 
 #include <QXmlStreamReader>
 
@@ -19,7 +20,7 @@ namespace sessionfiles {
 
 using namespace SessionArchive;
 
-constexpr int msecsPerSecond = 1000;
+using Units::msecsPerSecond;
 
 // The text on one line and in quotes, without anything that a terminal would act on.
 inline QString quoted(const QString &text)

@@ -7,6 +7,8 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 
+#include "private/Units.h"
+
 #include <chestboard/CommonDefs.h>
 
 // The maps that hosts send to their servers.
@@ -57,14 +59,13 @@ void CPREvents::telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &m
 {
     if (!m_guidelines)
         return;
-    constexpr int hmmPerMm = 100;
     const CPRGuidelines &limits = *m_guidelines;
     const bool twoRescuers = m_sessionInfo->parameterValue(CPREventBase::cprProtocol, 0).toInt()
         == CommonDefs::CPR_TWO_RESCUER;
     // clang-format off
     const QVariantMap compression {
-        {QStringLiteral("compression_guideline_max_depth_mm"),             limits.compressionDepthMax() / hmmPerMm},
-        {QStringLiteral("compression_guideline_min_depth_mm"),             limits.compressionDepthMin() / hmmPerMm},
+        {QStringLiteral("compression_guideline_max_depth_mm"),             limits.compressionDepthMax() / Units::hmmPerMm},
+        {QStringLiteral("compression_guideline_min_depth_mm"),             limits.compressionDepthMin() / Units::hmmPerMm},
         {QStringLiteral("compression_guideline_max_rate_comp_per_minute"), limits.compressionRateMax()},
         {QStringLiteral("compression_guideline_min_rate_comp_per_minute"), limits.compressionRateMin()},
     };
