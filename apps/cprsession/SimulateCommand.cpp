@@ -10,6 +10,7 @@
 #include <manikinlog/ManikinLogWriter.h>
 #include <manikinsim/Scenario.h>
 #include <manikinsim/Simulator.h>
+#include <private/Units.h>
 
 #include <QFileInfo>
 #include <QSaveFile>
@@ -72,13 +73,12 @@ std::optional<Scenario> requestedScenario(const SimulateOptions &options, QStrin
 // Hands each record to take() until that returns false; returns its last answer.
 template <typename Take> bool simulate(Simulator &simulator, Take take)
 {
-    constexpr int msecsPerSecond = 1000;
     Progress progress(QStringLiteral("Simulating"));
     manikinlog::Record record;
     while (simulator.next(record)) {
         if (!take(record))
             return false;
-        progress.report(record.msecs, qint64(simulator.scenario().seconds) * msecsPerSecond);
+        progress.report(record.msecs, qint64(simulator.scenario().seconds) * Units::msecsPerSecond);
     }
     return true;
 }

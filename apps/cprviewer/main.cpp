@@ -6,6 +6,8 @@
 #include "Viewer.h"
 #include "ViewerTypes.h"
 
+#include <private/Units.h>
+
 #include <QApplication>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
@@ -57,7 +59,6 @@ void closePopupsWith(const QApplication &application, QQuickWindow *window)
 // Opens or starts what the command line asks for.
 bool begin(Viewer &viewer, const CommandLine &line)
 {
-    constexpr double msecsPerSecond = 1000;
     if (!line.file.isEmpty())
         viewer.open(line.file);
     if (!line.isLive())
@@ -68,7 +69,7 @@ bool begin(Viewer &viewer, const CommandLine &line)
         ? viewer.startScenario(line.scenario, line.seed, speed)
         : viewer.startReplay(line.log, speed);
     if (line.atSecs)
-        viewer.advanceTo(qint64(qMin(*line.atSecs, 1e9) * msecsPerSecond));
+        viewer.advanceTo(qint64(qMin(*line.atSecs, 1e9) * Units::msecsPerSecond));
     else if (isPicture)
         viewer.advanceTo(std::numeric_limits<qint64>::max());
     return isStarted;

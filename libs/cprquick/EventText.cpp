@@ -10,6 +10,7 @@
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
+#include <private/Units.h>
 #include <sessionplot/Scales.h>
 
 #include <QCoreApplication>
@@ -21,7 +22,7 @@ using E = CPREventBase;
 using namespace sessionreview;
 
 constexpr qint64 tenthsMs = 100;
-constexpr qint64 twoHoursMs = 2 * 60 * 60 * 1000;
+constexpr qint64 twoHoursMs = 2 * 60 * Units::msecsPerMinute;
 
 QString numberText(double value, int decimals = 0)
 {

@@ -3,6 +3,8 @@
 
 #include "cprquick/GuidelineModel.h"
 
+#include <private/Units.h>
+
 #include <QCoreApplication>
 #include <QLocale>
 
@@ -70,13 +72,11 @@ QString numberText(const QVariant &value, Unit unit)
     const int number = value.toInt();
     if (number <= 0)
         return QString();
-    constexpr int unitsPerMm = 100;
-    constexpr int msecsPerSecond = 1000;
-    if (unit == Unit::Depth && number % unitsPerMm != 0)
-        return QLocale().toString(double(number) / unitsPerMm, 'f', 1);
+    if (unit == Unit::Depth && number % Units::hmmPerMm != 0)
+        return QLocale().toString(Units::mmOf(number), 'f', 1);
     if (unit == Unit::Msecs)
-        return QLocale().toString(double(number) / msecsPerSecond, 'f', 1);
-    return QLocale().toString(unit == Unit::Depth ? number / unitsPerMm : number);
+        return QLocale().toString(double(number) / Units::msecsPerSecond, 'f', 1);
+    return QLocale().toString(unit == Unit::Depth ? number / Units::hmmPerMm : number);
 }
 
 QString valueTextOf(const CPRGuidelines &guidelines, const ValueRow &row)

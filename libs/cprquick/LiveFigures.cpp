@@ -5,6 +5,8 @@
 
 #include "sessionreview/Words.h"
 
+#include <private/Units.h>
+
 #include <sessionplot/Scales.h>
 
 #include <cmath>
@@ -15,7 +17,7 @@ using E = CPREventBase;
 using namespace sessionreview;
 
 constexpr int readingMs = 15; // shorter than a frame
-constexpr int msecsPerSecond = 1000;
+using Units::msecsPerSecond;
 constexpr int mmPart = 100; // of a wave unit without a description
 
 LiveFigures::Side shown(Side side)

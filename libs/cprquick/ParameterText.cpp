@@ -6,6 +6,8 @@
 #include "sessionreview/Targets.h"
 #include "sessionreview/Words.h"
 
+#include <private/Units.h>
+
 #include <sessionplot/Scales.h>
 
 #include <QCoreApplication>
@@ -373,11 +375,10 @@ E::ParameterUnit storedUnit(E::ParameterType type)
 
 QString numberText(E::ParameterType type, const QVariant &value)
 {
-    constexpr double hmmPerMm = 100;
     const QLocale locale;
     const auto kind = value.userType();
     if (storedUnit(type) == E::hmm)
-        return locale.toString(value.toDouble() / hmmPerMm, 'f', 1);
+        return locale.toString(Units::mmOf(value.toDouble()), 'f', 1);
     if (kind == QMetaType::Float) // as wherever else depths are told
         return locale.toString(sessionreview::wholeHmm(value.toFloat()), 'f', 1);
     if (kind == QMetaType::Double)

@@ -6,7 +6,8 @@
 #include "CPRData.h"
 #include "CPRGuidelines.h"
 #include "private/MessageLayouts.h"
-#include "private/SessionMsecs.h"
+#include "private/SessionArchive.h"
+#include "private/Units.h"
 #include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -14,54 +15,39 @@
 
 using bls_2010::CommonDefs;
 
-namespace {
-
-// Room for a first stretch of 40 s, so that a starting session does not grow the wave at once.
-constexpr int reservedSamples = 2042;
-
-} // namespace
-
-CPRCompressionData::CPRCompressionData(CPRData *cprData)
-    : CPRDataBase(cprData), m_samples(std::make_unique<WaveSamples>()),
-      m_waveformInfo(new CPRWaveformInfo(cprData))
+CPRCompressionData::CPRCompressionData(CPRData *cprData) : CPRWaveData(cprData)
 {
-    m_waveformInfo->setParent(this);
     CPRCompressionData::initialize();
 }
 
 CPRCompressionData::CPRCompressionData(const CPRCompressionData &other, CPRData *cprData)
-    : CPRDataBase(other, cprData), m_absoluteDepth(other.m_absoluteDepth),
+    : CPRWaveData(other, cprData), m_absoluteDepth(other.m_absoluteDepth),
       m_relativeDepth(other.m_relativeDepth), m_lastDepth(other.m_lastDepth),
-      m_samples(std::make_unique<WaveSamples>(*other.m_samples)),
-      m_compressionRate(other.m_compressionRate),
-      m_waveformInfo(new CPRWaveformInfo(*other.m_waveformInfo, cprData))
+      m_compressionRate(other.m_compressionRate)
 {
-    m_waveformInfo->setParent(this);
 }
-
-CPRCompressionData::~CPRCompressionData() = default;
 
 void CPRCompressionData::initialize()
 {
     CPRDataBase::initialize();
     reset();
-    m_waveformInfo->setLsbValue(0.01F);
-    m_waveformInfo->setScaleUnits(CPRWaveformInfo::mm);
-    m_waveformInfo->setScaleUnitsPerMM(1.5F);
-    m_waveformInfo->setScaleMax(0);
-    m_waveformInfo->setScaleMin(-60);
-    m_waveformInfo->setFileName(QStringLiteral("COMP.WV"));
-    m_waveformInfo->setType(CPRWaveformInfo::comp);
-    m_waveformInfo->setBitsPerSample(16);
-    m_waveformInfo->setSampleRate(50);
-    m_waveformInfo->setMsecs(0);
-    m_waveformInfo->setLength(0);
+    CPRWaveformInfo &info = *waveformInfo();
+    info.setLsbValue(0.01F);
+    info.setScaleUnits(CPRWaveformInfo::mm);
+    info.setScaleUnitsPerMM(1.5F);
+    info.setScaleMax(0);
+    info.setScaleMin(-60);
+    info.setFileName(SessionArchive::nameInFolder(SessionArchive::Compressions));
+    info.setType(CPRWaveformInfo::comp);
+    info.setBitsPerSample(16);
+    info.setSampleRate(50);
+    info.setMsecs(0);
+    info.setLength(0);
 }
 
 void CPRCompressionData::reset()
 {
-    CPRDataBase::reset();
-    m_samples->clear(reservedSamples);
+    CPRWaveData::reset();
     m_absoluteDepth = 0;
     m_relativeDepth = 0;
     m_compressionRate = 0;
@@ -109,7 +95,7 @@ bool CPRCompressionData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
     const quint8 wanted = usesAbsoluteDepth() ? CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH
                                               : CommonDefs::WAVE_RELATIVE_COMP_DEPTH;
     return msg && MessageLayouts::intOf(*msg, MessageLayouts::waveType) == wanted
-        && m_waveformInfo->incomingMsg(msg);
+        && waveformInfo()->incomingMsg(msg);
 }
 
 void CPRCompressionData::waveDataReceived(CommonDefs::WaveType wType, int data, int seqNumber)
@@ -142,7 +128,7 @@ void CPRCompressionData::setRelativeCompressionData(int value, int index)
 
 void CPRCompressionData::compressionWaveAppend(int value, int index)
 {
-    m_samples->record(value, index);
+    samples().record(value, index);
 }
 
 void CPRCompressionData::setCompressionRate(short rate)
@@ -155,47 +141,20 @@ void CPRCompressionData::setCompressionRate(short rate)
 
 void CPRCompressionData::fill(int n)
 {
-    m_samples->fill(n, m_lastDepth);
-}
-
-void CPRCompressionData::cutOffWavedataAtTime(int msec)
-{
-    m_samples->cutOff(msec, m_waveformInfo->samplePeriod());
-}
-
-int CPRCompressionData::at(int index) const
-{
-    return m_samples->at(index);
-}
-
-int CPRCompressionData::count() const
-{
-    return m_samples->count();
+    samples().fill(n, m_lastDepth);
 }
 
 int CPRCompressionData::sessionTimeFromData() const
 {
-    return sessionMsecs(qint64(m_waveformInfo->samplePeriod()) * count());
+    return Units::sessionMsecs(qint64(waveformInfo()->samplePeriod()) * count());
 }
 
 bool CPRCompressionData::writeCompresseionWave(QIODevice *device) const
 {
-    return m_samples->write(device);
+    return samples().write(device);
 }
 
 QString CPRCompressionData::readCompresseionWave(QIODevice *device)
 {
-    return m_samples->read(device);
-}
-
-void CPRCompressionData::writeWaveformInfo(QXmlStreamWriter *writer)
-{
-    m_waveformInfo->setLength(count());
-    m_waveformInfo->write(writer);
-}
-
-void CPRCompressionData::readWaveformInfo(QXmlStreamReader *reader)
-{
-    read(reader);
-    m_waveformInfo->read(reader);
+    return samples().read(device);
 }

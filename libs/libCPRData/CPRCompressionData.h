@@ -4,21 +4,15 @@
 #ifndef CPRCOMPRESSIONDATA_H
 #define CPRCOMPRESSIONDATA_H
 
-#include "CPRDataBase.h"
-#include "CPRWaveformInfo.h"
+#include "CPRWaveData.h"
 
 #include <chestboard/CommonDefs.h>
-
-#include <memory>
-
-class QIODevice;
-class WaveSamples;
 
 /// The depth curve of the session's chest compressions, and the depth and rate at the moment.
 ///
 /// Depths are in units of 10 micrometres. Which of the two depths that a manikin sends forms the
 /// wave is decided by UseAbsoluteDepth of the session's guideline set; the other is shown only.
-class CPRDATA_EXPORT CPRCompressionData : public CPRDataBase {
+class CPRDATA_EXPORT CPRCompressionData : public CPRWaveData {
     Q_OBJECT
 
     // clang-format off
@@ -38,7 +32,6 @@ public:
     explicit CPRCompressionData(CPRData *cprData);
     /// Copies all but the owner; the description is a copy of its own.
     CPRCompressionData(const CPRCompressionData &other, CPRData *cprData);
-    ~CPRCompressionData() override;
 
     /// Empties the wave and gives the description its defaults.
     void initialize() override;
@@ -71,22 +64,14 @@ public:
 
     /// Repeats the last depth \a n times, so that the wave stays in step with time.
     void fill(int n);
-    /// Keeps the first \a msec (ms of session time) / sample period + 1 samples, all when there are
-    /// fewer.
-    void cutOffWavedataAtTime(int msec);
 
     /// @{
     /// The properties of the same names.
     int absoluteDepth() const { return m_absoluteDepth; }
     int relativeDepth() const { return m_relativeDepth; }
     short compressionRate() const { return m_compressionRate; }
-    CPRWaveformInfo *waveformInfo() const { return m_waveformInfo; }
     /// @}
 
-    /// The sample at \a index, 10 micrometres; 0 outside the wave.
-    Q_INVOKABLE int at(int index) const;
-    /// Number of samples.
-    Q_INVOKABLE int count() const;
     /// Time that the samples cover, ms.
     Q_INVOKABLE int sessionTimeFromData() const;
 
@@ -98,10 +83,6 @@ public:
     /// there could be more of them, because the device failed or held more than a wave can; empty
     /// when these are all.
     QString readCompresseionWave(QIODevice *device);
-    /// Writes the description with the current number of samples.
-    void writeWaveformInfo(QXmlStreamWriter *writer);
-    /// Reads the next "waveForm" into the description.
-    void readWaveformInfo(QXmlStreamReader *reader);
 
 Q_SIGNALS:
     /// A sample with another depth, 10 micrometres.
@@ -119,9 +100,7 @@ private:
     int m_absoluteDepth = -1;
     int m_relativeDepth = 1;
     int m_lastDepth = 0;
-    std::unique_ptr<WaveSamples> m_samples;
     short m_compressionRate = -1;
-    CPRWaveformInfo *m_waveformInfo; // child of this object
 };
 
 #endif

@@ -5,107 +5,39 @@
 
 #include "CPREventSessionInfo.h"
 #include "CPRFileHandler.h"
+#include "CPRReadReport.h"
 #include "CPRWaveformInfo.h"
 #include "private/EnumKey.h"
 #include "private/Limits.h"
 #include "private/ResponseId.h"
-#include "private/SessionMsecs.h"
-#include "private/XmlInput.h"
-#include "private/XmlOutput.h"
-#include "private/XmlReading.h"
+#include "private/SessionArchive.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
-#include <QIODevice>
 #include <QLoggingCategory>
 #include <QScopedValueRollback>
-#include <QXmlStreamWriter>
 
 #include <algorithm>
-#include <array>
-#include <functional>
 #include <limits>
 
 using bls_2010::CommonDefs;
+using Units::msecsPerSecond;
+using Units::sessionMsecs;
 
 Q_LOGGING_CATEGORY(lcData, "Kelmar.CPRData.CPRData", QtWarningMsg)
 
 namespace {
 
+using namespace SessionArchive;
+
 // The link sends this one for its own purposes.
 constexpr quint32 ignoredMessage = 38;
-
-constexpr int msecsPerSecond = 1000;
-
-// In the file handler's archive; the wave members are named by their descriptions.
-const QString eventsMember = QStringLiteral("CPREvents.xml");
-const QString wavesMember = QStringLiteral("CPRWaves.xml");
-const QString compressionMember = QStringLiteral("COMP.WV");
-const QString ventilationMember = QStringLiteral("VENT.WV");
-const QString guidelinesMember = QStringLiteral("CPRGuidelines.xml");
 
 CPRGuidelines *guidelinesOf(const QVariant &entry)
 {
     return qobject_cast<CPRGuidelines *>(entry.value<QObject *>());
-}
-
-// Releases a member that could be opened when it goes out of sight.
-class Member {
-public:
-    Member(CPRFileHandler &handler, QIODevice *device) : m_handler(handler), m_device(device) { }
-    ~Member()
-    {
-        if (m_device)
-            m_handler.releaseFile(m_device);
-    }
-    Q_DISABLE_COPY(Member)
-
-    explicit operator bool() const { return m_device != nullptr; }
-    QIODevice *device() const { return m_device; }
-
-private:
-    CPRFileHandler &m_handler;
-    QIODevice *m_device;
-};
-
-// Lets write(writer) fill the document in \a device; false when the device does not take it all.
-template <typename Write> bool writeDocument(QIODevice *device, Write write)
-{
-    XmlOutput output(device);
-    QXmlStreamWriter writer(&output);
-    writer.setAutoFormatting(true);
-    write(writer);
-    return output.finish();
-}
-
-// Lets read(reader) take the document in \a device from its beginning. Returns what is wrong with
-// it; read() has then taken what comes before that. Empty when the document is whole.
-template <typename Read> QString readDocument(QIODevice *device, Read read)
-{
-    XmlInput input(device);
-    QXmlStreamReader reader(&input); // one that has read another document knows its encoding still
-    reader.readNext();
-    const QString encoding = reader.documentEncoding().toString();
-    if (!encoding.isEmpty() && encoding.compare(QLatin1String("UTF-8"), Qt::CaseInsensitive) != 0)
-        reader.raiseError(QStringLiteral("it is encoded in %1, not in UTF-8").arg(encoding));
-    read(reader);
-    while (!reader.atEnd())
-        reader.readNext();
-    if (!reader.hasError())
-        return QString();
-    return QStringLiteral("line %1, column %2: %3")
-        .arg(reader.lineNumber())
-        .arg(reader.columnNumber())
-        .arg(input.damage().isEmpty() ? reader.errorString() : input.damage());
-}
-
-// The member that the description names is the one that is stored, also when the session was
-// loaded from members of other names.
-void nameMember(CPRWaveformInfo *info, const QString &name)
-{
-    if (info->fileName() != name)
-        info->setFileName(name);
 }
 
 } // namespace
@@ -447,48 +379,12 @@ bool CPRData::writeData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
-    const auto writeEvents = [this](QIODevice *device) {
-        return writeDocument(device,
-                             [this](QXmlStreamWriter &writer) { m_cprEvents->write(&writer); });
-    };
-    const auto writeWaves = [this](QIODevice *device) {
-        return writeDocument(device, [this](QXmlStreamWriter &writer) {
-            nameMember(m_compressionData->waveformInfo(), compressionMember);
-            nameMember(m_ventilationData->waveformInfo(), ventilationMember);
-            writer.writeStartDocument();
-            writer.writeStartElement(QStringLiteral("waveFormList"));
-            m_compressionData->writeWaveformInfo(&writer);
-            m_ventilationData->writeWaveformInfo(&writer);
-            writer.writeEndDocument();
-        });
-    };
-    const auto writeGuidelines = [this](QIODevice *device) {
-        return writeDocument(device,
-                             [this](QXmlStreamWriter &writer) { m_cprGuidelines->write(&writer); });
-    };
-    struct Part {
-        const QString &member;
-        std::function<bool(QIODevice *)> write;
-        bool isNeeded;
-    };
-    // A wave that cannot be stored costs only its warning: the events are worth more.
-    const std::array<Part, 5> parts{{
-        {eventsMember, writeEvents, true},
-        {wavesMember, writeWaves, false},
-        {compressionMember,
-         [this](QIODevice *device) { return m_compressionData->writeCompresseionWave(device); },
-         false},
-        {ventilationMember,
-         [this](QIODevice *device) { return m_ventilationData->writeVentilationWave(device); },
-         false},
-        {guidelinesMember, writeGuidelines, true},
-    }};
-    for (const Part &part : parts) {
-        const Member member(*handler, handler->openFileForWriting(part.member));
-        if (member && part.write(member.device()))
+    for (const MemberIndex index : writingOrder) {
+        if (writeMember(*this, index, *handler))
             continue;
-        qCWarning(lcData).noquote() << "Unable to write CPR Data," << part.member;
-        if (part.isNeeded)
+        qCWarning(lcData).noquote() << "Unable to write CPR Data," << nameInFolder(index);
+        // A wave that cannot be stored costs only its warning: the events are worth more.
+        if (index == Events || index == Guidelines)
             return false;
     }
     return true;
@@ -496,92 +392,54 @@ bool CPRData::writeData(CPRFileHandler *handler)
 
 bool CPRData::readData(CPRFileHandler *handler)
 {
+    CPRReadReport report;
+    return readData(handler, report);
+}
+
+bool CPRData::readData(CPRFileHandler *handler, CPRReadReport &report)
+{
     qCInfo(lcData) << Q_FUNC_INFO;
     if (!handler)
         return false;
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
+    report.members.clear();
     bool isComplete = true;
-    {
-        const Member member(*handler, handler->openFileForReading(wavesMember));
-        if (!member) {
-            qCInfo(lcData).noquote() << "No CPR Data," << wavesMember;
+    for (const MemberIndex index : readingOrder) {
+        const QString name = nameToRead(*this, index);
+        if (name.isEmpty()) {
+            qCWarning(lcData, "Unable to read CPR Data, %s wave",
+                      index == Compressions ? "Compression" : "Ventilation");
+            CPRReadReport::Member &list = report.members.first();
+            if (list.state == CPRReadReport::Member::Complete) {
+                list.state = CPRReadReport::Member::Damaged;
+                list.reason = QStringLiteral("it does not name the members of both waves");
+            }
+            isComplete = false;
+            continue;
+        }
+        const QString damage = readMember(*this, index, *handler, report);
+        const bool isMissing = report.members.last().state == CPRReadReport::Member::Missing;
+        if (isMissing && index == Waves) {
+            qCInfo(lcData).noquote() << "No CPR Data," << name;
             return false;
         }
-        const QString damage = readDocument(member.device(), [this](QXmlStreamReader &reader) {
-            readNextChild(reader);
-            m_compressionData->readWaveformInfo(&reader);
-            m_ventilationData->readWaveformInfo(&reader);
-        });
-        if (!damage.isEmpty()) {
-            qCWarning(lcData).noquote()
-                << "Unable to read CPR Data," << wavesMember + QLatin1Char(':') << damage;
+        // A wave that cannot be opened reads as an empty one, and is no failure.
+        if ((isMissing && !isWave(index)) || !damage.isEmpty()) {
+            qCWarning(lcData).noquote() << "Unable to read CPR Data,"
+                                        << (isMissing ? name : name + QLatin1String(": ") + damage);
             isComplete = false;
         }
-    }
-
-    struct Wave {
-        const char *name;
-        QString member;
-        std::function<QString(QIODevice *)> read; // returns what is wrong
-    };
-    const std::array<Wave, 2> waves{{
-        {"Compression", m_compressionData->waveformInfo()->fileName(),
-         [this](QIODevice *device) { return m_compressionData->readCompresseionWave(device); }},
-        {"Ventilation", m_ventilationData->waveformInfo()->fileName(),
-         [this](QIODevice *device) { return m_ventilationData->readVentilationWave(device); }},
-    }};
-    for (const Wave &wave : waves) {
-        if (wave.member.isEmpty()) {
-            qCWarning(lcData, "Unable to read CPR Data, %s wave", wave.name);
-            isComplete = false;
-            continue;
-        }
-        // A wave that cannot be opened reads as an empty one, and is no failure. Its null goes to
-        // the handler as a device does.
-        QIODevice *device = handler->openFileForReading(wave.member);
-        const QString damage = wave.read(device);
-        handler->releaseFile(device);
-        if (!damage.isEmpty()) {
-            qCWarning(lcData).noquote()
-                << "Unable to read CPR Data," << wave.member + QLatin1Char(':') << damage;
-            isComplete = false;
-        }
-    }
-
-    struct Document {
-        const QString &member;
-        CPRDataBase *object;
-    };
-    const std::array<Document, 2> documents{
-        {{eventsMember, m_cprEvents}, {guidelinesMember, m_cprGuidelines}}};
-    for (const Document &document : documents) {
-        const Member member(*handler, handler->openFileForReading(document.member));
-        if (!member) {
-            qCWarning(lcData).noquote() << "Unable to read CPR Data," << document.member;
-            isComplete = false;
-            continue;
-        }
-        const QString damage = readDocument(member.device(), [&document](QXmlStreamReader &reader) {
-            document.object->read(&reader);
-        });
-        if (!damage.isEmpty()) {
-            qCWarning(lcData).noquote()
-                << "Unable to read CPR Data," << document.member + QLatin1Char(':') << damage;
-            isComplete = false;
-        }
-        if (document.object == m_cprEvents) {
-            const CPREventSessionInfo *info = m_cprEvents->sessionInfo();
-            m_learners = info->parameterValue(CPREventBase::students, QVariant())
+        if (index == Events && !isMissing) {
+            m_learners = m_cprEvents->sessionInfo()
+                             ->parameterValue(CPREventBase::students, QVariant())
                              .toString()
                              .split(QLatin1Char(','));
         }
     }
-
     const int covered = m_compressionData->sessionTimeFromData();
     setSessionTime(covered);
-    m_cprEvents->sessionInfo()->setTotalTime(covered / msecsPerSecond
-                                             + (covered % msecsPerSecond > 0 ? 1 : 0));
+    m_cprEvents->sessionInfo()->setTotalTime(Units::secsBegun(covered));
     return isComplete;
 }

@@ -19,6 +19,7 @@
 #include <cstdint>
 
 class CPRFileHandler;
+struct CPRReadReport;
 
 /// One CPR training session: what the host holds, feeds with manikin messages, and shows.
 ///
@@ -170,6 +171,9 @@ public:
     /// The event list is replaced; samples are appended to the waves, so load into a new session or
     /// reset() it before.
     bool readData(CPRFileHandler *handler);
+    /// The same, and \a report tells what became of each member. A report that gives up makes the
+    /// member damaged that is being read; the session is then not to be used.
+    bool readData(CPRFileHandler *handler, CPRReadReport &report);
 
 Q_SIGNALS:
     /// A guideline set has come in and was taken over into \a guidelines, which the session holds.

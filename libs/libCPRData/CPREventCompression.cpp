@@ -7,7 +7,7 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "private/MessageLayouts.h"
-#include "private/SessionMsecs.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -17,6 +17,8 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+
+using Units::sessionMsecs;
 
 namespace {
 

@@ -4,19 +4,21 @@
 #include "CPREventInactivityCPR.h"
 
 #include "private/MessageLayouts.h"
-#include "private/SessionMsecs.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
 #include <QLoggingCategory>
 
+using Units::msecsPerSecond;
+using Units::sessionMsecs;
+
 Q_LOGGING_CATEGORY(lcInactivity, "Kelmar.CPRData.Event.InactivityCPR", QtWarningMsg)
 
 namespace {
 
 constexpr int notPlaced = -1;
-constexpr int msecsPerSecond = 1000;
 // Reports come in whole seconds, so two of the same pause can differ by one.
 constexpr qint64 startToleranceMs = 1000;
 

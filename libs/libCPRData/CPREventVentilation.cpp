@@ -7,12 +7,14 @@
 #include "CPRGuidelines.h"
 #include "CPRVentilationData.h"
 #include "private/MessageLayouts.h"
-#include "private/SessionMsecs.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
 #include <QXmlStreamWriter>
+
+using Units::sessionMsecs;
 
 CPREventVentilation::CPREventVentilation(int msecs, CPREvents *owner)
     : CPREventBase(CprVentEvent, msecs, owner)
@@ -91,8 +93,7 @@ bool CPREventVentilation::isCorrect(CPRGuidelines *guidelines, bool ventilations
     if (!ventilationsOnly || m_ventInstantaneousPeriod <= 0)
         return volumeOk;
 
-    constexpr int msecsPerMinute = 60000;
-    const int rate = msecsPerMinute / m_ventInstantaneousPeriod;
+    const int rate = Units::msecsPerMinute / m_ventInstantaneousPeriod;
     return volumeOk
         && (rate == 0
             || (rate >= guidelines->ventilationRateMinForVentilationsOnly()

@@ -14,11 +14,9 @@
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
 #include "private/EnumKey.h"
-#include "private/Limits.h"
 #include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
-#include "private/SessionMsecs.h"
-#include "private/XmlReading.h"
+#include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -27,7 +25,6 @@
 #include <QLoggingCategory>
 #include <QPointer>
 #include <QTimer>
-#include <QXmlStreamWriter>
 
 #include <QtAlgorithms>
 
@@ -36,6 +33,8 @@
 #include <utility>
 
 using bls_2010::CommonDefs;
+using Units::msecsPerSecond;
+using Units::sessionMsecs;
 
 Q_LOGGING_CATEGORY(lcEvents, "Kelmar.CPRData.CPREvents", QtWarningMsg)
 
@@ -43,7 +42,6 @@ namespace {
 
 // A compression that begins later than this after the one before opens a new cycle.
 constexpr int cycleGapMs = 500;
-constexpr int msecsPerSecond = 1000;
 constexpr int allTimes = -1;
 constexpr int tagCount = 8;
 constexpr uint allTags = (1U << tagCount) - 1;
@@ -749,110 +747,6 @@ QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time
     return found;
 }
 
-void CPREvents::write(QXmlStreamWriter *writer)
-{
-    qCDebug(lcEvents) << Q_FUNC_INFO;
-    if (!writer)
-        return;
-    writer->writeStartDocument();
-    writer->writeStartElement(QStringLiteral("eventList"));
-    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"),
-                           QStringLiteral("xsi"));
-    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema"),
-                           QStringLiteral("xsd"));
-    const EventList events = m_events;
-    for (CPREventBase *event : events) {
-        qCDebug(lcEvents).noquote() << "Storing event: " << QString(*event);
-        event->write(writer);
-    }
-    writer->writeEndDocument();
-}
-
-CPREventBase *CPREvents::eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding)
-{
-    CPREventBase *standing = nullptr;
-    switch (type) {
-    case CPREventBase::ShockDelivered:
-        return new CPREventShock(msecs, this);
-    case CPREventBase::CprInactivityCPR:
-        return new CPREventInactivityCPR(msecs, this);
-    case CPREventBase::CprCompEvent:
-        return new CPREventCompression(msecs, this, nullptr);
-    case CPREventBase::CprVentEvent:
-        return new CPREventVentilation(msecs, this);
-    case CPREventBase::CprAedEvent:
-        return new CPREventAED(msecs, this);
-    case CPREventBase::CprCprdEvent:
-        return new CPREventCPRD(msecs, this);
-    case CPREventBase::Event:
-        return new CPREventUser(msecs, this, QString());
-    case CPREventBase::CprSessionInfo:
-        standing = m_sessionInfo;
-        break;
-    case CPREventBase::CprSessionStatistics:
-        standing = m_sessionStatistics;
-        break;
-    case CPREventBase::CprSessionScore:
-        standing = m_sessionScore;
-        break;
-    default:
-        return new CPREventBase(type, msecs, this);
-    }
-    isStanding = true;
-    standing->setMSecs(msecs);
-    return standing;
-}
-
-void CPREvents::read(QXmlStreamReader *reader)
-{
-    if (!reader)
-        return;
-    initialize();
-    if (!readNextChild(*reader) || reader->name() != QLatin1String("eventList"))
-        return;
-
-    m_lastRead = nullptr;
-    int parameters = 0;
-    while (readNextChild(*reader) && reader->name() == QLatin1String("evt")) {
-        if (m_events.size() >= Limits::maxEvents) {
-            reader->raiseError(QStringLiteral("more than %1 events").arg(Limits::maxEvents));
-            break;
-        }
-        qCDebug(lcEvents) << "Reading element at line" << reader->lineNumber();
-        const QXmlStreamAttributes attributes = reader->attributes();
-        CPREventBase::EventType type{};
-        if (!attributes.hasAttribute(QLatin1String("msecs"))
-            || !CPREventBase::eventTypeFromKey(attributes.value(QLatin1String("type")), type)) {
-            qCWarning(lcEvents) << "Skipping element at line" << reader->lineNumber();
-            reader->skipCurrentElement();
-            continue;
-        }
-        bool isStanding = false;
-        CPREventBase *event =
-            eventToRead(type, attributes.value(QLatin1String("msecs")).toInt(), isStanding);
-        event->read(reader);
-        parameters += isStanding ? 0 : event->storedParameterCount();
-        if (parameters > Limits::maxParameters && !reader->hasError())
-            reader->raiseError(
-                QStringLiteral("more than %1 parameters").arg(Limits::maxParameters));
-        if (event->filterEvent(m_lastRead)) {
-            if (!isStanding)
-                delete event;
-        } else {
-            if (!isStanding) {
-                addEvent(event, false);
-                m_lastRead = event;
-            }
-            handleEvent(event);
-            if (!isStanding)
-                emitEvent(event);
-        }
-        // An event that held more than parameters has stopped inside; the list ends with it.
-        if (!reader->isEndElement())
-            break;
-    }
-}
-
 void CPREvents::writeHeader(QIODevice *device, const ParameterMapList_t &columns,
                             const QString &separator)
 {
@@ -879,81 +773,4 @@ void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
         if (!separator.isEmpty())
             device->write(separator.toUtf8());
     }
-}
-
-namespace {
-
-struct TelemetryItem {
-    const char *key;
-    const CPREventBase *event;
-    CPREventBase::ParameterType parameter;
-};
-
-} // namespace
-
-void CPREvents::telemetryTrainingSessionScoreData(QMap<QString, QVariant> &map) const
-{
-    const CPREventBase *score = m_sessionScore;
-    const CPREventBase *statistics = m_sessionStatistics;
-    using E = CPREventBase;
-    // clang-format off
-    const TelemetryItem items[] = {
-        {"training_total_score_percentage",                        score,      E::overallScore},
-        {"training_compression_score_percentage",                  score,      E::compOverallScore},
-        {"training_ventilation_score_percentage",                  score,      E::ventOverallScore},
-        {"training_flow_fraction_percentage",                      score,      E::flowTimePercentage},
-        {"training_average_compression_rate",                      statistics, E::compMeanRate},
-        {"training_average_compression_depth_mm",                  statistics, E::compMeanDepth},
-        {"training_average_ventilation_volume_ml",                 statistics, E::ventMeanVolume},
-        {"training_compressions_complete_release_percentage",      statistics, E::compCorrectReleasePercentage},
-        {"training_compressions_correct_depth_percentage",         statistics, E::compCorrectDepthPercentage},
-        {"training_compressions_correct_hand_position_percentage", statistics, E::compHandPosCorrectPercentage},
-        {"training_number_of_compressions",                        statistics, E::compCount},
-        {"training_number_of_ventilations",                        statistics, E::ventCount},
-    };
-    // clang-format on
-    QVariantMap data;
-    for (const TelemetryItem &item : items)
-        data.insert(QLatin1String(item.key), item.event->parameterValue(item.parameter, 0));
-    data.insert(QStringLiteral("training_session_id"), m_sessionInfo->getSessionID());
-    // Spelt so and always 0: the receiving side expects it.
-    data.insert(QStringLiteral("training_compression_descompression_ratio"), 0);
-    map.insert(QStringLiteral("training_session_score_data"), data);
-}
-
-void CPREvents::telemetryTrainingSessionGuidelineData(QMap<QString, QVariant> &map) const
-{
-    if (!m_guidelines)
-        return;
-    constexpr int hmmPerMm = 100;
-    const CPRGuidelines &limits = *m_guidelines;
-    const bool twoRescuers = m_sessionInfo->parameterValue(CPREventBase::cprProtocol, 0).toInt()
-        == CommonDefs::CPR_TWO_RESCUER;
-    // clang-format off
-    const QVariantMap compression {
-        {QStringLiteral("compression_guideline_max_depth_mm"),             limits.compressionDepthMax() / hmmPerMm},
-        {QStringLiteral("compression_guideline_min_depth_mm"),             limits.compressionDepthMin() / hmmPerMm},
-        {QStringLiteral("compression_guideline_max_rate_comp_per_minute"), limits.compressionRateMax()},
-        {QStringLiteral("compression_guideline_min_rate_comp_per_minute"), limits.compressionRateMin()},
-    };
-    // The single-rescuer rates, whatever the protocol.
-    const QVariantMap ventilation {
-        {QStringLiteral("ventilation_guideline_max_volume_ml"),            limits.ventilationVolumeMax()},
-        {QStringLiteral("ventilation_guideline_min_volume_ml"),            limits.ventilationVolumeMin()},
-        {QStringLiteral("ventilation_guideline_max_rate_vent_per_minute"), limits.ventilationRateMaxDuringCPR()},
-        {QStringLiteral("ventilation_guideline_min_rate_vent_per_minute"), limits.ventilationRateMinDuringCPR()},
-    };
-    map.insert(QStringLiteral("training_session_guidelines"), QVariantMap {
-        {QStringLiteral("training_session_id"),              m_sessionInfo->getSessionID()},
-        {QStringLiteral("training_base_guideline"),          limits.guidelinesID()},
-        {QStringLiteral("training_protocol"),                m_sessionInfo->cprProtocolToString()},
-        {QStringLiteral("training_number_of_rescuers"),      twoRescuers ? 2 : 1},
-        {QStringLiteral("is_tevo_5_initial_breaths_active"),
-         limits.preVentilationsUsage() == CPRGuidelines::PREVENTILATION_USAGE_ALLOWPREVENTS},
-        {QStringLiteral("is_score_reduction_on_to_deep_compression_active"),
-         limits.compressionTooDeepSetting() == CPRGuidelines::COMP_TOO_DEEP_SCORE_REDUCTION},
-        {QStringLiteral("training_compression_guideline"),   compression},
-        {QStringLiteral("training_ventilation_guideline"),   ventilation},
-    });
-    // clang-format on
 }

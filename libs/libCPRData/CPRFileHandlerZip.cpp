@@ -4,6 +4,7 @@
 #include "CPRFileHandlerZip.h"
 
 #include "private/Limits.h"
+#include "private/SessionArchive.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -28,11 +29,6 @@ namespace {
 constexpr quint32 externalAttributes = 0x01FF0000;
 
 constexpr int blockSize = 64 * 1024;
-
-QString memberName(const QString &name)
-{
-    return QStringLiteral("CPR/") + name;
-}
 
 // A disk that fills up can take the first part of a block without an error; the rest then gets the
 // error, without which the last block of an archive would be cut off silently.
@@ -337,7 +333,7 @@ QIODevice *CPRFileHandlerZip::readMember(const QString &name, QString &reason)
         return nullptr;
     }
     // A name that the archive does not take leaves the member before it the current one.
-    const bool isThere = m_zip->setCurrentFile(memberName(name));
+    const bool isThere = m_zip->setCurrentFile(SessionArchive::nameInZip(name));
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
     if (!isThere || !file->getZip() || !m_zip->hasCurrentFile()
         || !file->open(QIODevice::ReadOnly)) {
@@ -365,14 +361,14 @@ QIODevice *CPRFileHandlerZip::writeMember(const QString &name, QString &reason)
         reason = QStringLiteral("another member is open");
     else if (m_isLost)
         reason = m_error;
-    else if (m_written.contains(memberName(name)))
+    else if (m_written.contains(SessionArchive::nameInZip(name)))
         reason = QStringLiteral("it was written already");
-    else if (memberName(name).toUtf8().size() > Limits::maxMemberNameBytes)
+    else if (SessionArchive::nameInZip(name).toUtf8().size() > Limits::maxMemberNameBytes)
         reason = QStringLiteral("its name is too long");
     if (!reason.isEmpty())
         return nullptr;
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
-    QuaZipNewInfo info(memberName(name));
+    QuaZipNewInfo info(SessionArchive::nameInZip(name));
     info.externalAttr = externalAttributes;
     // No password; deflate at the default level, not raw.
     if (!file->open(QIODevice::WriteOnly, info, nullptr, 0, Z_DEFLATED, Z_DEFAULT_COMPRESSION,
@@ -382,7 +378,7 @@ QIODevice *CPRFileHandlerZip::writeMember(const QString &name, QString &reason)
             lose(QStringLiteral("%1 cannot be written: %2").arg(name, m_file->errorString()));
         return nullptr;
     }
-    m_written.append(memberName(name));
+    m_written.append(SessionArchive::nameInZip(name));
     m_member = file.get();
     return file.release();
 }

@@ -6,6 +6,7 @@
 #include "CPRData.h"
 #include "private/Limits.h"
 #include "private/MessageLayouts.h"
+#include "private/Units.h"
 #include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -17,25 +18,14 @@
 #include <QTimer>
 #include <QXmlStreamWriter>
 
-#include <tuple>
+#include <algorithm>
+#include <iterator>
+#include <variant>
 
 namespace {
 
 // The manikin holds depths in whole mm, the set in hundredths.
-constexpr int hmmPerMm = 100;
-
-template <typename Structure, typename Raw, typename Owner, typename T> struct FieldOfStructure {
-    Raw Structure::*raw;
-    T Owner::*field;
-    int scale;
-};
-
-template <typename Structure, typename Raw, typename Owner, typename T>
-constexpr FieldOfStructure<Structure, Raw, Owner, T> pair(Raw Structure::*raw, T Owner::*field,
-                                                          int scale = 1)
-{
-    return {raw, field, scale};
-}
+using Units::hmmPerMm;
 
 int midway(int min, int max)
 {
@@ -50,130 +40,111 @@ struct CPRGuidelines::Layouts {
 
     // clang-format off
 
-    // The manikin's structure. The relative-depth flag, the default-values flag and the identifier
-    // are not plain fields and stand in the code.
-    static constexpr std::tuple structure {
-        pair(&G::compressionAcceptableReleaseForce,                  &V::compressionAcceptableReleaseForce),
-        pair(&G::compressionAcceptableReleaseDepth,                  &V::compressionAcceptableReleaseDepth, hmmPerMm),
-        pair(&G::compressionDepthMin,                                &V::compressionDepthMin,               hmmPerMm),
-        pair(&G::compressionDepthMax,                                &V::compressionDepthMax,               hmmPerMm),
-        pair(&G::compressionRateTarget,                              &V::compressionRateTarget),
-        pair(&G::compressionInactivityLevel3Timeout,                 &V::compressionInactivityLevel3Timeout),
-        pair(&G::compressionInactivityLevel2Timeout,                 &V::compressionInactivityLevel2Timeout),
-        pair(&G::compressionInactivityLevel1Timeout,                 &V::compressionInactivityLevel1Timeout),
-        pair(&G::compressionInactivityLevel0TimeoutCPR,              &V::compressionInactivityLevel0TimeoutCPR),
-        pair(&G::compressionInactivityLevel0TimeoutVentilationsOnly, &V::compressionInactivityLevel0TimeoutVentilationsOnly),
-        pair(&G::compressionRateMin,                                 &V::compressionRateMin),
-        pair(&G::compressionRateMax,                                 &V::compressionRateMax),
-        pair(&G::compressionDetectDepth,                             &V::compressionDetectDepth,            hmmPerMm),
-        pair(&G::compressionsBetweenVentilations,                    &V::compressionsBetweenVentilations),
-        pair(&G::compressionsBetweenVentilationsTwoRescuer,          &V::compressionsBetweenVentilationsTwoRescuer),
-        pair(&G::minimumAcceptedFlowtimePercentageCompressionsOnly,  &V::minimumAcceptedFlowtimePercentageCompressionsOnly),
-        pair(&G::minimumAcceptedFlowtimePercentageSingleRescuerCPR,  &V::minimumAcceptedFlowtimePercentageSingleRescuerCPR),
-        pair(&G::minimumAcceptedFlowtimePercentageTwoRescuerCPR,     &V::minimumAcceptedFlowtimePercentageTwoRescuerCPR),
-        pair(&G::compressionTooDeepSetting,                          &V::compressionTooDeepSetting),
-        pair(&G::ventilationDetectVolume,                            &V::ventilationDetectVolume),
-        pair(&G::ventilationVolumeMin,                               &V::ventilationVolumeMin),
-        pair(&G::ventilationVolumeMax,                               &V::ventilationVolumeMax),
-        pair(&G::ventilationInflationTimeMin,                        &V::ventilationInflationTimeMin),
-        pair(&G::ventilationInflationTimeMax,                        &V::ventilationInflationTimeMax),
-        pair(&G::ventilationRateMinDuringCPR,                        &V::ventilationRateMinDuringCPR),
-        pair(&G::ventilationRateMaxDuringCPR,                        &V::ventilationRateMaxDuringCPR),
-        pair(&G::ventilationRateMinDuringTwoRescuerCPR,              &V::ventilationRateMinDuringTwoRescuerCPR),
-        pair(&G::ventilationRateMaxDuringTwoRescuerCPR,              &V::ventilationRateMaxDuringTwoRescuerCPR),
-        pair(&G::ventilationRateMinHPCPR,                            &V::ventilationRateMinHPCPR),
-        pair(&G::ventilationRateMaxHPCPR,                            &V::ventilationRateMaxHPCPR),
-        pair(&G::ventilationRateMinForVentilationsOnly,              &V::ventilationRateMinForVentilationsOnly),
-        pair(&G::ventilationRateMaxForVentilationsOnly,              &V::ventilationRateMaxForVentilationsOnly),
-        pair(&G::ventilationInactivityTimeout,                       &V::ventilationInactivityTimeout),
-        pair(&G::ventilationsBetweenCompressions,                    &V::ventilationsBetweenCompressions),
-        pair(&G::preVentilationsUsage,                               &V::preVentilationsUsage),
-        pair(&G::preVentilationsMin,                                 &V::preVentilationsMin),
-        pair(&G::preVentilationsMax,                                 &V::preVentilationsMax),
-        pair(&G::isOfficial,                                         &V::isOfficial),
-        pair(&G::manikinGuidelineFlag,                               &V::manikinGuidelineFlag)
+    // Who compares a value: manikins of every generation, newer ones only, or nobody.
+    enum Compared { Old, New, None };
+
+    using Number = std::variant<int V::*, uint V::*, bool V::*>;
+    using Carried = std::variant<std::monostate, quint8 G::*, quint16 G::*, quint32 G::*>;
+
+    struct Row {
+        Number   value;
+        Carried  carried; // by the manikin's structure
+        Compared compared;
+        int      scale; // of the structure's value to the set's
     };
 
-    // What a manikin of the older generation knows.
-    static auto oldManikinValues(const Values &v)
-    {
-        return std::tie(
-            v.manikinGuidelineFlag,
-            v.usingDefaultValues,
-            v.useAbsoluteDepth,
-            v.compressionDetectDepth,
-            v.compressionDepthMin,
-            v.compressionDepthMax,
-            v.compressionAcceptableReleaseDepth,
-            v.compressionDetectForce,
-            v.compressionAcceptableReleaseForce,
-            v.compressionRateMin,
-            v.compressionRateMax,
-            v.compressionRateTarget,
-            v.compressionInactivityLevel0TimeoutVentilationsOnly,
-            v.compressionInactivityLevel0TimeoutCPR,
-            v.compressionInactivityLevel1Timeout,
-            v.compressionInactivityLevel2Timeout,
-            v.compressionInactivityLevel3Timeout,
-            v.compressionsBetweenVentilations,
-            v.compressionsBetweenVentilationsTwoRescuer,
-            v.minimumAcceptedFlowtimePercentageCompressionsOnly,
-            v.minimumAcceptedFlowtimePercentageSingleRescuerCPR,
-            v.minimumAcceptedFlowtimePercentageTwoRescuerCPR,
-            v.ventilationDetectVolume,
-            v.ventilationVolumeMin,
-            v.ventilationVolumeMax,
-            v.ventilationRateMinDuringCPR,
-            v.ventilationRateMaxDuringCPR,
-            v.ventilationRateTargetDuringCPR,
-            v.ventilationRateMinDuringTwoRescuerCPR,
-            v.ventilationRateMaxDuringTwoRescuerCPR,
-            v.ventilationRateTargetDuringTwoRescuerCPR,
-            v.ventilationRateMinForVentilationsOnly,
-            v.ventilationRateMaxForVentilationsOnly,
-            v.ventilationRateTargetForVentilationsOnly,
-            v.ventilationInflationTimeMin,
-            v.ventilationInflationTimeMax,
-            v.ventilationInactivityTimeout,
-            v.ventilationsBetweenCompressions);
-    }
-
-    // What only newer manikins know.
-    static auto newManikinValues(const Values &v)
-    {
-        return std::tie(
-            v.guidelinesID,
-            v.isOfficial,
-            v.preVentilationsUsage,
-            v.preVentilationsMin,
-            v.preVentilationsMax,
-            v.compressionTooDeepSetting,
-            v.ventilationRateMinHPCPR,
-            v.ventilationRateMaxHPCPR,
-            v.hpGuidelinesAvailable);
-    }
+    // All values but the identifier. Which depth is used is carried as well, but the other way round.
+    static constexpr Row rows[] = {
+        {&V::usingDefaultValues,                                 &G::usingDefaultValues,                                 Old,  1},
+        {&V::useAbsoluteDepth,                                   {},                                                     Old,  1},
+        {&V::isOfficial,                                         &G::isOfficial,                                         New,  1},
+        {&V::compressionDetectDepth,                             &G::compressionDetectDepth,                             Old,  hmmPerMm},
+        {&V::compressionDepthMin,                                &G::compressionDepthMin,                                Old,  hmmPerMm},
+        {&V::compressionDepthMax,                                &G::compressionDepthMax,                                Old,  hmmPerMm},
+        {&V::compressionTooDeepSetting,                          &G::compressionTooDeepSetting,                          New,  1},
+        {&V::compressionAcceptableReleaseDepth,                  &G::compressionAcceptableReleaseDepth,                  Old,  hmmPerMm},
+        {&V::compressionDetectForce,                             {},                                                     Old,  1},
+        {&V::compressionAcceptableReleaseForce,                  &G::compressionAcceptableReleaseForce,                  Old,  1},
+        {&V::compressionRateMin,                                 &G::compressionRateMin,                                 Old,  1},
+        {&V::compressionRateMax,                                 &G::compressionRateMax,                                 Old,  1},
+        {&V::compressionRateTarget,                              &G::compressionRateTarget,                              Old,  1},
+        {&V::compressionInactivityLevel0TimeoutVentilationsOnly, &G::compressionInactivityLevel0TimeoutVentilationsOnly, Old,  1},
+        {&V::compressionInactivityLevel0TimeoutCPR,              &G::compressionInactivityLevel0TimeoutCPR,              Old,  1},
+        {&V::compressionInactivityLevel1Timeout,                 &G::compressionInactivityLevel1Timeout,                 Old,  1},
+        {&V::compressionInactivityLevel2Timeout,                 &G::compressionInactivityLevel2Timeout,                 Old,  1},
+        {&V::compressionInactivityLevel3Timeout,                 &G::compressionInactivityLevel3Timeout,                 Old,  1},
+        {&V::compressionsBetweenVentilations,                    &G::compressionsBetweenVentilations,                    Old,  1},
+        {&V::compressionsBetweenVentilationsTwoRescuer,          &G::compressionsBetweenVentilationsTwoRescuer,          Old,  1},
+        {&V::minimumAcceptedFlowtimePercentageCompressionsOnly,  &G::minimumAcceptedFlowtimePercentageCompressionsOnly,  Old,  1},
+        {&V::minimumAcceptedFlowtimePercentageSingleRescuerCPR,  &G::minimumAcceptedFlowtimePercentageSingleRescuerCPR,  Old,  1},
+        {&V::minimumAcceptedFlowtimePercentageTwoRescuerCPR,     &G::minimumAcceptedFlowtimePercentageTwoRescuerCPR,     Old,  1},
+        {&V::ventilationDetectVolume,                            &G::ventilationDetectVolume,                            Old,  1},
+        {&V::ventilationVolumeMin,                               &G::ventilationVolumeMin,                               Old,  1},
+        {&V::ventilationVolumeMax,                               &G::ventilationVolumeMax,                               Old,  1},
+        {&V::ventilationRateMinDuringCPR,                        &G::ventilationRateMinDuringCPR,                        Old,  1},
+        {&V::ventilationRateMaxDuringCPR,                        &G::ventilationRateMaxDuringCPR,                        Old,  1},
+        {&V::ventilationRateTargetDuringCPR,                     {},                                                     Old,  1},
+        {&V::ventilationRateMinDuringTwoRescuerCPR,              &G::ventilationRateMinDuringTwoRescuerCPR,              Old,  1},
+        {&V::ventilationRateMaxDuringTwoRescuerCPR,              &G::ventilationRateMaxDuringTwoRescuerCPR,              Old,  1},
+        {&V::ventilationRateTargetDuringTwoRescuerCPR,           {},                                                     Old,  1},
+        {&V::ventilationRateMinForVentilationsOnly,              &G::ventilationRateMinForVentilationsOnly,              Old,  1},
+        {&V::ventilationRateMaxForVentilationsOnly,              &G::ventilationRateMaxForVentilationsOnly,              Old,  1},
+        {&V::ventilationRateTargetForVentilationsOnly,           {},                                                     Old,  1},
+        {&V::ventilationInflationTimeMin,                        &G::ventilationInflationTimeMin,                        Old,  1},
+        {&V::ventilationInflationTimeMax,                        &G::ventilationInflationTimeMax,                        Old,  1},
+        {&V::ventilationInactivityTimeout,                       &G::ventilationInactivityTimeout,                       Old,  1},
+        {&V::ventilationsBetweenCompressions,                    &G::ventilationsBetweenCompressions,                    Old,  1},
+        {&V::preVentilationsUsage,                               &G::preVentilationsUsage,                               New,  1},
+        {&V::preVentilationsMax,                                 &G::preVentilationsMax,                                 New,  1},
+        {&V::preVentilationsMin,                                 &G::preVentilationsMin,                                 New,  1},
+        {&V::usingHandPosForScore,                               {},                                                     None, 1},
+        {&V::ventilationRateMinHPCPR,                            &G::ventilationRateMinHPCPR,                            New,  1},
+        {&V::ventilationRateMaxHPCPR,                            &G::ventilationRateMaxHPCPR,                            New,  1},
+        {&V::hpGuidelinesAvailable,                              {},                                                     New,  1},
+        {&V::manikinGuidelineFlag,                               &G::manikinGuidelineFlag,                               Old,  1},
+    };
     // clang-format on
 
-    template <typename Raw, typename T>
-    static void read(const G &from, const FieldOfStructure<G, Raw, V, T> &row, V &values)
+    static int valueOf(const V &values, const Row &row)
     {
-        if constexpr (std::is_same_v<T, bool>)
-            values.*row.field = from.*row.raw != 0;
-        else
-            values.*row.field = static_cast<T>(from.*row.raw) * static_cast<T>(row.scale);
-    }
-
-    template <typename Raw, typename T>
-    static void write(const V &values, const FieldOfStructure<G, Raw, V, T> &row, G &to)
-    {
-        to.*row.raw = static_cast<Raw>(values.*row.field / static_cast<T>(row.scale));
+        return std::visit([&](auto field) { return static_cast<int>(values.*field); }, row.value);
     }
 
     static void readStructure(const G &from, V &values)
     {
-        std::apply([&](const auto &...row) { (read(from, row, values), ...); }, structure);
+        for (const Row &row : rows) {
+            const auto store = [&](auto field, auto carried) {
+                if constexpr (!std::is_same_v<decltype(carried), std::monostate>) {
+                    using T = std::decay_t<decltype(values.*field)>;
+                    values.*field = static_cast<T>(static_cast<int>(from.*carried) * row.scale);
+                }
+            };
+            std::visit(store, row.value, row.carried);
+        }
         values.useAbsoluteDepth = from.useRelativeDepth == 0;
         values.guidelinesID = QString::fromStdString(from.guidelinesID);
+    }
+
+    static void fillStructure(const V &values, G &to)
+    {
+        for (const Row &row : rows) {
+            const auto store = [&, value = valueOf(values, row)](auto carried) {
+                if constexpr (!std::is_same_v<decltype(carried), std::monostate>)
+                    to.*carried =
+                        static_cast<std::decay_t<decltype(to.*carried)>>(value / row.scale);
+            };
+            std::visit(store, row.carried);
+        }
+        to.useRelativeDepth = values.useAbsoluteDepth ? 0 : 1;
+        to.guidelinesID = values.guidelinesID.toStdString();
+    }
+
+    // Whether all values are equal that manikins up to this generation know.
+    static bool areEqual(const V &a, const V &b, Compared newest)
+    {
+        return std::all_of(std::begin(rows), std::end(rows), [&](const Row &row) {
+            return row.compared > newest || valueOf(a, row) == valueOf(b, row);
+        });
     }
 };
 
@@ -212,7 +183,6 @@ void CPRGuidelines::setGuidelinesID(const QString &id)
 void CPRGuidelines::clone(const bls_2010::GuidelineValues_t &values)
 {
     Layouts::readStructure(values, m_values);
-    m_values.usingDefaultValues = values.usingDefaultValues != 0;
 }
 
 void CPRGuidelines::clone(const CPRGuidelines &other)
@@ -232,7 +202,9 @@ CPRGuidelines &CPRGuidelines::operator=(const CPRGuidelines &other)
 
 void CPRGuidelines::setValues(bls_2010::GuidelineValues_t &values)
 {
+    const bool usingDefaultValues = m_values.usingDefaultValues;
     Layouts::readStructure(values, m_values);
+    m_values.usingDefaultValues = usingDefaultValues;
     // Intended: this reader lets the default-values flag decide over the depth kind.
     m_values.useAbsoluteDepth = values.usingDefaultValues != 0;
     m_values.ventilationRateTargetForVentilationsOnly = midway(
@@ -242,11 +214,7 @@ void CPRGuidelines::setValues(bls_2010::GuidelineValues_t &values)
 
 void CPRGuidelines::fillManikinStruct(bls_2010::GuidelineValues_t &values) const
 {
-    std::apply([&](const auto &...row) { (Layouts::write(m_values, row, values), ...); },
-               Layouts::structure);
-    values.useRelativeDepth = m_values.useAbsoluteDepth ? 0 : 1;
-    values.usingDefaultValues = m_values.usingDefaultValues ? 1 : 0;
-    values.guidelinesID = m_values.guidelinesID.toStdString();
+    Layouts::fillStructure(m_values, values);
 }
 
 bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
@@ -287,13 +255,13 @@ bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
 
 bool CPRGuidelines::operator==(const CPRGuidelines &other) const
 {
-    return Layouts::newManikinValues(m_values) == Layouts::newManikinValues(other.m_values)
-        && oldManikinEquals(other);
+    return m_values.guidelinesID == other.m_values.guidelinesID
+        && Layouts::areEqual(m_values, other.m_values, Layouts::New);
 }
 
 bool CPRGuidelines::oldManikinEquals(const CPRGuidelines &other) const
 {
-    return Layouts::oldManikinValues(m_values) == Layouts::oldManikinValues(other.m_values);
+    return Layouts::areEqual(m_values, other.m_values, Layouts::Old);
 }
 
 QString CPRGuidelines::idAsString(const QString &id) const

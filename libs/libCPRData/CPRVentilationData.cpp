@@ -6,6 +6,7 @@
 #include "CPRData.h"
 #include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
+#include "private/SessionArchive.h"
 #include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -17,44 +18,31 @@ using bls_2010::CommonDefs;
 
 Q_LOGGING_CATEGORY(lcVentilationData, "Kelmar.CPRData.CPRVentilationData", QtWarningMsg)
 
-CPRVentilationData::CPRVentilationData(CPRData *cprData)
-    : CPRDataBase(cprData), m_samples(std::make_unique<WaveSamples>()),
-      m_waveformInfo(new CPRWaveformInfo(cprData))
+CPRVentilationData::CPRVentilationData(CPRData *cprData) : CPRWaveData(cprData)
 {
-    m_waveformInfo->setParent(this);
     CPRVentilationData::initialize();
 }
 
 CPRVentilationData::CPRVentilationData(const CPRVentilationData &other, CPRData *cprData)
-    : CPRDataBase(other, cprData), m_volume(other.m_volume),
-      m_samples(std::make_unique<WaveSamples>(*other.m_samples)), m_rate(other.m_rate),
-      m_waveformInfo(new CPRWaveformInfo(*other.m_waveformInfo, cprData))
+    : CPRWaveData(other, cprData), m_volume(other.m_volume), m_rate(other.m_rate)
 {
-    m_waveformInfo->setParent(this);
 }
-
-CPRVentilationData::~CPRVentilationData() = default;
 
 void CPRVentilationData::initialize()
 {
     CPRDataBase::initialize();
-    m_waveformInfo->setLsbValue(1.0F);
-    m_waveformInfo->setScaleUnits(CPRWaveformInfo::ml);
-    m_waveformInfo->setScaleUnitsPerMM(100.0F);
-    m_waveformInfo->setScaleMax(3000.0F);
-    m_waveformInfo->setScaleMin(-1000.0F);
-    m_waveformInfo->setOffset(0);
-    m_waveformInfo->setFileName(QStringLiteral("VENT.WV"));
-    m_waveformInfo->setMsecs(0);
-    m_waveformInfo->setType(CPRWaveformInfo::vent);
-    m_waveformInfo->setBitsPerSample(16);
-    m_waveformInfo->setSampleRate(50);
-}
-
-void CPRVentilationData::reset()
-{
-    CPRDataBase::reset();
-    m_samples->clear();
+    CPRWaveformInfo &info = *waveformInfo();
+    info.setLsbValue(1.0F);
+    info.setScaleUnits(CPRWaveformInfo::ml);
+    info.setScaleUnitsPerMM(100.0F);
+    info.setScaleMax(3000.0F);
+    info.setScaleMin(-1000.0F);
+    info.setOffset(0);
+    info.setFileName(SessionArchive::nameInFolder(SessionArchive::Ventilations));
+    info.setMsecs(0);
+    info.setType(CPRWaveformInfo::vent);
+    info.setBitsPerSample(16);
+    info.setSampleRate(50);
 }
 
 bool CPRVentilationData::incomingMsg(bls_2010::RMessage *msg)
@@ -76,7 +64,7 @@ bool CPRVentilationData::rplmsg_RPL_WAVEINFO(bls_2010::RMessage *msg)
 {
     return msg
         && MessageLayouts::intOf(*msg, MessageLayouts::waveType) == CommonDefs::WAVE_VENT_VOLUME
-        && m_waveformInfo->incomingMsg(msg);
+        && waveformInfo()->incomingMsg(msg);
 }
 
 bool CPRVentilationData::rplmsg_RPL_VENT_RATE_UPDATE(bls_2010::RMessage *msg)
@@ -103,11 +91,11 @@ void CPRVentilationData::setVentilationData(int value, int sequence)
         qCInfo(lcVentilationData) << "value" << value << "sequence" << sequence;
         Q_EMIT ventilationVolumeChanged(value);
     }
-    if (m_samples->count() == 0) {
-        m_waveformInfo->setMsecs(sessionTime());
-        m_waveformInfo->sendSignal();
+    if (samples().count() == 0) {
+        waveformInfo()->setMsecs(sessionTime());
+        waveformInfo()->sendSignal();
     }
-    m_samples->record(value, sequence);
+    samples().record(value, sequence);
 }
 
 void CPRVentilationData::setVentilationRate(int rate)
@@ -122,45 +110,23 @@ void CPRVentilationData::setVentilationRate(int rate)
 void CPRVentilationData::fill(int n)
 {
     qCDebug(lcVentilationData) << Q_FUNC_INFO;
-    m_samples->fill(n, 0);
+    samples().fill(n, 0);
 }
 
 void CPRVentilationData::cutOffWavedataAtTime(int msec)
 {
     qCInfo(lcVentilationData) << Q_FUNC_INFO;
-    m_samples->cutOff(msec, m_waveformInfo->samplePeriod());
-}
-
-int CPRVentilationData::at(int index) const
-{
-    return m_samples->at(index);
-}
-
-int CPRVentilationData::count() const
-{
-    return m_samples->count();
+    CPRWaveData::cutOffWavedataAtTime(msec);
 }
 
 bool CPRVentilationData::writeVentilationWave(QIODevice *device) const
 {
     qCInfo(lcVentilationData) << "Ventilation count:" << count()
-                              << "msec:" << qint64(count()) * m_waveformInfo->samplePeriod();
-    return m_samples->write(device);
+                              << "msec:" << qint64(count()) * waveformInfo()->samplePeriod();
+    return samples().write(device);
 }
 
 QString CPRVentilationData::readVentilationWave(QIODevice *device)
 {
-    return m_samples->read(device);
-}
-
-void CPRVentilationData::writeWaveformInfo(QXmlStreamWriter *writer)
-{
-    m_waveformInfo->setLength(count());
-    m_waveformInfo->write(writer);
-}
-
-void CPRVentilationData::readWaveformInfo(QXmlStreamReader *reader)
-{
-    read(reader);
-    m_waveformInfo->read(reader);
+    return samples().read(device);
 }

@@ -4,18 +4,12 @@
 #ifndef CPRVENTILATIONDATA_H
 #define CPRVENTILATIONDATA_H
 
-#include "CPRDataBase.h"
-#include "CPRWaveformInfo.h"
+#include "CPRWaveData.h"
 
 #include <chestboard/CommonDefs.h>
 
-#include <memory>
-
-class QIODevice;
-class WaveSamples;
-
 /// The lung volume curve of the session, and the volume and ventilation rate at the moment.
-class CPRDATA_EXPORT CPRVentilationData : public CPRDataBase {
+class CPRDATA_EXPORT CPRVentilationData : public CPRWaveData {
     Q_OBJECT
 
     // clang-format off
@@ -32,12 +26,9 @@ public:
     explicit CPRVentilationData(CPRData *cprData);
     /// Copies all but the owner; the description is a copy of its own.
     CPRVentilationData(const CPRVentilationData &other, CPRData *cprData);
-    ~CPRVentilationData() override;
 
     /// Gives the description its defaults.
     void initialize() override;
-    /// Empties the wave.
-    void reset() override;
 
     /// Takes RPL_WAVEINFO (77) of the volume wave and RPL_VENT_RATE_UPDATE (88); false for any
     /// other.
@@ -59,21 +50,14 @@ public:
     /// Appends \a n times the volume 0: a gap in the link is no breath. (The compression wave
     /// repeats its last depth instead.)
     void fill(int n);
-    /// Keeps the first \a msec (ms of session time) / sample period + 1 samples, all when there are
-    /// fewer.
+    /// As that of the base, which it calls; the log names it.
     void cutOffWavedataAtTime(int msec);
 
     /// @{
     /// The properties of the same names.
     int volume() const { return m_volume; }
     int rate() const { return m_rate; }
-    CPRWaveformInfo *waveformInfo() const { return m_waveformInfo; }
     /// @}
-
-    /// The sample at \a index, ml; 0 outside the wave.
-    Q_INVOKABLE int at(int index) const;
-    /// Number of samples.
-    Q_INVOKABLE int count() const;
 
     /// Writes the samples as signed 16-bit little-endian numbers. False when \a device does not
     /// take them all, or is null.
@@ -82,10 +66,6 @@ public:
     /// there could be more of them, because the device failed or held more than a wave can; empty
     /// when these are all.
     QString readVentilationWave(QIODevice *device);
-    /// Writes the description with the current number of samples.
-    void writeWaveformInfo(QXmlStreamWriter *writer);
-    /// Reads the next "waveForm" into the description.
-    void readWaveformInfo(QXmlStreamReader *reader);
 
 Q_SIGNALS:
     /// A sample with another volume, ml.
@@ -95,9 +75,7 @@ Q_SIGNALS:
 
 private:
     int m_volume = -1;
-    std::unique_ptr<WaveSamples> m_samples;
     int m_rate = -1;
-    CPRWaveformInfo *m_waveformInfo; // child of this object
 };
 
 #endif

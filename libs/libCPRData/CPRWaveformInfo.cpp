@@ -4,6 +4,8 @@
 #include "CPRWaveformInfo.h"
 
 #include "private/MessageLayouts.h"
+#include "private/SessionArchive.h"
+#include "private/Units.h"
 #include "private/XmlReading.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -17,18 +19,13 @@ Q_LOGGING_CATEGORY(lcWaveformInfo, "Kelmar.CPRData.CPRWaveformInfo", QtWarningMs
 
 namespace {
 
-constexpr int msecsPerSecond = 1000;
+using namespace SessionArchive;
 
-// Attributes in the order of the file; every one is the property of the same name.
-constexpr const char *waveFormAttributes[] = {"msecs", "type", "bitsPerSample", "sampleRate",
-                                              "length"};
-constexpr const char *scaleAttributes[] = {"lsbValue", "scaleUnits", "scaleUnitsPerMM",
-                                           "scaleMax", "scaleMin",   "offset"};
-constexpr const char *externalFileAttributes[] = {"fileName"};
+using Units::msecsPerSecond;
 
 template <std::size_t N>
 void writeAttributes(const CPRWaveformInfo &info, QXmlStreamWriter *writer,
-                     const char *const (&names)[N])
+                     const std::array<const char *, N> &names)
 {
     for (const char *name : names)
         info.writeAttribFromProperty(writer, QString::fromLatin1(name));
@@ -90,30 +87,30 @@ void CPRWaveformInfo::write(QXmlStreamWriter *writer)
 {
     if (!writer)
         return;
-    writer->writeStartElement(QStringLiteral("waveForm"));
+    writer->writeStartElement(QString::fromLatin1(waveForm));
     writeAttributes(*this, writer, waveFormAttributes);
-    writer->writeStartElement(QStringLiteral("scale"));
-    writeAttributes(*this, writer, scaleAttributes);
+    writer->writeStartElement(QString::fromLatin1(waveScale));
+    writeAttributes(*this, writer, waveScaleAttributes);
     writer->writeEndElement();
-    writer->writeStartElement(QStringLiteral("externalFile"));
-    writeAttributes(*this, writer, externalFileAttributes);
+    writer->writeStartElement(QString::fromLatin1(waveFile));
+    writeAttributes(*this, writer, waveFileAttributes);
     writer->writeEndElement();
     writer->writeEndElement();
 }
 
 void CPRWaveformInfo::read(QXmlStreamReader *reader)
 {
-    if (!reader || !readNextChild(*reader) || reader->name() != QLatin1String("waveForm"))
+    if (!reader || !readNextChild(*reader) || reader->name() != QLatin1String(waveForm))
         return;
     readAttribsToProperties(reader);
     // Other elements are entered, so a description that a later version wraps is still found.
     while (!reader->atEnd()) {
         reader->readNext();
-        if (reader->isEndElement() && reader->name() == QLatin1String("waveForm"))
+        if (reader->isEndElement() && reader->name() == QLatin1String(waveForm))
             return;
         if (reader->isStartElement()
-            && (reader->name() == QLatin1String("scale")
-                || reader->name() == QLatin1String("externalFile"))) {
+            && (reader->name() == QLatin1String(waveScale)
+                || reader->name() == QLatin1String(waveFile))) {
             readAttribsToProperties(reader);
             reader->skipCurrentElement();
         }

@@ -6,6 +6,8 @@
 #include "CPREventCompression.h"
 #include "manikinsim/Rescuer.h"
 
+#include <private/Units.h>
+
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -20,9 +22,9 @@ using E = CPREventBase;
 using G = bls_2010::GuidelineValues_t;
 
 constexpr int fullScore = 100;
-constexpr int msecsPerSecond = 1000;
-constexpr qint64 msecsPerMinute = 60000;
-constexpr int hmmPerMm = 100;
+using Units::hmmPerMm;
+using Units::msecsPerMinute;
+using Units::msecsPerSecond;
 constexpr int notMeasured = -1;
 
 constexpr quint32 tooDeepReducesScore = 2;

@@ -7,6 +7,8 @@
 #include "manikinsim/MessageContents.h"
 #include "private/MessageLayouts.h"
 
+#include <private/Units.h>
+
 #include <chestboard/CommunicationIDs.h>
 
 #include <algorithm>
@@ -22,9 +24,9 @@ using C = CPREventCompression;
 using E = CPREventBase;
 using Kind = ScriptStep::Kind;
 
-constexpr int msecsPerSecond = 1000;
-constexpr int msecsPerMinute = 60000;
-constexpr int hmmPerMm = 100;
+using Units::hmmPerMm;
+using Units::msecsPerMinute;
+using Units::msecsPerSecond;
 constexpr int longestPeriod = std::numeric_limits<quint16>::max(); // ms that its field holds
 constexpr int longestPause = std::numeric_limits<qint16>::max(); // s
 constexpr int fastestBreaths = std::numeric_limits<qint8>::max(); // per minute

@@ -5,6 +5,8 @@
 
 #include "CPREventCompression.h"
 
+#include <private/Units.h>
+
 #include <algorithm>
 
 using bls_2010::CommonDefs;
@@ -13,8 +15,9 @@ namespace manikinsim {
 
 namespace {
 
-constexpr int msecsPerMinute = 60000;
-constexpr int hmmPerMm = 100;
+using Units::hmmPerMm;
+using Units::msecsPerMinute;
+using Units::msecsPerSecond;
 
 // The chest's stop.
 constexpr int deepest = 6500;
@@ -44,7 +47,7 @@ Rescuer::Rescuer(const Scenario &scenario, quint64 seed)
     : m_scenario(scenario), m_random(seed, 1), m_breathing(seed, 2)
 {
     // Time enough for the last message.
-    m_lastMoment = scenario.seconds * 1000 - 100;
+    m_lastMoment = scenario.seconds * msecsPerSecond - 100;
     for (const ScriptStep &step : scenario.script) {
         if (step.kind == ScriptStep::Kind::HandsOff)
             m_handsOff.push_back({step.msecs, step.msecs + step.value});

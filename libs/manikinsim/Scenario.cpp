@@ -6,6 +6,8 @@
 #include "manikinsim/MessageContents.h"
 #include "private/MessageLayouts.h"
 
+#include <private/Units.h>
+
 #include <algorithm>
 
 using bls_2010::CommonDefs;
@@ -193,7 +195,7 @@ bool isSound(const Skill &skill)
 {
     constexpr int largestDepth = 10000; // hundredths of a mm
     constexpr int largestVolume = 3000; // ml
-    constexpr int longestTime = 10 * 60 * 1000;
+    constexpr int longestTime = 10 * Units::msecsPerMinute;
     constexpr int largestRate = 300;
     return isSound(skill.depth, largestDepth) && isShare(skill.fatigue, largestDepth)
         && isSound(skill.rate, largestRate) && skill.rate.mean > 0
@@ -220,11 +222,11 @@ bool isSound(const ScriptStep &step)
     constexpr int byteMax = 255;
     constexpr int largestEnergy = 1000; // J
     const auto isType = [](int type) { return isShare(type, CPREventBase::AEDNotPossible); };
-    if (!isShare(step.msecs, Scenario::longestSeconds * 1000))
+    if (!isShare(step.msecs, Scenario::longestSeconds * Units::msecsPerSecond))
         return false;
     switch (step.kind) {
     case Kind::HandsOff:
-        return isShare(step.value, Scenario::longestSeconds * 1000);
+        return isShare(step.value, Scenario::longestSeconds * Units::msecsPerSecond);
     case Kind::Shock:
         return isShare(step.value, largestEnergy);
     case Kind::Aed:

@@ -26,7 +26,7 @@ constexpr int maxEntries = 1000; // of the archive's directory
 /// How far the waves may be apart, and how far they may be from the session's total time.
 constexpr int maxWaveDifferenceMs = 1000;
 constexpr int maxTimeDifferenceMs = 2000;
-constexpr int maxSessionMs = 24 * 60 * 60 * 1000;
+constexpr int maxSessionMs = 24 * 60 * Units::msecsPerMinute;
 
 // What is unexpected in an archive, and where the damage is that kept it from being loaded whole.
 class Check {
@@ -99,7 +99,7 @@ private:
             archive.add(Finding::Warning, QStringLiteral("an archive from the first byte on"),
                         QStringLiteral("one that is off by %1 bytes").arg(directory.offset));
         }
-        std::array<int, memberOrder.size()> counts{};
+        std::array<int, readingOrder.size()> counts{};
         for (const zip::Header &header : directory.headers) {
             const QString name = QString::fromUtf8(header.name);
             const qint64 place = directory.offset + header.localPosition;
@@ -110,9 +110,9 @@ private:
                     QStringLiteral("the name %1 in the member's header").arg(quoted(name)),
                     quoted(QString::fromUtf8(local->name)));
             }
-            const auto index = std::find_if(memberOrder.begin(), memberOrder.end(),
+            const auto index = std::find_if(readingOrder.begin(), readingOrder.end(),
                                             [&](MemberIndex i) { return memberName(i) == name; });
-            if (index != memberOrder.end())
+            if (index != readingOrder.end())
                 ++counts[*index];
             else if (name != QLatin1String("CPR/"))
                 archive.add(Finding::Warning, QStringLiteral("a session's members only"),
@@ -125,7 +125,7 @@ private:
             archive.error(QStringLiteral("a directory of %1 members").arg(directory.entries),
                           QStringLiteral("%1").arg(directory.headers.size()));
         }
-        for (const MemberIndex index : memberOrder) {
+        for (const MemberIndex index : readingOrder) {
             const LoadedMember *member = loaded(index);
             if (counts[index] > 1) {
                 reportOn(index).error(

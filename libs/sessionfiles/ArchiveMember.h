@@ -5,7 +5,10 @@
 #define SESSIONFILES_ARCHIVEMEMBER_H
 
 #include "sessionfiles/ArchiveCheck.h"
-#include "sessionfiles/CountedDevice.h"
+
+#include <private/CountedDevice.h>
+#include <private/SessionArchive.h>
+#include <private/Units.h>
 
 #include <QXmlStreamReader>
 
@@ -15,8 +18,9 @@
 
 namespace sessionfiles {
 
-constexpr int msecsPerSecond = 1000;
-constexpr int bytesPerSample = 2;
+using namespace SessionArchive;
+
+using Units::msecsPerSecond;
 
 // The text on one line and in quotes, without anything that a terminal would act on.
 inline QString quoted(const QString &text)
@@ -32,23 +36,10 @@ inline QString quoted(const QString &text)
     return result + (text.size() > longest ? QStringLiteral("\"...") : QStringLiteral("\""));
 }
 
-enum MemberIndex : std::size_t { Waves, Compressions, Ventilations, Events, Guidelines };
-
-// In the order in which they are checked: each needs those before it.
-constexpr std::array memberOrder{Waves, Compressions, Ventilations, Events, Guidelines};
-
-// As file handlers know it.
-inline QString nameInFolder(MemberIndex index)
-{
-    constexpr std::array names{"CPRWaves.xml", "COMP.WV", "VENT.WV", "CPREvents.xml",
-                               "CPRGuidelines.xml"};
-    return QString::fromLatin1(names[index]);
-}
-
 // As it stands in the archive.
 inline QString memberName(MemberIndex index)
 {
-    return QStringLiteral("CPR/") + nameInFolder(index);
+    return nameInZip(nameInFolder(index));
 }
 
 // The findings about one member. What a session takes to its end cannot be damaged: there all

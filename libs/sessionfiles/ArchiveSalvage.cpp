@@ -541,7 +541,7 @@ QString save(const QString &name, const SalvagedSession &session)
 {
     CPRFileHandlerZip zip;
     bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
-    for (const MemberIndex index : {Events, Waves, Compressions, Ventilations, Guidelines}) {
+    for (const MemberIndex index : writingOrder) {
         QIODevice *device = isWritten ? zip.openFileForWriting(nameInFolder(index)) : nullptr;
         const QByteArray content = session.members.value(nameInFolder(index));
         isWritten = device && device->write(content) == content.size();

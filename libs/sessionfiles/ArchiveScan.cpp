@@ -82,7 +82,7 @@ private:
     // Unpacks the members that are not whole yet. Of two with one name readers take the first.
     void unpackLocations(bool isExact, Members &result)
     {
-        std::array<int, memberOrder.size()> tried{};
+        std::array<int, readingOrder.size()> tried{};
         for (auto location = m_locations.cbegin(); location != m_locations.cend(); ++location) {
             const Name name = location->second.name;
             Member &best = result[name.index];
@@ -104,7 +104,7 @@ private:
     // Recognises a name with one wrong character, too: the members' names differ in more.
     static std::optional<Name> memberOf(const QByteArray &name)
     {
-        for (const MemberIndex index : memberOrder) {
+        for (const MemberIndex index : readingOrder) {
             const QByteArray known = memberName(index).toLatin1();
             if (name.size() != known.size())
                 continue;

@@ -29,7 +29,7 @@ struct Member {
     QString damage; ///< what is wrong; empty when it is whole
 };
 
-using Members = std::array<Member, memberOrder.size()>;
+using Members = std::array<Member, readingOrder.size()>;
 
 /// Looks through the file \a name, which has to be readable. \a advance is told how many bytes of
 /// how many have been looked through.

@@ -4,6 +4,8 @@
 #ifndef SESSIONFILES_SESSIONFILE_H
 #define SESSIONFILES_SESSIONFILE_H
 
+#include <CPRReadReport.h>
+
 #include <QString>
 #include <QStringList>
 #include <QVector>
@@ -20,19 +22,7 @@ namespace sessionfiles {
 using Progress = std::function<bool(qint64 done, qint64 total)>;
 
 /// What became of one member of a session that was loaded.
-struct LoadedMember {
-    /// How much of it is in the session.
-    enum State {
-        Complete, ///< all of it is in the session
-        Damaged, ///< only what stands before the damage is in the session, or nothing
-        Missing ///< there is no such member
-    };
-
-    QString name; ///< without its folder, such as "CPREvents.xml"
-    State state = Complete; ///< how much of it is in the session
-    QString reason; ///< why it is damaged; empty in the other states
-    qint64 bytesRead = 0; ///< how far it was read
-};
+using LoadedMember = CPRReadReport::Member;
 
 /// What became of a session that was loaded.
 struct LoadResult {

@@ -19,11 +19,6 @@ struct WaveDescription {
     int samplePeriod = 0; // ms; 0 when it is not known
 };
 
-struct WaveAttribute {
-    const char *name;
-    Kind kind;
-};
-
 class WavesCheck {
 public:
     explicit WavesCheck(XmlMember &xml) : m_xml(xml) { }
@@ -32,7 +27,7 @@ public:
     {
         if (!m_xml.nextChild())
             return;
-        if (m_xml.name() != QLatin1String("waveFormList")) {
+        if (m_xml.name() != QLatin1String(waveList)) {
             m_xml.add(Finding::Error, {}, QStringLiteral("the root element waveFormList"),
                       quoted(m_xml.name().toString()));
             m_xml.finish();
@@ -40,7 +35,7 @@ public:
         }
         std::size_t index = 0;
         while (m_xml.nextChild()) {
-            if (m_xml.name() == QLatin1String("waveForm") && index < descriptions.size()) {
+            if (m_xml.name() == QLatin1String(waveForm) && index < descriptions.size()) {
                 checkWaveForm(index++);
                 continue;
             }
@@ -60,28 +55,8 @@ public:
     std::array<WaveDescription, 2> descriptions; // compressions, ventilations
 
 private:
-    // clang-format off
-    static constexpr std::array<WaveAttribute, 5> formAttributes = {{
-        {"msecs",           Kind::Integer},
-        {"type",            Kind::Text},
-        {"bitsPerSample",   Kind::Integer},
-        {"sampleRate",      Kind::Integer},
-        {"length",          Kind::Integer},
-    }};
-    static constexpr std::array<WaveAttribute, 6> scaleAttributes = {{
-        {"lsbValue",        Kind::Number},
-        {"scaleUnits",      Kind::Text},
-        {"scaleUnitsPerMM", Kind::Number},
-        {"scaleMax",        Kind::Number},
-        {"scaleMin",        Kind::Number},
-        {"offset",          Kind::Number},
-    }};
-    static constexpr std::array<WaveAttribute, 1> fileAttributes = {{
-        {"fileName",        Kind::Text},
-    }};
-    // clang-format on
     static constexpr std::array types{"comp", "vent"};
-    static constexpr std::array files{"COMP.WV", "VENT.WV"};
+    static constexpr std::array files{Compressions, Ventilations};
 
     QString where(const char *element) const
     {
@@ -96,21 +71,22 @@ private:
 
     // Whether each attribute is there and fits; others are unknown.
     template <std::size_t N>
-    void checkAttributes(const char *element, const std::array<WaveAttribute, N> &rows)
+    void checkAttributes(const char *element, const std::array<const char *, N> &names)
     {
-        std::array<const char *, N> known{};
-        for (std::size_t i = 0; i < N; ++i) {
-            known[i] = rows[i].name;
-            const std::optional<QString> text = m_xml.attribute(rows[i].name);
-            const auto here = QString::fromLatin1(rows[i].name);
+        const QMetaObject &object = CPRWaveformInfo::staticMetaObject;
+        for (const char *name : names) {
+            const QMetaProperty property = object.property(object.indexOfProperty(name));
+            const Kind kind = property.isEnumType() ? Kind::Text : kindOf(property);
+            const std::optional<QString> text = m_xml.attribute(name);
+            const auto here = QString::fromLatin1(name);
             if (!text)
                 add(Finding::Error, element, QStringLiteral("the attribute ") + here,
                     QStringLiteral("none"));
-            else if (!fits(*text, rows[i].kind))
-                add(Finding::Error, element, here + QStringLiteral(", ") + kindText(rows[i].kind),
+            else if (!fits(*text, kind))
+                add(Finding::Error, element, here + QStringLiteral(", ") + kindText(kind),
                     quoted(*text));
         }
-        m_xml.checkAttributes([&] { return where(element); }, known);
+        m_xml.checkAttributes([&] { return where(element); }, names);
     }
 
     // The attribute has to be this text, if it is there.
@@ -127,15 +103,14 @@ private:
     {
         m_index = index;
         WaveDescription &description = descriptions[index];
-        constexpr const char *form = "waveForm";
-        checkAttributes(form, formAttributes);
-        checkText(form, "type", QString::fromLatin1(types[index]));
-        checkText(form, "bitsPerSample", QString::number(8 * bytesPerSample));
+        checkAttributes(waveForm, waveFormAttributes);
+        checkText(waveForm, "type", QString::fromLatin1(types[index]));
+        checkText(waveForm, "bitsPerSample", QString::number(8 * bytesPerSample));
         if (const std::optional<QString> text = m_xml.attribute("sampleRate")) {
             bool ok = false;
             const int rate = text->toInt(&ok);
             if (ok && (rate < 1 || rate > msecsPerSecond))
-                add(Finding::Error, form, QStringLiteral("sampleRate, 1 to 1000 per second"),
+                add(Finding::Error, waveForm, QStringLiteral("sampleRate, 1 to 1000 per second"),
                     quoted(*text));
             else if (ok)
                 description.samplePeriod = msecsPerSecond / rate;
@@ -150,18 +125,18 @@ private:
         int scales = 0;
         int externalFiles = 0;
         while (m_xml.nextChild()) {
-            if (m_xml.name() == QLatin1String("scale")) {
+            if (m_xml.name() == QLatin1String(waveScale)) {
                 ++scales;
-                checkAttributes("scale", scaleAttributes);
+                checkAttributes(waveScale, waveScaleAttributes);
                 checkUnit();
                 m_xml.skipEmpty();
-            } else if (m_xml.name() == QLatin1String("externalFile")) {
+            } else if (m_xml.name() == QLatin1String(waveFile)) {
                 ++externalFiles;
-                checkAttributes("externalFile", fileAttributes);
-                checkText("externalFile", "fileName", QString::fromLatin1(files[index]));
+                checkAttributes(waveFile, waveFileAttributes);
+                checkText(waveFile, "fileName", nameInFolder(files[index]));
                 m_xml.skipEmpty();
             } else {
-                add(Finding::Warning, form, QStringLiteral("scale and externalFile only"),
+                add(Finding::Warning, waveForm, QStringLiteral("scale and externalFile only"),
                     quoted(m_xml.name().toString()));
                 m_xml.skip();
             }
@@ -169,9 +144,9 @@ private:
         if (m_xml.isOver())
             return;
         if (scales != 1)
-            add(Finding::Error, form, QStringLiteral("one scale"), QString::number(scales));
+            add(Finding::Error, waveForm, QStringLiteral("one scale"), QString::number(scales));
         if (externalFiles != 1)
-            add(Finding::Error, form, QStringLiteral("one externalFile"),
+            add(Finding::Error, waveForm, QStringLiteral("one externalFile"),
                 QString::number(externalFiles));
     }
 
@@ -180,7 +155,8 @@ private:
         const std::optional<QString> unit = m_xml.attribute("scaleUnits");
         const auto units = QMetaEnum::fromType<CPRWaveformInfo::ScaleUnit>();
         if (unit && units.keyToValue(unit->toLatin1().constData()) < 0)
-            add(Finding::Error, "scale", QStringLiteral("scaleUnits, a known unit"), quoted(*unit));
+            add(Finding::Error, waveScale, QStringLiteral("scaleUnits, a known unit"),
+                quoted(*unit));
     }
 
     XmlMember &m_xml;

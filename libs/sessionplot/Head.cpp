@@ -7,6 +7,8 @@
 
 #include "sessionreview/Words.h"
 
+#include <private/Units.h>
+
 #include <QCoreApplication>
 #include <QLocale>
 #include <QPainter>
@@ -19,7 +21,7 @@ using namespace sessionreview;
 
 namespace {
 
-constexpr qint64 msecsPerSecond = 1000;
+using Units::msecsPerSecond;
 
 // In em.
 constexpr qreal tileWidth = 8.5;
@@ -64,7 +66,7 @@ QString dateText(const QDateTime &start, QLocale::FormatType format)
 QString occasionText(const PlotModel &model, const TextStyle &style, qreal width)
 {
     const Figures &figures = model.review().figures;
-    const qint64 length = figures.secs > 0 ? figures.secs * msecsPerSecond : model.length();
+    const qint64 length = figures.secs > 0 ? qint64(figures.secs) * msecsPerSecond : model.length();
     const bool withHours = needsHours({0, length});
     const QString lengthText = QCoreApplication::translate("sessionplot", "Length %1 %2")
                                    .arg(timeText(length, msecsPerSecond, withHours),

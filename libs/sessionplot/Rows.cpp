@@ -6,6 +6,8 @@
 
 #include "sessionreview/Words.h"
 
+#include <private/Units.h>
+
 #include <QCoreApplication>
 #include <QPainter>
 
@@ -90,7 +92,6 @@ void paintLosses(const LaneContext &context, const QRectF &stack)
 
 void paintPauseLengths(const LaneContext &context, const LaneArea &area)
 {
-    constexpr int msecsPerSecond = 1000;
     const Style &style = *context.style;
     style.small.draw(context.painter, area.left, Qt::AlignLeft,
                      QCoreApplication::translate("sessionplot", "Pauses"), style.theme.mutedText);
@@ -109,7 +110,7 @@ void paintPauseLengths(const LaneContext &context, const LaneArea &area)
     for (const Span *pause : pauses) {
         if (texts.size() >= roomFor)
             break;
-        const double secs = std::round((double(pause->end) - pause->begin) / msecsPerSecond);
+        const double secs = std::round((double(pause->end) - pause->begin) / Units::msecsPerSecond);
         const QString text =
             QCoreApplication::translate("sessionplot", "%1 s").arg(numberText(secs));
         const qreal width = style.small.width(text);

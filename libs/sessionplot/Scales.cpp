@@ -3,6 +3,8 @@
 
 #include "sessionplot/Scales.h"
 
+#include <private/Units.h>
+
 #include <QLocale>
 
 #include <algorithm>
@@ -13,8 +15,8 @@ namespace sessionplot {
 
 namespace {
 
-constexpr qint64 msecsPerSecond = 1000;
-constexpr qint64 msecsPerMinute = 60 * msecsPerSecond;
+using Units::msecsPerMinute;
+using Units::msecsPerSecond;
 constexpr qint64 msecsPerHour = 60 * msecsPerMinute;
 constexpr qint64 msecsPerTenth = 100;
 

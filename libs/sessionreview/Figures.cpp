@@ -7,6 +7,7 @@
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
 #include <CPREventSessionStatistics.h>
+#include <private/Units.h>
 
 #include <tuple>
 
@@ -123,8 +124,8 @@ Figures figuresOf(const CPRData &session)
         figures.ageLetter = info->patientAgeType();
         figures.firmware = textOf(info, E::manikinFirmwareVersion);
     }
-    constexpr int msecsPerSecond = 1000;
-    figures.secsSoFar = figures.secs > 0 ? figures.secs : events->sessionTime() / msecsPerSecond;
+    figures.secsSoFar =
+        figures.secs > 0 ? figures.secs : events->sessionTime() / Units::msecsPerSecond;
     figures.training = trainingOf(figures.protocol);
     figures.training.compressions |= figures.compressions > 0;
     figures.training.ventilations |= figures.ventilations > 0;
@@ -132,8 +133,7 @@ Figures figuresOf(const CPRData &session)
     const CPREventSessionStatistics *statistics = events->sessionStatistics();
     figures.hasStatistics = hasArrived(statistics, E::compMeanDepth);
     if (figures.hasStatistics) {
-        constexpr double hmmPerMm = 100;
-        figures.meanDepth = intOf(statistics, E::compMeanDepth) / hmmPerMm;
+        figures.meanDepth = Units::mmOf(intOf(statistics, E::compMeanDepth));
         figures.meanRate = intOf(statistics, E::compMeanRate);
         figures.meanVolume = intOf(statistics, E::ventMeanVolume);
     }

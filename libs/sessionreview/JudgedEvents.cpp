@@ -5,6 +5,7 @@
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
+#include <private/Units.h>
 
 #include <algorithm>
 #include <cmath>
@@ -15,7 +16,7 @@ namespace {
 
 using E = CPREventBase;
 
-constexpr int msecsPerMinute = 60 * 1000;
+using Units::msecsPerMinute;
 
 // An end that lies farther behind the peak is not believed.
 constexpr int maxRelease = 2000;

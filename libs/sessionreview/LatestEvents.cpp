@@ -9,6 +9,7 @@
 #include <CPREventCompression.h>
 #include <CPREventSessionScore.h>
 #include <CPREventVentilation.h>
+#include <private/Units.h>
 
 #include <algorithm>
 
@@ -62,13 +63,12 @@ LatestEvents latestEventsOf(const CPRData &session, const Targets &targets)
 
 int runningPause(const CPREvents &events, int msecs)
 {
-    constexpr int msecsPerSecond = 1000;
     const E *pause = events.last(E::TagInactivity);
     const E *compression = events.last(E::TagComp);
     if (!pause || qint64(msecs) - pause->eventEndTime() > maxSilenceMs
         || (compression && compression->msecs() >= pause->eventEndTime()))
         return 0;
-    return (std::max(msecs, pause->eventEndTime()) - pause->msecs()) / msecsPerSecond;
+    return (std::max(msecs, pause->eventEndTime()) - pause->msecs()) / Units::msecsPerSecond;
 }
 
 } // namespace sessionreview

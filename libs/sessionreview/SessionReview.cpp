@@ -6,6 +6,7 @@
 #include <CPRData.h>
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
+#include <private/Units.h>
 
 #include <algorithm>
 #include <cmath>
@@ -17,7 +18,7 @@ namespace {
 
 using E = CPREventBase;
 
-constexpr int msecsPerMinute = 60 * 1000;
+using Units::msecsPerMinute;
 
 // A compression that begins later than this after the end of the one before begins a new run. For
 // a slow rescuer it is the time between two compressions instead, up to the second value.

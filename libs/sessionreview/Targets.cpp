@@ -5,6 +5,7 @@
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
+#include <private/Units.h>
 
 #include <cmath>
 #include <iterator>
@@ -16,8 +17,6 @@ namespace {
 
 using bls_2010::CommonDefs;
 using G = CPRGuidelines;
-
-constexpr double hmmPerMm = 100;
 
 /// What a protocol trains, and which values of the guideline set are for it; null for none.
 struct ProtocolRow {
@@ -90,7 +89,7 @@ bool Targets::operator==(const Targets &other) const
 
 double wholeHmm(float mm)
 {
-    return std::round(double(mm) * hmmPerMm) / hmmPerMm;
+    return Units::mmOf(std::round(double(mm) * Units::hmmPerMm));
 }
 
 Side Targets::volumeSide(int ml) const
@@ -106,8 +105,9 @@ Targets targetsOf(const CPRData &session)
     const G *set = session.cprGuidelines();
     if (!set)
         return targets;
-    targets.depth = {set->compressionDepthMin() / hmmPerMm, set->compressionDepthMax() / hmmPerMm};
-    targets.releaseDepth = set->compressionAcceptableReleaseDepth() / hmmPerMm;
+    targets.depth = {Units::mmOf(set->compressionDepthMin()),
+                     Units::mmOf(set->compressionDepthMax())};
+    targets.releaseDepth = Units::mmOf(set->compressionAcceptableReleaseDepth());
     targets.rate = {double(set->compressionRateMin()), double(set->compressionRateMax())};
     targets.volume = {double(set->ventilationVolumeMin()), double(set->ventilationVolumeMax())};
 

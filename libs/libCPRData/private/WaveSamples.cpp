@@ -5,6 +5,7 @@
 
 #include "private/DeviceReading.h"
 #include "private/Limits.h"
+#include "private/SessionArchive.h"
 
 #include <QByteArray>
 #include <QIODevice>
@@ -15,9 +16,10 @@
 
 Q_LOGGING_CATEGORY(lcWaveSamples, "Kelmar.CPRData.WaveSamples", QtWarningMsg)
 
+using SessionArchive::bytesPerSample;
+
 namespace {
 
-constexpr int bytesPerSample = 2;
 constexpr int samplesPerBlock = 32768;
 
 } // namespace

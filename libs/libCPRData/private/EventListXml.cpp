@@ -1,0 +1,124 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "CPREventAED.h"
+#include "CPREventCPRD.h"
+#include "CPREventSessionInfo.h"
+#include "CPREventSessionScore.h"
+#include "CPREventSessionStatistics.h"
+#include "CPREventShock.h"
+#include "CPREventUser.h"
+#include "CPREvents.h"
+#include "private/Limits.h"
+#include "private/XmlReading.h"
+
+#include <QLoggingCategory>
+#include <QXmlStreamWriter>
+
+// The event list as a document.
+
+Q_DECLARE_LOGGING_CATEGORY(lcEvents)
+
+void CPREvents::write(QXmlStreamWriter *writer)
+{
+    qCDebug(lcEvents) << Q_FUNC_INFO;
+    if (!writer)
+        return;
+    writer->writeStartDocument();
+    writer->writeStartElement(QStringLiteral("eventList"));
+    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema-instance"),
+                           QStringLiteral("xsi"));
+    writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema"),
+                           QStringLiteral("xsd"));
+    const EventList events = m_events;
+    for (CPREventBase *event : events) {
+        qCDebug(lcEvents).noquote() << "Storing event: " << QString(*event);
+        event->write(writer);
+    }
+    writer->writeEndDocument();
+}
+
+CPREventBase *CPREvents::eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding)
+{
+    CPREventBase *standing = nullptr;
+    switch (type) {
+    case CPREventBase::ShockDelivered:
+        return new CPREventShock(msecs, this);
+    case CPREventBase::CprInactivityCPR:
+        return new CPREventInactivityCPR(msecs, this);
+    case CPREventBase::CprCompEvent:
+        return new CPREventCompression(msecs, this, nullptr);
+    case CPREventBase::CprVentEvent:
+        return new CPREventVentilation(msecs, this);
+    case CPREventBase::CprAedEvent:
+        return new CPREventAED(msecs, this);
+    case CPREventBase::CprCprdEvent:
+        return new CPREventCPRD(msecs, this);
+    case CPREventBase::Event:
+        return new CPREventUser(msecs, this, QString());
+    case CPREventBase::CprSessionInfo:
+        standing = m_sessionInfo;
+        break;
+    case CPREventBase::CprSessionStatistics:
+        standing = m_sessionStatistics;
+        break;
+    case CPREventBase::CprSessionScore:
+        standing = m_sessionScore;
+        break;
+    default:
+        return new CPREventBase(type, msecs, this);
+    }
+    isStanding = true;
+    standing->setMSecs(msecs);
+    return standing;
+}
+
+void CPREvents::read(QXmlStreamReader *reader)
+{
+    if (!reader)
+        return;
+    initialize();
+    if (!readNextChild(*reader) || reader->name() != QLatin1String("eventList"))
+        return;
+
+    m_lastRead = nullptr;
+    int parameters = 0;
+    while (readNextChild(*reader) && reader->name() == QLatin1String("evt")) {
+        if (m_events.size() >= Limits::maxEvents) {
+            reader->raiseError(QStringLiteral("more than %1 events").arg(Limits::maxEvents));
+            break;
+        }
+        qCDebug(lcEvents) << "Reading element at line" << reader->lineNumber();
+        const QXmlStreamAttributes attributes = reader->attributes();
+        CPREventBase::EventType type{};
+        if (!attributes.hasAttribute(QLatin1String("msecs"))
+            || !CPREventBase::eventTypeFromKey(attributes.value(QLatin1String("type")), type)) {
+            qCWarning(lcEvents) << "Skipping element at line" << reader->lineNumber();
+            reader->skipCurrentElement();
+            continue;
+        }
+        bool isStanding = false;
+        CPREventBase *event =
+            eventToRead(type, attributes.value(QLatin1String("msecs")).toInt(), isStanding);
+        event->read(reader);
+        parameters += isStanding ? 0 : event->storedParameterCount();
+        if (parameters > Limits::maxParameters && !reader->hasError())
+            reader->raiseError(
+                QStringLiteral("more than %1 parameters").arg(Limits::maxParameters));
+        if (event->filterEvent(m_lastRead)) {
+            if (!isStanding)
+                delete event;
+        } else {
+            if (!isStanding) {
+                addEvent(event, false);
+                m_lastRead = event;
+            }
+            handleEvent(event);
+            if (!isStanding)
+                emitEvent(event);
+        }
+        // An event that held more than parameters has stopped inside; the list ends with it.
+        if (!reader->isEndElement())
+            break;
+    }
+}
