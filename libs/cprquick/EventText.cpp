@@ -78,9 +78,7 @@ QString EventText::detail() const
 
 QString EventText::valueText(E::ParameterType type) const
 {
-    return hasArrived(&m_event, type)
-        ? parameterValueText(type, m_event.parameterValue(type, QVariant()))
-        : QString();
+    return hasArrived(&m_event, type) ? parameterValueText(type, m_event.value(type)) : QString();
 }
 
 QString EventText::standingDetail() const

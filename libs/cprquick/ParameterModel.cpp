@@ -88,20 +88,11 @@ QVector<ParameterModel::Row> ParameterModel::rowsOf(const CPREventBase *event) c
     QVector<Row> rows;
     if (!event)
         return rows;
-    const auto add = [this, event, &rows](const QString &key, const QVariant &value) {
-        CPREventBase::ParameterType type{};
-        if (CPREventBase::parameterFromKey(key, type) && value.isValid()
-            && (m_hasBars || !isBar(type)) && sessionreview::hasArrived(event, type))
+    event->visitValues([&](CPREventBase::ParameterType type, const QVariant &value) {
+        if (value.isValid() && (m_hasBars || !isBar(type))
+            && sessionreview::hasArrived(event, type))
             rows.append({type, value});
-    };
-    const QStringList keys = event->params() ? event->params()->keys() : QStringList();
-    for (const QString &key : keys)
-        add(key, event->params()->value(key));
-    // Compressions and ventilations keep their measurements in properties of their own.
-    const QMetaObject *meta = event->metaObject();
-    const int first = CPREventBase::staticMetaObject.propertyCount();
-    for (int i = first; i < meta->propertyCount(); ++i)
-        add(QString::fromLatin1(meta->property(i).name()), meta->property(i).read(event));
+    });
     std::sort(rows.begin(), rows.end(), [](const Row &a, const Row &b) { return a.type < b.type; });
     return rows;
 }

@@ -6,6 +6,8 @@
 #include "CPRDataBase.h"
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
+#include "Vocabulary.h"
+#include "private/EventParameters.h"
 #include "private/NumberText.h"
 #include "private/XmlReading.h"
 
@@ -16,244 +18,12 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
-#include <array>
-#include <map>
 
 namespace {
 
 using Parameter = CPREventBase::ParameterType;
 
-constexpr int parameterCount = CPREventBase::manikinBatteryDisconnectCounter + 1;
-static_assert(parameterCount == 206);
-
-// A parameter that the table of units does not list; its unit is none all the same.
-constexpr int noEntry = -1;
-
-struct ParameterRow {
-    Parameter type;
-    int unit; // a CPREventBase::ParameterUnit, or noEntry
-};
-
-// clang-format off
-constexpr std::array<ParameterRow, parameterCount> parameterTable = {{
-    {CPREventBase::compRate,                                                      CPREventBase::cpm},
-    {CPREventBase::compDepth,                                                     CPREventBase::mm},
-    {CPREventBase::compUndershootDepth,                                           CPREventBase::mm},
-    {CPREventBase::compPeakForce,                                                 CPREventBase::g},
-    {CPREventBase::compReleaseForce,                                              CPREventBase::g},
-    {CPREventBase::compDutyCycle,                                                 CPREventBase::none},
-    {CPREventBase::compDutyCycleValid,                                            CPREventBase::none},
-    {CPREventBase::compLeaning,                                                   CPREventBase::none},
-    {CPREventBase::compLeadingSlopeTime,                                          CPREventBase::ms},
-    {CPREventBase::compTrailingSlopeTime,                                         CPREventBase::ms},
-    {CPREventBase::compTime,                                                      CPREventBase::ms},
-    {CPREventBase::compForceUnits,                                                CPREventBase::none},
-    {CPREventBase::compDepthUnits,                                                CPREventBase::none},
-    {CPREventBase::compIncompleteRelease,                                         CPREventBase::none},
-    {CPREventBase::compPeakTime,                                                  CPREventBase::ms},
-    {CPREventBase::compInstantaneousPeriod,                                       CPREventBase::ms},
-    {CPREventBase::compHandposXiphoid,                                            CPREventBase::none},
-    {CPREventBase::compReleaseDepth,                                              CPREventBase::mm},
-    {CPREventBase::compAbsolutePeakDepth,                                         CPREventBase::mm},
-    {CPREventBase::compLeaningDepth,                                              CPREventBase::mm},
-    {CPREventBase::compLeaningForce,                                              CPREventBase::g},
-    {CPREventBase::compHandposError,                                              CPREventBase::none},
-    {CPREventBase::compInactivity,                                                CPREventBase::sec},
-    {CPREventBase::compCount,                                                     CPREventBase::none},
-    {CPREventBase::compCyclesCount,                                               noEntry},
-    {CPREventBase::compCorrectReleaseCount,                                       CPREventBase::none},
-    {CPREventBase::compWithRateInfo,                                              CPREventBase::none},
-    {CPREventBase::compCorrectReleasePercentage,                                  CPREventBase::percent},
-    {CPREventBase::compCorrectRatePercentage,                                     CPREventBase::percent},
-    {CPREventBase::compTooLowRatePercentage,                                      CPREventBase::percent},
-    {CPREventBase::compCorrectDepthPercentage,                                    noEntry},
-    {CPREventBase::compCorrectStrokeLengthPercentage,                             noEntry},
-    {CPREventBase::compAdequateDepthPercentage,                                   CPREventBase::percent},
-    {CPREventBase::compMeanDepth,                                                 CPREventBase::hmm},
-    {CPREventBase::compMeanRate,                                                  CPREventBase::none},
-    {CPREventBase::compMeanStrokeLength,                                          CPREventBase::hmm},
-    {CPREventBase::compScore,                                                     CPREventBase::none},
-    {CPREventBase::compInactivityPeriodCount,                                     CPREventBase::none},
-    {CPREventBase::compStdDeviationDepth,                                         CPREventBase::hmm},
-    {CPREventBase::compMeanReleaseDepth,                                          CPREventBase::hmm},
-    {CPREventBase::compStdDeviationReleaseDepth,                                  CPREventBase::hmm},
-    {CPREventBase::compStdDeviationRate,                                          CPREventBase::cpm},
-    {CPREventBase::compHandPosCorrectPercentage,                                  CPREventBase::percent},
-    {CPREventBase::compHandPosXiphoidErrorPercentage,                             CPREventBase::percent},
-    {CPREventBase::compStdDeviationStrokeLength,                                  CPREventBase::hmm},
-    {CPREventBase::compReleaseScoreReduction,                                     CPREventBase::percent},
-    {CPREventBase::compDepthScoreReduction,                                       CPREventBase::percent},
-    {CPREventBase::compDeepDepthScoreReduction,                                   CPREventBase::percent},
-    {CPREventBase::compRateLowScoreReduction,                                     CPREventBase::percent},
-    {CPREventBase::compRateHighScoreReduction,                                    CPREventBase::percent},
-    {CPREventBase::compHandposScoreReduction,                                     CPREventBase::percent},
-    {CPREventBase::compDepthStrokeLengthScoreReduction,                           CPREventBase::percent},
-    {CPREventBase::compCyclesScoreReduction,                                      CPREventBase::percent},
-    {CPREventBase::compFlowtimeScoreReduction,                                    CPREventBase::percent},
-    {CPREventBase::compOverallScore,                                              CPREventBase::percent},
-    {CPREventBase::ventRate,                                                      CPREventBase::vpm},
-    {CPREventBase::ventInflationTime,                                             CPREventBase::ms},
-    {CPREventBase::ventNoFlowTime,                                                CPREventBase::ms},
-    {CPREventBase::ventRawVolumeZ,                                                CPREventBase::ml},
-    {CPREventBase::ventVolumeZ,                                                   CPREventBase::ml},
-    {CPREventBase::ventVolume,                                                    CPREventBase::ml},
-    {CPREventBase::ventVolumeUnits,                                               CPREventBase::none},
-    {CPREventBase::ventPeakTime,                                                  CPREventBase::ms},
-    {CPREventBase::ventDuringCompression,                                         CPREventBase::none},
-    {CPREventBase::ventInstantaneousPeriod,                                       CPREventBase::ms},
-    {CPREventBase::ventCount,                                                     CPREventBase::none},
-    {CPREventBase::ventCorrectVolumePercentage,                                   CPREventBase::percent},
-    {CPREventBase::ventTooMuchVolumePercentage,                                   CPREventBase::percent},
-    {CPREventBase::ventNotEnoughVolumePercentage,                                 CPREventBase::percent},
-    {CPREventBase::ventMeanRate,                                                  CPREventBase::vpm},
-    {CPREventBase::ventMeanVolume,                                                CPREventBase::ml},
-    {CPREventBase::ventScore,                                                     CPREventBase::percent},
-    {CPREventBase::ventCyclesCount,                                               CPREventBase::none},
-    {CPREventBase::ventStdDeviationVolume,                                        CPREventBase::ml},
-    {CPREventBase::ventStdDeviationRate,                                          CPREventBase::vpm},
-    {CPREventBase::ventCorrectRateCprPercentage,                                  CPREventBase::percent},
-    {CPREventBase::ventTooHighRateCprPercentage,                                  CPREventBase::percent},
-    {CPREventBase::ventCorrectRateVentOnlyPercentage,                             CPREventBase::percent},
-    {CPREventBase::ventTooHighRateVentOnlyPercentage,                             CPREventBase::percent},
-    {CPREventBase::ventCorrectInflationTimePercentage,                            CPREventBase::percent},
-    {CPREventBase::ventTooFastInflationTimePercentage,                            CPREventBase::percent},
-    {CPREventBase::ventShallowScoreReduction,                                     CPREventBase::percent},
-    {CPREventBase::ventExcessiveScoreReduction,                                   CPREventBase::percent},
-    {CPREventBase::ventRateLowScoreReduction,                                     CPREventBase::percent},
-    {CPREventBase::ventRateHighScoreReduction,                                    CPREventBase::percent},
-    {CPREventBase::ventPauseScoreReduction,                                       CPREventBase::percent},
-    {CPREventBase::ventCyclesScoreReduction,                                      CPREventBase::percent},
-    {CPREventBase::ventOverallScore,                                              CPREventBase::percent},
-    {CPREventBase::inactivityTime,                                                CPREventBase::sec},
-    {CPREventBase::inactivityAverageTime,                                         CPREventBase::sec},
-    {CPREventBase::shockEnergy,                                                   CPREventBase::J},
-    {CPREventBase::cprProtocol,                                                   noEntry},
-    {CPREventBase::instructor,                                                    CPREventBase::none},
-    {CPREventBase::students,                                                      CPREventBase::none},
-    {CPREventBase::manikinType,                                                   CPREventBase::none},
-    {CPREventBase::manikinFirmwareVersion,                                        CPREventBase::none},
-    {CPREventBase::manikinStiffness,                                              CPREventBase::none},
-    {CPREventBase::manikinName,                                                   CPREventBase::none},
-    {CPREventBase::manikinCompressionCount,                                       CPREventBase::none},
-    {CPREventBase::manikinRfidVersion,                                            noEntry},
-    {CPREventBase::manikinFeedpodVersion,                                         noEntry},
-    {CPREventBase::remoteControl,                                                 noEntry},
-    {CPREventBase::remoteControlVersion,                                          noEntry},
-    {CPREventBase::startTime,                                                     CPREventBase::none},
-    {CPREventBase::endTime,                                                       CPREventBase::none},
-    {CPREventBase::primaryAdvice,                                                 CPREventBase::none},
-    {CPREventBase::secondaryAdvice,                                               CPREventBase::none},
-    {CPREventBase::overallScore,                                                  CPREventBase::percent},
-    {CPREventBase::categoryThresholdBasic,                                        CPREventBase::percent},
-    {CPREventBase::categoryThresholdAdvanced,                                     CPREventBase::percent},
-    {CPREventBase::waveDelay,                                                     CPREventBase::ms},
-    {CPREventBase::softSurface,                                                   CPREventBase::none},
-    {CPREventBase::totalTime,                                                     CPREventBase::sec},
-    {CPREventBase::cprCardId,                                                     CPREventBase::none},
-    {CPREventBase::cprCardTimestamp,                                              CPREventBase::sec},
-    {CPREventBase::sessionDuration,                                               CPREventBase::sec},
-    {CPREventBase::timeFirstShock,                                                CPREventBase::sec},
-    {CPREventBase::timeFirstComp,                                                 CPREventBase::sec},
-    {CPREventBase::timeFirstVent,                                                 CPREventBase::sec},
-    {CPREventBase::flowTimePercentage,                                            CPREventBase::percent},
-    {CPREventBase::compHistogramDepthBin_0,                                       CPREventBase::none},
-    {CPREventBase::compHistogramDepthBin_1,                                       CPREventBase::none},
-    {CPREventBase::compHistogramDepthBin_2,                                       CPREventBase::none},
-    {CPREventBase::compHistogramDepthBin_3,                                       CPREventBase::none},
-    {CPREventBase::compHistogramDepthBin_4,                                       CPREventBase::none},
-    {CPREventBase::compHistogramDepthBin_5,                                       CPREventBase::none},
-    {CPREventBase::compHistogramReleaseBin_0,                                     CPREventBase::none},
-    {CPREventBase::compHistogramReleaseBin_1,                                     CPREventBase::none},
-    {CPREventBase::compHistogramReleaseBin_2,                                     CPREventBase::none},
-    {CPREventBase::compHistogramReleaseBin_3,                                     CPREventBase::none},
-    {CPREventBase::compHistogramReleaseBin_4,                                     CPREventBase::none},
-    {CPREventBase::compHistogramReleaseBin_5,                                     CPREventBase::none},
-    {CPREventBase::compHistogramRateBin_0,                                        CPREventBase::none},
-    {CPREventBase::compHistogramRateBin_1,                                        CPREventBase::none},
-    {CPREventBase::compHistogramRateBin_2,                                        CPREventBase::none},
-    {CPREventBase::compHistogramRateBin_3,                                        CPREventBase::none},
-    {CPREventBase::compHistogramRateBin_4,                                        CPREventBase::none},
-    {CPREventBase::compHistogramRateBin_5,                                        CPREventBase::none},
-    {CPREventBase::compHistogramInactivityBin_0,                                  CPREventBase::none},
-    {CPREventBase::compHistogramInactivityBin_1,                                  CPREventBase::none},
-    {CPREventBase::compHistogramInactivityBin_2,                                  CPREventBase::none},
-    {CPREventBase::compHistogramInactivityBin_3,                                  CPREventBase::none},
-    {CPREventBase::compHistogramInactivityBin_4,                                  CPREventBase::none},
-    {CPREventBase::compHistogramInactivityBin_5,                                  CPREventBase::none},
-    {CPREventBase::ventHistogramVolumeBin_0,                                      CPREventBase::none},
-    {CPREventBase::ventHistogramVolumeBin_1,                                      CPREventBase::none},
-    {CPREventBase::ventHistogramVolumeBin_2,                                      CPREventBase::none},
-    {CPREventBase::ventHistogramVolumeBin_3,                                      CPREventBase::none},
-    {CPREventBase::ventHistogramVolumeBin_4,                                      CPREventBase::none},
-    {CPREventBase::ventHistogramVolumeBin_5,                                      CPREventBase::none},
-    {CPREventBase::ventHistogramRateBin_0,                                        CPREventBase::none},
-    {CPREventBase::ventHistogramRateBin_1,                                        CPREventBase::none},
-    {CPREventBase::ventHistogramRateBin_2,                                        CPREventBase::none},
-    {CPREventBase::ventHistogramRateBin_3,                                        CPREventBase::none},
-    {CPREventBase::ventHistogramRateBin_4,                                        CPREventBase::none},
-    {CPREventBase::ventHistogramRateBin_5,                                        CPREventBase::none},
-    {CPREventBase::aedEventType,                                                  CPREventBase::none},
-    {CPREventBase::aedDelayedOnTime,                                              CPREventBase::sec},
-    {CPREventBase::aedScenarioNumber,                                             CPREventBase::none},
-    {CPREventBase::aedScenarioFrameNumber,                                        CPREventBase::none},
-    {CPREventBase::aedRemoteScenarioNumber,                                       CPREventBase::none},
-    {CPREventBase::aedRemoteOtherButtonId,                                        CPREventBase::none},
-    {CPREventBase::aedRemoteApplyToAll,                                           CPREventBase::none},
-    {CPREventBase::aedECGRhythm,                                                  CPREventBase::none},
-    {CPREventBase::aedECGPulseStatus,                                             CPREventBase::none},
-    {CPREventBase::aedECGShockableStatus,                                         CPREventBase::none},
-    {CPREventBase::aedType,                                                       noEntry},
-    {CPREventBase::eventId,                                                       noEntry},
-    {CPREventBase::userEventType,                                                 noEntry},
-    {CPREventBase::simulationType,                                                noEntry},
-    {CPREventBase::isScoringModeAED,                                              noEntry},
-    {CPREventBase::cprScore,                                                      noEntry},
-    {CPREventBase::aedScore,                                                      noEntry},
-    {CPREventBase::preVentsTooFewScoreReduction,                                  CPREventBase::percent},
-    {CPREventBase::preVentsTooManyScoreReduction,                                 CPREventBase::percent},
-    {CPREventBase::numberOfPreVents,                                              CPREventBase::none},
-    {CPREventBase::manikinVentilationCount,                                       CPREventBase::none},
-    {CPREventBase::minNumberOfCompressionsPerCycle,                               noEntry},
-    {CPREventBase::maxNumberOfCompressionsPerCycle,                               noEntry},
-    {CPREventBase::averageNumberOfCompressionsPerCycle,                           noEntry},
-    {CPREventBase::compCountNoErrors,                                             noEntry},
-    {CPREventBase::ventMeanInflationTime,                                         CPREventBase::ms},
-    {CPREventBase::ventStdDeviationInflationTime,                                 CPREventBase::ms},
-    {CPREventBase::minNumberOfVentilationsPerCycle,                               CPREventBase::none},
-    {CPREventBase::maxNumberOfVentilationsPerCycle,                               noEntry},
-    {CPREventBase::averageNumberOfVentilationsPerCycle,                           CPREventBase::none},
-    {CPREventBase::averageInflationTime,                                          CPREventBase::ms},
-    {CPREventBase::ventilationsPerMinute,                                         CPREventBase::vpm},
-    {CPREventBase::inflationTimeSlowScoreReduction,                               CPREventBase::percent},
-    {CPREventBase::inflationTimeFastScoreReduction,                               CPREventBase::percent},
-    {CPREventBase::ventsPerMinuteSlowScoreReduction,                              CPREventBase::percent},
-    {CPREventBase::ventsPerMinuteFastScoreReduction,                              CPREventBase::percent},
-    {CPREventBase::manikinBatteryCycleCounter,                                    noEntry},
-    {CPREventBase::manikinBatterySlowChargeCounter,                               CPREventBase::none},
-    {CPREventBase::manikinBatteryFastChargeCounter,                               CPREventBase::none},
-    {CPREventBase::manikinBatteryAccumulatedSlowChargeTimeHours,                  CPREventBase::hours},
-    {CPREventBase::manikinBatteryAccumulatedFastChargeTimeHours,                  CPREventBase::hours},
-    {CPREventBase::manikinBatteryAccumulatedChargeTimeDuringLowTemperatureHours,  CPREventBase::hours},
-    {CPREventBase::manikinBatteryAccumulatedChargeTimeDuringHighTemperatureHours, CPREventBase::hours},
-    {CPREventBase::manikinBatteryAvgMinLevelPercent,                              CPREventBase::percent},
-    {CPREventBase::manikinBatteryAvgMaxLevelPercent,                              CPREventBase::percent},
-    {CPREventBase::manikinBatteryCriticalBatteryLevelCounter,                     CPREventBase::none},
-    {CPREventBase::manikinBatteryAccumulatedDischargeCurrentAh,                   CPREventBase::ah},
-    {CPREventBase::manikinBatteryDesignCapacityMah,                               CPREventBase::mah},
-    {CPREventBase::manikinBatteryFullChargeCapacityMah,                           CPREventBase::mah},
-    {CPREventBase::manikinBatteryDisconnectCounter,                               CPREventBase::none},
-}};
-// clang-format on
-
-constexpr bool rowsStandInOrder()
-{
-    for (int i = 0; i < parameterCount; ++i) {
-        if (parameterTable[static_cast<std::size_t>(i)].type != i)
-            return false;
-    }
-    return true;
-}
-static_assert(rowsStandInOrder(), "the rows are indexed by the enumerator");
+constexpr float notMeasured = -1.0F;
 
 // Key texts of an enumeration with consecutive values from 0, both ways, without a walk of the
 // meta-object.
@@ -292,10 +62,41 @@ const KeyTable &eventTypeKeys()
 
 CPREventBase::ParameterUnit unitOf(Parameter type)
 {
-    if (type < 0 || type >= parameterCount)
-        return CPREventBase::none;
-    const int unit = parameterTable[static_cast<std::size_t>(type)].unit;
-    return unit == noEntry ? CPREventBase::none : static_cast<CPREventBase::ParameterUnit>(unit);
+    const Vocabulary::Parameter *row = Vocabulary::parameter(type);
+    return row ? row->unit.value_or(CPREventBase::none) : CPREventBase::none;
+}
+
+// The kind of an event that keeps measurements in properties; null for others.
+const Vocabulary::EventKind *measuringKindOf(const CPREventBase &event)
+{
+    const Vocabulary::EventKind *kind = Vocabulary::eventKind(event.type());
+    return kind && kind->measuring && event.metaObject()->inherits(kind->measuring) ? kind
+                                                                                    : nullptr;
+}
+
+// The property that keeps the parameter in events of the kind, which may be null. An invalid one,
+// which reads as nothing and cannot be written, when none does.
+QMetaProperty propertyOf(const Vocabulary::EventKind *kind, Parameter type)
+{
+    if (!kind)
+        return {};
+    const auto *const begin = kind->measurements.begin();
+    const auto *const found = std::find(begin, kind->measurements.end(), type);
+    if (found == kind->measurements.end())
+        return {};
+    return kind->measuring->property(kind->measuring->propertyOffset()
+                                     + static_cast<int>(found - begin));
+}
+
+void writeParamElement(QXmlStreamWriter &writer, const QString &name, const QVariant &value,
+                       Parameter type)
+{
+    writer.writeStartElement(QStringLiteral("param"));
+    writer.writeAttribute(QStringLiteral("type"), name);
+    writer.writeAttribute(QStringLiteral("value"), CPRDataBase::variantToString(value));
+    if (const QString units = CPREventBase::unitText(type); !units.isEmpty())
+        writer.writeAttribute(QStringLiteral("units"), units);
+    writer.writeEndElement();
 }
 
 // Calls store(type, text) when the attributes name a known parameter and have a value.
@@ -325,64 +126,6 @@ template <typename Store> void readParamElements(QXmlStreamReader &reader, Store
     }
 }
 
-// The declared properties of a class of events that are named after parameters.
-class PropertyTable {
-public:
-    explicit PropertyTable(const QMetaObject &metaObject)
-    {
-        for (int i = 0; i < parameterCount; ++i) {
-            const QString key = CPREventBase::parameterKey(static_cast<Parameter>(i));
-            Entry &entry = m_entries[static_cast<std::size_t>(i)];
-            entry.index = metaObject.indexOfProperty(key.toLatin1().constData());
-            if (entry.index >= 0)
-                entry.type = metaObject.property(entry.index).userType();
-        }
-    }
-
-    // Sets the property from a number as it stands in files; false leaves it to Qt to convert.
-    bool write(QObject *object, Parameter type, QStringView text) const
-    {
-        const Entry &entry = m_entries[static_cast<std::size_t>(type)];
-        int integer = 0;
-        float number = 0;
-        switch (entry.type) {
-        case QMetaType::Int:
-            return NumberText::toInt(text, integer) && set(object, entry.index, integer);
-        case QMetaType::Bool:
-            return NumberText::toInt(text, integer) && set(object, entry.index, integer != 0);
-        case QMetaType::Float:
-            return NumberText::toFloat(text, number) && set(object, entry.index, number);
-        default:
-            return false;
-        }
-    }
-
-private:
-    struct Entry {
-        int index = -1;
-        int type = QMetaType::UnknownType;
-    };
-
-    // What QMetaProperty::write() does when nothing is to be converted.
-    template <typename Value> static bool set(QObject *object, int index, Value value)
-    {
-        int status = -1;
-        int flags = 0;
-        void *arguments[] = {&value, nullptr, &status, &flags};
-        QMetaObject::metacall(object, QMetaObject::WriteProperty, index, arguments);
-        return true;
-    }
-
-    std::array<Entry, parameterCount> m_entries;
-};
-
-// Of the thread, so that sessions can be loaded in several.
-const PropertyTable &propertiesOf(const QMetaObject *metaObject)
-{
-    thread_local std::map<const QMetaObject *, PropertyTable> tables;
-    return tables.try_emplace(metaObject, *metaObject).first->second;
-}
-
 } // namespace
 
 const QMap<CPREventBase::ParameterType, CPREventBase::ParameterUnit> CPREventBase::parameterUnit =
@@ -391,9 +134,10 @@ const QMap<CPREventBase::ParameterType, CPREventBase::ParameterUnit> CPREventBas
 QMap<CPREventBase::ParameterType, CPREventBase::ParameterUnit> CPREventBase::initParameterUnit()
 {
     QMap<ParameterType, ParameterUnit> units;
-    for (const ParameterRow &row : parameterTable) {
-        if (row.unit != noEntry)
-            units.insert(row.type, static_cast<ParameterUnit>(row.unit));
+    for (int i = 0; i < Vocabulary::parameterCount(); ++i) {
+        const Vocabulary::Parameter &row = *Vocabulary::parameter(static_cast<ParameterType>(i));
+        if (row.unit)
+            units.insert(row.type, *row.unit);
     }
     return units;
 }
@@ -474,75 +218,65 @@ void CPREventBase::noteChange()
 
 QQmlPropertyMap *CPREventBase::params() const
 {
-    if (m_stored) {
-        const std::unique_ptr<std::vector<StoredParameter>> stored = std::move(m_stored);
-        m_params = new QQmlPropertyMap(const_cast<CPREventBase *>(this));
-        for (const StoredParameter &parameter : *stored)
-            m_params->insert(parameterKey(parameter.type), parameter.value);
-    }
-    return m_params;
-}
-
-// Null when there is none, or when the parameters are in the map.
-QVariant *CPREventBase::storedValue(ParameterType type) const
-{
-    if (!m_stored)
-        return nullptr;
-    const auto found =
-        std::find_if(m_stored->begin(), m_stored->end(),
-                     [type](const StoredParameter &parameter) { return parameter.type == type; });
-    return found == m_stored->end() ? nullptr : &found->value;
+    return m_parameters ? m_parameters->map(const_cast<CPREventBase *>(this)) : nullptr;
 }
 
 int CPREventBase::storedParameterCount() const
 {
-    return m_stored ? static_cast<int>(m_stored->size()) : 0;
+    return m_parameters ? m_parameters->count() : 0;
 }
 
-// Calls take(key, value) for each parameter in the order in which they came.
-template <typename Take> void CPREventBase::forEachParameter(Take take) const
+EventParameters &CPREventBase::madeParameters()
 {
-    if (m_stored) {
-        for (const StoredParameter &parameter : *m_stored)
-            take(parameterKey(parameter.type), parameter.value);
-    } else if (m_params) {
-        const QStringList keys = m_params->keys();
-        for (const QString &key : keys)
-            take(key, m_params->value(key));
-    }
+    if (!m_parameters)
+        m_parameters = std::make_unique<EventParameters>();
+    return *m_parameters;
 }
 
 void CPREventBase::setParameter(ParameterType type, const QVariant &value)
 {
-    const QString key = parameterKey(type);
-    if (key.isEmpty())
+    if (!Vocabulary::parameter(type))
         return;
-    if (m_params) {
-        m_params->insert(key, value);
-    } else if (QVariant *stored = storedValue(type)) {
-        *stored = value;
-    } else {
-        if (!m_stored)
-            m_stored = std::make_unique<std::vector<StoredParameter>>();
-        m_stored->push_back({type, value});
-    }
+    madeParameters().insert(type, value);
     noteChange();
 }
 
 QVariant CPREventBase::parameterValue(ParameterType type, const QVariant &defaultValue) const
 {
-    if (const QVariant *stored = storedValue(type))
-        return *stored;
-    if (!m_params)
-        return m_stored ? defaultValue : QVariant();
-    QString key;
-    return hasParameterType(type, key) ? m_params->value(key) : defaultValue;
+    if (!m_parameters)
+        return QVariant();
+    return m_parameters->contains(type) ? m_parameters->value(type) : defaultValue;
 }
 
 bool CPREventBase::hasParameterType(ParameterType type, QString &key) const
 {
     key = parameterKey(type);
-    return m_params ? m_params->contains(key) : storedValue(type) != nullptr;
+    return m_parameters && m_parameters->contains(type);
+}
+
+QVariant CPREventBase::value(ParameterType type) const
+{
+    if (m_parameters && m_parameters->contains(type))
+        return m_parameters->value(type);
+    return propertyOf(measuringKindOf(*this), type).read(this);
+}
+
+void CPREventBase::visitValues(
+    const std::function<void(ParameterType, const QVariant &)> &visit) const
+{
+    if (const Vocabulary::EventKind *kind = measuringKindOf(*this)) {
+        for (const ParameterType type : kind->measurements) {
+            if (!(m_parameters && m_parameters->contains(type)))
+                visit(type, propertyOf(kind, type).read(this));
+        }
+    }
+    if (!m_parameters)
+        return;
+    m_parameters->visit([&visit](const QString &key, const QVariant &value) {
+        ParameterType type{};
+        if (parameterFromKey(key, type))
+            visit(type, value);
+    });
 }
 
 CPREventBase::ParameterUnit CPREventBase::unit(ParameterType type) const
@@ -552,16 +286,14 @@ CPREventBase::ParameterUnit CPREventBase::unit(ParameterType type) const
 
 void CPREventBase::copyParametersFrom(const CPREventBase &other)
 {
-    other.forEachParameter([this](const QString &key, const QVariant &value) {
+    if (!other.m_parameters)
+        return;
+    other.m_parameters->visit([this](const QString &key, const QVariant &value) {
         ParameterType type{};
-        if (parameterFromKey(key, type)) {
+        if (parameterFromKey(key, type))
             setParameter(type, value);
-        } else {
-            // A key of the host's own, which only the map can hold.
-            if (!params())
-                m_params = new QQmlPropertyMap(this);
-            m_params->insert(key, value);
-        }
+        else // a key of the host's own, which only the map can hold
+            madeParameters().map(this)->insert(key, value);
     });
 }
 
@@ -592,7 +324,7 @@ CPRGuidelines *CPREventBase::cprGuidelines() const
 
 bool CPREventBase::hasParameters() const
 {
-    return m_stored || (m_params && !m_params->isEmpty());
+    return m_parameters != nullptr;
 }
 
 void CPREventBase::write(QXmlStreamWriter *writer)
@@ -610,44 +342,28 @@ void CPREventBase::writeParameters(QXmlStreamWriter *writer)
 {
     if (!writer)
         return;
-    forEachParameter([writer](const QString &key, const QVariant &value) {
-        ParameterType type{};
-        if (!key.startsWith(QLatin1String("manikinBattery")) && parameterFromKey(key, type))
-            writeParamElement(*writer, key, CPRDataBase::variantToString(value), type);
-    });
+    if (const Vocabulary::EventKind *kind = measuringKindOf(*this)) {
+        if (kind->storesEnd)
+            writeParamElement(*writer, QStringLiteral("endTime"), m_endTime, CPREventBase::endTime);
+        for (const ParameterType type : kind->measurements) {
+            const QVariant value = propertyOf(kind, type).read(this);
+            const bool isForce = Vocabulary::parameter(type)->form == Vocabulary::Form::Force;
+            if (!isForce || value.toFloat() != notMeasured)
+                writeParamElement(*writer, parameterKey(type), value, type);
+        }
+    } else if (m_parameters) {
+        m_parameters->visit([writer](const QString &key, const QVariant &value) {
+            ParameterType type{};
+            if (parameterFromKey(key, type) && Vocabulary::parameter(type)->isStored)
+                writeParamElement(*writer, key, value, type);
+        });
+    }
 }
 
 void CPREventBase::writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                               ParameterType type) const
 {
-    writeParamElement(writer, QString::fromLatin1(name), CPRDataBase::variantToString(value), type);
-}
-
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const
-{
-    writeParamElement(writer, parameterKey(type), QString::number(value), type);
-}
-
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const
-{
-    writeParamElement(writer, parameterKey(type), NumberText::fromReal(value), type);
-}
-
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const
-{
-    writeParamElement(writer, parameterKey(type), value ? QStringLiteral("1") : QStringLiteral("0"),
-                      type);
-}
-
-void CPREventBase::writeParamElement(QXmlStreamWriter &writer, const QString &name,
-                                     const QString &text, ParameterType type)
-{
-    writer.writeStartElement(QStringLiteral("param"));
-    writer.writeAttribute(QStringLiteral("type"), name);
-    writer.writeAttribute(QStringLiteral("value"), text);
-    if (const QString units = unitText(type); !units.isEmpty())
-        writer.writeAttribute(QStringLiteral("units"), units);
-    writer.writeEndElement();
+    writeParamElement(writer, QString::fromLatin1(name), value, type);
 }
 
 void CPREventBase::read(QXmlStreamReader *reader)
@@ -659,8 +375,12 @@ void CPREventBase::readParameters(QXmlStreamReader *reader)
 {
     if (!reader)
         return;
+    if (measuringKindOf(*this)) {
+        readParametersToProperties(reader);
+        return;
+    }
     readParamElements(*reader, [this](ParameterType type, QStringView text) {
-        setParameter(type, CPRDataBase::variantFromString(text.toString()));
+        setParameter(type, NumberText::toVariant(text));
     });
 }
 
@@ -668,12 +388,11 @@ void CPREventBase::readParametersToProperties(QXmlStreamReader *reader)
 {
     if (!reader)
         return;
-    const PropertyTable &properties = propertiesOf(metaObject());
-    readParamElements(*reader, [this, &properties](ParameterType type, QStringView text) {
-        if (!properties.write(this, type, text)) {
-            setProperty(parameterKey(type).toLatin1().constData(),
-                        CPRDataBase::variantFromString(text.toString()));
-        }
+    const Vocabulary::EventKind *kind = measuringKindOf(*this);
+    readParamElements(*reader, [this, kind](ParameterType type, QStringView text) {
+        const QVariant value = NumberText::toVariant(text);
+        if (!propertyOf(kind, type).write(this, value))
+            setProperty(parameterKey(type).toLatin1().constData(), value);
     });
 }
 
@@ -729,11 +448,13 @@ CPREventBase::operator QString() const
 {
     int count = 0;
     QString parameters;
-    forEachParameter([&](const QString &key, const QVariant &value) {
-        ++count;
-        parameters +=
-            QStringLiteral("\n\t") + key + QStringLiteral(" = ") + NumberText::fromVariant(value);
-    });
+    if (m_parameters) {
+        m_parameters->visit([&](const QString &key, const QVariant &value) {
+            ++count;
+            parameters += QStringLiteral("\n\t") + key + QStringLiteral(" = ")
+                + NumberText::fromVariant(value);
+        });
+    }
     return QString::asprintf(
                "%p, type: %s, msecs: %d, endTime: %d, paramCount: %d, propertyCount: %d",
                static_cast<const void *>(this), typeAsString(), m_msecs, m_endTime, count,

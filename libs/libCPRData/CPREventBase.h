@@ -15,8 +15,8 @@
 
 #include <chestboard/CommonDefs.h>
 
+#include <functional>
 #include <memory>
-#include <vector>
 
 // QML reads the parameters through a property of this type, so moc has to see all of it.
 #include <QQmlPropertyMap>
@@ -25,6 +25,7 @@ class CPRCompressionData;
 class CPREvents;
 class CPRGuidelines;
 class CPRVentilationData;
+class EventParameters;
 class QIODevice;
 class QXmlStreamReader;
 class QXmlStreamWriter;
@@ -37,9 +38,10 @@ class RMessage;
 /// of parameters that QML reads by name (`params.compInactivity`).
 ///
 /// The owner is the event list; an event that is deleted while it is listed takes itself out of
-/// the list. The class also holds the vocabulary of the event model: kinds, tags, parameters and
-/// units, the AED enumerations, the advices and the manikin types. The key texts of the
-/// enumerations are what files store, so neither keys nor values may change.
+/// the list. The class also holds the enumerations of the event model: kinds, tags, parameters and
+/// units, the AED's, the advices and the manikin types; Vocabulary says more about each parameter
+/// and kind. The key texts of the enumerations are what files store, so neither keys nor values may
+/// change.
 class CPRDATA_EXPORT CPREventBase : public QObject {
     Q_OBJECT
 
@@ -56,7 +58,7 @@ class CPRDATA_EXPORT CPREventBase : public QObject {
 
 public:
     // clang-format off
-    /// The kinds of events; files hold the key. The feedback kinds, 1 to 18 and 20 to 22, come from
+    /// The kinds of events, each with a row in Vocabulary; files hold the key. The feedback kinds, 1 to 18 and 20 to 22, come from
     /// files and hosts only: no message makes them.
     enum EventType : int {
         ShockDelivered              =  0, ///< CPREventShock
@@ -143,8 +145,8 @@ public:
     };
     Q_ENUM(ParameterUnit)
 
-    /// The parameters that an event can carry. Values are consecutive from 0; parameterUnit has
-    /// their units, and docs/session-format.md says which event carries which.
+    /// The parameters that an event can carry. Values are consecutive from 0; Vocabulary has a row
+    /// for each, and docs/session-format.md says which event carries which.
     enum ParameterType : int {
         compRate,
         compDepth,
@@ -561,6 +563,12 @@ public:
     QVariant parameterValue(ParameterType type, const QVariant &defaultValue) const;
     /// Puts the key text of \a type into \a key and tells whether the event holds it.
     bool hasParameterType(ParameterType type, QString &key) const;
+    /// The value of \a type, be it a parameter or a measurement that the event keeps in a property
+    /// of that name; invalid when the event has none. A parameter is preferred.
+    QVariant value(ParameterType type) const;
+    /// Calls \a visit with each value that value() gives: first the measurements in the order of
+    /// files, then the parameters in the order in which they came.
+    void visitValues(const std::function<void(ParameterType, const QVariant &)> &visit) const;
     /// The unit of \a type; none when the table has no entry.
     ParameterUnit unit(ParameterType type) const;
     /// Takes over the parameters of \a other; those that only this event holds stay.
@@ -622,39 +630,18 @@ public:
     void writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                     ParameterType type) const;
 
-protected:
-    /// @{
-    /// The same under the key text of \a type.
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const;
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const;
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const;
-    /// @}
-
 private:
     friend class CPREvents; // keeps m_listed and m_standing
 
-    static void writeParamElement(QXmlStreamWriter &writer, const QString &name,
-                                  const QString &text, ParameterType type);
-
-    struct StoredParameter {
-        ParameterType type;
-        QVariant value;
-    };
-
     void noteChange();
-    QVariant *storedValue(ParameterType type) const;
     int storedParameterCount() const;
-    template <typename Take> void forEachParameter(Take take) const;
+    EventParameters &madeParameters();
 
     CPREvents *m_owner; // not owned: it is the parent
     EventType m_type;
     int m_msecs;
     int m_endTime;
-    // For each new key the property map builds its meta-object anew, which for the statistics of
-    // a session costs more than all its compressions. So the parameters stand in a plain list, in
-    // the order in which they came, until somebody asks for the map.
-    mutable std::unique_ptr<std::vector<StoredParameter>> m_stored;
-    mutable QQmlPropertyMap *m_params = nullptr; // child of the event
+    std::unique_ptr<EventParameters> m_parameters; // null until the first is stored
     bool m_listed = false;
     bool m_standing = false; // one of the three that the list always has
     bool m_isChangeNoted = false; // by the list, which has not announced it yet

@@ -7,157 +7,26 @@
 #include "sessionfiles/ArchiveMember.h"
 #include "sessionfiles/TextKind.h"
 
-#include <CPREventCompression.h>
-#include <CPREventVentilation.h>
+#include <Vocabulary.h>
 
 #include <QMetaEnum>
 
-#include <bitset>
+#include <algorithm>
 #include <limits>
+#include <vector>
 
 namespace sessionfiles {
 
 using E = CPREventBase;
 
-constexpr std::size_t parameterCount = E::manikinBatteryDisconnectCounter + 1;
-using Parameters = std::bitset<parameterCount>;
-
-struct ParameterKind {
-    E::ParameterType parameter;
-    Kind kind;
-};
-
-// The parameters that are no integers, of every event but compressions and ventilations, which
-// have properties. One that no manikin sends gets the widest kind that makes sense.
-// clang-format off
-constexpr std::array<ParameterKind, 35> parameterKinds = {{
-    {E::compForceUnits,          Kind::Text},
-    {E::compDepthUnits,          Kind::Text},
-    {E::ventVolumeUnits,         Kind::Text},
-    {E::instructor,              Kind::Text},
-    {E::students,                Kind::Text},
-    {E::manikinFirmwareVersion,  Kind::Text},
-    {E::manikinName,             Kind::Text},
-    {E::manikinRfidVersion,      Kind::Text},
-    {E::manikinFeedpodVersion,   Kind::Text},
-    {E::remoteControl,           Kind::Text},
-    {E::remoteControlVersion,    Kind::Text},
-    {E::cprCardId,               Kind::Text},
-    {E::eventId,                 Kind::Text},
-    {E::startTime,               Kind::Time},
-    {E::endTime,                 Kind::Time},
-    {E::compRate,                Kind::Number},
-    {E::compDepth,               Kind::Number},
-    {E::compUndershootDepth,     Kind::Number},
-    {E::compPeakForce,           Kind::Number},
-    {E::compReleaseForce,        Kind::Number},
-    {E::compDutyCycle,           Kind::Number},
-    {E::compLeaning,             Kind::Number},
-    {E::compReleaseDepth,        Kind::Number},
-    {E::compAbsolutePeakDepth,   Kind::Number},
-    {E::compLeaningDepth,        Kind::Number},
-    {E::compLeaningForce,        Kind::Number},
-    {E::ventRawVolumeZ,          Kind::Number},
-    {E::ventVolumeZ,             Kind::Number},
-    {E::manikinCompressionCount, Kind::Unsigned},
-    {E::cprCardTimestamp,        Kind::Unsigned},
-    {E::manikinVentilationCount, Kind::Unsigned},
-    {E::compIncompleteRelease,   Kind::Flag},
-    {E::compHandposXiphoid,      Kind::Flag},
-    {E::compHandposError,        Kind::Flag},
-    {E::ventDuringCompression,   Kind::Flag},
-}};
-// clang-format on
-
-template <typename Enumeration> bool isKey(int value)
+// What the text of a parameter in such an event has to be; nothing when the event cannot hold it.
+inline std::optional<Kind> kindOf(const Vocabulary::EventKind &event, E::ParameterType parameter)
 {
-    return QMetaEnum::fromType<Enumeration>().valueToKey(value) != nullptr;
-}
-
-inline bool isProtocol(int value)
-{
-    return value >= 0 && value <= bls_2010::CommonDefs::CPR_HIGH_PERFORMANCE;
-}
-
-struct EnumerationRow {
-    E::ParameterType parameter;
-    bool (*has)(int);
-    // The manikin's own value is stored as it came, and a newer manikin may know more.
-    bool isManikins;
-};
-
-// clang-format off
-constexpr std::array<EnumerationRow, 12> enumerations = {{
-    {E::cprProtocol,            isProtocol,                          true},
-    {E::manikinType,            isKey<E::ManikinType>,               true},
-    {E::manikinStiffness,       isKey<E::ManikinStiffness>,          true},
-    {E::primaryAdvice,          isKey<E::Advice>,                    false},
-    {E::secondaryAdvice,        isKey<E::Advice>,                    false},
-    {E::aedEventType,           isKey<E::AEDEventType>,              false},
-    {E::aedRemoteOtherButtonId, isKey<E::AEDRemoteOtherButtons>,     true},
-    {E::aedRemoteApplyToAll,    isKey<E::AEDRemoteApplyToAllStatus>, true},
-    {E::aedECGRhythm,           isKey<E::AEDEcgRhythms>,             true},
-    {E::aedECGPulseStatus,      isKey<E::AEDEcgPulseStatus>,         true},
-    {E::aedECGShockableStatus,  isKey<E::AEDEcgShockableStatus>,     true},
-    {E::aedType,                isKey<E::AEDTypes>,                  false},
-}};
-
-// What is always written of a compression and of a ventilation. Forces are not when they were not
-// measured.
-constexpr std::array compressionMeasurements {
-    E::endTime, E::compDepth, E::compPeakTime, E::compInstantaneousPeriod, E::compAbsolutePeakDepth,
-    E::compLeaningDepth, E::compReleaseDepth, E::compHandposXiphoid, E::compHandposError,
-    E::compIncompleteRelease, E::compMeanRate
-};
-constexpr std::array ventilationMeasurements {
-    E::ventVolume, E::ventRate, E::ventInstantaneousPeriod, E::ventPeakTime, E::ventDuringCompression
-};
-// clang-format on
-
-// The kinds of one sort of event.
-struct EventSchema {
-    // Of an event that keeps its parameters by name.
-    EventSchema()
-    {
-        kinds.fill(Kind::Integer);
-        for (const ParameterKind &row : parameterKinds)
-            kinds[static_cast<std::size_t>(row.parameter)] = row.kind;
-        for (const EnumerationRow &row : enumerations)
-            kinds[static_cast<std::size_t>(row.parameter)] = Kind::Enumeration;
-    }
-    // Of an event that keeps them as properties.
-    template <std::size_t N>
-    EventSchema(const QMetaObject &object, const std::array<E::ParameterType, N> &written)
-    {
-        kinds.fill(Kind::Unknown);
-        for (int i = 0; i < object.propertyCount(); ++i) {
-            E::ParameterType parameter{};
-            if (E::parameterFromKey(QString::fromLatin1(object.property(i).name()), parameter))
-                kinds[static_cast<std::size_t>(parameter)] = kindOf(object.property(i));
-        }
-        for (const E::ParameterType parameter : written)
-            expected.set(static_cast<std::size_t>(parameter));
-    }
-
-    std::array<Kind, parameterCount> kinds{};
-    Parameters expected;
-};
-
-inline const EventSchema &schemaOf(E::EventType type)
-{
-    static const EventSchema named;
-    static const EventSchema compression(CPREventCompression::staticMetaObject,
-                                         compressionMeasurements);
-    static const EventSchema ventilation(CPREventVentilation::staticMetaObject,
-                                         ventilationMeasurements);
-    switch (type) {
-    case E::CprCompEvent:
-        return compression;
-    case E::CprVentEvent:
-        return ventilation;
-    default:
-        return named;
-    }
+    if (!event.measuring)
+        return Vocabulary::parameter(parameter)->kind;
+    const int index =
+        event.measuring->indexOfProperty(E::parameterKey(parameter).toLatin1().constData());
+    return index < 0 ? std::nullopt : std::optional(kindOf(event.measuring->property(index)));
 }
 
 // What one event says of time; ms of session time.
@@ -293,11 +162,10 @@ private:
 
     void checkParameters()
     {
-        const EventSchema &schema = schemaOf(m_type);
-        Parameters held;
+        m_held.assign(static_cast<std::size_t>(Vocabulary::parameterCount()), false);
         while (m_xml.nextChild()) {
             if (m_xml.name() == QLatin1String("param")) {
-                checkParameter(schema, held);
+                checkParameter();
                 m_xml.skipEmpty();
             } else {
                 add(Finding::Error, QStringLiteral("the element param; readers end the list here"),
@@ -305,19 +173,36 @@ private:
                 m_xml.skip();
             }
         }
-        const Parameters missing = schema.expected & ~held;
-        if (missing.none() || m_xml.isOver())
-            return;
-        QStringList keys;
-        for (std::size_t i = 0; i < parameterCount; ++i) {
-            if (missing.test(i))
-                keys.append(E::parameterKey(static_cast<E::ParameterType>(i)));
+        if (!m_xml.isOver())
+            checkMeasurements();
+    }
+
+    // All are always written, but forces only when they were measured.
+    void checkMeasurements()
+    {
+        const Vocabulary::EventKind &kind = *Vocabulary::eventKind(m_type);
+        std::vector<E::ParameterType> missing;
+        for (const E::ParameterType each : kind.measurements) {
+            if (Vocabulary::parameter(each)->form != Vocabulary::Form::Force && !isHeld(each))
+                missing.push_back(each);
         }
+        if (kind.storesEnd && !isHeld(E::endTime))
+            missing.push_back(E::endTime);
+        if (missing.empty())
+            return;
+        std::sort(missing.begin(), missing.end());
+        QStringList keys;
+        for (const E::ParameterType each : missing)
+            keys.append(E::parameterKey(each));
         add(Finding::Warning, QStringLiteral("every measurement"),
             QStringLiteral("no ") + keys.join(QLatin1String(", ")));
     }
+    bool isHeld(E::ParameterType parameter) const
+    {
+        return m_held[static_cast<std::size_t>(parameter)];
+    }
 
-    void checkParameter(const EventSchema &schema, Parameters &held)
+    void checkParameter()
     {
         const std::optional<QString> key = m_xml.attribute("type");
         const std::optional<QString> value = m_xml.attribute("value");
@@ -334,33 +219,31 @@ private:
             return;
         }
         m_xml.checkAttributes(here, parameterAttributes);
-        const auto index = static_cast<std::size_t>(parameter);
-        if (held.test(index)) {
+        if (isHeld(parameter)) {
             m_xml.addIn(Finding::Warning, here, QStringLiteral("the parameter once"),
                         QStringLiteral("another; the last one counts"));
         }
-        held.set(index);
+        m_held[static_cast<std::size_t>(parameter)] = true;
 
-        const Kind kind = schema.kinds[index];
-        if (kind == Kind::Unknown) {
+        const std::optional<Kind> kind = kindOf(*Vocabulary::eventKind(m_type), parameter);
+        if (!kind) {
             m_xml.addIn(Finding::Warning, here, QStringLiteral("a measurement of this event"),
                         QStringLiteral("one that the event does not have"));
             return;
         }
         checkUnits(here, parameter);
-        if (!fits(*value, kind)) {
-            m_xml.addIn(Finding::Error, here, kindText(kind), quoted(*value));
+        if (!fits(*value, *kind)) {
+            m_xml.addIn(Finding::Error, here, kindText(*kind), quoted(*value));
             return;
         }
-        if (kind == Kind::Enumeration)
-            checkEnumeration(here, parameter, value->toInt());
+        checkEnumeration(here, parameter, value->toInt());
         noteTime(parameter, value->toInt());
     }
 
     template <typename Element> void checkUnits(Element here, E::ParameterType parameter)
     {
         static const QMetaEnum units = QMetaEnum::fromType<E::ParameterUnit>();
-        const E::ParameterUnit unit = E::parameterUnit.value(parameter, E::none);
+        const E::ParameterUnit unit = Vocabulary::parameter(parameter)->unit.value_or(E::none);
         const auto expected = QLatin1String(units.valueToKey(unit));
         const std::optional<QString> found = m_xml.attribute("units");
         if (found && *found != expected) {
@@ -375,11 +258,9 @@ private:
     template <typename Element>
     void checkEnumeration(Element here, E::ParameterType parameter, int value)
     {
-        const auto *row =
-            std::find_if(enumerations.begin(), enumerations.end(),
-                         [&](const EnumerationRow &each) { return each.parameter == parameter; });
-        if (row != enumerations.end() && !row->has(value)) {
-            m_xml.addIn(row->isManikins ? Finding::Warning : Finding::Error, here,
+        const Vocabulary::Enumeration *enumeration = Vocabulary::parameter(parameter)->enumeration;
+        if (enumeration && !enumeration->has(value)) {
+            m_xml.addIn(enumeration->isManikins ? Finding::Warning : Finding::Error, here,
                         QStringLiteral("a value of the enumeration"), QString::number(value));
         }
     }
@@ -476,6 +357,7 @@ private:
     QString m_typeText;
     bool m_hasTime = false;
     EventTimes m_times;
+    std::vector<bool> m_held; // by parameter, of the current event
     std::optional<Listed> m_previous;
     qint64 m_infos = 0;
     qint64 m_statistics = 0;

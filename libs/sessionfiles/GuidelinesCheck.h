@@ -14,6 +14,11 @@
 
 namespace sessionfiles {
 
+template <typename Enumeration> bool isKey(int value)
+{
+    return QMetaEnum::fromType<Enumeration>().valueToKey(value) != nullptr;
+}
+
 class GuidelinesCheck {
 public:
     explicit GuidelinesCheck(XmlMember &xml) : m_xml(xml)

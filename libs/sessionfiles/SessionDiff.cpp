@@ -71,26 +71,13 @@ QString guidelineUnit(const QString &name)
         : QString::fromLatin1(QMetaEnum::fromType<CPRDataBase::ParameterUnit>().valueToKey(unit));
 }
 
-// What an archive holds of an event beside kind and times, in the order of the enumeration. An
-// event keeps it as properties or by name.
-std::map<E::ParameterType, QVariant> parametersOf(const E &event)
+// By type.
+std::map<E::ParameterType, QVariant> valuesOf(const E &event)
 {
-    std::map<E::ParameterType, QVariant> result;
-    E::ParameterType parameter{};
-    const QMetaObject *object = event.metaObject();
-    for (int i = E::staticMetaObject.propertyCount(); i < object->propertyCount(); ++i) {
-        const QMetaProperty property = object->property(i);
-        if (E::parameterFromKey(QString::fromLatin1(property.name()), parameter))
-            result[parameter] = property.read(&event);
-    }
-    if (event.params()) {
-        const QStringList keys = event.params()->keys();
-        for (const QString &key : keys) {
-            if (E::parameterFromKey(key, parameter))
-                result[parameter] = event.params()->value(key);
-        }
-    }
-    return result;
+    std::map<E::ParameterType, QVariant> values;
+    event.visitValues(
+        [&values](E::ParameterType type, const QVariant &value) { values[type] = value; });
+    return values;
 }
 
 struct Listed {
@@ -173,8 +160,8 @@ void SessionDiff::compareStanding(const QString &part, const CPREventBase &a, co
 void SessionDiff::compareParameters(const Place &place, const CPREventBase &a,
                                     const CPREventBase &b, const QStringList &passedOver)
 {
-    const auto parametersA = parametersOf(a);
-    const auto parametersB = parametersOf(b);
+    const auto parametersA = valuesOf(a);
+    const auto parametersB = valuesOf(b);
     auto itA = parametersA.cbegin();
     auto itB = parametersB.cbegin();
     while (itA != parametersA.cend() || itB != parametersB.cend()) {

@@ -191,8 +191,7 @@ public:
         return std::all_of(events.cbegin(), events.cend(), [&](const E *event) {
             Row row;
             for (const Cell &cell : m_cells)
-                row.append(cell.fixed ? cell.fixed->value(*event)
-                                      : valueOf(*event, cell.parameter));
+                row.append(cell.fixed ? cell.fixed->value(*event) : event->value(cell.parameter));
             return write(row);
         });
     }
@@ -212,18 +211,6 @@ private:
         const Fixed *fixed; // null for a parameter
         E::ParameterType parameter;
     };
-
-    // Compressions and ventilations hold their measurements as properties.
-    static QVariant valueOf(const E &event, E::ParameterType parameter)
-    {
-        if (event.params())
-            return event.parameterValue(parameter, QVariant());
-        const QByteArray key = E::parameterKey(parameter).toLatin1();
-        const int index = event.metaObject()->indexOfProperty(key.constData());
-        return index < E::staticMetaObject.propertyCount()
-            ? QVariant()
-            : event.metaObject()->property(index).read(&event);
-    }
 
     QVector<Cell> m_cells;
 };

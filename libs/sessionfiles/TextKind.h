@@ -4,33 +4,23 @@
 #ifndef SESSIONFILES_TEXTKIND_H
 #define SESSIONFILES_TEXTKIND_H
 
+#include <Vocabulary.h>
+
 #include <QDateTime>
 #include <QMetaProperty>
 #include <QString>
 
 namespace sessionfiles {
 
-// What a text has to be.
-enum class Kind : quint8 {
-    Unknown, // nothing is expected
-    Text,
-    Integer,
-    Unsigned,
-    Number,
-    Flag,
-    Time, // ISO 8601
-    Enumeration // an integer; its values are in the table of enumerations
-};
+using Kind = Vocabulary::Kind;
 
 inline bool fits(const QString &text, Kind kind)
 {
     bool ok = false;
     switch (kind) {
-    case Kind::Unknown:
     case Kind::Text:
         return true;
     case Kind::Integer:
-    case Kind::Enumeration:
         text.toInt(&ok);
         return ok;
     case Kind::Unsigned:
@@ -50,7 +40,6 @@ inline QString kindText(Kind kind)
 {
     switch (kind) {
     case Kind::Integer:
-    case Kind::Enumeration:
         return QStringLiteral("an integer of 32 bits");
     case Kind::Unsigned:
         return QStringLiteral("an integer of 32 bits, not negative");
@@ -60,7 +49,6 @@ inline QString kindText(Kind kind)
         return QStringLiteral("0 or 1");
     case Kind::Time:
         return QStringLiteral("a date and time of ISO 8601");
-    case Kind::Unknown:
     case Kind::Text:
         break;
     }
@@ -78,10 +66,8 @@ inline Kind kindOf(const QMetaProperty &property)
         return Kind::Unsigned;
     case QMetaType::Float:
         return Kind::Number;
-    case QMetaType::QString:
-        return Kind::Text;
     default:
-        return Kind::Unknown;
+        return Kind::Text;
     }
 }
 

@@ -1,14 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "CPREventAED.h"
-#include "CPREventCPRD.h"
 #include "CPREventSessionInfo.h"
 #include "CPREventSessionScore.h"
 #include "CPREventSessionStatistics.h"
-#include "CPREventShock.h"
-#include "CPREventUser.h"
 #include "CPREvents.h"
+#include "Vocabulary.h"
 #include "private/Limits.h"
 #include "private/XmlReading.h"
 
@@ -40,34 +37,13 @@ void CPREvents::write(QXmlStreamWriter *writer)
 
 CPREventBase *CPREvents::eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding)
 {
-    CPREventBase *standing = nullptr;
-    switch (type) {
-    case CPREventBase::ShockDelivered:
-        return new CPREventShock(msecs, this);
-    case CPREventBase::CprInactivityCPR:
-        return new CPREventInactivityCPR(msecs, this);
-    case CPREventBase::CprCompEvent:
-        return new CPREventCompression(msecs, this, nullptr);
-    case CPREventBase::CprVentEvent:
-        return new CPREventVentilation(msecs, this);
-    case CPREventBase::CprAedEvent:
-        return new CPREventAED(msecs, this);
-    case CPREventBase::CprCprdEvent:
-        return new CPREventCPRD(msecs, this);
-    case CPREventBase::Event:
-        return new CPREventUser(msecs, this, QString());
-    case CPREventBase::CprSessionInfo:
-        standing = m_sessionInfo;
-        break;
-    case CPREventBase::CprSessionStatistics:
+    if (const auto make = Vocabulary::eventKind(type)->make)
+        return make(type, msecs, this);
+    CPREventBase *standing = m_sessionInfo;
+    if (type == CPREventBase::CprSessionStatistics)
         standing = m_sessionStatistics;
-        break;
-    case CPREventBase::CprSessionScore:
+    else if (type == CPREventBase::CprSessionScore)
         standing = m_sessionScore;
-        break;
-    default:
-        return new CPREventBase(type, msecs, this);
-    }
     isStanding = true;
     standing->setMSecs(msecs);
     return standing;
