@@ -13,7 +13,6 @@
 #include "CPREventShock.h"
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
-#include "Vocabulary.h"
 #include "private/EnumKey.h"
 #include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
