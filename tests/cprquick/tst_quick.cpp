@@ -141,28 +141,21 @@ private Q_SLOTS:
     void rowsFollowTheList_data()
     {
         const auto row = columns<Steps, Counts, bool>("steps", "counts", "isSilent");
+        // clang-format off
         row("in order", {comp(1000), comp(2000), vent(3000)}, {3, 0, 2, 0, 1, 0}, false);
-        row("out of order", {comp(1000), comp(4000), comp(2000), vent(3000), vent(10)},
-            {5, 0, 3, 0, 2, 0}, false);
-        row("announced again", {comp(1000), vent(2000), again(1), again(2)}, {2, 0, 1, 0, 1, 0},
-            false);
-        row("silently", {comp(1000), silent(2000), comp(3000), silent(500), settled},
-            {4, 0, 4, 0, 0, 0}, true);
-        row("silent, deleted", {comp(1000), silent(500), erase(2), comp(2000), settled},
-            {3, 1, 3, 1, 0, 0}, true);
-        row("silent, another again", {comp(1000), silent(2000), again(1), settled},
-            {2, 0, 2, 0, 0, 0}, true);
-        row("deleted", {comp(1000), comp(2000), vent(3000), erase(2), comp(4000), erase(3)},
-            {4, 2, 3, 2, 1, 0}, false);
+        row("out of order", {comp(1000), comp(4000), comp(2000), vent(3000), vent(10)}, {5, 0, 3, 0, 2, 0}, false);
+        row("announced again", {comp(1000), vent(2000), again(1), again(2)}, {2, 0, 1, 0, 1, 0}, false);
+        row("silently", {comp(1000), silent(2000), comp(3000), silent(500), settled}, {4, 0, 4, 0, 0, 0}, true);
+        row("silent, deleted", {comp(1000), silent(500), erase(2), comp(2000), settled}, {3, 1, 3, 1, 0, 0}, true);
+        row("silent, another again", {comp(1000), silent(2000), again(1), settled}, {2, 0, 2, 0, 0, 0}, true);
+        row("deleted", {comp(1000), comp(2000), vent(3000), erase(2), comp(4000), erase(3)}, {4, 2, 3, 2, 1, 0}, false);
         row("moved", {comp(1000), vent(2000), move(1)}, {2, 1, 1, 1, 1, 0}, false);
-        row("cleared", {comp(1000), vent(2000), reset, settled, comp(500)}, {3, 2, 2, 1, 1, 1},
-            false);
-        row("new manikin", {comp(1000), vent(2000), initialize, settled, comp(500)},
-            {4, 3, 2, 1, 1, 1}, false);
+        row("cleared", {comp(1000), vent(2000), reset, settled, comp(500)}, {3, 2, 2, 1, 1, 1}, false);
+        row("new manikin", {comp(1000), vent(2000), initialize, settled, comp(500)}, {4, 3, 2, 1, 1, 1}, false);
         row("resumed", {comp(1000), resume, comp(2000)}, {2, 0, 2, 0, 0, 0}, false);
-        row("loaded twice", {loaded, settled, loaded, settled, comp(9000)}, {27, 14, 5, 2, 4, 2},
-            false);
+        row("loaded twice", {loaded, settled, loaded, settled, comp(9000)}, {27, 14, 5, 2, 4, 2}, false);
         row("pause", {comp(1000), pause(5), pause(6)}, {2, 0, 1, 0, 1, 0}, false);
+        // clang-format on
     }
 
     void rowsFollowTheList()

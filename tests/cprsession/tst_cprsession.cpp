@@ -3,6 +3,7 @@
 
 #include "support/Damage.h"
 #include "support/Program.h"
+#include "support/Rows.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -121,14 +122,8 @@ void TestCprsession::infoAgreesWithTheLog()
 
 void TestCprsession::wrongInput_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("names"); // what the one line on stderr has to mention
-
-    const auto row = [](const char *name, const QStringList &arguments, int status,
-                        const char *names) {
-        QTest::newRow(name) << arguments << status << QByteArray(names);
-    };
+    // Names are what the one line on stderr has to mention.
+    const auto row = columns<QStringList, int, QByteArray>("arguments", "status", "names");
     row("no verb", {}, 2, "--help");
     row("unknown option", {"info", "--jsom", "session.zip"}, 2, "--jsom");
     for (const char *input : {"missing", "empty", "text", "cut.zip", "."}) {
@@ -203,16 +198,10 @@ void TestCprsession::replayKeepsWhatIsThere()
 
 void TestCprsession::exportTables_data()
 {
-    QTest::addColumn<QStringList>("arguments");
-    QTest::addColumn<int>("lines");
-    QTest::addColumn<QByteArray>("line"); // one that has to be among them
-
-    const auto row = [](const char *name, const QStringList &arguments, int lines,
-                        const char *line) {
-        QTest::newRow(name) << arguments << lines << QByteArray(line);
-    };
-    row("events", {"--what", "events", "--columns", "type,start,compDepth,compHandposError"}, 186,
-        "CprCompEvent,43380,52,1\r\n");
+    // The line has to be among them.
+    const auto row = columns<QStringList, int, QByteArray>("arguments", "lines", "line");
+    // clang-format off
+    row("events", {"--what", "events", "--columns", "type,start,compDepth,compHandposError"}, 186, "CprCompEvent,43380,52,1\r\n");
     row("quoted names", {"--what", "summary", "--columns", "students,totalTime,primaryAdvice"}, 2,
         "\"Mira Holm,J\xc3\xb6rg Aldane\",120,10\r\n");
     const QStringList notReceived{"unscored.zip", "--what", "summary", "--columns",
@@ -221,14 +210,12 @@ void TestCprsession::exportTables_data()
     row("not received, JSON", notReceived + QStringList{"--format", "json"}, 4,
         "{\"compCount\":null,\"compMeanDepth\":null,\"file\":\"unscored.zip\","
         "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":\"120\"}");
-    row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2,
-        "compMeanDepth (hmm),students\r\n");
+    row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (hmm),students\r\n");
     row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");
     row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,5000,hmm\r\n");
-    row("two archives", {"session.zip", "--what", "guidelines"}, 95,
-        "session.zip,CompressionRateMax,120,rpm\r\n");
-    row("JSON", {"--what", "events", "--format", "json", "--columns", "start,ventVolume"}, 187,
-        "{\"start\":18180,\"ventVolume\":520},\n");
+    row("two archives", {"session.zip", "--what", "guidelines"}, 95, "session.zip,CompressionRateMax,120,rpm\r\n");
+    row("JSON", {"--what", "events", "--format", "json", "--columns", "start,ventVolume"}, 187, "{\"start\":18180,\"ventVolume\":520},\n");
+    // clang-format on
 }
 
 void TestCprsession::exportTables()
@@ -246,12 +233,12 @@ void TestCprsession::exportTables()
 
 void TestCprsession::exportOfMany_data()
 {
-    QTest::addColumn<QStringList>("what");
-    QTest::addColumn<int>("rows"); // of three sessions; with the titles in CSV
-    QTest::newRow("summary") << QStringList{"summary"} << 1 + 3;
-    QTest::newRow("waves") << QStringList{"waves"} << 1 + 3 * 6000;
-    QTest::newRow("JSON") << QStringList{"events", "--format", "json"} << 3 * 185;
-    QTest::newRow("telemetry") << QStringList{"telemetry"} << 3;
+    // The rows are those of three sessions; with the titles in CSV.
+    const auto row = columns<QStringList, int>("what", "rows");
+    row("summary", {"summary"}, 1 + 3);
+    row("waves", {"waves"}, 1 + 3 * 6000);
+    row("JSON", {"events", "--format", "json"}, 3 * 185);
+    row("telemetry", {"telemetry"}, 3);
 }
 
 // Several processes give what one gives; a bad archive costs nothing but its own rows.
@@ -313,32 +300,23 @@ void TestCprsession::scenariosAreSound()
 
 void TestCprsession::validateFinds_data()
 {
-    QTest::addColumn<QString>("member");
-    QTest::addColumn<QByteArray>("from");
-    QTest::addColumn<QByteArray>("to");
-    QTest::addColumn<int>("status");
-    QTest::addColumn<QByteArray>("finding"); // what a line of the answer has to mention
-
-    const auto row = [](const char *name, const char *member, const QByteArray &from,
-                        const QByteArray &to, int status, const char *finding) {
-        QTest::newRow(name) << QString(member) << from << to << status << QByteArray(finding);
-    };
+    // The finding is what a line of the answer has to mention.
+    const auto row = columns<QString, QByteArray, QByteArray, int, QByteArray>(
+        "member", "from", "to", "status", "finding");
+    // clang-format off
     row("wave left out", "VENT.WV", "", "", 1, "VENT.WV");
     row("half a sample", "COMP.WV", QByteArray(5, '\0'), QByteArray(4, '\0'), 0, "COMP.WV");
     row("wave too short", "COMP.WV", QByteArray(6, '\0'), QByteArray(4, '\0'), 0, "5999");
     row("XML cut", "CPREvents.xml", "</eventList>", "", 1, "CPREvents.xml");
     row("unknown kind", "CPREvents.xml", "\"CprVentEvent\"", "\"CprVent\"", 0, "CprVent");
-    row("text for a number", "CPREvents.xml", "\"compDepth\" value=\"51\"",
-        "\"compDepth\" value=\"deep\"", 0, "deep");
-    row("wrong unit", "CPREvents.xml", "value=\"51\" units=\"mm\"", "value=\"51\" units=\"cm\"", 0,
-        "cm");
-    row("unknown parameter", "CPREvents.xml", "\"compPeakForce\"", "\"compPeakColour\"", 0,
-        "compPeakColour");
+    row("text for a number", "CPREvents.xml", "\"compDepth\" value=\"51\"", "\"compDepth\" value=\"deep\"", 0, "deep");
+    row("wrong unit", "CPREvents.xml", "value=\"51\" units=\"mm\"", "value=\"51\" units=\"cm\"", 0, "cm");
+    row("unknown parameter", "CPREvents.xml", "\"compPeakForce\"", "\"compPeakColour\"", 0, "compPeakColour");
     row("rate of 0", "CPRWaves.xml", "sampleRate=\"50\"", "sampleRate=\"0\"", 0, "sampleRate");
-    row("unknown guideline", "CPRGuidelines.xml", "<CompressionRateMin ", "<CompressionRateMean ",
-        0, "CompressionRateMean");
+    row("unknown guideline", "CPRGuidelines.xml", "<CompressionRateMin ", "<CompressionRateMean ", 0, "CompressionRateMean");
     row("guideline that is no number", "CPRGuidelines.xml", "<CompressionRateMin value=\"100\"",
         "<CompressionRateMin value=\"many\"", 0, "many");
+    // clang-format on
 }
 
 void TestCprsession::validateFinds()
@@ -388,15 +366,9 @@ void TestCprsession::damageIsFound()
 
 void TestCprsession::diffTells_data()
 {
-    QTest::addColumn<QString>("member");
-    QTest::addColumn<QByteArray>("from");
-    QTest::addColumn<QByteArray>("to");
-    QTest::addColumn<QByteArrayList>("words"); // of the one line that tells the difference
-
-    const auto row = [](const char *name, const char *member, const char *from, const char *to,
-                        const QByteArrayList &words) {
-        QTest::newRow(name) << QString(member) << QByteArray(from) << QByteArray(to) << words;
-    };
+    // The words stand in the one line that tells the difference.
+    const auto row =
+        columns<QString, QByteArray, QByteArray, QByteArrayList>("member", "from", "to", "words");
     row("depth", "CPREvents.xml", "\"compDepth\" value=\"51\"", "\"compDepth\" value=\"52.5\"",
         {"CprCompEvent", "2000", "compDepth", "51", "52.5"});
     row("event left out", "CPREvents.xml", "<evt type=\"ShockDelivered\"", "<evt type=\"Nothing\"",
@@ -434,11 +406,10 @@ void TestCprsession::diffTells()
 
 void TestCprsession::plotDraws_data()
 {
-    QTest::addColumn<QString>("file");
-    QTest::addColumn<QByteArray>("begin");
-    QTest::newRow("png") << "picture.png" << QByteArray("\x89PNG");
-    QTest::newRow("svg") << "picture.svg" << QByteArray("<?xml");
-    QTest::newRow("pdf") << "picture.pdf" << QByteArray("%PDF");
+    const auto row = columns<QString, QByteArray>("file", "begin");
+    row("png", "picture.png", "\x89PNG");
+    row("svg", "picture.svg", "<?xml");
+    row("pdf", "picture.pdf", "%PDF");
 }
 
 void TestCprsession::plotDraws()
@@ -489,11 +460,12 @@ void TestCprsession::speedPacesTheLog()
 
 void TestCprsession::shellsKnowEveryVerb_data()
 {
-    QTest::addColumn<QByteArray>("option"); // as it is written for the shell
-    QTest::newRow("bash") << QByteArray("--separator");
-    QTest::newRow("zsh") << QByteArray("\"--separator[");
-    QTest::newRow("fish") << QByteArray("-l separator");
-    QTest::newRow("man") << QByteArray("\\-\\-separator");
+    // The option is as it is written for the shell.
+    const auto row = columns<QByteArray>("option");
+    row("bash", "--separator");
+    row("zsh", "\"--separator[");
+    row("fish", "-l separator");
+    row("man", "\\-\\-separator");
 }
 
 void TestCprsession::shellsKnowEveryVerb()

@@ -71,20 +71,21 @@ void play(CPRData &session, const Steps &steps)
         step(session);
 }
 
-// What the link has decoded; a pause of 1 s.
+// What the link has decoded.
 Step compression(int start, int end)
 {
+    const CommonDefs::CompressionEvent_t event{0, 100, quint16(end - start - 100), 0, 0, 0, {}, 0,
+                                               0, 0};
     return [=](CPRData &session) {
-        session.cprEvents()->incomingCompressionEvent(
-            uint(start), 100, {0, 100, quint16(end - start - 100), 0, 0, 0, {}, 0, 0, 0});
+        session.cprEvents()->incomingCompressionEvent(uint(start), 100, event);
     };
 }
 
 Step ventilation(int start, int end)
 {
+    const CommonDefs::VentilationEvent_t event{0, 100, quint16(end - start - 100), 0, 0, 0};
     return [=](CPRData &session) {
-        session.cprEvents()->incomingVentilationEvent(
-            uint(start), 10, {0, 100, quint16(end - start - 100), 0, 0, 0});
+        session.cprEvents()->incomingVentilationEvent(uint(start), 10, event);
     };
 }
 
@@ -113,7 +114,7 @@ Step userEvent(int at)
     };
 }
 
-// Events that are listed without a word.
+// Listed without an announcement.
 Step pause(int start, int end)
 {
     return [=](CPRData &session) {
@@ -185,26 +186,20 @@ private Q_SLOTS:
     void list_data()
     {
         const auto row = columns<Steps, QString>("steps", "order");
+        // clang-format off
         row("in order", {named("a", 10, 20), named("b", 20, 30), named("c", 40, 40)}, "i a b c");
         row("equal times", {named("a", 5, 5), named("b", 5, 5), named("c", 5, 5)}, "i a b c");
         row("equal to the info", {named("a", 0, 0), named("b", 0, 0)}, "i a b");
         row("late", {named("a", 10, 10), named("b", 30, 30), named("c", 20, 20)}, "i a c b");
         row("inside another", {named("a", 10, 50), named("b", 49, 49)}, "i b a");
         row("at its end", {named("a", 10, 50), named("b", 50, 50)}, "i a b");
-        row("inside two", {named("a", 0, 100), named("b", 100, 110), named("c", 90, 90)},
-            "i c a b");
-        row("search from the back", {named("a", 10, 20), named("b", 0, 100), named("c", 30, 30)},
-            "i b a c");
+        row("inside two", {named("a", 0, 100), named("b", 100, 110), named("c", 90, 90)}, "i c a b");
+        row("search from the back", {named("a", 10, 20), named("b", 0, 100), named("c", 30, 30)}, "i b a c");
         row("before all", {named("a", 10, 10), named("b", -5, -5)}, "b i a");
         // Numbers of compressions in their cycle.
-        row("a cycle",
-            {compression(9000, 9400), compression(9500, 9900), compression(10000, 10400)},
-            "i C1 C2 C3");
+        row("a cycle", {compression(9000, 9400), compression(9500, 9900), compression(10000, 10400)}, "i C1 C2 C3");
         row("500 ms", {compression(100, 500), compression(1000, 1400)}, "i C1 C2");
-        row("501 ms",
-            {compression(100, 500), compression(600, 900), compression(1401, 1800),
-             compression(1900, 2200)},
-            "i C1 C2 C1 C2");
+        row("501 ms", {compression(100, 500), compression(600, 900), compression(1401, 1800), compression(1900, 2200)}, "i C1 C2 C1 C2");
         row("ventilation",
             {compression(100, 500), compression(600, 900), ventilation(900, 1000),
              compression(1000, 1300), compression(1400, 1800)},
@@ -213,8 +208,7 @@ private Q_SLOTS:
             {compression(100, 500), pauseReport(500, 9000), compression(700, 1000),
              compression(1100, 1300)},
             "i C1 500-500/0 C1 C2");
-        row("other event", {compression(100, 500), userEvent(500), compression(600, 900)},
-            "i C1 X C2");
+        row("other event", {compression(100, 500), userEvent(500), compression(600, 900)}, "i C1 X C2");
         row("ventilation before its time",
             {compression(100, 500), compression(510, 900), ventilation(1150, 1500), userEvent(1600),
              compression(1000, 1400)},
@@ -236,26 +230,22 @@ private Q_SLOTS:
              compression(10800, 11000)},
             "i 5000-11000/6 C1 C1");
         // Pauses that are reported again and again.
-        row("5, 6, 7 s", {pauseMessage(10000, 5), pauseMessage(11000, 6), pauseMessage(12000, 7)},
-            "i 5000-12000/7");
+        row("5, 6, 7 s", {pauseMessage(10000, 5), pauseMessage(11000, 6), pauseMessage(12000, 7)}, "i 5000-12000/7");
         row("1000 ms late", {pauseMessage(10000, 5), pauseMessage(12000, 6)}, "i 5000-11000/6");
-        row("1001 ms late", {pauseMessage(10000, 5), pauseMessage(12001, 6)},
-            "i 6001-12001/6 5000-10000/5");
+        row("1001 ms late", {pauseMessage(10000, 5), pauseMessage(12001, 6)}, "i 6001-12001/6 5000-10000/5");
         row("1000 ms early", {pauseMessage(10000, 5), pauseMessage(10000, 6)}, "i 5000-11000/6");
-        row("1001 ms early", {pauseMessage(10000, 5), pauseMessage(9999, 6)},
-            "i 3999-9999/6 5000-10000/5");
+        row("1001 ms early", {pauseMessage(10000, 5), pauseMessage(9999, 6)}, "i 3999-9999/6 5000-10000/5");
         row("longer than the session", {pauseMessage(3000, 5)}, "i 0-3000/5");
         row("16 bits", {pauseMessage(10000000, 261)}, "i 9739000-10000000/261");
         row("longest", {pauseMessage(40000000, 32767)}, "i 7233000-40000000/32767");
-        row("negative", {pauseMessage(10000, 32768, false), pauseMessage(10000, 65535, false)},
-            "i");
+        row("negative", {pauseMessage(10000, 32768, false), pauseMessage(10000, 65535, false)}, "i");
         row("no length", {pauseMessage(10000, 0, false)}, "i");
         row("no session time", {pauseMessage(0, 5, false)}, "i");
         row("host", {pauseReport(5000, 10000, 5), pauseReport(5000, 11000, 6)}, "i 5000-11000/6");
         row("host, tolerated", {pauseReport(4000, 10000, 5)}, "i 4000-9000/5");
         row("host, out of step", {pauseReport(2000, 10000, 5)}, "i 2000-2000/0");
-        row("host, another", {pauseReport(5000, 10000, 5), pauseReport(18000, 20000, 2)},
-            "i 5000-10000/5 18000-20000/2");
+        row("host, another", {pauseReport(5000, 10000, 5), pauseReport(18000, 20000, 2)}, "i 5000-10000/5 18000-20000/2");
+        // clang-format on
     }
 
     void list()

@@ -103,9 +103,14 @@ private Q_SLOTS:
 
     void cutArchive()
     {
+        QVERIFY(!load("no zip at all").isComplete);
         for (const QByteArray &zip : {m_golden, m_own}) {
-            for (int size = 0; size < zip.size(); ++size)
-                QVERIFY2(isSound(load(zip.left(size))), qPrintable(QString::number(size)));
+            const int end = zip.lastIndexOf("PK\5\6"); // its record may be cut: it is found without
+            for (int size = 0; size < zip.size(); ++size) {
+                const Loaded loaded = load(zip.left(size));
+                QVERIFY2(isSound(loaded) && (!loaded.isComplete || size >= end + 4),
+                         qPrintable(QString::number(size)));
+            }
         }
     }
 

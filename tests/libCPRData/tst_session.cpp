@@ -49,41 +49,20 @@ using Steps = QVector<Step>;
 using Ints = QVector<int>;
 using Losses = QVector<QPair<int, int>>; // type and time
 
-Step to(CPRData::CprState state)
-{
-    return [=](CPRData &session) { session.setCprState(state); };
-}
-
+// clang-format off
+Step to(CPRData::CprState state) { return [=](CPRData &session) { session.setCprState(state); }; }
 const Step manikinReset = to(CPRData::CPR_MANIKIN_INIT);
 const Step prepared = to(CPRData::CPR_INIT);
 const Step started = to(CPRData::CPR_START);
 const Step ended = to(CPRData::CPR_ENDED);
 const Step stopped = to(CPRData::CPR_STOP);
 const Step reconnected = to(CPRData::CPR_RECONNECTED);
-
-Step header(int number)
-{
-    return [=](CPRData &session) { session.waveHeaderReceived(number); };
-}
-
-const Step fast = [](CPRData &session) {
-    session.compressionData()->waveformInfo()->setSamplePeriod(10);
-};
-
-Step lossThreshold(int msecs)
-{
-    return [=](CPRData &session) { session.setPacketLossThresholdMs(msecs); };
-}
-
-Step assigned(const QString &learner)
-{
-    return [=](CPRData &session) { session.assignLearner(learner); };
-}
-
-Step released(const QString &learner)
-{
-    return [=](CPRData &session) { session.releaseLearner(learner); };
-}
+const Step fast = [](CPRData &session) { session.compressionData()->waveformInfo()->setSamplePeriod(10); };
+Step header(int number) { return [=](CPRData &session) { session.waveHeaderReceived(number); }; }
+Step lossThreshold(int msecs) { return [=](CPRData &session) { session.setPacketLossThresholdMs(msecs); }; }
+Step assigned(const QString &learner) { return [=](CPRData &session) { session.assignLearner(learner); }; }
+Step released(const QString &learner) { return [=](CPRData &session) { session.releaseLearner(learner); }; }
+// clang-format on
 
 // Gives what the last step announces.
 QString run(CPRData &session, const Steps &steps)
@@ -196,16 +175,13 @@ private Q_SLOTS:
         const QString jump = "Lost data: the wave jumps from %1 and is not filled";
         const QString tooMany = "Lost data: a wave holds no more than 8730000 samples";
         const QStringList full{tooMany, tooMany}; // both waves
-        row("1, 2, 5", {fast, started, header(1), header(2), header(5)}, {6, 5, 50, 2, 2},
-            {{begin, 30}, {end, 40}}, {});
-        row("at the threshold", {fast, lossThreshold(20), started, header(1), header(2), header(5)},
-            {6, 5, 50, 2, 2}, {}, {});
+        // clang-format off
+        row("1, 2, 5", {fast, started, header(1), header(2), header(5)}, {6, 5, 50, 2, 2}, {{begin, 30}, {end, 40}}, {});
+        row("at the threshold", {fast, lossThreshold(20), started, header(1), header(2), header(5)}, {6, 5, 50, 2, 2}, {}, {});
         row("above it", {fast, lossThreshold(19), started, header(1), header(2), header(5)},
             {6, 5, 50, 2, 2}, {{begin, 30}, {end, 40}}, {});
-        row("two gaps", {fast, started, header(2), header(4)}, {5, 4, 40, 2, 2},
-            {{begin, 10}, {end, 10}, {begin, 30}, {end, 30}}, {});
-        row("a lower number", {fast, started, header(1), header(2), header(1)}, {2, 1, 10, 0, 0},
-            {}, {});
+        row("two gaps", {fast, started, header(2), header(4)}, {5, 4, 40, 2, 2}, {{begin, 10}, {end, 10}, {begin, 30}, {end, 30}}, {});
+        row("a lower number", {fast, started, header(1), header(2), header(1)}, {2, 1, 10, 0, 0}, {}, {});
         row("a negative number", {fast, started, header(-5)}, {-4, -5, -50, 0, 0}, {}, {});
         row("0", {fast, started, header(1), header(0)}, {2, 0, 10, 0, 0}, {}, {});
         row("not started", {fast, stopped, header(5)}, {1, 5, 0, 0, 0}, {}, {});
@@ -218,8 +194,8 @@ private Q_SLOTS:
         row("fuller than a wave can be", {fast, started, header(8640001), header(8730011)},
             {8730012, 8730011, 87300110, 8730000, 8730000},
             {{begin, 10}, {end, 86400000}, {begin, 86400020}, {end, 87300100}}, full);
-        row("the last number", {started, header(2147483647), header(3)}, {4, 3, 60, 0, 0}, {},
-            QStringList(jump.arg("1 to 2147483647")));
+        row("the last number", {started, header(2147483647), header(3)}, {4, 3, 60, 0, 0}, {}, QStringList(jump.arg("1 to 2147483647")));
+        // clang-format on
     }
 
     void headers()

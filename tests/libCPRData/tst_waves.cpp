@@ -210,21 +210,16 @@ private Q_SLOTS:
     {
         const auto row =
             columns<bool, int, int, QString>("usesAbsoluteDepth", "waveType", "period", "sampling");
-        row("relative", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 40,
-            "COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4");
-        row("absolute", true, CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, 40,
-            "COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4");
-        row("volume", true, CommonDefs::WAVE_VENT_VOLUME, 40,
-            "COMP.WV 0 20 50 2 VENT.WV 42768 40 25 4");
-        row("relative, not in use", true, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 40,
-            "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
-        row("absolute, not in use", false, CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, 40,
-            "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        // clang-format off
+        row("relative", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 40, "COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4");
+        row("absolute", true, CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, 40, "COMP.WV 42768 40 25 2 VENT.WV 0 20 50 4");
+        row("volume", true, CommonDefs::WAVE_VENT_VOLUME, 40, "COMP.WV 0 20 50 2 VENT.WV 42768 40 25 4");
+        row("relative, not in use", true, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 40, "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("absolute, not in use", false, CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, 40, "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
         row("other", false, 10, 40, "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
-        row("longest", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 255,
-            "COMP.WV 42768 255 3 2 VENT.WV 0 20 50 4");
-        row("no period", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 0,
-            "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        row("longest", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 255, "COMP.WV 42768 255 3 2 VENT.WV 0 20 50 4");
+        row("no period", false, CommonDefs::WAVE_RELATIVE_COMP_DEPTH, 0, "COMP.WV 0 20 50 2 VENT.WV 0 20 50 4");
+        // clang-format on
     }
 
     void waveInfoMessage()

@@ -5,6 +5,7 @@
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
 #include "support/Messages.h"
+#include "support/Rows.h"
 #include "support/StoredSession.h"
 
 #include <QGuiApplication>
@@ -112,14 +113,13 @@ private Q_SLOTS:
 
     void ticks_data()
     {
-        QTest::addColumn<qint64>("from");
-        QTest::addColumn<qint64>("to");
-        QTest::addColumn<qint64>("step"); // 0 where any will do
-        QTest::newRow("two minutes") << qint64(0) << qint64(120000) << qint64(10000);
-        QTest::newRow("not from the start") << qint64(61000) << qint64(64000) << qint64(0);
-        QTest::newRow("an hour") << qint64(0) << qint64(3600000) << qint64(300000);
-        QTest::newRow("a day") << qint64(0) << qint64(86400000) << qint64(0);
-        QTest::newRow("a moment") << qint64(5000) << qint64(5001) << qint64(0);
+        // A step of 0 stands where any will do.
+        const auto row = testsupport::columns<qint64, qint64, qint64>("from", "to", "step");
+        row("two minutes", 0, 120000, 10000);
+        row("not from the start", 61000, 64000, 0);
+        row("an hour", 0, 3600000, 300000);
+        row("a day", 0, 86400000, 0);
+        row("a moment", 5000, 5001, 0);
     }
 
     // Ticks are multiples of one step, inside the range, and far enough apart.

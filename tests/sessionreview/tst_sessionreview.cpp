@@ -4,6 +4,7 @@
 #include "manikinlog/ManikinLogPlayer.h"
 #include "manikinsim/Simulator.h"
 #include "support/Messages.h"
+#include "support/Rows.h"
 #include "support/StoredSession.h"
 
 #include "sessionreview/LatestEvents.h"
@@ -77,13 +78,8 @@ private Q_SLOTS:
 
     void protocols_data()
     {
-        QTest::addColumn<int>("protocol");
-        QTest::addColumn<Training>("trained");
-        QTest::addColumn<QVector<int>>("targets"); // compressions and ventilations a cycle, flow %
-        const auto row = [](const char *name, int protocol, const Training &trained,
-                            const QVector<int> &targets) {
-            QTest::newRow(name) << protocol << trained << targets;
-        };
+        // Targets: compressions and ventilations a cycle, flow time in %.
+        const auto row = columns<int, Training, QVector<int>>("protocol", "trained", "targets");
         row("single rescuer", 0, {true, true, true}, {30, 3, 71});
         row("compressions only", 1, {true, false, false}, {0, 0, 91});
         row("ventilations only", 2, {false, true, false}, {0, 0, 0});
@@ -151,13 +147,8 @@ private Q_SLOTS:
 
     void compressionsAreJudged_data()
     {
-        QTest::addColumn<Pressed>("pressed");
-        QTest::addColumn<QStringList>("faults");
-        QTest::addColumn<int>("advice");
-        const auto row = [](const char *name, const Pressed &pressed, const QStringList &faults,
-                            E::Advice advice) {
-            QTest::newRow(name) << pressed << faults << int(advice);
-        };
+        const auto row = columns<Pressed, QStringList, int>("pressed", "faults", "advice");
+        // clang-format off
         row("right", {}, {}, E::Advice_None);
         row("at the limits", {0, 50, 100}, {}, E::Advice_None);
         row("at the other limits", {0, 60, 120}, {}, E::Advice_None);
@@ -167,18 +158,15 @@ private Q_SLOTS:
         row("too slow", {0, 55, 99}, {"Too slow"}, E::Advice_CorrectRate);
         row("too fast", {0, 55, 121}, {"Too fast"}, E::Advice_CorrectRate);
         row("first of a run", {0, 55, 20, 1}, {}, E::Advice_None);
-        row("not released", {0, 55, 110, 2, false}, {"Incomplete release"},
-            E::Advice_ReleaseCompletely);
+        row("not released", {0, 55, 110, 2, false}, {"Incomplete release"}, E::Advice_ReleaseCompletely);
         row("hands", {0, 55, 110, 2, true, true}, {"Hand position"}, E::Advice_HandPosition);
-        row("xiphoid", {0, 55, 110, 2, true, false, true}, {"Hand position"},
-            E::Advice_HandPosition);
+        row("xiphoid", {0, 55, 110, 2, true, false, true}, {"Hand position"}, E::Advice_HandPosition);
         row("all", {0, 40, 130, 2, false, true},
             {"Too shallow", "Incomplete release", "Hand position", "Too fast"},
             E::Advice_HandPosition);
-        row("depth before release", {0, 70, 90, 2, false},
-            {"Too deep", "Incomplete release", "Too slow"}, E::Advice_CompressNotSoDeep);
-        row("release before rate", {0, 55, 90, 2, false}, {"Incomplete release", "Too slow"},
-            E::Advice_ReleaseCompletely);
+        row("depth before release", {0, 70, 90, 2, false}, {"Too deep", "Incomplete release", "Too slow"}, E::Advice_CompressNotSoDeep);
+        row("release before rate", {0, 55, 90, 2, false}, {"Incomplete release", "Too slow"}, E::Advice_ReleaseCompletely);
+        // clang-format on
     }
 
     void compressionsAreJudged()
@@ -192,12 +180,11 @@ private Q_SLOTS:
 
     void ventilationsAreJudged_data()
     {
-        QTest::addColumn<int>("volume");
-        QTest::addColumn<QStringList>("faults");
-        QTest::newRow("just enough") << 400 << QStringList();
-        QTest::newRow("too little") << 399 << QStringList("Too little");
-        QTest::newRow("nearly too much") << 699 << QStringList();
-        QTest::newRow("the maximum") << 700 << QStringList("Too much");
+        const auto row = columns<int, QStringList>("volume", "faults");
+        row("just enough", 400, {});
+        row("too little", 399, {"Too little"});
+        row("nearly too much", 699, {});
+        row("the maximum", 700, {"Too much"});
     }
 
     void ventilationsAreJudged()
@@ -270,13 +257,8 @@ private Q_SLOTS:
 
     void latestEvents_data()
     {
-        QTest::addColumn<QVector<int>>("times"); // of a ventilation when negative
-        QTest::addColumn<QVector<int>>("numbers"); // in the cycle
-        QTest::addColumn<int>("advice");
-        const auto row = [](const char *name, const QVector<int> &times,
-                            const QVector<int> &numbers, E::Advice advice) {
-            QTest::newRow(name) << times << numbers << int(advice);
-        };
+        // Times are those of ventilations when negative; numbers are those in the cycle.
+        const auto row = columns<QVector<int>, QVector<int>, int>("times", "numbers", "advice");
         row("nothing", {}, {0, 0}, E::Advice_None);
         row("compressions", {1000, 1500, 2000}, {3, 0}, E::Advice_CompressDeepEnough);
         row("ventilation first", {-500}, {0, 1}, E::Advice_CorrectVolume);
@@ -308,12 +290,11 @@ private Q_SLOTS:
 
     void runningPauses_data()
     {
-        QTest::addColumn<int>("msecs");
-        QTest::addColumn<int>("secs");
-        QTest::newRow("as reported") << 20000 << 5;
-        QTest::newRow("before the next report") << 21400 << 6;
-        QTest::newRow("reports stay away") << 22500 << 7;
-        QTest::newRow("over") << 22501 << 0;
+        const auto row = columns<int, int>("msecs", "secs");
+        row("as reported", 20000, 5);
+        row("before the next report", 21400, 6);
+        row("reports stay away", 22500, 7);
+        row("over", 22501, 0);
     }
 
     void runningPauses()
@@ -331,17 +312,14 @@ private Q_SLOTS:
 
     void arrival_data()
     {
-        QTest::addColumn<int>("message");
-        QTest::addColumn<int>("size");
-        QTest::addColumn<QVector<int>>("arrived");
-        using List = QVector<int>;
-        QTest::newRow("nothing") << 0 << 0 << List();
-        QTest::newRow("counts") << 109 << 49 << List{E::compCount, E::sessionDuration};
-        QTest::newRow("counts of newer manikins")
-            << 109 << 68 << List{E::compCount, E::sessionDuration, E::ventilationsPerMinute};
-        QTest::newRow("bars") << 110 << 37 << List{E::compHistogramDepthBin_0};
-        QTest::newRow("shares") << 111 << 14 << List{E::ventCorrectVolumePercentage};
-        QTest::newRow("scores") << 108 << 21 << List{E::overallScore, E::primaryAdvice};
+        const auto row = columns<int, int, QVector<int>>("message", "size", "arrived");
+        row("nothing", 0, 0, {});
+        row("counts", 109, 49, {E::compCount, E::sessionDuration});
+        row("counts of newer manikins", 109, 68,
+            {E::compCount, E::sessionDuration, E::ventilationsPerMinute});
+        row("bars", 110, 37, {E::compHistogramDepthBin_0});
+        row("shares", 111, 14, {E::ventCorrectVolumePercentage});
+        row("scores", 108, 21, {E::overallScore, E::primaryAdvice});
     }
 
     // What has not been received is no 0.
