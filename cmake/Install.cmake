@@ -15,15 +15,26 @@ if(NOT CPRDATA_INSTALL_QMLDIR)
     set(CPRDATA_INSTALL_QMLDIR ${CMAKE_INSTALL_LIBDIR}/qt${CPRDATA_QT}/qml)
 endif()
 
-# Lets TARGET, once it lies in the folder DESTINATION, find the libraries wherever the prefix is.
+# Lets TARGET find the libraries where it is built and, once it lies in the folder DESTINATION,
+# wherever the prefix is. One path serves both: for a second one CMake makes room with an empty entry,
+# which to the loader is the current folder.
 function(cprdata_set_rpath target destination)
-    set(rpath)
+    get_target_property(type ${target} TYPE)
+    if(type STREQUAL EXECUTABLE)
+        get_target_property(built ${target} RUNTIME_OUTPUT_DIRECTORY)
+    else()
+        get_target_property(built ${target} LIBRARY_OUTPUT_DIRECTORY)
+    endif()
+    file(RELATIVE_PATH way ${built} ${CMAKE_LIBRARY_OUTPUT_DIRECTORY})
+    set(rpath "$ORIGIN/${way}")
     foreach(directory IN ITEMS ${CMAKE_INSTALL_LIBDIR} ${CPRDATA_PRIVATE_LIBDIR})
         file(RELATIVE_PATH way /${destination} /${directory})
         string(REGEX REPLACE "/$" "" way "$ORIGIN/${way}")
         list(APPEND rpath ${way})
     endforeach()
-    set_target_properties(${target} PROPERTIES INSTALL_RPATH "${rpath}")
+    set_target_properties(${target} PROPERTIES
+        INSTALL_RPATH "${rpath}"
+        BUILD_WITH_INSTALL_RPATH ON)
 endfunction()
 
 # Makes TARGET one of the libraries that hosts link, as CPRData::TARGET. HEADERS are all that it
@@ -39,6 +50,7 @@ function(cprdata_public_library target)
         VERSION ${PROJECT_VERSION}
         SOVERSION ${PROJECT_VERSION_MAJOR}
         INSTALL_RPATH "$ORIGIN"
+        BUILD_WITH_INSTALL_RPATH ON
         PUBLIC_HEADER "${arg_HEADERS}")
     target_compile_features(${target} PUBLIC cxx_std_17)
     if(NOT CPRDATA_INSTALL)

@@ -17,8 +17,18 @@ target_compile_definitions(cprdata_warnings INTERFACE
     # Log lines carry the reporting function's signature in release builds too.
     QT_MESSAGELOGCONTEXT)
 
-# Files and messages come from outside: what a fault could still do is kept small.
+# Files and messages come from outside: what a fault could still do is kept small. The checks of
+# the highest level need g++ 12 or clang 16 and an optimised build; level 2 serves the others.
+include(CheckCXXSourceCompiles)
+set(CMAKE_REQUIRED_FLAGS "-O2 -U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=3 -Werror")
+check_cxx_source_compiles("#include <cstdlib>
+    int main() { static_assert(__USE_FORTIFY_LEVEL == 3); }" CPRDATA_HAS_FORTIFY_3)
+unset(CMAKE_REQUIRED_FLAGS)
+set(fortify_level $<IF:$<BOOL:${CPRDATA_HAS_FORTIFY_3}>,3,2>)
 target_compile_options(cprdata_warnings INTERFACE -fstack-protector-strong
-    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=2>)
+    $<$<NOT:$<CONFIG:Debug>>:-U_FORTIFY_SOURCE -D_FORTIFY_SOURCE=${fortify_level}>
+    $<$<PLATFORM_ID:Linux>:-fstack-clash-protection>
+    $<$<STREQUAL:${CMAKE_SYSTEM_PROCESSOR},x86_64>:-fcf-protection>)
+target_compile_definitions(cprdata_warnings INTERFACE _GLIBCXX_ASSERTIONS)
 target_link_options(cprdata_warnings INTERFACE
     $<$<PLATFORM_ID:Linux>:-Wl,-z,relro,-z,now>)

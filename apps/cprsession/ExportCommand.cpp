@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "OrderedParts.h"
 #include "Progress.h"
+#include "private/AtomicFile.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionfiles/SessionTable.h"
 #include "sessionfiles/TableWriter.h"
@@ -16,7 +17,6 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QSaveFile>
 
 #include <algorithm>
 #include <memory>
@@ -44,17 +44,15 @@ public:
     {
         if (name.isEmpty())
             return m_stdout.open(stdout, QIODevice::WriteOnly);
-        m_file = std::make_unique<QSaveFile>(name);
-        if (QFileInfo::exists(name) && !QFileInfo(name).isFile())
-            return false;
+        m_file = std::make_unique<AtomicFile>(name);
         return m_file->open(QIODevice::WriteOnly);
     }
     QIODevice *device() { return m_file ? static_cast<QIODevice *>(m_file.get()) : &m_stdout; }
-    bool commit() { return m_file ? m_file->commit() : m_stdout.flush(); }
+    bool commit() { return m_file ? m_file->finish() : m_stdout.flush(); }
 
 private:
     QFile m_stdout;
-    std::unique_ptr<QSaveFile> m_file;
+    std::unique_ptr<AtomicFile> m_file;
 };
 
 void complainOfFullDisk()

@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "Progress.h"
+#include "private/AtomicFile.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
@@ -13,7 +14,6 @@
 #include <private/Units.h>
 
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <memory>
 #include <optional>
@@ -85,7 +85,7 @@ template <typename Take> bool simulate(Simulator &simulator, Take take)
 
 QString writeLog(Simulator &simulator, const QString &name)
 {
-    QSaveFile file(name);
+    AtomicFile file(name);
     if (!file.open(QIODevice::WriteOnly))
         return QStringLiteral("%1 cannot be written: %2").arg(name, file.errorString());
     manikinlog::ManikinLogWriter writer(&file);
@@ -93,7 +93,7 @@ QString writeLog(Simulator &simulator, const QString &name)
         simulator, [&writer](const manikinlog::Record &record) { return writer.write(record); });
     if (!written)
         return QStringLiteral("%1 cannot be written: %2").arg(name, writer.errorString());
-    return file.commit() ? QString()
+    return file.finish() ? QString()
                          : QStringLiteral("%1 cannot be written: %2").arg(name, file.errorString());
 }
 

@@ -128,10 +128,15 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
                           .arg(scenario, names.join(QLatin1String(", "))));
     }
     for (const QString &input : {file, log}) {
-        if (input.isEmpty() || (QFileInfo(input).isFile() && QFileInfo(input).isReadable()))
+        if (input.isEmpty())
             continue;
-        complain(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
-        return ExitStatus::Failed;
+        const QFileInfo info(input);
+        if (!info.isFile() || !info.isReadable()) {
+            complain(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
+            return ExitStatus::Failed;
+        }
+        if (info == QFileInfo(screenshot))
+            return refuse(QStringLiteral("the picture would replace %1").arg(input));
     }
     return std::nullopt;
 }

@@ -5,11 +5,11 @@
 
 #include "CommandLine.h"
 #include "Viewer.h"
+#include "private/AtomicFile.h"
 
 #include <QCoreApplication>
 #include <QQuickItem>
 #include <QQuickWindow>
-#include <QSaveFile>
 
 namespace {
 
@@ -48,9 +48,9 @@ void Screenshot::finish()
 {
     QString error = m_viewer->problem();
     if (error.isEmpty()) {
-        QSaveFile file(m_file);
+        AtomicFile file(m_file);
         const bool isWritten = file.open(QIODevice::WriteOnly) && m_grab
-            && m_grab->image().save(&file, "PNG") && file.commit();
+            && m_grab->image().save(&file, "PNG") && file.finish();
         if (!isWritten)
             error = QStringLiteral("%1 cannot be written: %2").arg(m_file, file.errorString());
     }

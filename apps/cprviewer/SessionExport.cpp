@@ -3,6 +3,7 @@
 
 #include "SessionExport.h"
 
+#include "private/AtomicFile.h"
 #include "sessionfiles/SessionTable.h"
 #include "sessionfiles/TableWriter.h"
 
@@ -11,7 +12,6 @@
 
 #include <QCoreApplication>
 #include <QLocale>
-#include <QSaveFile>
 #include <QSize>
 
 namespace {
@@ -32,7 +32,7 @@ QString SessionExport::writeTable(const QString &name, const QString &what, cons
     const auto table = SessionTable::create(what, {}, &error);
     if (!table)
         return error;
-    QSaveFile file(name);
+    AtomicFile file(name);
     if (!file.open(QIODevice::WriteOnly))
         return cannotWrite(name, file.errorString());
     const bool hasComma = QLocale().decimalPoint() == QLatin1Char(',');
@@ -40,7 +40,7 @@ QString SessionExport::writeTable(const QString &name, const QString &what, cons
     const bool isWritten = writer->begin(table->columns())
         && table->writeRows(session,
                             [&writer](const TableWriter::Row &row) { return writer->write(row); })
-        && writer->end() && file.commit();
+        && writer->end() && file.finish();
     return isWritten ? QString() : cannotWrite(name, file.errorString());
 }
 

@@ -3,23 +3,18 @@
 
 #include "CPRFileHandlerZip.h"
 
+#include "private/AtomicFile.h"
 #include "private/Limits.h"
 #include "private/SessionArchive.h"
 
 #include <QBuffer>
 #include <QFileInfo>
 #include <QLoggingCategory>
-#include <QSaveFile>
 
 #include <quazip.h>
 #include <quazipfile.h>
 #include <quazipfileinfo.h>
 #include <quazipnewinfo.h>
-
-#ifdef Q_OS_UNIX
-#include <fcntl.h>
-#include <unistd.h>
-#endif
 
 Q_LOGGING_CATEGORY(lcFileHandlerZip, "Kelmar.CPRData.CPRFileHandlerZip", QtWarningMsg)
 
@@ -29,26 +24,6 @@ namespace {
 constexpr quint32 externalAttributes = 0x01FF0000;
 
 constexpr int blockSize = 64 * 1024;
-
-// A disk that fills up can take the first part of a block without an error; the rest then gets the
-// error, without which the last block of an archive would be cut off silently.
-class ArchiveFile final : public QSaveFile {
-public:
-    using QSaveFile::QSaveFile;
-
-protected:
-    qint64 writeData(const char *data, qint64 size) override
-    {
-        qint64 written = 0;
-        while (written < size) {
-            const qint64 taken = QSaveFile::writeData(data + written, size - written);
-            if (taken <= 0)
-                return -1;
-            written += taken;
-        }
-        return written;
-    }
-};
 
 // Stands for a member that cannot be believed.
 class DamagedMember final : public QIODevice {
@@ -140,31 +115,6 @@ bool copyMember(QuaZip &from, QuaZip &to, const QuaZipFileInfo64 &info)
         && copy.getZipError() == ZIP_OK;
 }
 
-// Puts the name under which the file stands in its folder on the disk as well. Not every file
-// system can do that, so it is no failure when it is refused.
-void syncFolder(const QString &name)
-{
-#ifdef Q_OS_UNIX
-    const QByteArray folder = QFile::encodeName(QFileInfo(name).absolutePath());
-    const int handle = ::open(folder.constData(), O_RDONLY | O_CLOEXEC);
-    if (handle < 0)
-        return;
-    ::fsync(handle);
-    ::close(handle);
-#else
-    Q_UNUSED(name)
-#endif
-}
-
-bool syncFile(QSaveFile &file)
-{
-#ifdef Q_OS_UNIX
-    return ::fsync(file.handle()) == 0;
-#else
-    return file.flush();
-#endif
-}
-
 } // namespace
 
 CPRFileHandlerZip::CPRFileHandlerZip() : m_zip(std::make_unique<QuaZip>())
@@ -222,7 +172,7 @@ bool CPRFileHandlerZip::open(const QString &name, Mode mode)
 
 bool CPRFileHandlerZip::openTarget()
 {
-    m_file = std::make_unique<ArchiveFile>(m_name);
+    m_file = std::make_unique<AtomicFile>(m_name);
     // Without a buffer each write has its own result.
     return m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)
         || refuse(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
@@ -281,24 +231,17 @@ bool CPRFileHandlerZip::copyMembers(QuaZip &from, QuaZip &to, const QStringList 
         || lose(QStringLiteral("its directory is damaged, zip error %1").arg(from.getZipError()));
 }
 
-bool CPRFileHandlerZip::commit()
-{
-    if (!syncFile(*m_file) || !m_file->commit())
-        return lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
-    syncFolder(m_name);
-    return true;
-}
-
 bool CPRFileHandlerZip::close()
 {
     if (!m_zip->isOpen())
-        return true;
+        return !m_isLost;
     finishMember();
     m_zip->close();
     if (m_file && m_zip->getZipError() != ZIP_OK)
         lose(QStringLiteral("cannot be closed, zip error %1").arg(m_zip->getZipError()));
-    if (m_file && !m_isLost && (!m_added || mergeMembers()))
-        commit();
+    const bool isReplacing = m_file && !m_isLost && !m_written.isEmpty();
+    if (isReplacing && (!m_added || mergeMembers()) && !m_file->finish())
+        lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
     m_added.reset();
     m_file.reset();
     return !m_isLost;

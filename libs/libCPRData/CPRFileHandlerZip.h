@@ -11,8 +11,8 @@
 
 #include <memory>
 
+class AtomicFile;
 class QBuffer;
-class QSaveFile;
 class QuaZip;
 class QuaZipFile;
 
@@ -53,7 +53,8 @@ public:
     bool open(const QString &name, Mode mode);
     /// Closes the archive, and a member that is still being written with it. After writing, true
     /// means that everything that was written is on the disk; false that it is not, and that a
-    /// file of that name is as it was before. True when the handler is not open.
+    /// file of that name is as it was before. When nothing was written, such a file stays, too. A
+    /// further call gives the result of the first.
     bool close();
     /// What was refused or failed first since open(); empty when nothing was.
     QString errorString() const { return m_error; }
@@ -69,7 +70,6 @@ private:
     bool openArchive(Mode mode);
     bool mergeMembers();
     bool copyMembers(QuaZip &from, QuaZip &to, const QStringList &except);
-    bool commit();
     bool refuse(const QString &reason);
     bool lose(const QString &reason);
     QIODevice *readMember(const QString &name, QString &reason);
@@ -80,7 +80,7 @@ private:
     QString m_error;
     bool m_isLost = false; // a write has failed, so that the new archive is not put in place
     QStringList m_written; // names of the members written
-    std::unique_ptr<QSaveFile> m_file; // while writing: the new archive
+    std::unique_ptr<AtomicFile> m_file; // while writing: the new archive
     std::unique_ptr<QBuffer> m_added; // while adding: an archive of the members to add
     std::unique_ptr<QuaZip> m_zip; // what the members are read from or written to
     QPointer<QuaZipFile> m_member; // the open one; not owned

@@ -3,17 +3,16 @@
 
 #include "sessionplot/PictureFile.h"
 
+#include "private/AtomicFile.h"
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
-#include <QFileInfo>
 #include <QImage>
 #include <QPageSize>
 #include <QPainter>
 #include <QPdfWriter>
-#include <QSaveFile>
 #include <QSvgGenerator>
 
 namespace sessionplot {
@@ -53,7 +52,7 @@ bool encodeSvg(QIODevice *device, const QSize &size, const PlotModel &model, Rev
     generator.setResolution(unitsPerInch);
     generator.setSize(size);
     generator.setViewBox(QRect(QPoint(0, 0), size));
-    generator.setTitle(title(model));
+    generator.setTitle(title(model).toHtmlEscaped()); // Qt writes it as it is
     picture.setColumnsPerUnit(columnsPerUnitOfVectors);
     return paintOn(&generator, size, picture);
 }
@@ -104,10 +103,7 @@ QString write(const QString &fileName, const QSize &size, const PlotModel &model
         return QCoreApplication::translate("sessionplot", "%1 cannot be written: %2")
             .arg(fileName, reason);
     };
-    const QFileInfo target(fileName);
-    if (target.exists() && !target.isFile())
-        return cannotBeWritten(QCoreApplication::translate("sessionplot", "it is no regular file"));
-    QSaveFile file(fileName);
+    AtomicFile file(fileName);
     if (!file.open(QIODevice::WriteOnly))
         return cannotBeWritten(file.errorString());
 
@@ -119,7 +115,7 @@ QString write(const QString &fileName, const QSize &size, const PlotModel &model
                                            "memory for %1x%2 pixels?")
             .arg(size.width())
             .arg(size.height());
-    if (file.write(encoded.data()) != encoded.size() || !file.commit())
+    if (file.write(encoded.data()) != encoded.size() || !file.finish())
         return cannotBeWritten(file.errorString());
     return QString();
 }
