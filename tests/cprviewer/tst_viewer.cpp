@@ -47,22 +47,18 @@ public:
     {
         return std::exchange(m_warnings, QStringList()).join('\n');
     }
-    /// The program's exit status, the size of its picture and the number of its lines on stderr,
-    /// where there is no display.
-    Q_INVOKABLE QString run(QString arguments)
+    /// The program's exit status, width and height of its picture, which stands for PICTURE, and
+    /// the number of its lines on stderr, where there is no display.
+    Q_INVOKABLE QVariantList run(QStringList arguments)
     {
         const QString picture = newFile("picture.png");
         QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
         for (const char *name : {"QT_QPA_PLATFORM", "DISPLAY", "WAYLAND_DISPLAY"})
             environment.remove(name);
         const testsupport::Answer answer = testsupport::run(
-            CPRVIEWER_PROGRAM, arguments.replace("PICTURE", picture).split(' '), {}, environment);
+            CPRVIEWER_PROGRAM, arguments.replaceInStrings("PICTURE", picture), {}, environment);
         const QSize size = QImage(picture).size();
-        return QStringLiteral("%1 %2x%3 %4")
-            .arg(answer.status)
-            .arg(size.width())
-            .arg(size.height())
-            .arg(answer.errors.count('\n'));
+        return {answer.status, size.width(), size.height(), int(answer.errors.count('\n'))};
     }
     /// Lets the program record a session and kills it as soon as nine seconds are on the disk.
     Q_INVOKABLE bool killRecording()

@@ -82,12 +82,12 @@ ViewerCase {
     }
     function test_commandLine_data() {
         return [
-            { tag: "picture", arguments: "--live beginner --at 5 --size 1000x700 --screenshot PICTURE", result: "0 1000x700 0" },
-            { tag: "damaged", arguments: desk.data("README.md") + " --screenshot PICTURE", result: "1 0x0 1" },
-            { tag: "missing", arguments: "nothing.zip", result: "1 0x0 1" },
-            { tag: "scenario", arguments: "--live nobody", result: "2 0x0 1" },
-            { tag: "size", arguments: "--size 10x10", result: "2 0x0 1" },
-            { tag: "no display", arguments: "--dark", result: "1 0x0 1" }
+            { tag: "picture", arguments: ["--live", "beginner", "--at", "5", "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
+            { tag: "damaged", arguments: [desk.data("README.md"), "--screenshot", "PICTURE"], result: [1, 0, 0, 1] },
+            { tag: "missing", arguments: ["nothing.zip"], result: [1, 0, 0, 1] },
+            { tag: "scenario", arguments: ["--live", "nobody"], result: [2, 0, 0, 1] },
+            { tag: "size", arguments: ["--size", "10x10"], result: [2, 0, 0, 1] },
+            { tag: "no display", arguments: ["--dark"], result: [1, 0, 0, 1] }
         ];
     }
     function test_commandLine(data) { compare(desk.run(data.arguments), data.result); }

@@ -160,7 +160,8 @@ private Q_SLOTS:
     {
         CPRWaveformInfo info(nullptr);
         QSignalSpy changes(&info, &CPRWaveformInfo::waveformInfoChanged);
-        const QStringList values = QString("0.5 l 2.5 7 -8 9 A.WV 12 vent 8 30 99").split(' ');
+        const QStringList values{"0.5",  "l",  "2.5",  "7", "-8", "9",
+                                 "A.WV", "12", "vent", "8", "30", "99"};
         for (int turn = 0; turn < 2; ++turn) { // announced also when nothing changes
             for (int i = 0; i < values.size(); ++i) {
                 const QMetaProperty property = info.metaObject()->property(i + ownProperties);
