@@ -74,7 +74,7 @@ void CPREventCompression::setPeak(int msecsToPeak)
     m_compPeakTime = sessionMsecs(qint64(msecs()) + msecsToPeak);
 }
 
-void CPREventCompression::takeRateOfWaveform()
+void CPREventCompression::storeRateOfWaveform()
 {
     if (const CPRCompressionData *wave = compressionData())
         setCompMeanRate(wave->compressionRate());
@@ -91,7 +91,7 @@ void CPREventCompression::incomingCompressionEvent(
     m_compLeaningDepth = m_previousReleaseDepth;
     m_compIncompleteRelease = compression.incorrectRelease != 0;
     m_compHandposXiphoid = m_compHandposError = compression.handPositionError != 0;
-    takeRateOfWaveform();
+    storeRateOfWaveform();
 }
 
 bool CPREventCompression::incomingMsg(bls_2010::RMessage *msg)
@@ -144,7 +144,7 @@ bool CPREventCompression::incomingMsg(bls_2010::RMessage *msg)
             break;
         case Part::Period:
             m_compInstantaneousPeriod = value;
-            takeRateOfWaveform();
+            storeRateOfWaveform();
             break;
         }
         return true;

@@ -120,7 +120,7 @@ Q_SIGNALS:
 
 private:
     void setPeak(int msecsToPeak);
-    void takeRateOfWaveform();
+    void storeRateOfWaveform();
 
     float m_compDepth = 0;
     int m_compPeakForce = -1;

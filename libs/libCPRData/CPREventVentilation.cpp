@@ -28,7 +28,7 @@ CPREventVentilation::CPREventVentilation(const CPREventVentilation &other, CPREv
 
 CPREventVentilation::~CPREventVentilation() = default;
 
-void CPREventVentilation::takeRateOfWaveform()
+void CPREventVentilation::storeRateOfWaveform()
 {
     if (const CPRVentilationData *wave = ventilationData())
         m_ventRate = wave->rate();
@@ -42,7 +42,7 @@ void CPREventVentilation::incomingVitilationEvent(
     m_ventInstantaneousPeriod = ventilation.instantaneousPeriod;
     m_ventVolume = ventilation.volume;
     m_ventDuringCompression = ventilation.duringCompression != 0;
-    takeRateOfWaveform();
+    storeRateOfWaveform();
 }
 
 bool CPREventVentilation::incomingMsg(bls_2010::RMessage *msg)
@@ -70,7 +70,7 @@ bool CPREventVentilation::incomingMsg(bls_2010::RMessage *msg)
             break;
         case Part::Period:
             m_ventInstantaneousPeriod = value;
-            takeRateOfWaveform();
+            storeRateOfWaveform();
             break;
         case Part::Volume:
             m_ventVolume = value;

@@ -56,7 +56,7 @@ public:
     int tag() const override;
 
 private:
-    void takeRateOfWaveform();
+    void storeRateOfWaveform();
 
     int m_ventVolume = 0;
     int m_ventRate = 0;

@@ -43,7 +43,7 @@ qint64 rounded(qint64 dividend, qint64 divisor)
 }
 
 /// The whole number whose square is the greatest that is not beyond \a square.
-quint64 wholeRoot(quint64 square)
+quint64 integerRoot(quint64 square)
 {
     quint64 root = 0;
     quint64 bit = quint64(1) << 62;
@@ -60,17 +60,17 @@ quint64 wholeRoot(quint64 square)
     return root;
 }
 
-int share(qint64 part, qint64 whole)
+int share(qint64 part, qint64 total)
 {
-    return whole == 0 ? 0 : static_cast<int>(rounded(100 * part, whole));
+    return total == 0 ? 0 : static_cast<int>(rounded(100 * part, total));
 }
 
-int percentage(qint64 part, qint64 whole)
+int percentage(qint64 part, qint64 total)
 {
-    return whole == 0 ? notMeasured : share(part, whole);
+    return total == 0 ? notMeasured : share(part, total);
 }
 
-int wholeSeconds(int msecs)
+int secondsOf(int msecs)
 {
     return msecs < 0 ? notMeasured : msecs / msecsPerSecond;
 }
@@ -141,7 +141,7 @@ int Judge::Series::deviation() const
         return 0;
     // The deviation is the root of this, divided by the count. Doubled, it tells halves.
     const qint64 scatter = m_count * m_squares - m_sum * m_sum;
-    const auto doubled = static_cast<qint64>(wholeRoot(4 * static_cast<quint64>(scatter)));
+    const auto doubled = static_cast<qint64>(integerRoot(4 * static_cast<quint64>(scatter)));
     return static_cast<int>((doubled / m_count + 1) / 2);
 }
 
@@ -153,11 +153,11 @@ void Judge::Histogram::add(int value)
 
 void Judge::Histogram::store(Parameters &values, E::ParameterType first) const
 {
-    qint64 whole = 0;
+    qint64 total = 0;
     for (const qint64 count : counts)
-        whole += count;
+        total += count;
     for (std::size_t i = 0; i < counts.size(); ++i)
-        values.insert(static_cast<E::ParameterType>(first + int(i)), share(counts[i], whole));
+        values.insert(static_cast<E::ParameterType>(first + int(i)), share(counts[i], total));
 }
 
 void Judge::Cycles::add(int number, int wanted)
@@ -197,7 +197,7 @@ void Judge::followSeries(InSeries kind)
     ++m_inSeries;
 }
 
-void Judge::take(const Compression &c)
+void Judge::add(const Compression &c)
 {
     const G &g = m_scenario.guidelines;
 
@@ -237,7 +237,7 @@ void Judge::take(const Compression &c)
     extend(c.start, c.end);
 }
 
-void Judge::take(const Ventilation &v)
+void Judge::add(const Ventilation &v)
 {
     const G &g = m_scenario.guidelines;
 
@@ -273,7 +273,7 @@ void Judge::take(const Ventilation &v)
     extend(v.start, v.end);
 }
 
-void Judge::takePause(int start, int seconds)
+void Judge::addPause(int start, int seconds)
 {
     if (start != m_pauseStart) {
         m_series = InSeries::Nothing;
@@ -297,7 +297,7 @@ void Judge::extend(int start, int end)
     m_end = qMax(m_end, end);
 }
 
-void Judge::takeShock(int msecs)
+void Judge::addShock(int msecs)
 {
     if (m_firstShock < 0)
         m_firstShock = msecs;
@@ -332,9 +332,9 @@ Parameters Judge::statistics() const
     // clang-format off
     s[E::cprCardTimestamp]                    = cardTimestamp;
     s[E::sessionDuration]                     = m_scenario.seconds;
-    s[E::timeFirstShock]                      = wholeSeconds(m_firstShock);
-    s[E::timeFirstComp]                       = wholeSeconds(m_firstCompression);
-    s[E::timeFirstVent]                       = wholeSeconds(m_firstBreath);
+    s[E::timeFirstShock]                      = secondsOf(m_firstShock);
+    s[E::timeFirstComp]                       = secondsOf(m_firstCompression);
+    s[E::timeFirstVent]                       = secondsOf(m_firstBreath);
     s[E::compCount]                           = number(compressions);
     s[E::compCyclesCount]                     = number(m_compressionCycles.numbers.count());
     s[E::ventCount]                           = number(breaths);

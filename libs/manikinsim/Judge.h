@@ -78,11 +78,11 @@ public:
     explicit Judge(const Scenario &scenario);
 
     /// In order of their ends.
-    void take(const Compression &compression);
-    void take(const Ventilation &ventilation);
+    void add(const Compression &compression);
+    void add(const Ventilation &ventilation);
     /// A pause since \a start (ms) has lasted \a seconds, as it is reported again and again.
-    void takePause(int start, int seconds);
-    void takeShock(int msecs);
+    void addPause(int start, int seconds);
+    void addShock(int msecs);
 
     /// The rate of the last breath; -1 when it is not known.
     int breathRate() const { return m_breathRate; }

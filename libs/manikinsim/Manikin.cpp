@@ -162,7 +162,7 @@ void Manikin::endPush(const Push &push, int now, std::vector<SentMessage> &messa
     rateAfter(c, now, messages);
     send(messages, now, CommunicationIDs::RPL_COMP_EVENT, contents::compression(c, now - c.start),
          c);
-    m_judge->take(c);
+    m_judge->add(c);
 
     m_lastPush = push;
     m_hasPushed = true;
@@ -204,7 +204,7 @@ void Manikin::endBreath(const Breath &breath, int now, std::vector<SentMessage> 
     v.period = m_lastBreathStart < 0 ? 0 : qMin(longestPeriod, breath.start - m_lastBreathStart);
     v.volume = breath.volume;
     v.duringCompression = isDuringCompression(breath);
-    m_judge->take(v);
+    m_judge->add(v);
 
     const int rate = qMin(fastestBreaths, m_judge->breathRate());
     if (rate >= 0 && rate != m_sentBreathRate) {
@@ -248,7 +248,7 @@ void Manikin::reportPause(int now, std::vector<SentMessage> &messages)
         || seconds > longestPause || isTouched(now)) {
         return;
     }
-    m_judge->takePause(start, seconds);
+    m_judge->addPause(start, seconds);
     send(messages, now, CommunicationIDs::RPL_COMP_INACTIVITY_TIME,
          encode({{MessageLayouts::inactivityTime, seconds}}), PauseReport{start, seconds});
     if (m_sentRate != 0) {
@@ -266,7 +266,7 @@ void Manikin::followScript(int now, std::vector<SentMessage> &messages)
         case Kind::HandsOff:
             break; // the rescuer knows
         case Kind::Shock:
-            m_judge->takeShock(now);
+            m_judge->addShock(now);
             send(messages, now, CommunicationIDs::RPL_DEFIB_SHOCK_EVENT,
                  encode({{MessageLayouts::shockEnergy, step.value}}), Shock{step.value});
             break;

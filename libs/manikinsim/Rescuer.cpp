@@ -117,8 +117,8 @@ int Rescuer::reaction()
 int Rescuer::changeOver()
 {
     const Measure &usual = m_scenario.skill.changeOver;
-    const int taken = m_random.around(usual.mean, usual.spread);
-    return qMax(50, m_scenario.protocol == CommonDefs::CPR_TWO_RESCUER ? taken / 3 : taken);
+    const int pause = m_random.around(usual.mean, usual.spread);
+    return qMax(50, m_scenario.protocol == CommonDefs::CPR_TWO_RESCUER ? pause / 3 : pause);
 }
 
 /// The number that a rescuer gets to who counts to \a count and miscounts by at most \a off.

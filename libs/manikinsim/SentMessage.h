@@ -83,8 +83,8 @@ struct SentMessage {
     QByteArray content; ///< index 0 first
     Fact fact;
 
-    enum class Fate { Whole, Cut, Lost };
-    Fate fate = Fate::Whole; ///< on the way; of a cut message content is what arrives
+    enum class Fate { Complete, Cut, Lost };
+    Fate fate = Fate::Complete; ///< on the way; of a cut message content is what arrives
 };
 
 /// The depth and the volume of one wave period.

@@ -33,9 +33,9 @@ bool isSmall(E::ManikinType type)
     return std::find(small.begin(), small.end(), type) != small.end();
 }
 
-bool isWhole(const SentMessage &message)
+bool isComplete(const SentMessage &message)
 {
-    return message.fate == SentMessage::Fate::Whole;
+    return message.fate == SentMessage::Fate::Complete;
 }
 
 /// Appends \a value or, when \a index lies inside the wave, overwrites all from there on.
@@ -171,7 +171,7 @@ void ReceivedSession::arrived(const SentMessage &message)
 void ReceivedSession::enter(const Message &message, const manikinsim::Compression &compression)
 {
     m_truth.compressions.push_back({compression});
-    if (!isWhole(message))
+    if (!isComplete(message))
         return;
     Truth::Compression &c = m_truth.compressions.back();
     c.isListed = true;
@@ -196,7 +196,7 @@ void ReceivedSession::number(Truth::Compression &c)
 void ReceivedSession::enter(const Message &message, const manikinsim::Ventilation &ventilation)
 {
     m_truth.ventilations.push_back({ventilation});
-    if (!isWhole(message))
+    if (!isComplete(message))
         return;
     Truth::Ventilation &v = m_truth.ventilations.back();
     v.isListed = true;
@@ -214,7 +214,7 @@ void ReceivedSession::enter(const Message &message, const manikinsim::PauseRepor
     }
     Truth::Pause &pause = pauses.back();
     pause.lasted = report.seconds;
-    if (!isWhole(message))
+    if (!isComplete(message))
         return;
 
     m_truth.inactivitySum = static_cast<qint16>(m_truth.inactivitySum + report.seconds);
