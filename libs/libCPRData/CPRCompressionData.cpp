@@ -8,7 +8,6 @@
 #include "private/MessageLayouts.h"
 #include "private/SessionArchive.h"
 #include "private/Units.h"
-#include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -128,7 +127,7 @@ void CPRCompressionData::setRelativeCompressionData(int value, int index)
 
 void CPRCompressionData::compressionWaveAppend(int value, int index)
 {
-    samples().record(value, index);
+    record(value, index);
 }
 
 void CPRCompressionData::setCompressionRate(short rate)
@@ -141,7 +140,7 @@ void CPRCompressionData::setCompressionRate(short rate)
 
 void CPRCompressionData::fill(int n)
 {
-    samples().fill(n, m_lastDepth);
+    repeat(n, m_lastDepth);
 }
 
 int CPRCompressionData::sessionTimeFromData() const
@@ -151,10 +150,10 @@ int CPRCompressionData::sessionTimeFromData() const
 
 bool CPRCompressionData::writeCompresseionWave(QIODevice *device) const
 {
-    return samples().write(device);
+    return writeSamples(device);
 }
 
 QString CPRCompressionData::readCompresseionWave(QIODevice *device)
 {
-    return samples().read(device);
+    return readSamples(device);
 }

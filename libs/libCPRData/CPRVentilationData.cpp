@@ -7,7 +7,6 @@
 #include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
 #include "private/SessionArchive.h"
-#include "private/WaveSamples.h"
 
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
@@ -91,11 +90,11 @@ void CPRVentilationData::setVentilationData(int value, int sequence)
         qCInfo(lcVentilationData) << "value" << value << "sequence" << sequence;
         Q_EMIT ventilationVolumeChanged(value);
     }
-    if (samples().count() == 0) {
+    if (count() == 0) {
         waveformInfo()->setMsecs(sessionTime());
         waveformInfo()->sendSignal();
     }
-    samples().record(value, sequence);
+    record(value, sequence);
 }
 
 void CPRVentilationData::setVentilationRate(int rate)
@@ -110,7 +109,7 @@ void CPRVentilationData::setVentilationRate(int rate)
 void CPRVentilationData::fill(int n)
 {
     qCDebug(lcVentilationData) << Q_FUNC_INFO;
-    samples().fill(n, 0);
+    repeat(n, 0);
 }
 
 void CPRVentilationData::cutOffWavedataAtTime(int msec)
@@ -123,10 +122,10 @@ bool CPRVentilationData::writeVentilationWave(QIODevice *device) const
 {
     qCInfo(lcVentilationData) << "Ventilation count:" << count()
                               << "msec:" << qint64(count()) * waveformInfo()->samplePeriod();
-    return samples().write(device);
+    return writeSamples(device);
 }
 
 QString CPRVentilationData::readVentilationWave(QIODevice *device)
 {
-    return samples().read(device);
+    return readSamples(device);
 }
