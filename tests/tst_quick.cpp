@@ -27,6 +27,7 @@
 #include <memory>
 
 using namespace TestSupport;
+using namespace cprquick;
 using bls_2010::CommonDefs;
 using E = CPREventBase;
 

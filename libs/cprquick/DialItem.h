@@ -9,10 +9,12 @@
 #include <QQuickPaintedItem>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// A dial with a hand and a target band, open below, where a page can put the figure itself.
 class CPRQUICK_EXPORT DialItem : public QQuickPaintedItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(DialItem)
 
     // clang-format off
     /// @{
@@ -62,5 +64,7 @@ private:
     qreal m_bandTo = 0;
     bool m_isDark = false;
 };
+
+} // namespace cprquick
 
 #endif

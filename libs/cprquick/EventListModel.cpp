@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace cprquick {
+
 EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
 {
     connect(&m_watcher, &SessionWatcher::sessionChanged, this, [this] {
@@ -277,3 +279,5 @@ QHash<int, QByteArray> EventListModel::roleNames() const
     };
     // clang-format on
 }
+
+} // namespace cprquick

@@ -13,13 +13,15 @@
 #include <QVector>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// The events of a session as rows, in the order of the event list.
 ///
 /// It follows the list row by row: what a session adds, inserts, deletes or clears becomes the rows
 /// that it concerns and no others. Texts are made when a view asks for them.
 class CPRQUICK_EXPORT EventListModel : public QAbstractListModel {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(EventListModel)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -109,5 +111,7 @@ private:
     int m_listed = 0; // events in the session's list when m_rows was brought up to date
     int m_tags = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -15,6 +15,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+namespace cprquick {
+
 namespace {
 
 using E = CPREventBase;
@@ -137,3 +139,5 @@ QStringList EventText::faults() const
         return faultTexts(m_compression->faults);
     return m_ventilation ? faultTexts(m_ventilation->faults) : QStringList();
 }
+
+} // namespace cprquick

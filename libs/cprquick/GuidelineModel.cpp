@@ -6,6 +6,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+namespace cprquick {
+
 namespace {
 
 // clang-format off
@@ -138,3 +140,5 @@ QHash<int, QByteArray> GuidelineModel::roleNames() const
 {
     return {{NameRole, "name"}, {ValueTextRole, "valueText"}};
 }
+
+} // namespace cprquick

@@ -10,6 +10,8 @@
 #include <QLocale>
 #include <QPainter>
 
+namespace cprquick {
+
 HistogramItem::HistogramItem(QQuickItem *parent) : QQuickPaintedItem(parent)
 {
     connect(this, &HistogramItem::changed, this, [this] { update(); });
@@ -57,3 +59,5 @@ void HistogramItem::paint(QPainter *painter)
     }
     painter->fillRect(QRectF(0, bottom, width(), style.hair), theme.frame);
 }
+
+} // namespace cprquick

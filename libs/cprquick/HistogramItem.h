@@ -10,10 +10,12 @@
 #include <QVariantList>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// Bars with their numbers above them, as high as the item allows.
 class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(HistogramItem)
 
     // clang-format off
     /// One number for each bar; below 0 counts as 0.
@@ -47,5 +49,7 @@ private:
     bool m_isDark = false;
     qreal m_textSize = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -9,6 +9,8 @@
 
 #include <cmath>
 
+namespace cprquick {
+
 namespace {
 
 using E = CPREventBase;
@@ -159,3 +161,5 @@ QString LiveFigures::advice() const
 {
     return adviceText(m_latest.advice);
 }
+
+} // namespace cprquick

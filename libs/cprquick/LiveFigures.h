@@ -10,13 +10,15 @@
 
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// What a learner sees while training, in the units that people read, with the limits of the
 /// session's own guidelines beside it.
 ///
 /// The figures are read at most once in 15 ms, and not at all while isActive is false.
 class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(LiveFigures)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -176,5 +178,7 @@ private:
     int m_pause = 0;
     sessionreview::Targets m_targets;
 };
+
+} // namespace cprquick
 
 #endif

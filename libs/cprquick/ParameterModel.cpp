@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+namespace cprquick {
+
 namespace {
 
 bool isBar(CPREventBase::ParameterType type)
@@ -185,3 +187,5 @@ QHash<int, QByteArray> ParameterModel::roleNames() const
     };
     // clang-format on
 }
+
+} // namespace cprquick

@@ -15,6 +15,8 @@
 #include <array>
 #include <cstddef>
 
+namespace cprquick {
+
 namespace {
 
 using E = CPREventBase;
@@ -468,3 +470,5 @@ QString parameterValueText(E::ParameterType type, const QVariant &value)
     // clang-format on
     return withUnit(numberText(type, value), type);
 }
+
+} // namespace cprquick

@@ -11,6 +11,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace cprquick {
+
 namespace {
 
 constexpr qint64 shortestMs = 1000;
@@ -231,3 +233,5 @@ void PlotItem::reveal(int msecs)
     else if (msecs > m_shownTo)
         pan(msecs - m_shownTo);
 }
+
+} // namespace cprquick

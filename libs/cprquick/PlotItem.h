@@ -15,6 +15,8 @@
 
 #include <memory>
 
+namespace cprquick {
+
 class PlotSource;
 
 /// An item that shows a session over time: what wave and timeline have in common.
@@ -150,5 +152,7 @@ private:
     QRectF m_plotArea;
     int m_cursor = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace cprquick {
+
 namespace {
 
 // Items live on one thread, and so does this.
@@ -86,3 +88,5 @@ void PlotSource::refresh()
     m_areWavesStale = m_areEventsStale = false;
     m_end = std::max(m_time, static_cast<int>(m_model.length()));
 }
+
+} // namespace cprquick

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+namespace cprquick {
+
 /// What the items draw of one session. All items that show the same session share one, so its waves
 /// are copied once.
 class PlotSource final : public QObject {
@@ -48,5 +50,7 @@ private:
     bool m_areEventsStale = true;
     bool m_isNoted = true; // changed() was emitted
 };
+
+} // namespace cprquick
 
 #endif

@@ -11,11 +11,13 @@
 #include <QDateTime>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// Who trained what, and how it went: the figures above the review picture, to bind to. All of them
 /// notify by one signal, once for a burst of changes.
 class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(SessionSummary)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -102,5 +104,7 @@ private:
     sessionreview::Figures m_figures;
     int m_minFlowTime = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -3,6 +3,8 @@
 
 #include "cprquick/SessionWatcher.h"
 
+namespace cprquick {
+
 namespace {
 
 constexpr int whileRunningMs = 250;
@@ -89,3 +91,5 @@ void SessionWatcher::settleSoon(int msecs)
     if (!m_settling.isActive() || m_settling.interval() > msecs)
         m_settling.start(msecs);
 }
+
+} // namespace cprquick

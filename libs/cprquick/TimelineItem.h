@@ -8,11 +8,14 @@
 
 #include <sessionplot/ReviewPicture.h>
 
+namespace cprquick {
+
 /// The review picture of a session, or some of its parts: everything that happened, in lanes over
 /// one time axis.
-class CPRQUICK_EXPORT TimelineItem : public PlotItem {
+// qmltyperegistrar finds the base by its full name alone.
+class CPRQUICK_EXPORT TimelineItem : public cprquick::PlotItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(TimelineItem)
 
     // clang-format off
     /// What is drawn where there is room and something to draw; AllLanes unless changed.
@@ -68,5 +71,7 @@ private:
     int m_flagRows = 0;
     sessionplot::ReviewPicture m_picture;
 };
+
+} // namespace cprquick
 
 #endif
