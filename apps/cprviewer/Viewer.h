@@ -56,17 +56,17 @@ class Viewer final : public QObject {
 
 public:
     /// Where the viewer keeps what outlives it.
-    struct Places {
+    struct Paths {
         QString settings; ///< an INI file
         QString journals; ///< a folder; empty when nothing is to be journalled
         /// The user's own.
-        static Places ofUser();
+        static Paths ofUser();
     };
 
     enum SaveResult { Saved, Exists, Failed };
     Q_ENUM(SaveResult)
 
-    explicit Viewer(const Places &places, QObject *parent = nullptr);
+    explicit Viewer(const Paths &paths, QObject *parent = nullptr);
     ~Viewer() override;
 
     // clang-format off
@@ -143,7 +143,7 @@ private:
     };
 
     void load(const QString &name, SessionLoader::Kind kind);
-    void takeLoaded();
+    void showLoaded();
     void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed);
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
     void show(Opened opened);

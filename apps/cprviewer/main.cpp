@@ -105,8 +105,8 @@ int main(int argc, char *argv[])
     useViewerTypes();
 
     // A picture depends on nothing that was chosen before, and leaves nothing behind.
-    Viewer viewer(isPicture ? Viewer::Places{temporary.filePath(QStringLiteral("settings")), {}}
-                            : Viewer::Places::ofUser());
+    Viewer viewer(isPicture ? Viewer::Paths{temporary.filePath(QStringLiteral("settings")), {}}
+                            : Viewer::Paths::ofUser());
     if (!line.language.isEmpty())
         viewer.appearance()->useLanguage(line.language);
     if (line.isDark || line.isLight)

@@ -47,9 +47,11 @@ public:
 
     /// The first line: the format and its version.
     static constexpr char firstLine[] = "cprlog 1";
+    /// Whether the file \a name begins as a log does.
+    static bool isLog(const QString &name);
     /// Bytes in a line, its end not counted; a longer line is an error. A message's content may
     /// thus have some 32000 bytes, many times what a manikin can send.
-    static constexpr int maximalLineLength = 64 * 1024;
+    static constexpr int maxLineLength = 64 * 1024;
 
     /// \a device is open for reading and is not owned; \a name stands for it in error messages.
     ManikinLogReader(QIODevice *device, const QString &name, Damage damage = Damage::IsError);
@@ -77,8 +79,8 @@ private:
 
     Result readLine(QByteArray &text);
     qint64 readMore();
-    Line take(const QByteArray &text, Record &record);
     Line parse(const QByteArray &text, Record &record);
+    Line parseRecord(const QByteArray &text, Record &record);
     Result skipDamaged();
     void fail(const QString &reason);
     Line failExpecting(const QString &what, const QByteArray &found);
