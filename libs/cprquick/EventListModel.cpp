@@ -18,7 +18,7 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
         Q_EMIT sessionChanged();
     });
     connect(&m_watcher, &SessionWatcher::cleared, this, &EventListModel::follow);
-    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::takeAnnounced);
+    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::addAnnounced);
     connect(&m_watcher, &SessionWatcher::eventRemoved, this, &EventListModel::forget);
     connect(&m_watcher, &SessionWatcher::eventChanged, this, [this](CPREventBase *event) {
         const int row = rowOf(event);
@@ -132,7 +132,7 @@ void EventListModel::announce(int first, int last)
         Q_EMIT dataChanged(index(first), index(last));
 }
 
-void EventListModel::takeAnnounced(CPREventBase *event)
+void EventListModel::addAnnounced(CPREventBase *event)
 {
     if (insertAnnounced(event))
         return;

@@ -97,7 +97,7 @@ private:
     QVector<CPREventBase *> shownEvents() const;
     void reload();
     void follow();
-    void takeAnnounced(CPREventBase *event);
+    void addAnnounced(CPREventBase *event);
     bool insertAnnounced(CPREventBase *event);
     void forget(CPREventBase *gone);
     void remove(int first, int count);

@@ -40,10 +40,10 @@ LiveFigures::LiveFigures(QObject *parent) : QObject(parent)
     });
     connect(&m_watcher, &SessionWatcher::waveChanged, this, &LiveFigures::readSoon);
     connect(&m_watcher, &SessionWatcher::timeChanged, this, &LiveFigures::readSoon);
-    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &LiveFigures::noteEvents);
+    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &LiveFigures::readEventsSoon);
     for (const auto change : {&SessionWatcher::cleared, &SessionWatcher::eventsChanged,
                               &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
-        connect(&m_watcher, change, this, &LiveFigures::noteEvents);
+        connect(&m_watcher, change, this, &LiveFigures::readEventsSoon);
 }
 
 LiveFigures::~LiveFigures() = default;
@@ -60,7 +60,7 @@ void LiveFigures::setActive(bool active)
     Q_EMIT isActiveChanged();
 }
 
-void LiveFigures::noteEvents()
+void LiveFigures::readEventsSoon()
 {
     m_areEventsStale = true;
     readSoon();

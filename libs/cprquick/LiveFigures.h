@@ -159,7 +159,7 @@ private:
         int ventilationRate = -1;
     };
 
-    void noteEvents();
+    void readEventsSoon();
     void readSoon();
     void read();
     void readWaves();

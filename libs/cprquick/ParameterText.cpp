@@ -381,7 +381,7 @@ QString numberText(E::ParameterType type, const QVariant &value)
     if (storedUnit(type) == E::hmm)
         return locale.toString(value.toDouble() / hmmPerMm, 'f', 1);
     if (kind == QMetaType::Float) // as wherever else depths are told
-        return locale.toString(sessionreview::wholeHmm(value.toFloat()), 'f', 1);
+        return locale.toString(sessionreview::roundedToHmm(value.toFloat()), 'f', 1);
     if (kind == QMetaType::Double)
         return locale.toString(value.toDouble(), 'f', 1);
     if (kind == QMetaType::Int && storedUnit(type) != E::none)

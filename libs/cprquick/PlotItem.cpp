@@ -15,7 +15,7 @@ namespace cprquick {
 
 namespace {
 
-constexpr qint64 shortestMs = 1000;
+constexpr qint64 minRangeMs = 1000;
 
 } // namespace
 
@@ -196,9 +196,9 @@ int PlotItem::timeAt(qreal x) const
 // begin where the one before ended.
 void PlotItem::showRange(qint64 from, qint64 length)
 {
-    const qint64 whole = std::max<qint64>(m_length, shortestMs);
-    length = qBound(shortestMs, length, whole);
-    from = qBound<qint64>(0, from, whole - length);
+    const qint64 total = std::max<qint64>(m_length, minRangeMs);
+    length = qBound(minRangeMs, length, total);
+    from = qBound<qint64>(0, from, total - length);
     setWindow(static_cast<int>(from), static_cast<int>(from + length), 0);
     findShown();
 }
@@ -210,7 +210,7 @@ void PlotItem::zoom(qreal factor, qreal x)
     const qint64 fixed = qBound(m_shownFrom, timeAt(x), m_shownTo);
     const qint64 length =
         qRound64(qMin(qreal(m_shownTo - m_shownFrom) / factor, qreal(std::max(m_length, 1))));
-    const qint64 shown = std::max(length, shortestMs);
+    const qint64 shown = std::max(length, minRangeMs);
     const qint64 before = (fixed - m_shownFrom) * shown / std::max(m_shownTo - m_shownFrom, 1);
     showRange(fixed - before, shown);
 }

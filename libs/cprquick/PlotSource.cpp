@@ -43,14 +43,14 @@ PlotSource::PlotSource(CPRData *session) : m_key(session)
     });
     connect(&m_watcher, &SessionWatcher::timeChanged, this, [this](int msecs) {
         m_time = msecs;
-        note(m_areWavesStale);
+        announce(m_areWavesStale);
     });
-    connect(&m_watcher, &SessionWatcher::waveChanged, this, [this] { note(m_areWavesStale); });
+    connect(&m_watcher, &SessionWatcher::waveChanged, this, [this] { announce(m_areWavesStale); });
     for (const auto change : {&SessionWatcher::cleared, &SessionWatcher::eventsChanged,
                               &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
-        connect(&m_watcher, change, this, [this] { note(m_areEventsStale); });
+        connect(&m_watcher, change, this, [this] { announce(m_areEventsStale); });
     for (const auto change : {&SessionWatcher::eventRemoved, &SessionWatcher::eventChanged})
-        connect(&m_watcher, change, this, [this] { note(m_areEventsStale); });
+        connect(&m_watcher, change, this, [this] { announce(m_areEventsStale); });
 }
 
 PlotSource::~PlotSource()
@@ -66,18 +66,18 @@ void PlotSource::forget()
         sources().erase(known);
 }
 
-void PlotSource::note(bool &isStale)
+void PlotSource::announce(bool &isStale)
 {
     isStale = true;
-    if (!m_isNoted) {
-        m_isNoted = true;
+    if (!m_isAnnounced) {
+        m_isAnnounced = true;
         Q_EMIT changed();
     }
 }
 
 void PlotSource::refresh()
 {
-    m_isNoted = false;
+    m_isAnnounced = false;
     const CPRData *session = m_watcher.session();
     if (!session)
         return;

@@ -39,7 +39,7 @@ Q_SIGNALS:
 private:
     explicit PlotSource(CPRData *session);
     void forget();
-    void note(bool &isStale);
+    void announce(bool &isStale);
 
     SessionWatcher m_watcher;
     const CPRData *m_key; // only compared
@@ -48,7 +48,7 @@ private:
     int m_end = 0;
     bool m_areWavesStale = true;
     bool m_areEventsStale = true;
-    bool m_isNoted = true; // changed() was emitted
+    bool m_isAnnounced = true; // changed() was emitted
 };
 
 } // namespace cprquick

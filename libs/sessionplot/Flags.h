@@ -26,7 +26,7 @@ public:
     FlagLabels() = default;
     /// Labels may reach to \a right.
     FlagLabels(const PlotModel &model, const Style &style, const TimeScale &time, qreal right,
-               int mostRows);
+               int maxRows);
 
     /// Rows in use.
     int rows() const { return m_rows; }
@@ -46,8 +46,8 @@ private:
         int row = 0; // 0 is the lowest
     };
 
-    static bool findRows(std::vector<Label *> &labels, int mostRows, int rowAtEdge, qreal gap);
-    static bool findRows(std::vector<Label *> &labels, int mostRows, qreal gap);
+    static bool findRows(std::vector<Label *> &labels, int maxRows, int rowAtEdge, qreal gap);
+    static bool findRows(std::vector<Label *> &labels, int maxRows, qreal gap);
 
     std::vector<Label> m_labels; // by weight, the greatest first
     int m_rows = 0;

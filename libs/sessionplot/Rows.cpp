@@ -56,13 +56,13 @@ qreal timeAxisHeight(const Style &style)
 void paintPauseShades(const LaneContext &context, const QRectF &stack)
 {
     // In a picture of many hours all pauses together would cover everything.
-    constexpr qreal narrowest = 0.5;
+    constexpr qreal minWidth = 0.5;
     for (const Span &pause : context.model->review().pauses) {
         if (!context.time.range().overlaps(pause.begin, pause.end))
             continue;
         const qreal left = context.time.boundedX(pause.begin);
         const qreal right = context.time.boundedX(pause.end);
-        if (right - left < narrowest)
+        if (right - left < minWidth)
             continue;
         const qreal width = qMax(right - left, context.style->hair);
         context.painter->fillRect(snapped(QRectF(left, stack.top(), width, stack.height())),
@@ -73,14 +73,14 @@ void paintPauseShades(const LaneContext &context, const QRectF &stack)
 void paintLosses(const LaneContext &context, const QRectF &stack)
 {
     const Style &style = *context.style;
-    const qreal narrowest = 3 * style.hair; // however short a loss is, it is seen
+    const qreal minWidth = 3 * style.hair; // however short a loss is, it is seen
     qreal end = stack.left() - style.em; // of the last one that was drawn
     for (const Span &loss : context.model->review().losses) {
         if (!context.time.range().overlaps(loss.begin, loss.end))
             continue;
         const qreal left = context.time.boundedX(loss.begin);
-        const qreal right = qMax(context.time.boundedX(loss.end), left + narrowest);
-        if (right - left <= narrowest && left - end < 0.5 * style.em)
+        const qreal right = qMax(context.time.boundedX(loss.end), left + minWidth);
+        if (right - left <= minWidth && left - end < 0.5 * style.em)
             continue;
         end = right;
         drawHatching(context.painter, QRectF(left, stack.top(), right - left, stack.height()),

@@ -69,15 +69,15 @@ private:
     qreal m_bottom;
 };
 
-/// Round values with a distance of at least \a leastPixels.
-QVector<double> valueTicks(const ValueScale &scale, qreal leastPixels);
+/// Round values with a distance of at least \a minPixels.
+QVector<double> valueTicks(const ValueScale &scale, qreal minPixels);
 
-/// Round times with a distance of at least \a leastPixels.
+/// Round times with a distance of at least \a minPixels.
 struct TimeTicks {
     qint64 step = 1;
     QVector<qint64> msecs;
 };
-TimeTicks timeTicks(const TimeScale &scale, qreal leastPixels);
+TimeTicks timeTicks(const TimeScale &scale, qreal minPixels);
 
 /// m:ss, with tenths of a second when \a step needs them, and h:mm:ss when \a withHours.
 QString timeText(qint64 msecs, qint64 step, bool withHours);

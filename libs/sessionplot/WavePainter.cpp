@@ -19,13 +19,13 @@ namespace {
 
 // Up to this many samples in a column a line from one extreme to the next looks like the wave;
 // beyond, it would fill the area.
-constexpr double mostSamplesInLine = 12;
+constexpr double maxSamplesInLine = 12;
 
 // The time to paint a polygon grows much faster than its number of corners.
 constexpr int pointsInPiece = 32;
 
 // The ends of an envelope's bars are seen only when they are broader than a thin line.
-constexpr qreal leastLineOfEnvelope = 2;
+constexpr qreal minEnvelopeLine = 2;
 
 // Where the highest value of a column is below this part of the one beside it.
 constexpr double flank = 0.8;
@@ -88,7 +88,7 @@ void WavePainter::paint(QPainter *painter, const Wave &wave, const TimeScale &ti
         }
         prepare(wave, static_cast<qint64>(double(time.range().from) / msecsPerColumn),
                 static_cast<qint64>(double(time.range().to) / msecsPerColumn));
-        if (samplesPerColumn > mostSamplesInLine)
+        if (samplesPerColumn > maxSamplesInLine)
             paintEnvelope(painter, wave, time, values, look);
         else
             paintLine(painter, wave, time, values, look);
@@ -198,7 +198,7 @@ void WavePainter::paintEnvelope(QPainter *painter, const Wave &wave, const TimeS
         qreal bottom;
         qreal lineTop;
     };
-    const qreal lineWidth = qMax(look.lineWidth, leastLineOfEnvelope);
+    const qreal lineWidth = qMax(look.lineWidth, minEnvelopeLine);
     // A column in which the wave only rises or falls has no peak to show.
     const auto hasPeak = [this](std::size_t i) {
         const auto isFlankOf = [this, i](std::size_t neighbour) {

@@ -88,7 +88,7 @@ bool Targets::operator==(const Targets &other) const
     return values(*this) == values(other);
 }
 
-double wholeHmm(float mm)
+double roundedToHmm(float mm)
 {
     return std::round(double(mm) * hmmPerMm) / hmmPerMm;
 }

@@ -63,7 +63,7 @@ struct Targets {
 Targets targetsOf(const CPRData &session);
 
 /// A depth in mm. Depths are whole hundredths of a mm, which a float only comes near.
-double wholeHmm(float mm);
+double roundedToHmm(float mm);
 
 } // namespace sessionreview
 
