@@ -6,7 +6,7 @@
 namespace {
 
 constexpr int tickMs = 10; // a manikin sends a wave packet every 20 ms
-// What a tick may take; the rest of the frame belongs to the window.
+// The rest of the frame belongs to the window.
 constexpr int maxTickMs = 8;
 
 } // namespace

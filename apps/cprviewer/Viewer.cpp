@@ -161,8 +161,8 @@ std::unique_ptr<SessionJournal> Viewer::newJournal()
 
 void Viewer::show(Opened opened)
 {
-    // The old session goes at the end, when the pages have let go of it. A journal that it has
-    // keeps its file.
+    // The old session goes at the end, when the pages have let go of it. The file of its journal
+    // stays.
     std::swap(m_opened, opened);
     Q_EMIT sessionChanged();
     Q_EMIT nameChanged();

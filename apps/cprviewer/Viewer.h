@@ -21,9 +21,9 @@
 /// What the window shows and does: the session that is open, where it comes from, and what becomes
 /// of it.
 ///
-/// A live session is journalled until it is saved or thrown away. A journal that a killed viewer
-/// has left is offered in leftSession. Nothing here throws a session away that was not saved,
-/// except discard(): one that another takes the place of stays in its journal.
+/// A live session is journalled until it is saved or discarded. A journal that a killed viewer has
+/// left is offered in leftSession. Only discard() throws an unsaved session away: when another one
+/// is opened, it stays in its journal.
 class Viewer final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -55,7 +55,7 @@ class Viewer final : public QObject {
     // clang-format on
 
 public:
-    /// Where the viewer keeps what outlives it.
+    /// Where the viewer stores what outlives it.
     struct Paths {
         QString settings; ///< an INI file
         QString journals; ///< a folder; empty when nothing is to be journalled

@@ -43,7 +43,7 @@ bool hasDisplay()
 #endif
 }
 
-// The names that a file dialog proposes may outlive it, and would keep the keyboard.
+// The list of names that a file dialog proposes may outlive it, and would hold the keyboard.
 void closePopupsWith(const QApplication &application, QQuickWindow *window)
 {
     QObject::connect(&application, &QGuiApplication::focusWindowChanged, window,

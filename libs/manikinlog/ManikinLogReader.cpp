@@ -24,7 +24,7 @@ bool isHexDigit(char c)
 /// The start of a line's text, fit to be shown in an error message.
 QString shortened(const QByteArray &text)
 {
-    // The dot in front keeps a byte order mark, which would else be dropped and not be seen.
+    // Without the dot in front a byte order mark would be dropped and not be seen.
     QString shown = QString::fromUtf8('.' + text).mid(1);
     if (shown.size() > foundTextLength)
         shown = shown.left(foundTextLength) + QLatin1String("...");
@@ -34,8 +34,8 @@ QString shortened(const QByteArray &text)
     return shown;
 }
 
-/// Takes the fields of one line one after the other. The first field that is not as expected ends
-/// the parsing; expected() and found() tell about it.
+/// Parses the fields of one line from left to right. The first field that is not as expected ends
+/// it; expected() and found() say what was wrong.
 class LineParser {
 public:
     explicit LineParser(const QByteArray &line) : m_line(line) { }
@@ -287,7 +287,7 @@ ManikinLogReader::Result ManikinLogReader::skipDamaged()
     if (m_skippedLines++ == 0)
         m_skippedError = m_errorString;
     m_errorString.clear();
-    // The rest of a line that is too long. What cannot be read is told with the next line.
+    // The rest of a line that is too long. A device that fails here is reported with the next line.
     int end = -1;
     while (!m_hasLineEnd && (end = m_pending.indexOf('\n')) < 0) {
         m_pending.clear();

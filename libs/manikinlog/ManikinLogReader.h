@@ -33,15 +33,14 @@ public:
     enum class Result {
         Record, ///< a record
         End, ///< the end of the log
-        Error ///< a damaged line, or a device that cannot be read; errorString() tells
+        Error ///< a damaged line, or a device that cannot be read; see errorString()
     };
     /// What a damaged line is.
     enum class Damage {
         IsError, ///< an error that ends the log
-        /// Left out and counted: the rest of a log that a killed process, a full disk or a flipped
-        /// bit has damaged is worth having. A line without an end, which can be half a line that
-        /// looks like a whole one, is damaged too, and times may decrease, since a damaged time
-        /// must not cost the records behind it.
+        /// Left out and counted, for what a killed process, a full disk or a flipped bit has left.
+        /// A last line without an end is damaged, too: it may be half a record that looks like a
+        /// full one. Times may decrease: a damaged time must not cost the records behind it.
         IsSkipped
     };
 
@@ -68,7 +67,7 @@ public:
 
     /// How many damaged lines have been left out.
     qint64 skippedLines() const { return m_skippedLines; }
-    /// Tells of the first of them as errorString() would; empty when there is none.
+    /// What errorString() would say of the first of them; empty when there is none.
     QString skippedError() const { return m_skippedError; }
 
     /// Number of the line read last, counted from 1; 0 before the first.
