@@ -18,7 +18,7 @@ class CPRQUICK_EXPORT DialItem : public QQuickPaintedItem {
 
     // clang-format off
     /// @{
-    /// Where the hand points; kept on the dial. Without a value there is no hand.
+    /// Where the hand points; it stops at the ends of the dial. Without a value there is no hand.
     Q_PROPERTY(qreal value    MEMBER m_value    NOTIFY changed)
     Q_PROPERTY(bool  hasValue MEMBER m_hasValue NOTIFY changed)
     /// @}

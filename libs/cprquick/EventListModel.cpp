@@ -86,8 +86,7 @@ void EventListModel::reload()
     endResetModel();
 }
 
-// Replaces what stands between the rows that are the same at both ends. A list that has only grown
-// or shrunk at one place loses or gains no other row.
+// Rows that are the same at both ends stay; what stands between them is replaced.
 void EventListModel::follow()
 {
     const QVector<CPREventBase *> wanted = shownEvents();
@@ -143,9 +142,8 @@ void EventListModel::addAnnounced(CPREventBase *event)
     announce(row, row);
 }
 
-// Nearly every event stands at the end of the list or close to it, so places are looked for from
-// there: it costs the same however long the session is. False when the event is no new one, or not
-// the only one.
+// Searches from the end: nearly every new event stands there or close to it, so the cost does not
+// grow with the session. False when the event is not new, or not the only new one.
 bool EventListModel::insertAnnounced(CPREventBase *event)
 {
     const QList<CPREventBase *> &events = m_watcher.events()->events();
@@ -172,7 +170,7 @@ void EventListModel::forget(CPREventBase *gone)
     if (!m_shown.contains(gone))
         return;
     const auto row = std::find(m_rows.rbegin(), m_rows.rend(), gone);
-    // A view may still read the row while it is told of the removal.
+    // A view may still read the row while it hears of the removal.
     *row = nullptr;
     m_shown.remove(gone);
     remove(static_cast<int>(m_rows.rend() - row) - 1, 1);

@@ -33,7 +33,7 @@ public:
     explicit HistogramItem(QQuickItem *parent = nullptr);
     ~HistogramItem() override;
 
-    /// The bar at the place \a x of the item; -1 beside the bars.
+    /// The bar at \a x in the item; -1 beside the bars.
     Q_INVOKABLE int barAt(qreal x) const;
 
     /// See QQuickPaintedItem.

@@ -5,6 +5,7 @@
 
 #include "sessionreview/Words.h"
 
+#include <sessionplot/PlotModel.h>
 #include <sessionplot/Scales.h>
 
 #include <cmath>
@@ -18,7 +19,6 @@ using namespace sessionreview;
 
 constexpr int readingMs = 15; // shorter than a frame
 constexpr int msecsPerSecond = 1000;
-constexpr int mmPart = 100; // of a wave unit without a description
 
 LiveFigures::Side shown(Side side)
 {
@@ -93,13 +93,10 @@ void LiveFigures::readWaves()
     WaveFigures now;
     if (const CPRData *known = session()) {
         const CPRCompressionData *wave = known->compressionData();
-        const double mmPerUnit = wave->waveformInfo()->lsbValue() > 0
-            ? double(wave->waveformInfo()->lsbValue())
-            : 1.0 / mmPart;
         const bool isAbsolute = known->cprGuidelines()->useAbsoluteDepth();
         now.time = known->cprEvents()->sessionTime();
-        now.depth =
-            std::abs(isAbsolute ? wave->absoluteDepth() : wave->relativeDepth()) * mmPerUnit;
+        now.depth = std::abs(isAbsolute ? wave->absoluteDepth() : wave->relativeDepth())
+            * sessionplot::mmPerSample(*wave->waveformInfo());
         now.volume = std::max(known->ventilationData()->volume(), 0);
         now.rate = wave->compressionRate();
         now.ventilationRate = known->ventilationData()->rate();

@@ -55,9 +55,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(Side     volumeSide           READ volumeSide           NOTIFY eventsChanged)
     /// @}
     /// @{
-    /// Faults of the last compression or ventilation, whichever came later; and one sentence to the
-    /// learner about the worst of them, empty when all is right. Once the manikin has sent its
-    /// scores it is the first advice on the whole session.
+    /// Faults of the last compression or ventilation, whichever came later. One sentence to the
+    /// learner about the worst of them; empty when all is right. Once the manikin has sent its
+    /// scores it is the first advice on the session.
     Q_PROPERTY(QStringList faults            READ faults               NOTIFY eventsChanged)
     Q_PROPERTY(QString  advice               READ advice               NOTIFY eventsChanged)
     /// @}

@@ -14,7 +14,7 @@
 namespace cprquick {
 
 /// The colours of the pictures, for what a page draws beside them. They stay apart for every kind
-/// of colour vision; what matters has to be told by shape or text as well.
+/// of colour vision; what matters has to be shown by shape or text as well.
 class CPRQUICK_EXPORT PlotColors : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(PlotColors)

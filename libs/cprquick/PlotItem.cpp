@@ -192,8 +192,8 @@ int PlotItem::timeAt(qreal x) const
                                                std::numeric_limits<int>::max()));
 }
 
-// What is shown is known with the next frame only; more than one step between two frames has to
-// begin where the one before ended.
+// The shown time is computed at once, not with the next frame: a second step before that frame has
+// to begin where the first one ended.
 void PlotItem::showRange(qint64 from, qint64 length)
 {
     const qint64 total = std::max<qint64>(m_length, minRangeMs);

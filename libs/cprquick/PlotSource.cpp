@@ -60,7 +60,7 @@ PlotSource::~PlotSource()
 
 void PlotSource::forget()
 {
-    // A new session may have taken the place of one that is gone.
+    // A new session may have the address of one that is gone.
     const auto known = sources().constFind(m_key);
     if (known != sources().constEnd() && (known->expired() || known->lock().get() == this))
         sources().erase(known);

@@ -12,7 +12,8 @@ namespace cprquick {
 
 void useTypes()
 {
-    // The generated code registers itself when the library is loaded; a reference keeps it there.
+    // The generated code registers itself when the library is loaded. A reference makes the linker
+    // load it.
     volatile auto registration = &qml_register_types_CPRData;
     Q_UNUSED(registration)
 }

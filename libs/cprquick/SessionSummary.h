@@ -39,7 +39,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_PROPERTY(bool        trainsCompressions  READ trainsCompressions         NOTIFY changed)
     Q_PROPERTY(bool        trainsVentilations  READ trainsVentilations         NOTIFY changed)
     /// @}
-    /// The manikin has sent its scores; without them the next eight tell nothing.
+    /// The manikin has sent its scores; without them the next eight mean nothing.
     Q_PROPERTY(bool        hasScores           READ hasScores                  NOTIFY changed)
     /// @{
     /// Percent; flowTime is -1 when it is not known.

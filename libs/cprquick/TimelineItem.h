@@ -21,7 +21,7 @@ class CPRQUICK_EXPORT TimelineItem : public cprquick::PlotItem {
     /// What is drawn where there is room and something to draw; AllLanes unless changed.
     Q_PROPERTY(Parts parts    READ parts    WRITE setParts    NOTIFY partsChanged)
     /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
-    /// fixed number keeps the lanes in their place while they are moved along the session.
+    /// fixed number lets the lanes stay where they are while the picture moves along the session.
     Q_PROPERTY(int   flagRows READ flagRows WRITE setFlagRows NOTIFY partsChanged)
     // clang-format on
 

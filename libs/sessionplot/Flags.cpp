@@ -57,7 +57,7 @@ FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeSca
     std::stable_sort(m_labels.begin(), m_labels.end(),
                      [](const Label &a, const Label &b) { return a.weight > b.weight; });
 
-    // More labels than this cannot have a place.
+    // There is never room for more labels than this.
     const auto maxLabels =
         static_cast<std::size_t>(qMax(0.0, maxRows * time.width() / (2 * gapToNext * style.em)));
     std::vector<Label *> placed;
@@ -86,14 +86,15 @@ FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeSca
     }
 }
 
-// A label that the edge has pushed back stands over poles to its left, which have to stay below it.
+// Labels at the right edge are pushed to the left, over the poles of others. Either they stand in
+// the lowest row, or, if that fails, in the highest.
 bool FlagLabels::findRows(std::vector<Label *> &labels, int maxRows, qreal gap)
 {
     return findRows(labels, maxRows, 0, gap) || findRows(labels, maxRows, maxRows - 1, gap);
 }
 
-// From the last label to the first: each goes above the poles that its text would cross. The poles
-// of the labels before it lie to the left of its text, unless it was pushed back.
+// From the last label to the first: each goes above the poles that its text would cross. Only a
+// label that was pushed back stands over the poles of labels before it.
 bool FlagLabels::findRows(std::vector<Label *> &labels, int maxRows, int rowAtEdge, qreal gap)
 {
     for (auto label = labels.rbegin(); label != labels.rend(); ++label) {

@@ -219,10 +219,10 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
 
     texts.setWidth(area.width());
     for (const AdviceLine &advice : adviceLines(figures)) {
-        const QRectF place = cutLine(texts, line);
+        const QRectF box = cutLine(texts, line);
         const QString label = QStringLiteral("%1: ").arg(advice.label);
-        style.bold.draw(painter, place, Qt::AlignLeft, label, style.theme.text);
-        style.normal.draw(painter, place.adjusted(style.bold.width(label), 0, 0, 0), Qt::AlignLeft,
+        style.bold.draw(painter, box, Qt::AlignLeft, label, style.theme.text);
+        style.normal.draw(painter, box.adjusted(style.bold.width(label), 0, 0, 0), Qt::AlignLeft,
                           advice.text, style.theme.text);
     }
 }

@@ -25,7 +25,7 @@ constexpr double plainDepth = 100;
 constexpr double plainRate = 200;
 constexpr double plainVolume = 1000;
 
-/// Marks that have a place already: keeps marks of one kind from being drawn over one another.
+/// The area in cells, so that marks of one kind are not drawn over one another.
 class OccupiedCells {
 public:
     OccupiedCells(const QRectF &area, qreal size)
@@ -34,7 +34,7 @@ public:
     {
     }
 
-    /// False when the place was taken before.
+    /// False when there is a mark already, or \a point lies outside.
     bool occupy(const QPointF &point)
     {
         const int column = static_cast<int>((point.x() - m_area.left()) / m_size);
@@ -82,8 +82,7 @@ void paintTitle(const LaneContext &context, const LaneArea &area, const QString 
                          Qt::AlignLeft, unit, style.theme.mutedText);
 }
 
-void paintValueAxis(const LaneContext &context, const LaneArea &area, const ValueScale &scale,
-                    double smallest)
+void paintValueAxis(const LaneContext &context, const LaneArea &area, const ValueScale &scale)
 {
     const Style &style = *context.style;
     const qreal line = style.small.line();
@@ -91,7 +90,7 @@ void paintValueAxis(const LaneContext &context, const LaneArea &area, const Valu
     constexpr int maxTicks = 9;
     const qreal distance = qMax(2.2 * line, (scale.bottom() - scale.top()) / maxTicks);
     for (const double tick : valueTicks(scale, distance)) {
-        if (tick < smallest)
+        if (tick < 0)
             continue;
         const qreal y = scale.y(tick);
         drawRule(context.painter, QPointF(area.plot.left(), y), QPointF(area.plot.right(), y),
@@ -256,7 +255,7 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
 
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Depth"),
                QCoreApplication::translate("sessionplot", "mm"));
-    paintValueAxis(context, area, scale, 0);
+    paintValueAxis(context, area, scale);
     paintBand(context, area, scale, targets.depth);
     if (targets.releaseDepth > 0) {
         const qreal y = scale.y(targets.releaseDepth);
@@ -301,7 +300,7 @@ void paintRate(const LaneContext &context, const LaneArea &area)
     const ValueScale scale = rateScale(*context.model, area.plot);
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Rate"),
                QCoreApplication::translate("sessionplot", "per min"));
-    paintValueAxis(context, area, scale, 0);
+    paintValueAxis(context, area, scale);
     paintBand(context, area, scale, context.model->review().targets.rate);
     paintBandEdges(context, area, scale, context.model->review().targets.rate);
 
@@ -313,10 +312,10 @@ void paintRate(const LaneContext &context, const LaneArea &area)
     const SymbolStamp below(context.painter, Symbol::TriangleDown, triangle, style.theme.fault);
     OccupiedCells occupied(area.plot, triangle / 2);
     QVector<QRect> dots;
-    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range(), 0);
     bool hasRates = false;
     for (const Compression *compression = first; compression != last; ++compression) {
-        if (compression->rate <= 0 || compression->begin < context.time.range().from)
+        if (compression->rate <= 0)
             continue;
         hasRates = true;
         const QPointF point(context.time.boundedX(compression->begin), scale.y(compression->rate));
@@ -346,7 +345,7 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
     const ValueScale scale = volumeScale(model, area.plot);
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Volume"),
                QCoreApplication::translate("sessionplot", "ml"));
-    paintValueAxis(context, area, scale, 0);
+    paintValueAxis(context, area, scale);
     paintBand(context, area, scale, model.review().targets.volume);
 
     // Too little is hollow. Both faults are marked above the bar.

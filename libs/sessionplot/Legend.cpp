@@ -105,7 +105,7 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
     return items;
 }
 
-/// Calls \a visit with each item and its place, and returns the number of lines.
+/// Calls \a visit with each item and its box, and returns the number of lines.
 template <typename Visit>
 int layOutLegend(const Style &style, const std::vector<LegendItem> &items, const QRectF &area,
                  Visit visit)

@@ -19,7 +19,7 @@ using namespace sessionreview;
 
 namespace {
 
-// A text of this size suits a picture of that size; it grows a little slower than the picture.
+// A text of this size suits a picture of that size. Texts grow a little slower than pictures.
 constexpr qreal referenceTextSize = 12;
 constexpr QSizeF referenceSize(1280, 800);
 constexpr qreal growth = 0.85;
@@ -142,7 +142,7 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
     };
     labelFlags(m_flagRows > 0 ? m_flagRows : maxFlagRows);
 
-    // Lanes that are easy to read come before what explains them.
+    // Where there is not room for all, readable lanes matter more than the texts that explain them.
     constexpr qreal comfort = 1.5;
     const auto fits = [&](qreal factor) {
         return fixedHeight(layout, style, size.width()) + factor * minHeight(style, layout.parts)
@@ -201,19 +201,19 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     const qreal plotRight = m_time.right();
     const LaneContext context{painter, m_model, &style, m_time};
 
-    // Places first: what lies behind or over several lanes has to know where they are.
+    // All areas first: what lies behind or over several lanes has to know where they are.
     qreal y = area.top();
     const auto nextArea = [&](Part part, qreal height, bool isFollowedByGap = true) {
-        LaneArea place;
+        LaneArea lane;
         if (layout.parts.testFlag(part)) {
             const qreal top = std::round(y);
             const qreal bottom = std::round(y + height);
-            place.plot = QRectF(QPointF(plotLeft, top), QPointF(plotRight, bottom));
-            place.left = QRectF(QPointF(area.left(), top), QPointF(plotLeft, bottom));
-            place.right = QRectF(QPointF(plotRight, top), QPointF(area.right(), bottom));
+            lane.plot = QRectF(QPointF(plotLeft, top), QPointF(plotRight, bottom));
+            lane.left = QRectF(QPointF(area.left(), top), QPointF(plotLeft, bottom));
+            lane.right = QRectF(QPointF(plotRight, top), QPointF(area.right(), bottom));
             y += height + (isFollowedByGap ? layout.gap : 0);
         }
-        return place;
+        return lane;
     };
     const auto laneHeight = [&](Part part) {
         for (const LaneShare &lane : lanes) {

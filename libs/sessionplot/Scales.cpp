@@ -36,7 +36,7 @@ constexpr qint64 timeSteps[] = {
 
 TimeRange shownRange(qint64 from, qint64 to, qint64 length)
 {
-    // Far beyond any session; keeps sums and differences of times in range.
+    // Far beyond any session, and small enough that sums and differences of times do not overflow.
     constexpr qint64 maxMsecs = std::numeric_limits<int>::max();
     TimeRange range;
     range.from = qBound<qint64>(0, from, maxMsecs);

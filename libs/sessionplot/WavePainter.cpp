@@ -17,8 +17,8 @@ namespace sessionplot {
 
 namespace {
 
-// Up to this many samples in a column a line from one extreme to the next looks like the wave;
-// beyond, it would fill the area.
+// Up to this many samples in a column, a line from one extreme to the next looks like the wave.
+// With more, the line would fill the area.
 constexpr double maxSamplesInLine = 12;
 
 // The time to paint a polygon grows much faster than its number of corners.
@@ -57,9 +57,9 @@ void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
 void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
                 const WavePainter::Look &look)
 {
-    const bool isWhole = !(pixelsPerUnit(painter) > 0);
+    const bool isOnePiece = !(pixelsPerUnit(painter) > 0);
     for (int begin = 0; begin + 1 < curve.size();) {
-        const int end = isWhole ? curve.size() : qMin(begin + pointsInPiece, curve.size());
+        const int end = isOnePiece ? curve.size() : qMin(begin + pointsInPiece, curve.size());
         paintPiece(painter, curve.constData() + begin, end - begin, base, look);
         begin = end == curve.size() ? end : end - 1;
     }
@@ -115,10 +115,10 @@ void WavePainter::prepare(const Wave &wave, qint64 first, qint64 last)
         // The last column and those behind it have new samples, and so has the one before it,
         // which holds the first sample beyond its end.
         const double known = wave.msecs(std::max(m_count - 1, 0)) / m_msecsPerColumn;
-        const qint64 keep = static_cast<qint64>(known) - 1 - m_first;
-        const auto kept = static_cast<std::size_t>(std::max<qint64>(keep, 0));
-        if (kept < m_columns.size())
-            m_columns.resize(kept);
+        const qint64 unchanged = static_cast<qint64>(known) - 1 - m_first;
+        const auto size = static_cast<std::size_t>(std::max<qint64>(unchanged, 0));
+        if (size < m_columns.size())
+            m_columns.resize(size);
     }
     m_count = wave.count();
 
