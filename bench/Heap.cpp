@@ -41,7 +41,7 @@ bool counts()
     return isCounting.load(std::memory_order_relaxed);
 }
 
-void *taken(void *block)
+void *counted(void *block)
 {
     if (counts())
         count(cost(block));
@@ -56,12 +56,12 @@ extern "C" {
 
 BENCH_EXPORTED void *malloc(std::size_t size)
 {
-    return taken(__libc_malloc(size));
+    return counted(__libc_malloc(size));
 }
 
 BENCH_EXPORTED void *calloc(std::size_t items, std::size_t size)
 {
-    return taken(__libc_calloc(items, size));
+    return counted(__libc_calloc(items, size));
 }
 
 BENCH_EXPORTED void *realloc(void *block, std::size_t size)
@@ -77,7 +77,7 @@ BENCH_EXPORTED void *realloc(void *block, std::size_t size)
 
 BENCH_EXPORTED void *memalign(std::size_t alignment, std::size_t size)
 {
-    return taken(__libc_memalign(alignment, size));
+    return counted(__libc_memalign(alignment, size));
 }
 
 BENCH_EXPORTED void *aligned_alloc(std::size_t alignment, std::size_t size)

@@ -8,9 +8,8 @@
 
 namespace bench {
 
-/// Counts every byte that the program takes from the heap and gives back, whoever asks: this
-/// program stands between all libraries and the allocator. A block counts with what the allocator
-/// gave, its header included. Only one may live at a time.
+/// Counts what all libraries of this program allocate and free. A block counts with all that the
+/// allocator gave, its header included. Only one may live at a time.
 class HeapCount {
 public:
     HeapCount();
@@ -18,7 +17,7 @@ public:
     HeapCount(const HeapCount &) = delete;
     HeapCount &operator=(const HeapCount &) = delete;
 
-    /// Bytes taken and not given back since this count began.
+    /// Bytes allocated and not freed since this count began.
     qint64 live() const;
     /// The most that live() has been.
     qint64 peak() const;

@@ -48,7 +48,7 @@ template <typename Measure> double medianOf(int rounds, Measure measure)
 QString measureLength(Bench &bench, double hours)
 {
     const int seconds = qRound(hours * secondsPerHour);
-    // Long ones vary less and take their time.
+    // Long ones vary less and need more time.
     const int rounds = seconds <= secondsPerHour ? bench.pairs : 3;
     const QString file = bench.sessions.file(QStringLiteral("length.zip"));
     const double live = medianOf(rounds, [seconds] {

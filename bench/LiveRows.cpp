@@ -5,15 +5,8 @@
 
 #include <CPREventCompression.h>
 
-#include <QCoreApplication>
 #include <QEventLoop>
-#include <QFile>
-#include <QProcess>
-#include <QStandardPaths>
 #include <QVector>
-
-#include <algorithm>
-#include <cstdio>
 
 namespace bench {
 
@@ -121,79 +114,6 @@ std::vector<Figure> measureSamples(Bench &bench)
         withGoal(compare(bench.pairs, subject, reference, static_cast<int>(samples.size())), 6)};
 }
 
-constexpr int countedSeconds = 60;
-constexpr int packetsPerSecond = 50;
-constexpr int compressionsPerSecond = 2;
-constexpr char countedFunction[] = "benchLiveSecond";
-
-} // namespace
-
-// The second that valgrind counts; found by its name.
-extern "C" __attribute__((noinline)) void benchLiveSecond(CPRData &session, int second,
-                                                          bls_2010::RMessage *compressions)
-{
-    for (int i = 1; i <= packetsPerSecond; ++i) {
-        const int sequence = second * packetsPerSecond + i;
-        session.waveHeaderReceived(sequence);
-        session.waveDataReceived(CommonDefs::WAVE_ABSOLUTE_COMP_DEPTH, -50 * (i % 25), sequence);
-        session.waveDataReceived(CommonDefs::WAVE_VENT_VOLUME, 10 * i, sequence);
-        constexpr int packetsPerCompression = packetsPerSecond / compressionsPerSecond;
-        if (i % packetsPerCompression == 0)
-            session.incomingMsg(&compressions[i / packetsPerCompression - 1]);
-    }
-}
-
-int runInstructionTarget()
-{
-    Sessions sessions;
-    std::vector<bls_2010::RMessage> messages =
-        sessions.compressions(countedSeconds * compressionsPerSecond);
-    const std::unique_ptr<CPRData> session = startedSession();
-    for (int second = 0; second < countedSeconds; ++second) {
-        benchLiveSecond(*session, second, messages.data() + second * compressionsPerSecond);
-        // Not counted, but without it only the first change would start a notification.
-        awaitNotification(*session);
-    }
-    return EXIT_SUCCESS;
-}
-
-namespace {
-
-std::vector<Figure> measureInstructions(Bench &bench)
-{
-    Figure figure;
-    figure.unit = Unit::Instructions;
-    const QString valgrind = QStandardPaths::findExecutable(QStringLiteral("valgrind"));
-    if (valgrind.isEmpty()) {
-        figure.label = QStringLiteral("valgrind is not installed");
-        return {figure};
-    }
-    QFile counts(bench.sessions.file(QStringLiteral("callgrind.out")));
-    QProcess child;
-    child.setProcessChannelMode(QProcess::MergedChannels);
-    child.start(valgrind,
-                {QStringLiteral("--tool=callgrind"),
-                 QStringLiteral("--toggle-collect=%1*").arg(QLatin1String(countedFunction)),
-                 QStringLiteral("--callgrind-out-file=%1").arg(counts.fileName()),
-                 QCoreApplication::applicationFilePath(),
-                 QStringLiteral("--%1").arg(QLatin1String(instructionTarget))});
-    constexpr int noLimit = -1;
-    child.waitForFinished(noLimit);
-    if (child.exitCode() == EXIT_SUCCESS && counts.open(QIODevice::ReadOnly)) {
-        const QByteArray total = QByteArrayLiteral("totals: ");
-        while (!counts.atEnd()) {
-            const QByteArray line = counts.readLine();
-            if (line.startsWith(total))
-                figure.subject = line.mid(total.size()).toDouble() / countedSeconds;
-        }
-    }
-    if (figure.subject <= 0) {
-        std::fprintf(stderr, "valgrind has counted nothing:\n%s", child.readAll().constData());
-        figure.label = QStringLiteral("valgrind failed");
-    }
-    return {figure};
-}
-
 } // namespace
 
 std::vector<Row> liveRows()
@@ -203,8 +123,6 @@ std::vector<Row> liveRows()
          "new of the event and append", measureMessage},
         {8, "10,000 messages onto a list of 100,000", "the same onto an empty list", measureGrowth},
         {11, "a wave sample through the session", "QVector append", measureSamples},
-        {16, "instructions of a live second: 50 headers, 100 samples, 2 compressions",
-         "none: a number to keep from growing", measureInstructions},
     };
 }
 

@@ -70,8 +70,7 @@ Figure withGoal(Figure figure, double goal, const QString &label)
 
 QString amount(double value, Unit unit)
 {
-    static const char *const names[][4] = {
-        {"ns", "µs", "ms", "s"}, {"B", "kB", "MB", "GB"}, {"", "thousand", "million", "billion"}};
+    static const char *const names[][4] = {{"ns", "µs", "ms", "s"}, {"B", "kB", "MB", "GB"}};
     const auto &steps = names[static_cast<int>(unit)];
     const auto *name = std::begin(steps);
     while (value >= 1000 && std::next(name) != std::end(steps)) {

@@ -9,7 +9,6 @@
 #include <QtGlobal>
 
 #include <functional>
-#include <optional>
 #include <vector>
 
 namespace bench {
@@ -35,18 +34,18 @@ private:
     qint64 m_elapsed = 0;
 };
 
-enum class Unit { Nanoseconds, Bytes, Instructions };
+enum class Unit { Nanoseconds, Bytes };
 
 /// One comparison of a row of the table.
 struct Figure {
     QString label; ///< empty where the row has one comparison only
-    std::optional<double> goal; ///< the largest ratio that is good
-    double ratio = 0; ///< subject to reference; 0 where there is no reference
+    double goal = 0; ///< the largest ratio that is good
+    double ratio = 0; ///< subject to reference
     double subject = 0;
     double reference = 0;
     Unit unit = Unit::Nanoseconds;
 
-    bool isMissed() const { return goal && ratio > *goal; }
+    bool isMissed() const { return ratio > goal; }
 };
 
 /// One of the two things that are compared. Starts and stops the clock around its work.

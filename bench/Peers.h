@@ -32,8 +32,8 @@ struct PlainSession {
     QMap<QString, QByteArray> blobs; ///< the waves, and the two small documents as they are
 };
 
-/// Another way to keep a session in a file. Each is written as one would write it who cares for
-/// speed and size. Both functions are false when that did not work out.
+/// Another form of a session in a file, written for speed and size. Both functions are false when
+/// that did not work out.
 struct Peer {
     const char *name;
     bool (*write)(const PlainSession &session, const QString &file);

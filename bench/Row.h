@@ -36,11 +36,6 @@ QString lengthTable(Bench &bench);
 /// A table of what other forms of an hour's session cost.
 QString peerTable(Bench &bench);
 
-/// Feeds a live session: what valgrind counts, in a child of this program that is started with the
-/// option of this name.
-int runInstructionTarget();
-constexpr char instructionTarget[] = "instruction-target";
-
 } // namespace bench
 
 #endif

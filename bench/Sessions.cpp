@@ -24,9 +24,9 @@ constexpr quint64 seed = 1;
 QString directoryTemplate()
 {
     const QFileInfo memory(QStringLiteral("/dev/shm"));
-    const QString place =
+    const QString parent =
         memory.isDir() && memory.isWritable() ? memory.filePath() : QDir::tempPath();
-    return place + QStringLiteral("/cprbench-XXXXXX");
+    return parent + QStringLiteral("/cprbench-XXXXXX");
 }
 
 } // namespace

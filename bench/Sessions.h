@@ -31,7 +31,7 @@ manikinsim::Scenario training(int seconds);
 /// A session in CPR_START.
 std::unique_ptr<CPRData> startedSession();
 
-/// Loads the archive \a file; null when it cannot be loaded whole.
+/// Loads the archive \a file; null when some of it cannot be loaded.
 std::unique_ptr<CPRData> loadedSession(const QString &file);
 bool load(const QString &file, CPRData &session);
 bool save(const QString &file, CPRData &session);
@@ -50,7 +50,7 @@ public:
     /// \a count compressions, one behind the other, as an hour's recording has them.
     std::vector<bls_2010::RMessage> compressions(int count);
 
-    /// A file in memory where there is such a place, so that no disk is measured.
+    /// A file in memory, where the system has that, so that no disk is measured.
     QString file(const QString &name) const { return m_directory.filePath(name); }
 
 private:

@@ -25,7 +25,7 @@ template <typename Use> bool withDatabase(const QString &file, Use use)
         QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), connection);
         database.setDatabaseName(file);
         isGood = database.open();
-        // The file is written once and as a whole, so a journal would protect nothing.
+        // The file is written once, so a journal would protect nothing.
         QSqlQuery(database).exec(QStringLiteral("PRAGMA journal_mode=OFF"));
         QSqlQuery(database).exec(QStringLiteral("PRAGMA synchronous=OFF"));
         isGood = isGood && database.transaction() && use(database) && database.commit();
@@ -42,20 +42,20 @@ bool insert(QSqlQuery &query, const QVariantList &values)
 }
 
 // A table of the events of one kind, with a column for each parameter that one of them has. A row
-// begins with the event's place in the list.
-bool writeKind(QSqlDatabase &database, const QString &kind, const QVector<int> &places,
+// begins with the event's position in the list.
+bool writeKind(QSqlDatabase &database, const QString &kind, const QVector<int> &positions,
                const QVector<PlainEvent> &events)
 {
     QSet<CPREventBase::ParameterType> types;
-    for (const int place : places) {
-        for (const auto &value : events[place].values)
+    for (const int position : positions) {
+        for (const auto &value : events[position].values)
             types.insert(value.first);
     }
     QMap<QString, CPREventBase::ParameterType> columns;
     for (const CPREventBase::ParameterType type : qAsConst(types))
         columns.insert(CPREventBase::parameterKey(type), type);
     QString marks = QStringLiteral("?,?");
-    QString declarations = QStringLiteral("place INTEGER PRIMARY KEY,msecs");
+    QString declarations = QStringLiteral("position INTEGER PRIMARY KEY,msecs");
     for (auto column = columns.begin(); column != columns.end(); ++column) {
         marks += QStringLiteral(",?");
         declarations += QLatin1Char(',') + column.key();
@@ -63,11 +63,11 @@ bool writeKind(QSqlDatabase &database, const QString &kind, const QVector<int> &
     QSqlQuery query(database);
     bool isGood = query.exec(QStringLiteral("CREATE TABLE %1(%2)").arg(kind, declarations))
         && query.prepare(QStringLiteral("INSERT INTO %1 VALUES(%2)").arg(kind, marks));
-    for (const int place : places) {
-        QVariantList row{place, events[place].msecs};
-        auto value = events[place].values.begin(); // in the order of the columns
+    for (const int position : positions) {
+        QVariantList row{position, events[position].msecs};
+        auto value = events[position].values.begin(); // in the order of the columns
         for (const CPREventBase::ParameterType column : qAsConst(columns)) {
-            const bool has = value != events[place].values.end() && value->first == column;
+            const bool has = value != events[position].values.end() && value->first == column;
             row.append(has ? (value++)->second : QVariant());
         }
         isGood = isGood && insert(query, row);
@@ -80,13 +80,13 @@ void readKind(QSqlDatabase &database, const QString &kind, QVector<PlainEvent> &
     QSqlQuery query(database);
     query.setForwardOnly(true);
     query.exec(QStringLiteral("SELECT * FROM %1").arg(kind));
-    QVector<CPREventBase::ParameterType> types; // of the columns behind place and time
+    QVector<CPREventBase::ParameterType> types; // of the columns behind position and time
     for (int i = 2; i < query.record().count(); ++i)
         types.append(parameterOf(query.record().fieldName(i)));
     while (query.next()) {
-        const int place = query.value(0).toInt();
-        events.resize(std::max(int(events.size()), place + 1));
-        PlainEvent &event = events[place];
+        const int position = query.value(0).toInt();
+        events.resize(std::max(int(events.size()), position + 1));
+        PlainEvent &event = events[position];
         event.kind = kindOf(kind);
         event.msecs = query.value(1).toInt();
         for (int i = 0; i < types.size(); ++i) {
@@ -101,13 +101,13 @@ const QString blobTable = QStringLiteral("blobs");
 
 bool write(const PlainSession &session, const QString &file)
 {
-    QMap<CPREventBase::EventType, QVector<int>> places; // of the events by their kind
+    QMap<CPREventBase::EventType, QVector<int>> positions; // of the events by their kind
     for (int i = 0; i < session.events.size(); ++i)
-        places[session.events[i].kind].append(i);
+        positions[session.events[i].kind].append(i);
     QFile::remove(file);
     return withDatabase(file, [&](QSqlDatabase &database) {
         bool isGood = true;
-        for (auto kind = places.begin(); kind != places.end(); ++kind)
+        for (auto kind = positions.begin(); kind != positions.end(); ++kind)
             isGood = isGood && writeKind(database, kindKey(kind.key()), *kind, session.events);
         QSqlQuery query(database);
         isGood = isGood

@@ -24,7 +24,6 @@ const QCommandLineOption listOption(QStringLiteral("list"), QStringLiteral("Show
 const QCommandLineOption onlyOption(QStringLiteral("only"), QStringLiteral("Measure these rows."), QStringLiteral("N,M"));
 const QCommandLineOption pairsOption(QStringLiteral("pairs"), QStringLiteral("How often each comparison is made."), QStringLiteral("N"), QStringLiteral("9"));
 const QCommandLineOption pageOption(QStringLiteral("page"), QStringLiteral("Print a page; it has sessions from half a minute to a day and other forms of a session as well."));
-const QCommandLineOption targetOption{QLatin1String(instructionTarget)};
 // clang-format on
 
 QString utf8(const char *text)
@@ -121,18 +120,13 @@ QString tableRow(const Row &row, const Figure &figure)
 {
     const QString what =
         utf8(row.what) + (figure.label.isEmpty() ? QString() : QStringLiteral(": ") + figure.label);
-    const QString subject = figure.subject > 0 ? amount(figure.subject, figure.unit) : QString();
-    QString ratio = subject;
-    QString amounts;
-    if (figure.reference > 0) {
-        ratio =
-            QString::number(figure.ratio, 'f', figure.ratio < 0.1 ? 3 : 2) + QStringLiteral("×");
-        amounts = subject + QStringLiteral(" / ") + amount(figure.reference, figure.unit);
-    }
-    const char *const missed = figure.isMissed() ? "MISS" : "pass";
-    return tableLine({QString::number(row.number), what, utf8(row.yardstick),
-                      figure.goal ? QStringLiteral("≤ %1×").arg(*figure.goal) : QString(), ratio,
-                      amounts, utf8(figure.goal ? missed : "stated")});
+    return tableLine(
+        {QString::number(row.number), what, utf8(row.yardstick),
+         QStringLiteral("≤ %1×").arg(figure.goal),
+         QString::number(figure.ratio, 'f', figure.ratio < 0.1 ? 3 : 2) + QStringLiteral("×"),
+         amount(figure.subject, figure.unit) + QStringLiteral(" / ")
+             + amount(figure.reference, figure.unit),
+         utf8(figure.isMissed() ? "MISS" : "pass")});
 }
 
 void measure(Bench &bench, const std::vector<Row> &rows)
@@ -153,10 +147,8 @@ int run(const QCoreApplication &application)
     parser.setApplicationDescription(
         QStringLiteral("Measures the library against yardsticks in the same run."));
     parser.addHelpOption();
-    parser.addOptions({listOption, onlyOption, pairsOption, pageOption, targetOption});
+    parser.addOptions({listOption, onlyOption, pairsOption, pageOption});
     parser.process(application);
-    if (parser.isSet(targetOption))
-        return runInstructionTarget();
 
     const std::vector<Row> rows = wantedRows(parser);
     if (rows.empty())

@@ -50,3 +50,15 @@ void complain(const QString &text)
 {
     write(stderr, "cprsession: " + text.toUtf8() + '\n');
 }
+
+ExitStatus fail(const QString &text)
+{
+    complain(text);
+    return ExitStatus::Failed;
+}
+
+ExitStatus refuse(const QString &text)
+{
+    complain(text);
+    return ExitStatus::WrongUsage;
+}

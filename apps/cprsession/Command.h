@@ -19,13 +19,13 @@ enum class ExitStatus {
     WrongUsage = 2 ///< the command line asks for something that cannot be
 };
 
-/// What is done after the whole command line has been parsed.
+/// What is done once the command line has been parsed.
 struct Run {
     std::function<ExitStatus()> verb;
     bool needsFonts = false; ///< draws text
 };
 
-/// Each verb adds itself to the command line and fills in \a run when it was asked for.
+/// Each verb adds itself to the command line, and fills in \a run when it is the one asked for.
 void addSimulateCommand(CLI::App &app, Run &run);
 void addReplayCommand(CLI::App &app, Run &run);
 void addInfoCommand(CLI::App &app, Run &run);
@@ -37,7 +37,7 @@ void addRecoverCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);
-/// True, and complained of, when writing \a target would destroy \a input: both are one file.
+/// Whether \a target and \a input are one file, so that writing would destroy the input. Complains.
 bool wouldReplace(const QString &target, const QString &input);
 /// Writes a result to stdout, as UTF-8.
 void print(const QString &text);
@@ -45,5 +45,10 @@ void print(const QString &text);
 void showLibraryLog(bool shown);
 /// One line on stderr that says what was wrong, where, and what to do.
 void complain(const QString &text);
+/// @{
+/// The same, and the status that goes with it: Failed, WrongUsage.
+ExitStatus fail(const QString &text);
+ExitStatus refuse(const QString &text);
+/// @}
 
 #endif

@@ -37,7 +37,7 @@ struct ExportOptions {
     int jobs = 1;
 };
 
-// Where an export goes: stdout, or a file that appears under its name only when it is complete.
+// Where an export goes: stdout, or a file that gets its name only when it is complete.
 class Output {
 public:
     bool open(const QString &name)
@@ -55,13 +55,8 @@ private:
     std::unique_ptr<AtomicFile> m_file;
 };
 
-void complainOfFullDisk()
-{
-    complain(QStringLiteral("the output cannot be written; is the disk full?"));
-}
-
-// What is exported: a begin, a part per session, an end, and a separator between parts that are not
-// empty. So each part can be made by a thread of its own.
+// The form of an export: a begin, a part per session, an end, and a separator between parts that
+// are not empty. Parts are independent, so each can be made by a thread of its own.
 class Document {
 public:
     virtual ~Document() = default;
@@ -154,7 +149,7 @@ private:
 };
 
 // What became of an archive.
-enum PartResult { Whole, Damaged, NotAnArchive, NotWritten };
+enum PartResult { Complete, Damaged, NotAnArchive, NotWritten };
 
 int writePart(const QString &name, const Document &document, QIODevice *part)
 {
@@ -164,10 +159,10 @@ int writePart(const QString &name, const Document &document, QIODevice *part)
         return NotAnArchive;
     if (!document.writePart(name, session, part))
         return NotWritten;
-    return loaded.isComplete ? Whole : Damaged;
+    return loaded.isComplete ? Complete : Damaged;
 }
 
-// Puts the parts together, and says which archives are not there, or not whole.
+// Puts the parts together. Reports archives that are missing or damaged.
 class Export {
 public:
     Export(const ExportOptions &options, const Document &document, QIODevice *device)
@@ -175,7 +170,7 @@ public:
     {
     }
 
-    // False when the output cannot be written; the rest is as good as the archives are.
+    // False when the output cannot be written.
     bool run()
     {
         return write(m_document.begin())
@@ -185,25 +180,25 @@ public:
                        return writePart(nameAt(index), m_document, part);
                    },
                    [this](int index, int result, QFileDevice *part) {
-                       return take(nameAt(index), result, part);
+                       return addPart(nameAt(index), result, part);
                    })
             && write(m_document.end());
     }
     bool isComplete() const { return m_isComplete; }
-    // Something of at least one archive is there.
+    // At least one archive could be read, if only in part.
     bool hasSession() const { return m_hasSession; }
 
 private:
     QString nameAt(int index) const { return fileName(m_options.sessions.at(std::size_t(index))); }
 
-    bool take(const QString &name, int result, QFileDevice *part)
+    bool addPart(const QString &name, int result, QFileDevice *part)
     {
         if (result == NotWritten || result == OrderedParts::noTemporaryFile)
             return false;
-        m_progress.report(++m_taken, static_cast<qint64>(m_options.sessions.size()));
-        if (result != Whole)
+        m_progress.report(++m_done, static_cast<qint64>(m_options.sessions.size()));
+        if (result != Complete)
             complainOf(name, result);
-        if (result != Whole && result != Damaged)
+        if (result != Complete && result != Damaged)
             return true;
         m_hasSession = true;
         return append(part);
@@ -239,7 +234,7 @@ private:
     const Document &m_document;
     QIODevice *m_device;
     Progress m_progress{QStringLiteral("Exporting")};
-    qint64 m_taken = 0;
+    qint64 m_done = 0;
     bool m_isComplete = true;
     bool m_hasSession = false;
     bool m_hasPart = false;
@@ -249,15 +244,11 @@ ExitStatus runExport(ExportOptions options)
 {
     if (options.separator == "\\t")
         options.separator = "\t";
-    if (options.separator.size() != 1) {
-        complain(QStringLiteral("--separator takes one character, or \\t for a tab"));
-        return ExitStatus::WrongUsage;
-    }
+    if (options.separator.size() != 1)
+        return refuse(QStringLiteral("--separator takes one character, or \\t for a tab"));
     const bool isTelemetry = options.what == "telemetry";
-    if (isTelemetry && options.format == "csv") {
-        complain(QStringLiteral("telemetry is exported as JSON only; use --format json"));
-        return ExitStatus::WrongUsage;
-    }
+    if (isTelemetry && options.format == "csv")
+        return refuse(QStringLiteral("telemetry is exported as JSON only; use --format json"));
     std::unique_ptr<Document> document;
     if (isTelemetry) {
         document = std::make_unique<TelemetryDocument>(options.sessions.size() > 1);
@@ -267,10 +258,8 @@ ExitStatus runExport(ExportOptions options)
             columns.append(QString::fromStdString(column));
         QString error;
         auto table = SessionTable::create(QString::fromStdString(options.what), columns, &error);
-        if (!table) {
-            complain(error);
-            return ExitStatus::WrongUsage;
-        }
+        if (!table)
+            return refuse(error);
         document = std::make_unique<TableDocument>(std::move(table), options);
     }
 
@@ -281,20 +270,16 @@ ExitStatus runExport(ExportOptions options)
             options.sessions.begin(), options.sessions.end(),
             [&name](const std::string &session) { return wouldReplace(name, fileName(session)); }))
         return ExitStatus::WrongUsage;
-    if (!output.open(name)) {
-        complain(
+    if (!output.open(name))
+        return fail(
             QStringLiteral("%1 cannot be written; is the directory there and writable?").arg(name));
+    Export job(options, *document, output.device());
+    const bool isWritten = job.run();
+    if (isWritten && !job.hasSession())
         return ExitStatus::Failed;
-    }
-    Export whole(options, *document, output.device());
-    const bool isWritten = whole.run();
-    if (isWritten && !whole.hasSession())
-        return ExitStatus::Failed;
-    if (!isWritten || !output.commit()) {
-        complainOfFullDisk();
-        return ExitStatus::Failed;
-    }
-    return whole.isComplete() ? ExitStatus::Done : ExitStatus::Failed;
+    if (!isWritten || !output.commit())
+        return fail(QStringLiteral("the output cannot be written; is the disk full?"));
+    return job.isComplete() ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 } // namespace
@@ -325,7 +310,7 @@ void addExportCommand(CLI::App &app, Run &run)
     command
         ->add_option("-j,--jobs", options->jobs,
                      "Archives that are read at once, each in a thread of its own")
-        ->check(CLI::Range(1, OrderedParts::maximumJobs))
+        ->check(CLI::Range(1, OrderedParts::maxJobs))
         ->capture_default_str();
     command->footer("Examples:\n"
                     "  cprsession export *.zip --what summary -j 4 -o course.csv\n"

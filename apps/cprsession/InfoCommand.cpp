@@ -133,10 +133,8 @@ ExitStatus runInfo(const InfoOptions &options)
     CPRData session;
     const QString name = fileName(options.session);
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
-    if (!loaded.isArchive) {
-        complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
-        return ExitStatus::Failed;
-    }
+    if (!loaded.isArchive)
+        return fail(QStringLiteral("%1 cannot be read as a session archive").arg(name));
     const Figures figures = sessionreview::figuresOf(session);
     const auto json = [&] { return QJsonDocument(infoObject(session, figures, loaded)).toJson(); };
     print(options.asJson ? QString::fromUtf8(json()) : infoText(session, figures, loaded));

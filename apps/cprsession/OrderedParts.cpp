@@ -13,7 +13,7 @@
 
 namespace {
 
-// Parts that are begun and not taken, per job. A slow part holds up the others only after that
+// Parts per job that are begun and not yet used. A slow part delays the others only after that
 // many, and the open files stay below the usual limit of 1024.
 constexpr int waitingPerJob = 4;
 
@@ -35,7 +35,7 @@ int makeInto(Part &part, const OrderedParts::Make &make)
 
 namespace OrderedParts {
 
-bool run(int count, int jobs, const Make &make, const Take &take)
+bool run(int count, int jobs, const Make &make, const Use &use)
 {
     std::deque<std::unique_ptr<Part>> waiting;
     QThreadPool pool; // ends, with all of its threads, before the parts do
@@ -56,7 +56,7 @@ bool run(int count, int jobs, const Make &make, const Take &take)
         Part &first = *waiting.front();
         const int result = first.result.get_future().get();
         first.file.seek(0);
-        const bool goesOn = take(first.index, result, &first.file);
+        const bool goesOn = use(first.index, result, &first.file);
         if (!goesOn) {
             pool.clear();
             pool.waitForDone();

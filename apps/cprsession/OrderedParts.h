@@ -18,15 +18,15 @@ using Make = std::function<int(int index, QFileDevice *part)>;
 /// Uses a part that stands at its begin; runs in the caller's thread. \a result is what Make
 /// returned, or the one below; then there is nothing in the part that can be used. False ends the
 /// work.
-using Take = std::function<bool(int index, int result, QFileDevice *part)>;
+using Use = std::function<bool(int index, int result, QFileDevice *part)>;
 
 constexpr int noTemporaryFile = -1;
 
-constexpr int maximumJobs = 128;
+constexpr int maxJobs = 128;
 
-/// Makes \a count parts in up to \a jobs threads; with one job in the caller's. False when \a take
+/// Makes \a count parts in up to \a jobs threads; with one job in the caller's. False when \a use
 /// ended it.
-bool run(int count, int jobs, const Make &make, const Take &take);
+bool run(int count, int jobs, const Make &make, const Use &use);
 
 } // namespace OrderedParts
 

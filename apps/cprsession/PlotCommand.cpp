@@ -23,60 +23,48 @@ struct PlotOptions {
     std::string size = "1600x900";
 };
 
-constexpr int largestSide = 16384;
+constexpr int maxSide = 16384;
 
-// "1600x900"; an empty size when the text is none that can be drawn.
+// The size that a text like "1600x900" stands for; an empty one when nothing can be drawn in it.
 QSize parseSize(const std::string &text)
 {
     const QStringList sides = QString::fromStdString(text).split(QLatin1Char('x'));
-    bool widthOk = false;
-    bool heightOk = false;
-    const QSize size(sides.value(0).toInt(&widthOk), sides.value(1).toInt(&heightOk));
-    const bool isDrawable = sides.size() == 2 && widthOk && heightOk && size.width() > 0
-        && size.height() > 0 && size.width() <= largestSide && size.height() <= largestSide;
+    const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
+    const bool isDrawable = sides.size() == 2 && size.width() > 0 && size.height() > 0
+        && size.width() <= maxSide && size.height() <= maxSide;
     return isDrawable ? size : QSize();
 }
 
 // Seconds from the command line as ms.
 qint64 msecs(double secs)
 {
-    constexpr double longestSecs = 1e9;
-    return std::llround(qBound(-1.0, secs, longestSecs) * 1000);
+    constexpr double maxSecs = 1e9;
+    return std::llround(qBound(-1.0, secs, maxSecs) * 1000);
 }
 
 ExitStatus runPlot(const PlotOptions &options)
 {
     const QSize size = parseSize(options.size);
-    if (size.isEmpty()) {
-        complain(QStringLiteral("--size takes WIDTHxHEIGHT with sides of 1 to %1, not \"%2\"")
-                     .arg(QString::number(largestSide), QString::fromStdString(options.size)));
-        return ExitStatus::WrongUsage;
-    }
+    if (size.isEmpty())
+        return refuse(QStringLiteral("--size takes WIDTHxHEIGHT with sides of 1 to %1, not \"%2\"")
+                          .arg(QString::number(maxSide), QString::fromStdString(options.size)));
     const QString target = fileName(options.output);
-    if (!sessionplot::pictureSuffixes().contains(QFileInfo(target).suffix().toLower())) {
-        complain(QStringLiteral("%1 is no picture that can be drawn; there are %2")
-                     .arg(target, sessionplot::pictureSuffixes().join(QLatin1String(", "))));
-        return ExitStatus::WrongUsage;
-    }
+    if (!sessionplot::pictureSuffixes().contains(QFileInfo(target).suffix().toLower()))
+        return refuse(QStringLiteral("%1 is no picture that can be drawn; there are %2")
+                          .arg(target, sessionplot::pictureSuffixes().join(QLatin1String(", "))));
     const QString name = fileName(options.session);
     if (wouldReplace(target, name))
         return ExitStatus::WrongUsage;
     CPRData session;
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
-    if (!loaded.isArchive) {
-        complain(QStringLiteral("%1 cannot be read as a session archive").arg(name));
-        return ExitStatus::Failed;
-    }
+    if (!loaded.isArchive)
+        return fail(QStringLiteral("%1 cannot be read as a session archive").arg(name));
     QString error;
     if (!sessionplot::writePicture(target, size, msecs(options.from), msecs(options.to), session,
-                                   &error)) {
-        complain(error);
-        return ExitStatus::Failed;
-    }
-    if (!loaded.isComplete) {
-        complain(QStringLiteral("%1 is damaged; what could be read is drawn").arg(name));
-        return ExitStatus::Failed;
-    }
+                                   &error))
+        return fail(error);
+    if (!loaded.isComplete)
+        return fail(QStringLiteral("%1 is damaged; what could be read is drawn").arg(name));
     return ExitStatus::Done;
 }
 

@@ -27,25 +27,19 @@ struct RecoverOptions {
     bool force = false;
 };
 
-ExitStatus failed(const QString &reason)
-{
-    complain(reason);
-    return ExitStatus::Failed;
-}
-
 ExitStatus nothingIn(const QString &input)
 {
-    return failed(QStringLiteral("%1 holds nothing that could be saved: no member of a session "
-                                 "archive and no whole record of a log")
-                      .arg(input));
+    return fail(QStringLiteral("%1 holds nothing that could be saved: no member of a session "
+                               "archive and no whole record of a log")
+                    .arg(input));
 }
 
-// Plays what can be read of the log, saves that and tells how far it goes.
+// Plays what can be read of the log, saves that and reports how far it goes.
 ExitStatus recoverLog(const QString &input, const QString &target)
 {
     QFile file(input);
     if (!file.open(QIODevice::ReadOnly))
-        return failed(QStringLiteral("%1 cannot be read: %2").arg(input, file.errorString()));
+        return fail(QStringLiteral("%1 cannot be read: %2").arg(input, file.errorString()));
     CPRData session;
     ManikinLogReader reader(&file, input, ManikinLogReader::Damage::IsSkipped);
     qint64 records = 0;
@@ -59,7 +53,7 @@ ExitStatus recoverLog(const QString &input, const QString &target)
     if (records == 0)
         return nothingIn(input);
     if (const QString error = sessionfiles::save(target, session); !error.isEmpty())
-        return failed(error);
+        return fail(error);
 
     print(QStringLiteral("%1: %2 records give a session of %3 s with %4 events\n")
               .arg(input, QString::number(records),
@@ -90,16 +84,9 @@ ExitStatus recoverArchive(const QString &input, const QString &target)
     if (!session.holdsAnything)
         return recoverLog(input, target);
     if (const QString error = sessionfiles::save(target, session); !error.isEmpty())
-        return failed(error);
+        return fail(error);
     print(session.report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     return session.isAll ? ExitStatus::Done : ExitStatus::Failed;
-}
-
-bool isLog(const QString &name)
-{
-    constexpr char begin[] = "cprlog ";
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) && file.read(qstrlen(begin)) == begin;
 }
 
 ExitStatus runRecover(const RecoverOptions &options)
@@ -108,10 +95,9 @@ ExitStatus runRecover(const RecoverOptions &options)
     const QString target = fileName(options.session);
     const QString suffix = SessionJournal::nameFor(QString());
     const QString owner = input.endsWith(suffix) ? input.chopped(suffix.size()) : input;
-    if (SessionJournal::isBeingWritten(owner)) {
-        return failed(QStringLiteral("%1 is still being written; wait until its program ends")
-                          .arg(SessionJournal::nameFor(owner)));
-    }
+    if (SessionJournal::isBeingWritten(owner))
+        return fail(QStringLiteral("%1 is still being written; wait until its program ends")
+                        .arg(SessionJournal::nameFor(owner)));
     if (SessionJournal::isRecoverable(input)) {
         const QString journal = SessionJournal::nameFor(input);
         if (QFileInfo::exists(input))
@@ -122,14 +108,13 @@ ExitStatus runRecover(const RecoverOptions &options)
     }
     const QFileInfo file(input);
     if (!file.isFile() || !file.isReadable())
-        return failed(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
+        return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
     if (wouldReplace(target, input))
         return ExitStatus::WrongUsage;
-    if (QFileInfo::exists(target) && !options.force) {
-        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
-        return ExitStatus::WrongUsage;
-    }
-    return isLog(input) ? recoverLog(input, target) : recoverArchive(input, target);
+    if (QFileInfo::exists(target) && !options.force)
+        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    return ManikinLogReader::isLog(input) ? recoverLog(input, target)
+                                          : recoverArchive(input, target);
 }
 
 } // namespace

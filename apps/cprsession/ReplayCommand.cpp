@@ -39,13 +39,13 @@ extern "C" void onInterrupt(int)
     interrupted = 1;
 }
 
-// Lets every record come at its time, counted from the first one.
+// Lets every record come at its time.
 class Pacer {
 public:
-    // Twice the speed for 2; as fast as it goes for 0.
+    // Speed 2 is twice as fast as it was recorded, 0 as fast as it goes.
     explicit Pacer(double speed) : m_speed(speed) { m_clock.start(); }
 
-    // Calls meanwhile() again and again until the time has come.
+    // Waits until the time has come, and calls meanwhile() while it does.
     template <typename Meanwhile> void waitFor(qint64 msecs, Meanwhile meanwhile)
     {
         if (m_speed <= 0)
@@ -80,7 +80,7 @@ bool isComplete(const CPRData &session)
     return session.cprState() == CPRData::CPR_ENDED && session.cprEvents()->isScoresReady();
 }
 
-// What would keep the session from being saved, looked for before it begins.
+// Why the session could not be saved; empty when it could. Asked before the session begins.
 QString whyNotSaved(const QString &target)
 {
     const QFileInfo info(target);
@@ -93,16 +93,15 @@ QString whyNotSaved(const QString &target)
     return QString();
 }
 
-// Begins the journal. Only one that belongs to another session keeps this one from being played;
-// the answer is given then.
+// Begins the journal. A status when the session must not be played: the journal holds another one.
 std::optional<ExitStatus> openJournal(SessionJournal &journal, const QString &target, bool force)
 {
     if (!force && SessionJournal::isRecoverable(target)) {
         const QString name = SessionJournal::nameFor(target);
-        complain(QStringLiteral("%1 holds a session that was not saved; "
-                                "\"cprsession recover %1 -o %2\" saves it, --force discards it")
-                     .arg(name, target));
-        return ExitStatus::WrongUsage;
+        return refuse(
+            QStringLiteral("%1 holds a session that was not saved; "
+                           "\"cprsession recover %1 -o %2\" saves it, --force discards it")
+                .arg(name, target));
     }
     if (journal.open(target,
                      force ? SessionJournal::LeftJournal::Discard
@@ -112,10 +111,8 @@ std::optional<ExitStatus> openJournal(SessionJournal &journal, const QString &ta
         });
         return std::nullopt;
     }
-    if (SessionJournal::isBeingWritten(target)) {
-        complain(journal.errorString());
-        return ExitStatus::Failed;
-    }
+    if (SessionJournal::isBeingWritten(target))
+        return fail(journal.errorString());
     complain(journal.errorString() + QStringLiteral("; the session is played without a journal"));
     return std::nullopt;
 }
@@ -141,31 +138,23 @@ ExitStatus saveSession(const QString &target, CPRData &session, SessionJournal &
         journal.remove();
         return ExitStatus::Done;
     }
-    if (journal.sync())
-        complain(QStringLiteral("%1; the session is kept: \"cprsession recover %2 -o OTHER.zip\" "
-                                "saves it elsewhere")
-                     .arg(error, journal.fileName()));
-    else
-        complain(error);
-    return ExitStatus::Failed;
+    if (!journal.sync())
+        return fail(error);
+    return fail(QStringLiteral("%1; the session is kept: \"cprsession recover %2 -o OTHER.zip\" "
+                               "saves it elsewhere")
+                    .arg(error, journal.fileName()));
 }
 
 ExitStatus runReplay(const ReplayOptions &options)
 {
     double speed = 0;
-    if (!parseSpeed(options.speed, &speed)) {
-        complain(QStringLiteral("--speed takes a positive number or max"));
-        return ExitStatus::WrongUsage;
-    }
+    if (!parseSpeed(options.speed, &speed))
+        return refuse(QStringLiteral("--speed takes a positive number or max"));
     const QString target = fileName(options.session);
-    if (QFileInfo::exists(target) && !options.force) {
-        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
-        return ExitStatus::WrongUsage;
-    }
-    if (const QString reason = whyNotSaved(target); !reason.isEmpty()) {
-        complain(reason);
-        return ExitStatus::Failed;
-    }
+    if (QFileInfo::exists(target) && !options.force)
+        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    if (const QString reason = whyNotSaved(target); !reason.isEmpty())
+        return fail(reason);
     const QString logName = fileName(options.log);
     if (wouldReplace(target, logName))
         return ExitStatus::WrongUsage;
@@ -178,15 +167,12 @@ ExitStatus runReplay(const ReplayOptions &options)
         return interrupted || isComplete(session);
     });
     QIODevice *log = options.follow ? static_cast<QIODevice *>(&followed) : &file;
-    if (!QFileInfo(logName).isFile() || !log->open(QIODevice::ReadOnly)) {
-        complain(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
-        return ExitStatus::Failed;
-    }
-    if (QFileInfo(logName) == QFileInfo(SessionJournal::nameFor(target))) {
-        complain(QStringLiteral("%1 is the journal of %2; \"cprsession recover %1 -o %2\" plays it")
-                     .arg(logName, target));
-        return ExitStatus::WrongUsage;
-    }
+    if (!QFileInfo(logName).isFile() || !log->open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
+    if (QFileInfo(logName) == QFileInfo(SessionJournal::nameFor(target)))
+        return refuse(
+            QStringLiteral("%1 is the journal of %2; \"cprsession recover %1 -o %2\" plays it")
+                .arg(logName, target));
     if (const auto status = openJournal(journal, target, options.force))
         return *status;
     if (options.follow || speed > 0)
@@ -203,8 +189,7 @@ ExitStatus runReplay(const ReplayOptions &options)
     }
     if (!error.isEmpty()) {
         journal.remove(); // the log itself holds as much
-        complain(error + QStringLiteral("; \"cprsession recover\" saves what can be played"));
-        return ExitStatus::Failed;
+        return fail(error + QStringLiteral("; \"cprsession recover\" saves what can be played"));
     }
     return saveSession(target, session, journal);
 }

@@ -25,7 +25,7 @@ std::vector<const CLI::Option *> options(const CLI::App &app)
     return app.get_options([](const CLI::Option *option) { return !option->get_positional(); });
 }
 
-bool takesValue(const CLI::Option &option)
+bool hasValue(const CLI::Option &option)
 {
     return option.get_items_expected_max() > 0;
 }
@@ -133,7 +133,7 @@ std::string zshCompletion(const CLI::App &app)
         for (const CLI::Option *option : options(*verb)) {
             for (const std::string &name : spellings(*option)) {
                 out << " \\\n            \"" << name << "[" << quoted(option->get_description())
-                    << "]" << (takesValue(*option) ? ":value:_files" : "") << "\"";
+                    << "]" << (hasValue(*option) ? ":value:_files" : "") << "\"";
             }
         }
         out << " \\\n            \"*:file:_files\"\n"
@@ -158,7 +158,7 @@ std::string fishCompletion(const CLI::App &app)
                 out << " -s " << name;
             for (const std::string &name : option->get_lnames())
                 out << " -l " << name;
-            out << (takesValue(*option) ? " -r" : "") << " -d " << quoted(option->get_description())
+            out << (hasValue(*option) ? " -r" : "") << " -d " << quoted(option->get_description())
                 << "\n";
         }
     }
@@ -185,7 +185,7 @@ std::string manPage(const CLI::App &app, const std::string &version)
         out << "\n" << roff(verb->get_description()) << ".\n";
         for (const CLI::Option *option : options(*verb)) {
             out << ".TP\n\\fB" << roff(joined(spellings(*option), ", ")) << "\\fR";
-            if (takesValue(*option))
+            if (hasValue(*option))
                 out << " \\fI" << roff(option->get_type_name()) << "\\fR";
             out << "\n" << roff(option->get_description()) << "\n";
         }

@@ -45,7 +45,7 @@ ExitStatus listScenarios()
     return ExitStatus::Done;
 }
 
-// What the options ask for; nothing, and the reason in error, when that does not exist.
+// What the options ask for; none, and the reason in error, when that does not exist.
 std::optional<Scenario> requestedScenario(const SimulateOptions &options, QString *error)
 {
     const Scenario *known = Scenario::find(QString::fromStdString(options.scenario));
@@ -70,13 +70,13 @@ std::optional<Scenario> requestedScenario(const SimulateOptions &options, QStrin
     return error->isEmpty() ? std::optional<Scenario>(scenario) : std::nullopt;
 }
 
-// Hands each record to take() until that returns false; returns its last answer.
-template <typename Take> bool simulate(Simulator &simulator, Take take)
+// Calls use() with each record until that returns false. False when it did.
+template <typename Use> bool simulate(Simulator &simulator, Use use)
 {
     Progress progress(QStringLiteral("Simulating"));
     manikinlog::Record record;
     while (simulator.next(record)) {
-        if (!take(record))
+        if (!use(record))
             return false;
         progress.report(record.msecs, qint64(simulator.scenario().seconds) * Units::msecsPerSecond);
     }
@@ -85,16 +85,18 @@ template <typename Take> bool simulate(Simulator &simulator, Take take)
 
 QString writeLog(Simulator &simulator, const QString &name)
 {
+    const auto cannotBeWritten = [&name](const QString &reason) {
+        return QStringLiteral("%1 cannot be written: %2").arg(name, reason);
+    };
     AtomicFile file(name);
     if (!file.open(QIODevice::WriteOnly))
-        return QStringLiteral("%1 cannot be written: %2").arg(name, file.errorString());
+        return cannotBeWritten(file.errorString());
     manikinlog::ManikinLogWriter writer(&file);
     const bool written = simulate(
         simulator, [&writer](const manikinlog::Record &record) { return writer.write(record); });
     if (!written)
-        return QStringLiteral("%1 cannot be written: %2").arg(name, writer.errorString());
-    return file.finish() ? QString()
-                         : QStringLiteral("%1 cannot be written: %2").arg(name, file.errorString());
+        return cannotBeWritten(writer.errorString());
+    return file.finish() ? QString() : cannotBeWritten(file.errorString());
 }
 
 QString writeSession(Simulator &simulator, const QString &name)
@@ -112,29 +114,21 @@ ExitStatus runSimulate(const SimulateOptions &options)
 {
     if (options.list)
         return listScenarios();
-    if (options.log.empty() == options.session.empty()) {
-        complain(QStringLiteral("either -o LOG or --to SESSION.zip has to be given"));
-        return ExitStatus::WrongUsage;
-    }
+    if (options.log.empty() == options.session.empty())
+        return refuse(QStringLiteral("either -o LOG or --to SESSION.zip has to be given"));
     QString error;
     const std::optional<Scenario> scenario = requestedScenario(options, &error);
-    if (!scenario) {
-        complain(error);
-        return ExitStatus::WrongUsage;
-    }
+    if (!scenario)
+        return refuse(error);
     const bool isLog = !options.log.empty();
     const QString target = fileName(isLog ? options.log : options.session);
-    if (QFileInfo::exists(target) && !options.force) {
-        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
-        return ExitStatus::WrongUsage;
-    }
+    if (QFileInfo::exists(target) && !options.force)
+        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
 
     Simulator simulator(*scenario, options.seed);
     error = isLog ? writeLog(simulator, target) : writeSession(simulator, target);
-    if (!error.isEmpty()) {
-        complain(error);
-        return ExitStatus::Failed;
-    }
+    if (!error.isEmpty())
+        return fail(error);
     return ExitStatus::Done;
 }
 

@@ -27,7 +27,7 @@ ExitStatus runValidate(const ValidateOptions &options)
     sessionfiles::FindingList list(name);
     {
         Progress progress(QStringLiteral("Checking"));
-        showLibraryLog(false); // the findings tell the same, and where
+        showLibraryLog(false); // the findings say the same, and where
         list = sessionfiles::check(
             name, [&progress](qint64 done, qint64 total) { progress.report(done, total); });
     }

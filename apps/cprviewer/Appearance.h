@@ -33,7 +33,7 @@ public:
     };
     Q_ENUM(Mode)
 
-    /// \a settings keeps what is chosen, and is not owned. It begins with the language chosen
+    /// Choices are stored in \a settings, which is not owned. It begins with the language chosen
     /// before, else with the system's.
     explicit Appearance(QSettings *settings, QObject *parent = nullptr);
     ~Appearance() override;

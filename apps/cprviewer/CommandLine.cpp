@@ -17,9 +17,9 @@
 namespace {
 
 constexpr char version[] = "cprviewer " CPRVIEWER_VERSION;
-constexpr int smallestWidth = 960;
-constexpr int smallestHeight = 600;
-constexpr int largestSide = 16384;
+constexpr int minWidth = 960;
+constexpr int minHeight = 600;
+constexpr int maxSide = 16384;
 
 QString fromShell(const std::string &argument)
 {
@@ -31,9 +31,8 @@ QSize parseSize(const QString &text)
 {
     const QStringList sides = text.split(QLatin1Char('x'));
     const QSize size(sides.value(0).toInt(), sides.value(1).toInt());
-    const bool isUsable = sides.size() == 2 && size.width() >= smallestWidth
-        && size.height() >= smallestHeight && size.width() <= largestSide
-        && size.height() <= largestSide;
+    const bool isUsable = sides.size() == 2 && size.width() >= minWidth
+        && size.height() >= minHeight && size.width() <= maxSide && size.height() <= maxSide;
     return isUsable ? size : QSize();
 }
 
@@ -114,9 +113,9 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     if (given.at >= 0)
         atSecs = given.at;
     if (size.isEmpty())
-        return refuse(QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 on, not \"%3\"")
-                          .arg(QString::number(smallestWidth), QString::number(smallestHeight),
-                               fromShell(given.size)));
+        return refuse(
+            QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 on, not \"%3\"")
+                .arg(QString::number(minWidth), QString::number(minHeight), fromShell(given.size)));
     if (!file.isEmpty() && isLive())
         return refuse(
             QStringLiteral("%1 is opened, or a live session is started, not both").arg(file));

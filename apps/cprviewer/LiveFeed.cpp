@@ -6,8 +6,8 @@
 namespace {
 
 constexpr int tickMs = 10; // a manikin sends a wave packet every 20 ms
-// What a tick may take; the rest of the frame belongs to the window.
-constexpr int longestTickMs = 8;
+// The rest of the frame belongs to the window.
+constexpr int maxTickMs = 8;
 
 } // namespace
 
@@ -63,7 +63,7 @@ void LiveFeed::playDue()
     const qint64 due = now();
     QElapsedTimer tick;
     tick.start();
-    while (m_hasNext && m_next.msecs <= due && tick.elapsed() < longestTickMs)
+    while (m_hasNext && m_next.msecs <= due && tick.elapsed() < maxTickMs)
         playNext();
     if (!m_hasNext)
         finish();

@@ -22,8 +22,8 @@ public:
              manikinlog::SessionJournal *journal, QObject *parent = nullptr);
     ~LiveFeed() override;
 
-    /// \a speed 2 lets time run twice as fast. More than the machine can take is late, but never
-    /// blocks the window.
+    /// \a speed 2 lets time run twice as fast. What the machine cannot play in time comes later,
+    /// but never blocks the window.
     void start(double speed);
     /// Plays what comes before the session time \a msecs at once.
     void advanceTo(qint64 msecs);

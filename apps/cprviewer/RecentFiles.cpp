@@ -36,6 +36,6 @@ void RecentFiles::add(const QString &name)
     QStringList all = names();
     all.removeAll(full);
     all.prepend(full);
-    m_settings->setValue(recentKey, QStringList(all.mid(0, longest)));
+    m_settings->setValue(recentKey, QStringList(all.mid(0, maxCount)));
     Q_EMIT namesChanged();
 }

@@ -20,7 +20,7 @@ class RecentFiles final : public QObject {
     Q_PROPERTY(QStringList names READ names NOTIFY namesChanged)
 
 public:
-    static constexpr int longest = 8;
+    static constexpr int maxCount = 8;
 
     /// \a settings is not owned.
     explicit RecentFiles(QSettings *settings, QObject *parent = nullptr);

@@ -26,16 +26,16 @@ Screenshot::Screenshot(QString file, Viewer *viewer, QQuickWindow *window)
     const auto restart = [this] { m_quiet.start(); };
     connect(window, &QQuickWindow::frameSwapped, this, restart);
     connect(viewer, &Viewer::isLoadingChanged, this, restart);
-    connect(&m_quiet, &QTimer::timeout, this, &Screenshot::take);
+    connect(&m_quiet, &QTimer::timeout, this, &Screenshot::grab);
     m_quiet.start();
 }
 
 Screenshot::~Screenshot() = default;
 
-void Screenshot::take()
+void Screenshot::grab()
 {
     if (m_viewer->isLoading())
-        return; // its end is told
+        return; // isLoadingChanged comes at its end
     // QQuickWindow::grabWindow() gives nothing where there is no display.
     m_grab = m_window->contentItem()->grabToImage();
     if (m_grab)

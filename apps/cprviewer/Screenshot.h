@@ -23,7 +23,7 @@ public:
     ~Screenshot() override;
 
 private:
-    void take();
+    void grab();
     void finish();
 
     QString m_file;

@@ -9,7 +9,6 @@
 #include <manikinlog/ManikinLogPlayer.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QThread>
 
 namespace {
@@ -38,13 +37,6 @@ SessionLoader::SessionLoader(QObject *parent) : QObject(parent)
 SessionLoader::~SessionLoader()
 {
     abandon();
-}
-
-bool SessionLoader::isLog(const QString &name)
-{
-    const QByteArray format = QByteArray(ManikinLogReader::firstLine).split(' ').first();
-    QFile file(name);
-    return file.open(QIODevice::ReadOnly) && file.read(format.size()) == format;
 }
 
 void SessionLoader::load(const QString &name, Kind kind)
@@ -79,7 +71,7 @@ void SessionLoader::abandon()
     m_result = Result();
 }
 
-SessionLoader::Result SessionLoader::take()
+SessionLoader::Result SessionLoader::handOver()
 {
     return isLoading() ? Result() : std::exchange(m_result, Result());
 }
@@ -87,17 +79,18 @@ SessionLoader::Result SessionLoader::take()
 // Runs on m_thread.
 void SessionLoader::run(const QString &name, Kind kind)
 {
-    constexpr double leastStep = 0.01; // no more than a hundred signals
+    constexpr double minStep = 0.01; // no more than a hundred signals
     double reported = 0;
     const Report report = [this, &reported](double share) {
-        if (share - reported >= leastStep) {
+        if (share - reported >= minStep) {
             reported = share;
             Q_EMIT progressed(share);
         }
         return !m_isCancelled;
     };
-    Result result = kind == Kind::LeftJournal || isLog(name) ? loadLog(name, kind, report)
-                                                             : loadArchive(name, report);
+    Result result = kind == Kind::LeftJournal || ManikinLogReader::isLog(name)
+        ? loadLog(name, kind, report)
+        : loadArchive(name, report);
     result.fileName = name;
     if (m_isCancelled) {
         result = Result();

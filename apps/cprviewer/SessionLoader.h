@@ -22,7 +22,7 @@ class SessionLoader final : public QObject {
 
 public:
     enum class Kind {
-        File, ///< an archive, or a recorded log that has to be whole
+        File, ///< an archive, or a recorded log, in which a damaged line is an error
         LeftJournal ///< what a killed program has left; damaged lines are skipped
     };
 
@@ -46,20 +46,17 @@ public:
     /// The same, but waits for it, and finished() does not come.
     void abandon();
 
-    /// What was loaded last; can be taken once.
-    Result take();
-
-    /// Whether \a name begins as a recorded log does.
-    static bool isLog(const QString &name);
+    /// Hands over what was loaded last; once.
+    Result handOver();
 
 Q_SIGNALS:
     /// How much was read, 0 to 1.
     void progressed(double share);
-    /// take() has the result.
+    /// handOver() has the result.
     void finished();
 
 private:
-    /// Is told how much was read, 0 to 1; false tells to give up.
+    /// Called with how much was read, 0 to 1. False when loading is to end.
     using Report = std::function<bool(double share)>;
 
     static Result loadArchive(const QString &name, const Report &report);

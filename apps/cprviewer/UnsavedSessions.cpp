@@ -11,17 +11,15 @@
 
 using manikinlog::SessionJournal;
 
-// The lock is the one that a journal has while it is being written.
 LeftSession::LeftSession(const QString &target)
-    : m_target(target), m_lock(SessionJournal::nameFor(target) + QStringLiteral(".lock"))
+    : m_target(target), m_lock(SessionJournal::lockFor(target))
 {
-    m_lock.setStaleLockTime(0);
 }
 
 std::unique_ptr<LeftSession> LeftSession::claim(const QString &target)
 {
     std::unique_ptr<LeftSession> session(new LeftSession(target));
-    return session->m_lock.tryLock(0) ? std::move(session) : nullptr;
+    return session->m_lock->tryLock(0) ? std::move(session) : nullptr;
 }
 
 QString LeftSession::journal() const

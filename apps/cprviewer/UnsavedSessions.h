@@ -10,8 +10,8 @@
 
 #include <memory>
 
-/// A session that a killed program has left and that this one has taken over: while this object
-/// lives, others do not offer it.
+/// A session that a killed program has left and that this one has claimed: while this object lives,
+/// other programs do not offer it.
 class LeftSession {
 public:
     /// Null when another program was faster.
@@ -26,7 +26,7 @@ private:
     explicit LeftSession(const QString &target);
 
     QString m_target;
-    QLockFile m_lock;
+    std::unique_ptr<QLockFile> m_lock;
 };
 
 /// The folder in which live sessions are journalled until they are saved. Each has an archive name

@@ -17,7 +17,7 @@
 
 using manikinlog::SessionJournal;
 
-Viewer::Places Viewer::Places::ofUser()
+Viewer::Paths Viewer::Paths::ofUser()
 {
     const QDir config(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
@@ -25,16 +25,16 @@ Viewer::Places Viewer::Places::ofUser()
             data.filePath(QStringLiteral("unsaved"))};
 }
 
-Viewer::Viewer(const Places &places, QObject *parent)
-    : QObject(parent), m_settings(places.settings, QSettings::IniFormat), m_appearance(&m_settings),
-      m_recentFiles(&m_settings), m_unsavedSessions(places.journals)
+Viewer::Viewer(const Paths &paths, QObject *parent)
+    : QObject(parent), m_settings(paths.settings, QSettings::IniFormat), m_appearance(&m_settings),
+      m_recentFiles(&m_settings), m_unsavedSessions(paths.journals)
 {
     connect(&m_appearance, &Appearance::languageChanged, this, &Viewer::scenariosChanged);
     connect(&m_loader, &SessionLoader::progressed, this, [this](double share) {
         m_loadedShare = share;
         Q_EMIT loadedShareChanged();
     });
-    connect(&m_loader, &SessionLoader::finished, this, &Viewer::takeLoaded);
+    connect(&m_loader, &SessionLoader::finished, this, &Viewer::showLoaded);
     findLeft();
 }
 
@@ -81,9 +81,9 @@ void Viewer::cancelLoading()
     m_loader.cancel();
 }
 
-void Viewer::takeLoaded()
+void Viewer::showLoaded()
 {
-    SessionLoader::Result result = m_loader.take();
+    SessionLoader::Result result = m_loader.handOver();
     const std::unique_ptr<LeftSession> &left = m_loadedLeft;
     if (result.session) {
         Opened opened;
@@ -161,8 +161,8 @@ std::unique_ptr<SessionJournal> Viewer::newJournal()
 
 void Viewer::show(Opened opened)
 {
-    // The old session goes at the end, when the pages have let go of it. A journal that it has
-    // keeps its file.
+    // The old session goes at the end, when the pages have let go of it. The file of its journal
+    // stays.
     std::swap(m_opened, opened);
     Q_EMIT sessionChanged();
     Q_EMIT nameChanged();

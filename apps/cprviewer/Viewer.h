@@ -21,9 +21,9 @@
 /// What the window shows and does: the session that is open, where it comes from, and what becomes
 /// of it.
 ///
-/// A live session is journalled until it is saved or thrown away. A journal that a killed viewer
-/// has left is offered in leftSession. Nothing here throws a session away that was not saved,
-/// except discard(): one that another takes the place of stays in its journal.
+/// A live session is journalled until it is saved or discarded. A journal that a killed viewer has
+/// left is offered in leftSession. Only discard() throws an unsaved session away: when another one
+/// is opened, it stays in its journal.
 class Viewer final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -55,18 +55,18 @@ class Viewer final : public QObject {
     // clang-format on
 
 public:
-    /// Where the viewer keeps what outlives it.
-    struct Places {
+    /// Where the viewer stores what outlives it.
+    struct Paths {
         QString settings; ///< an INI file
         QString journals; ///< a folder; empty when nothing is to be journalled
         /// The user's own.
-        static Places ofUser();
+        static Paths ofUser();
     };
 
     enum SaveResult { Saved, Exists, Failed };
     Q_ENUM(SaveResult)
 
-    explicit Viewer(const Places &places, QObject *parent = nullptr);
+    explicit Viewer(const Paths &paths, QObject *parent = nullptr);
     ~Viewer() override;
 
     // clang-format off
@@ -143,7 +143,7 @@ private:
     };
 
     void load(const QString &name, SessionLoader::Kind kind);
-    void takeLoaded();
+    void showLoaded();
     void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed);
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
     void show(Opened opened);

@@ -24,7 +24,7 @@ void useViewerTypes()
     // In a static library neither registers itself.
     static const bool isRegistered = [] {
         initResources();
-        useCPRQuickTypes();
+        cprquick::useTypes();
         qml_register_types_CPRViewer();
         QQuickStyle::setStyle(QLatin1String(plainStyle));
         return true;

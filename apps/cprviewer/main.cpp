@@ -45,7 +45,7 @@ bool hasDisplay()
 #endif
 }
 
-// The names that a file dialog proposes may outlive it, and would keep the keyboard.
+// The list of names that a file dialog proposes may outlive it, and would hold the keyboard.
 void closePopupsWith(const QApplication &application, QQuickWindow *window)
 {
     QObject::connect(&application, &QGuiApplication::focusWindowChanged, window,
@@ -106,8 +106,8 @@ int main(int argc, char *argv[])
     useViewerTypes();
 
     // A picture depends on nothing that was chosen before, and leaves nothing behind.
-    Viewer viewer(isPicture ? Viewer::Places{temporary.filePath(QStringLiteral("settings")), {}}
-                            : Viewer::Places::ofUser());
+    Viewer viewer(isPicture ? Viewer::Paths{temporary.filePath(QStringLiteral("settings")), {}}
+                            : Viewer::Paths::ofUser());
     if (!line.language.isEmpty())
         viewer.appearance()->useLanguage(line.language);
     if (line.isDark || line.isLight)

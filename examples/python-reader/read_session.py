@@ -160,7 +160,7 @@ def summary(session):
 
 
 class Picture:
-    """Two lanes over one time axis. Times are ms, places are pixels."""
+    """Two lanes over one time axis. Times are ms, positions are pixels."""
 
     WIDTH, HEIGHT, LEFT, RIGHT, LANE = 1200, 570, 110, 30, 200
 
@@ -184,7 +184,7 @@ class Picture:
         self.add("text", text, x=self.LEFT - 8, y=round(y + 4, 1), text_anchor="end")
 
     def lane(self, wave, band, y, highest):
-        """A wave with its target band. y(value) is the place of a value."""
+        """A wave with its target band. y(value) is where a value lies."""
         top, bottom = sorted((y(0), y(highest)))
         self.box(0, self.length, top, bottom, "#f3f5f6")
         for limit in band or ():

@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QtMath>
 
+namespace cprquick {
+
 namespace {
 
 constexpr qreal firstAngle = 225; // half past seven
@@ -75,3 +77,5 @@ void DialItem::paint(QPainter *painter)
     painter->setBrush(isInBand() || !(m_bandTo > m_bandFrom) ? theme.text : theme.fault);
     painter->drawConvexPolygon(hand, 4);
 }
+
+} // namespace cprquick

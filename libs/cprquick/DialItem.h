@@ -9,14 +9,16 @@
 #include <QQuickPaintedItem>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// A dial with a hand and a target band, open below, where a page can put the figure itself.
 class CPRQUICK_EXPORT DialItem : public QQuickPaintedItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(DialItem)
 
     // clang-format off
     /// @{
-    /// Where the hand points; kept on the dial. Without a value there is no hand.
+    /// Where the hand points; it stops at the ends of the dial. Without a value there is no hand.
     Q_PROPERTY(qreal value    MEMBER m_value    NOTIFY changed)
     Q_PROPERTY(bool  hasValue MEMBER m_hasValue NOTIFY changed)
     /// @}
@@ -62,5 +64,7 @@ private:
     qreal m_bandTo = 0;
     bool m_isDark = false;
 };
+
+} // namespace cprquick
 
 #endif

@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+namespace cprquick {
+
 EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
 {
     connect(&m_watcher, &SessionWatcher::sessionChanged, this, [this] {
@@ -16,7 +18,7 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
         Q_EMIT sessionChanged();
     });
     connect(&m_watcher, &SessionWatcher::cleared, this, &EventListModel::follow);
-    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::takeAnnounced);
+    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::addAnnounced);
     connect(&m_watcher, &SessionWatcher::eventRemoved, this, &EventListModel::forget);
     connect(&m_watcher, &SessionWatcher::eventChanged, this, [this](CPREventBase *event) {
         const int row = rowOf(event);
@@ -84,8 +86,7 @@ void EventListModel::reload()
     endResetModel();
 }
 
-// Replaces what stands between the rows that are the same at both ends. A list that has only grown
-// or shrunk at one place loses or gains no other row.
+// Rows that are the same at both ends stay; what stands between them is replaced.
 void EventListModel::follow()
 {
     const QVector<CPREventBase *> wanted = shownEvents();
@@ -130,7 +131,7 @@ void EventListModel::announce(int first, int last)
         Q_EMIT dataChanged(index(first), index(last));
 }
 
-void EventListModel::takeAnnounced(CPREventBase *event)
+void EventListModel::addAnnounced(CPREventBase *event)
 {
     if (insertAnnounced(event))
         return;
@@ -141,9 +142,8 @@ void EventListModel::takeAnnounced(CPREventBase *event)
     announce(row, row);
 }
 
-// Nearly every event stands at the end of the list or close to it, so places are looked for from
-// there: it costs the same however long the session is. False when the event is no new one, or not
-// the only one.
+// Searches from the end: nearly every new event stands there or close to it, so the cost does not
+// grow with the session. False when the event is not new, or not the only new one.
 bool EventListModel::insertAnnounced(CPREventBase *event)
 {
     const QList<CPREventBase *> &events = m_watcher.events()->events();
@@ -170,7 +170,7 @@ void EventListModel::forget(CPREventBase *gone)
     if (!m_shown.contains(gone))
         return;
     const auto row = std::find(m_rows.rbegin(), m_rows.rend(), gone);
-    // A view may still read the row while it is told of the removal.
+    // A view may still read the row while it hears of the removal.
     *row = nullptr;
     m_shown.remove(gone);
     remove(static_cast<int>(m_rows.rend() - row) - 1, 1);
@@ -277,3 +277,5 @@ QHash<int, QByteArray> EventListModel::roleNames() const
     };
     // clang-format on
 }
+
+} // namespace cprquick

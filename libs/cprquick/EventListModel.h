@@ -13,13 +13,15 @@
 #include <QVector>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// The events of a session as rows, in the order of the event list.
 ///
-/// It follows the list row by row: what a session adds, inserts, deletes or clears becomes the rows
-/// that it concerns and no others. Texts are made when a view asks for them.
+/// It follows the list row by row: only the rows of events that were added, removed or changed are
+/// announced. Texts are made when a delegate asks for them.
 class CPRQUICK_EXPORT EventListModel : public QAbstractListModel {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(EventListModel)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -43,7 +45,7 @@ public:
         StartTextRole, ///< startText: "1:23.4"
         EndRole, ///< end: ms of session time
         DurationRole, ///< duration: ms
-        DetailRole, ///< detail: what is worth telling, with units
+        DetailRole, ///< detail: the measurements or the matter in words, with units
         DepthRole, ///< depth: mm
         ReleaseDepthRole, ///< releaseDepth: mm
         RateRole, ///< rate: per minute; not of the first compression of a cycle
@@ -95,7 +97,7 @@ private:
     QVector<CPREventBase *> shownEvents() const;
     void reload();
     void follow();
-    void takeAnnounced(CPREventBase *event);
+    void addAnnounced(CPREventBase *event);
     bool insertAnnounced(CPREventBase *event);
     void forget(CPREventBase *gone);
     void remove(int first, int count);
@@ -104,10 +106,12 @@ private:
 
     SessionWatcher m_watcher;
     sessionreview::Targets m_targets;
-    QVector<CPREventBase *> m_rows; // not owned; null while the row of a dead one is removed
-    QSet<const QObject *> m_shown; // the same; tells at once that an object is none of them
+    QVector<CPREventBase *> m_rows; // not owned; null while the row of a removed one goes
+    QSet<const QObject *> m_shown; // the same, for a quick answer whether an object has a row
     int m_listed = 0; // events in the session's list when m_rows was brought up to date
     int m_tags = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -16,6 +16,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+namespace cprquick {
+
 namespace {
 
 using E = CPREventBase;
@@ -136,3 +138,5 @@ QStringList EventText::faults() const
         return faultTexts(m_compression->faults);
     return m_ventilation ? faultTexts(m_ventilation->faults) : QStringList();
 }
+
+} // namespace cprquick

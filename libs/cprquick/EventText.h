@@ -14,6 +14,8 @@
 
 #include <optional>
 
+namespace cprquick {
+
 /// What is told of one event in a list, judged by the session's targets. Values that the event does
 /// not have are invalid.
 class EventText {
@@ -42,5 +44,7 @@ private:
     std::optional<sessionreview::Compression> m_compression;
     std::optional<sessionreview::Ventilation> m_ventilation;
 };
+
+} // namespace cprquick
 
 #endif

@@ -8,6 +8,8 @@
 #include <QCoreApplication>
 #include <QLocale>
 
+namespace cprquick {
+
 namespace {
 
 // clang-format off
@@ -17,8 +19,8 @@ enum class Unit { None, Depth, Rate, Volume, Secs, Msecs, Percent };
 /// A value of CPRGuidelines, or two that belong together, by the names of its properties.
 struct ValueRow {
     const char *text;
-    const char *least; ///< or the only one
-    const char *most;  ///< null for one value
+    const char *min; ///< or the only one
+    const char *max;  ///< null for one value
     Unit unit;
 };
 
@@ -81,13 +83,12 @@ QString numberText(const QVariant &value, Unit unit)
 
 QString valueTextOf(const CPRGuidelines &guidelines, const ValueRow &row)
 {
-    const QString least = numberText(guidelines.property(row.least), row.unit);
-    const QString most = row.most ? numberText(guidelines.property(row.most), row.unit) : least;
-    if (most.isEmpty())
+    const QString min = numberText(guidelines.property(row.min), row.unit);
+    const QString max = row.max ? numberText(guidelines.property(row.max), row.unit) : min;
+    if (max.isEmpty())
         return QString();
-    return withUnit(
-        least == most || least.isEmpty() ? most : QStringLiteral("%1\u2013%2").arg(least, most),
-        row.unit);
+    return withUnit(min == max || min.isEmpty() ? max : QStringLiteral("%1\u2013%2").arg(min, max),
+                    row.unit);
 }
 
 } // namespace
@@ -138,3 +139,5 @@ QHash<int, QByteArray> GuidelineModel::roleNames() const
 {
     return {{NameRole, "name"}, {ValueTextRole, "valueText"}};
 }
+
+} // namespace cprquick

@@ -10,11 +10,13 @@
 #include <QVector>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// What the guideline set of a session asks for as rows, in the units that people read. What the
 /// set says nothing about has no row.
 class CPRQUICK_EXPORT GuidelineModel : public QAbstractListModel {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(GuidelineModel)
 
     /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData *session READ session WRITE setSession NOTIFY sessionChanged)
@@ -66,5 +68,7 @@ private:
     SessionWatcher m_watcher;
     QVector<Row> m_rows;
 };
+
+} // namespace cprquick
 
 #endif

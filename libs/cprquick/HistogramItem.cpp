@@ -10,6 +10,8 @@
 #include <QLocale>
 #include <QPainter>
 
+namespace cprquick {
+
 HistogramItem::HistogramItem(QQuickItem *parent) : QQuickPaintedItem(parent)
 {
     connect(this, &HistogramItem::changed, this, [this] { update(); });
@@ -30,10 +32,10 @@ void HistogramItem::paint(QPainter *painter)
     Theme theme = m_isDark ? Theme::dark() : Theme::light();
     theme.font = QGuiApplication::font();
     const qreal step = width() / m_values.size();
-    constexpr qreal leastStep = 1.5; // em; three digits have room in it
+    constexpr qreal minStep = 1.5; // em; three digits have room in it
     const qreal wanted =
         m_textSize > 0 ? m_textSize : QFontInfo(QGuiApplication::font()).pixelSize();
-    const Style style(theme, qMin(wanted, step / leastStep), painter->device());
+    const Style style(theme, qMin(wanted, step / minStep), painter->device());
     double highest = 1;
     for (const QVariant &value : qAsConst(m_values))
         highest = qMax(highest, value.toDouble());
@@ -57,3 +59,5 @@ void HistogramItem::paint(QPainter *painter)
     }
     painter->fillRect(QRectF(0, bottom, width(), style.hair), theme.frame);
 }
+
+} // namespace cprquick

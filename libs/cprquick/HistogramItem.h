@@ -10,10 +10,12 @@
 #include <QVariantList>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// Bars with their numbers above them, as high as the item allows.
 class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(HistogramItem)
 
     // clang-format off
     /// One number for each bar; below 0 counts as 0.
@@ -31,7 +33,7 @@ public:
     explicit HistogramItem(QQuickItem *parent = nullptr);
     ~HistogramItem() override;
 
-    /// The bar at the place \a x of the item; -1 beside the bars.
+    /// The bar at \a x in the item; -1 beside the bars.
     Q_INVOKABLE int barAt(qreal x) const;
 
     /// See QQuickPaintedItem.
@@ -47,5 +49,7 @@ private:
     bool m_isDark = false;
     qreal m_textSize = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -13,6 +13,8 @@
 #include <iterator>
 #include <optional>
 
+namespace cprquick {
+
 namespace {
 
 using E = CPREventBase;
@@ -108,3 +110,5 @@ QHash<int, QByteArray> HistogramModel::roleNames() const
     return {
         {NameRole, "name"}, {ValuesRole, "values"}, {HighestRole, "highest"}, {TotalRole, "total"}};
 }
+
+} // namespace cprquick

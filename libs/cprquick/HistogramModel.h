@@ -11,12 +11,14 @@
 
 #include <array>
 
+namespace cprquick {
+
 /// The six histograms of the manikin's statistics as rows: depth, release, compression rate,
 /// pauses, ventilation volume, ventilation rate. The rows are there always; before the statistics
 /// have arrived their bars are 0 and isReceived is false.
 class CPRQUICK_EXPORT HistogramModel : public QAbstractListModel {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(HistogramModel)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -74,5 +76,7 @@ private:
     std::array<int, histogramCount> m_totals{};
     bool m_isReceived = false;
 };
+
+} // namespace cprquick
 
 #endif

@@ -15,6 +15,8 @@
 
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 // The classes of the library as types of the module. A page can name them and their enumerations,
 // but only a session of its own can it create; everything else comes from a session.
 
@@ -51,5 +53,7 @@ struct CPRDataType {
     QML_FOREIGN(CPRData)
     QML_NAMED_ELEMENT(CPRData)
 };
+
+} // namespace cprquick
 
 #endif

@@ -6,10 +6,12 @@
 #include "sessionreview/Words.h"
 
 #include <private/Units.h>
-
+#include <sessionplot/PlotModel.h>
 #include <sessionplot/Scales.h>
 
 #include <cmath>
+
+namespace cprquick {
 
 namespace {
 
@@ -18,7 +20,6 @@ using namespace sessionreview;
 
 constexpr int readingMs = 15; // shorter than a frame
 using Units::msecsPerSecond;
-constexpr int mmPart = 100; // of a wave unit without a description
 
 LiveFigures::Side shown(Side side)
 {
@@ -40,10 +41,10 @@ LiveFigures::LiveFigures(QObject *parent) : QObject(parent)
     });
     connect(&m_watcher, &SessionWatcher::waveChanged, this, &LiveFigures::readSoon);
     connect(&m_watcher, &SessionWatcher::timeChanged, this, &LiveFigures::readSoon);
-    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &LiveFigures::noteEvents);
+    connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &LiveFigures::readEventsSoon);
     for (const auto change : {&SessionWatcher::cleared, &SessionWatcher::eventsChanged,
                               &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
-        connect(&m_watcher, change, this, &LiveFigures::noteEvents);
+        connect(&m_watcher, change, this, &LiveFigures::readEventsSoon);
 }
 
 LiveFigures::~LiveFigures() = default;
@@ -60,7 +61,7 @@ void LiveFigures::setActive(bool active)
     Q_EMIT isActiveChanged();
 }
 
-void LiveFigures::noteEvents()
+void LiveFigures::readEventsSoon()
 {
     m_areEventsStale = true;
     readSoon();
@@ -93,13 +94,10 @@ void LiveFigures::readWaves()
     WaveFigures now;
     if (const CPRData *known = session()) {
         const CPRCompressionData *wave = known->compressionData();
-        const double mmPerUnit = wave->waveformInfo()->lsbValue() > 0
-            ? double(wave->waveformInfo()->lsbValue())
-            : 1.0 / mmPart;
         const bool isAbsolute = known->cprGuidelines()->useAbsoluteDepth();
         now.time = known->cprEvents()->sessionTime();
-        now.depth =
-            std::abs(isAbsolute ? wave->absoluteDepth() : wave->relativeDepth()) * mmPerUnit;
+        now.depth = std::abs(isAbsolute ? wave->absoluteDepth() : wave->relativeDepth())
+            * sessionplot::mmPerSample(*wave->waveformInfo());
         now.volume = std::max(known->ventilationData()->volume(), 0);
         now.rate = wave->compressionRate();
         now.ventilationRate = known->ventilationData()->rate();
@@ -161,3 +159,5 @@ QString LiveFigures::advice() const
 {
     return adviceText(m_latest.advice);
 }
+
+} // namespace cprquick

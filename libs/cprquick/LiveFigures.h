@@ -10,13 +10,15 @@
 
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// What a learner sees while training, in the units that people read, with the limits of the
 /// session's own guidelines beside it.
 ///
 /// The figures are read at most once in 15 ms, and not at all while isActive is false.
 class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(LiveFigures)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -53,9 +55,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(Side     volumeSide           READ volumeSide           NOTIFY eventsChanged)
     /// @}
     /// @{
-    /// Faults of the last compression or ventilation, whichever came later; and one sentence to the
-    /// learner about the worst of them, empty when all is right. Once the manikin has sent its
-    /// scores it is the first advice on the whole session.
+    /// Faults of the last compression or ventilation, whichever came later. One sentence to the
+    /// learner about the worst of them; empty when all is right. Once the manikin has sent its
+    /// scores it is the first advice on the session.
     Q_PROPERTY(QStringList faults            READ faults               NOTIFY eventsChanged)
     Q_PROPERTY(QString  advice               READ advice               NOTIFY eventsChanged)
     /// @}
@@ -157,7 +159,7 @@ private:
         int ventilationRate = -1;
     };
 
-    void noteEvents();
+    void readEventsSoon();
     void readSoon();
     void read();
     void readWaves();
@@ -176,5 +178,7 @@ private:
     int m_pause = 0;
     sessionreview::Targets m_targets;
 };
+
+} // namespace cprquick
 
 #endif

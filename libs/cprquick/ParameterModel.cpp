@@ -13,6 +13,8 @@
 
 #include <algorithm>
 
+namespace cprquick {
+
 namespace {
 
 bool isBar(CPREventBase::ParameterType type)
@@ -176,3 +178,5 @@ QHash<int, QByteArray> ParameterModel::roleNames() const
     };
     // clang-format on
 }
+
+} // namespace cprquick

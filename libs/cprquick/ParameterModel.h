@@ -10,6 +10,8 @@
 #include <QVector>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// The parameters of one event as rows, in the order of CPREventBase.ParameterType, measurements of
 /// compressions and ventilations included. Of statistics and scores, what the manikin has sent.
 ///
@@ -17,7 +19,7 @@
 /// notice. An event that is destroyed leaves no rows.
 class CPRQUICK_EXPORT ParameterModel : public QAbstractListModel {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(ParameterModel)
 
     // clang-format off
     /// The session; for ChosenEvent that of the event.
@@ -99,5 +101,7 @@ private:
     Subject m_subject = ChosenEvent;
     bool m_hasBars = true;
 };
+
+} // namespace cprquick
 
 #endif

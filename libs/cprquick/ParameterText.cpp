@@ -17,6 +17,8 @@
 
 #include <cstddef>
 
+namespace cprquick {
+
 namespace {
 
 using E = CPREventBase;
@@ -90,7 +92,7 @@ QString numberText(E::ParameterType type, const QVariant &value)
     if (storedUnit(type) == E::hmm)
         return locale.toString(Units::mmOf(value.toDouble()), 'f', 1);
     if (kind == QMetaType::Float) // as wherever else depths are told
-        return locale.toString(sessionreview::wholeHmm(value.toFloat()), 'f', 1);
+        return locale.toString(sessionreview::roundedToHmm(value.toFloat()), 'f', 1);
     if (kind == QMetaType::Double)
         return locale.toString(value.toDouble(), 'f', 1);
     if (kind == QMetaType::Int && storedUnit(type) != E::none)
@@ -179,3 +181,5 @@ QString parameterValueText(E::ParameterType type, const QVariant &value)
     // clang-format on
     return withUnit(numberText(type, value), type);
 }
+
+} // namespace cprquick

@@ -11,6 +11,8 @@
 #include <QString>
 #include <QVariant>
 
+namespace cprquick {
+
 /// What the event model's kinds and parameters are called in front of people. The translations are
 /// in the context "cprquick".
 
@@ -24,5 +26,7 @@ CPRQUICK_EXPORT QString parameterUnitText(CPREventBase::ParameterType type);
 /// A parameter's value with its unit, enumerations and truth values in words. What was not measured
 /// is said to be so. Empty for an invalid value.
 CPRQUICK_EXPORT QString parameterValueText(CPREventBase::ParameterType type, const QVariant &value);
+
+} // namespace cprquick
 
 #endif

@@ -11,11 +11,13 @@
 #include <QObject>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// The colours of the pictures, for what a page draws beside them. They stay apart for every kind
-/// of colour vision; what matters has to be told by shape or text as well.
+/// of colour vision; what matters has to be shown by shape or text as well.
 class CPRQUICK_EXPORT PlotColors : public QObject {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(PlotColors)
 
     // clang-format off
     /// The colours of a dark page; false unless changed.
@@ -76,5 +78,7 @@ private:
     bool m_isDark = false;
     sessionplot::Theme m_theme = sessionplot::Theme::light();
 };
+
+} // namespace cprquick
 
 #endif

@@ -11,9 +11,11 @@
 #include <algorithm>
 #include <limits>
 
+namespace cprquick {
+
 namespace {
 
-constexpr qint64 shortestMs = 1000;
+constexpr qint64 minRangeMs = 1000;
 
 } // namespace
 
@@ -190,13 +192,13 @@ int PlotItem::timeAt(qreal x) const
                                                std::numeric_limits<int>::max()));
 }
 
-// What is shown is known with the next frame only; more than one step between two frames has to
-// begin where the one before ended.
+// The shown time is computed at once, not with the next frame: a second step before that frame has
+// to begin where the first one ended.
 void PlotItem::showRange(qint64 from, qint64 length)
 {
-    const qint64 whole = std::max<qint64>(m_length, shortestMs);
-    length = qBound(shortestMs, length, whole);
-    from = qBound<qint64>(0, from, whole - length);
+    const qint64 total = std::max<qint64>(m_length, minRangeMs);
+    length = qBound(minRangeMs, length, total);
+    from = qBound<qint64>(0, from, total - length);
     setWindow(static_cast<int>(from), static_cast<int>(from + length), 0);
     findShown();
 }
@@ -208,7 +210,7 @@ void PlotItem::zoom(qreal factor, qreal x)
     const qint64 fixed = qBound(m_shownFrom, timeAt(x), m_shownTo);
     const qint64 length =
         qRound64(qMin(qreal(m_shownTo - m_shownFrom) / factor, qreal(std::max(m_length, 1))));
-    const qint64 shown = std::max(length, shortestMs);
+    const qint64 shown = std::max(length, minRangeMs);
     const qint64 before = (fixed - m_shownFrom) * shown / std::max(m_shownTo - m_shownFrom, 1);
     showRange(fixed - before, shown);
 }
@@ -231,3 +233,5 @@ void PlotItem::reveal(int msecs)
     else if (msecs > m_shownTo)
         pan(msecs - m_shownTo);
 }
+
+} // namespace cprquick

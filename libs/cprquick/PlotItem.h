@@ -15,6 +15,8 @@
 
 #include <memory>
 
+namespace cprquick {
+
 class PlotSource;
 
 /// An item that shows a session over time: what wave and timeline have in common.
@@ -46,8 +48,8 @@ class CPRQUICK_EXPORT PlotItem : public QQuickPaintedItem {
     Q_PROPERTY(int      length    READ length                      NOTIFY lengthChanged)
     /// @}
     /// @{
-    /// A time that a page marks, ms, and its place in the item. The item draws nothing there, so a
-    /// mark that moves costs no repaint.
+    /// A time that a page marks, ms, and where in the item it lies. The item draws nothing there, so
+    /// a mark that moves costs no repaint.
     Q_PROPERTY(int      cursor    READ cursor    WRITE setCursor   NOTIFY cursorChanged)
     Q_PROPERTY(qreal    cursorX   READ cursorX                     NOTIFY cursorXChanged)
     /// @}
@@ -82,8 +84,8 @@ public:
     /// @}
 
     /// @{
-    /// The place of a time (ms) in the item, and the time at a place; both also outside what is
-    /// shown. For handlers: a binding does not learn that the window has moved, cursorX does.
+    /// Where in the item a time (ms) lies, and the time there; both also outside what is shown. For
+    /// handlers: a binding does not notice that the shown time has moved, one to cursorX does.
     Q_INVOKABLE qreal xAt(int msecs) const;
     Q_INVOKABLE int timeAt(qreal x) const;
     /// @}
@@ -91,7 +93,7 @@ public:
     Q_INVOKABLE void zoom(qreal factor, qreal x);
     /// Moves along the session by \a msecs, not beyond its ends.
     Q_INVOKABLE void pan(int msecs);
-    /// Shows the whole session.
+    /// Shows all of the session.
     Q_INVOKABLE void fit();
     /// Moves so far that \a msecs is shown.
     Q_INVOKABLE void reveal(int msecs);
@@ -150,5 +152,7 @@ private:
     QRectF m_plotArea;
     int m_cursor = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -7,6 +7,8 @@
 
 #include <algorithm>
 
+namespace cprquick {
+
 namespace {
 
 // Items live on one thread, and so does this.
@@ -41,14 +43,14 @@ PlotSource::PlotSource(CPRData *session) : m_key(session)
     });
     connect(&m_watcher, &SessionWatcher::timeChanged, this, [this](int msecs) {
         m_time = msecs;
-        note(m_areWavesStale);
+        announce(m_areWavesStale);
     });
-    connect(&m_watcher, &SessionWatcher::waveChanged, this, [this] { note(m_areWavesStale); });
+    connect(&m_watcher, &SessionWatcher::waveChanged, this, [this] { announce(m_areWavesStale); });
     for (const auto change : {&SessionWatcher::cleared, &SessionWatcher::eventsChanged,
                               &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
-        connect(&m_watcher, change, this, [this] { note(m_areEventsStale); });
+        connect(&m_watcher, change, this, [this] { announce(m_areEventsStale); });
     for (const auto change : {&SessionWatcher::eventRemoved, &SessionWatcher::eventChanged})
-        connect(&m_watcher, change, this, [this] { note(m_areEventsStale); });
+        connect(&m_watcher, change, this, [this] { announce(m_areEventsStale); });
 }
 
 PlotSource::~PlotSource()
@@ -58,24 +60,24 @@ PlotSource::~PlotSource()
 
 void PlotSource::forget()
 {
-    // A new session may have taken the place of one that is gone.
+    // A new session may have the address of one that is gone.
     const auto known = sources().constFind(m_key);
     if (known != sources().constEnd() && (known->expired() || known->lock().get() == this))
         sources().erase(known);
 }
 
-void PlotSource::note(bool &isStale)
+void PlotSource::announce(bool &isStale)
 {
     isStale = true;
-    if (!m_isNoted) {
-        m_isNoted = true;
+    if (!m_isAnnounced) {
+        m_isAnnounced = true;
         Q_EMIT changed();
     }
 }
 
 void PlotSource::refresh()
 {
-    m_isNoted = false;
+    m_isAnnounced = false;
     const CPRData *session = m_watcher.session();
     if (!session)
         return;
@@ -86,3 +88,5 @@ void PlotSource::refresh()
     m_areWavesStale = m_areEventsStale = false;
     m_end = std::max(m_time, static_cast<int>(m_model.length()));
 }
+
+} // namespace cprquick

@@ -10,6 +10,8 @@
 
 #include <memory>
 
+namespace cprquick {
+
 /// What the items draw of one session. All items that show the same session share one, so its waves
 /// are copied once.
 class PlotSource final : public QObject {
@@ -37,7 +39,7 @@ Q_SIGNALS:
 private:
     explicit PlotSource(CPRData *session);
     void forget();
-    void note(bool &isStale);
+    void announce(bool &isStale);
 
     SessionWatcher m_watcher;
     const CPRData *m_key; // only compared
@@ -46,7 +48,9 @@ private:
     int m_end = 0;
     bool m_areWavesStale = true;
     bool m_areEventsStale = true;
-    bool m_isNoted = true; // changed() was emitted
+    bool m_isAnnounced = true; // changed() was emitted
 };
+
+} // namespace cprquick
 
 #endif

@@ -8,9 +8,14 @@
 // Generated from the headers of this directory.
 void qml_register_types_CPRData();
 
-void useCPRQuickTypes()
+namespace cprquick {
+
+void useTypes()
 {
-    // The generated code registers itself when the library is loaded; a reference keeps it there.
+    // The generated code registers itself when the library is loaded. A reference makes the linker
+    // load it.
     volatile auto registration = &qml_register_types_CPRData;
     Q_UNUSED(registration)
 }
+
+} // namespace cprquick

@@ -5,6 +5,8 @@
 
 #include "sessionreview/Words.h"
 
+namespace cprquick {
+
 SessionSummary::SessionSummary(QObject *parent) : QObject(parent)
 {
     connect(&m_watcher, &SessionWatcher::settled, this, &SessionSummary::refresh);
@@ -50,3 +52,5 @@ QString SessionSummary::secondaryAdviceText() const
 {
     return sessionreview::adviceText(m_figures.secondaryAdvice);
 }
+
+} // namespace cprquick

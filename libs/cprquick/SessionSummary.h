@@ -11,11 +11,13 @@
 #include <QDateTime>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// Who trained what, and how it went: the figures above the review picture, to bind to. All of them
 /// notify by one signal, once for a burst of changes.
 class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(SessionSummary)
 
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
@@ -37,7 +39,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_PROPERTY(bool        trainsCompressions  READ trainsCompressions         NOTIFY changed)
     Q_PROPERTY(bool        trainsVentilations  READ trainsVentilations         NOTIFY changed)
     /// @}
-    /// The manikin has sent its scores; without them the next eight tell nothing.
+    /// The manikin has sent its scores; without them the next eight mean nothing.
     Q_PROPERTY(bool        hasScores           READ hasScores                  NOTIFY changed)
     /// @{
     /// Percent; flowTime is -1 when it is not known.
@@ -102,5 +104,7 @@ private:
     sessionreview::Figures m_figures;
     int m_minFlowTime = 0;
 };
+
+} // namespace cprquick
 
 #endif

@@ -3,6 +3,8 @@
 
 #include "cprquick/SessionWatcher.h"
 
+namespace cprquick {
+
 namespace {
 
 constexpr int whileRunningMs = 250;
@@ -55,18 +57,13 @@ void SessionWatcher::setSession(CPRData *session)
 
         // The event list is the last to hear of the time.
         connect(m_events, &CPREvents::sessionTimeChanged, this, &SessionWatcher::timeChanged);
-        CPRCompressionData *depth = session->compressionData();
-        connect(depth, &CPRCompressionData::relativeCompressionDepthChanged, this,
-                &SessionWatcher::waveChanged);
-        connect(depth, &CPRCompressionData::absoluteCompressionDepthChanged, this,
-                &SessionWatcher::waveChanged);
-        connect(depth, &CPRCompressionData::compressionRateChanged, this,
-                &SessionWatcher::waveChanged);
-        CPRVentilationData *volume = session->ventilationData();
-        connect(volume, &CPRVentilationData::ventilationVolumeChanged, this,
-                &SessionWatcher::waveChanged);
-        connect(volume, &CPRVentilationData::ventilationRateChanged, this,
-                &SessionWatcher::waveChanged);
+        for (const auto change : {&CPRCompressionData::relativeCompressionDepthChanged,
+                                  &CPRCompressionData::absoluteCompressionDepthChanged,
+                                  &CPRCompressionData::compressionRateChanged})
+            connect(session->compressionData(), change, this, &SessionWatcher::waveChanged);
+        for (const auto change : {&CPRVentilationData::ventilationVolumeChanged,
+                                  &CPRVentilationData::ventilationRateChanged})
+            connect(session->ventilationData(), change, this, &SessionWatcher::waveChanged);
     }
     Q_EMIT sessionChanged();
 }
@@ -89,3 +86,5 @@ void SessionWatcher::settleSoon(int msecs)
     if (!m_settling.isActive() || m_settling.interval() > msecs)
         m_settling.start(msecs);
 }
+
+} // namespace cprquick

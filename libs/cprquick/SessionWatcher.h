@@ -12,6 +12,8 @@
 #include <QPointer>
 #include <QTimer>
 
+namespace cprquick {
+
 /// Tells what happens to one session, whichever of its objects it happens to. It holds no session
 /// alive: one that is destroyed is let go of, which is a sessionChanged() too.
 class CPRQUICK_EXPORT SessionWatcher final : public QObject {
@@ -59,5 +61,7 @@ private:
     QPointer<CPREvents> m_events;
     QTimer m_settling;
 };
+
+} // namespace cprquick
 
 #endif

@@ -9,6 +9,8 @@
 
 #include <sessionplot/Scales.h>
 
+namespace cprquick {
+
 namespace {
 
 /// \a text of the parameter with that key.
@@ -65,3 +67,5 @@ QString SessionWords::time(int msecs, bool withTenths) const
     return sessionplot::timeText(msecs, withTenths ? tenth : second,
                                  sessionplot::needsHours({0, msecs}));
 }
+
+} // namespace cprquick

@@ -10,6 +10,8 @@
 #include <QVariant>
 #include <QtQml/qqml.h>
 
+namespace cprquick {
+
 /// What the values of a session are called in front of people; in QML the singleton Words.
 ///
 /// Parameters go by their key text ("compMeanDepth"), as in an event's params: QML cannot name the
@@ -39,5 +41,7 @@ public:
     /// ms of session time: m:ss, or h:mm:ss from two hours on, with tenths when asked for.
     Q_INVOKABLE QString time(int msecs, bool withTenths = false) const;
 };
+
+} // namespace cprquick
 
 #endif

@@ -5,6 +5,8 @@
 
 #include "cprquick/PlotSource.h"
 
+namespace cprquick {
+
 using sessionplot::ReviewPicture;
 
 TimelineItem::TimelineItem(QQuickItem *parent) : PlotItem(parent)
@@ -45,3 +47,5 @@ void TimelineItem::paint(QPainter *painter)
         {m_picture.timeScale().left(), stack.top(), m_picture.timeScale().width(), stack.height()});
     m_picture.setModel(nullptr);
 }
+
+} // namespace cprquick

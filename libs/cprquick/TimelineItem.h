@@ -8,17 +8,20 @@
 
 #include <sessionplot/ReviewPicture.h>
 
+namespace cprquick {
+
 /// The review picture of a session, or some of its parts: everything that happened, in lanes over
 /// one time axis.
-class CPRQUICK_EXPORT TimelineItem : public PlotItem {
+// qmltyperegistrar finds the base by its full name alone.
+class CPRQUICK_EXPORT TimelineItem : public cprquick::PlotItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(TimelineItem)
 
     // clang-format off
     /// What is drawn where there is room and something to draw; AllLanes unless changed.
     Q_PROPERTY(Parts parts    READ parts    WRITE setParts    NOTIFY partsChanged)
     /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
-    /// fixed number keeps the lanes in their place while they are moved along the session.
+    /// fixed number lets the lanes stay where they are while the picture moves along the session.
     Q_PROPERTY(int   flagRows READ flagRows WRITE setFlagRows NOTIFY partsChanged)
     // clang-format on
 
@@ -68,5 +71,7 @@ private:
     int m_flagRows = 0;
     sessionplot::ReviewPicture m_picture;
 };
+
+} // namespace cprquick
 
 #endif

@@ -11,6 +11,8 @@
 
 #include <cmath>
 
+namespace cprquick {
+
 using namespace sessionplot;
 
 WaveItem::WaveItem(QQuickItem *parent) : PlotItem(parent)
@@ -84,3 +86,5 @@ void WaveItem::paint(QPainter *painter)
     }
     paintTimeAxis(context, area);
 }
+
+} // namespace cprquick

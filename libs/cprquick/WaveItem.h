@@ -8,13 +8,16 @@
 
 #include <sessionplot/WavePainter.h>
 
+namespace cprquick {
+
 /// One lane over time: the depth curve, the ventilations with their volume curve, or the
 /// compression rate, each with the target band of the session's guidelines.
 ///
 /// No peak is lost at any zoom, and while a session grows only what is new is computed.
-class CPRQUICK_EXPORT WaveItem : public PlotItem {
+// qmltyperegistrar finds the base by its full name alone.
+class CPRQUICK_EXPORT WaveItem : public cprquick::PlotItem {
     Q_OBJECT
-    QML_ELEMENT
+    QML_NAMED_ELEMENT(WaveItem)
 
     // clang-format off
     /// Which lane is drawn; the depth unless changed.
@@ -55,5 +58,7 @@ private:
     bool m_hasAxes = true;
     sessionplot::WavePainter m_painter;
 };
+
+} // namespace cprquick
 
 #endif

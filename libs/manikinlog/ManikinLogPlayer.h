@@ -19,21 +19,21 @@ class SessionJournal;
 /// log is played as fast as it can be read; the times of the records change nothing.
 class ManikinLogPlayer {
 public:
-    /// Is told the time of each record after it was played, in ms since the start of the recording.
+    /// Called after each record with its time, in ms since the start of the recording.
     using Progress = std::function<void(qint64 msecs)>;
 
     /// \a session is not owned.
     explicit ManikinLogPlayer(CPRData *session);
 
     /// From now on each record is written to \a journal before it is played; null for none. The
-    /// journal is not owned. When it fails, which it tells itself, the session goes on.
+    /// journal is not owned. When it fails, which it reports itself, the session goes on.
     void setJournal(SessionJournal *journal) { m_journal = journal; }
 
-    /// Plays one record. False means a message that no part of the session took.
+    /// Plays one record. False for a message that the session refuses.
     bool play(const Record &record);
 
     /// Plays the records that \a reader still has. False when the log could not be read to its
-    /// end; the reader's errorString() says why, and the records before that place were played.
+    /// end; the reader's errorString() says why, and the records before that were played.
     bool play(ManikinLogReader &reader, const Progress &progress = {});
 
 private:

@@ -3,7 +3,7 @@
 
 #include "manikinlog/ManikinLogReader.h"
 
-#include <QIODevice>
+#include <QFile>
 #include <QMetaEnum>
 
 #include <algorithm>
@@ -24,7 +24,7 @@ bool isHexDigit(char c)
 /// The start of a line's text, fit to be shown in an error message.
 QString shortened(const QByteArray &text)
 {
-    // The dot in front keeps a byte order mark, which would else be dropped and not be seen.
+    // Without the dot in front a byte order mark would be dropped and not be seen.
     QString shown = QString::fromUtf8('.' + text).mid(1);
     if (shown.size() > foundTextLength)
         shown = shown.left(foundTextLength) + QLatin1String("...");
@@ -34,8 +34,8 @@ QString shortened(const QByteArray &text)
     return shown;
 }
 
-/// Takes the fields of one line one after the other. The first field that is not as expected ends
-/// the parsing; expected() and found() tell about it.
+/// Parses the fields of one line from left to right. The first field that is not as expected ends
+/// it; expected() and found() say what was wrong.
 class LineParser {
 public:
     explicit LineParser(const QByteArray &line) : m_line(line) { }
@@ -43,9 +43,9 @@ public:
     QString expected() const { return m_expected; }
     QByteArray found() const { return m_found; }
 
-    bool parse(Record &record, qint64 earliestMsecs)
+    bool parse(Record &record, qint64 minMsecs)
     {
-        if (!parseTime(record.msecs, earliestMsecs))
+        if (!parseTime(record.msecs, minMsecs))
             return false;
         const QByteArray kind = next();
         if (kind == "msg")
@@ -112,11 +112,11 @@ private:
         return true;
     }
 
-    bool parseTime(qint64 &msecs, qint64 earliest)
+    bool parseTime(qint64 &msecs, qint64 minMsecs)
     {
         const QByteArray field = next();
-        if (!toNumber(field, msecs) || msecs < earliest)
-            return fail(QStringLiteral("a time of at least %1 ms").arg(earliest), field);
+        if (!toNumber(field, msecs) || msecs < minMsecs)
+            return fail(QStringLiteral("a time of at least %1 ms").arg(minMsecs), field);
         return true;
     }
 
@@ -155,12 +155,12 @@ private:
     QByteArray next()
     {
         const int blank = m_line.indexOf(' ', m_position);
-        return take(blank < 0 ? m_line.size() : blank);
+        return cut(blank < 0 ? m_line.size() : blank);
     }
 
-    QByteArray rest() { return take(m_line.size()); }
+    QByteArray rest() { return cut(m_line.size()); }
 
-    QByteArray take(int end)
+    QByteArray cut(int end)
     {
         const QByteArray field = m_line.mid(m_position, end - m_position);
         m_position = end + 1;
@@ -192,6 +192,13 @@ ManikinLogReader::ManikinLogReader(QIODevice *device, const QString &name, Damag
 {
 }
 
+bool ManikinLogReader::isLog(const QString &name)
+{
+    const QByteArray format = QByteArray(firstLine).split(' ').first();
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) && file.read(format.size()) == format;
+}
+
 ManikinLogReader::Result ManikinLogReader::read(Record &record)
 {
     while (m_result == Result::Record) {
@@ -199,7 +206,7 @@ ManikinLogReader::Result ManikinLogReader::read(Record &record)
         m_result = readLine(text);
         if (m_result != Result::Record)
             break;
-        const Line line = take(text, record);
+        const Line line = parse(text, record);
         if (line == Line::Record)
             break;
         if (line == Line::Damaged)
@@ -213,7 +220,7 @@ ManikinLogReader::Result ManikinLogReader::read(Record &record)
 ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
 {
     int length = -1;
-    while ((length = m_pending.indexOf('\n')) < 0 && m_pending.size() <= maximalLineLength + 1) {
+    while ((length = m_pending.indexOf('\n')) < 0 && m_pending.size() <= maxLineLength + 1) {
         const qint64 count = readMore();
         if (count < 0) {
             ++m_line;
@@ -245,24 +252,23 @@ qint64 ManikinLogReader::readMore()
     return count;
 }
 
-ManikinLogReader::Line ManikinLogReader::take(const QByteArray &text, Record &record)
+ManikinLogReader::Line ManikinLogReader::parse(const QByteArray &text, Record &record)
 {
-    if (text.size() > maximalLineLength) {
-        return failExpecting(QStringLiteral("a line of at most %1 bytes").arg(maximalLineLength),
-                             text);
+    if (text.size() > maxLineLength) {
+        return failExpecting(QStringLiteral("a line of at most %1 bytes").arg(maxLineLength), text);
     }
     if (m_line > 1 && (text.isEmpty() || text.startsWith('#')))
         return Line::Empty;
     if (!m_hasLineEnd && m_damage == Damage::IsSkipped)
         return failExpecting(QStringLiteral("a whole line"), text);
     if (m_line > 1)
-        return parse(text, record);
+        return parseRecord(text, record);
     return text == firstLine
         ? Line::Empty
         : failExpecting(QLatin1Char('"') + QLatin1String(firstLine) + QLatin1Char('"'), text);
 }
 
-ManikinLogReader::Line ManikinLogReader::parse(const QByteArray &text, Record &record)
+ManikinLogReader::Line ManikinLogReader::parseRecord(const QByteArray &text, Record &record)
 {
     LineParser parser(text);
     Record parsed;
@@ -281,7 +287,7 @@ ManikinLogReader::Result ManikinLogReader::skipDamaged()
     if (m_skippedLines++ == 0)
         m_skippedError = m_errorString;
     m_errorString.clear();
-    // The rest of a line that is too long. What cannot be read is told with the next line.
+    // The rest of a line that is too long. A device that fails here is reported with the next line.
     int end = -1;
     while (!m_hasLineEnd && (end = m_pending.indexOf('\n')) < 0) {
         m_pending.clear();

@@ -33,23 +33,24 @@ public:
     enum class Result {
         Record, ///< a record
         End, ///< the end of the log
-        Error ///< a damaged line, or a device that cannot be read; errorString() tells
+        Error ///< a damaged line, or a device that cannot be read; see errorString()
     };
     /// What a damaged line is.
     enum class Damage {
         IsError, ///< an error that ends the log
-        /// Left out and counted: the rest of a log that a killed process, a full disk or a flipped
-        /// bit has damaged is worth having. A line without an end, which can be half a line that
-        /// looks like a whole one, is damaged too, and times may decrease, since a damaged time
-        /// must not cost the records behind it.
+        /// Left out and counted, for what a killed process, a full disk or a flipped bit has left.
+        /// A last line without an end is damaged, too: it may be half a record that looks like a
+        /// full one. Times may decrease: a damaged time must not cost the records behind it.
         IsSkipped
     };
 
     /// The first line: the format and its version.
     static constexpr char firstLine[] = "cprlog 1";
+    /// Whether the file \a name begins as a log does.
+    static bool isLog(const QString &name);
     /// Bytes in a line, its end not counted; a longer line is an error. A message's content may
     /// thus have some 32000 bytes, many times what a manikin can send.
-    static constexpr int maximalLineLength = 64 * 1024;
+    static constexpr int maxLineLength = 64 * 1024;
 
     /// \a device is open for reading and is not owned; \a name stands for it in error messages.
     ManikinLogReader(QIODevice *device, const QString &name, Damage damage = Damage::IsError);
@@ -66,7 +67,7 @@ public:
 
     /// How many damaged lines have been left out.
     qint64 skippedLines() const { return m_skippedLines; }
-    /// Tells of the first of them as errorString() would; empty when there is none.
+    /// What errorString() would say of the first of them; empty when there is none.
     QString skippedError() const { return m_skippedError; }
 
     /// Number of the line read last, counted from 1; 0 before the first.
@@ -77,8 +78,8 @@ private:
 
     Result readLine(QByteArray &text);
     qint64 readMore();
-    Line take(const QByteArray &text, Record &record);
     Line parse(const QByteArray &text, Record &record);
+    Line parseRecord(const QByteArray &text, Record &record);
     Result skipDamaged();
     void fail(const QString &reason);
     Line failExpecting(const QString &what, const QByteArray &found);

@@ -80,9 +80,9 @@ bool ManikinLogWriter::write(const Record &record)
         return fail(error);
 
     const QByteArray line = QByteArray::number(record.msecs) + ' ' + text;
-    if (line.size() > ManikinLogReader::maximalLineLength)
+    if (line.size() > ManikinLogReader::maxLineLength)
         return fail(QStringLiteral("the record needs a line of more than %1 bytes")
-                        .arg(ManikinLogReader::maximalLineLength));
+                        .arg(ManikinLogReader::maxLineLength));
     if (!writeLine(line))
         return false;
     m_msecs = record.msecs;

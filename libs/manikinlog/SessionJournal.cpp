@@ -16,19 +16,11 @@ namespace manikinlog {
 
 namespace {
 
-// Leaves the disk the rest of the second to take the records.
+// The disk has the rest of the second to write the records.
 constexpr int syncIntervalMs = 800;
 // A call of the operating system costs as much as playing the record. A manikin's packets come
 // every 20 ms, so this saves nothing live, but much when a log is played as fast as it goes.
 constexpr int handOverIntervalMs = 5;
-
-std::unique_ptr<QLockFile> lockFor(const QString &journal)
-{
-    auto lock = std::make_unique<QLockFile>(journal + QStringLiteral(".lock"));
-    // A session may last for hours: a lock is stale when its process is gone, never by age.
-    lock->setStaleLockTime(0);
-    return lock;
-}
 
 bool isHeld(QLockFile &lock)
 {
@@ -49,13 +41,13 @@ QString whyNoLock(const QLockFile &lock, const QString &journal)
         .arg(journal, QString::number(process), program);
 }
 
-// More than the first line. Whatever stands there, it is not this journal's to throw away.
+// More than the first line. It may be no journal at all, but it must not be thrown away.
 bool holdsSession(const QFileInfo &journal)
 {
     return journal.size() > qint64(sizeof ManikinLogReader::firstLine);
 }
 
-// A new file can be lost with a whole content when its folder is not on the disk.
+// Until its folder is on the disk a new file can be lost, whatever its content.
 void syncFolderOf(const QString &file)
 {
     const QByteArray folder = QFile::encodeName(QFileInfo(file).path());
@@ -85,6 +77,14 @@ QString SessionJournal::nameFor(const QString &target)
     return target + QStringLiteral(".journal");
 }
 
+std::unique_ptr<QLockFile> SessionJournal::lockFor(const QString &target)
+{
+    auto lock = std::make_unique<QLockFile>(nameFor(target) + QStringLiteral(".lock"));
+    // A session may last for hours: a lock is stale when its process is gone, never by age.
+    lock->setStaleLockTime(0);
+    return lock;
+}
+
 bool SessionJournal::isRecoverable(const QString &target)
 {
     const QFileInfo journal(nameFor(target));
@@ -93,8 +93,7 @@ bool SessionJournal::isRecoverable(const QString &target)
 
 bool SessionJournal::isBeingWritten(const QString &target)
 {
-    const QString name = nameFor(target);
-    return QFileInfo::exists(name) && isHeld(*lockFor(name));
+    return QFileInfo::exists(nameFor(target)) && isHeld(*lockFor(target));
 }
 
 bool SessionJournal::open(const QString &target, LeftJournal left)
@@ -102,7 +101,7 @@ bool SessionJournal::open(const QString &target, LeftJournal left)
     close();
     m_errorString.clear();
     const QString name = nameFor(target);
-    auto lock = lockFor(name);
+    auto lock = lockFor(target);
     if (!lock->tryLock(0))
         return fail(whyNoLock(*lock, name));
     const QFileInfo old(name);
@@ -157,10 +156,10 @@ bool SessionJournal::add(const Record &record)
 bool SessionJournal::handOver()
 {
     const QByteArray &lines = m_pending.data();
-    const qint64 whole = m_file.pos();
+    const qint64 end = m_file.pos();
     if (m_file.write(lines) != lines.size()) {
         const QString reason = m_file.errorString();
-        m_file.resize(whole);
+        m_file.resize(end);
         return giveUp(reason);
     }
     m_pending.buffer().clear();
@@ -205,7 +204,7 @@ bool SessionJournal::remove()
 bool SessionJournal::fail(const QString &reason)
 {
     m_errorString = reason;
-    if (m_lock) // open() and remove() tell by their result
+    if (m_lock) // open() and remove() report by their result
         Q_EMIT failed(reason);
     return false;
 }

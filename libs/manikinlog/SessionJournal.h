@@ -38,14 +38,13 @@ namespace manikinlog {
 ///     if (saved)
 ///         journal.remove();
 ///
-/// A record is on the disk within a second, so that no more than that is lost when the process or
-/// the machine dies; as a rule it is with the operating system some ms after it came. The second
-/// is kept by add() itself and, while there are no more records, by a timer; a host without an
-/// event loop calls syncWhenDue() while it waits.
+/// A record is with the operating system after some ms, and on the disk within a second: no more
+/// than that is lost when the process or the machine dies. add() sees to it and, while no more
+/// records come, a timer; a host without an event loop calls syncWhenDue() while it waits.
 ///
-/// A journal that cannot be written any more, because the disk is full, say, tells so once and
-/// then takes nothing; what it holds by then stays good for recovery, and the session is not
-/// touched. Used on one thread.
+/// A journal that cannot be written any more, because the disk is full, say, reports that once and
+/// then refuses all records. What it holds by then is good for recovery, and the session goes on.
+/// Used on one thread.
 class SessionJournal final : public QObject {
     Q_OBJECT
 
@@ -58,11 +57,14 @@ public:
 
     /// A journal that is not open.
     explicit SessionJournal(QObject *parent = nullptr);
-    /// Closes the journal and keeps its file: only a session that was saved can do without.
+    /// Closes the journal. Its file stays: the session may not have been saved.
     ~SessionJournal() override;
 
     /// The journal's file for the archive \a target.
     static QString nameFor(const QString &target);
+    /// The lock that a process holds while it writes that journal, not yet tried. Whoever reads a
+    /// journal that was left holds it meanwhile.
+    static std::unique_ptr<QLockFile> lockFor(const QString &target);
     /// A killed process has left a journal for \a target, with a session in it. Read it with
     /// ManikinLogReader and Damage::IsSkipped.
     static bool isRecoverable(const QString &target);
@@ -71,9 +73,10 @@ public:
 
     /// Begins the journal for the archive \a target. False, with the reason in errorString(), when
     /// another process is writing it, a killed one has left it and \a left says Keep, or it cannot
-    /// be created. A journal without a record is not kept. An open journal is closed first.
+    /// be created. A journal without a record does not count as left. An open journal is closed
+    /// first.
     bool open(const QString &target, LeftJournal left = LeftJournal::Keep);
-    /// Open, and still able to take records.
+    /// Whether records can be added.
     bool isOpen() const { return m_writer.has_value(); }
 
     /// Appends \a record, whose time is in ms since the start of the session. False when that
@@ -96,7 +99,7 @@ public:
     QString errorString() const { return m_errorString; }
 
 Q_SIGNALS:
-    /// The journal cannot be written any more, which comes once, or it could not take a record.
+    /// The journal cannot be written any more, which comes once, or it had to refuse a record.
     void failed(const QString &reason);
 
 private:
@@ -108,7 +111,7 @@ private:
 
     std::unique_ptr<QLockFile> m_lock;
     QFile m_file;
-    QBuffer m_pending; // whole lines that m_file has not got yet
+    QBuffer m_pending; // lines that m_file has not got yet
     std::optional<ManikinLogWriter> m_writer; // as long as m_file can be written
     QElapsedTimer m_handedOver; // since m_file got something
     QElapsedTimer

@@ -22,7 +22,7 @@ constexpr qreal stripHeight = 1.1; // where the symbols are
 constexpr qreal symbolSize = 0.85;
 constexpr qreal gapToPole = 0.3;
 constexpr qreal gapToNext = 0.4;
-constexpr qreal widestLabel = 16;
+constexpr qreal maxLabelWidth = 16;
 
 } // namespace
 
@@ -42,7 +42,7 @@ Symbol symbolOf(Flag::Kind kind)
 }
 
 FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeScale &time,
-                       qreal right, int mostRows)
+                       qreal right, int maxRows)
 {
     for (const Flag &flag : model.review().flags) {
         const int weight = flagWeight(flag);
@@ -57,15 +57,15 @@ FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeSca
     std::stable_sort(m_labels.begin(), m_labels.end(),
                      [](const Label &a, const Label &b) { return a.weight > b.weight; });
 
-    // More labels than this cannot have a place.
-    const auto mostLabels =
-        static_cast<std::size_t>(qMax(0.0, mostRows * time.width() / (2 * gapToNext * style.em)));
+    // There is never room for more labels than this.
+    const auto maxLabels =
+        static_cast<std::size_t>(qMax(0.0, maxRows * time.width() / (2 * gapToNext * style.em)));
     std::vector<Label *> placed;
     for (Label &label : m_labels) {
-        if (placed.size() >= mostLabels)
+        if (placed.size() >= maxLabels)
             break;
         label.text = style.small.metrics.elidedText(flagText(*label.flag), Qt::ElideRight,
-                                                    qMin(widestLabel * style.em, time.width()));
+                                                    qMin(maxLabelWidth * style.em, time.width()));
         const qreal width = gapToPole * style.em + style.small.width(label.text);
         label.left = qMin(label.pole, right - width);
         label.right = label.left + width;
@@ -75,26 +75,27 @@ FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeSca
             std::upper_bound(wanted.begin(), wanted.end(), &label,
                              [](const Label *a, const Label *b) { return a->pole < b->pole; }),
             &label);
-        if (findRows(wanted, mostRows, gapToNext * style.em))
+        if (findRows(wanted, maxRows, gapToNext * style.em))
             placed = std::move(wanted);
         else
             label.text.clear();
     }
-    if (findRows(placed, mostRows, gapToNext * style.em)) {
+    if (findRows(placed, maxRows, gapToNext * style.em)) {
         for (const Label *label : placed)
             m_rows = qMax(m_rows, label->row + 1);
     }
 }
 
-// A label that the edge has pushed back stands over poles to its left, which have to stay below it.
-bool FlagLabels::findRows(std::vector<Label *> &labels, int mostRows, qreal gap)
+// Labels at the right edge are pushed to the left, over the poles of others. Either they stand in
+// the lowest row, or, if that fails, in the highest.
+bool FlagLabels::findRows(std::vector<Label *> &labels, int maxRows, qreal gap)
 {
-    return findRows(labels, mostRows, 0, gap) || findRows(labels, mostRows, mostRows - 1, gap);
+    return findRows(labels, maxRows, 0, gap) || findRows(labels, maxRows, maxRows - 1, gap);
 }
 
-// From the last label to the first: each goes above the poles that its text would cross. The poles
-// of the labels before it lie to the left of its text, unless it was pushed back.
-bool FlagLabels::findRows(std::vector<Label *> &labels, int mostRows, int rowAtEdge, qreal gap)
+// From the last label to the first: each goes above the poles that its text would cross. Only a
+// label that was pushed back stands over the poles of labels before it.
+bool FlagLabels::findRows(std::vector<Label *> &labels, int maxRows, int rowAtEdge, qreal gap)
 {
     for (auto label = labels.rbegin(); label != labels.rend(); ++label) {
         const bool isPushedBack = (*label)->left < (*label)->pole;
@@ -111,7 +112,7 @@ bool FlagLabels::findRows(std::vector<Label *> &labels, int mostRows, int rowAtE
                 && (*next)->left < (*next)->pole)
                 return false;
         }
-        if ((*label)->row >= mostRows)
+        if ((*label)->row >= maxRows)
             return false;
     }
     return true;
@@ -142,13 +143,13 @@ void FlagLabels::paint(const LaneContext &context, const LaneArea &area, qreal t
 
     const qreal lineHeight = style.small.line();
     const qreal size = symbolSize * style.em;
-    std::vector<qreal> taken;
+    std::vector<qreal> occupied;
     for (const Label &label : m_labels) {
-        const bool isTaken = std::any_of(taken.begin(), taken.end(), [&](qreal other) {
+        const bool isOccupied = std::any_of(occupied.begin(), occupied.end(), [&](qreal other) {
             return std::abs(other - label.pole) < 0.9 * size;
         });
-        if (!isTaken) {
-            taken.push_back(label.pole);
+        if (!isOccupied) {
+            occupied.push_back(label.pole);
             drawSymbol(painter, symbolOf(label.flag->kind), QPointF(label.pole, strip.center().y()),
                        size, style.theme.flag);
         }

@@ -16,17 +16,17 @@ namespace sessionplot {
 
 Symbol symbolOf(sessionreview::Flag::Kind kind);
 
-/// The flags in the time that is shown, and the places of their labels.
+/// The flags in the time that is shown, and where their labels stand.
 ///
-/// A label stands to the right of a pole that rises from the flag's symbol, and in a row above all
-/// poles that it would cross: events that follow one another closely form stairs. Labels that find
-/// no row are left out, those of less weight first; their symbols stay.
+/// A pole rises from the flag's symbol, and the label stands to the right of its top, in a row
+/// above all poles that the label would cross. So events that follow one another closely form
+/// stairs. Labels that find no row are left out, those of less weight first; their symbols stay.
 class FlagLabels {
 public:
     FlagLabels() = default;
     /// Labels may reach to \a right.
     FlagLabels(const PlotModel &model, const Style &style, const TimeScale &time, qreal right,
-               int mostRows);
+               int maxRows);
 
     /// Rows in use.
     int rows() const { return m_rows; }
@@ -39,15 +39,15 @@ private:
     struct Label {
         const sessionreview::Flag *flag = nullptr; // not owned
         int weight = 0;
-        QString text; // empty when it has no place
+        QString text; // empty when there is no room for it
         qreal pole = 0;
         qreal left = 0;
         qreal right = 0;
         int row = 0; // 0 is the lowest
     };
 
-    static bool findRows(std::vector<Label *> &labels, int mostRows, int rowAtEdge, qreal gap);
-    static bool findRows(std::vector<Label *> &labels, int mostRows, qreal gap);
+    static bool findRows(std::vector<Label *> &labels, int maxRows, int rowAtEdge, qreal gap);
+    static bool findRows(std::vector<Label *> &labels, int maxRows, qreal gap);
 
     std::vector<Label> m_labels; // by weight, the greatest first
     int m_rows = 0;

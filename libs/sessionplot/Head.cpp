@@ -26,14 +26,14 @@ using Units::msecsPerSecond;
 // In em.
 constexpr qreal tileWidth = 8.5;
 constexpr qreal tileHeight = 4.2;
-constexpr qreal leastTextWidth = 24;
+constexpr qreal minTextWidth = 24;
 constexpr qreal rowGap = 0.25;
 
 struct Tile {
     QString label;
     QString value;
     int percent;
-    int least; ///< percent that is asked for; 0 for none
+    int minPercent; ///< percent that is asked for; 0 for none
 };
 
 QString notReceived()
@@ -159,25 +159,25 @@ void paintTile(QPainter *painter, const Style &style, const Tile &tile, bool isR
     const qreal part = qBound(0, tile.percent, 100) / 100.0;
     painter->fillRect(QRectF(gauge.left(), gauge.top(), part * gauge.width(), gauge.height()),
                       style.theme.bars);
-    if (tile.least > 0) {
+    if (tile.minPercent > 0) {
         // The text and the mark say the same.
-        const qreal x = gauge.left() + qBound(0, tile.least, 100) / 100.0 * gauge.width();
+        const qreal x = gauge.left() + qBound(0, tile.minPercent, 100) / 100.0 * gauge.width();
         const qreal over = 0.15 * style.em;
         painter->setPen(QPen(style.theme.text, 2 * style.hair));
         painter->drawLine(QPointF(x, gauge.top() - over), QPointF(x, gauge.bottom() + over));
         const QRectF rest = value.adjusted(style.large.width(tile.value) + 0.5 * style.em, 0, 0, 0);
         style.small.draw(painter, rest, Qt::AlignRight,
-                         QCoreApplication::translate("sessionplot", "min. %1").arg(tile.least),
+                         QCoreApplication::translate("sessionplot", "min. %1").arg(tile.minPercent),
                          style.theme.mutedText);
     }
 }
 
 bool hasTilesBeside(const Style &style, qreal width, std::size_t tiles)
 {
-    return width >= (qreal(tiles) * (tileWidth + 1) + leastTextWidth) * style.em;
+    return width >= (qreal(tiles) * (tileWidth + 1) + minTextWidth) * style.em;
 }
 
-QRectF takeLine(QRectF &area, qreal height)
+QRectF cutLine(QRectF &area, qreal height)
 {
     const QRectF line(area.left(), area.top(), area.width(), height);
     area.setTop(area.top() + height);
@@ -210,21 +210,21 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
                    QRectF(area.left(), area.top(), area.width(), tileHeight * style.em));
         texts.setWidth(area.width() - qreal(tiles) * (tileWidth + 1) * style.em);
     }
-    style.large.draw(painter, takeLine(texts, style.large.line()), Qt::AlignLeft,
+    style.large.draw(painter, cutLine(texts, style.large.line()), Qt::AlignLeft,
                      learnersText(figures), style.theme.text);
-    style.normal.draw(painter, takeLine(texts, line), Qt::AlignLeft,
+    style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft,
                       occasionText(model, style.normal, texts.width()), style.theme.text);
-    style.normal.draw(painter, takeLine(texts, line), Qt::AlignLeft, equipmentText(figures),
+    style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft, equipmentText(figures),
                       style.theme.mutedText);
     if (!beside)
-        paintTiles(painter, style, model, takeLine(texts, tileHeight * style.em));
+        paintTiles(painter, style, model, cutLine(texts, tileHeight * style.em));
 
     texts.setWidth(area.width());
     for (const AdviceLine &advice : adviceLines(figures)) {
-        const QRectF place = takeLine(texts, line);
+        const QRectF box = cutLine(texts, line);
         const QString label = QStringLiteral("%1: ").arg(advice.label);
-        style.bold.draw(painter, place, Qt::AlignLeft, label, style.theme.text);
-        style.normal.draw(painter, place.adjusted(style.bold.width(label), 0, 0, 0), Qt::AlignLeft,
+        style.bold.draw(painter, box, Qt::AlignLeft, label, style.theme.text);
+        style.normal.draw(painter, box.adjusted(style.bold.width(label), 0, 0, 0), Qt::AlignLeft,
                           advice.text, style.theme.text);
     }
 }
@@ -244,7 +244,7 @@ void paintShort(QPainter *painter, const Style &style, const PlotModel &model, Q
 {
     const Figures &figures = model.review().figures;
     const qreal line = style.normal.line();
-    const QRectF first = takeLine(area, line);
+    const QRectF first = cutLine(area, line);
     const QString learners = learnersText(figures);
     const qreal gap = style.em;
     const qreal width = qMin(style.bold.width(learners), first.width() / 2);
@@ -259,7 +259,7 @@ void paintShort(QPainter *painter, const Style &style, const PlotModel &model, Q
         for (const AdviceLine &advice : adviceLines(figures))
             text += separator() + advice.text;
     }
-    style.normal.draw(painter, takeLine(area, line), Qt::AlignLeft, text, style.theme.text);
+    style.normal.draw(painter, cutLine(area, line), Qt::AlignLeft, text, style.theme.text);
 }
 
 void paintLine(QPainter *painter, const Style &style, const PlotModel &model, const QRectF &area)
@@ -285,10 +285,10 @@ qreal headHeight(const Style &style, HeadForm form, qreal width)
     case HeadForm::Full:
         break;
     }
-    constexpr std::size_t mostTiles = 4;
+    constexpr std::size_t maxTiles = 4;
     const qreal row = line + rowGap * style.em;
     const qreal texts = style.large.line() + 4 * row;
-    return hasTilesBeside(style, width, mostTiles) ? texts : texts + tileHeight * style.em;
+    return hasTilesBeside(style, width, maxTiles) ? texts : texts + tileHeight * style.em;
 }
 
 void paintHead(QPainter *painter, const Style &style, const PlotModel &model, HeadForm form,

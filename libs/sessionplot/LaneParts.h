@@ -13,7 +13,7 @@
 #include <utility>
 #include <vector>
 
-/// What the lanes are made with; of no use outside.
+/// What the lanes share; for their sources alone.
 namespace sessionplot {
 
 constexpr qreal gapBesidePlot = 0.5; // em, between a plot and the texts beside it
@@ -26,19 +26,23 @@ inline QString numberText(double value)
     return QLocale().toString(value, 'f', value == std::round(value) ? 0 : 1);
 }
 
-/// The part of a margin that texts may take.
+/// The part of a margin that is for texts.
 inline QRectF besidePlot(const LaneContext &context, const QRectF &margin)
 {
     const qreal gap = gapBesidePlot * context.style->em;
     return margin.adjusted(gap, 0, -gap, 0);
 }
 
-/// The entries, ordered by their begin, that may reach into the time that is shown.
+/// Longer than a compression or a ventilation lasts, ms.
+constexpr qint64 maxEntryLength = 5000;
+
+/// The entries, ordered by their begin, that may reach into the time that is shown; with a margin
+/// of 0 those that begin in it.
 template <typename Entry>
 std::pair<const Entry *, const Entry *> shown(const std::vector<Entry> &entries,
-                                              const TimeRange &range)
+                                              const TimeRange &range,
+                                              qint64 margin = maxEntryLength)
 {
-    constexpr qint64 margin = 5000; // longer than a compression or a ventilation lasts
     const auto first =
         std::lower_bound(entries.begin(), entries.end(), range.from - margin,
                          [](const Entry &entry, qint64 msecs) { return entry.begin < msecs; });

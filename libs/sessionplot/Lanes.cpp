@@ -25,25 +25,25 @@ constexpr double plainDepth = 100;
 constexpr double plainRate = 200;
 constexpr double plainVolume = 1000;
 
-/// Marks that have a place already: keeps marks of one kind from being drawn over one another.
-class TakenPlaces {
+/// The area in cells, so that marks of one kind are not drawn over one another.
+class OccupiedCells {
 public:
-    TakenPlaces(const QRectF &area, qreal size)
+    OccupiedCells(const QRectF &area, qreal size)
         : m_area(area), m_size(size), m_columns(static_cast<int>(area.width() / size) + 1),
-          m_taken((static_cast<int>(area.height() / size) + 1) * m_columns)
+          m_occupied((static_cast<int>(area.height() / size) + 1) * m_columns)
     {
     }
 
-    /// False when the place was taken before.
-    bool take(const QPointF &point)
+    /// False when there is a mark already, or \a point lies outside.
+    bool occupy(const QPointF &point)
     {
         const int column = static_cast<int>((point.x() - m_area.left()) / m_size);
         const int row = static_cast<int>((point.y() - m_area.top()) / m_size);
-        const int place = row * m_columns + column;
-        if (column < 0 || row < 0 || column >= m_columns || place >= m_taken.size()
-            || m_taken.at(place))
+        const int cell = row * m_columns + column;
+        if (column < 0 || row < 0 || column >= m_columns || cell >= m_occupied.size()
+            || m_occupied.at(cell))
             return false;
-        m_taken[place] = true;
+        m_occupied[cell] = true;
         return true;
     }
 
@@ -51,7 +51,7 @@ private:
     QRectF m_area;
     qreal m_size;
     int m_columns;
-    QVector<bool> m_taken;
+    QVector<bool> m_occupied;
 };
 
 QString bandText(const Band &band)
@@ -82,16 +82,15 @@ void paintTitle(const LaneContext &context, const LaneArea &area, const QString 
                          Qt::AlignLeft, unit, style.theme.mutedText);
 }
 
-void paintValueAxis(const LaneContext &context, const LaneArea &area, const ValueScale &scale,
-                    double smallest)
+void paintValueAxis(const LaneContext &context, const LaneArea &area, const ValueScale &scale)
 {
     const Style &style = *context.style;
     const qreal line = style.small.line();
     const QRectF margin = besidePlot(context, area.left);
-    constexpr int mostTicks = 9;
-    const qreal distance = qMax(2.2 * line, (scale.bottom() - scale.top()) / mostTicks);
+    constexpr int maxTicks = 9;
+    const qreal distance = qMax(2.2 * line, (scale.bottom() - scale.top()) / maxTicks);
     for (const double tick : valueTicks(scale, distance)) {
-        if (tick < smallest)
+        if (tick < 0)
             continue;
         const qreal y = scale.y(tick);
         drawRule(context.painter, QPointF(area.plot.left(), y), QPointF(area.plot.right(), y),
@@ -221,14 +220,14 @@ ValueScale rateScale(const PlotModel &model, const QRectF &plot)
         return low < high ? ValueScale(high, low, plot.top(), plot.bottom())
                           : ValueScale(plainRate, 0, plot.top(), plot.bottom());
     // In widths of the band around it.
-    constexpr double leastAround = 1.5;
-    constexpr double mostAround = 4;
+    constexpr double minAround = 1.5;
+    constexpr double maxAround = 4;
     constexpr double beyondValue = 0.3;
     const double width = band.max - band.min;
-    low = qBound(band.min - mostAround * width, low - beyondValue * width,
-                 band.min - leastAround * width);
-    high = qBound(band.max + leastAround * width, high + beyondValue * width,
-                  band.max + mostAround * width);
+    low = qBound(band.min - maxAround * width, low - beyondValue * width,
+                 band.min - minAround * width);
+    high = qBound(band.max + minAround * width, high + beyondValue * width,
+                  band.max + maxAround * width);
     return ValueScale(high, qMax(low, 0.0), plot.top(), plot.bottom());
 }
 
@@ -256,7 +255,7 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
 
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Depth"),
                QCoreApplication::translate("sessionplot", "mm"));
-    paintValueAxis(context, area, scale, 0);
+    paintValueAxis(context, area, scale);
     paintBand(context, area, scale, targets.depth);
     if (targets.releaseDepth > 0) {
         const qreal y = scale.y(targets.releaseDepth);
@@ -301,7 +300,7 @@ void paintRate(const LaneContext &context, const LaneArea &area)
     const ValueScale scale = rateScale(*context.model, area.plot);
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Rate"),
                QCoreApplication::translate("sessionplot", "per min"));
-    paintValueAxis(context, area, scale, 0);
+    paintValueAxis(context, area, scale);
     paintBand(context, area, scale, context.model->review().targets.rate);
     paintBandEdges(context, area, scale, context.model->review().targets.rate);
 
@@ -311,18 +310,18 @@ void paintRate(const LaneContext &context, const LaneArea &area)
     const qreal triangle = qBound(0.7 * triangleSize(style), pitch, triangleSize(style));
     const SymbolStamp above(context.painter, Symbol::TriangleUp, triangle, style.theme.fault);
     const SymbolStamp below(context.painter, Symbol::TriangleDown, triangle, style.theme.fault);
-    TakenPlaces taken(area.plot, triangle / 2);
+    OccupiedCells occupied(area.plot, triangle / 2);
     QVector<QRect> dots;
-    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range(), 0);
     bool hasRates = false;
     for (const Compression *compression = first; compression != last; ++compression) {
-        if (compression->rate <= 0 || compression->begin < context.time.range().from)
+        if (compression->rate <= 0)
             continue;
         hasRates = true;
         const QPointF point(context.time.boundedX(compression->begin), scale.y(compression->rate));
         const Side side = compression->rateSide;
         if (side == Side::Above || side == Side::Below) {
-            if (taken.take(point))
+            if (occupied.occupy(point))
                 (side == Side::Above ? above : below).draw(point);
         } else {
             const QPointF corner = point - QPointF(dot, dot) / 2;
@@ -346,17 +345,17 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
     const ValueScale scale = volumeScale(model, area.plot);
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Volume"),
                QCoreApplication::translate("sessionplot", "ml"));
-    paintValueAxis(context, area, scale, 0);
+    paintValueAxis(context, area, scale);
     paintBand(context, area, scale, model.review().targets.volume);
 
     // Too little is hollow. Both faults are marked above the bar.
     const auto [first, last] = shown(model.review().ventilations, time.range());
-    const qreal narrowest = 2 * style.hair;
-    const qreal narrowestHollow = 5 * style.hair;
+    const qreal minWidth = 2 * style.hair;
+    const qreal minHollowWidth = 5 * style.hair;
     const qreal triangle = triangleSize(style);
     const SymbolStamp above(context.painter, Symbol::TriangleUp, triangle, style.theme.fault);
     const SymbolStamp below(context.painter, Symbol::TriangleDown, triangle, style.theme.fault);
-    TakenPlaces taken(area.plot, 0.8 * triangle);
+    OccupiedCells occupied(area.plot, 0.8 * triangle);
     QVector<QRect> bars;
     QVector<QRect> faultyBars;
     QVector<QRectF> hollowBars;
@@ -365,7 +364,7 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
         qreal right = time.x(2.0 * ventilation->peak - ventilation->begin);
         if (ventilation + 1 != last)
             right = qMin(right, time.x((ventilation + 1)->begin) - style.hair);
-        right = qMax(right, left + narrowest);
+        right = qMax(right, left + minWidth);
         if (right < time.left() || left > time.right())
             continue;
         const qreal top = scale.y(ventilation->volume);
@@ -374,7 +373,7 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
 
         const bool isBelow = ventilation->volumeSide == Side::Below;
         const bool isAbove = ventilation->volumeSide == Side::Above;
-        if (isBelow && bar.width() >= narrowestHollow)
+        if (isBelow && bar.width() >= minHollowWidth)
             hollowBars.append(QRectF(bar).adjusted(style.hair / 2, style.hair / 2, -style.hair / 2,
                                                    -style.hair / 2));
         else if (isBelow || isAbove)
@@ -383,7 +382,7 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
             bars.append(bar);
         const QPointF point(bar.left() + 0.5 * bar.width(),
                             qMax(top - 0.7 * triangle, area.plot.top() + triangle / 2));
-        if ((isBelow || isAbove) && taken.take(point))
+        if ((isBelow || isAbove) && occupied.occupy(point))
             (isAbove ? above : below).draw(point);
     }
 

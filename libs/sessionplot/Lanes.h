@@ -24,7 +24,7 @@ struct LaneContext {
     TimeScale time;
 };
 
-/// The place of one lane: what is drawn over time, and the margins for titles and values beside it,
+/// The area of one lane: what is drawn over time, and the margins for titles and values beside it,
 /// which may be empty.
 struct LaneArea {
     QRectF plot;
@@ -51,7 +51,7 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
 void paintRate(const LaneContext &context, const LaneArea &area);
 void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 
-/// Pauses and packet losses, over \a stack, the place of all lanes that they concern.
+/// Pauses and packet losses, over \a stack, the area of all lanes that they concern.
 void paintPauseShades(const LaneContext &context, const QRectF &stack);
 void paintLosses(const LaneContext &context, const QRectF &stack);
 

@@ -105,7 +105,7 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
     return items;
 }
 
-/// Calls \a visit with each item and its place, and returns the number of lines.
+/// Calls \a visit with each item and its box, and returns the number of lines.
 template <typename Visit>
 int layOutLegend(const Style &style, const std::vector<LegendItem> &items, const QRectF &area,
                  Visit visit)
@@ -136,12 +136,12 @@ qreal legendHeight(const Style &style, const PlotModel &model, qreal width)
 
 void paintLegend(QPainter *painter, const Style &style, const PlotModel &model, const QRectF &area)
 {
-    layOutLegend(style, legendItems(model), area, [&](const LegendItem &item, const QRectF &place) {
-        const qreal inset = 0.18 * place.height();
-        const QRectF swatch(place.left(), place.top() + inset, swatchWidth * style.em,
-                            place.height() - 2 * inset);
+    layOutLegend(style, legendItems(model), area, [&](const LegendItem &item, const QRectF &box) {
+        const qreal inset = 0.18 * box.height();
+        const QRectF swatch(box.left(), box.top() + inset, swatchWidth * style.em,
+                            box.height() - 2 * inset);
         item.paintSwatch(painter, style, swatch);
-        style.small.draw(painter, place.adjusted((swatchWidth + 0.5) * style.em, 0, 1, 0),
+        style.small.draw(painter, box.adjusted((swatchWidth + 0.5) * style.em, 0, 1, 0),
                          Qt::AlignLeft, item.text, style.theme.text);
     });
 }

@@ -23,7 +23,7 @@ namespace {
 constexpr qreal columnsPerUnitOfVectors = 3;
 constexpr int unitsPerInch = 96;
 constexpr qreal pointsPerInch = 72;
-constexpr int largestSide = 32767; // of an image
+constexpr int maxSide = 32767; // of an image
 
 QString title(const PlotModel &model)
 {
@@ -94,7 +94,7 @@ QString write(const QString &fileName, const QSize &size, const PlotModel &model
     if (!format)
         return QCoreApplication::translate("sessionplot", "%1 has to end with .png, .svg or .pdf")
             .arg(fileName);
-    if (size.isEmpty() || size.width() > largestSide || size.height() > largestSide)
+    if (size.isEmpty() || size.width() > maxSide || size.height() > maxSide)
         return QCoreApplication::translate("sessionplot", "A picture cannot be %1x%2 pixels large")
             .arg(size.width())
             .arg(size.height());

@@ -12,11 +12,18 @@ namespace sessionplot {
 
 namespace {
 
-// Units of samples whose description does not tell.
-constexpr double usualMmPerSample = 0.01;
-constexpr double usualMlPerSample = 1;
+/// The value of a unit; \a usual where the description does not say.
+double unitOf(const CPRWaveformInfo &description, double usual)
+{
+    return description.lsbValue() > 0 ? double(description.lsbValue()) : usual;
+}
 
 } // namespace
+
+double mmPerSample(const CPRWaveformInfo &description)
+{
+    return unitOf(description, 0.01);
+}
 
 void PlotModel::clear()
 {
@@ -38,8 +45,7 @@ void PlotModel::updateWaves(const CPRData &session)
 
     // The first sample belongs to the first header, one period after the start.
     const CPRWaveformInfo *info = depth->waveformInfo();
-    m_depth.describe(info->lsbValue() > 0 ? double(info->lsbValue()) : usualMmPerSample,
-                     info->samplePeriod(), info->samplePeriod());
+    m_depth.describe(mmPerSample(*info), info->samplePeriod(), info->samplePeriod());
     m_depth.follow(depth->count(), [depth](int i) {
         const int sample = depth->at(i);
         return sample < 0 ? -std::max(sample, -std::numeric_limits<int>::max()) : sample;
@@ -47,9 +53,9 @@ void PlotModel::updateWaves(const CPRData &session)
 
     info = volume->waveformInfo();
     const bool inStep = volume->count() == depth->count();
-    m_volume.describe(
-        info->lsbValue() > 0 ? double(info->lsbValue()) : usualMlPerSample, info->samplePeriod(),
-        inStep ? info->samplePeriod() : std::max(info->samplePeriod(), info->msecs()));
+    m_volume.describe(unitOf(*info, 1), info->samplePeriod(),
+                      inStep ? info->samplePeriod()
+                             : std::max(info->samplePeriod(), info->msecs()));
     m_volume.follow(volume->count(), [volume](int i) { return volume->at(i); });
 }
 

@@ -9,6 +9,7 @@
 #include "sessionreview/SessionReview.h"
 
 class CPRData;
+class CPRWaveformInfo;
 
 namespace sessionplot {
 
@@ -42,6 +43,9 @@ private:
     Wave m_volume;
     sessionreview::SessionReview m_review;
 };
+
+/// What a unit of a depth sample stands for, mm; a hundredth where the description does not say.
+double mmPerSample(const CPRWaveformInfo &description);
 
 } // namespace sessionplot
 

@@ -19,11 +19,11 @@ using namespace sessionreview;
 
 namespace {
 
-// A text of this size suits a picture of that size; it grows a little slower than the picture.
+// A text of this size suits a picture of that size. Texts grow a little slower than pictures.
 constexpr qreal referenceTextSize = 12;
 constexpr QSizeF referenceSize(1280, 800);
 constexpr qreal growth = 0.85;
-constexpr qreal leastTextSize = 10;
+constexpr qreal minTextSize = 10;
 // In pictures that are hardly more than an icon.
 constexpr QSizeF tinySize(420, 260);
 constexpr qreal tinyTextSize = 8;
@@ -32,7 +32,7 @@ constexpr qreal tinyTextSize = 8;
 struct LaneShare {
     ReviewPicture::Part part;
     qreal weight;
-    qreal leastLines;
+    qreal minLines;
 };
 constexpr LaneShare lanes[] = {
     {ReviewPicture::DepthPart, 0.46, 4},
@@ -40,18 +40,18 @@ constexpr LaneShare lanes[] = {
     {ReviewPicture::VolumePart, 0.27, 3},
 };
 
-constexpr int mostFlagRows = 4;
+constexpr int maxFlagRows = 4;
 constexpr int fewFlagRows = 2;
 constexpr qreal gapBetweenLanes = 0.45; // em
 constexpr qreal rowHeight = 1.2; // lines of small text
 constexpr qreal faultRowHeight = 1.05;
 
-qreal leastHeight(const Style &style, ReviewPicture::Parts parts)
+qreal minHeight(const Style &style, ReviewPicture::Parts parts)
 {
     qreal height = 0;
     for (const LaneShare &lane : lanes) {
         if (parts.testFlag(lane.part))
-            height += lane.leastLines * style.small.line();
+            height += lane.minLines * style.small.line();
     }
     return height;
 }
@@ -75,7 +75,7 @@ qreal ReviewPicture::suitableTextSize(const QSizeF &size)
     const qreal scale =
         qMin(size.width() / referenceSize.width(), size.height() / referenceSize.height());
     const bool isTiny = size.width() < tinySize.width() || size.height() < tinySize.height();
-    return std::floor(qMax(isTiny ? tinyTextSize : leastTextSize,
+    return std::floor(qMax(isTiny ? tinyTextSize : minTextSize,
                            referenceTextSize * std::pow(qMax(scale, 0.0), growth)));
 }
 
@@ -125,9 +125,9 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
     layout.left = leftMargin(style);
     layout.right = rightMargin(style);
     layout.legendHeight = legendHeight(style, *m_model, size.width());
-    constexpr qreal leastPlotShare = 0.55;
-    if (size.width() - layout.left - layout.right < leastPlotShare * size.width()) {
-        // The texts beside the lanes would take more room than the lanes.
+    constexpr qreal minPlotShare = 0.55;
+    if (size.width() - layout.left - layout.right < minPlotShare * size.width()) {
+        // The texts beside the lanes would need more room than the lanes.
         layout.left = layout.right = 0;
         layout.parts &= ~(Parts(FaultsPart) | PausesPart | CyclesPart);
     }
@@ -135,21 +135,21 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
     const qreal plotLeft = std::round(area.left() + layout.left);
     m_time = TimeScale(shownRange(m_from, m_to, m_model->length()), plotLeft,
                        std::round(area.right() - layout.right) - plotLeft);
-    const auto placeFlags = [&](int mostRows) {
+    const auto labelFlags = [&](int maxRows) {
         if (layout.parts.testFlag(FlagsPart))
-            layout.flags = FlagLabels(*m_model, style, m_time, area.right(), mostRows);
+            layout.flags = FlagLabels(*m_model, style, m_time, area.right(), maxRows);
         layout.flagRows = m_flagRows > 0 ? m_flagRows : layout.flags.rows();
     };
-    placeFlags(m_flagRows > 0 ? m_flagRows : mostFlagRows);
+    labelFlags(m_flagRows > 0 ? m_flagRows : maxFlagRows);
 
-    // Lanes that are easy to read come before what explains them.
+    // Where there is not room for all, readable lanes matter more than the texts that explain them.
     constexpr qreal comfort = 1.5;
     const auto fits = [&](qreal factor) {
-        return fixedHeight(layout, style, size.width()) + factor * leastHeight(style, layout.parts)
+        return fixedHeight(layout, style, size.width()) + factor * minHeight(style, layout.parts)
             <= size.height();
     };
     if (!fits(comfort) && m_flagRows <= 0)
-        placeFlags(fewFlagRows);
+        labelFlags(fewFlagRows);
     if (!fits(comfort))
         layout.parts &= ~Parts(LegendPart);
     if (!fits(comfort))
@@ -201,19 +201,19 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     const qreal plotRight = m_time.right();
     const LaneContext context{painter, m_model, &style, m_time};
 
-    // Places first: what lies behind or over several lanes has to know where they are.
+    // All areas first: what lies behind or over several lanes has to know where they are.
     qreal y = area.top();
-    const auto take = [&](Part part, qreal height, bool isFollowedByGap = true) {
-        LaneArea place;
+    const auto nextArea = [&](Part part, qreal height, bool isFollowedByGap = true) {
+        LaneArea lane;
         if (layout.parts.testFlag(part)) {
             const qreal top = std::round(y);
             const qreal bottom = std::round(y + height);
-            place.plot = QRectF(QPointF(plotLeft, top), QPointF(plotRight, bottom));
-            place.left = QRectF(QPointF(area.left(), top), QPointF(plotLeft, bottom));
-            place.right = QRectF(QPointF(plotRight, top), QPointF(area.right(), bottom));
+            lane.plot = QRectF(QPointF(plotLeft, top), QPointF(plotRight, bottom));
+            lane.left = QRectF(QPointF(area.left(), top), QPointF(plotLeft, bottom));
+            lane.right = QRectF(QPointF(plotRight, top), QPointF(area.right(), bottom));
             y += height + (isFollowedByGap ? layout.gap : 0);
         }
-        return place;
+        return lane;
     };
     const auto laneHeight = [&](Part part) {
         for (const LaneShare &lane : lanes) {
@@ -222,18 +222,18 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
         }
         return 0.0;
     };
-    const LaneArea head = take(HeadPart, headHeight(style, layout.head, area.width()));
-    const LaneArea flags = take(FlagsPart, FlagLabels::height(style, layout.flagRows));
+    const LaneArea head = nextArea(HeadPart, headHeight(style, layout.head, area.width()));
+    const LaneArea flags = nextArea(FlagsPart, FlagLabels::height(style, layout.flagRows));
     const qreal stackTop = std::round(y);
-    const LaneArea pauses = take(PausesPart, rowHeight * style.small.line());
-    const LaneArea cycles = take(CyclesPart, rowHeight * style.small.line());
+    const LaneArea pauses = nextArea(PausesPart, rowHeight * style.small.line());
+    const LaneArea cycles = nextArea(CyclesPart, rowHeight * style.small.line());
     const qreal lanesTop = std::round(y);
-    const LaneArea depth = take(DepthPart, laneHeight(DepthPart));
-    const LaneArea faults = take(FaultsPart, faultRows * faultRowHeight * style.small.line());
-    const LaneArea rate = take(RatePart, laneHeight(RatePart));
-    const LaneArea volume = take(VolumePart, laneHeight(VolumePart), false);
+    const LaneArea depth = nextArea(DepthPart, laneHeight(DepthPart));
+    const LaneArea faults = nextArea(FaultsPart, faultRows * faultRowHeight * style.small.line());
+    const LaneArea rate = nextArea(RatePart, laneHeight(RatePart));
+    const LaneArea volume = nextArea(VolumePart, laneHeight(VolumePart), false);
     const qreal stackBottom = std::round(volume.plot.isNull() ? y - layout.gap : y);
-    const LaneArea axis = take(TimeAxisPart, timeAxisHeight(style));
+    const LaneArea axis = nextArea(TimeAxisPart, timeAxisHeight(style));
     m_stack = QRectF(QPointF(plotLeft, stackTop), QPointF(plotRight, stackBottom));
 
     if (layout.parts.testFlag(HeadPart))

@@ -58,7 +58,7 @@ public:
     /// The size of the text, pixels; 0, as it is from the start, for one that suits the picture.
     void setTextSize(qreal size) { m_textSize = size; }
     /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
-    /// host that moves the picture along the session wants lanes that keep their place.
+    /// host that moves the picture along the session wants lanes that stay where they are.
     void setFlagRows(int rows) { m_flagRows = rows; }
     /// For devices without pixels; see WavePainter.
     void setColumnsPerUnit(qreal columns);

@@ -58,13 +58,13 @@ qreal timeAxisHeight(const Style &style)
 void paintPauseShades(const LaneContext &context, const QRectF &stack)
 {
     // In a picture of many hours all pauses together would cover everything.
-    constexpr qreal narrowest = 0.5;
+    constexpr qreal minWidth = 0.5;
     for (const Span &pause : context.model->review().pauses) {
         if (!context.time.range().overlaps(pause.begin, pause.end))
             continue;
         const qreal left = context.time.boundedX(pause.begin);
         const qreal right = context.time.boundedX(pause.end);
-        if (right - left < narrowest)
+        if (right - left < minWidth)
             continue;
         const qreal width = qMax(right - left, context.style->hair);
         context.painter->fillRect(snapped(QRectF(left, stack.top(), width, stack.height())),
@@ -75,14 +75,14 @@ void paintPauseShades(const LaneContext &context, const QRectF &stack)
 void paintLosses(const LaneContext &context, const QRectF &stack)
 {
     const Style &style = *context.style;
-    const qreal narrowest = 3 * style.hair; // however short a loss is, it is seen
+    const qreal minWidth = 3 * style.hair; // however short a loss is, it is seen
     qreal end = stack.left() - style.em; // of the last one that was drawn
     for (const Span &loss : context.model->review().losses) {
         if (!context.time.range().overlaps(loss.begin, loss.end))
             continue;
         const qreal left = context.time.boundedX(loss.begin);
-        const qreal right = qMax(context.time.boundedX(loss.end), left + narrowest);
-        if (right - left <= narrowest && left - end < 0.5 * style.em)
+        const qreal right = qMax(context.time.boundedX(loss.end), left + minWidth);
+        if (right - left <= minWidth && left - end < 0.5 * style.em)
             continue;
         end = right;
         drawHatching(context.painter, QRectF(left, stack.top(), right - left, stack.height()),
@@ -185,10 +185,8 @@ public:
     {
         const qreal binsPerPixel = bins / context.time.width();
         const auto [first, last] =
-            shown(context.model->review().compressions, context.time.range());
+            shown(context.model->review().compressions, context.time.range(), 0);
         for (const Compression *compression = first; compression != last; ++compression) {
-            if (compression->begin < context.time.range().from)
-                continue;
             const qreal x = context.time.boundedX(compression->peak) - context.time.left();
             const auto bin =
                 static_cast<std::size_t>(qBound(0, static_cast<int>(x * binsPerPixel), bins - 1));
@@ -205,9 +203,9 @@ public:
 
     qreal share(int bin, int row) const
     {
-        const auto place = static_cast<std::size_t>(bin);
-        const int all = m_all[place];
-        return all > 0 ? qreal(m_faulty[place][static_cast<std::size_t>(row)]) / all : 0;
+        const auto index = static_cast<std::size_t>(bin);
+        const int all = m_all[index];
+        return all > 0 ? qreal(m_faulty[index][static_cast<std::size_t>(row)]) / all : 0;
     }
 
     int total = 0;
@@ -218,25 +216,24 @@ private:
     std::vector<std::array<int, faultRows>> m_faulty;
 };
 
-void paintFaultSymbols(const LaneContext &context, const QRectF &place, const FaultRow &row,
+void paintFaultSymbols(const LaneContext &context, const QRectF &area, const FaultRow &row,
                        qreal size)
 {
     const SymbolStamp stamp(context.painter, row.symbol, size, context.style->theme.fault);
-    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range(), 0);
     for (const Compression *compression = first; compression != last; ++compression) {
-        if (compression->faults.testFlag(row.fault)
-            && compression->begin >= context.time.range().from)
-            stamp.draw(QPointF(context.time.boundedX(compression->peak), place.center().y()));
+        if (compression->faults.testFlag(row.fault))
+            stamp.draw(QPointF(context.time.boundedX(compression->peak), area.center().y()));
     }
 }
 
-/// In each bin the share of the compressions with the fault is told by the height of a mark.
-void paintFaultMarks(const LaneContext &context, const QRectF &place, const FaultCounts &counts,
+/// The height of a mark is the share of the compressions in its bin that have the fault.
+void paintFaultMarks(const LaneContext &context, const QRectF &area, const FaultCounts &counts,
                      int row, int bins)
 {
-    const qreal binWidth = place.width() / bins;
-    const qreal highest = 0.8 * place.height();
-    const qreal bottom = place.bottom() - 0.1 * place.height();
+    const qreal binWidth = area.width() / bins;
+    const qreal highest = 0.8 * area.height();
+    const qreal bottom = area.bottom() - 0.1 * area.height();
     QVector<QRect> marks;
     for (int bin = 0; bin < bins; ++bin) {
         const qreal share = counts.share(bin, row);
@@ -244,7 +241,7 @@ void paintFaultMarks(const LaneContext &context, const QRectF &place, const Faul
             continue;
         const qreal height = qMax(share * highest, 2 * context.style->hair);
         marks.append(
-            snapped(QRectF(place.left() + bin * binWidth, bottom - height, binWidth, height)));
+            snapped(QRectF(area.left() + bin * binWidth, bottom - height, binWidth, height)));
     }
     context.painter->setPen(Qt::NoPen);
     context.painter->setBrush(context.style->theme.fault);
@@ -266,13 +263,13 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
     for (int row = 0; row < faultRows; ++row) {
         const FaultRow &fault = faults[row];
         const qreal top = area.plot.top() + row * height;
-        const QRectF place(area.plot.left(), top, area.plot.width(), height);
-        drawRule(context.painter, place.bottomLeft(), place.bottomRight(), style.hair,
+        const QRectF lane(area.plot.left(), top, area.plot.width(), height);
+        drawRule(context.painter, lane.bottomLeft(), lane.bottomRight(), style.hair,
                  style.theme.grid);
         if (pitch >= size)
-            paintFaultSymbols(context, place, fault, size);
+            paintFaultSymbols(context, lane, fault, size);
         else
-            paintFaultMarks(context, place, counts, row, bins);
+            paintFaultMarks(context, lane, counts, row, bins);
 
         const int faulty = counts.totals[static_cast<std::size_t>(row)];
         const QColor &color = faulty > 0 ? style.theme.text : style.theme.mutedText;

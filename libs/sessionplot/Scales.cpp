@@ -21,7 +21,7 @@ constexpr qint64 msecsPerHour = 60 * msecsPerMinute;
 constexpr qint64 msecsPerTenth = 100;
 
 // A picture of no time at all shows this much.
-constexpr qint64 shortestRange = msecsPerSecond;
+constexpr qint64 minRange = msecsPerSecond;
 
 // clang-format off
 constexpr qint64 timeSteps[] = {
@@ -38,15 +38,15 @@ constexpr qint64 timeSteps[] = {
 
 TimeRange shownRange(qint64 from, qint64 to, qint64 length)
 {
-    // Far beyond any session; keeps sums and differences of times in range.
-    constexpr qint64 farthest = std::numeric_limits<int>::max();
+    // Far beyond any session, and small enough that sums and differences of times do not overflow.
+    constexpr qint64 maxMsecs = std::numeric_limits<int>::max();
     TimeRange range;
-    range.from = qBound<qint64>(0, from, farthest);
-    range.to = to < 0 ? qBound<qint64>(0, length, farthest) : qMin(to, farthest);
+    range.from = qBound<qint64>(0, from, maxMsecs);
+    range.to = to < 0 ? qBound<qint64>(0, length, maxMsecs) : qMin(to, maxMsecs);
     if (to >= 0 && range.from > range.to)
         std::swap(range.from, range.to);
-    if (range.length() < shortestRange)
-        range.to = range.from + shortestRange;
+    if (range.length() < minRange)
+        range.to = range.from + minRange;
     return range;
 }
 
@@ -73,7 +73,7 @@ qreal ValueScale::y(double value) const
     return m_top + qBound(0.0, part, 1.0) * (m_bottom - m_top);
 }
 
-QVector<double> valueTicks(const ValueScale &scale, qreal leastPixels)
+QVector<double> valueTicks(const ValueScale &scale, qreal minPixels)
 {
     QVector<double> ticks;
     const double span = scale.high() - scale.low();
@@ -81,10 +81,10 @@ QVector<double> valueTicks(const ValueScale &scale, qreal leastPixels)
     if (!(span > 0) || !(pixels > 0))
         return ticks;
 
-    const double least = span * leastPixels / pixels;
-    double step = std::pow(10.0, std::floor(std::log10(least)));
+    const double minStep = span * minPixels / pixels;
+    double step = std::pow(10.0, std::floor(std::log10(minStep)));
     for (const double factor : {1.0, 2.0, 5.0, 10.0}) {
-        if (factor * step >= least) {
+        if (factor * step >= minStep) {
             step *= factor;
             break;
         }
@@ -94,18 +94,18 @@ QVector<double> valueTicks(const ValueScale &scale, qreal leastPixels)
     return ticks;
 }
 
-TimeTicks timeTicks(const TimeScale &scale, qreal leastPixels)
+TimeTicks timeTicks(const TimeScale &scale, qreal minPixels)
 {
     TimeTicks ticks;
-    if (!(scale.width() > 0) || !(leastPixels > 0))
+    if (!(scale.width() > 0) || !(minPixels > 0))
         return ticks;
-    const double least = leastPixels / scale.pixelsPerMsec();
+    const double minStep = minPixels / scale.pixelsPerMsec();
     const auto step =
         std::find_if(std::begin(timeSteps), std::end(timeSteps),
-                     [least](qint64 candidate) { return double(candidate) >= least; });
+                     [minStep](qint64 candidate) { return double(candidate) >= minStep; });
     ticks.step = step != std::end(timeSteps)
         ? *step
-        : static_cast<qint64>(std::ceil(least / double(24 * msecsPerHour))) * 24 * msecsPerHour;
+        : static_cast<qint64>(std::ceil(minStep / double(24 * msecsPerHour))) * 24 * msecsPerHour;
 
     const TimeRange &range = scale.range();
     for (qint64 tick = (range.from + ticks.step - 1) / ticks.step * ticks.step; tick <= range.to;

@@ -18,9 +18,8 @@ struct TimeRange {
     bool overlaps(qint64 begin, qint64 end) const { return end >= from && begin <= to; }
 };
 
-/// What a picture from \a from to \a to shows of a session of \a length ms: a negative end means
-/// the end of the session, limits in the wrong order are exchanged, and there is always some time
-/// to show.
+/// What a picture from \a from to \a to shows of a session of \a length ms. A negative end means
+/// the end of the session, limits in the wrong order are exchanged, and the range is never empty.
 TimeRange shownRange(qint64 from, qint64 to, qint64 length);
 
 /// Where times lie on the horizontal axis.
@@ -39,9 +38,9 @@ public:
     {
         return m_left + (msecs - double(m_range.from)) * pixelsPerMsec();
     }
-    /// The same, kept within the scale.
+    /// The same, but never outside the scale.
     qreal boundedX(double msecs) const { return qBound(left(), x(msecs), right()); }
-    /// The time at \a x, also for places outside.
+    /// The time at \a x, which may lie outside.
     qint64 msecsAt(qreal x) const;
 
 private:
@@ -55,7 +54,7 @@ class ValueScale {
 public:
     ValueScale(double atTop, double atBottom, qreal top, qreal bottom);
 
-    /// The place of \a value, kept within the scale.
+    /// Where \a value lies; never outside the scale.
     qreal y(double value) const;
     double low() const { return qMin(m_atTop, m_atBottom); }
     double high() const { return qMax(m_atTop, m_atBottom); }
@@ -69,15 +68,15 @@ private:
     qreal m_bottom;
 };
 
-/// Round values with a distance of at least \a leastPixels.
-QVector<double> valueTicks(const ValueScale &scale, qreal leastPixels);
+/// Round values with a distance of at least \a minPixels.
+QVector<double> valueTicks(const ValueScale &scale, qreal minPixels);
 
-/// Round times with a distance of at least \a leastPixels.
+/// Round times with a distance of at least \a minPixels.
 struct TimeTicks {
     qint64 step = 1;
     QVector<qint64> msecs;
 };
-TimeTicks timeTicks(const TimeScale &scale, qreal leastPixels);
+TimeTicks timeTicks(const TimeScale &scale, qreal minPixels);
 
 /// m:ss, with tenths of a second when \a step needs them, and h:mm:ss when \a withHours.
 QString timeText(qint64 msecs, qint64 step, bool withHours);

@@ -15,7 +15,7 @@ class QRectF;
 namespace sessionplot {
 
 /// Colours and the typeface of a picture. The colours stay apart for every kind of colour vision;
-/// what matters is told by shape or text as well.
+/// what matters is shown by shape or text as well.
 struct Theme {
     QColor background;
     QColor lane; ///< behind the curves

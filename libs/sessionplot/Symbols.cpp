@@ -6,6 +6,7 @@
 #include <QLineF>
 #include <QPaintEngine>
 #include <QPainter>
+#include <QPolygonF>
 #include <QVector>
 
 #include <cmath>
@@ -14,22 +15,28 @@ namespace sessionplot {
 
 namespace {
 
-template <std::size_t N>
-void drawShape(QPainter *painter, const QPointF (&corners)[N], const QPointF &centre, qreal size)
+/// The corners of a symbol, around the origin and 1 wide; none for those that are no polygon.
+QVector<QPointF> cornersOf(Symbol symbol)
 {
-    QPointF points[N];
-    for (std::size_t i = 0; i < N; ++i)
-        points[i] = centre + corners[i] * size;
-    painter->drawPolygon(points, static_cast<int>(N));
-}
-
-template <std::size_t N>
-void drawStroke(QPainter *painter, const QPointF (&corners)[N], const QPointF &centre, qreal size)
-{
-    QPointF points[N];
-    for (std::size_t i = 0; i < N; ++i)
-        points[i] = centre + corners[i] * size;
-    painter->drawPolyline(points, static_cast<int>(N));
+    switch (symbol) {
+    case Symbol::TriangleUp:
+        return {{0, -0.45}, {0.5, 0.42}, {-0.5, 0.42}};
+    case Symbol::TriangleDown:
+        return {{0, 0.45}, {0.5, -0.42}, {-0.5, -0.42}};
+    case Symbol::Diamond:
+        return {{0, -0.55}, {0.5, 0}, {0, 0.55}, {-0.5, 0}};
+    case Symbol::Square:
+        return {{-0.4, -0.4}, {0.4, -0.4}, {0.4, 0.4}, {-0.4, 0.4}};
+    case Symbol::Bolt:
+        return {{0.15, -0.6}, {-0.35, 0.1},  {-0.02, 0.1},
+                {-0.15, 0.6}, {0.35, -0.12}, {0.02, -0.12}};
+    case Symbol::Spike:
+        return {{-0.55, 0.1}, {-0.25, 0.1}, {-0.1, -0.5}, {0.12, 0.5}, {0.25, 0.1}, {0.55, 0.1}};
+    case Symbol::Cross:
+    case Symbol::Disc:
+        break;
+    }
+    return {};
 }
 
 } // namespace
@@ -37,16 +44,6 @@ void drawStroke(QPainter *painter, const QPointF (&corners)[N], const QPointF &c
 void drawSymbol(QPainter *painter, Symbol symbol, const QPointF &centre, qreal size,
                 const QColor &color)
 {
-    // Around the origin, 1 wide.
-    static const QPointF up[] = {{0, -0.45}, {0.5, 0.42}, {-0.5, 0.42}};
-    static const QPointF down[] = {{0, 0.45}, {0.5, -0.42}, {-0.5, -0.42}};
-    static const QPointF diamond[] = {{0, -0.55}, {0.5, 0}, {0, 0.55}, {-0.5, 0}};
-    static const QPointF square[] = {{-0.4, -0.4}, {0.4, -0.4}, {0.4, 0.4}, {-0.4, 0.4}};
-    static const QPointF bolt[] = {{0.15, -0.6}, {-0.35, 0.1},  {-0.02, 0.1},
-                                   {-0.15, 0.6}, {0.35, -0.12}, {0.02, -0.12}};
-    static const QPointF spike[] = {{-0.55, 0.1}, {-0.25, 0.1}, {-0.1, -0.5},
-                                    {0.12, 0.5},  {0.25, 0.1},  {0.55, 0.1}};
-
     const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
     painter->setRenderHint(QPainter::Antialiasing);
     const bool isStroke = symbol == Symbol::Cross || symbol == Symbol::Spike;
@@ -56,34 +53,19 @@ void drawSymbol(QPainter *painter, Symbol symbol, const QPointF &centre, qreal s
     painter->setPen(isStroke ? stroke : QPen(Qt::NoPen));
     painter->setBrush(isStroke ? QBrush(Qt::NoBrush) : QBrush(color));
 
-    switch (symbol) {
-    case Symbol::TriangleUp:
-        drawShape(painter, up, centre, size);
-        break;
-    case Symbol::TriangleDown:
-        drawShape(painter, down, centre, size);
-        break;
-    case Symbol::Diamond:
-        drawShape(painter, diamond, centre, size);
-        break;
-    case Symbol::Square:
-        drawShape(painter, square, centre, size);
-        break;
-    case Symbol::Bolt:
-        drawShape(painter, bolt, centre, size);
-        break;
-    case Symbol::Spike:
-        drawStroke(painter, spike, centre, size);
-        break;
-    case Symbol::Disc:
+    QPolygonF corners(cornersOf(symbol));
+    for (QPointF &corner : corners)
+        corner = centre + corner * size;
+    if (symbol == Symbol::Disc) {
         painter->drawEllipse(centre, size * 0.42, size * 0.42);
-        break;
-    case Symbol::Cross: {
+    } else if (symbol == Symbol::Cross) {
         const qreal arm = size * 0.4;
         painter->drawLine(centre + QPointF(-arm, -arm), centre + QPointF(arm, arm));
         painter->drawLine(centre + QPointF(-arm, arm), centre + QPointF(arm, -arm));
-        break;
-    }
+    } else if (symbol == Symbol::Spike) {
+        painter->drawPolyline(corners);
+    } else {
+        painter->drawPolygon(corners);
     }
     painter->setRenderHint(QPainter::Antialiasing, wasAntialiasing);
 }
@@ -152,7 +134,7 @@ void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal l
         lines.append(QLineF(fromX, sum - fromX, toX, sum - toX));
     }
     const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
-    // A narrow strip is as well told with sharp lines, which cost much less.
+    // In a narrow strip sharp lines do as well, and cost much less.
     painter->setRenderHint(QPainter::Antialiasing, area.width() > distance);
     painter->setPen(QPen(color, lineWidth));
     painter->drawLines(lines);

@@ -13,7 +13,7 @@ class QPainter;
 
 namespace sessionplot {
 
-/// Shapes that tell apart what colour alone must not.
+/// Shapes for what colour alone must not distinguish.
 enum class Symbol {
     TriangleUp, ///< above the band, as it is drawn
     TriangleDown, ///< below the band, as it is drawn

@@ -30,7 +30,7 @@ void add(Extremes &extremes, const Extremes *blocks, int count)
         extremes.add(blocks[i]);
 }
 
-/// Computes the blocks over \a entries that are whole and not there yet.
+/// Computes the full blocks over \a entries that are not there yet.
 template <typename Entry>
 void extend(std::vector<Extremes> &blocks, const std::vector<Entry> &entries)
 {
@@ -63,10 +63,10 @@ void Wave::cut(int count)
 {
     beginGeneration();
     m_samples.resize(static_cast<std::size_t>(count));
-    std::size_t whole = m_samples.size();
+    std::size_t full = m_samples.size();
     for (std::vector<Extremes> &level : m_levels) {
-        whole /= blockSize;
-        level.resize(std::min(level.size(), whole));
+        full /= blockSize;
+        level.resize(std::min(level.size(), full));
     }
 }
 
@@ -97,12 +97,12 @@ Extremes Wave::extremes(int begin, int end) const
             add(result, m_levels[level - 1].data() + from, to - from);
     };
     while (end - begin > 2 * blockSize && level < m_levels.size()) {
-        const int wholeBegin = (begin + blockSize - 1) / blockSize;
-        const int wholeEnd = end / blockSize;
-        addFrom(begin, wholeBegin * blockSize);
-        addFrom(wholeEnd * blockSize, end);
-        begin = wholeBegin;
-        end = wholeEnd;
+        const int blockBegin = (begin + blockSize - 1) / blockSize;
+        const int blockEnd = end / blockSize;
+        addFrom(begin, blockBegin * blockSize);
+        addFrom(blockEnd * blockSize, end);
+        begin = blockBegin;
+        end = blockEnd;
         ++level;
     }
     if (begin < end)

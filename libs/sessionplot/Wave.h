@@ -54,8 +54,8 @@ public:
     quint64 generation() const { return m_generation; }
     void clear();
     /// Makes this a copy of a wave of \a newCount samples, of which \a sample(i) gives the i-th.
-    /// Copies what is new. A wave may also have been cut, or overwritten from some place to its
-    /// end, since the last call.
+    /// Copies what is new. Since the last call the wave may also have been cut, or overwritten from
+    /// some sample to its end.
     template <typename Sample> void follow(int newCount, Sample sample);
 
 private:
@@ -64,7 +64,7 @@ private:
     void extendLevels();
 
     std::vector<int> m_samples;
-    std::vector<std::vector<Extremes>> m_levels; // whole blocks only
+    std::vector<std::vector<Extremes>> m_levels; // full blocks only
     quint64 m_generation = 0;
     double m_unit = 1;
     int m_period = 1;
@@ -76,8 +76,8 @@ template <typename Sample> void Wave::follow(int newCount, Sample sample)
     if (newCount < count())
         cut(newCount);
 
-    // Where the wave was overwritten it holds one value up to the end that we know. So the search
-    // for a difference may end where enough samples are the same and not all of one value.
+    // Overwriting leaves one value from there to the end that we know. So the search for a
+    // difference may end where enough samples are the same and have more than one value.
     constexpr int enough = 50;
     int firstChanged = count();
     int same = 0;

@@ -17,15 +17,15 @@ namespace sessionplot {
 
 namespace {
 
-// Up to this many samples in a column a line from one extreme to the next looks like the wave;
-// beyond, it would fill the area.
-constexpr double mostSamplesInLine = 12;
+// Up to this many samples in a column, a line from one extreme to the next looks like the wave.
+// With more, the line would fill the area.
+constexpr double maxSamplesInLine = 12;
 
 // The time to paint a polygon grows much faster than its number of corners.
 constexpr int pointsInPiece = 32;
 
 // The ends of an envelope's bars are seen only when they are broader than a thin line.
-constexpr qreal leastLineOfEnvelope = 2;
+constexpr qreal minEnvelopeLine = 2;
 
 // Where the highest value of a column is below this part of the one beside it.
 constexpr double flank = 0.8;
@@ -57,9 +57,9 @@ void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
 void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
                 const WavePainter::Look &look)
 {
-    const bool isWhole = !(pixelsPerUnit(painter) > 0);
+    const bool isOnePiece = !(pixelsPerUnit(painter) > 0);
     for (int begin = 0; begin + 1 < curve.size();) {
-        const int end = isWhole ? curve.size() : qMin(begin + pointsInPiece, curve.size());
+        const int end = isOnePiece ? curve.size() : qMin(begin + pointsInPiece, curve.size());
         paintPiece(painter, curve.constData() + begin, end - begin, base, look);
         begin = end == curve.size() ? end : end - 1;
     }
@@ -88,7 +88,7 @@ void WavePainter::paint(QPainter *painter, const Wave &wave, const TimeScale &ti
         }
         prepare(wave, static_cast<qint64>(double(time.range().from) / msecsPerColumn),
                 static_cast<qint64>(double(time.range().to) / msecsPerColumn));
-        if (samplesPerColumn > mostSamplesInLine)
+        if (samplesPerColumn > maxSamplesInLine)
             paintEnvelope(painter, wave, time, values, look);
         else
             paintLine(painter, wave, time, values, look);
@@ -115,10 +115,10 @@ void WavePainter::prepare(const Wave &wave, qint64 first, qint64 last)
         // The last column and those behind it have new samples, and so has the one before it,
         // which holds the first sample beyond its end.
         const double known = wave.msecs(std::max(m_count - 1, 0)) / m_msecsPerColumn;
-        const qint64 keep = static_cast<qint64>(known) - 1 - m_first;
-        const auto kept = static_cast<std::size_t>(std::max<qint64>(keep, 0));
-        if (kept < m_columns.size())
-            m_columns.resize(kept);
+        const qint64 unchanged = static_cast<qint64>(known) - 1 - m_first;
+        const auto size = static_cast<std::size_t>(std::max<qint64>(unchanged, 0));
+        if (size < m_columns.size())
+            m_columns.resize(size);
     }
     m_count = wave.count();
 
@@ -198,7 +198,7 @@ void WavePainter::paintEnvelope(QPainter *painter, const Wave &wave, const TimeS
         qreal bottom;
         qreal lineTop;
     };
-    const qreal lineWidth = qMax(look.lineWidth, leastLineOfEnvelope);
+    const qreal lineWidth = qMax(look.lineWidth, minEnvelopeLine);
     // A column in which the wave only rises or falls has no peak to show.
     const auto hasPeak = [this](std::size_t i) {
         const auto isFlankOf = [this, i](std::size_t neighbour) {

@@ -18,8 +18,8 @@ namespace sessionplot {
 /// Draws a wave over time: every sample where there is room for them, else the lowest and the
 /// highest of each pixel column, so that no peak is lost.
 ///
-/// The columns are kept. While the wave grows, and while the picture moves along it at the same
-/// scale, only new columns are computed. Have one painter for each place that shows a wave.
+/// A painter remembers its columns. While the wave grows, and while the picture moves along it at
+/// the same scale, only new columns are computed. Use one painter for each picture of a wave.
 class WavePainter {
 public:
     struct Look {

@@ -27,8 +27,8 @@ QString textOf(const E *event, E::ParameterType parameter)
     return event->parameterValue(parameter, QVariant()).toString();
 }
 
-/// A parameter of a score that comes with the same message as \a parameter and that no fresh event
-/// has; \a parameter itself where it is such a one, or is no matter of the manikin's.
+/// A parameter of a score that comes in the same message as \a parameter and that a fresh event
+/// does not have. For a setting, which the manikin does not send, \a parameter itself.
 E::ParameterType companionInScore(E::ParameterType parameter)
 {
     const bool isSetting =
@@ -83,6 +83,7 @@ bool hasArrived(const CPREventBase *event, CPREventBase::ParameterType parameter
         return event->hasParameterType(companionInStatistics(parameter), key);
     return true;
 }
+
 bool Figures::operator==(const Figures &other) const
 {
     const auto values = [](const Figures &f) {

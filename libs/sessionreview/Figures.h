@@ -59,9 +59,8 @@ struct Figures {
 /// The figures as the session has them now.
 Figures figuresOf(const CPRData &session);
 
-/// Whether the value that \a event shows for \a parameter has come, and does not only stand for
-/// one. Until the manikin has sent them, statistics and scores hold counts and scores of 0 that
-/// nobody has measured. True for events of other kinds, false for null.
+/// Whether the manikin has sent the value that \a event has for \a parameter. Statistics and scores
+/// begin with zeros that nobody has measured. True for events of other kinds, false for null.
 bool hasArrived(const CPREventBase *event, CPREventBase::ParameterType parameter);
 
 } // namespace sessionreview

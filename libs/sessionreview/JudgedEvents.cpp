@@ -64,8 +64,8 @@ Compression compressionOf(const CPREventCompression &event)
     if (result.end < result.peak || qint64(result.end) - result.peak > maxRelease)
         result.end = result.peak;
     result.period = event.compInstantaneousPeriod();
-    result.depth = wholeHmm(std::abs(event.compDepth()));
-    result.releaseDepth = wholeHmm(event.compReleaseDepth());
+    result.depth = roundedToHmm(std::abs(event.compDepth()));
+    result.releaseDepth = roundedToHmm(event.compReleaseDepth());
     result.rate = event.compMeanRate();
     if (result.rate <= 0 && result.period > 0)
         result.rate = msecsPerMinute / result.period;

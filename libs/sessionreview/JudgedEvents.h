@@ -36,7 +36,7 @@ struct Compression {
     int end = 0;
     /// @}
     int period = 0; ///< since the start of the compression before; 0 where it is not known
-    double depth = 0; ///< mm, in whole hundredths
+    double depth = 0; ///< mm, rounded to a hundredth
     double releaseDepth = 0; ///< the same
     int rate = 0; ///< per minute; 0 for the first of a run and where it is not known
     int number = 0; ///< in its cycle, from 1; 0 where the manikin did not count

@@ -21,11 +21,11 @@ using E = CPREventBase;
 using Units::msecsPerMinute;
 
 // A compression that begins later than this after the end of the one before begins a new run. For
-// a slow rescuer it is the time between two compressions instead, up to the second value.
+// a slow rescuer the limit is the time between two compressions, up to the second value.
 constexpr int maxGapInRun = 500;
 constexpr int maxGapInSlowRun = 1000;
 
-// What the periods tell about lost messages is believed within these limits.
+// The periods show how many messages were lost. That is believed within these limits.
 constexpr int minPeriod = 200;
 constexpr int maxMissing = 3;
 
@@ -166,7 +166,7 @@ void findRuns(SessionReview &review)
         if (!before || cycles.empty() || cycles.back().ventilations > 0 || hasPaused
             || gapBetween(*before, compression) > maxGap(compression)) {
             cycles.push_back({compression.begin, compression.end, 0, 0, false});
-            compression.rate = 0; // it would tell the length of the pause
+            compression.rate = 0; // it would show the length of the pause
         } else {
             cycles.back().compressions += missingBetween(*before, compression);
         }

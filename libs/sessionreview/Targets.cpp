@@ -87,7 +87,7 @@ bool Targets::operator==(const Targets &other) const
     return values(*this) == values(other);
 }
 
-double wholeHmm(float mm)
+double roundedToHmm(float mm)
 {
     return Units::mmOf(std::round(double(mm) * Units::hmmPerMm));
 }

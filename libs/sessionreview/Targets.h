@@ -12,7 +12,8 @@ namespace sessionreview {
 struct Training {
     bool compressions = false; ///< somebody is to compress
     bool ventilations = false; ///< somebody is to ventilate
-    bool cycles = false; ///< compressions and ventilations take turns, a number of each
+    bool cycles =
+        false; ///< a number of compressions, then a number of ventilations, again and again
 
     /// Whether the same is trained.
     bool operator==(const Training &other) const;
@@ -62,8 +63,8 @@ struct Targets {
 /// The targets of the session's active set for the protocol that is trained.
 Targets targetsOf(const CPRData &session);
 
-/// A depth in mm. Depths are whole hundredths of a mm, which a float only comes near.
-double wholeHmm(float mm);
+/// A depth in mm, rounded to a hundredth: depths are stored so, and a float only comes near it.
+double roundedToHmm(float mm);
 
 } // namespace sessionreview
 

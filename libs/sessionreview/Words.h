@@ -28,8 +28,8 @@ QString aedEventText(int event);
 QStringList faultTexts(Faults faults);
 /// A short label.
 QString flagText(const Flag &flag);
-/// How much a flag tells: those of weight 0 are not shown, and where there is no room for all
-/// labels, the greater weight has it.
+/// How important a flag is. Those of weight 0 are not shown; where there is not room for all
+/// labels, the greater weights have theirs.
 int flagWeight(const Flag &flag);
 
 } // namespace sessionreview

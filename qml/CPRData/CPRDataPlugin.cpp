@@ -7,5 +7,5 @@
 
 CPRDataPlugin::CPRDataPlugin(QObject *parent) : QQmlEngineExtensionPlugin(parent)
 {
-    useCPRQuickTypes();
+    cprquick::useTypes();
 }

@@ -28,6 +28,7 @@
 #include <memory>
 
 using namespace testsupport;
+using namespace cprquick;
 using bls_2010::CommonDefs;
 using E = CPREventBase;
 

@@ -26,7 +26,7 @@ public:
             m_home = std::make_unique<QTemporaryDir>();
         QFile::remove(m_home->filePath("settings"));
         m_viewer = std::make_unique<Viewer>(
-            Viewer::Places{m_home->filePath("settings"), m_home->filePath(m_folder)});
+            Viewer::Paths{m_home->filePath("settings"), m_home->filePath(m_folder)});
         m_viewer->appearance()->useLanguage("en");
         QQmlEngine::setObjectOwnership(m_viewer.get(), QQmlEngine::CppOwnership);
         connect(m_viewer->appearance(), &Appearance::languageChanged, m_engine,

@@ -26,7 +26,7 @@ Popup {
 
     function takeFocus() {
         dialog.firstItem.forceActiveFocus(Qt.TabFocusReason);
-        // Opened once more, a button has kept its focus, and would not show it.
+        // When the dialog opens again a button still has the focus, but would not show it.
         if (dialog.firstItem.focusReason !== undefined)
             dialog.firstItem.focusReason = Qt.TabFocusReason;
     }

@@ -18,7 +18,7 @@ Item {
     property real textSize: Look.title
     readonly property bool hasBand: gauge.bandTo > gauge.bandFrom
 
-    function place(number) {
+    function position(number) {
         const share = Math.max(0, Math.min(1, number / gauge.to));
         return Math.round(track.height * (gauge.fromTop ? share : 1 - share));
     }
@@ -33,15 +33,15 @@ Item {
 
         Rectangle {
             width: parent.width
-            y: gauge.fromTop ? 0 : gauge.place(gauge.value)
-            height: gauge.fromTop ? gauge.place(gauge.value) : parent.height - y
+            y: gauge.fromTop ? 0 : gauge.position(gauge.value)
+            height: gauge.fromTop ? gauge.position(gauge.value) : parent.height - y
             color: Look.colors.bars
         }
         Rectangle {
             visible: gauge.hasBand
             width: parent.width
-            y: Math.min(gauge.place(gauge.bandFrom), gauge.place(gauge.bandTo))
-            height: Math.abs(gauge.place(gauge.bandTo) - gauge.place(gauge.bandFrom))
+            y: Math.min(gauge.position(gauge.bandFrom), gauge.position(gauge.bandTo))
+            height: Math.abs(gauge.position(gauge.bandTo) - gauge.position(gauge.bandFrom))
             color: Look.colors.band
             border.color: Look.good
             border.width: Math.max(2, Math.round(3 * Look.unit))
@@ -49,7 +49,7 @@ Item {
         Rectangle {
             visible: gauge.limit > 0
             width: parent.width
-            y: gauge.place(gauge.limit)
+            y: gauge.position(gauge.limit)
             height: Math.max(2, Math.round(2 * Look.unit))
             color: Look.text
         }
@@ -61,7 +61,7 @@ Item {
             required property real modelData
             x: track.width + Math.round(26 * Look.unit)
             y: Math.max(0, Math.min(gauge.height - height,
-                                    gauge.place(bandLabel.modelData) - height / 2))
+                                    gauge.position(bandLabel.modelData) - height / 2))
             text: bandLabel.modelData.toFixed(0)
             font.pixelSize: gauge.textSize
             font.bold: true
@@ -70,7 +70,7 @@ Item {
     Text {
         visible: gauge.marker >= 0
         x: track.width + Math.round(2 * Look.unit)
-        y: gauge.place(gauge.marker) - height / 2
+        y: gauge.position(gauge.marker) - height / 2
         text: "◀"
         color: Look.text
         font.pixelSize: gauge.textSize

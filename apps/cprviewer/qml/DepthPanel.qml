@@ -38,7 +38,7 @@ LivePanel {
     }
     Column {
         anchors { left: gauge.right; right: parent.right; verticalCenter: parent.verticalCenter }
-        scale: Math.min(1, parent.height / height) // a message over the page takes height
+        scale: Math.min(1, parent.height / height) // a message over the page needs height
         spacing: Look.gap
 
         BigFigure {

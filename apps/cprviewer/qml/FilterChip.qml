@@ -5,7 +5,7 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import "."
 
-// Switches one kind of rows on or off. A tick tells without colour.
+// Switches one kind of rows on or off. A tick shows it without colour.
 AbstractButton {
     id: chip
 

@@ -5,7 +5,7 @@ import QtQuick 2.15
 import CPRData 1.0
 import "."
 
-// One histogram of the manikin. The pointer or the arrow keys choose a bar, of which more is told.
+// One histogram of the manikin. The pointer or the arrow keys choose a bar, of which more is shown.
 Item {
     id: histogram
 
@@ -14,7 +14,7 @@ Item {
     required property int total // compressions or ventilations in all bars; 0 when it is not known
     property int chosen: -1
 
-    readonly property string told: histogram.chosen < 0 ? "" : histogram.total > 0
+    readonly property string shown: histogram.chosen < 0 ? "" : histogram.total > 0
         ? qsTr("Bar %1: %2 % ≈ %3 of %4").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
           .arg(Math.round(histogram.values[histogram.chosen] * histogram.total / 100)).arg(histogram.total)
         : qsTr("Bar %1: %2 %").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
@@ -29,7 +29,7 @@ Item {
     Keys.onLeftPressed: histogram.move(-1)
     Keys.onRightPressed: histogram.move(1)
     Accessible.role: Accessible.Chart
-    Accessible.name: histogram.name + ": " + (histogram.told || histogram.values.join(", "))
+    Accessible.name: histogram.name + ": " + (histogram.shown || histogram.values.join(", "))
     Accessible.focusable: true
 
     Column {
@@ -67,7 +67,7 @@ Item {
             PageText {
                 id: low
                 width: parent.width
-                text: histogram.told || qsTr("low")
+                text: histogram.shown || qsTr("low")
                 font.pixelSize: Math.round(12 * Look.unit)
                 fontSizeMode: Text.HorizontalFit
                 minimumPixelSize: Math.round(9 * Look.unit)

@@ -27,7 +27,7 @@ ApplicationWindow {
             window.page = (window.firstPage || (window.viewer.isLive ? "live" : "review")) === "live" ? Main.Live : Main.Review;
         window.firstPage = "";
     }
-    // Does something that would take the place of a session which is not saved.
+    // Does something that would replace a session which is not saved; asks first.
     function leave(action) {
         if (!window.viewer.isUnsaved) {
             action();

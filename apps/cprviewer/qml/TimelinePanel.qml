@@ -6,7 +6,7 @@ import QtQuick.Layouts 1.15
 import CPRData 1.0
 import "."
 
-// The picture of the whole session with zoom, pan and a time that can be moved and played back.
+// The picture of the session with zoom, pan and a time that can be moved and played back.
 Card {
     id: panel
 

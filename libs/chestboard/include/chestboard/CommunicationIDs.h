@@ -14,7 +14,7 @@ class CHESTBOARD_EXPORT CommunicationIDs {
 
 public:
     // clang-format off
-    /// What RMessage::getIdentifier() gives; docs/message-flow.md tells what becomes of each.
+    /// What RMessage::getIdentifier() gives; docs/message-flow.md says what becomes of each.
     enum ResponseID {
         RPL_DEFIB_SHOCK_EVENT        =  47,
         RPL_GENERIC_EVENT            =  48,

@@ -11,7 +11,7 @@
 
 namespace bls_2010 {
 
-/// A guideline set as the manikin keeps it. Depths in mm, force in g, volumes in ml, inflation
+/// A guideline set as the manikin stores it. Depths in mm, force in g, volumes in ml, inflation
 /// times in ms, inactivity timeouts in s, rates per minute, flow times in percent.
 struct GuidelineValues_t {
     // clang-format off
