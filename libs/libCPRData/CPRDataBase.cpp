@@ -173,13 +173,7 @@ void CPRDataBase::readAttribsToProperties(QXmlStreamReader *reader)
 
 QVariant CPRDataBase::variantFromString(const QString &text)
 {
-    int integer = 0;
-    if (NumberText::toInt(text, integer))
-        return integer;
-    float number = 0;
-    if (NumberText::toFloat(text, number))
-        return number;
-    return text;
+    return NumberText::toVariant(text);
 }
 
 QString CPRDataBase::variantToString(const QVariant &value)

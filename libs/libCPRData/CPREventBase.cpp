@@ -18,18 +18,18 @@
 #include <QXmlStreamWriter>
 
 #include <algorithm>
-#include <array>
-#include <map>
 
 namespace {
 
 using Parameter = CPREventBase::ParameterType;
 
+constexpr float notMeasured = -1.0F;
+
 // Key texts of an enumeration with consecutive values from 0, both ways, without a walk of the
 // meta-object.
 class KeyTable {
 public:
-    explicit KeyTable(const QMetaEnum &metaEnum) : m_metaEnum(metaEnum)
+    explicit KeyTable(const QMetaEnum &metaEnum)
     {
         m_keys.reserve(metaEnum.keyCount());
         for (int i = 0; i < metaEnum.keyCount(); ++i) {
@@ -41,11 +41,9 @@ public:
     }
 
     QString key(int value) const { return m_keys.value(value); }
-    const char *latin1(int value) const { return m_metaEnum.key(value); }
     int value(QStringView key) const { return m_values.value(key, -1); }
 
 private:
-    QMetaEnum m_metaEnum;
     QVector<QString> m_keys;
     QHash<QStringView, int> m_values; // views of m_keys
 };
@@ -68,11 +66,37 @@ CPREventBase::ParameterUnit unitOf(Parameter type)
     return row ? row->unit.value_or(CPREventBase::none) : CPREventBase::none;
 }
 
-// Of such an event; nothing for kinds that keep no measurements.
-std::initializer_list<Parameter> measurementsOf(CPREventBase::EventType type)
+// The kind of an event that keeps measurements in properties; null for others.
+const Vocabulary::EventKind *measuringKindOf(const CPREventBase &event)
 {
-    const Vocabulary::EventKind *kind = Vocabulary::eventKind(type);
-    return kind ? kind->measurements : std::initializer_list<Parameter>();
+    const Vocabulary::EventKind *kind = Vocabulary::eventKind(event.type());
+    return kind && kind->measuring && event.metaObject()->inherits(kind->measuring) ? kind
+                                                                                    : nullptr;
+}
+
+// The property that keeps the parameter in events of the kind, which may be null. An invalid one,
+// which reads as nothing and cannot be written, when none does.
+QMetaProperty propertyOf(const Vocabulary::EventKind *kind, Parameter type)
+{
+    if (!kind)
+        return {};
+    const auto *const begin = kind->measurements.begin();
+    const auto *const found = std::find(begin, kind->measurements.end(), type);
+    if (found == kind->measurements.end())
+        return {};
+    return kind->measuring->property(kind->measuring->propertyOffset()
+                                     + static_cast<int>(found - begin));
+}
+
+void writeParamElement(QXmlStreamWriter &writer, const QString &name, const QVariant &value,
+                       Parameter type)
+{
+    writer.writeStartElement(QStringLiteral("param"));
+    writer.writeAttribute(QStringLiteral("type"), name);
+    writer.writeAttribute(QStringLiteral("value"), CPRDataBase::variantToString(value));
+    if (const QString units = CPREventBase::unitText(type); !units.isEmpty())
+        writer.writeAttribute(QStringLiteral("units"), units);
+    writer.writeEndElement();
 }
 
 // Calls store(type, text) when the attributes name a known parameter and have a value.
@@ -100,64 +124,6 @@ template <typename Store> void readParamElements(QXmlStreamReader &reader, Store
         takeParam(reader.attributes(), store);
         reader.skipCurrentElement();
     }
-}
-
-// The declared properties of a class of events that are named after parameters.
-class PropertyTable {
-public:
-    explicit PropertyTable(const QMetaObject &metaObject)
-    {
-        for (int i = 0; i < Vocabulary::parameterCount(); ++i) {
-            const QString key = CPREventBase::parameterKey(static_cast<Parameter>(i));
-            Entry &entry = m_entries[static_cast<std::size_t>(i)];
-            entry.index = metaObject.indexOfProperty(key.toLatin1().constData());
-            if (entry.index >= 0)
-                entry.type = metaObject.property(entry.index).userType();
-        }
-    }
-
-    // Sets the property from a number as it stands in files; false leaves it to Qt to convert.
-    bool write(QObject *object, Parameter type, QStringView text) const
-    {
-        const Entry &entry = m_entries[static_cast<std::size_t>(type)];
-        int integer = 0;
-        float number = 0;
-        switch (entry.type) {
-        case QMetaType::Int:
-            return NumberText::toInt(text, integer) && set(object, entry.index, integer);
-        case QMetaType::Bool:
-            return NumberText::toInt(text, integer) && set(object, entry.index, integer != 0);
-        case QMetaType::Float:
-            return NumberText::toFloat(text, number) && set(object, entry.index, number);
-        default:
-            return false;
-        }
-    }
-
-private:
-    struct Entry {
-        int index = -1;
-        int type = QMetaType::UnknownType;
-    };
-
-    // What QMetaProperty::write() does when nothing is to be converted.
-    template <typename Value> static bool set(QObject *object, int index, Value value)
-    {
-        int status = -1;
-        int flags = 0;
-        void *arguments[] = {&value, nullptr, &status, &flags};
-        QMetaObject::metacall(object, QMetaObject::WriteProperty, index, arguments);
-        return true;
-    }
-
-    std::vector<Entry> m_entries = std::vector<Entry>(std::size_t(Vocabulary::parameterCount()));
-};
-
-// Of the thread, so that sessions can be loaded in several.
-const PropertyTable &propertiesOf(const QMetaObject *metaObject)
-{
-    thread_local std::map<const QMetaObject *, PropertyTable> tables;
-    return tables.try_emplace(metaObject, *metaObject).first->second;
 }
 
 } // namespace
@@ -292,19 +258,17 @@ QVariant CPREventBase::value(ParameterType type) const
 {
     if (m_parameters && m_parameters->contains(type))
         return m_parameters->value(type);
-    const auto measurements = measurementsOf(m_type);
-    const bool isMeasured =
-        std::find(measurements.begin(), measurements.end(), type) != measurements.end();
-    return isMeasured ? property(parameterKeys().latin1(type)) : QVariant();
+    return propertyOf(measuringKindOf(*this), type).read(this);
 }
 
 void CPREventBase::visitValues(
     const std::function<void(ParameterType, const QVariant &)> &visit) const
 {
-    for (const ParameterType type : measurementsOf(m_type)) {
-        const QVariant measured = property(parameterKeys().latin1(type));
-        if (measured.isValid() && !(m_parameters && m_parameters->contains(type)))
-            visit(type, measured);
+    if (const Vocabulary::EventKind *kind = measuringKindOf(*this)) {
+        for (const ParameterType type : kind->measurements) {
+            if (!(m_parameters && m_parameters->contains(type)))
+                visit(type, propertyOf(kind, type).read(this));
+        }
     }
     if (!m_parameters)
         return;
@@ -376,46 +340,30 @@ void CPREventBase::write(QXmlStreamWriter *writer)
 
 void CPREventBase::writeParameters(QXmlStreamWriter *writer)
 {
-    if (!writer || !m_parameters)
+    if (!writer)
         return;
-    m_parameters->visit([writer](const QString &key, const QVariant &value) {
-        ParameterType type{};
-        if (parameterFromKey(key, type) && Vocabulary::parameter(type)->isStored)
-            writeParamElement(*writer, key, CPRDataBase::variantToString(value), type);
-    });
+    if (const Vocabulary::EventKind *kind = measuringKindOf(*this)) {
+        if (kind->storesEnd)
+            writeParamElement(*writer, QStringLiteral("endTime"), m_endTime, CPREventBase::endTime);
+        for (const ParameterType type : kind->measurements) {
+            const QVariant value = propertyOf(kind, type).read(this);
+            const bool isForce = Vocabulary::parameter(type)->form == Vocabulary::Form::Force;
+            if (!isForce || value.toFloat() != notMeasured)
+                writeParamElement(*writer, parameterKey(type), value, type);
+        }
+    } else if (m_parameters) {
+        m_parameters->visit([writer](const QString &key, const QVariant &value) {
+            ParameterType type{};
+            if (parameterFromKey(key, type) && Vocabulary::parameter(type)->isStored)
+                writeParamElement(*writer, key, value, type);
+        });
+    }
 }
 
 void CPREventBase::writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                               ParameterType type) const
 {
-    writeParamElement(writer, QString::fromLatin1(name), CPRDataBase::variantToString(value), type);
-}
-
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const
-{
-    writeParamElement(writer, parameterKey(type), QString::number(value), type);
-}
-
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const
-{
-    writeParamElement(writer, parameterKey(type), NumberText::fromReal(value), type);
-}
-
-void CPREventBase::writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const
-{
-    writeParamElement(writer, parameterKey(type), value ? QStringLiteral("1") : QStringLiteral("0"),
-                      type);
-}
-
-void CPREventBase::writeParamElement(QXmlStreamWriter &writer, const QString &name,
-                                     const QString &text, ParameterType type)
-{
-    writer.writeStartElement(QStringLiteral("param"));
-    writer.writeAttribute(QStringLiteral("type"), name);
-    writer.writeAttribute(QStringLiteral("value"), text);
-    if (const QString units = unitText(type); !units.isEmpty())
-        writer.writeAttribute(QStringLiteral("units"), units);
-    writer.writeEndElement();
+    writeParamElement(writer, QString::fromLatin1(name), value, type);
 }
 
 void CPREventBase::read(QXmlStreamReader *reader)
@@ -427,8 +375,12 @@ void CPREventBase::readParameters(QXmlStreamReader *reader)
 {
     if (!reader)
         return;
+    if (measuringKindOf(*this)) {
+        readParametersToProperties(reader);
+        return;
+    }
     readParamElements(*reader, [this](ParameterType type, QStringView text) {
-        setParameter(type, CPRDataBase::variantFromString(text.toString()));
+        setParameter(type, NumberText::toVariant(text));
     });
 }
 
@@ -436,12 +388,11 @@ void CPREventBase::readParametersToProperties(QXmlStreamReader *reader)
 {
     if (!reader)
         return;
-    const PropertyTable &properties = propertiesOf(metaObject());
-    readParamElements(*reader, [this, &properties](ParameterType type, QStringView text) {
-        if (!properties.write(this, type, text)) {
-            setProperty(parameterKey(type).toLatin1().constData(),
-                        CPRDataBase::variantFromString(text.toString()));
-        }
+    const Vocabulary::EventKind *kind = measuringKindOf(*this);
+    readParamElements(*reader, [this, kind](ParameterType type, QStringView text) {
+        const QVariant value = NumberText::toVariant(text);
+        if (!propertyOf(kind, type).write(this, value))
+            setProperty(parameterKey(type).toLatin1().constData(), value);
     });
 }
 

@@ -630,19 +630,8 @@ public:
     void writeParam(QXmlStreamWriter &writer, const char *name, const QVariant &value,
                     ParameterType type) const;
 
-protected:
-    /// @{
-    /// The same under the key text of \a type.
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, int value) const;
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, float value) const;
-    void writeParam(QXmlStreamWriter &writer, ParameterType type, bool value) const;
-    /// @}
-
 private:
     friend class CPREvents; // keeps m_listed and m_standing
-
-    static void writeParamElement(QXmlStreamWriter &writer, const QString &name,
-                                  const QString &text, ParameterType type);
 
     void noteChange();
     int storedParameterCount() const;

@@ -12,8 +12,6 @@
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
-#include <QXmlStreamWriter>
-
 #include <algorithm>
 #include <cmath>
 #include <limits>
@@ -195,32 +193,4 @@ CPREventCompression *CPREventCompression::clone(CPREvents *owner)
 int CPREventCompression::tag() const
 {
     return TagComp;
-}
-
-void CPREventCompression::writeParameters(QXmlStreamWriter *writer)
-{
-    if (!writer)
-        return;
-    writeParam(*writer, CPREventBase::endTime, eventEndTime());
-    writeParam(*writer, CPREventBase::compDepth, m_compDepth);
-    if (m_compPeakForce != -1)
-        writeParam(*writer, CPREventBase::compPeakForce, m_compPeakForce);
-    writeParam(*writer, CPREventBase::compPeakTime, m_compPeakTime);
-    writeParam(*writer, CPREventBase::compInstantaneousPeriod, m_compInstantaneousPeriod);
-    writeParam(*writer, CPREventBase::compAbsolutePeakDepth, m_compAbsolutePeakDepth);
-    writeParam(*writer, CPREventBase::compLeaningDepth, m_compLeaningDepth);
-    if (m_compLeaningForce != notMeasured)
-        writeParam(*writer, CPREventBase::compLeaningForce, m_compLeaningForce);
-    if (m_compReleaseForce != notMeasured)
-        writeParam(*writer, CPREventBase::compReleaseForce, m_compReleaseForce);
-    writeParam(*writer, CPREventBase::compReleaseDepth, m_compReleaseDepth);
-    writeParam(*writer, CPREventBase::compHandposXiphoid, m_compHandposXiphoid);
-    writeParam(*writer, CPREventBase::compHandposError, m_compHandposError);
-    writeParam(*writer, CPREventBase::compIncompleteRelease, m_compIncompleteRelease);
-    writeParam(*writer, CPREventBase::compMeanRate, m_compMeanRate);
-}
-
-void CPREventCompression::readParameters(QXmlStreamReader *reader)
-{
-    readParametersToProperties(reader);
 }

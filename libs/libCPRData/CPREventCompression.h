@@ -113,8 +113,6 @@ public:
 
     CPREventCompression *clone(CPREvents *owner) override;
     int tag() const override;
-    void writeParameters(QXmlStreamWriter *writer) override;
-    void readParameters(QXmlStreamReader *reader) override;
 
 Q_SIGNALS:
     /// By setCompMeanRate(), when the rate is another.

@@ -12,8 +12,6 @@
 #include <chestboard/CommunicationIDs.h>
 #include <chestboard/RMessage.h>
 
-#include <QXmlStreamWriter>
-
 CPREventVentilation::CPREventVentilation(int msecs, CPREvents *owner)
     : CPREventBase(CprVentEvent, msecs, owner)
 {
@@ -115,20 +113,4 @@ CPREventVentilation *CPREventVentilation::clone(CPREvents *owner)
 int CPREventVentilation::tag() const
 {
     return TagVent;
-}
-
-void CPREventVentilation::writeParameters(QXmlStreamWriter *writer)
-{
-    if (!writer)
-        return;
-    writeParam(*writer, CPREventBase::ventVolume, m_ventVolume);
-    writeParam(*writer, CPREventBase::ventRate, m_ventRate);
-    writeParam(*writer, CPREventBase::ventInstantaneousPeriod, m_ventInstantaneousPeriod);
-    writeParam(*writer, CPREventBase::ventPeakTime, m_ventPeakTime);
-    writeParam(*writer, CPREventBase::ventDuringCompression, m_ventDuringCompression);
-}
-
-void CPREventVentilation::readParameters(QXmlStreamReader *reader)
-{
-    readParametersToProperties(reader);
 }

@@ -54,8 +54,6 @@ public:
 
     CPREventVentilation *clone(CPREvents *owner) override;
     int tag() const override;
-    void writeParameters(QXmlStreamWriter *writer) override;
-    void readParameters(QXmlStreamReader *reader) override;
 
 private:
     void takeRateOfWaveform();

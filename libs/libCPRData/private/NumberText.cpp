@@ -48,8 +48,7 @@ private:
     bool m_isPlain = false;
 };
 
-} // namespace
-
+// As QString::toInt().
 bool toInt(QStringView text, int &value)
 {
     if (const PlainNumber number(text); number.isPlain())
@@ -59,6 +58,7 @@ bool toInt(QStringView text, int &value)
     return ok;
 }
 
+// As QString::toFloat().
 bool toFloat(QStringView text, float &value)
 {
     double precise = 0;
@@ -71,6 +71,19 @@ bool toFloat(QStringView text, float &value)
     bool ok = false;
     value = text.toString().toFloat(&ok);
     return ok;
+}
+
+} // namespace
+
+QVariant toVariant(QStringView text)
+{
+    int integer = 0;
+    if (toInt(text, integer))
+        return integer;
+    float number = 0;
+    if (toFloat(text, number))
+        return number;
+    return text.toString();
 }
 
 QString fromReal(double value)

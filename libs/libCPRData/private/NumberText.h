@@ -11,10 +11,8 @@
 /// plain ones, of which an hour of training has a hundred thousand.
 namespace NumberText {
 
-/// As QString::toInt().
-bool toInt(QStringView text, int &value);
-/// As QString::toFloat().
-bool toFloat(QStringView text, float &value);
+/// The text as an int, or else as a float, or else as it is.
+QVariant toVariant(QStringView text);
 /// As Qt 5's QString::number() in as few digits as tell the double from others. A float is taken
 /// for a double, which gives it more digits than it needs. Qt 6 writes a few numbers otherwise:
 /// 100000 as 1e+05.
