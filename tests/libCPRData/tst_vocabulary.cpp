@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
+#include "CPRData.h"
+#include "CPREventVentilation.h"
 #include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/SessionFile.h"
 
