@@ -53,8 +53,9 @@ public:
     bool open(const QString &name, Mode mode);
     /// Closes the archive, and a member that is still being written with it. After writing, true
     /// means that everything that was written is on the disk; false that it is not, and that a
-    /// file of that name is as it was before. When nothing was written, such a file stays, too. A
-    /// further call gives the result of the first.
+    /// file of that name is as it was before, unless the folder alone could not be written: the new
+    /// archive is then in place, and a power cut may bring the old one back. When nothing was
+    /// written, such a file stays, too. A further call gives the result of the first.
     bool close();
     /// What was refused or failed first since open(); empty when nothing was.
     QString errorString() const { return m_error; }
