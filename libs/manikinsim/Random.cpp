@@ -5,48 +5,15 @@
 
 namespace manikinsim {
 
-namespace {
-
-quint64 splitmix(quint64 &state)
+Random::Random(quint64 seed, quint32 stream)
 {
-    state += Q_UINT64_C(0x9e3779b97f4a7c15);
-    quint64 mixed = state;
-    mixed = (mixed ^ (mixed >> 30)) * Q_UINT64_C(0xbf58476d1ce4e5b9);
-    mixed = (mixed ^ (mixed >> 27)) * Q_UINT64_C(0x94d049bb133111eb);
-    return mixed ^ (mixed >> 31);
-}
-
-quint64 rotated(quint64 value, int bits)
-{
-    return (value << bits) | (value >> (64 - bits));
-}
-
-} // namespace
-
-Random::Random(quint64 seed, quint64 stream)
-{
-    quint64 mixer = stream;
-    quint64 state = seed ^ splitmix(mixer);
-    for (quint64 &word : m_state)
-        word = splitmix(state);
-}
-
-quint64 Random::next()
-{
-    const quint64 result = rotated(m_state[1] * 5, 7) * 9;
-    const quint64 shifted = m_state[1] << 17;
-    m_state[2] ^= m_state[0];
-    m_state[3] ^= m_state[1];
-    m_state[1] ^= m_state[2];
-    m_state[0] ^= m_state[3];
-    m_state[2] ^= shifted;
-    m_state[3] = rotated(m_state[3], 45);
-    return result;
+    std::seed_seq words{static_cast<quint32>(seed), static_cast<quint32>(seed >> 32), stream};
+    m_generator.seed(words);
 }
 
 int Random::below(int count)
 {
-    return static_cast<int>(((next() >> 32) * static_cast<quint64>(count)) >> 32);
+    return static_cast<int>(((m_generator() >> 32) * static_cast<quint64>(count)) >> 32);
 }
 
 int Random::around(int mean, int spread)
@@ -55,11 +22,8 @@ int Random::around(int mean, int spread)
     // but for a part in 4 x 10^9, its standard deviation is 65536.
     constexpr qint64 one = 65536;
     qint64 bell = -12 * (one - 1) / 2;
-    for (int i = 0; i < 3; ++i) {
-        quint64 draw = next();
-        for (int j = 0; j < 4; ++j, draw >>= 16)
-            bell += static_cast<qint64>(draw & 0xffff);
-    }
+    for (int i = 0; i < 12; ++i)
+        bell += below(one);
     bell = qBound(-3 * one, bell, 3 * one);
     // Rounded to nearest; the bias keeps the dividend positive.
     const qint64 bias = 4 * qint64(qAbs(spread)) + 1;

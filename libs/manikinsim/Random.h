@@ -6,20 +6,18 @@
 
 #include <QtGlobal>
 
-#include <array>
+#include <random>
 
 namespace manikinsim {
 
-/// Random integers that are the same on every platform for the same seed (xoshiro256**, started by
-/// splitmix64). The distributions of the standard library differ from one library to the next and
-/// are not used.
+/// Random integers that are the same on every platform for the same seed. The distributions of the
+/// standard library differ from one library to the next and are not used; its generator does not.
 class Random {
 public:
     /// One seed has many independent streams, so that a draw more in one place of the simulation
     /// leaves all other places as they were.
-    Random(quint64 seed, quint64 stream);
+    Random(quint64 seed, quint32 stream);
 
-    quint64 next();
     /// A number from 0 to \a count - 1; \a count is positive.
     int below(int count);
     /// A number from \a first to \a last.
@@ -31,7 +29,7 @@ public:
     int around(int mean, int spread);
 
 private:
-    std::array<quint64, 4> m_state;
+    std::mt19937_64 m_generator;
 };
 
 } // namespace manikinsim
