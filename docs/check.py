@@ -70,7 +70,7 @@ def unnamed_limits(text):
         number = eval(re.sub(r"qint64\((\d+)\)", r"\1", formula).replace("'", ""))
         mebibytes, rest = divmod(number, 1024 * 1024)
         limit = f"{number:,}" if rest or not name.endswith(("Bytes", "Memory")) else f"{mebibytes} MiB"
-        if limit not in text:
+        if not re.search(rf"(?<![\d.,]){limit}(?!,?\d)", text):
             yield f"{name}, which is {limit}, is not named"
     if not rows:
         yield f"no limits are found in {LIMITS.name}"

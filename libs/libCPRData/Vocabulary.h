@@ -57,22 +57,22 @@ struct Enumeration {
 
 /// A parameter.
 struct Parameter {
-    CPREventBase::ParameterType type;
+    CPREventBase::ParameterType type; ///< its number is that of the row
     std::optional<CPREventBase::ParameterUnit> unit; ///< none where it is missing, too
     Kind kind; ///< in events that have no property for the parameter
-    Form form;
-    const char *label;
+    Form form; ///< how tables and pages show it
+    const char *label; ///< in English
     const Enumeration *enumeration = nullptr; ///< null unless the value is one of an enumeration
     bool isStored = true; ///< whether files hold it
 };
 
 /// A kind of event.
 struct EventKind {
-    CPREventBase::EventType type;
+    CPREventBase::EventType type; ///< its number is that of the row
     /// Makes an event of the kind, of its own class, that starts at \a msecs and belongs to
     /// \a owner. Null for the standing events: a list has them from the start.
     CPREventBase *(*make)(CPREventBase::EventType type, int msecs, CPREvents *owner);
-    const char *label;
+    const char *label; ///< in English
     /// The class that keeps measurements of such an event in properties; null when all that it
     /// holds are parameters.
     const QMetaObject *measuring = nullptr;
