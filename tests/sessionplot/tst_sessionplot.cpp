@@ -12,6 +12,7 @@
 #include <QImage>
 #include <QPainter>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 #include <QtTest>
 
 #include <algorithm>
@@ -185,6 +186,23 @@ private Q_SLOTS:
             }
         }
         QVERIFY(pictureOf(model, {400, 300}) != pictureOf(empty, {400, 300}));
+    }
+
+    void namesAreNoMarkup()
+    {
+        QTemporaryDir directory;
+        const QString name = directory.filePath("picture.svg");
+        const QString learner = "</title><script>Tom & Jerry";
+        CPRData session;
+        session.assignLearner(learner);
+        QVERIFY(writePicture(name, {600, 400}, 0, -1, session, nullptr));
+        QXmlStreamReader picture(testsupport::bytesOf(name));
+        while (picture.readNextStartElement() && picture.name() != QLatin1String("title"))
+            ;
+        QCOMPARE(picture.readElementText(), learner);
+        while (!picture.atEnd())
+            picture.readNext();
+        QVERIFY2(!picture.hasError(), qPrintable(picture.errorString()));
     }
 
     void refusedPictureLeavesTheFile()
