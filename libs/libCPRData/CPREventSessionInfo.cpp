@@ -284,7 +284,7 @@ bool CPREventSessionInfo::rplmsg_RPL_VERSIONINFO(bls_2010::RMessage *msg)
     if (!msg)
         return false;
     MessageLayouts::VersionInfo v;
-    MessageLayouts::store(v, *msg, MessageLayouts::versionInfo);
+    MessageLayouts::storeIn(v, *msg, MessageLayouts::versionInfo);
     setVersionInfo(static_cast<int>(v.manikinType),
                    dotted({v.firmwareFirst, v.firmwareSecond, v.firmwareThird, v.firmwareBuild}),
                    dotted({v.rfidFirst, v.rfidSecond, v.rfidThird}),

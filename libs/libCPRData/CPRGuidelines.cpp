@@ -229,7 +229,7 @@ bool CPRGuidelines::incomingMsg(const bls_2010::RMessage *msg)
     }
 
     bls_2010::GuidelineValues_t sent;
-    MessageLayouts::store(sent, *msg, MessageLayouts::guidelines);
+    MessageLayouts::storeIn(sent, *msg, MessageLayouts::guidelines);
     clone(sent);
     Values &v = m_values;
     v.ventilationRateTargetForVentilationsOnly =

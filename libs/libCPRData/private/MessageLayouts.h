@@ -193,19 +193,29 @@ void store(CPREventBase &event, const bls_2010::RMessage &msg,
     });
 }
 
-/// A member of a structure that holds a message's values.
+/// A member of a structure of the manikin's link, whose members differ in size.
 template <typename T> using Member = std::variant<quint8 T::*, quint16 T::*, quint32 T::*>;
 
-/// Stores all fields in the structure. One that is absent leaves what was there.
-template <typename T, std::size_t N>
-void store(T &values, const bls_2010::RMessage &msg, const std::array<Field<Member<T>>, N> &table)
+template <typename T, typename Visit> auto visitMember(quint32 T::*member, Visit visit)
 {
-    decode(msg, table, [&values](const auto &row, std::optional<qint64> sent) {
+    return visit(member);
+}
+template <typename T, typename Visit> auto visitMember(const Member<T> &member, Visit visit)
+{
+    return std::visit(visit, member);
+}
+
+/// Stores all fields in the structure of which they are members. One that is absent leaves what was
+/// there.
+template <typename T, typename Row, std::size_t N>
+void storeIn(T &values, const bls_2010::RMessage &msg, const std::array<Row, N> &table)
+{
+    decode(msg, table, [&values](const Row &row, std::optional<qint64> sent) {
         const auto set = [&values, &sent](auto member) {
             values.*member = static_cast<std::decay_t<decltype(values.*member)>>(*sent);
         };
         if (sent)
-            std::visit(set, row.key);
+            visitMember<T>(row.key, set);
         return true;
     });
 }
@@ -260,12 +270,11 @@ QByteArray encode(const std::array<Row, N> &table, ValueOf valueOf, unsigned int
 }
 
 /// The same with the values of a structure.
-template <typename T, std::size_t N>
-QByteArray encodeFrom(const T &values, const std::array<Field<Member<T>>, N> &table,
-                      unsigned int end)
+template <typename T, typename Row, std::size_t N>
+QByteArray encodeFrom(const T &values, const std::array<Row, N> &table, unsigned int end)
 {
-    const auto valueOf = [&values](const auto &row) {
-        return std::visit([&values](auto member) { return qint64(values.*member); }, row.key);
+    const auto valueOf = [&values](const Row &row) {
+        return visitMember<T>(row.key, [&values](auto member) { return qint64(values.*member); });
     };
     return encode(table, valueOf, end);
 }
@@ -334,7 +343,7 @@ struct VersionInfo {
     quint32 feedpodFirst  = 0, feedpodSecond  = 0;
     quint32 connectedAed  = E::AEDNotPossible; // an AEDTypes; older manikins do not send it
 };
-constexpr std::array<Field<Member<VersionInfo>>, 11> versionInfo = {{
+constexpr std::array<Field<quint32 VersionInfo::*>, 11> versionInfo = {{
     { 6, Width::U8,  &VersionInfo::firmwareSecond},
     { 7, Width::U8,  &VersionInfo::firmwareFirst},
     {10, Width::U8,  &VersionInfo::manikinType},
