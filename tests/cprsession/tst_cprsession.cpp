@@ -116,12 +116,8 @@ private Q_SLOTS:
             "no/target.csv");
         row("unwritable picture", {"plot", "session.zip", "-o", "no/target.png"}, 1,
             "no/target.png");
-        row("table into a pipe", {"export", "session.zip", "--what", "events", "-o", "pipe.svg"}, 1,
-            "pipe.svg");
         row("picture into a pipe", {"plot", "session.zip", "-o", "pipe.svg"}, 1, "regular file");
         row("log into a pipe", {"simulate", "-o", "pipe.svg", "--force"}, 1, "regular file");
-        row("archive into a pipe", {"replay", recordedLog, "-o", "pipe.svg", "--force"}, 1,
-            "pipe.svg");
         row("unknown picture", {"plot", "session.zip", "-o", "target.bmp"}, 2, "target.bmp");
         row("size of nothing", {"plot", "session.zip", "-o", "target.png", "--size", "0x5"}, 2,
             "0x5");

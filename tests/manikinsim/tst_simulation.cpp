@@ -14,6 +14,7 @@
 #include "manikinsim/Simulator.h"
 #include "support/EventValues.h"
 #include "support/Messages.h"
+#include "support/Program.h"
 
 #include <QBuffer>
 #include <QMetaEnum>
@@ -32,13 +33,7 @@ using E = CPREventBase;
 
 namespace {
 
-constexpr int usualSeeds = 3; // CPRDATA_SEEDS=20 runs more
-
-int seeds()
-{
-    const int wanted = qEnvironmentVariableIntValue("CPRDATA_SEEDS");
-    return wanted > 0 ? wanted : usualSeeds;
-}
+constexpr int usualSeeds = 3;
 
 // A line per fact, so that a difference names itself.
 template <typename... Numbers> QString line(const char *what, Numbers... numbers)
@@ -214,7 +209,7 @@ private Q_SLOTS:
         QTest::addColumn<QString>("scenario");
         QTest::addColumn<int>("seed");
         for (const Scenario &scenario : Scenario::all()) {
-            for (int seed = 1; seed <= seeds(); ++seed)
+            for (int seed = 1; seed <= testsupport::seeds(usualSeeds); ++seed)
                 QTest::addRow("%s %d", qPrintable(scenario.name), seed) << scenario.name << seed;
         }
     }
