@@ -34,7 +34,7 @@ int midway(int min, int max)
 
 } // namespace
 
-struct CPRGuidelines::Layouts {
+struct Q_DECL_HIDDEN CPRGuidelines::Layouts {
     using V = Values;
     using G = bls_2010::GuidelineValues_t;
 
