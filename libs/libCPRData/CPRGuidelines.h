@@ -367,7 +367,7 @@ private:
         bool    manikinGuidelineFlag                               = false;
     };
     // clang-format on
-    struct Layouts; // of the message and of the manikin's structure
+    struct Layouts; // a row for each value, and what the link makes of it
 
     template <typename T> void store(T &field, T value)
     {
