@@ -31,6 +31,7 @@ Fault fault = None;
 int faultyCall = 0; // from 1 on
 int calls = 0;
 bool isFolderLost = false; // the faulty call was to sync a folder
+QByteArray synced; // a letter for each file and folder
 
 template <typename Result, typename... Arguments>
 Result callUnlessFaulty(const char *name, Arguments... arguments)
@@ -58,7 +59,9 @@ int fsync(int file)
 {
     struct stat info { };
     const int result = callUnlessFaulty<int>("fsync", file);
-    isFolderLost = result != 0 && fstat(file, &info) == 0 && S_ISDIR(info.st_mode);
+    const bool isFolder = fstat(file, &info) == 0 && S_ISDIR(info.st_mode);
+    isFolderLost = result != 0 && isFolder;
+    synced.append(isFolder ? 'D' : 'F');
     return result;
 }
 
@@ -132,6 +135,7 @@ private Q_SLOTS:
                 const auto saveWithFault = [&] {
                     calls = 0;
                     isFolderLost = false;
+                    synced.clear();
                     fault = isKilled ? Killed : NotDone;
                     const bool isSaved = saveTo(m_path, *m_session, mode);
                     fault = None;
@@ -140,6 +144,7 @@ private Q_SLOTS:
                 const int result = isKilled ? runInChild(saveWithFault).exitCode : saveWithFault();
                 isOver = isKilled ? result >= 0 : calls < faultyCall;
                 QVERIFY(!isOver || result == 0);
+                QVERIFY(!isOver || isKilled || synced == "FD"); // or a power cut loses it
                 // The new archive is in place when its folder is synced.
                 QVERIFY(!isFolderLost || result != 0);
                 const bool isHarmless = result < 0
