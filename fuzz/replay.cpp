@@ -15,12 +15,12 @@
 
 namespace {
 
-constexpr qint64 longestMsecs = 2000;
+constexpr qint64 maxMsecs = 2000;
 // A sanitizer needs several times the memory of the program itself.
 #if defined(__SANITIZE_ADDRESS__)
-constexpr long largestMemoryKb = 1024L * 1024;
+constexpr long maxMemoryKb = 1024L * 1024;
 #else
-constexpr long largestMemoryKb = 256L * 1024;
+constexpr long maxMemoryKb = 256L * 1024;
 #endif
 
 bool replay(const QString &name)
@@ -38,7 +38,7 @@ bool replay(const QString &name)
     rusage usage{};
     getrusage(RUSAGE_SELF, &usage);
     std::printf("  %lld ms, %ld kB\n", timer.elapsed(), usage.ru_maxrss);
-    return timer.elapsed() <= longestMsecs && usage.ru_maxrss <= largestMemoryKb;
+    return timer.elapsed() <= maxMsecs && usage.ru_maxrss <= maxMemoryKb;
 }
 
 } // namespace

@@ -32,8 +32,8 @@ constexpr quint32 preVentilationsAllowed = 1;
 constexpr quint32 preVentilationsScoredByNumber = 2;
 constexpr int pointsPerPreVentilation = 10;
 
-/// When the manikin's clock was set to, seconds since 1970: the first of January 2026, 0:00 UTC. A
-/// clock of its own would make every log another one.
+/// What the manikin's clock was set to: 2026-01-01, 0:00 UTC, in seconds since 1970. The real time
+/// would make every log another one.
 constexpr int cardTimestamp = 1767225600;
 
 /// Rounded to nearest, halves up; \a divisor is positive, \a dividend not negative.
@@ -42,7 +42,7 @@ qint64 rounded(qint64 dividend, qint64 divisor)
     return (2 * dividend + divisor) / (2 * divisor);
 }
 
-/// The whole number whose square is the greatest that is not beyond \a square.
+/// The square root, rounded down.
 quint64 integerRoot(quint64 square)
 {
     quint64 root = 0;
@@ -83,8 +83,8 @@ bool isInfant(E::ManikinType type)
 }
 
 struct RateLimits {
-    int least;
-    int most;
+    int minimum;
+    int maximum;
 };
 
 RateLimits breathRateLimits(const Scenario &scenario)
@@ -102,7 +102,7 @@ RateLimits breathRateLimits(const Scenario &scenario)
     }
 }
 
-int leastFlowTime(const Scenario &scenario)
+int minFlowTime(const Scenario &scenario)
 {
     const G &g = scenario.guidelines;
     switch (scenario.protocol) {
@@ -162,8 +162,8 @@ void Judge::Histogram::store(Parameters &values, E::ParameterType first) const
 
 void Judge::Cycles::add(int number, int wanted)
 {
-    least = numbers.count() == 0 ? number : qMin(least, number);
-    most = qMax(most, number);
+    minimum = numbers.count() == 0 ? number : qMin(minimum, number);
+    maximum = qMax(maximum, number);
     numbers.add(number);
     if (number != wanted)
         ++wrong;
@@ -215,16 +215,16 @@ void Judge::add(const Compression &c)
     m_depthBins.add(c.depth);
     m_releaseBins.add(c.releaseDepth);
 
-    const int least = g.compressionDepthMin * hmmPerMm;
-    const int greatest = g.compressionDepthMax * hmmPerMm;
-    m_shallow += c.depth < least;
-    m_deep += c.depth > greatest;
-    m_wrongStrokes += stroke < least || stroke > greatest;
+    const int minDepth = g.compressionDepthMin * hmmPerMm;
+    const int maxDepth = g.compressionDepthMax * hmmPerMm;
+    m_shallow += c.depth < minDepth;
+    m_deep += c.depth > maxDepth;
+    m_wrongStrokes += stroke < minDepth || stroke > maxDepth;
     m_unreleased += c.releaseDepth > g.compressionAcceptableReleaseDepth * hmmPerMm;
     m_wrongHands += (c.status & CPREventCompression::CompStatusHandposCorrectActivated) == 0;
     m_xiphoid += (c.status & CPREventCompression::CompStatusHandposXiphoidErrorDetected) != 0;
 
-    const bool isFirstOfRun = m_lastEnd < 0 || c.start - m_lastEnd > Rescuer::longestGapInRun;
+    const bool isFirstOfRun = m_lastEnd < 0 || c.start - m_lastEnd > Rescuer::maxGapInRun;
     if (!isFirstOfRun) {
         const auto rate = static_cast<int>(rounded(msecsPerMinute, c.period));
         m_rates.add(rate);
@@ -264,8 +264,8 @@ void Judge::add(const Ventilation &v)
             const RateLimits limits = breathRateLimits(m_scenario);
             m_breathRates.add(m_breathRate);
             m_breathRateBins.add(m_breathRate);
-            m_slowBreaths += m_breathRate < limits.least;
-            m_fastBreaths += m_breathRate > limits.most;
+            m_slowBreaths += m_breathRate < limits.minimum;
+            m_fastBreaths += m_breathRate > limits.maximum;
         }
     }
     m_breathStarts = {v.start, m_breathStarts[0]};
@@ -290,7 +290,7 @@ void Judge::addPause(int start, int seconds)
     extend(start, start + seconds * msecsPerSecond);
 }
 
-/// The time in which the rescuer is judged reaches at least from \a start to \a end.
+/// The rescuer is judged from \a start to \a end at least.
 void Judge::extend(int start, int end)
 {
     m_begin = m_begin < 0 ? start : qMin(m_begin, start);
@@ -313,7 +313,7 @@ int Judge::flowTimeReduction(bool isAed) const
     // Where nothing was done there is no flow to be judged.
     if (isAed || (m_depths.count() == 0 && m_volumes.count() == 0))
         return 0;
-    return qMax(0, leastFlowTime(m_scenario) - flowTimePercentage());
+    return qMax(0, minFlowTime(m_scenario) - flowTimePercentage());
 }
 
 Parameters Judge::statistics() const
@@ -360,11 +360,11 @@ Parameters Judge::statistics() const
     s[E::ventStdDeviationInflationTime]       = m_inflations.deviation();
     s[E::numberOfPreVents]                    = m_preVentilations;
     s[E::averageNumberOfVentilationsPerCycle] = m_breathCycles.numbers.mean();
-    s[E::minNumberOfVentilationsPerCycle]     = m_breathCycles.least;
-    s[E::maxNumberOfVentilationsPerCycle]     = m_breathCycles.most;
+    s[E::minNumberOfVentilationsPerCycle]     = m_breathCycles.minimum;
+    s[E::maxNumberOfVentilationsPerCycle]     = m_breathCycles.maximum;
     s[E::averageNumberOfCompressionsPerCycle] = m_compressionCycles.numbers.mean();
-    s[E::minNumberOfCompressionsPerCycle]     = m_compressionCycles.least;
-    s[E::maxNumberOfCompressionsPerCycle]     = m_compressionCycles.most;
+    s[E::minNumberOfCompressionsPerCycle]     = m_compressionCycles.minimum;
+    s[E::maxNumberOfCompressionsPerCycle]     = m_compressionCycles.maximum;
     s[E::flowTimePercentage]                  = flowTimePercentage();
     s[E::ventilationsPerMinute]               = number(rounded(60 * breaths, m_scenario.seconds));
 

@@ -28,10 +28,11 @@ namespace manikinsim {
 ///   120000 ms / the time since the start of the breath before the last, rounded. A breath has a
 ///   rate when there are as many breaths before it and, where compressions are trained, no
 ///   reported pause lies between.
-/// - Depth is correct from the least to the greatest depth of the set; so is the stroke length,
+/// - Depth is correct from the minimum to the maximum depth of the set; so is the stroke length,
 ///   which is depth less release depth. Release is correct up to the acceptable release depth.
-///   Rates are correct from the least to the greatest; volume from the least to below the
-///   greatest; inflation time, from a breath's start to its peak, from the least to the greatest.
+///   Rates are correct from their minimum to their maximum. Volume is correct from its minimum to
+///   below its maximum. Inflation time, from a breath's start to its peak, is correct from its
+///   minimum to its maximum.
 ///   The hands are right when the manikin says so.
 /// - Cycles are counted where compressions and breaths take turns. A series of compressions that
 ///   neither a breath nor a reported pause interrupts counts as a cycle when a breath ends it, a
@@ -118,8 +119,8 @@ private:
     struct Cycles {
         Series numbers;
         qint64 wrong = 0;
-        int least = 0;
-        int most = 0;
+        int minimum = 0;
+        int maximum = 0;
 
         void add(int number, int wanted);
     };

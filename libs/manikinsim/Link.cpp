@@ -58,7 +58,7 @@ Link::Fate Link::fateOf(const WavePacket &packet)
         return Fate::Arrives;
     int draw = m_random.below(perThousand);
     if (draw < m_faults.losses) {
-        m_lossLeft = m_random.below(m_faults.longestLoss);
+        m_lossLeft = m_random.below(m_faults.maxLoss);
         return Fate::IsLost;
     }
     draw -= m_faults.losses;

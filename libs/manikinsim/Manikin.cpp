@@ -27,9 +27,9 @@ using Kind = ScriptStep::Kind;
 using Units::hmmPerMm;
 using Units::msecsPerMinute;
 using Units::msecsPerSecond;
-constexpr int longestPeriod = std::numeric_limits<quint16>::max(); // ms that its field holds
-constexpr int longestPause = std::numeric_limits<qint16>::max(); // s
-constexpr int fastestBreaths = std::numeric_limits<qint8>::max(); // per minute
+constexpr int maxPeriod = std::numeric_limits<quint16>::max(); // ms that its field holds
+constexpr int maxPause = std::numeric_limits<qint16>::max(); // s
+constexpr int maxBreathRate = std::numeric_limits<qint8>::max(); // per minute
 
 // The spring in the chest: g for each hundredth of a millimetre.
 constexpr int stiffness = 5;
@@ -105,8 +105,8 @@ Manikin::Manikin(const Scenario &scenario, quint64 seed, Rescuer *rescuer, Judge
 
 WavePacket Manikin::advance(qint32 sequence, std::vector<SentMessage> &messages)
 {
-    // Ahead as far as the curve must know whether the hands stay on the chest, and whether a breath
-    // is overlapped by a push.
+    // The curve has to know whether the hands stay on the chest, and a breath whether a push
+    // overlaps it. That is why the plan is ahead of the curve.
     constexpr int lookAhead = 2000;
     const int now = sequence * period;
     m_rescuer->planTo(now + lookAhead);
@@ -116,7 +116,7 @@ WavePacket Manikin::advance(qint32 sequence, std::vector<SentMessage> &messages)
     return {sequence, depthAt(now), volumeAt(now)};
 }
 
-/// Takes everything that has come to its peak or its end, in order of time.
+/// Measures everything that has come to its peak or its end, in order of time.
 void Manikin::measureUntil(int now, std::vector<SentMessage> &messages)
 {
     auto &pushes = m_rescuer->pushes();
@@ -150,7 +150,7 @@ void Manikin::endPush(const Push &push, int now, std::vector<SentMessage> &messa
     c.start = push.start;
     c.peak = push.peak;
     c.end = push.end;
-    c.period = m_hasPushed ? qMin(longestPeriod, push.start - m_lastPush.start) : 0;
+    c.period = m_hasPushed ? qMin(maxPeriod, push.start - m_lastPush.start) : 0;
     c.depth = push.depth;
     c.releaseDepth = push.releaseDepth;
     c.peakForce = push.depth * stiffness;
@@ -176,7 +176,7 @@ void Manikin::endPush(const Push &push, int now, std::vector<SentMessage> &messa
 /// Tells the rate of the last pushes in this run when it has changed.
 void Manikin::rateAfter(const Compression &c, int now, std::vector<SentMessage> &messages)
 {
-    if (!m_hasPushed || c.start - m_lastPush.end > Rescuer::longestGapInRun) {
+    if (!m_hasPushed || c.start - m_lastPush.end > Rescuer::maxGapInRun) {
         m_periods.clear();
         return;
     }
@@ -201,12 +201,12 @@ void Manikin::endBreath(const Breath &breath, int now, std::vector<SentMessage> 
     v.start = breath.start;
     v.peak = breath.peak;
     v.end = breath.end;
-    v.period = m_lastBreathStart < 0 ? 0 : qMin(longestPeriod, breath.start - m_lastBreathStart);
+    v.period = m_lastBreathStart < 0 ? 0 : qMin(maxPeriod, breath.start - m_lastBreathStart);
     v.volume = breath.volume;
     v.duringCompression = isDuringCompression(breath);
     m_judge->add(v);
 
-    const int rate = qMin(fastestBreaths, m_judge->breathRate());
+    const int rate = qMin(maxBreathRate, m_judge->breathRate());
     if (rate >= 0 && rate != m_sentBreathRate) {
         m_sentBreathRate = rate;
         send(messages, now, CommunicationIDs::RPL_VENT_RATE_UPDATE,
@@ -244,8 +244,8 @@ void Manikin::reportPause(int now, std::vector<SentMessage> &messages)
     const int start = nextPeriod(m_lastActivity);
     const int lasted = now - start;
     const int seconds = lasted / msecsPerSecond;
-    if (lasted <= 0 || lasted % msecsPerSecond != 0 || seconds < m_firstReport
-        || seconds > longestPause || isTouched(now)) {
+    if (lasted <= 0 || lasted % msecsPerSecond != 0 || seconds < m_firstReport || seconds > maxPause
+        || isTouched(now)) {
         return;
     }
     m_judge->addPause(start, seconds);
@@ -306,8 +306,7 @@ int Manikin::depthAt(int now)
     const int sinceLast = now - m_lastPush.end;
     if (isPushed) {
         const Push &push = pushes.front();
-        const bool stayedOn =
-            m_hasPushed && push.start - m_lastPush.end <= Rescuer::longestGapInRun;
+        const bool stayedOn = m_hasPushed && push.start - m_lastPush.end <= Rescuer::maxGapInRun;
         const int floor = stayedOn ? m_lastPush.releaseDepth : 0;
         const int depth = now <= push.peak
             ? between(floor, push.depth, eased(now - push.start, push.peak - push.start))
@@ -316,7 +315,7 @@ int Manikin::depthAt(int now)
     }
     if (m_hasPushed && m_lastPush.releaseDepth > 0) {
         const bool staysOn =
-            !pushes.empty() && pushes.front().start - m_lastPush.end <= Rescuer::longestGapInRun;
+            !pushes.empty() && pushes.front().start - m_lastPush.end <= Rescuer::maxGapInRun;
         if (staysOn || sinceLast < restTime)
             return qMax(0, m_lastPush.releaseDepth + m_noise.between(-12, 12));
         if (sinceLast < restTime + riseTime) {

@@ -21,18 +21,17 @@ using Units::msecsPerSecond;
 
 // The chest's stop.
 constexpr int deepest = 6500;
-constexpr int shortestStroke = 700;
+constexpr int minStroke = 700;
 
-constexpr int shortestPush = 240;
-constexpr int longestPush = 480;
-constexpr int shortestPeriod = 300;
-constexpr int longestPeriod = longestPush + Rescuer::longestGapInRun - 20;
+constexpr int minPush = 240;
+constexpr int maxPush = 480;
+constexpr int minPeriod = 300;
+constexpr int maxPeriod = maxPush + Rescuer::maxGapInRun - 20;
 
 constexpr int pushesInStretch = 30;
 constexpr int breathsInStretch = 6;
 
-// A rescuer's runs differ from one another by this share of his spread, and the pushes in a run by
-// that one: the squares add up to the whole.
+// The shares of a rescuer's spread between runs, and within a run. Their squares add up to 1.
 constexpr int runPercent = 60;
 constexpr int pushPercent = 80;
 
@@ -121,7 +120,7 @@ int Rescuer::changeOver()
     return qMax(50, m_scenario.protocol == CommonDefs::CPR_TWO_RESCUER ? pause / 3 : pause);
 }
 
-/// The number that a rescuer gets to who counts to \a count and miscounts by at most \a off.
+/// How many a rescuer does who means to do \a count and miscounts by at most \a off.
 int Rescuer::counted(int count, int miscounts, int off)
 {
     if (!m_random.percent(miscounts))
@@ -213,11 +212,11 @@ Push Rescuer::makePush(int start, int &period)
     const Measure rate{skill.rate.mean * 10, skill.rate.spread * 10};
     const int tenths =
         withinSpread(m_runRate + m_random.around(0, rate.spread * pushPercent / 100), rate);
-    period = qBound(shortestPeriod, 10 * msecsPerMinute / qMax(1, tenths), longestPeriod);
+    period = qBound(minPeriod, 10 * msecsPerMinute / qMax(1, tenths), maxPeriod);
 
     Push push;
-    const int length = qMin(
-        qBound(shortestPush, period * m_random.between(72, 78) / 100, longestPush), period - 20);
+    const int length =
+        qMin(qBound(minPush, period * m_random.between(72, 78) / 100, maxPush), period - 20);
     push.start = start;
     push.peak = start + length * m_random.between(44, 50) / 100;
     push.end = start + length;
@@ -226,14 +225,14 @@ Push Rescuer::makePush(int start, int &period)
     const int meant = withinSpread(
         m_runDepth + m_random.around(0, skill.depth.spread * pushPercent / 100), skill.depth);
     const int detected = m_scenario.guidelines.compressionDetectDepth * hmmPerMm;
-    push.depth = qBound(qMin(deepest, detected + shortestStroke), meant - tired, deepest);
+    push.depth = qBound(qMin(deepest, detected + minStroke), meant - tired, deepest);
 
     const int acceptable = m_scenario.guidelines.compressionAcceptableReleaseDepth * hmmPerMm;
     const bool leans = m_random.percent(skill.incompleteReleases);
     const Measure &release = leans ? skill.leaningDepth : skill.releaseDepth;
     const int wanted = m_random.around(release.mean, release.spread);
     push.releaseDepth = leans ? qMax(acceptable + 50, wanted) : qBound(0, wanted, acceptable);
-    push.releaseDepth = qMin(push.releaseDepth, push.depth - shortestStroke);
+    push.releaseDepth = qMin(push.releaseDepth, push.depth - minStroke);
 
     using C = CPREventCompression;
     constexpr quint8 faults[] = {

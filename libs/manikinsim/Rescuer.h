@@ -42,7 +42,7 @@ public:
 
     /// A push that begins later than this after the end of the one before begins a new run. Within
     /// a run the rescuer is never as slow.
-    static constexpr int longestGapInRun = 500;
+    static constexpr int maxGapInRun = 500;
 
     /// Plans everything that begins before \a msecs.
     void planTo(int msecs);

@@ -169,7 +169,7 @@ std::vector<Scenario> namedScenarios()
         named("lossy-link", "a bad link: lost, late and repeated packets, cut messages");
     lossyLink.skill = goodSkill();
     lossyLink.link.losses = 2;
-    lossyLink.link.longestLoss = 20;
+    lossyLink.link.maxLoss = 20;
     lossyLink.link.latePackets = 1;
     lossyLink.link.repeatedPackets = 1;
     lossyLink.link.cutMessages = 20;
@@ -185,33 +185,33 @@ bool isShare(int value, int whole)
     return value >= 0 && value <= whole;
 }
 
-bool isSound(const Measure &measure, int largestMean)
+bool isSound(const Measure &measure, int maxMean)
 {
-    return measure.mean >= 0 && measure.mean <= largestMean && measure.spread >= 0
-        && measure.spread <= largestMean;
+    return measure.mean >= 0 && measure.mean <= maxMean && measure.spread >= 0
+        && measure.spread <= maxMean;
 }
 
 bool isSound(const Skill &skill)
 {
-    constexpr int largestDepth = 10000; // hundredths of a mm
-    constexpr int largestVolume = 3000; // ml
-    constexpr int longestTime = 10 * Units::msecsPerMinute;
-    constexpr int largestRate = 300;
-    return isSound(skill.depth, largestDepth) && isShare(skill.fatigue, largestDepth)
-        && isSound(skill.rate, largestRate) && skill.rate.mean > 0
-        && isSound(skill.releaseDepth, largestDepth) && isShare(skill.incompleteReleases, 100)
-        && isSound(skill.leaningDepth, largestDepth) && isShare(skill.handFaults, 100)
-        && isShare(skill.compressionMiscounts, 100) && isSound(skill.volume, largestVolume)
-        && isSound(skill.inflationTime, longestTime) && isShare(skill.breathMiscounts, 100)
+    constexpr int maxDepth = 10000; // hundredths of a mm
+    constexpr int maxVolume = 3000; // ml
+    constexpr int maxTime = 10 * Units::msecsPerMinute;
+    constexpr int maxRate = 300;
+    return isSound(skill.depth, maxDepth) && isShare(skill.fatigue, maxDepth)
+        && isSound(skill.rate, maxRate) && skill.rate.mean > 0
+        && isSound(skill.releaseDepth, maxDepth) && isShare(skill.incompleteReleases, 100)
+        && isSound(skill.leaningDepth, maxDepth) && isShare(skill.handFaults, 100)
+        && isShare(skill.compressionMiscounts, 100) && isSound(skill.volume, maxVolume)
+        && isSound(skill.inflationTime, maxTime) && isShare(skill.breathMiscounts, 100)
         && isSound(skill.breathPace, 1000) && skill.breathPace.mean > 0
-        && isSound(skill.changeOver, longestTime) && isShare(skill.pauses, 100)
-        && isSound(skill.pauseLength, longestTime);
+        && isSound(skill.changeOver, maxTime) && isShare(skill.pauses, 100)
+        && isSound(skill.pauseLength, maxTime);
 }
 
 bool isSound(const LinkFaults &link)
 {
-    constexpr int longestLoss = 500; // 10 s
-    return isShare(link.losses, 1000) && link.longestLoss >= 1 && link.longestLoss <= longestLoss
+    constexpr int maxPackets = 500; // 10 s
+    return isShare(link.losses, 1000) && link.maxLoss >= 1 && link.maxLoss <= maxPackets
         && isShare(link.latePackets, 1000) && isShare(link.repeatedPackets, 1000)
         && isShare(link.losses + link.latePackets + link.repeatedPackets, 1000)
         && isShare(link.cutMessages, 1000);
@@ -220,15 +220,15 @@ bool isSound(const LinkFaults &link)
 bool isSound(const ScriptStep &step)
 {
     constexpr int byteMax = 255;
-    constexpr int largestEnergy = 1000; // J
+    constexpr int maxEnergy = 1000; // J
     const auto isType = [](int type) { return isShare(type, CPREventBase::AEDNotPossible); };
-    if (!isShare(step.msecs, Scenario::longestSeconds * Units::msecsPerSecond))
+    if (!isShare(step.msecs, Scenario::maxSeconds * Units::msecsPerSecond))
         return false;
     switch (step.kind) {
     case Kind::HandsOff:
-        return isShare(step.value, Scenario::longestSeconds * Units::msecsPerSecond);
+        return isShare(step.value, Scenario::maxSeconds * Units::msecsPerSecond);
     case Kind::Shock:
-        return isShare(step.value, largestEnergy);
+        return isShare(step.value, maxEnergy);
     case Kind::Aed:
         return step.value >= CPREventBase::AEDPowerOn && isShare(step.value, CPREventBase::AEDType)
             && (!contents::hasDetails(step.value) || !step.details.empty())
@@ -262,9 +262,9 @@ QString Scenario::problem() const
 {
     if (protocol > CommonDefs::CPR_HIGH_PERFORMANCE)
         return QStringLiteral("there is no CPR protocol %1").arg(int(protocol));
-    if (seconds < 1 || seconds > longestSeconds)
+    if (seconds < 1 || seconds > maxSeconds)
         return QStringLiteral("a session lasts from 1 to %1 s, not %2 s")
-            .arg(QString::number(longestSeconds), QString::number(seconds));
+            .arg(QString::number(maxSeconds), QString::number(seconds));
     if (!std::all_of(learners.begin(), learners.end(),
                      [](const QString &learner) { return isSound(learner); }))
         return QStringLiteral("a learner's name is empty or has a line break");

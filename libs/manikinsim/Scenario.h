@@ -50,7 +50,7 @@ struct Skill {
 /// messages. The first second and the last two of a session are spared.
 struct LinkFaults {
     int  losses            = 0; ///< a loss begins: neither header nor samples arrive
-    int  longestLoss       = 1; ///< wave packets; each length up to it is as likely
+    int  maxLoss       = 1; ///< wave packets; each length up to it is as likely
     int  latePackets       = 0; ///< a wave packet arrives after the one that follows it
     int  repeatedPackets   = 0; ///< a wave packet arrives twice
     int  cutMessages       = 0; ///< a message about compressions, breaths or a pause arrives without its end
@@ -121,7 +121,7 @@ struct Scenario {
     /// Why this cannot be simulated, for people; empty when it can.
     QString problem() const;
 
-    static constexpr int longestSeconds = 24 * 60 * 60;
+    static constexpr int maxSeconds = 24 * 60 * 60;
 
     /// The named scenarios, in the order in which they are shown.
     static const std::vector<Scenario> &all();

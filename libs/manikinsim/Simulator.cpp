@@ -144,7 +144,7 @@ void Simulator::Private::prepare()
         add(900, manikinlog::Learner{learner});
     addMessage(1000, ID::RPL_CPR_PROTOCOL_CTRL, contents::protocol(scenario.protocol));
     addState(2000, CPRData::CPR_INIT);
-    // Preparing a session makes the host forget how fine the manikin's samples are.
+    // A host that prepares a session forgets how fine the manikin's samples are.
     addMessage(2020, ID::RPL_VERSIONINFO, contents::versionInfo(device, isOld));
     addState(sessionStart, CPRData::CPR_START);
     m_isPrepared = true;

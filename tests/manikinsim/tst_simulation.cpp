@@ -416,14 +416,14 @@ private Q_SLOTS:
         using Change = void (*)(Scenario &);
         const Change changes[] = {
             [](Scenario &each) { each.seconds = 0; },
-            [](Scenario &each) { each.seconds = Scenario::longestSeconds + 1; },
+            [](Scenario &each) { each.seconds = Scenario::maxSeconds + 1; },
             [](Scenario &each) { each.protocol = Scenario::Protocol(6); },
             [](Scenario &each) { each.learners = QStringList{QString()}; },
             [](Scenario &each) { each.learners = QStringList{"two\nlines"}; },
             [](Scenario &each) { each.otherGuidelines = each.guidelines; },
             [](Scenario &each) { each.skill.rate.mean = 0; },
             [](Scenario &each) { each.skill.incompleteReleases = 101; },
-            [](Scenario &each) { each.link.longestLoss = 0; },
+            [](Scenario &each) { each.link.maxLoss = 0; },
         };
         for (const Change change : changes) {
             Scenario scenario = *Scenario::find("good");
