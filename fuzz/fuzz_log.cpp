@@ -45,12 +45,16 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 {
     prepare();
     std::optional<CPRData> session; // made for the first record: most logs have none
-    const QByteArray once = rewrite(Bytes(data, size).rest(), [&session](const Record &record) {
-        if (!session)
+    std::optional<ManikinLogPlayer> player;
+    const QByteArray once = rewrite(Bytes(data, size).rest(), [&](const Record &record) {
+        if (!session) {
             requireOrder(*session.emplace().cprEvents());
-        ManikinLogPlayer(&*session).play(record);
+            player.emplace(&*session);
+        }
+        player->play(record);
     });
     if (session) {
+        player->finish();
         requireWhole(*session->cprEvents());
         fireTimers(*session);
     }

@@ -128,6 +128,7 @@ QString play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer 
         player.play(record);
         report();
     }
+    player.finish();
     return reader.errorString();
 }
 

@@ -13,10 +13,13 @@
 #include <manikinsim/Simulator.h>
 #include <private/Units.h>
 
+#include <QDateTime>
 #include <QFileInfo>
 
 #include <memory>
 #include <optional>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -29,6 +32,9 @@ struct SimulateOptions {
     quint64 seed = 1;
     std::optional<int> duration;
     std::string protocol;
+    std::string start;
+    std::vector<std::string> learners;
+    std::string manikinName;
     std::string log;
     std::string session;
     bool force = false;
@@ -65,6 +71,20 @@ std::optional<Scenario> requestedScenario(const SimulateOptions &options, QStrin
         }
         scenario.protocol = *protocol;
     }
+    if (!options.start.empty()) {
+        scenario.start =
+            QDateTime::fromString(QString::fromStdString(options.start), Qt::ISODateWithMs);
+        if (!scenario.start.isValid()) {
+            *error = QStringLiteral("--start takes a time such as 2026-01-31T09:00:00Z");
+            return std::nullopt;
+        }
+    }
+    if (!options.learners.empty()) {
+        scenario.learners.clear();
+        for (const std::string &name : options.learners)
+            scenario.learners += QString::fromStdString(name);
+    }
+    scenario.manikinName = QString::fromStdString(options.manikinName);
     scenario.seconds = options.duration.value_or(scenario.seconds);
     *error = scenario.problem();
     return error->isEmpty() ? std::optional<Scenario>(scenario) : std::nullopt;
@@ -107,6 +127,7 @@ QString writeSession(Simulator &simulator, const QString &name)
         player.play(record);
         return true;
     });
+    player.finish();
     return sessionfiles::save(name, session);
 }
 
@@ -150,6 +171,18 @@ void addSimulateCommand(CLI::App &app, Run &run)
     command->add_option("--protocol", options->protocol,
                         "CPR protocol instead of the scenario's: single-rescuer, two-rescuers, "
                         "compression-only, ventilation-only, automatic, high-performance");
+    command
+        ->add_option("--start", options->start,
+                     "When it is recorded, such as 2026-01-31T09:00:00Z (without Z in local time); "
+                     "else whenever it is played")
+        ->type_name("TIME");
+    command
+        ->add_option("--learner", options->learners,
+                     "Who learns, instead of the scenario's learners; may be given several times")
+        ->type_name("NAME")
+        ->allow_extra_args(false);
+    command->add_option("--manikin-name", options->manikinName, "The manikin's name")
+        ->type_name("NAME");
     command->add_option("-o,--output", options->log, "Recorded log to write")->type_name("LOG");
     command->add_option("--to", options->session, "Session archive to write")
         ->type_name("SESSION.zip");

@@ -94,5 +94,6 @@ void LiveFeed::finish()
         return;
     m_isRunning = false;
     m_timer.stop();
+    m_player.finish();
     Q_EMIT finished(m_source->errorString());
 }

@@ -142,6 +142,7 @@ SessionLoader::Result SessionLoader::loadLog(const QString &name, Kind kind, con
         player.play(record);
         hasPlayed = true;
     }
+    player.finish();
     result.problem = joined(source->skippedError(), source->errorString());
     if (hasPlayed)
         result.session = std::move(session);

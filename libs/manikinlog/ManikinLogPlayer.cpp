@@ -3,49 +3,15 @@
 
 #include "manikinlog/ManikinLogPlayer.h"
 
+#include "CPREventSessionInfo.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "manikinlog/SessionJournal.h"
+#include "private/Units.h"
 
 #include <chestboard/CommonDefs.h>
 #include <chestboard/RMessage.h>
 
 namespace manikinlog {
-
-namespace {
-
-bool feed(CPRData &session, const Message &entry)
-{
-    bls_2010::RMessage message(entry.identifier, entry.content,
-                               bls_2010::HeaderElement(entry.sequence));
-    return session.incomingMsg(&message);
-}
-
-bool feed(CPRData &session, const WaveHeader &header)
-{
-    session.waveHeaderReceived(header.sequence);
-    return true;
-}
-
-bool feed(CPRData &session, const WaveSample &sample)
-{
-    session.waveDataReceived(static_cast<bls_2010::CommonDefs::WaveType>(sample.waveType),
-                             sample.value, sample.sequence);
-    return true;
-}
-
-bool feed(CPRData &session, const State &state)
-{
-    session.setCprState(state.state);
-    return true;
-}
-
-bool feed(CPRData &session, const Learner &learner)
-{
-    session.assignLearner(learner.name);
-    return true;
-}
-
-} // namespace
 
 ManikinLogPlayer::ManikinLogPlayer(CPRData *session) : m_session(session)
 {
@@ -55,7 +21,8 @@ bool ManikinLogPlayer::play(const Record &record)
 {
     if (m_journal)
         m_journal->add(record);
-    return std::visit([this](const auto &entry) { return feed(*m_session, entry); }, record.entry);
+    m_msecs = record.msecs;
+    return std::visit([this](const auto &entry) { return feed(entry); }, record.entry);
 }
 
 bool ManikinLogPlayer::play(ManikinLogReader &reader, const Progress &progress)
@@ -68,7 +35,73 @@ bool ManikinLogPlayer::play(ManikinLogReader &reader, const Progress &progress)
             progress(record.msecs);
         result = reader.read(record);
     }
+    finish();
     return result == ManikinLogReader::Result::End;
+}
+
+void ManikinLogPlayer::finish()
+{
+    storeTime(CPREventBase::endTime, m_msecs - m_startMsecs);
+}
+
+bool ManikinLogPlayer::feed(const Message &entry)
+{
+    bls_2010::RMessage message(entry.identifier, entry.content,
+                               bls_2010::HeaderElement(entry.sequence));
+    return m_session->incomingMsg(&message);
+}
+
+bool ManikinLogPlayer::feed(const WaveHeader &header)
+{
+    m_session->waveHeaderReceived(header.sequence);
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const WaveSample &sample)
+{
+    m_session->waveDataReceived(static_cast<bls_2010::CommonDefs::WaveType>(sample.waveType),
+                                sample.value, sample.sequence);
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const State &state)
+{
+    m_session->setCprState(state.state);
+    // The session has taken the present for its start, or has a new session info.
+    storeTime(CPREventBase::startTime, 0);
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const Learner &learner)
+{
+    m_session->assignLearner(learner.name);
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const Start &start)
+{
+    m_start = start.time;
+    m_startMsecs = m_msecs;
+    storeTime(CPREventBase::startTime, 0);
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const ManikinName &manikin)
+{
+    if (CPREventSessionInfo *info = m_session->cprEvents()->sessionInfo())
+        info->setParameter(CPREventBase::manikinName, manikin.name);
+    return true;
+}
+
+// The time \a msecs after the start.
+void ManikinLogPlayer::storeTime(CPREventBase::ParameterType type, qint64 msecs)
+{
+    // Times of a damaged log can lie anywhere.
+    constexpr qint64 maxMsecs = 366 * qint64(24) * 60 * Units::msecsPerMinute;
+    CPREventSessionInfo *info = m_session->cprEvents()->sessionInfo();
+    if (!m_start.isValid() || !info || msecs < 0 || msecs > maxMsecs)
+        return;
+    info->setParameter(type, m_start.addMSecs(msecs).toUTC().toString(Qt::ISODate));
 }
 
 } // namespace manikinlog

@@ -17,6 +17,9 @@ class SessionJournal;
 
 /// Plays a recorded log into a session the way a host does that is connected to the manikin. The
 /// log is played as fast as it can be read; the times of the records change nothing.
+///
+/// A log that says when it was recorded gives the session that start and, at its end, that end. Any
+/// other session begins and ends when it is played.
 class ManikinLogPlayer {
 public:
     /// Called after each record with its time, in ms since the start of the recording.
@@ -36,9 +39,24 @@ public:
     /// end; the reader's errorString() says why, and the records before that were played.
     bool play(ManikinLogReader &reader, const Progress &progress = {});
 
+    /// The log has ended. Whoever plays single records calls it behind the last one.
+    void finish();
+
 private:
+    bool feed(const Message &entry);
+    bool feed(const WaveHeader &header);
+    bool feed(const WaveSample &sample);
+    bool feed(const State &state);
+    bool feed(const Learner &learner);
+    bool feed(const Start &start);
+    bool feed(const ManikinName &manikin);
+    void storeTime(CPREventBase::ParameterType type, qint64 msecs);
+
     CPRData *m_session; // not owned
     SessionJournal *m_journal = nullptr; // not owned
+    QDateTime m_start; // invalid as long as the log has not said it
+    qint64 m_startMsecs = 0; // when it said so
+    qint64 m_msecs = 0; // of the last record
 };
 
 } // namespace manikinlog

@@ -58,7 +58,11 @@ public:
             return parseEntry<State>(record);
         if (kind == "learner")
             return parseEntry<Learner>(record);
-        return fail("msg, header, wave, state or learner", kind);
+        if (kind == "start")
+            return parseEntry<Start>(record);
+        if (kind == "manikin")
+            return parseEntry<ManikinName>(record);
+        return fail("msg, header, wave, state, learner, start or manikin", kind);
     }
 
 private:
@@ -103,13 +107,30 @@ private:
 
     bool parseFields(Learner &learner)
     {
-        const QByteArray name = rest();
-        learner.name = QString::fromUtf8(name);
+        return parseName(learner.name, "a learner's name in UTF-8");
+    }
+
+    bool parseFields(Start &start)
+    {
+        const QByteArray field = next();
+        start.time = QDateTime::fromString(QString::fromLatin1(field), Qt::ISODateWithMs);
+        return (start.time.isValid() && start.time.timeSpec() == Qt::UTC)
+            || fail("a time in UTC such as 2026-01-31T09:00:00Z", field);
+    }
+
+    bool parseFields(ManikinName &manikin)
+    {
+        return parseName(manikin.name, "a manikin's name in UTF-8");
+    }
+
+    bool parseName(QString &name, const char *what)
+    {
+        const QByteArray field = rest();
+        name = QString::fromUtf8(field);
         // Decoding replaces what is not UTF-8 and drops a byte order mark. A carriage return inside
         // would make another line of it for other readers.
-        if (name.isEmpty() || name.contains('\r') || learner.name.toUtf8() != name)
-            return fail("a learner's name in UTF-8", name);
-        return true;
+        return (!field.isEmpty() && !field.contains('\r') && name.toUtf8() == field)
+            || fail(what, field);
     }
 
     bool parseTime(qint64 &msecs, qint64 minMsecs)

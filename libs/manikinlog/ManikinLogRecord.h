@@ -9,6 +9,7 @@
 #include <chestboard/RMessage.h>
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 #include <variant>
@@ -53,10 +54,22 @@ struct Learner {
     QString name; ///< neither empty nor with a line break
 };
 
+/// When the session was recorded. It stands before the first message; a journal says it again where
+/// the session starts. The last one counts.
+struct Start {
+    QDateTime time; ///< valid; a log has it in UTC
+};
+
+/// The manikin has this name.
+struct ManikinName {
+    QString name; ///< neither empty nor with a line break
+};
+
 /// One line of a recorded log.
 struct Record {
     qint64 msecs = 0; ///< ms since the start of the recording; never decreases in a log
-    std::variant<Message, WaveHeader, WaveSample, State, Learner> entry; ///< what happened
+    /// what happened
+    std::variant<Message, WaveHeader, WaveSample, State, Learner, Start, ManikinName> entry;
 };
 
 } // namespace manikinlog

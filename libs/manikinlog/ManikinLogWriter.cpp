@@ -44,18 +44,39 @@ QByteArray toText(const State &state, QString &error)
     return QByteArray("state ") + key;
 }
 
+QByteArray nameToText(const char *kind, const QString &name, QString &error)
+{
+    const QByteArray text = name.toUtf8();
+    if (text.isEmpty())
+        error = QStringLiteral("the %1's name is empty");
+    else if (text.contains('\n') || text.contains('\r'))
+        error = QStringLiteral("the %1's name contains a line break");
+    else if (QString::fromUtf8(text) != name)
+        error = QStringLiteral("the %1's name cannot be written as UTF-8");
+    else
+        return QByteArray(kind) + ' ' + text;
+    error = error.arg(QLatin1String(kind));
+    return QByteArray();
+}
+
 QByteArray toText(const Learner &learner, QString &error)
 {
-    const QByteArray name = learner.name.toUtf8();
-    if (name.isEmpty())
-        error = QStringLiteral("the learner's name is empty");
-    else if (name.contains('\n') || name.contains('\r'))
-        error = QStringLiteral("the learner's name contains a line break");
-    else if (QString::fromUtf8(name) != learner.name)
-        error = QStringLiteral("the learner's name cannot be written as UTF-8");
-    else
-        return "learner " + name;
-    return QByteArray();
+    return nameToText("learner", learner.name, error);
+}
+
+QByteArray toText(const Start &start, QString &error)
+{
+    const bool isWholeSecond = start.time.time().msec() == 0;
+    const QString time =
+        start.time.toUTC().toString(isWholeSecond ? Qt::ISODate : Qt::ISODateWithMs);
+    if (time.isEmpty())
+        error = QStringLiteral("the start has no time that can be written");
+    return "start " + time.toLatin1();
+}
+
+QByteArray toText(const ManikinName &manikin, QString &error)
+{
+    return nameToText("manikin", manikin.name, error);
 }
 
 } // namespace

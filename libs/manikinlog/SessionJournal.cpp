@@ -5,12 +5,14 @@
 
 #include "manikinlog/ManikinLogReader.h"
 
+#include <QDateTime>
 #include <QFileInfo>
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
+#include <utility>
 
 namespace manikinlog {
 
@@ -128,6 +130,8 @@ bool SessionJournal::create()
     m_pending.setData(QByteArray());
     m_pending.open(QIODevice::WriteOnly);
     m_writer.emplace(&m_pending);
+    m_hasRecords = m_isRecording = false;
+    m_state = CPRData::CPR_UNINITIALIZED;
     m_oldest.start();
     if (!sync())
         return false;
@@ -139,10 +143,10 @@ bool SessionJournal::add(const Record &record)
 {
     if (!m_writer)
         return false;
-    if (!m_writer->write(record)) {
-        return fail(QStringLiteral("%1: a record is left out: %2")
-                        .arg(m_file.fileName(), m_writer->errorString()));
-    }
+    if (needsStart(record) && !write({record.msecs, Start{QDateTime::currentDateTimeUtc()}}))
+        return false;
+    if (!write(record))
+        return false;
     if (!m_oldest.isValid()) {
         m_oldest.start();
         m_timer.start();
@@ -151,6 +155,25 @@ bool SessionJournal::add(const Record &record)
         return false;
     syncWhenDue();
     return true;
+}
+
+bool SessionJournal::write(const Record &record)
+{
+    return m_writer->write(record)
+        || fail(QStringLiteral("%1: a record is left out: %2")
+                    .arg(m_file.fileName(), m_writer->errorString()));
+}
+
+bool SessionJournal::needsStart(const Record &record)
+{
+    m_isRecording = m_isRecording || std::holds_alternative<Start>(record.entry);
+    const bool isFirst = !std::exchange(m_hasRecords, true);
+    bool isStart = false;
+    if (const auto *state = std::get_if<State>(&record.entry)) {
+        isStart = m_state == CPRData::CPR_INIT && state->state == CPRData::CPR_START;
+        m_state = state->state;
+    }
+    return !m_isRecording && (isFirst || isStart);
 }
 
 bool SessionJournal::handOver()

@@ -79,8 +79,10 @@ public:
     /// Whether records can be added.
     bool isOpen() const { return m_writer.has_value(); }
 
-    /// Appends \a record, whose time is in ms since the start of the session. False when that
-    /// failed, or the log cannot hold such a record; see ManikinLogWriter::write().
+    /// Appends \a record, whose time is in ms since the start of the session. A journal whose
+    /// records do not say themselves when they were recorded says it: in front of the first one,
+    /// and again where the session starts. False when that failed, or the log cannot hold such a
+    /// record; see ManikinLogWriter::write().
     bool add(const Record &record);
 
     /// Waits until the disk has everything; false when it has not. Blocks for as long as the disk
@@ -104,6 +106,8 @@ Q_SIGNALS:
 
 private:
     bool create();
+    bool write(const Record &record);
+    bool needsStart(const Record &record);
     bool handOver();
     bool fail(const QString &reason);
     bool giveUp(const QString &reason);
@@ -113,6 +117,9 @@ private:
     QFile m_file;
     QBuffer m_pending; // lines that m_file has not got yet
     std::optional<ManikinLogWriter> m_writer; // as long as m_file can be written
+    bool m_hasRecords = false;
+    bool m_isRecording = false; // played again: its own records say when it was recorded
+    CPRData::CprState m_state = CPRData::CPR_UNINITIALIZED; // of the last record of a state
     QElapsedTimer m_handedOver; // since m_file got something
     QElapsedTimer
         m_oldest; // since the oldest record came that is not on the disk; invalid for none

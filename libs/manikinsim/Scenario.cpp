@@ -250,10 +250,10 @@ bool isSound(const bls_2010::GuidelineValues_t &guidelines)
         && std::all_of(id.begin(), id.end(), [](char c) { return c > ' ' && c <= '~'; });
 }
 
-bool isSound(const QString &learner)
+bool isSound(const QString &name)
 {
-    return !learner.isEmpty() && !learner.contains(QLatin1Char('\n'))
-        && !learner.contains(QLatin1Char('\r'));
+    return !name.isEmpty() && !name.contains(QLatin1Char('\n'))
+        && !name.contains(QLatin1Char('\r'));
 }
 
 } // namespace
@@ -268,6 +268,8 @@ QString Scenario::problem() const
     if (!std::all_of(learners.begin(), learners.end(),
                      [](const QString &learner) { return isSound(learner); }))
         return QStringLiteral("a learner's name is empty or has a line break");
+    if (!manikinName.isEmpty() && !isSound(manikinName))
+        return QStringLiteral("the manikin's name has a line break");
     if (!isSound(guidelines) || !isSound(otherGuidelines))
         return QStringLiteral("a guideline set has no identifier in plain letters and digits");
     if (guidelines.guidelinesID == otherGuidelines.guidelinesID)

@@ -9,6 +9,7 @@
 
 #include <chestboard/CommonDefs.h>
 
+#include <QDateTime>
 #include <QString>
 #include <QStringList>
 
@@ -107,6 +108,8 @@ struct Scenario {
     Protocol protocol = bls_2010::CommonDefs::CPR_SINGLE_RESCUER;
     int seconds = 120; ///< length of the session
     QStringList learners{QStringLiteral("Mira Holm")};
+    QString manikinName; ///< empty for none
+    QDateTime start; ///< when it is recorded; invalid for whenever it is played
     Device device;
     /// The set that the manikin judges by; it is sent with the manikin's flag of the set in use.
     bls_2010::GuidelineValues_t guidelines = adultGuidelines();

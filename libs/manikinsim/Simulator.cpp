@@ -126,6 +126,10 @@ void Simulator::Private::prepare()
     const QByteArray guidelines = contents::guidelines(scenario.guidelines, true);
     constexpr int tooShort = MessageLayouts::guidelineIdByte - 1; // a message that is refused
 
+    if (scenario.start.isValid())
+        add(0, manikinlog::Start{scenario.start});
+    if (!scenario.manikinName.isEmpty())
+        add(0, manikinlog::ManikinName{scenario.manikinName});
     addState(0, CPRData::CPR_MANIKIN_INIT);
     addMessage(120, ID::RPL_VERSIONINFO, contents::versionInfo(device, isOld));
     addMessage(140, ID::RPL_LIFETIMEINFO, contents::lifetimeCompressions(device.compressions));

@@ -42,6 +42,11 @@ private:
     qint64 m_good;
 };
 
+QDateTime utc(const char *text)
+{
+    return QDateTime::fromString(text, Qt::ISODateWithMs);
+}
+
 /// The lines that are no comment.
 QStringList linesOf(const char *name)
 {
@@ -122,10 +127,14 @@ private Q_SLOTS:
                                     {5, WaveHeader{-7}},
                                     {5, WaveSample{255, least, most}},
                                     {6, State{CPRData::CPR_UNINITIALIZED}},
+                                    {7, Start{utc("2026-01-31T09:00:00Z")}},
+                                    {7, Start{utc("2026-01-31T09:00:00.250Z")}},
+                                    {8, ManikinName{" Manikin, \t1"}},
                                     {9000000000, Learner{" Ann,  Jörg "}}};
         const QByteArray text = "cprlog 1\n0 msg 4294967295 -1 00ff10\n0 msg 1 0\n5 header -7\n"
                                 "5 wave 255 -2147483648 2147483647\n6 state CPR_UNINITIALIZED\n"
-                                "9000000000 learner  Ann,  Jörg \n";
+                                "7 start 2026-01-31T09:00:00Z\n7 start 2026-01-31T09:00:00.250Z\n"
+                                "8 manikin  Manikin, \t1\n9000000000 learner  Ann,  Jörg \n";
         QBuffer first, second;
         first.open(QIODevice::ReadWrite);
         second.open(QIODevice::ReadWrite);
@@ -156,6 +165,8 @@ private Q_SLOTS:
         QTest::newRow("the learner's name contains a line break ") << learner("a\r");
         QTest::newRow("the learner's name cannot be written as UTF-8") << learner(QChar(0xD800));
         QTest::newRow("the learner's name cannot be written as UTF-8 ") << learner(QChar(0xFEFF));
+        QTest::newRow("the start has no time that can be written") << Record{8, Start{}};
+        QTest::newRow("the manikin's name is empty") << Record{8, ManikinName{""}};
         QTest::newRow("the record needs a line of more than 65536 bytes")
             << Record{8, Message{1, 0, QByteArray(32764, 'x')}};
     }
@@ -264,6 +275,25 @@ private Q_SLOTS:
         QCOMPARE(m_session.learners(), QStringList({"Mira Holm", "Jörg Aldane"}));
         QVERIFY(m_session.cprGuidelines()->manikinGuidelineFlag());
         QVERIFY(!sets[1].value<CPRGuidelines *>()->manikinGuidelineFlag());
+    }
+
+    void playsTheTimesOfTheRecording()
+    {
+        QByteArray log = "cprlog 1\n5 start 2026-03-29T00:59:58.600Z\n5 state CPR_MANIKIN_INIT\n"
+                         "6 manikin Manikin 1\n9 state CPR_INIT\n10 state CPR_START\n"
+                         "1505 header 1\n";
+        QBuffer device(&log);
+        device.open(QIODevice::ReadOnly);
+        ManikinLogReader reader(&device, "log");
+        CPRData session;
+        QVERIFY(ManikinLogPlayer(&session).play(reader));
+        const CPREventBase &info = *session.cprEvents()->cprSessionInfo();
+        const auto value = [&info](E::ParameterType type) {
+            return info.parameterValue(type, {}).toString();
+        };
+        QCOMPARE(value(E::startTime), "2026-03-29T00:59:58Z");
+        QCOMPARE(value(E::endTime), "2026-03-29T01:00:00Z"); // 1.5 s later
+        QCOMPARE(value(E::manikinName), "Manikin 1");
     }
 
     void playsTheSameTwice()

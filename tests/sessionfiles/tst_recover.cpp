@@ -125,7 +125,10 @@ class TestRecover : public QObject {
 private Q_SLOTS:
     void initTestCase()
     {
-        QCOMPARE(run({"simulate", "--duration", "120", "-o", "whole.cprlog"}), 0);
+        // With a start of its own the log is what the journal of its replay has to be.
+        QCOMPARE(run({"simulate", "--duration", "120", "--start", "2026-01-31T09:00:00Z", "-o",
+                      "whole.cprlog"}),
+                 0);
         for (const ZipEntry &each : directoryOf(m_archive))
             m_headers.append(each.header);
         m_headers.append(directoryOf(m_archive).first().entry);
@@ -204,9 +207,15 @@ private Q_SLOTS:
         SessionJournal journal;
         SessionJournal other;
         QVERIFY(journal.open(target));
-        QVERIFY(journal.add({5, Learner{"Ann"}}) && journal.add({6, WaveHeader{7}}));
-        const QByteArray content = firstLine + "5 learner Ann\n6 header 7\n";
-        QTRY_COMPARE_WITH_TIMEOUT(bytesOf(journal.fileName()), content, 1000);
+        QVERIFY(journal.add({5, Learner{"Ann"}}) && journal.add({6, State{CPRData::CPR_INIT}})
+                && journal.add({7, State{CPRData::CPR_START}}) && journal.add({8, WaveHeader{7}}));
+        QTRY_VERIFY_WITH_TIMEOUT(bytesOf(journal.fileName()).endsWith("header 7\n"), 1000);
+        const QByteArray content = bytesOf(journal.fileName());
+        const QRegularExpression times(" start 20\\d\\d-\\d\\d-\\d\\dT[0-9:.]+Z\n");
+        QCOMPARE(QString::fromUtf8(content).replace(times, " start\n").toUtf8(),
+                 firstLine
+                     + "5 start\n5 learner Ann\n6 state CPR_INIT\n7 start\n7 state CPR_START\n"
+                       "8 header 7\n");
         QVERIFY(!SessionJournal::isRecoverable(target));
         QVERIFY(!other.open(target, SessionJournal::LeftJournal::Discard));
         QVERIFY(other.errorString().contains(QString::number(QCoreApplication::applicationPid())));
