@@ -5,7 +5,7 @@ find_program(QMLLINT qmllint HINTS ${qt_tools} REQUIRED)
 find_path(QT_QML_DIR QtQuick.2/qmldir HINTS ${Qt5Core_DIR}/../../qt5/qml REQUIRED)
 list(APPEND lint_paths -I ${QT_QML_DIR})
 
-add_test(NAME qmllint COMMAND ${QMLLINT} -U ${lint_paths} ${module_page})
+add_test(NAME qmllint COMMAND ${QMLLINT} -U ${lint_paths} ${module_pages})
 add_test(NAME qmllint_viewer COMMAND ${QMLLINT} ${viewer_pages})
 # With -U it finds names that do not exist, but also takes offence at Qt's own types, such as
 # Accessible.List, of which it does not know enough.

@@ -6,7 +6,7 @@ function(lint_test name ignored)
 endfunction()
 
 # It does not know the functions of JavaScript's lists.
-lint_test(qmllint "\"join\" not found" ${module_page})
+lint_test(qmllint "\"join\" not found" ${module_pages})
 # Nor what a Loader holds, what only some items have, that a property may be a function, and names of
 # the page around a component.
 lint_test(qmllint_viewer

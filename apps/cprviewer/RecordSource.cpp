@@ -3,6 +3,7 @@
 
 #include "RecordSource.h"
 
+#include <manikinlog/ManikinLogReader.h>
 #include <manikinsim/Simulator.h>
 
 #include <QCoreApplication>
@@ -27,30 +28,16 @@ private:
 
 class LogSource final : public RecordSource {
 public:
-    LogSource(const QString &name, ManikinLogReader::Damage damage)
-        : m_file(name), m_reader(&m_file, name, damage)
-    {
-    }
-    bool open()
-    {
-        const QFileInfo file(m_file);
-        m_size = file.size(); // asked for once: it is a system call
-        return file.isFile() && m_file.open(QIODevice::ReadOnly);
-    }
+    explicit LogSource(const QString &name) : m_file(name), m_reader(&m_file, name) { }
+    bool open() { return QFileInfo(m_file).isFile() && m_file.open(QIODevice::ReadOnly); }
     bool next(manikinlog::Record &record) override
     {
         return m_reader.read(record) == ManikinLogReader::Result::Record;
     }
     QString errorString() const override { return m_reader.errorString(); }
-    QString skippedError() const override { return m_reader.skippedError(); }
-    double progress() const override
-    {
-        return m_size > 0 ? qMin(1.0, double(m_file.pos()) / double(m_size)) : 1;
-    }
 
 private:
     QFile m_file;
-    qint64 m_size = 0;
     ManikinLogReader m_reader;
 };
 
@@ -64,10 +51,9 @@ std::unique_ptr<RecordSource> RecordSource::simulated(const manikinsim::Scenario
     return std::make_unique<SimulatedSource>(scenario, seed);
 }
 
-std::unique_ptr<RecordSource> RecordSource::log(const QString &name,
-                                                ManikinLogReader::Damage damage, QString *error)
+std::unique_ptr<RecordSource> RecordSource::log(const QString &name, QString *error)
 {
-    auto source = std::make_unique<LogSource>(name, damage);
+    auto source = std::make_unique<LogSource>(name);
     if (source->open())
         return source;
     *error = QCoreApplication::translate("cprviewer", "%1 cannot be read; is it there and a file?")

@@ -4,7 +4,6 @@
 #ifndef CPRVIEWER_RECORDSOURCE_H
 #define CPRVIEWER_RECORDSOURCE_H
 
-#include <manikinlog/ManikinLogReader.h>
 #include <manikinlog/ManikinLogRecord.h>
 
 #include <QString>
@@ -26,18 +25,12 @@ public:
     static std::unique_ptr<RecordSource> simulated(const manikinsim::Scenario &scenario,
                                                    quint64 seed);
     /// A recorded log. Null, and the reason in \a error, when \a name cannot be opened.
-    static std::unique_ptr<RecordSource> log(const QString &name,
-                                             manikinlog::ManikinLogReader::Damage damage,
-                                             QString *error);
+    static std::unique_ptr<RecordSource> log(const QString &name, QString *error);
 
     /// The next record; false, and \a record unchanged, when there is none left.
     virtual bool next(manikinlog::Record &record) = 0;
     /// Why there are no more records; empty when that was the end.
     virtual QString errorString() const { return QString(); }
-    /// What was left out because it was damaged; empty for nothing.
-    virtual QString skippedError() const { return QString(); }
-    /// How much of all records was given, 0 to 1; negative when that is not known.
-    virtual double progress() const { return -1; }
 
 protected:
     RecordSource() = default;

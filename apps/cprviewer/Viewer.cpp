@@ -15,6 +15,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+using cprquick::SessionLoader;
 using manikinlog::SessionJournal;
 
 Viewer::Paths Viewer::Paths::ofUser()
@@ -117,7 +118,7 @@ bool Viewer::startScenario(const QString &name, int seed, double speed)
 bool Viewer::startReplay(const QString &name, double speed)
 {
     QString error;
-    auto source = RecordSource::log(name, manikinlog::ManikinLogReader::Damage::IsError, &error);
+    auto source = RecordSource::log(name, &error);
     if (!source) {
         setProblem(error);
         return false;

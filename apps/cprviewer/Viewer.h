@@ -7,8 +7,8 @@
 #include "Appearance.h"
 #include "LiveFeed.h"
 #include "RecentFiles.h"
-#include "SessionLoader.h"
 #include "UnsavedSessions.h"
+#include "cprquick/SessionLoader.h"
 
 #include <CPRData.h>
 #include <manikinlog/SessionJournal.h>
@@ -142,7 +142,7 @@ private:
         bool isUnsaved = false;
     };
 
-    void load(const QString &name, SessionLoader::Kind kind);
+    void load(const QString &name, cprquick::SessionLoader::Kind kind);
     void showLoaded();
     void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed);
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
@@ -158,7 +158,7 @@ private:
     RecentFiles m_recentFiles;
     UnsavedSessions m_unsavedSessions;
     Opened m_opened;
-    SessionLoader m_loader;
+    cprquick::SessionLoader m_loader;
     std::unique_ptr<LeftSession> m_loadedLeft; // that is being loaded; null for a file
     QString m_loadedName;
     double m_loadedShare = 0;

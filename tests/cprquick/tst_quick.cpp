@@ -7,6 +7,7 @@
 #include "cprquick/LiveFigures.h"
 #include "cprquick/ParameterModel.h"
 #include "cprquick/ParameterText.h"
+#include "cprquick/SessionSource.h"
 #include "cprquick/SessionSummary.h"
 #include "cprquick/TimelineItem.h"
 #include "cprquick/WaveItem.h"
@@ -330,6 +331,29 @@ private Q_SLOTS:
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         QCOMPARE(session.cprEvents()->count(E::TagVent), 1);
         QCOMPARE(warnings, QStringList());
+    }
+
+    // The page of the module's guide opens files by itself.
+    void pageOpensFiles()
+    {
+        QQmlEngine engine;
+        engine.addImportPath(QML_MODULES_DIR);
+        QQmlComponent component(&engine, QUrl::fromLocalFile(EXAMPLES_DIR "/qml-page/page.qml"));
+        const std::unique_ptr<QObject> page(component.create());
+        QVERIFY2(page, qPrintable(component.errorString()));
+        auto *source = page->findChild<SessionSource *>();
+        const auto opens = [&](const QString &name, int compressions, const QString &problem) {
+            page->setProperty("file", QUrl::fromLocalFile(name));
+            QSignalSpy(source, &SessionSource::isLoadingChanged).wait();
+            CPRData *session = source->session();
+            engine.collectGarbage(); // takes no session
+            QCOMPARE(source->problem().section(' ', 1), problem);
+            QCOMPARE(session ? session->cprEvents()->count(E::TagComp) : -1, compressions);
+        };
+        opens(TEST_DATA_DIR "/two-rescuers.cprlog", 162, "");
+        opens(TEST_DATA_DIR "/golden.zip", 2, "");
+        opens(TEST_DATA_DIR "/fonts.conf", -1, "is neither a session archive nor a recorded log");
+        opens("nowhere.zip", -1, "is neither a session archive nor a recorded log");
     }
 
     // 10 pixels for each mm from -3.6 to 72 mm, 1 for each 10 ms; a pulse of 50 mm from 2 to 3 s.

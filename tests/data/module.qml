@@ -28,6 +28,7 @@ Item {
     height: 480
 
     CPRData { id: ownSession }
+    SessionSource { id: source }
     EventListModel { id: eventModel; session: page.session; tags: page.tag | CPREventBase.TagVent }
     ParameterModel { id: parameterModel; event: page.chosen }
     HistogramModel { id: histogramModel; session: page.session }

@@ -1908,6 +1908,18 @@
         <source>not measured</source>
         <translation>nicht gemessen</translation>
     </message>
+    <message>
+        <source>%1 is neither a session archive nor a recorded log</source>
+        <translation>%1 ist weder ein Sitzungsarchiv noch eine Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>%1 is damaged; what could be read is shown</source>
+        <translation>%1 ist beschädigt; gezeigt wird, was lesbar war</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read; is it there and a file?</source>
+        <translation>%1 lässt sich nicht lesen; ist es vorhanden und eine Datei?</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -1990,14 +2002,6 @@
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
-    </message>
-    <message>
-        <source>%1 is neither a session archive nor a recorded log</source>
-        <translation>%1 ist weder ein Sitzungsarchiv noch eine Aufzeichnung</translation>
-    </message>
-    <message>
-        <source>%1 is damaged; what could be read is shown</source>
-        <translation>%1 ist beschädigt; gezeigt wird, was lesbar war</translation>
     </message>
 </context>
 <context>
@@ -2175,28 +2179,8 @@
         <translation>%1 lässt sich nicht schreiben: %2</translation>
     </message>
     <message>
-        <source>it is no regular file</source>
-        <translation>es ist keine gewöhnliche Datei</translation>
-    </message>
-    <message>
         <source>The picture cannot be drawn; is there memory for %1x%2 pixels?</source>
         <translation>Das Bild lässt sich nicht zeichnen; reicht der Speicher für %1x%2 Pixel?</translation>
-    </message>
-    <message>
-        <source>Too shallow</source>
-        <translation>Zu flach</translation>
-    </message>
-    <message>
-        <source>Too deep</source>
-        <translation>Zu tief</translation>
-    </message>
-    <message>
-        <source>Incomplete release</source>
-        <translation>Unvollständige Entlastung</translation>
-    </message>
-    <message>
-        <source>Hand position</source>
-        <translation>Druckpunkt</translation>
     </message>
     <message>
         <source>%1 of %2</source>

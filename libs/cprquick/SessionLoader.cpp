@@ -1,15 +1,19 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#include "SessionLoader.h"
+#include "cprquick/SessionLoader.h"
 
-#include "RecordSource.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <manikinlog/ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogReader.h>
 
 #include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
 #include <QThread>
+
+namespace cprquick {
 
 namespace {
 
@@ -17,7 +21,7 @@ using manikinlog::ManikinLogReader;
 
 QString noSession(const QString &name)
 {
-    return QCoreApplication::translate("cprviewer",
+    return QCoreApplication::translate("cprquick",
                                        "%1 is neither a session archive nor a recorded log")
         .arg(name);
 }
@@ -81,7 +85,8 @@ void SessionLoader::run(const QString &name, Kind kind)
 {
     constexpr double minStep = 0.01; // no more than a hundred signals
     double reported = 0;
-    const Report report = [this, &reported](double share) {
+    const Report report = [this, &reported](qint64 done, qint64 total) {
+        const double share = total > 0 ? double(done) / double(total) : 0;
         if (share - reported >= minStep) {
             reported = share;
             Q_EMIT progressed(share);
@@ -106,17 +111,14 @@ SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Repo
 {
     Result result;
     auto session = std::make_unique<CPRData>();
-    const sessionfiles::LoadResult loaded =
-        sessionfiles::load(name, *session, [&report](qint64 done, qint64 total) {
-            return report(total > 0 ? double(done) / double(total) : 0);
-        });
+    const sessionfiles::LoadResult loaded = sessionfiles::load(name, *session, report);
     if (!loaded.hasMembers()) {
         result.problem = noSession(name);
         return result;
     }
     if (!loaded.isComplete) {
         result.problem =
-            QCoreApplication::translate("cprviewer", "%1 is damaged; what could be read is shown")
+            QCoreApplication::translate("cprquick", "%1 is damaged; what could be read is shown")
                 .arg(name);
     }
     result.session = std::move(session);
@@ -127,26 +129,32 @@ SessionLoader::Result SessionLoader::loadLog(const QString &name, Kind kind, con
 {
     Result result;
     result.isLog = true;
-    const auto source =
-        RecordSource::log(name,
-                          kind == Kind::LeftJournal ? ManikinLogReader::Damage::IsSkipped
-                                                    : ManikinLogReader::Damage::IsError,
-                          &result.problem);
-    if (!source)
+    QFile file(name);
+    const qint64 size = file.size(); // asked for once: it is a system call
+    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
+        result.problem =
+            QCoreApplication::translate("cprquick", "%1 cannot be read; is it there and a file?")
+                .arg(name);
         return result;
+    }
+    ManikinLogReader reader(&file, name,
+                            kind == Kind::LeftJournal ? ManikinLogReader::Damage::IsSkipped
+                                                      : ManikinLogReader::Damage::IsError);
     auto session = std::make_unique<CPRData>();
     manikinlog::ManikinLogPlayer player(session.get());
     manikinlog::Record record;
     bool hasPlayed = false;
-    while (report(source->progress()) && source->next(record)) {
+    while (report(file.pos(), size) && reader.read(record) == ManikinLogReader::Result::Record) {
         player.play(record);
         hasPlayed = true;
     }
     player.finish();
-    result.problem = joined(source->skippedError(), source->errorString());
+    result.problem = joined(reader.skippedError(), reader.errorString());
     if (hasPlayed)
         result.session = std::move(session);
     else if (result.problem.isEmpty())
         result.problem = noSession(name);
     return result;
 }
+
+} // namespace cprquick

@@ -1,8 +1,10 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
-#ifndef CPRVIEWER_SESSIONLOADER_H
-#define CPRVIEWER_SESSIONLOADER_H
+#ifndef CPRQUICK_SESSIONLOADER_H
+#define CPRQUICK_SESSIONLOADER_H
+
+#include "cprquick_export.h"
 
 #include <CPRData.h>
 
@@ -15,9 +17,11 @@
 
 class QThread;
 
+namespace cprquick {
+
 /// Loads a session on a thread of its own, so that the window stays alive. A session that is being
 /// loaded belongs to that thread alone; it is handed over when it is complete.
-class SessionLoader final : public QObject {
+class CPRQUICK_EXPORT SessionLoader final : public QObject {
     Q_OBJECT
 
 public:
@@ -57,7 +61,7 @@ Q_SIGNALS:
 
 private:
     /// Called with how much was read, 0 to 1. False when loading is to end.
-    using Report = std::function<bool(double share)>;
+    using Report = std::function<bool(qint64 done, qint64 total)>;
 
     static Result loadArchive(const QString &name, const Report &report);
     static Result loadLog(const QString &name, Kind kind, const Report &report);
@@ -67,5 +71,7 @@ private:
     std::atomic<bool> m_isCancelled{false};
     Result m_result; // belongs to m_thread while that runs
 };
+
+} // namespace cprquick
 
 #endif
