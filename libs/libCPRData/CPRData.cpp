@@ -9,6 +9,7 @@
 #include "CPRWaveformInfo.h"
 #include "private/EnumKey.h"
 #include "private/Limits.h"
+#include "private/ReadBack.h"
 #include "private/ResponseId.h"
 #include "private/SessionArchive.h"
 #include "private/Units.h"
@@ -379,6 +380,8 @@ bool CPRData::writeData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
+    if (const QString loss = lossWhenReadBack(*this); !loss.isEmpty())
+        qCWarning(lcData).noquote() << "The session cannot be read back whole:" << loss;
     for (const MemberIndex index : writingOrder) {
         if (writeMember(*this, index, *handler))
             continue;

@@ -161,7 +161,8 @@ public:
     QString filename() const { return m_filename; }
     /// Saves the session into the open \a handler (null: false); emits filenameChanged(). False
     /// when the events or the guidelines could not be stored; what was written before stays. True
-    /// means that the handler took them; whether they are on the disk its closing tells.
+    /// means that the handler took them; whether they are on the disk its closing tells. A warning
+    /// tells of a session that goes beyond what readData() accepts; it is stored all the same.
     bool writeData(CPRFileHandler *handler);
     /// Loads a session from the open \a handler (null: false); emits filenameChanged(). False when
     /// a member other than a wave cannot be opened or any member is damaged, which a warning names

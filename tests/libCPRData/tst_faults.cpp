@@ -351,6 +351,36 @@ private Q_SLOTS:
         }
     }
 
+    // A session goes on where an archive ends; who saves it is warned.
+    void warnsOfWhatIsNotReadBack_data()
+    {
+        const auto row = columns<int, QString>("count", "name"); // of events, with a text or none
+        row("all events", 518399, QString());
+        row("an event too many", 518400, QString());
+        row("all parameters", 100000, "a");
+        row("a parameter too many", 100001, "a");
+        row("a long text", 1, QString(1000000, 'a'));
+        row("too long a text", 1, QString(1048577, 'a'));
+        row("a text that becomes too long", 1, QString(300000, '<'));
+    }
+
+    void warnsOfWhatIsNotReadBack()
+    {
+        QFETCH(int, count);
+        QFETCH(QString, name);
+        CPRData session;
+        CPREvents *events = session.cprEvents();
+        for (int i = 0; i < count; ++i)
+            events->addEvent(name.isNull() ? new E(E::CprPacketLossStart, i, events)
+                                           : new CPREventUser(i, events, name),
+                             false);
+        MemoryFileHandler files;
+        QVERIFY(session.writeData(&files));
+        CPRData loaded;
+        const bool isWarned = isWarnedOf("cannot be read back");
+        QCOMPARE(loaded.readData(&files), !isWarned);
+    }
+
     void randomSessions()
     {
         for (int seed = 1; seed <= seeds(1000 / slowdown); ++seed) {
