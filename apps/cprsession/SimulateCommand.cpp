@@ -107,7 +107,8 @@ QString writeSession(Simulator &simulator, const QString &name)
         player.play(record);
         return true;
     });
-    return sessionfiles::save(name, session);
+    const sessionfiles::SaveResult saved = sessionfiles::save(name, session);
+    return saved.isComplete ? QString() : saved.reason;
 }
 
 ExitStatus runSimulate(const SimulateOptions &options)
