@@ -125,7 +125,7 @@ void requireAgreement(const QString &name, bool isLoadedComplete)
             "what is loaded whole has no error, and nothing else");
     const sessionfiles::SalvagedSession session = sessionfiles::salvage(name);
     require(!isLoadedComplete || session.isAll, "what is loaded whole is salvaged whole");
-    require(sessionfiles::save(salvaged, session).isEmpty(), "what was salvaged can be written");
+    require(sessionfiles::save(salvaged, session).isSaved, "what was salvaged can be written");
     CPRData loaded;
     require(sessionfiles::load(salvaged, loaded).isComplete, "what was salvaged is loaded whole");
 }

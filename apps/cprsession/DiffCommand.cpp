@@ -24,12 +24,12 @@ struct DiffOptions {
 // What could be read of a damaged archive says nothing about the session, so it is not compared.
 bool load(const QString &name, CPRData &session)
 {
-    QString reason = sessionfiles::whyNoArchive(name);
-    if (reason.isEmpty() && !sessionfiles::load(name, session).isComplete)
+    std::optional<QString> reason = sessionfiles::whyNoArchive(name);
+    if (!reason && !sessionfiles::load(name, session).isComplete)
         reason = QStringLiteral("%1 cannot be read whole; cprsession validate tells why").arg(name);
-    if (!reason.isEmpty())
-        complain(reason);
-    return reason.isEmpty();
+    if (reason)
+        complain(*reason);
+    return !reason;
 }
 
 ExitStatus runDiff(const DiffOptions &options)

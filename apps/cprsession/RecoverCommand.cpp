@@ -52,8 +52,11 @@ ExitStatus recoverLog(const QString &input, const QString &target)
     }
     if (records == 0)
         return nothingIn(input);
-    if (const QString error = sessionfiles::save(target, session); !error.isEmpty())
-        return fail(error);
+    const sessionfiles::SaveResult saved = sessionfiles::save(target, session);
+    if (!saved.isSaved)
+        return fail(saved.reason);
+    if (!saved.isComplete)
+        complain(saved.reason);
 
     print(QStringLiteral("%1: %2 records give a session of %3 s with %4 events\n")
               .arg(input, QString::number(records),
@@ -66,8 +69,8 @@ ExitStatus recoverLog(const QString &input, const QString &target)
                   .arg(QString::number(lines), reader.skippedError()));
     if (!reader.errorString().isEmpty())
         print(QStringLiteral("the rest is left out: %1\n").arg(reader.errorString()));
-    return reader.skippedLines() == 0 && reader.errorString().isEmpty() ? ExitStatus::Done
-                                                                        : ExitStatus::Failed;
+    const bool isAll = reader.skippedLines() == 0 && reader.errorString().isEmpty();
+    return isAll && saved.isComplete ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 ExitStatus recoverArchive(const QString &input, const QString &target)
@@ -83,8 +86,9 @@ ExitStatus recoverArchive(const QString &input, const QString &target)
     // A log whose first line is damaged looks like anything.
     if (!session.holdsAnything)
         return recoverLog(input, target);
-    if (const QString error = sessionfiles::save(target, session); !error.isEmpty())
-        return fail(error);
+    const sessionfiles::SaveResult saved = sessionfiles::save(target, session);
+    if (!saved.isSaved)
+        return fail(saved.reason);
     print(session.report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
     return session.isAll ? ExitStatus::Done : ExitStatus::Failed;
 }

@@ -134,16 +134,19 @@ QString play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer 
 
 ExitStatus saveSession(const QString &target, CPRData &session, SessionJournal &journal)
 {
-    const QString error = sessionfiles::save(target, session);
-    if (error.isEmpty()) {
+    const sessionfiles::SaveResult saved = sessionfiles::save(target, session);
+    if (saved.isComplete) {
         journal.remove();
         return ExitStatus::Done;
     }
     if (!journal.sync())
-        return fail(error);
+        return fail(saved.reason);
+    if (saved.isSaved)
+        return fail(
+            QStringLiteral("%1; all of it is kept in %2").arg(saved.reason, journal.fileName()));
     return fail(QStringLiteral("%1; the session is kept: \"cprsession recover %2 -o OTHER.zip\" "
                                "saves it elsewhere")
-                    .arg(error, journal.fileName()));
+                    .arg(saved.reason, journal.fileName()));
 }
 
 ExitStatus runReplay(const ReplayOptions &options)

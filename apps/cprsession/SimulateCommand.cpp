@@ -103,7 +103,8 @@ template <typename Use> bool simulate(Simulator &simulator, Use use)
     return true;
 }
 
-QString writeLog(Simulator &simulator, const QString &name)
+// Why the log could not be written; none when it was.
+std::optional<QString> writeLog(Simulator &simulator, const QString &name)
 {
     const auto cannotBeWritten = [&name](const QString &reason) {
         return QStringLiteral("%1 cannot be written: %2").arg(name, reason);
@@ -116,10 +117,13 @@ QString writeLog(Simulator &simulator, const QString &name)
         simulator, [&writer](const manikinlog::Record &record) { return writer.write(record); });
     if (!written)
         return cannotBeWritten(writer.errorString());
-    return file.finish() ? QString() : cannotBeWritten(file.errorString());
+    if (!file.finish())
+        return cannotBeWritten(file.errorString());
+    return std::nullopt;
 }
 
-QString writeSession(Simulator &simulator, const QString &name)
+// The same of a session.
+std::optional<QString> writeSession(Simulator &simulator, const QString &name)
 {
     CPRData session;
     manikinlog::ManikinLogPlayer player(&session);
@@ -128,7 +132,8 @@ QString writeSession(Simulator &simulator, const QString &name)
         return true;
     });
     player.finish();
-    return sessionfiles::save(name, session);
+    const sessionfiles::SaveResult saved = sessionfiles::save(name, session);
+    return saved.isComplete ? std::nullopt : std::make_optional(saved.reason);
 }
 
 ExitStatus runSimulate(const SimulateOptions &options)
@@ -147,9 +152,9 @@ ExitStatus runSimulate(const SimulateOptions &options)
         return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
 
     Simulator simulator(*scenario, options.seed);
-    error = isLog ? writeLog(simulator, target) : writeSession(simulator, target);
-    if (!error.isEmpty())
-        return fail(error);
+    if (const std::optional<QString> reason =
+            isLog ? writeLog(simulator, target) : writeSession(simulator, target))
+        return fail(*reason);
     return ExitStatus::Done;
 }
 

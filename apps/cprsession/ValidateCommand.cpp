@@ -19,10 +19,10 @@ struct ValidateOptions {
 ExitStatus runValidate(const ValidateOptions &options)
 {
     const QString name = fileName(options.session);
-    const QString reason = sessionfiles::whyNoArchive(name);
-    if (!reason.isEmpty())
-        complain(reason);
-    if (!reason.isEmpty() && !options.asJson)
+    const std::optional<QString> reason = sessionfiles::whyNoArchive(name);
+    if (reason)
+        complain(*reason);
+    if (reason && !options.asJson)
         return ExitStatus::Failed;
     sessionfiles::FindingList list(name);
     {

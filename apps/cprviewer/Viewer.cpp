@@ -202,22 +202,23 @@ Viewer::SaveResult Viewer::writeFile(const QUrl &url, const QString &suffix, boo
 Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
 {
     return writeFile(url, QStringLiteral("zip"), replaces, [this](const QString &name) {
-        QString error;
+        sessionfiles::SaveResult saved;
         if (m_opened.isFromArchive) {
             // What is read from an archive lacks statistics and scores in its list; a copy has
             // them.
             CPRData copy(*session());
-            error = sessionfiles::save(name, copy);
+            saved = sessionfiles::save(name, copy);
         } else {
-            error = sessionfiles::save(name, *session());
+            saved = sessionfiles::save(name, *session());
         }
-        if (error.isEmpty() && !isLive()) {
+        if (saved.isSaved && !isLive()) {
             m_recentFiles.add(name);
             m_opened.name = QFileInfo(name).fileName();
             Q_EMIT nameChanged();
-            setSaved();
+            if (saved.isComplete)
+                setSaved();
         }
-        return error;
+        return saved.isComplete ? QString() : saved.reason;
     });
 }
 

@@ -316,7 +316,7 @@ QJsonObject FindingList::toJson() const
     };
 }
 
-QString whyNoArchive(const QString &name)
+std::optional<QString> whyNoArchive(const QString &name)
 {
     const QFileInfo info(name);
     if (!info.exists())
@@ -331,7 +331,7 @@ QString whyNoArchive(const QString &name)
     if (file.size() == 0)
         return QStringLiteral("%1 is empty").arg(name);
     if (CPRFileHandlerZip zip; zip.open(name, CPRFileHandlerZip::Read))
-        return QString();
+        return std::nullopt;
     if (file.peek(2) == "PK")
         return QStringLiteral("%1 is a damaged archive: its directory, at the end, is missing or "
                               "broken; is the file cut short?")
@@ -343,8 +343,8 @@ FindingList check(const QString &name,
                   const std::function<void(qint64 done, qint64 total)> &advance)
 {
     FindingList list(name);
-    if (const QString reason = whyNoArchive(name); !reason.isEmpty()) {
-        MemberReport(list).error(QStringLiteral("a session archive"), reason);
+    if (const std::optional<QString> reason = whyNoArchive(name)) {
+        MemberReport(list).error(QStringLiteral("a session archive"), *reason);
         return list;
     }
     CPRData session;

@@ -9,6 +9,7 @@
 #include <QVector>
 
 #include <functional>
+#include <optional>
 
 namespace sessionfiles {
 
@@ -73,8 +74,8 @@ private:
     qint64 m_warnings = 0;
 };
 
-/// Why the file \a name is no archive that can be opened; empty when it is one.
-QString whyNoArchive(const QString &name);
+/// Why the file \a name is no archive that can be opened; nothing when it is one.
+[[nodiscard]] std::optional<QString> whyNoArchive(const QString &name);
 
 /// Checks the archive \a name. \a advance is told how many bytes of how many have been read, and
 /// may be null.

@@ -537,7 +537,7 @@ SalvagedSession salvage(const QString &name,
     return Salvage(ArchiveScan::run(name, advance)).run();
 }
 
-QString save(const QString &name, const SalvagedSession &session)
+SaveResult save(const QString &name, const SalvagedSession &session)
 {
     CPRFileHandlerZip zip;
     bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
@@ -547,9 +547,9 @@ QString save(const QString &name, const SalvagedSession &session)
         isWritten = device && device->write(content) == content.size();
         zip.releaseFile(device);
     }
-    if (isWritten && zip.close())
-        return QString();
-    return zip.errorString();
+    if (!isWritten || !zip.close())
+        return SaveResult::failed(name, zip.errorString());
+    return {true, true, {}};
 }
 
 } // namespace sessionfiles

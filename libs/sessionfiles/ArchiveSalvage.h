@@ -5,6 +5,7 @@
 #define SESSIONFILES_ARCHIVESALVAGE_H
 
 #include "sessionfiles/MemoryFileHandler.h"
+#include "sessionfiles/SessionFile.h"
 
 #include <QString>
 #include <QStringList>
@@ -34,8 +35,8 @@ SalvagedSession salvage(const QString &name,
                         const std::function<void(qint64 done, qint64 total)> &advance = {});
 
 /// Saves \a session as the archive \a name. Until all of it is written, a file of that name stays
-/// as it was. Returns what went wrong; empty when nothing did.
-QString save(const QString &name, const SalvagedSession &session);
+/// as it was.
+SaveResult save(const QString &name, const SalvagedSession &session);
 
 } // namespace sessionfiles
 

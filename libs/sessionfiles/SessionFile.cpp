@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 
 namespace sessionfiles {
 
@@ -51,7 +52,27 @@ qint64 unpackedSize(const QString &name)
     return size;
 }
 
+// What keeps an archive that was just saved from being loaded whole: a session has no limits while
+// it grows, but a file has.
+std::optional<QString> whyNotLoaded(const QString &name)
+{
+    CPRData session;
+    const LoadResult loaded = load(name, session);
+    if (loaded.isComplete)
+        return std::nullopt;
+    for (const LoadedMember &member : loaded.members) {
+        if (member.state == LoadedMember::Damaged)
+            return member.name + QStringLiteral(": ") + member.reason;
+    }
+    return QStringLiteral("not all of it is there");
+}
+
 } // namespace
+
+SaveResult SaveResult::failed(const QString &name, const QString &reason)
+{
+    return {false, false, QStringLiteral("%1 cannot be written: %2").arg(name, reason)};
+}
 
 bool LoadResult::hasMembers() const
 {
@@ -85,13 +106,17 @@ LoadResult load(CPRFileHandler &handler, CPRData &session)
     return loadMembers(handler, session, {}, 0);
 }
 
-QString save(const QString &name, CPRData &session)
+SaveResult save(const QString &name, CPRData &session)
 {
     CPRFileHandlerZip zip;
     // A member that could not be stored is a file that cannot be closed.
-    if (zip.open(name, CPRFileHandlerZip::Create) && session.writeData(&zip) && zip.close())
-        return QString();
-    return QStringLiteral("%1 cannot be written: %2").arg(name, zip.errorString());
+    if (!zip.open(name, CPRFileHandlerZip::Create) || !session.writeData(&zip) || !zip.close())
+        return SaveResult::failed(name, zip.errorString());
+    if (const std::optional<QString> reason = whyNotLoaded(name)) {
+        return {true, false,
+                QStringLiteral("%1 is saved, but will not be read whole: %2").arg(name, *reason)};
+    }
+    return {true, true, {}};
 }
 
 } // namespace sessionfiles

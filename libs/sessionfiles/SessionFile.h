@@ -45,9 +45,21 @@ LoadResult load(const QString &name, CPRData &session, const Progress &progress 
 /// Reads the members that \a handler gives; they count as an archive.
 LoadResult load(CPRFileHandler &handler, CPRData &session);
 
+/// What became of a session that was saved.
+struct [[nodiscard]] SaveResult {
+    /// That of an archive \a name that could not be written.
+    static SaveResult failed(const QString &name, const QString &reason);
+
+    bool isSaved = false; ///< the archive is on the disk
+    bool isComplete = false; ///< that, and load() will load all of it
+    /// With the file's name: why the archive is not saved, or what load() will leave out. For
+    /// people, and only when it is not complete.
+    QString reason;
+};
+
 /// Saves \a session under \a name. Until all of it is written, a file of that name stays as it
-/// was. Returns what went wrong; empty when nothing did.
-QString save(const QString &name, CPRData &session);
+/// was. A session that holds more than load() loads is saved all the same, but not complete.
+SaveResult save(const QString &name, CPRData &session);
 
 } // namespace sessionfiles
 

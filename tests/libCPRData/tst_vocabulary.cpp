@@ -47,7 +47,7 @@ class TestVocabulary : public QObject {
     {
         session.setCprState(CPRData::CPR_STOP);
         session.cprEvents()->addEvent(event, false);
-        if (!sessionfiles::save(m_archive, session).isEmpty())
+        if (!sessionfiles::save(m_archive, session).isComplete)
             return false;
         const sessionfiles::FindingList findings = sessionfiles::check(m_archive);
         if (findings.errors() + findings.warnings() > 0)
