@@ -298,8 +298,8 @@ void addExportCommand(CLI::App &app, Run &run)
         ->check(CLI::IsMember({"csv", "json"}));
     command
         ->add_option("--columns", options->columns,
-                     "Columns of summary and events, separated by commas: parameter keys, and for "
-                     "events type, start, end")
+                     "Columns of summary and events, separated by commas: parameter keys, for "
+                     "summary recorded figures too, and for events type, start, end")
         ->delimiter(',');
     command
         ->add_option("--separator", options->separator,

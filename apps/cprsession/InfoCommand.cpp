@@ -3,14 +3,16 @@
 
 #include "Command.h"
 #include "sessionfiles/SessionFile.h"
-#include "sessionreview/Figures.h"
+#include "sessionreview/RecordedFigures.h"
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
+#include <private/Units.h>
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLocale>
 #include <QMetaEnum>
 
 #include <memory>
@@ -19,6 +21,7 @@ namespace {
 
 using E = CPREventBase;
 using sessionreview::Figures;
+using sessionreview::SessionReview;
 
 struct InfoOptions {
     std::string session;
@@ -42,9 +45,52 @@ QString orUnknown(const QString &text)
     return text.isEmpty() ? QStringLiteral("not known") : text;
 }
 
-QString infoText(const CPRData &session, const Figures &figures,
+QString recordedText(const SessionReview &review)
+{
+    constexpr int titleWidth = 36;
+    QString text;
+    const auto line = [&text](const QString &title, const QString &value) {
+        text += QStringLiteral("  ") + title.leftJustified(titleWidth) + value + QLatin1Char('\n');
+    };
+    for (const sessionreview::RecordedFigure &figure : sessionreview::recordedFigures()) {
+        if (const std::optional<double> value = figure.value(review))
+            line(figure.titleText(), figure.text(*value, QLocale::c()));
+    }
+    int number = 0;
+    for (const sessionreview::ShockPauses &shock : sessionreview::shockPausesOf(review)) {
+        ++number;
+        line(sessionreview::shockTitle(shock, number),
+             sessionreview::shockText(shock, QLocale::c()));
+    }
+    return text;
+}
+
+QJsonObject recordedObject(const SessionReview &review)
+{
+    QJsonObject object;
+    for (const sessionreview::RecordedFigure &figure : sessionreview::recordedFigures()) {
+        if (const std::optional<double> value = figure.value(review))
+            object.insert(QLatin1String(figure.key), *value);
+    }
+    QJsonArray shocks;
+    for (const sessionreview::ShockPauses &shock : sessionreview::shockPausesOf(review)) {
+        QJsonObject pauses{{QStringLiteral("time_s"), double(shock.msecs) / Units::msecsPerSecond}};
+        if (shock.before)
+            pauses.insert(QStringLiteral("pre_shock_pause_s"), *shock.before);
+        if (shock.after)
+            pauses.insert(QStringLiteral("post_shock_pause_s"), *shock.after);
+        if (shock.around)
+            pauses.insert(QStringLiteral("peri_shock_pause_s"), *shock.around);
+        shocks.append(pauses);
+    }
+    object.insert(QStringLiteral("shock_pauses"), shocks);
+    return object;
+}
+
+QString infoText(const CPRData &session, const SessionReview &review,
                  const sessionfiles::LoadResult &loaded)
 {
+    const Figures &figures = review.figures;
     QString text;
     const auto line = [&text](const char *label, const QString &value) {
         text += QString::fromLatin1(label).leftJustified(14) + value + QLatin1Char('\n');
@@ -90,12 +136,14 @@ QString infoText(const CPRData &session, const Figures &figures,
         line("Members", QStringLiteral("read in part"));
     else
         line("Members", QStringLiteral("NOT READ: ") + loaded.missing().join(QLatin1String(", ")));
+    text += QStringLiteral("Worked out from the recorded events\n") + recordedText(review);
     return text;
 }
 
-QJsonObject infoObject(const CPRData &session, const Figures &figures,
+QJsonObject infoObject(const CPRData &session, const SessionReview &review,
                        const sessionfiles::LoadResult &loaded)
 {
+    const Figures &figures = review.figures;
     QJsonObject object{
         {QStringLiteral("file"), session.filename()},
         {QStringLiteral("learners"), QJsonArray::fromStringList(figures.learners)},
@@ -110,6 +158,7 @@ QJsonObject infoObject(const CPRData &session, const Figures &figures,
         {QStringLiteral("guidelines"), figures.guidelines},
         {QStringLiteral("complete"), loaded.isComplete},
         {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
+        {QStringLiteral("recorded"), recordedObject(review)},
     };
     if (figures.hasStatistics) {
         object.insert(QStringLiteral("mean_depth_mm"), figures.meanDepth);
@@ -135,9 +184,9 @@ ExitStatus runInfo(const InfoOptions &options)
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
     if (!loaded.isArchive)
         return fail(QStringLiteral("%1 cannot be read as a session archive").arg(name));
-    const Figures figures = sessionreview::figuresOf(session);
-    const auto json = [&] { return QJsonDocument(infoObject(session, figures, loaded)).toJson(); };
-    print(options.asJson ? QString::fromUtf8(json()) : infoText(session, figures, loaded));
+    const SessionReview review = sessionreview::reviewOf(session);
+    const auto json = [&] { return QJsonDocument(infoObject(session, review, loaded)).toJson(); };
+    print(options.asJson ? QString::fromUtf8(json()) : infoText(session, review, loaded));
     return loaded.isComplete ? ExitStatus::Done : ExitStatus::Failed;
 }
 

@@ -3,7 +3,7 @@
 
 #include "sessionfiles/SessionTable.h"
 
-#include "sessionreview/Figures.h"
+#include "sessionreview/RecordedFigures.h"
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
@@ -25,31 +25,98 @@ using E = CPREventBase;
 using Column = TableWriter::Column;
 using Row = TableWriter::Row;
 
-// The parameters with these names; false, and the reason in error, when one is unknown.
-bool parametersOf(const QStringList &names, QVector<E::ParameterType> &parameters, QString *error)
+// The parameter of that name; false, and the reason in error, when there is none.
+bool parameterOf(const QString &name, E::ParameterType &parameter, QString *error)
 {
-    for (const QString &name : names) {
-        E::ParameterType parameter{};
-        if (!E::parameterFromKey(name, parameter)) {
-            *error = QStringLiteral("there is no column \"%1\"").arg(name);
-            return false;
-        }
-        parameters.append(parameter);
-    }
-    return true;
+    if (E::parameterFromKey(name, parameter))
+        return true;
+    *error = QStringLiteral("there is no column \"%1\"").arg(name);
+    return false;
 }
 
 // One row per session, made by the library's own CSV export: each parameter from the earliest
-// event that holds it.
+// event that holds it. What was worked out from the recorded events stands behind.
 class SummaryTable final : public SessionTable {
 public:
-    explicit SummaryTable(const QVector<E::ParameterType> &parameters)
+    static std::unique_ptr<SummaryTable> create(const QStringList &names, QString *error)
     {
-        for (E::ParameterType parameter : parameters)
-            m_columns.append({parameter, E::parameterKey(parameter)});
+        auto table = std::make_unique<SummaryTable>();
+        for (const QString &name : names) {
+            const auto &figures = sessionreview::recordedFigures();
+            const auto figure =
+                std::find_if(figures.begin(), figures.end(),
+                             [&name](const auto &each) { return nameOf(each) == name; });
+            Cell cell{figure == figures.end() ? nullptr : &*figure, {}};
+            if (!cell.figure && !parameterOf(name, cell.parameter, error))
+                return nullptr;
+            table->m_cells.append(cell);
+        }
+        return table;
     }
 
-    static QVector<E::ParameterType> usualColumns()
+    static QStringList usualColumns()
+    {
+        QStringList names;
+        for (E::ParameterType parameter : usualParameters())
+            names.append(E::parameterKey(parameter));
+        for (const RecordedFigure &figure : sessionreview::recordedFigures())
+            names.append(nameOf(figure));
+        return names;
+    }
+
+    QVector<Column> columns() const override
+    {
+        QVector<Column> columns;
+        for (const Cell &cell : m_cells) {
+            // The name of a figure says its unit.
+            columns.append(
+                cell.figure ? Column{nameOf(*cell.figure), QString()}
+                            : Column{E::parameterKey(cell.parameter), E::unitText(cell.parameter)});
+        }
+        return columns;
+    }
+
+    bool writeRows(const CPRData &session, const WriteRow &write) const override
+    {
+        // A copy lists all three standing events; in a session from a file only one is listed.
+        const auto copy = std::make_unique<CPRData>(session);
+        const bool needsReview = std::any_of(m_cells.begin(), m_cells.end(),
+                                             [](const Cell &cell) { return cell.figure; });
+        const auto review =
+            needsReview ? sessionreview::reviewOf(session) : sessionreview::SessionReview();
+        Row row;
+        for (const Cell &cell : m_cells) {
+            if (cell.figure) {
+                const std::optional<double> value = cell.figure->value(review);
+                row.append(value ? QVariant(*value) : QVariant::fromValue(nullptr));
+                continue;
+            }
+            if (!hasArrived(*copy->cprEvents(), cell.parameter)) {
+                row.append(QVariant::fromValue(nullptr));
+                continue;
+            }
+            QBuffer text;
+            text.open(QIODevice::WriteOnly);
+            copy->cprEvents()->write(&text, {{cell.parameter, E::parameterKey(cell.parameter)}},
+                                     QString());
+            row.append(QString::fromUtf8(text.data()));
+        }
+        return write(row);
+    }
+
+private:
+    using RecordedFigure = sessionreview::RecordedFigure;
+    struct Cell {
+        const RecordedFigure *figure; // null for a parameter
+        E::ParameterType parameter;
+    };
+
+    static QString nameOf(const RecordedFigure &figure)
+    {
+        return QLatin1String("recorded_") + QLatin1String(figure.key);
+    }
+
+    static QVector<E::ParameterType> usualParameters()
     {
         return {E::students,
                 E::startTime,
@@ -76,33 +143,6 @@ public:
                 E::inactivityTime};
     }
 
-    QVector<Column> columns() const override
-    {
-        QVector<Column> columns;
-        for (const auto &column : m_columns)
-            columns.append({column.second, E::unitText(column.first)});
-        return columns;
-    }
-
-    bool writeRows(const CPRData &session, const WriteRow &write) const override
-    {
-        // A copy lists all three standing events; in a session from a file only one is listed.
-        const auto copy = std::make_unique<CPRData>(session);
-        Row row;
-        for (const auto &column : m_columns) {
-            if (!hasArrived(*copy->cprEvents(), column.first)) {
-                row.append(QVariant::fromValue(nullptr));
-                continue;
-            }
-            QBuffer cell;
-            cell.open(QIODevice::WriteOnly);
-            copy->cprEvents()->write(&cell, {column}, QString());
-            row.append(QString::fromUtf8(cell.data()));
-        }
-        return write(row);
-    }
-
-private:
     static bool hasArrived(const CPREvents &events, E::ParameterType parameter)
     {
         const auto &listed = events.events();
@@ -113,7 +153,7 @@ private:
         return earliest != listed.end() && sessionreview::hasArrived(*earliest, parameter);
     }
 
-    E::ParameterMapList_t m_columns;
+    QVector<Cell> m_cells;
 };
 
 // One row per event.
@@ -131,10 +171,10 @@ public:
             if (fixed != end) {
                 table->m_cells.append(Cell{fixed, {}});
             } else {
-                QVector<E::ParameterType> parameter;
-                if (!parametersOf({name}, parameter, error))
+                Cell cell{};
+                if (!parameterOf(name, cell.parameter, error))
                     return nullptr;
-                table->m_cells.append(Cell{nullptr, parameter.first()});
+                table->m_cells.append(cell);
             }
         }
         return table;
@@ -282,13 +322,9 @@ SessionTable::~SessionTable() = default;
 std::unique_ptr<SessionTable> SessionTable::create(const QString &what, const QStringList &columns,
                                                    QString *error)
 {
-    if (what == QLatin1String("summary")) {
-        QVector<E::ParameterType> parameters;
-        if (!parametersOf(columns, parameters, error))
-            return nullptr;
-        return std::make_unique<SummaryTable>(parameters.isEmpty() ? SummaryTable::usualColumns()
-                                                                   : parameters);
-    }
+    if (what == QLatin1String("summary"))
+        return SummaryTable::create(columns.isEmpty() ? SummaryTable::usualColumns() : columns,
+                                    error);
     if (what == QLatin1String("events"))
         return EventTable::create(columns.isEmpty() ? EventTable::usualColumns() : columns, error);
     if (!columns.isEmpty()) {

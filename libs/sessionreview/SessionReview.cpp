@@ -152,7 +152,7 @@ void findRuns(SessionReview &review)
              hasCycles && ventilation != review.ventilations.cend() && moment(*ventilation) < msecs;
              ++ventilation) {
             if (cycles.empty())
-                cycles.push_back({ventilation->begin, ventilation->end, 0, 0, false});
+                cycles.push_back({ventilation->begin, ventilation->end, 0, 0, false, false});
             cycles.back().end = std::max(cycles.back().end, ventilation->end);
             ++cycles.back().ventilations;
         }
@@ -165,7 +165,7 @@ void findRuns(SessionReview &review)
         const bool hasPaused = pause != review.pauses.cend() && pause->begin < compression.begin;
         if (!before || cycles.empty() || cycles.back().ventilations > 0 || hasPaused
             || gapBetween(*before, compression) > maxGap(compression)) {
-            cycles.push_back({compression.begin, compression.end, 0, 0, false});
+            cycles.push_back({compression.begin, compression.end, 0, 0, false, false});
             compression.rate = 0; // it would show the length of the pause
         } else {
             cycles.back().compressions += missingBetween(*before, compression);
@@ -183,12 +183,62 @@ void judgeCycles(SessionReview &review)
     const int ventilations = review.targets.ventilationsPerCycle;
     if (compressions <= 0 || ventilations <= 0)
         return;
-    for (Cycle &cycle : review.cycles) {
-        const bool isLast = &cycle == &review.cycles.back();
-        const bool tooMany = cycle.compressions > compressions || cycle.ventilations > ventilations;
-        const bool tooFew = cycle.compressions < compressions || cycle.ventilations < ventilations;
-        cycle.isMiscounted = cycle.compressions > 0 && (tooMany || (tooFew && !isLast));
+    auto request = review.standClear.cbegin();
+    for (auto cycle = review.cycles.begin(); cycle != review.cycles.end(); ++cycle) {
+        const auto next = cycle + 1;
+        const auto isBefore = [&](const Span &each) { return each.begin < cycle->begin; };
+        request = std::find_if_not(request, review.standClear.cend(), isBefore);
+        const bool isCutOff = next == review.cycles.end()
+            || (request != review.standClear.cend() && request->begin < next->begin);
+        const bool tooMany =
+            cycle->compressions > compressions || cycle->ventilations > ventilations;
+        const bool tooFew =
+            cycle->compressions < compressions || cycle->ventilations < ventilations;
+        cycle->isJudged = cycle->compressions > 0 && (tooMany || !tooFew || !isCutOff);
+        cycle->isMiscounted = cycle->isJudged && (tooMany || tooFew);
     }
+}
+
+/// What a flag says about standing clear: true begins it, false ends it.
+std::optional<bool> asksToStandClear(const Flag &flag)
+{
+    if (flag.kind == Flag::Kind::Shock)
+        return false;
+    if (flag.kind != Flag::Kind::Aed)
+        return std::nullopt;
+    switch (flag.code) {
+    case E::AEDAnalyzing:
+    case E::AEDShockAdvised:
+    case E::AEDStartCharging:
+    case E::AEDReadyToShock:
+        return true;
+    case E::AEDPowerOff:
+    case E::AEDNoShockIndicated:
+    case E::AEDShockCancelled:
+    case E::AEDShockDelivered:
+    case E::AEDAnalyzingInterrupted:
+    case E::AEDFailure:
+    case E::AEDPadsLoose:
+        return false;
+    default:
+        return std::nullopt;
+    }
+}
+
+void findStandClear(SessionReview &review)
+{
+    bool isAsked = false;
+    for (const Flag &flag : review.flags) {
+        const std::optional<bool> asks = asksToStandClear(flag);
+        if (asks.has_value() && *asks != isAsked) {
+            if (*asks)
+                review.standClear.push_back({flag.msecs, flag.msecs});
+            isAsked = *asks;
+            review.standClear.back().end = flag.msecs;
+        }
+    }
+    if (isAsked)
+        review.standClear.back().end = review.end;
 }
 
 } // namespace
@@ -232,6 +282,7 @@ SessionReview reviewOf(const CPRData &session)
     review.figures = figuresOf(session);
     review.targets = targetsOf(session);
     readEvents(review, session);
+    findStandClear(review);
     findRuns(review);
     judgeCycles(review);
     for (Compression &compression : review.compressions)

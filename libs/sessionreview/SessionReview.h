@@ -27,8 +27,11 @@ struct Cycle {
     int end = 0; ///< ms of session time
     int compressions = 0; ///< their number, with those of which no message arrived
     int ventilations = 0; ///< their number
-    /// Other numbers than the guideline set asks for. Never set for the ventilations before the
-    /// first compression, nor for a cycle that the end of the session may have cut off.
+    /// Its numbers are compared with the guideline set's. Not those of the ventilations before the
+    /// first compression, nor those of a cycle that the end of the session or the AED may have cut
+    /// off.
+    bool isJudged = false;
+    /// Other numbers than the guideline set asks for.
     bool isMiscounted = false;
 };
 
@@ -60,6 +63,9 @@ struct SessionReview {
     std::vector<Span> pauses;
     std::vector<Span> losses; ///< from the first sample that is missing to the one that arrived
     std::vector<Flag> flags;
+    /// The AED has everybody stand clear: from the start of an analysis to the shock, or until it
+    /// says that there is none. Open ones last to the end.
+    std::vector<Span> standClear;
     /// @}
     int end = 0; ///< ms; where the last event ends
 };

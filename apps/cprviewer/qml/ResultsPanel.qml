@@ -56,12 +56,40 @@ Card {
         ScoreTile { visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime }
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
     }
-    PageText {
-        anchors { left: who.right; verticalCenter: parent.verticalCenter; margins: Look.padding }
+    Row {
+        id: recorded
+
+        readonly property var keys: ["compression_fraction", "correct_depth_percent", "correct_rate_percent",
+                                     "complete_release_percent", "correct_volume_percent"]
+        readonly property bool hasTiles: width > 1 // more than the line
+
+        anchors { left: who.right; top: parent.top; margins: Look.padding }
+        spacing: Look.padding
         visible: !summary.hasScores
-        text: panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores.")
+
+        Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
+        Repeater {
+            model: RecordedFigureModel { session: summary.hasScores ? null : panel.session }
+            delegate: ScoreTile {
+                required property string key
+                required property string name
+                required property var value
+
+                visible: recorded.keys.includes(key) && value !== undefined
+                title: name
+                percent: Math.round(key === "compression_fraction" ? 100 * value : value)
+            }
+        }
+    }
+    PageText {
+        anchors { left: recorded.right; right: parent.right; verticalCenter: parent.verticalCenter; margins: Look.padding }
+        visible: !summary.hasScores
+        text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores."))
+              + (recorded.hasTiles ? " " + qsTr("These figures are worked out from the recorded events.") : "")
         color: Look.muted
-        font.pixelSize: Look.title
+        font.pixelSize: Look.normal
+        wrapMode: Text.WordWrap
+        maximumLineCount: 5
     }
     Column {
         anchors { left: tiles.right; right: parent.right; top: parent.top; margins: Look.padding }

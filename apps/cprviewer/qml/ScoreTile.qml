@@ -14,7 +14,7 @@ Item {
     property bool isMain: false
 
     implicitHeight: Math.round(90 * Look.unit)
-    implicitWidth: Math.round(104 * Look.unit)
+    implicitWidth: Math.max(Math.round(104 * Look.unit), caption.implicitWidth)
     Accessible.role: Accessible.Indicator
     Accessible.name: tile.title + ": " + number.text
 

@@ -73,6 +73,11 @@ Card {
                 session: panel.session
                 onFocused: histogram => results.reveal(histogram)
             }
+            RecordedFacts {
+                objectName: "recorded"
+                width: parent.width
+                session: panel.session
+            }
             Facts {
                 objectName: "statistics"
                 width: parent.width

@@ -488,6 +488,33 @@
     </message>
 </context>
 <context>
+    <name>RecordedFacts</name>
+    <message>
+        <source>From the recorded events</source>
+        <translation>Aus den aufgezeichneten Ereignissen</translation>
+    </message>
+    <message>
+        <source>Recording</source>
+        <translation>Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>Manikin</source>
+        <translation>Übungspuppe</translation>
+    </message>
+    <message>
+        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording&apos;s mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
+        <translation>Aufzeichnung: aus den angekommenen Ereignissen berechnet. Übungspuppe: von ihr gesendet, nach ihren eigenen Regeln. Beide können voneinander abweichen: Die mittlere Frequenz der Aufzeichnung folgt aus dem Abstand zweier Kompressionen, die Anteile aus der laufenden Frequenz, die die Puppe anzeigte; Lücken bis 2 s zählen als Kompressionszeit; was unterwegs verloren ging, kennt nur die Puppe.</translation>
+    </message>
+    <message>
+        <source>An empty cell was not sent, or there is nothing to work it out from.</source>
+        <translation>Eine leere Zelle wurde nicht gesendet oder lässt sich nicht berechnen.</translation>
+    </message>
+    <message>
+        <source>The manikin has sent no figures of its own.</source>
+        <translation>Die Übungspuppe hat keine eigenen Werte gesendet.</translation>
+    </message>
+</context>
+<context>
     <name>ResultsPanel</name>
     <message>
         <source>No learner named</source>
@@ -528,6 +555,10 @@
     <message>
         <source>Scores come at the end.</source>
         <translation>Die Bewertung kommt am Ende.</translation>
+    </message>
+    <message>
+        <source>These figures are worked out from the recorded events.</source>
+        <translation>Diese Werte sind aus den aufgezeichneten Ereignissen berechnet.</translation>
     </message>
 </context>
 <context>
@@ -2456,6 +2487,166 @@
     <message>
         <source>shock %1 J</source>
         <translation>Schock %1 J</translation>
+    </message>
+    <message>
+        <source>per min</source>
+        <translation>pro min</translation>
+    </message>
+    <message>
+        <source>s</source>
+        <translation>s</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Mean depth</source>
+        <translation>Mittlere Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Deviation of depth</source>
+        <translation>Streuung der Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Correct depth</source>
+        <translation>Richtige Drucktiefe</translation>
+    </message>
+    <message>
+        <source>Mean rate</source>
+        <translation>Mittlere Frequenz</translation>
+    </message>
+    <message>
+        <source>Deviation of rate</source>
+        <translation>Streuung der Frequenz</translation>
+    </message>
+    <message>
+        <source>Correct rate</source>
+        <translation>Richtige Frequenz</translation>
+    </message>
+    <message>
+        <source>Mean release depth</source>
+        <translation>Mittlere Resttiefe</translation>
+    </message>
+    <message>
+        <source>Deviation of release depth</source>
+        <translation>Streuung der Resttiefe</translation>
+    </message>
+    <message>
+        <source>Complete release</source>
+        <translation>Vollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Incomplete release (leaning)</source>
+        <translation>Unvollständige Entlastung</translation>
+    </message>
+    <message>
+        <source>Correct hand position</source>
+        <translation>Richtiger Druckpunkt</translation>
+    </message>
+    <message>
+        <source>Wrong hand position</source>
+        <translation>Falscher Druckpunkt</translation>
+    </message>
+    <message>
+        <source>Depth, rate and release correct</source>
+        <translation>Tiefe, Frequenz und Entlastung richtig</translation>
+    </message>
+    <message>
+        <source>Chest compression fraction</source>
+        <translation>Anteil der Kompressionszeit</translation>
+    </message>
+    <message>
+        <source>Longest pause</source>
+        <translation>Längste Pause</translation>
+    </message>
+    <message>
+        <source>Pauses of more than 10 s</source>
+        <translation>Pausen über 10 s</translation>
+    </message>
+    <message>
+        <source>Mean pause for ventilations</source>
+        <translation>Mittlere Beatmungspause</translation>
+    </message>
+    <message>
+        <source>Pauses that the AED asked for</source>
+        <translation>Vom AED verlangte Pausen</translation>
+    </message>
+    <message>
+        <source>Shocks</source>
+        <translation>Schocks</translation>
+    </message>
+    <message>
+        <source>Mean pause before a shock</source>
+        <translation>Mittlere Pause vor Schock</translation>
+    </message>
+    <message>
+        <source>Mean pause after a shock</source>
+        <translation>Mittlere Pause nach Schock</translation>
+    </message>
+    <message>
+        <source>Mean pause around a shock</source>
+        <translation>Mittlere Pause um den Schock</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Mean volume</source>
+        <translation>Mittleres Volumen</translation>
+    </message>
+    <message>
+        <source>Deviation of volume</source>
+        <translation>Streuung des Volumens</translation>
+    </message>
+    <message>
+        <source>Correct volume</source>
+        <translation>Richtiges Volumen</translation>
+    </message>
+    <message>
+        <source>Not enough volume</source>
+        <translation>Zu wenig Volumen</translation>
+    </message>
+    <message>
+        <source>Too much volume</source>
+        <translation>Zu viel Volumen</translation>
+    </message>
+    <message>
+        <source>Cycles counted correctly</source>
+        <translation>Richtig gezählte Zyklen</translation>
+    </message>
+    <message>
+        <source>Compressions per cycle</source>
+        <translation>Kompressionen pro Zyklus</translation>
+    </message>
+    <message>
+        <source>Compressions asked for per cycle</source>
+        <translation>Verlangte Kompressionen pro Zyklus</translation>
+    </message>
+    <message>
+        <source>Ventilations per cycle</source>
+        <translation>Beatmungen pro Zyklus</translation>
+    </message>
+    <message>
+        <source>Ventilations asked for per cycle</source>
+        <translation>Verlangte Beatmungen pro Zyklus</translation>
+    </message>
+    <message>
+        <source>Shock %1 at %2:%3</source>
+        <translation>Schock %1 bei %2:%3</translation>
+    </message>
+    <message>
+        <source>before %1</source>
+        <translation>vorher %1</translation>
+    </message>
+    <message>
+        <source>after %1</source>
+        <translation>nachher %1</translation>
+    </message>
+    <message>
+        <source>around %1</source>
+        <translation>gesamt %1</translation>
     </message>
 </context>
 </TS>
