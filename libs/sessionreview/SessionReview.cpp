@@ -3,6 +3,8 @@
 
 #include "sessionreview/SessionReview.h"
 
+#include "sessionreview/StandClear.h"
+
 #include <CPRData.h>
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
@@ -232,6 +234,7 @@ SessionReview reviewOf(const CPRData &session)
     review.figures = figuresOf(session);
     review.targets = targetsOf(session);
     readEvents(review, session);
+    review.standClear = standClearOf(review.flags);
     findRuns(review);
     judgeCycles(review);
     for (Compression &compression : review.compressions)

@@ -60,6 +60,7 @@ struct SessionReview {
     std::vector<Span> pauses;
     std::vector<Span> losses; ///< from the first sample that is missing to the one that arrived
     std::vector<Flag> flags;
+    std::vector<Span> standClear; ///< the AED has everybody stand clear
     /// @}
     int end = 0; ///< ms; where the last event ends
 };
