@@ -10,6 +10,8 @@
 #include <sessionplot/Scales.h>
 
 #include <cmath>
+#include <tuple>
+#include <utility>
 
 namespace cprquick {
 
@@ -36,6 +38,7 @@ LiveFigures::LiveFigures(QObject *parent) : QObject(parent)
     connect(&m_reading, &QTimer::timeout, this, &LiveFigures::read);
     connect(&m_watcher, &SessionWatcher::sessionChanged, this, [this] {
         m_areEventsStale = true;
+        m_liveAdvice = LiveAdvice();
         read();
         Q_EMIT sessionChanged();
     });
@@ -77,16 +80,17 @@ void LiveFigures::read()
 {
     m_reading.stop();
     readWaves();
-    readPause();
-    if (!std::exchange(m_areEventsStale, false))
-        return;
-    const Targets targets = session() ? targetsOf(*session()) : Targets();
-    readEvents(targets);
-    if (targets != m_targets) {
-        m_targets = targets;
-        Q_EMIT targetsChanged();
-        Q_EMIT waveChanged(); // the rate is judged anew
+    if (std::exchange(m_areEventsStale, false)) {
+        const Targets targets = session() ? targetsOf(*session()) : Targets();
+        readEvents(targets);
+        if (targets != m_targets) {
+            m_targets = targets;
+            Q_EMIT targetsChanged();
+            Q_EMIT waveChanged(); // the rates are judged anew
+        }
     }
+    readPause();
+    readAdvice();
 }
 
 void LiveFigures::readWaves()
@@ -118,12 +122,49 @@ void LiveFigures::readWaves()
 
 void LiveFigures::readPause()
 {
-    const CPREvents *events = m_watcher.events();
-    const int secs = events ? runningPause(*events, m_wave.time) : 0;
-    if (secs == m_pause)
+    Pause now;
+    if (const CPREvents *events = m_watcher.events()) {
+        const int msecs = m_wave.time;
+        const RunningPause pause = runningPause(*events, m_latest, m_targets, msecs);
+        now = {pause.msecs / msecsPerSecond, pause.isTooLong, pause.isAskedFor,
+               m_latest.compression && isOutdated(*m_latest.compression, msecs),
+               m_latest.ventilation && isOutdated(*m_latest.ventilation, msecs)};
+    }
+    const auto values = [](const Pause &p) {
+        return std::tie(p.secs, p.isTooLong, p.isAskedFor, p.isCompressionOutdated,
+                        p.isVentilationOutdated);
+    };
+    if (values(now) == values(m_pause))
         return;
-    m_pause = secs;
+    m_pause = now;
     Q_EMIT pauseChanged();
+}
+
+void LiveFigures::readAdvice()
+{
+    QString advice;
+    Tone tone = Silence;
+    if (!session()) {
+        // nothing to say
+    } else if (m_score >= 0) {
+        advice = adviceText(figuresOf(*session()).primaryAdvice);
+        tone = Result;
+    } else {
+        m_liveAdvice.follow(*session(), m_targets, m_wave.time);
+        const Prompt prompt = m_liveAdvice.prompt();
+        advice = promptText(prompt);
+        if (isFault(prompt))
+            tone = Fault;
+        else if (prompt == Prompt::Right)
+            tone = Praise;
+        else if (prompt != Prompt::None)
+            tone = Instruction;
+    }
+    if (advice == m_advice && tone == m_adviceTone)
+        return;
+    m_advice = advice;
+    m_adviceTone = tone;
+    Q_EMIT adviceChanged();
 }
 
 void LiveFigures::readEvents(const Targets &targets)
@@ -132,6 +173,8 @@ void LiveFigures::readEvents(const Targets &targets)
     m_latest = events ? latestEventsOf(*session(), targets) : LatestEvents();
     m_compressionCount = events ? events->count(E::TagComp) : 0;
     m_ventilationCount = events ? events->count(E::TagVent) : 0;
+    const Figures figures = events ? figuresOf(*session()) : Figures();
+    m_score = figures.hasScores ? figures.overallScore : -1;
     Q_EMIT eventsChanged();
 }
 
@@ -155,9 +198,22 @@ LiveFigures::Side LiveFigures::rateSide() const
     return m_wave.rate > 0 ? shown(m_targets.rate.side(m_wave.rate)) : Unknown;
 }
 
-QString LiveFigures::advice() const
+LiveFigures::Side LiveFigures::ventilationRateSide() const
 {
-    return adviceText(m_latest.advice);
+    return m_wave.ventilationRate > 0
+        ? shown(m_targets.ventilationRate.side(m_wave.ventilationRate))
+        : Unknown;
+}
+
+QString LiveFigures::aed() const
+{
+    QString text = m_latest.aed ? flagText(*m_latest.aed) : QString();
+    return text.replace(0, 1, text.left(1).toUpper());
+}
+
+QString LiveFigures::rhythm() const
+{
+    return m_latest.rhythm == E::AED_NoECGRhythm ? QString() : rhythmText(m_latest.rhythm);
 }
 
 } // namespace cprquick

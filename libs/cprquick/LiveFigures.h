@@ -6,7 +6,7 @@
 
 #include "cprquick/SessionWatcher.h"
 
-#include "sessionreview/LatestEvents.h"
+#include "sessionreview/LiveAdvice.h"
 
 #include <QtQml/qqml.h>
 
@@ -49,30 +49,59 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     /// The last compression was released completely; true before the first.
     Q_PROPERTY(bool     isReleased           READ isReleased           NOTIFY eventsChanged)
     /// @{
-    /// On which side of its band the last depth, the rate and the last volume lie.
+    /// On which side of its band the last depth, the rates and the last volume lie.
     Q_PROPERTY(Side     depthSide            READ depthSide            NOTIFY eventsChanged)
     Q_PROPERTY(Side     rateSide             READ rateSide             NOTIFY waveChanged)
     Q_PROPERTY(Side     volumeSide           READ volumeSide           NOTIFY eventsChanged)
+    Q_PROPERTY(Side     ventilationRateSide  READ ventilationRateSide  NOTIFY waveChanged)
     /// @}
     /// @{
-    /// Faults of the last compression or ventilation, whichever came later. One sentence to the
-    /// learner about the worst of them; empty when all is right. Once the manikin has sent its
-    /// scores it is the first advice on the session.
+    /// What the last compression and the last ventilation were is so long ago that it says nothing
+    /// about now. False before the first.
+    Q_PROPERTY(bool     isCompressionOutdated READ isCompressionOutdated NOTIFY pauseChanged)
+    Q_PROPERTY(bool     isVentilationOutdated READ isVentilationOutdated NOTIFY pauseChanged)
+    /// @}
+    /// Faults of the last compression or ventilation, whichever came later.
     Q_PROPERTY(QStringList faults            READ faults               NOTIFY eventsChanged)
-    Q_PROPERTY(QString  advice               READ advice               NOTIFY eventsChanged)
+    /// @{
+    /// One sentence to the learner, which stays long enough to be read, and what kind of sentence
+    /// it is; empty while there is nothing to say. Once the manikin has sent its scores it is the
+    /// first advice on the session, and the score stands beside it, in percent; -1 until then.
+    Q_PROPERTY(QString  advice               READ advice               NOTIFY adviceChanged)
+    Q_PROPERTY(Tone     adviceTone           READ adviceTone           NOTIFY adviceChanged)
+    Q_PROPERTY(int      score                READ score                NOTIFY eventsChanged)
     /// @}
     /// @{
-    /// Compressions, and the ventilations that followed them, in the cycle that is running.
+    /// What the AED is at and the rhythm that it sees, in words; empty while there is none.
+    Q_PROPERTY(QString  aed                  READ aed                  NOTIFY eventsChanged)
+    Q_PROPERTY(QString  rhythm               READ rhythm               NOTIFY eventsChanged)
+    /// @}
+    /// @{
+    /// What is trained or done: the protocol's part that a page needs.
+    Q_PROPERTY(bool     hasCompressions      READ hasCompressions      NOTIFY eventsChanged)
+    Q_PROPERTY(bool     hasVentilations      READ hasVentilations      NOTIFY eventsChanged)
+    /// @}
+    /// @{
+    /// Compressions, and the ventilations that followed them, in the cycle that is running; whether
+    /// they are already more than the protocol asks for.
     Q_PROPERTY(int      compressionsInCycle  READ compressionsInCycle  NOTIFY eventsChanged)
     Q_PROPERTY(int      ventilationsInCycle  READ ventilationsInCycle  NOTIFY eventsChanged)
+    Q_PROPERTY(bool     hasTooManyCompressions READ hasTooManyCompressions NOTIFY eventsChanged)
+    Q_PROPERTY(bool     hasTooManyVentilations READ hasTooManyVentilations NOTIFY eventsChanged)
     /// @}
     /// @{
     /// Compressions and ventilations of the session.
     Q_PROPERTY(int      compressionCount     READ compressionCount     NOTIFY eventsChanged)
     Q_PROPERTY(int      ventilationCount     READ ventilationCount     NOTIFY eventsChanged)
     /// @}
-    /// Length of the pause that is running, s; 0 when none is.
+    /// @{
+    /// Time since the last compression, or without compressions in the protocol since the last
+    /// ventilation, s; 0 while no pause is running. Whether the rescuer should go on, and whether
+    /// the AED asked for it.
     Q_PROPERTY(int      pause                READ pause                NOTIFY pauseChanged)
+    Q_PROPERTY(bool     isPauseTooLong       READ isPauseTooLong       NOTIFY pauseChanged)
+    Q_PROPERTY(bool     isPauseAskedFor      READ isPauseAskedFor      NOTIFY pauseChanged)
+    /// @}
 
     /// @{
     /// The limits: depths in mm, rates per minute, volumes in ml, numbers in a cycle. Those of a
@@ -84,6 +113,8 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(int      rateMax              READ rateMax              NOTIFY targetsChanged)
     Q_PROPERTY(int      volumeMin            READ volumeMin            NOTIFY targetsChanged)
     Q_PROPERTY(int      volumeMax            READ volumeMax            NOTIFY targetsChanged)
+    Q_PROPERTY(int      ventilationRateMin   READ ventilationRateMin   NOTIFY targetsChanged)
+    Q_PROPERTY(int      ventilationRateMax   READ ventilationRateMax   NOTIFY targetsChanged)
     Q_PROPERTY(int      compressionsPerCycle READ compressionsPerCycle NOTIFY targetsChanged)
     Q_PROPERTY(int      ventilationsPerCycle READ ventilationsPerCycle NOTIFY targetsChanged)
     /// @}
@@ -93,6 +124,10 @@ public:
     /// Unknown without a value or a band.
     enum Side { Unknown, Below, Inside, Above };
     Q_ENUM(Side)
+    /// What kind of sentence an advice is: none, praise, what to do now, a fault, or the result of
+    /// a session that has ended.
+    enum Tone { Silence, Praise, Instruction, Fault, Result };
+    Q_ENUM(Tone)
 
     /// Shows nothing until it has a session.
     explicit LiveFigures(QObject *parent = nullptr);
@@ -118,13 +153,26 @@ public:
     Side        depthSide() const;
     Side        rateSide() const;
     Side        volumeSide() const;
+    Side        ventilationRateSide() const;
+    bool        isCompressionOutdated() const { return m_pause.isCompressionOutdated; }
+    bool        isVentilationOutdated() const { return m_pause.isVentilationOutdated; }
     QStringList faults() const;
-    QString     advice() const;
+    QString     advice() const               { return m_advice; }
+    Tone        adviceTone() const           { return m_adviceTone; }
+    int         score() const                { return m_score; }
+    QString     aed() const;
+    QString     rhythm() const;
+    bool        hasCompressions() const      { return m_latest.training.compressions; }
+    bool        hasVentilations() const      { return m_latest.training.ventilations; }
+    bool        hasTooManyCompressions() const { return m_latest.hasTooManyCompressions; }
+    bool        hasTooManyVentilations() const { return m_latest.hasTooManyVentilations; }
     int         compressionsInCycle() const  { return m_latest.compressionsInCycle; }
     int         ventilationsInCycle() const  { return m_latest.ventilationsInCycle; }
     int         compressionCount() const     { return m_compressionCount; }
     int         ventilationCount() const     { return m_ventilationCount; }
-    int         pause() const                { return m_pause; }
+    int         pause() const                { return m_pause.secs; }
+    bool        isPauseTooLong() const       { return m_pause.isTooLong; }
+    bool        isPauseAskedFor() const      { return m_pause.isAskedFor; }
     double      depthMin() const             { return m_targets.depth.min; }
     double      depthMax() const             { return m_targets.depth.max; }
     double      releaseDepth() const         { return m_targets.releaseDepth; }
@@ -132,6 +180,8 @@ public:
     int         rateMax() const              { return static_cast<int>(m_targets.rate.max); }
     int         volumeMin() const            { return static_cast<int>(m_targets.volume.min); }
     int         volumeMax() const            { return static_cast<int>(m_targets.volume.max); }
+    int         ventilationRateMin() const   { return static_cast<int>(m_targets.ventilationRate.min); }
+    int         ventilationRateMax() const   { return static_cast<int>(m_targets.ventilationRate.max); }
     int         compressionsPerCycle() const { return m_targets.compressionsPerCycle; }
     int         ventilationsPerCycle() const { return m_targets.ventilationsPerCycle; }
     /// @}
@@ -147,10 +197,18 @@ Q_SIGNALS:
     void waveChanged();
     void eventsChanged();
     void pauseChanged();
+    void adviceChanged();
     void targetsChanged();
     /// @}
 
 private:
+    struct Pause {
+        int secs = 0;
+        bool isTooLong = false;
+        bool isAskedFor = false;
+        bool isCompressionOutdated = false;
+        bool isVentilationOutdated = false;
+    };
     struct WaveFigures {
         int time = 0;
         double depth = 0;
@@ -163,6 +221,7 @@ private:
     void readSoon();
     void read();
     void readWaves();
+    void readAdvice();
     void readEvents(const sessionreview::Targets &targets);
     void readPause();
 
@@ -175,7 +234,11 @@ private:
     sessionreview::LatestEvents m_latest;
     int m_compressionCount = 0;
     int m_ventilationCount = 0;
-    int m_pause = 0;
+    Pause m_pause;
+    sessionreview::LiveAdvice m_liveAdvice;
+    QString m_advice;
+    Tone m_adviceTone = Silence;
+    int m_score = -1;
     sessionreview::Targets m_targets;
 };
 

@@ -14,29 +14,10 @@ namespace sessionreview {
 
 namespace {
 
-using E = CPREventBase;
-
 using Units::msecsPerMinute;
 
 // An end that lies farther behind the peak is not believed.
 constexpr int maxRelease = 2000;
-
-struct FaultAdvice {
-    Fault fault;
-    E::Advice advice;
-};
-
-// The worst first.
-constexpr FaultAdvice advices[] = {
-    {Fault::HandPosition, E::Advice_HandPosition},
-    {Fault::TooShallow, E::Advice_CompressDeepEnough},
-    {Fault::TooDeep, E::Advice_CompressNotSoDeep},
-    {Fault::IncompleteRelease, E::Advice_ReleaseCompletely},
-    {Fault::TooSlow, E::Advice_CorrectRate},
-    {Fault::TooFast, E::Advice_CorrectRate},
-    {Fault::TooLittle, E::Advice_CorrectVolume},
-    {Fault::TooMuch, E::Advice_CorrectVolume},
-};
 
 void setFaults(Faults &faults, Side side, Fault below, Fault above)
 {
@@ -45,15 +26,6 @@ void setFaults(Faults &faults, Side side, Fault below, Fault above)
 }
 
 } // namespace
-
-int adviceOn(Faults faults)
-{
-    for (const FaultAdvice &row : advices) {
-        if (faults.testFlag(row.fault))
-            return row.advice;
-    }
-    return E::Advice_None;
-}
 
 Compression compressionOf(const CPREventCompression &event)
 {

@@ -59,10 +59,6 @@ struct Ventilation {
     Faults faults; ///< none when all is right
 };
 
-/// The advice (CPREventBase::Advice) about the worst of \a faults: what harms the patient first,
-/// then what makes the compression useless.
-int adviceOn(Faults faults);
-
 /// @{
 /// An event's measurements, and the faults that the manikin itself reports. The rest is left for
 /// judge().

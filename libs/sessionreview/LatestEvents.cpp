@@ -3,15 +3,16 @@
 
 #include "sessionreview/LatestEvents.h"
 
-#include "sessionreview/Figures.h"
+#include "sessionreview/StandClear.h"
+#include "sessionreview/Words.h"
 
 #include <CPRData.h>
 #include <CPREventCompression.h>
-#include <CPREventSessionScore.h>
 #include <CPREventVentilation.h>
 #include <private/Units.h>
 
 #include <algorithm>
+#include <utility>
 
 namespace sessionreview {
 
@@ -19,56 +20,154 @@ namespace {
 
 using E = CPREventBase;
 
-// A pause that was not reported for this long is over. Reports come every second.
-constexpr int maxSilenceMs = 2500;
+// The manikin reports a pause every second; two reports may get lost.
+constexpr int maxReportAgeMs = 2500;
+// Guidelines count a gap between compressions as a pause from here on.
+constexpr int minPauseMs = 2 * Units::msecsPerSecond;
+constexpr int maxVentilationPauseMs = 10 * Units::msecsPerSecond;
+constexpr int maxCompressionAgeMs = 3 * Units::msecsPerSecond;
+constexpr int maxVentilationAgeMs = 8 * Units::msecsPerSecond; // alone they come every 4 to 7 s
 
-/// The ventilations behind \a msecs.
-int ventilationsSince(const CPREvents &events, int msecs)
+int ventilationsFrom(const CPREvents &events, int from, int to)
 {
-    const int count = events.count(E::TagVent);
-    int before = count;
-    while (before > 0 && events.at(E::TagVent, before - 1)->msecs() >= msecs)
-        --before;
-    return count - before;
+    int found = 0;
+    for (int i = events.count(E::TagVent) - 1; i >= 0; --i) {
+        const E *event = events.at(E::TagVent, i);
+        if (event->msecs() < from)
+            break;
+        if (event->eventEndTime() <= to)
+            ++found;
+    }
+    return found;
+}
+
+/// The last event of \a tag that has ended by \a msecs.
+template <typename Event>
+auto lastOf(const CPREvents &events, E::EventTag tag, const Targets &targets, int msecs)
+    -> std::optional<decltype(judged(std::declval<const Event &>(), targets))>
+{
+    for (int i = events.count(tag) - 1; i >= 0; --i) {
+        const auto *event = qobject_cast<const Event *>(events.at(tag, i));
+        if (!event || event->msecs() > msecs)
+            continue;
+        const auto entry = judged(*event, targets);
+        if (entry.end <= msecs)
+            return entry;
+    }
+    return std::nullopt;
+}
+
+/// Whether people want to know that the AED is at this: what it tells the rescuer, not how it is.
+bool isStep(const Flag &flag)
+{
+    switch (flag.code) {
+    case E::AEDBatteryLow:
+    case E::AEDPatientMovementStarted:
+    case E::AEDPatientMovementEnded:
+        return false;
+    case E::AEDRemoteControlOtherButtonPressed:
+        return flag.detail == E::RemoteBtnCPRfirst;
+    default:
+        return !aedEventText(flag.code).isEmpty();
+    }
+}
+
+void readAed(LatestEvents &latest, const CPREvents &events, int msecs)
+{
+    std::vector<Flag> flags;
+    // Shocks stand among the events of no other tag.
+    for (const E::EventTag tag : {E::TagAed, E::TagCprd, E::TagOther}) {
+        for (int i = 0; i < events.count(tag); ++i) {
+            const std::optional<Flag> flag = flagOf(*events.at(tag, i));
+            if (flag && flag->msecs <= msecs)
+                flags.push_back(*flag);
+        }
+    }
+    std::stable_sort(flags.begin(), flags.end(),
+                     [](const Flag &a, const Flag &b) { return a.msecs < b.msecs; });
+    for (const Flag &flag : flags) {
+        if (flag.kind == Flag::Kind::Rhythm)
+            latest.rhythm = flag.code;
+        else if (flag.kind == Flag::Kind::Shock || (flag.kind == Flag::Kind::Aed && isStep(flag)))
+            latest.aed = flag;
+        // Not every manikin sends an event of the shock itself beside the AED's.
+        else if (flag.kind == Flag::Kind::Aed && flag.code == E::AEDShockDelivered
+                 && (!latest.aed || latest.aed->kind != Flag::Kind::Shock))
+            latest.aed = Flag{flag.msecs, Flag::Kind::Shock, 0, 0, QString()};
+    }
+    latest.standClear = standClearOf(flags);
 }
 
 } // namespace
 
-LatestEvents latestEventsOf(const CPRData &session, const Targets &targets)
+LatestEvents latestEventsOf(const CPRData &session, const Targets &targets, int msecs)
 {
     LatestEvents latest;
     const CPREvents *events = session.cprEvents();
     if (!events)
         return latest;
+    const Figures figures = figuresOf(session);
+    latest.protocol = figures.protocol;
+    latest.training = figures.training;
 
-    if (const auto *event = qobject_cast<CPREventCompression *>(events->last(E::TagComp))) {
-        latest.compression = judged(*event, targets);
+    latest.compression = lastOf<CPREventCompression>(*events, E::TagComp, targets, msecs);
+    if (latest.compression) {
         latest.compressionsInCycle = latest.compression->number;
         latest.faults = latest.compression->faults;
     }
-    if (const auto *event = qobject_cast<CPREventVentilation *>(events->last(E::TagVent))) {
-        latest.ventilation = judged(*event, targets);
-        if (!latest.compression || latest.ventilation->begin >= latest.compression->begin)
-            latest.faults = latest.ventilation->faults;
-    }
-    latest.ventilationsInCycle = latest.compression
-        ? ventilationsSince(*events, latest.compression->begin)
-        : events->count(E::TagVent);
-    const CPREventSessionScore *score = events->sessionScore();
-    latest.advice = hasArrived(score, E::primaryAdvice)
-        ? score->parameterValue(E::primaryAdvice, 0).toInt()
-        : adviceOn(latest.faults);
+    latest.ventilation = lastOf<CPREventVentilation>(*events, E::TagVent, targets, msecs);
+    if (latest.ventilation
+        && (!latest.compression || latest.ventilation->begin >= latest.compression->begin))
+        latest.faults = latest.ventilation->faults;
+    latest.ventilationsInCycle =
+        ventilationsFrom(*events, latest.compression ? latest.compression->begin : 0, msecs);
+    latest.hasTooManyCompressions = targets.compressionsPerCycle > 0
+        && latest.compressionsInCycle > targets.compressionsPerCycle;
+    latest.hasTooManyVentilations = targets.ventilationsPerCycle > 0 && latest.compression
+        && latest.ventilationsInCycle > targets.ventilationsPerCycle;
+    readAed(latest, *events, msecs);
     return latest;
 }
 
-int runningPause(const CPREvents &events, int msecs)
+bool isOutdated(const Compression &compression, int msecs)
 {
-    const E *pause = events.last(E::TagInactivity);
-    const E *compression = events.last(E::TagComp);
-    if (!pause || qint64(msecs) - pause->eventEndTime() > maxSilenceMs
-        || (compression && compression->msecs() >= pause->eventEndTime()))
-        return 0;
-    return (std::max(msecs, pause->eventEndTime()) - pause->msecs()) / Units::msecsPerSecond;
+    return qint64(msecs) - compression.end > maxCompressionAgeMs;
+}
+
+bool isOutdated(const Ventilation &ventilation, int msecs)
+{
+    return qint64(msecs) - ventilation.end > maxVentilationAgeMs;
+}
+
+RunningPause runningPause(const CPREvents &events, const LatestEvents &latest,
+                          const Targets &targets, int msecs)
+{
+    const bool isPressed = trainingOf(latest.protocol).compressions;
+    if (isPressed ? !latest.compression : !latest.ventilation)
+        return {};
+    const qint64 begin = isPressed ? latest.compression->end : latest.ventilation->end;
+    RunningPause pause;
+    if (msecs - begin < (isPressed ? minPauseMs : targets.maxSilence))
+        return {};
+    pause.msecs = static_cast<int>(msecs - begin);
+    pause.isAskedFor = isStandClear(latest.standClear, msecs);
+    if (pause.isAskedFor)
+        return pause;
+
+    qint64 from = begin; // what counts
+    for (const Span &span : latest.standClear) {
+        if (span.end <= msecs)
+            from = std::max<qint64>(from, span.end);
+    }
+    const E *report = events.last(E::TagInactivity);
+    const auto isSince = [report](const auto &done) {
+        return done && done->begin > report->msecs();
+    };
+    const bool isReported = report && qint64(msecs) - report->eventEndTime() <= maxReportAgeMs
+        && !isSince(latest.compression) && !isSince(latest.ventilation)
+        && msecs - std::max<qint64>(from, report->msecs()) >= targets.maxSilence;
+    pause.isTooLong = isReported || (isPressed && msecs - from > maxVentilationPauseMs);
+    return pause;
 }
 
 } // namespace sessionreview

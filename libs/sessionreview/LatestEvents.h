@@ -4,35 +4,61 @@
 #ifndef SESSIONREVIEW_LATESTEVENTS_H
 #define SESSIONREVIEW_LATESTEVENTS_H
 
-#include "sessionreview/JudgedEvents.h"
+#include "sessionreview/SessionReview.h"
 
+#include <limits>
 #include <optional>
+#include <vector>
 
 class CPRData;
 class CPREvents;
 
 namespace sessionreview {
 
-/// What the learner did last, for those who look on while a session runs.
+/// What the learner and the AED did last, for those who look on while a session runs.
 struct LatestEvents {
+    int protocol = 0; ///< the CPR protocol, 0 to 5
+    Training training; ///< by the protocol, and what was done all the same
     std::optional<Compression> compression; ///< none before the first
     std::optional<Ventilation> ventilation; ///< none before the first
     /// @{
-    /// In the cycle that is running: compressions, and the ventilations that followed them.
+    /// In the cycle that is running: compressions, and the ventilations that followed them; and
+    /// whether they are already more than the protocol asks for.
     int compressionsInCycle = 0;
     int ventilationsInCycle = 0;
+    bool hasTooManyCompressions = false;
+    bool hasTooManyVentilations = false;
     /// @}
     Faults faults; ///< of the compression or the ventilation, whichever came later
-    /// CPREventBase::Advice, on the worst of the faults; once the manikin has sent its scores, the
-    /// first advice on the session.
-    int advice = 0;
+    std::optional<Flag> aed; ///< what the AED did, or the shock; none before the first
+    int rhythm = 0; ///< CPREventBase::AEDEcgRhythms
+    std::vector<Span> standClear; ///< the AED has everybody stand clear
 };
 
-/// The latest events as the session has them now.
-LatestEvents latestEventsOf(const CPRData &session, const Targets &targets);
+/// The latest events as somebody could know them at \a msecs of session time: what lasts is known
+/// when it has ended.
+LatestEvents latestEventsOf(const CPRData &session, const Targets &targets,
+                            int msecs = std::numeric_limits<int>::max());
 
-/// Length in s of the pause that is running at \a msecs of session time; 0 when none is.
-int runningPause(const CPREvents &events, int msecs);
+/// A verdict on what was done that long ago says nothing about now.
+bool isOutdated(const Compression &compression, int msecs);
+/// The same for a ventilation, which is rarer.
+bool isOutdated(const Ventilation &ventilation, int msecs);
+
+/// The time since the last compression, or without compressions in the protocol since the last
+/// ventilation.
+struct RunningPause {
+    int msecs = 0; ///< 0 when none is running, and before the first compression
+    bool isAskedFor = false; ///< the AED has everybody stand clear
+    /// The rescuer should go on: the manikin has reported that nothing is done, or the chest was
+    /// not pressed for 10 s, which guidelines allow for ventilations. Time in which the AED had
+    /// everybody stand clear does not count.
+    bool isTooLong = false;
+};
+
+/// The pause at \a msecs of session time, to which \a latest belongs.
+RunningPause runningPause(const CPREvents &events, const LatestEvents &latest,
+                          const Targets &targets, int msecs);
 
 } // namespace sessionreview
 

@@ -3,6 +3,8 @@
 
 #include "sessionreview/SessionReview.h"
 
+#include "sessionreview/StandClear.h"
+
 #include <CPRData.h>
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
@@ -199,48 +201,6 @@ void judgeCycles(SessionReview &review)
     }
 }
 
-/// What a flag says about standing clear: true begins it, false ends it.
-std::optional<bool> asksToStandClear(const Flag &flag)
-{
-    if (flag.kind == Flag::Kind::Shock)
-        return false;
-    if (flag.kind != Flag::Kind::Aed)
-        return std::nullopt;
-    switch (flag.code) {
-    case E::AEDAnalyzing:
-    case E::AEDShockAdvised:
-    case E::AEDStartCharging:
-    case E::AEDReadyToShock:
-        return true;
-    case E::AEDPowerOff:
-    case E::AEDNoShockIndicated:
-    case E::AEDShockCancelled:
-    case E::AEDShockDelivered:
-    case E::AEDAnalyzingInterrupted:
-    case E::AEDFailure:
-    case E::AEDPadsLoose:
-        return false;
-    default:
-        return std::nullopt;
-    }
-}
-
-void findStandClear(SessionReview &review)
-{
-    bool isAsked = false;
-    for (const Flag &flag : review.flags) {
-        const std::optional<bool> asks = asksToStandClear(flag);
-        if (asks.has_value() && *asks != isAsked) {
-            if (*asks)
-                review.standClear.push_back({flag.msecs, flag.msecs});
-            isAsked = *asks;
-            review.standClear.back().end = flag.msecs;
-        }
-    }
-    if (isAsked)
-        review.standClear.back().end = review.end;
-}
-
 } // namespace
 
 std::optional<Flag> flagOf(const CPREventBase &event)
@@ -282,7 +242,7 @@ SessionReview reviewOf(const CPRData &session)
     review.figures = figuresOf(session);
     review.targets = targetsOf(session);
     readEvents(review, session);
-    findStandClear(review);
+    review.standClear = standClearOf(review.flags);
     findRuns(review);
     judgeCycles(review);
     for (Compression &compression : review.compressions)

@@ -63,9 +63,7 @@ struct SessionReview {
     std::vector<Span> pauses;
     std::vector<Span> losses; ///< from the first sample that is missing to the one that arrived
     std::vector<Flag> flags;
-    /// The AED has everybody stand clear: from the start of an analysis to the shock, or until it
-    /// says that there is none. Open ones last to the end.
-    std::vector<Span> standClear;
+    std::vector<Span> standClear; ///< the AED has everybody stand clear
     /// @}
     int end = 0; ///< ms; where the last event ends
 };

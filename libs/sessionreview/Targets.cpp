@@ -25,17 +25,29 @@ struct ProtocolRow {
     bool ventilations;
     int (G::*compressionsPerCycle)() const;
     int (G::*minFlowTime)() const;
+    Band (*ventilationRate)(const G &set);
 };
+
+Band rateOfVentilationsOnly(const G &set)
+{
+    return {double(set.ventilationRateMinForVentilationsOnly()),
+            double(set.ventilationRateMaxForVentilationsOnly())};
+}
+
+Band rateOfHighPerformance(const G &set)
+{
+    return {double(set.ventilationRateMinHPCPR()), double(set.ventilationRateMaxHPCPR())};
+}
 
 // The scores go by a rule of their own: the manikin gives no advice on an automatic session.
 // clang-format off
 constexpr ProtocolRow protocols[] = {
-    {CommonDefs::CPR_SINGLE_RESCUER,   true,  true,  &G::compressionsBetweenVentilations,           &G::minimumAcceptedFlowtimePercentageSingleRescuerCPR},
-    {CommonDefs::CPR_COMPRESSION_ONLY, true,  false, nullptr,                                       &G::minimumAcceptedFlowtimePercentageCompressionsOnly},
-    {CommonDefs::CPR_VENTILATION_ONLY, false, true,  nullptr,                                       nullptr},
-    {CommonDefs::CPR_AUTOMATIC,        true,  true,  &G::compressionsBetweenVentilations,           nullptr},
-    {CommonDefs::CPR_TWO_RESCUER,      true,  true,  &G::compressionsBetweenVentilationsTwoRescuer, &G::minimumAcceptedFlowtimePercentageTwoRescuerCPR},
-    {CommonDefs::CPR_HIGH_PERFORMANCE, true,  true,  nullptr,                                       nullptr},
+    {CommonDefs::CPR_SINGLE_RESCUER,   true,  true,  &G::compressionsBetweenVentilations,           &G::minimumAcceptedFlowtimePercentageSingleRescuerCPR, nullptr},
+    {CommonDefs::CPR_COMPRESSION_ONLY, true,  false, nullptr,                                       &G::minimumAcceptedFlowtimePercentageCompressionsOnly, nullptr},
+    {CommonDefs::CPR_VENTILATION_ONLY, false, true,  nullptr,                                       nullptr,                                               rateOfVentilationsOnly},
+    {CommonDefs::CPR_AUTOMATIC,        true,  true,  &G::compressionsBetweenVentilations,           nullptr,                                               nullptr},
+    {CommonDefs::CPR_TWO_RESCUER,      true,  true,  &G::compressionsBetweenVentilationsTwoRescuer, &G::minimumAcceptedFlowtimePercentageTwoRescuerCPR,    nullptr},
+    {CommonDefs::CPR_HIGH_PERFORMANCE, true,  true,  nullptr,                                       nullptr,                                               rateOfHighPerformance},
 };
 // clang-format on
 
@@ -82,7 +94,8 @@ bool Targets::operator==(const Targets &other) const
 {
     const auto values = [](const Targets &t) {
         return std::tie(t.depth, t.releaseDepth, t.rate, t.volume, t.compressionsPerCycle,
-                        t.ventilationsPerCycle, t.minFlowTime);
+                        t.ventilationsPerCycle, t.minFlowTime, t.ventilationRate.min,
+                        t.ventilationRate.max, t.maxSilence);
     };
     return values(*this) == values(other);
 }
@@ -121,6 +134,11 @@ Targets targetsOf(const CPRData &session)
     }
     if (row.minFlowTime)
         targets.minFlowTime = (set->*row.minFlowTime)();
+    targets.maxSilence = Units::msecsPerSecond
+        * (row.compressions ? set->compressionInactivityLevel0TimeoutCPR()
+                            : set->compressionInactivityLevel0TimeoutVentilationsOnly());
+    if (row.ventilationRate)
+        targets.ventilationRate = row.ventilationRate(*set);
     return targets;
 }
 

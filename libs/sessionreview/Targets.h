@@ -50,6 +50,8 @@ struct Targets {
     int ventilationsPerCycle = 0;
     /// @}
     int minFlowTime = 0; ///< percent; 0 when the protocol has none
+    Band ventilationRate; ///< ventilations per minute; none when ventilations wait for compressions
+    int maxSilence = 0; ///< ms without anything done, from which on the manikin reports a pause
 
     /// @{
     /// Whether the same is asked for.

@@ -36,6 +36,28 @@ constexpr Word advices[] = {
     {E::Advice_TooManyPreVents,    QT_TRANSLATE_NOOP("sessionreview", "Give fewer ventilations before the first compression.")},
 };
 
+struct PromptWord {
+    Prompt value;
+    const char *text;
+};
+
+constexpr PromptWord prompts[] = {
+    {Prompt::StandClear,           QT_TRANSLATE_NOOP("sessionreview", "Stand clear.")},
+    {Prompt::ContinueCompressions, QT_TRANSLATE_NOOP("sessionreview", "Continue compressions.")},
+    {Prompt::EndPause,             QT_TRANSLATE_NOOP("sessionreview", "Go on, keep the pause short.")},
+    {Prompt::PressDeeper,          QT_TRANSLATE_NOOP("sessionreview", "Press deeper.")},
+    {Prompt::PressFaster,          QT_TRANSLATE_NOOP("sessionreview", "Press faster.")},
+    {Prompt::PressSlower,          QT_TRANSLATE_NOOP("sessionreview", "Press slower.")},
+    {Prompt::ReleaseCompletely,    QT_TRANSLATE_NOOP("sessionreview", "Release the chest completely after each compression.")},
+    {Prompt::PressLessDeep,        QT_TRANSLATE_NOOP("sessionreview", "Do not press so deep.")},
+    {Prompt::MoveHands,            QT_TRANSLATE_NOOP("sessionreview", "Put the hands in the right place on the chest.")},
+    {Prompt::VentilateSlower,      QT_TRANSLATE_NOOP("sessionreview", "Ventilate slower.")},
+    {Prompt::BlowLess,             QT_TRANSLATE_NOOP("sessionreview", "Give less air in each ventilation.")},
+    {Prompt::VentilateFaster,      QT_TRANSLATE_NOOP("sessionreview", "Ventilate faster.")},
+    {Prompt::BlowMore,             QT_TRANSLATE_NOOP("sessionreview", "Give more air in each ventilation.")},
+    {Prompt::Right,                QT_TRANSLATE_NOOP("sessionreview", "Well done, keep going.")},
+};
+
 constexpr Word protocols[] = {
     {0, QT_TRANSLATE_NOOP("sessionreview", "CPR with one rescuer")},
     {1, QT_TRANSLATE_NOOP("sessionreview", "Compressions only")},
@@ -112,7 +134,7 @@ constexpr AedWord aedEvents[] = {
 
 // clang-format on
 
-template <typename Words> QString textOf(const Words &words, int value)
+template <typename Words, typename Value> QString textOf(const Words &words, Value value)
 {
     for (const auto &word : words) {
         if (word.value == value)
@@ -139,6 +161,11 @@ QString ageText(const QString &letter)
 QString adviceText(int advice)
 {
     return textOf(advices, advice);
+}
+
+QString promptText(Prompt prompt)
+{
+    return textOf(prompts, prompt);
 }
 
 QString protocolText(int protocol)

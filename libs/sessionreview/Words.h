@@ -4,6 +4,7 @@
 #ifndef SESSIONREVIEW_WORDS_H
 #define SESSIONREVIEW_WORDS_H
 
+#include "sessionreview/LiveAdvice.h"
 #include "sessionreview/SessionReview.h"
 
 #include <QString>
@@ -15,6 +16,8 @@ namespace sessionreview {
 
 /// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice.
 QString adviceText(int advice);
+/// What is said while the session runs; empty for nothing.
+QString promptText(Prompt prompt);
 /// A CPR protocol.
 QString protocolText(int protocol);
 /// A manikin type (CPREventBase::ManikinType) and the age that the letter stands for; empty when

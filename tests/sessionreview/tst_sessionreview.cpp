@@ -7,7 +7,7 @@
 #include "support/Rows.h"
 #include "support/StoredSession.h"
 
-#include "sessionreview/LatestEvents.h"
+#include "sessionreview/LiveAdvice.h"
 #include "sessionreview/SessionReview.h"
 #include "sessionreview/Words.h"
 
@@ -67,6 +67,7 @@ template <typename Entries, typename Condition> int count(const Entries &entries
 
 Q_DECLARE_METATYPE(Training)
 Q_DECLARE_METATYPE(Pressed)
+Q_DECLARE_METATYPE(Prompt)
 
 /// What a session means. Limits are those of a fresh guideline set: 50 to 60 mm, 100 to 120 per
 /// minute, 400 to 699 ml.
@@ -147,25 +148,22 @@ private Q_SLOTS:
 
     void compressionsAreJudged_data()
     {
-        const auto row = columns<Pressed, QStringList, int>("pressed", "faults", "advice");
+        const auto row = columns<Pressed, QStringList>("pressed", "faults");
         // clang-format off
-        row("right", {}, {}, E::Advice_None);
-        row("at the limits", {0, 50, 100}, {}, E::Advice_None);
-        row("at the other limits", {0, 60, 120}, {}, E::Advice_None);
-        row("half a hundredth less", {0, 49.996F}, {}, E::Advice_None);
-        row("a hundredth less", {0, 49.99F}, {"Too shallow"}, E::Advice_CompressDeepEnough);
-        row("a hundredth more", {0, 60.01F}, {"Too deep"}, E::Advice_CompressNotSoDeep);
-        row("too slow", {0, 55, 99}, {"Too slow"}, E::Advice_CorrectRate);
-        row("too fast", {0, 55, 121}, {"Too fast"}, E::Advice_CorrectRate);
-        row("first of a run", {0, 55, 20, 1}, {}, E::Advice_None);
-        row("not released", {0, 55, 110, 2, false}, {"Incomplete release"}, E::Advice_ReleaseCompletely);
-        row("hands", {0, 55, 110, 2, true, true}, {"Hand position"}, E::Advice_HandPosition);
-        row("xiphoid", {0, 55, 110, 2, true, false, true}, {"Hand position"}, E::Advice_HandPosition);
+        row("right", {}, {});
+        row("at the limits", {0, 50, 100}, {});
+        row("at the other limits", {0, 60, 120}, {});
+        row("half a hundredth less", {0, 49.996F}, {});
+        row("a hundredth less", {0, 49.99F}, {"Too shallow"});
+        row("a hundredth more", {0, 60.01F}, {"Too deep"});
+        row("too slow", {0, 55, 99}, {"Too slow"});
+        row("too fast", {0, 55, 121}, {"Too fast"});
+        row("first of a run", {0, 55, 20, 1}, {});
+        row("not released", {0, 55, 110, 2, false}, {"Incomplete release"});
+        row("hands", {0, 55, 110, 2, true, true}, {"Hand position"});
+        row("xiphoid", {0, 55, 110, 2, true, false, true}, {"Hand position"});
         row("all", {0, 40, 130, 2, false, true},
-            {"Too shallow", "Incomplete release", "Hand position", "Too fast"},
-            E::Advice_HandPosition);
-        row("depth before release", {0, 70, 90, 2, false}, {"Too deep", "Incomplete release", "Too slow"}, E::Advice_CompressNotSoDeep);
-        row("release before rate", {0, 55, 90, 2, false}, {"Incomplete release", "Too slow"}, E::Advice_ReleaseCompletely);
+            {"Too shallow", "Incomplete release", "Hand position", "Too fast"});
         // clang-format on
     }
 
@@ -175,7 +173,6 @@ private Q_SLOTS:
         const std::unique_ptr<CPREventCompression> event(eventOf(pressed));
         const Faults faults = judged(*event, targetsOf(CPRData())).faults;
         QTEST(faultTexts(faults), "faults");
-        QTEST(adviceOn(faults), "advice");
     }
 
     void ventilationsAreJudged_data()
@@ -193,7 +190,6 @@ private Q_SLOTS:
         const std::unique_ptr<CPREventVentilation> event(ventilation(0, volume));
         const Faults faults = judged(*event, targetsOf(CPRData())).faults;
         QTEST(faultTexts(faults), "faults");
-        QCOMPARE(adviceOn(faults), faults ? E::Advice_CorrectVolume : E::Advice_None);
     }
 
     // The figures follow from the recording's scenario; its arithmetic stands in data/README.md.
@@ -257,21 +253,25 @@ private Q_SLOTS:
 
     void latestEvents_data()
     {
-        // Times are those of ventilations when negative; numbers are those in the cycle.
-        const auto row = columns<QVector<int>, QVector<int>, int>("times", "numbers", "advice");
-        row("nothing", {}, {0, 0}, E::Advice_None);
-        row("compressions", {1000, 1500, 2000}, {3, 0}, E::Advice_CompressDeepEnough);
-        row("ventilation first", {-500}, {0, 1}, E::Advice_CorrectVolume);
-        row("ventilations follow", {1000, 1500, -3000, -5000}, {2, 2}, E::Advice_CorrectVolume);
-        row("next cycle", {1000, 1500, -3000, 7000}, {1, 0}, E::Advice_CompressDeepEnough);
+        // Times are those of ventilations when negative; numbers are those in the cycle, then
+        // whether they are too many.
+        const auto row = columns<QVector<int>, QVector<int>>("times", "numbers");
+        row("nothing", {}, {0, 0, 0, 0});
+        row("compressions", {1000, 1500}, {2, 0, 0, 0});
+        row("one too many", {1000, 1500, 2000}, {3, 0, 1, 0});
+        row("ventilations first", {-500, -1500, -2500}, {0, 3, 0, 0});
+        row("ventilations follow", {1000, 1500, -3000}, {2, 1, 0, 0});
+        row("one too many of them", {1000, 1500, -3000, -5000}, {2, 2, 0, 1});
+        row("next cycle", {1000, 1500, -3000, 7000}, {1, 0, 0, 0});
     }
 
-    // Every compression is too shallow, every ventilation too much.
     void latestEvents()
     {
         QFETCH(QVector<int>, times);
         CPRData session;
         start(session);
+        session.cprGuidelines()->setCompressionsBetweenVentilations(2);
+        session.cprGuidelines()->setVentilationsBetweenCompressions(1);
         CPREvents *events = session.cprEvents();
         for (int time : times) {
             if (time < 0)
@@ -279,35 +279,133 @@ private Q_SLOTS:
             else
                 events->finalizeIncomingEvent(false, eventOf({time, 40}, events));
         }
-        LatestEvents latest = latestEventsOf(session, targetsOf(session));
-        QTEST(QVector<int>({latest.compressionsInCycle, latest.ventilationsInCycle}), "numbers");
-        QTEST(latest.advice, "advice");
-        // The manikin's own advice on the session: the release, byte 1, could hardly be worse.
-        send(session, 108, bytes({0, 99}));
-        latest = latestEventsOf(session, targetsOf(session));
-        QCOMPARE(latest.advice, int(E::Advice_ReleaseCompletely));
+        const LatestEvents latest = latestEventsOf(session, targetsOf(session));
+        QTEST(QVector<int>({latest.compressionsInCycle, latest.ventilationsInCycle,
+                            latest.hasTooManyCompressions, latest.hasTooManyVentilations}),
+              "numbers");
+    }
+
+    void aedSteps_data()
+    {
+        // What the AED reports at 10, 12, ... s; -1 is the shock.
+        const auto row = columns<QVector<int>, QVector<int>>("reports", "standClear");
+        row("no AED", {}, {});
+        row("shock", {E::AEDPowerOn, E::AEDAnalyzing, E::AEDShockAdvised, E::AEDReadyToShock, -1},
+            {12, 18});
+        row("reported twice", {E::AEDAnalyzing, E::AEDReadyToShock, -1, E::AEDShockDelivered},
+            {10, 14});
+        row("no shock", {E::AEDAnalyzing, E::AEDNoShockIndicated}, {10, 12});
+        row("cancelled", {E::AEDStartCharging, E::AEDShockCancelled}, {10, 12});
+        row("interrupted, then again",
+            {E::AEDAnalyzing, E::AEDAnalyzingInterrupted, E::AEDAnalyzing, E::AEDPowerOff},
+            {10, 12, 14, 16});
+        row("pads off", {E::AEDAnalyzing, E::AEDPatientMovementStarted, E::AEDPadsLoose}, {10, 14});
+        row("its end got lost", {E::AEDAnalyzing, E::AEDReadyToShock}, {10, 42});
+    }
+
+    void aedSteps()
+    {
+        QFETCH(QVector<int>, reports);
+        QFETCH(QVector<int>, standClear);
+        CPRData session;
+        start(session);
+        int secs = 10;
+        for (int report : reports) {
+            session.setSessionTime(secs * 1000);
+            send(session, report < 0 ? 47 : 48, bytes({0, quint8(report < 0 ? 200 : report)}));
+            secs += 2;
+        }
+        QVector<int> found;
+        for (const Span &span : reviewOf(session).standClear)
+            found += {span.begin / 1000, span.end / 1000};
+        QCOMPARE(found, standClear);
     }
 
     void runningPauses_data()
     {
-        const auto row = columns<int, int>("msecs", "secs");
-        row("as reported", 20000, 5);
-        row("before the next report", 21400, 6);
-        row("reports stay away", 22500, 7);
-        row("over", 22501, 0);
+        // Begin of the last compression, which takes 0.4 s; end of the pause that the manikin has
+        // reported since 15 s; when the AED analyses; the pause in ms; is it too long or asked for.
+        const auto row = columns<QVector<int>, QVector<int>>("times", "pause");
+        row("a moment", {18000, 0, 0}, {0, 0, 0});
+        row("ventilations", {15000, 0, 0}, {4600, 0, 0});
+        row("nothing done", {14000, 20000, 0}, {5600, 1, 0});
+        row("report of an earlier one", {14000, 17000, 0}, {5600, 0, 0});
+        row("done since", {16000, 16000, 0}, {3600, 0, 0});
+        row("longer than ventilations take", {9500, 0, 0}, {10100, 1, 0});
+        row("the AED's", {5000, 20000, 16000}, {14600, 0, 1});
+        row("none before the first", {-1, 20000, 0}, {0, 0, 0});
     }
 
+    // At 20 s.
     void runningPauses()
     {
-        QFETCH(int, msecs);
+        QFETCH(QVector<int>, times);
         CPRData session;
         start(session);
-        session.setSessionTime(20000);
-        QCOMPARE(runningPause(*session.cprEvents(), msecs), 0);
-        session.cprEvents()->incomingInactivityTime(quint32(-1), 5); // from 15 s
-        QTEST(runningPause(*session.cprEvents(), msecs), "secs");
-        session.cprEvents()->addEvent(eventOf({20000}, session.cprEvents()), true);
-        QCOMPARE(runningPause(*session.cprEvents(), msecs), 0);
+        CPREvents *events = session.cprEvents();
+        if (times.at(0) >= 0)
+            events->addEvent(eventOf({times.at(0)}, events), true);
+        session.setSessionTime(times.at(1));
+        if (times.at(1) > 15000)
+            events->incomingInactivityTime(quint32(-1), (times.at(1) - 15000) / 1000);
+        session.setSessionTime(times.at(2));
+        if (times.at(2) > 0)
+            send(session, 48, bytes({0, E::AEDAnalyzing}));
+        const Targets targets = targetsOf(session);
+        const RunningPause pause =
+            runningPause(*events, latestEventsOf(session, targets), targets, 20000);
+        QTEST(QVector<int>({pause.msecs, pause.isTooLong, pause.isAskedFor}), "pause");
+    }
+
+    void liveAdvice_data()
+    {
+        // The prompts that are said first, and when a part of them begins, ms.
+        const auto row =
+            columns<QString, QVector<Prompt>, QVector<int>>("name", "prompts", "begin");
+        row("right", "perfect", {Prompt::Right}, {});
+        row("a slip now and then", "lossy-link", {Prompt::Right}, {});
+        row("depth", "shallow", {Prompt::PressDeeper}, {});
+        row("rate", "too-fast", {Prompt::PressSlower}, {});
+        row("release", "leaning", {Prompt::ReleaseCompletely}, {});
+        row("tires in each run", "beginner", {Prompt::Right, Prompt::PressDeeper}, {});
+        row("pauses", "long-pauses", {Prompt::Right, Prompt::EndPause, Prompt::Right}, {});
+        row("AED", "aed",
+            {Prompt::Right, Prompt::StandClear, Prompt::ContinueCompressions, Prompt::Right,
+             Prompt::StandClear, Prompt::ContinueCompressions, Prompt::Right},
+            {-1, 26000, 36000, -1, 140000, 146000});
+    }
+
+    // What is said can be read, is the worst first, and does not depend on how often one looks.
+    void liveAdvice()
+    {
+        QFETCH(QString, name);
+        QFETCH(QVector<Prompt>, prompts);
+        QFETCH(QVector<int>, begin);
+        manikinsim::Simulator simulator(*manikinsim::Scenario::find(name), 1);
+        CPRData session;
+        manikinlog::ManikinLogPlayer player(&session);
+        LiveAdvice often;
+        LiveAdvice seldom;
+        QVector<Prompt> said;
+        for (manikinlog::Record record; simulator.next(record);) {
+            player.play(record);
+            const int msecs = session.cprEvents()->sessionTime();
+            const int before = often.since();
+            often.follow(session, targetsOf(session), msecs);
+            if (often.since() == before)
+                continue;
+            QVERIFY(often.since() - before >= 4000);
+            if (begin.value(said.size(), -1) >= 0)
+                QCOMPARE(often.since(), begin.at(said.size()));
+            said.append(often.prompt());
+            if (said.size() % 2 == 0) {
+                seldom.follow(session, targetsOf(session), msecs);
+                QCOMPARE(seldom.since(), often.since());
+            }
+        }
+        QVERIFY(said.size() <= 16); // in two or three minutes
+        QCOMPARE(said.mid(0, prompts.size()), prompts);
+        QVERIFY(said.size() == prompts.size() || prompts.size() > 1);
     }
 
     void arrival_data()

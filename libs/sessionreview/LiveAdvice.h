@@ -1,0 +1,67 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef SESSIONREVIEW_LIVEADVICE_H
+#define SESSIONREVIEW_LIVEADVICE_H
+
+#include "sessionreview/LatestEvents.h"
+
+#include <set>
+
+namespace sessionreview {
+
+/// What is said to a learner while a session runs, the most urgent first. Faults follow by the harm
+/// they do: no flow of blood at all; too little of it, because the chest is not pressed deep
+/// enough, not at a good rate or not released; what injures or misses, too deep or in a wrong
+/// place; and ventilations, without which the first minutes are survived.
+enum class Prompt {
+    StandClear, ///< the AED analyses, charges or shocks
+    ContinueCompressions, ///< the AED has let go, and nobody presses yet
+    EndPause, ///< the first of the faults
+    PressDeeper,
+    PressFaster,
+    PressSlower,
+    ReleaseCompletely,
+    PressLessDeep,
+    MoveHands,
+    VentilateSlower, ///< too much air in the chest keeps the blood out of it
+    BlowLess,
+    VentilateFaster,
+    BlowMore,
+    Right, ///< nothing is wrong
+    None ///< too little was done to say anything
+};
+
+/// Whether it is about a fault.
+bool isFault(Prompt prompt);
+
+/// Follows a running session and says one thing at a time.
+///
+/// A fault is said when three of the last ten compressions, or half of the last four ventilations,
+/// have it, and until it has become rare. What is said stays for 4 s, so that it can be read; only
+/// what the AED asks for comes at once. All times are those of the session, in steps of a
+/// quarter of a second: a replay says the same at any speed.
+class LiveAdvice {
+public:
+    /// Brings it up to \a msecs of session time. An earlier time than the last begins anew.
+    void follow(const CPRData &session, const Targets &targets, int msecs);
+    Prompt prompt() const { return m_shown; }
+    /// Since when it is said, ms of session time.
+    int since() const { return m_since; }
+
+private:
+    void step(const CPRData &session, const Targets &targets, int msecs);
+    void findFaults(const CPRData &session, const Targets &targets, int msecs);
+    void show(Prompt prompt, int msecs);
+
+    std::set<Prompt> m_faults; // that are said when nothing worse is
+    bool m_isJudged = false; // enough was done
+    Prompt m_shown = Prompt::None;
+    int m_since = 0;
+    int m_done = 0; // the last step
+    int m_msecs = 0; // the last follow()
+};
+
+} // namespace sessionreview
+
+#endif
