@@ -3,6 +3,8 @@
 
 #include "FollowedFile.h"
 
+#include "private/FileCalls.h"
+
 #include <QThread>
 
 #include <utility>
@@ -36,6 +38,10 @@ qint64 FollowedFile::readData(char *data, qint64 maxSize)
             setErrorString(m_file.errorString());
         if (count != 0 || m_isOver())
             return count;
+        if (const char *const what = change()) {
+            setErrorString(QString::fromLatin1(what));
+            return -1;
+        }
         QThread::msleep(pollIntervalMs);
     }
 }
@@ -43,4 +49,17 @@ qint64 FollowedFile::readData(char *data, qint64 maxSize)
 qint64 FollowedFile::writeData(const char * /*data*/, qint64 /*maxSize*/)
 {
     return -1;
+}
+
+const char *FollowedFile::change() const
+{
+    const QByteArray name = QFile::encodeName(m_file.fileName());
+    struct stat named { };
+    struct stat opened { };
+    if (::stat(name.constData(), &named) != 0)
+        return "it is not there any more";
+    if (::fstat(m_file.handle(), &opened) != 0 || named.st_dev != opened.st_dev
+        || named.st_ino != opened.st_ino)
+        return "it was replaced by another file";
+    return opened.st_size < m_file.pos() ? "it was cut" : nullptr;
 }

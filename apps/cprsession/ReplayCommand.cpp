@@ -4,6 +4,7 @@
 #include "Command.h"
 #include "FollowedFile.h"
 #include "Progress.h"
+#include "private/FileCalls.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
@@ -80,22 +81,31 @@ bool isComplete(const CPRData &session)
     return session.cprState() == CPRData::CPR_ENDED && session.cprEvents()->isScoresReady();
 }
 
-// Why the session could not be saved; empty when it could. Asked before the session begins.
-QString whyNotSaved(const QString &target)
+// Why the session could not be saved; none when it could. Asked before the session begins.
+std::optional<QString> whyNotSaved(const QString &target)
 {
-    const QFileInfo info(target);
+    const QFileInfo info(FileCalls::resolved(target));
     if (info.exists() && !info.isFile())
         return QStringLiteral("%1 is no regular file").arg(target);
     const QFileInfo folder(info.path());
     if (!folder.isDir() || !folder.isWritable())
         return QStringLiteral("%1 cannot be written; is the directory there and writable?")
             .arg(target);
-    return QString();
+    return std::nullopt;
 }
 
 // Begins the journal. A status when the session must not be played: the journal holds another one.
 std::optional<ExitStatus> openJournal(SessionJournal &journal, const QString &target, bool force)
 {
+    if (journal.open(target,
+                     force ? SessionJournal::LeftJournal::Discard
+                           : SessionJournal::LeftJournal::Keep)) {
+        QObject::connect(&journal, &SessionJournal::failed, complain);
+        QObject::connect(&journal, &SessionJournal::resumed, [&journal] {
+            complain(journal.fileName() + QStringLiteral(" is written again; nothing is missing"));
+        });
+        return std::nullopt;
+    }
     if (!force && SessionJournal::isRecoverable(target)) {
         const QString name = SessionJournal::nameFor(target);
         return refuse(
@@ -103,37 +113,44 @@ std::optional<ExitStatus> openJournal(SessionJournal &journal, const QString &ta
                            "\"cprsession recover %1 -o %2\" saves it, --force discards it")
                 .arg(name, target));
     }
-    if (journal.open(target,
-                     force ? SessionJournal::LeftJournal::Discard
-                           : SessionJournal::LeftJournal::Keep)) {
-        QObject::connect(&journal, &SessionJournal::failed, [](const QString &reason) {
-            complain(reason + QStringLiteral("; the session goes on without a journal"));
-        });
-        return std::nullopt;
-    }
     if (SessionJournal::isBeingWritten(target))
         return fail(journal.errorString());
     complain(journal.errorString() + QStringLiteral("; the session is played without a journal"));
     return std::nullopt;
 }
 
-// Plays the log until its end or Ctrl-C. Returns what is wrong in the log; empty for nothing.
-QString play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer &player,
-             SessionJournal &journal, double speed, const std::function<void()> &report)
+struct Played {
+    qint64 records = 0;
+    bool isWhole = true; // nothing was wrong in the log
+};
+
+// Plays the log until its end or Ctrl-C.
+Played play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer &player,
+            SessionJournal &journal, double speed, const std::function<void()> &report)
 {
+    using Result = manikinlog::ManikinLogReader::Result;
     Pacer pacer(speed);
+    Played played;
     manikinlog::Record record;
-    while (!interrupted && reader.read(record) == manikinlog::ManikinLogReader::Result::Record) {
+    Result result = Result::Record;
+    while (!interrupted && (result = reader.read(record)) == Result::Record) {
+        ++played.records;
         pacer.waitFor(record.msecs, [&journal] { journal.syncWhenDue(); });
         player.play(record);
         report();
     }
     player.finish();
-    return reader.errorString();
+    played.isWhole = result != Result::Error;
+    return played;
 }
 
-ExitStatus saveSession(const QString &target, CPRData &session, SessionJournal &journal)
+ExitStatus saveSession(const QString &target, bool force, CPRData &session, SessionJournal &journal)
 {
+    if (!force && QFileInfo::exists(target) && journal.sync()) {
+        return fail(QStringLiteral("%1 has appeared meanwhile; the session is kept: \"cprsession "
+                                   "recover %2 -o OTHER.zip\" saves it")
+                        .arg(target, journal.fileName()));
+    }
     const sessionfiles::SaveResult saved = sessionfiles::save(target, session);
     if (saved.isComplete) {
         journal.remove();
@@ -149,6 +166,31 @@ ExitStatus saveSession(const QString &target, CPRData &session, SessionJournal &
                     .arg(saved.reason, journal.fileName()));
 }
 
+// Saves the session. Of a log with a damaged line only if it cannot be had from the log again.
+ExitStatus saveWhatWasPlayed(const ReplayOptions &options, const Played &played,
+                             const manikinlog::ManikinLogReader &reader, const FollowedFile &log,
+                             CPRData &session, SessionJournal &journal)
+{
+    const QString target = fileName(options.session);
+    if (played.isWhole && played.records == 0) {
+        journal.remove();
+        return fail(QStringLiteral("%1 holds no record, so that there is no session to save")
+                        .arg(fileName(options.log)));
+    }
+    // What comes behind the scores of a log that still grows is not waited for.
+    if (played.isWhole || (options.follow && reader.isCut() && isComplete(session)))
+        return saveSession(target, options.force, session, journal);
+    if (played.records > 0 && (options.follow || reader.isCut() || !log.isUnchanged())) {
+        complain(reader.errorString()
+                 + QStringLiteral("; the session ends there, and is saved as far as it goes"));
+        saveSession(target, options.force, session, journal);
+        return ExitStatus::Failed;
+    }
+    journal.remove(); // the log itself holds as much
+    return fail(reader.errorString()
+                + QStringLiteral("; \"cprsession recover\" saves what can be played"));
+}
+
 ExitStatus runReplay(const ReplayOptions &options)
 {
     double speed = 0;
@@ -157,21 +199,19 @@ ExitStatus runReplay(const ReplayOptions &options)
     const QString target = fileName(options.session);
     if (QFileInfo::exists(target) && !options.force)
         return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
-    if (const QString reason = whyNotSaved(target); !reason.isEmpty())
-        return fail(reason);
+    if (const std::optional<QString> reason = whyNotSaved(target))
+        return fail(*reason);
     const QString logName = fileName(options.log);
     if (wouldReplace(target, logName))
         return ExitStatus::WrongUsage;
 
     CPRData session;
     SessionJournal journal;
-    QFile file(logName);
-    FollowedFile followed(logName, [&session, &journal] {
+    FollowedFile log(logName, [&options, &session, &journal] {
         journal.syncWhenDue();
-        return interrupted || isComplete(session);
+        return !options.follow || interrupted || isComplete(session);
     });
-    QIODevice *log = options.follow ? static_cast<QIODevice *>(&followed) : &file;
-    if (!QFileInfo(logName).isFile() || !log->open(QIODevice::ReadOnly))
+    if (!QFileInfo(logName).isFile() || !log.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
     if (QFileInfo(logName) == QFileInfo(SessionJournal::nameFor(target)))
         return refuse(
@@ -182,20 +222,16 @@ ExitStatus runReplay(const ReplayOptions &options)
     if (options.follow || speed > 0)
         std::signal(SIGINT, onInterrupt); // ends the session, which is then saved
 
-    QString error;
+    manikinlog::ManikinLogReader reader(&log, logName);
+    Played played;
     {
         Progress progress(QStringLiteral("Replaying"));
-        manikinlog::ManikinLogReader reader(log, logName);
         manikinlog::ManikinLogPlayer player(&session);
         player.setJournal(&journal);
-        error = play(reader, player, journal, speed,
-                     [&] { progress.report(file.pos(), options.follow ? 0 : file.size()); });
+        played = play(reader, player, journal, speed,
+                      [&] { progress.report(log.done(), options.follow ? 0 : log.total()); });
     }
-    if (!error.isEmpty()) {
-        journal.remove(); // the log itself holds as much
-        return fail(error + QStringLiteral("; \"cprsession recover\" saves what can be played"));
-    }
-    return saveSession(target, session, journal);
+    return saveWhatWasPlayed(options, played, reader, log, session, journal);
 }
 
 } // namespace
@@ -220,6 +256,8 @@ void addReplayCommand(CLI::App &app, Run &run)
                       "Replace an archive that exists, and the journal of a killed run");
     command->footer(
         "While it runs, SESSION.zip.journal holds the session, for \"cprsession recover\".\n"
+        "Of a log that is cut, and with --follow of one that is damaged, replaced or deleted,\n"
+        "the session up to there is saved, with exit status 1.\n"
         "Examples:\n"
         "  cprsession replay monday.cprlog -o monday.zip\n"
         "  cprsession replay live.cprlog -o live.zip --follow");

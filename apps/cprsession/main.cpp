@@ -4,9 +4,10 @@
 #include "Command.h"
 #include "Progress.h"
 #include "ShellSupport.h"
+#include "private/FileCalls.h"
 
 #include <QGuiApplication>
-#include <QTemporaryDir>
+#include <QLoggingCategory>
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
@@ -40,6 +41,7 @@ void addGenerateCommand(CLI::App &app, Run &run)
 
 int main(int argc, char *argv[])
 {
+    FileCalls::occupyStandardStreams();
     CLI::App app("CPR training sessions from the command line.", "cprsession");
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
@@ -71,18 +73,18 @@ int main(int argc, char *argv[])
                                     : static_cast<int>(ExitStatus::WrongUsage);
     }
     Progress::setShown(!quiet);
-    showLibraryLog(true);
 
     std::unique_ptr<QCoreApplication> application;
-    const QTemporaryDir runtimeDirectory;
     if (run.needsFonts) {
         qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures, no windows: a display is not needed
-        // Where there is none, as in a cron job, Qt would complain on stderr.
+        // Where there is none, as in a cron job, Qt would make one and complain on stderr.
         if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
-            qputenv("XDG_RUNTIME_DIR", runtimeDirectory.path().toLocal8Bit());
+            qputenv("XDG_RUNTIME_DIR", "/dev/null");
+        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
         application = std::make_unique<QGuiApplication>(argc, argv);
     } else {
         application = std::make_unique<QCoreApplication>(argc, argv);
     }
+    showLibraryLog(true);
     return static_cast<int>(run.verb());
 }

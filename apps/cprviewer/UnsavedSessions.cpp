@@ -12,14 +12,14 @@
 using manikinlog::SessionJournal;
 
 LeftSession::LeftSession(const QString &target)
-    : m_target(target), m_lock(SessionJournal::lockFor(target))
+    : m_target(target), m_claimed(SessionJournal::claim(SessionJournal::nameFor(target)))
 {
 }
 
 std::unique_ptr<LeftSession> LeftSession::claim(const QString &target)
 {
     std::unique_ptr<LeftSession> session(new LeftSession(target));
-    return session->m_lock->tryLock(0) ? std::move(session) : nullptr;
+    return session->m_claimed ? std::move(session) : nullptr;
 }
 
 QString LeftSession::journal() const
@@ -39,8 +39,9 @@ UnsavedSessions::UnsavedSessions(const QString &folder) : m_folder(folder)
 QString UnsavedSessions::newTarget() const
 {
     const QDir folder(m_folder);
-    if (m_folder.isEmpty() || !folder.mkpath(QStringLiteral(".")))
+    if (m_folder.isEmpty())
         return QString();
+    folder.mkpath(QStringLiteral(".")); // where that fails, opening the journal tells why
     const QString stem =
         QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
     return folder.filePath(

@@ -4,7 +4,7 @@
 #ifndef CPRVIEWER_UNSAVEDSESSIONS_H
 #define CPRVIEWER_UNSAVEDSESSIONS_H
 
-#include <QLockFile>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 
@@ -26,7 +26,7 @@ private:
     explicit LeftSession(const QString &target);
 
     QString m_target;
-    std::unique_ptr<QLockFile> m_lock;
+    std::unique_ptr<QFile> m_claimed;
 };
 
 /// The folder in which live sessions are journalled until they are saved. Each has an archive name
@@ -36,7 +36,7 @@ public:
     /// \a folder is made when it is needed. Without one nothing is journalled.
     explicit UnsavedSessions(const QString &folder);
 
-    /// A name for a session that begins now; empty when there is no folder for it.
+    /// A name for a session that begins now; empty when nothing is journalled.
     QString newTarget() const;
     /// The names of the sessions that killed programs have left, the newest first. One that is
     /// being written, or was claimed, is not among them.

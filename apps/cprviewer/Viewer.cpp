@@ -157,6 +157,9 @@ std::unique_ptr<SessionJournal> Viewer::newJournal()
     if (!target.isEmpty() && !journal->open(target))
         setProblem(journal->errorString());
     connect(journal.get(), &SessionJournal::failed, this, &Viewer::setProblem);
+    connect(journal.get(), &SessionJournal::resumed, this, [this] {
+        setProblem(tr("The session's journal is written again; nothing is missing."));
+    });
     return journal;
 }
 

@@ -5,14 +5,15 @@
 #include "Screenshot.h"
 #include "Viewer.h"
 #include "ViewerTypes.h"
+#include "private/FileCalls.h"
 
 #include <private/Units.h>
 
 #include <QApplication>
+#include <QLoggingCategory>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
-#include <QTemporaryDir>
 #include <QWidget>
 
 #include <algorithm>
@@ -22,15 +23,13 @@
 namespace {
 
 // Pictures need neither a display nor a graphics card.
-void useNoDisplay(const QString &runtimeDirectory)
+void useNoDisplay()
 {
-    const auto preset = [](const char *name, const QByteArray &value) {
-        if (!qEnvironmentVariableIsSet(name))
-            qputenv(name, value);
-    };
     qputenv("QT_QPA_PLATFORM", "offscreen");
     qputenv("QT_QUICK_BACKEND", "software");
-    preset("XDG_RUNTIME_DIR", runtimeDirectory.toLocal8Bit());
+    // Where there is none, as in a cron job, Qt would make one and complain on stderr.
+    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
+        qputenv("XDG_RUNTIME_DIR", "/dev/null");
 }
 
 // Without one Qt would abort, with advice that does not help.
@@ -79,13 +78,13 @@ bool begin(Viewer &viewer, const CommandLine &line)
 
 int main(int argc, char *argv[])
 {
+    FileCalls::occupyStandardStreams();
     CommandLine line;
     if (const std::optional<ExitStatus> status = line.parse(argc, argv))
         return static_cast<int>(*status);
     const bool isPicture = !line.screenshot.isEmpty();
-    const QTemporaryDir temporary;
     if (isPicture)
-        useNoDisplay(temporary.path());
+        useNoDisplay();
     if (!hasDisplay()) {
         complain(QStringLiteral("there is no display, neither DISPLAY nor WAYLAND_DISPLAY is set; "
                                 "--screenshot FILE.png needs none"));
@@ -99,14 +98,17 @@ int main(int argc, char *argv[])
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
 #endif
     // The file dialogs are widgets where the system has none of its own.
+    if (isPicture)
+        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
     const QApplication application(argc, argv);
+    QLoggingCategory::setFilterRules(QString());
     // Without OpenGL, as on many virtual machines, Qt would abort instead of painting by itself.
     if (!QOpenGLContext().create())
         QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
     useViewerTypes();
 
     // A picture depends on nothing that was chosen before, and leaves nothing behind.
-    Viewer viewer(isPicture ? Viewer::Paths{temporary.filePath(QStringLiteral("settings")), {}}
+    Viewer viewer(isPicture ? Viewer::Paths{QStringLiteral("/dev/null/settings"), {}}
                             : Viewer::Paths::ofUser());
     if (!line.language.isEmpty())
         viewer.appearance()->useLanguage(line.language);

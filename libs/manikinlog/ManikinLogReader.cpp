@@ -240,9 +240,11 @@ ManikinLogReader::Result ManikinLogReader::read(Record &record)
 /// found to lack the first line. Of a line that is too long only the beginning is handed out.
 ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
 {
+    m_isCut = false;
     int length = -1;
     while ((length = m_pending.indexOf('\n')) < 0 && m_pending.size() <= maxLineLength + 1) {
         const qint64 count = readMore();
+        m_isCut = count <= 0;
         if (count < 0) {
             ++m_line;
             fail(QStringLiteral("cannot be read: %1").arg(m_device->errorString()));
@@ -251,8 +253,10 @@ ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
         if (count == 0)
             break;
     }
-    if (m_pending.isEmpty() && m_line > 0)
+    if (m_pending.isEmpty() && m_line > 0) {
+        m_isCut = false;
         return Result::End;
+    }
 
     ++m_line;
     m_hasLineEnd = length >= 0;
@@ -295,6 +299,8 @@ ManikinLogReader::Line ManikinLogReader::parseRecord(const QByteArray &text, Rec
     Record parsed;
     if (!parser.parse(parsed, m_msecs))
         return failExpecting(parser.expected(), parser.found());
+    if (!m_hasLineEnd)
+        return failExpecting(QStringLiteral("a whole line"), text);
     if (m_damage == Damage::IsError)
         m_msecs = parsed.msecs;
     record = std::move(parsed);

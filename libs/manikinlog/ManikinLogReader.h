@@ -39,10 +39,10 @@ public:
     };
     /// What a damaged line is.
     enum class Damage {
-        IsError, ///< an error that ends the log
+        /// An error that ends the log; so is a last line without an end.
+        IsError,
         /// Left out and counted, for what a killed process, a full disk or a flipped bit has left.
-        /// A last line without an end is damaged, too: it may be half a record that looks like a
-        /// full one. Times may decrease: a damaged time must not cost the records behind it.
+        /// Times may decrease: a damaged time must not cost the records behind it.
         IsSkipped
     };
 
@@ -66,6 +66,11 @@ public:
     /// "NAME:LINE: expected WHAT, found "TEXT"", or why the device could not be read; empty as long
     /// as there was no error.
     QString errorString() const { return m_errorString; }
+
+    /// Whether the log ends before it should: inside a line, or where its device cannot be read any
+    /// further. A last line without an end may be half a record that looks like a full one. False
+    /// for an error with more lines behind it.
+    bool isCut() const { return m_isCut; }
 
     /// How many damaged lines have been left out.
     qint64 skippedLines() const { return m_skippedLines; }
@@ -96,6 +101,7 @@ private:
     qint64 m_skippedLines = 0;
     qint64 m_msecs = 0; // time of the last record
     bool m_hasLineEnd = false; // the line read last
+    bool m_isCut = false;
     Result m_result = Result::Record;
 };
 

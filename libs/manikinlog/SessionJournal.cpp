@@ -4,12 +4,15 @@
 #include "manikinlog/SessionJournal.h"
 
 #include "manikinlog/ManikinLogReader.h"
+#include "private/FileCalls.h"
+#include "private/Limits.h"
 
 #include <QDateTime>
 #include <QFileInfo>
+#include <QSignalBlocker>
+#include <QThread>
 
 #include <cerrno>
-#include <cstring>
 #include <fcntl.h>
 #include <unistd.h>
 #include <utility>
@@ -24,23 +27,56 @@ constexpr int syncIntervalMs = 800;
 // every 20 ms, so this saves nothing live, but much when a log is played as fast as it goes.
 constexpr int handOverIntervalMs = 5;
 
-bool isHeld(QLockFile &lock)
+// A descriptor of the journal, with its lock.
+struct Claimed {
+    int file = -1;
+    bool isHeld = false; // by somebody else
+};
+
+// Another program may look at the lock, which takes some µs.
+bool lockPatiently(int file)
 {
-    return !lock.tryLock(0) && lock.error() == QLockFile::LockFailedError;
+    constexpr int attempts = 5;
+    constexpr unsigned long waitMs = 5;
+    for (int attempt = 1; !FileCalls::lock(file); ++attempt) {
+        if (attempt == attempts)
+            return false;
+        QThread::msleep(waitMs);
+    }
+    return true;
 }
 
-QString whyNoLock(const QLockFile &lock, const QString &journal)
+Claimed claimed(const QString &name)
 {
-    if (lock.error() != QLockFile::LockFailedError)
-        return QStringLiteral("%1 cannot be created; is the directory there and writable?")
-            .arg(journal);
-    qint64 process = 0;
-    QString host;
-    QString program;
-    lock.getLockInfo(&process, &host, &program);
-    return QStringLiteral("%1 is being written by process %2, %3; wait until it ends, or choose "
-                          "another name for the session")
-        .arg(journal, QString::number(process), program);
+    Claimed result{FileCalls::openExisting(QFile::encodeName(name)), false};
+    if (result.file >= 0 && !lockPatiently(result.file)) {
+        ::close(result.file);
+        result = {-1, true};
+    }
+    return result;
+}
+
+QString whyNotClaimed(const Claimed &claimed, const QString &name)
+{
+    if (claimed.isHeld)
+        return QStringLiteral("%1 is in use by another program; wait until that ends, or choose "
+                              "another name for the session")
+            .arg(name);
+    return QStringLiteral(
+               "%1 cannot be read: %2; remove it, or choose another name for the session")
+        .arg(name, FileCalls::reason());
+}
+
+QString notRegular(const QString &name)
+{
+    return QStringLiteral("%1 is no regular file; remove it, or choose another name for the "
+                          "session")
+        .arg(name);
+}
+
+bool isRegular(const QFileInfo &journal)
+{
+    return journal.isFile() && !journal.isSymLink();
 }
 
 // More than the first line. It may be no journal at all, but it must not be thrown away.
@@ -49,15 +85,12 @@ bool holdsSession(const QFileInfo &journal)
     return journal.size() > qint64(sizeof ManikinLogReader::firstLine);
 }
 
-// Until its folder is on the disk a new file can be lost, whatever its content.
-void syncFolderOf(const QString &file)
+// Who may read the archive may read its journal, and nobody else.
+unsigned permissionsOf(const QString &target)
 {
-    const QByteArray folder = QFile::encodeName(QFileInfo(file).path());
-    const int descriptor = ::open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor < 0)
-        return;
-    ::fsync(descriptor);
-    ::close(descriptor);
+    struct stat info { };
+    const bool isThere = ::stat(QFile::encodeName(target).constData(), &info) == 0;
+    return isThere ? (info.st_mode & 0666U) | 0600U : 0666U;
 }
 
 } // namespace
@@ -71,62 +104,113 @@ SessionJournal::SessionJournal(QObject *parent) : QObject(parent)
 
 SessionJournal::~SessionJournal()
 {
+    blockSignals(true); // who would listen is going, too
     close();
 }
 
 QString SessionJournal::nameFor(const QString &target)
 {
-    return target + QStringLiteral(".journal");
+    return FileCalls::resolved(target) + QStringLiteral(".journal");
 }
 
-std::unique_ptr<QLockFile> SessionJournal::lockFor(const QString &target)
+std::unique_ptr<QFile> SessionJournal::claim(const QString &name, QString *error)
 {
-    auto lock = std::make_unique<QLockFile>(nameFor(target) + QStringLiteral(".lock"));
-    // A session may last for hours: a lock is stale when its process is gone, never by age.
-    lock->setStaleLockTime(0);
-    return lock;
+    QString reason = notRegular(name);
+    if (isRegular(QFileInfo(name))) {
+        const Claimed journal = claimed(name);
+        auto file = std::make_unique<QFile>(name);
+        if (journal.file >= 0
+            && file->open(journal.file, QIODevice::ReadOnly, QFileDevice::AutoCloseHandle))
+            return file;
+        reason = whyNotClaimed(journal, name);
+    }
+    if (error)
+        *error = reason;
+    return nullptr;
 }
 
 bool SessionJournal::isRecoverable(const QString &target)
 {
     const QFileInfo journal(nameFor(target));
-    return journal.isFile() && holdsSession(journal) && !isBeingWritten(target);
+    return isRegular(journal) && holdsSession(journal) && !isBeingWritten(target);
 }
 
 bool SessionJournal::isBeingWritten(const QString &target)
 {
-    return QFileInfo::exists(nameFor(target)) && isHeld(*lockFor(target));
+    const Claimed journal = claimed(nameFor(target));
+    ::close(journal.file);
+    return journal.isHeld;
 }
 
 bool SessionJournal::open(const QString &target, LeftJournal left)
 {
     close();
+    const QSignalBlocker reportsByResult(this);
     m_errorString.clear();
-    const QString name = nameFor(target);
-    auto lock = lockFor(target);
-    if (!lock->tryLock(0))
-        return fail(whyNoLock(*lock, name));
-    const QFileInfo old(name);
-    if (old.exists() && !old.isFile())
-        return fail(QStringLiteral("%1 is no regular file").arg(name));
-    if (left == LeftJournal::Keep && old.exists() && holdsSession(old))
-        return fail(QStringLiteral("%1 holds a session that was not saved; recover it, or say that "
-                                   "it can be discarded")
-                        .arg(name));
-    m_file.setFileName(name);
-    if (create()) {
-        m_lock = std::move(lock);
+    m_file.setFileName(nameFor(target));
+    if (!makeFile(left, permissionsOf(target)))
+        return false;
+    if (create())
         return true;
+    const QString reason = m_errorString;
+    remove();
+    return fail(reason);
+}
+
+// Makes the file and locks it.
+bool SessionJournal::makeFile(LeftJournal left, unsigned permissions)
+{
+    const QByteArray name = QFile::encodeName(m_file.fileName());
+    while (removeLeft(left)) {
+        const int file = FileCalls::repeated([&] {
+            return ::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_NOFOLLOW | O_CLOEXEC,
+                          permissions);
+        });
+        if (file < 0 && errno == EEXIST)
+            continue;
+        if (file < 0)
+            return fail(QStringLiteral("%1 cannot be created: %2")
+                            .arg(m_file.fileName(), FileCalls::reason()));
+        ::close(file);
+        // Without a buffer, which would write its content again after it was written in part.
+        if (!m_file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
+            return fail(QStringLiteral("%1 cannot be opened: %2")
+                            .arg(m_file.fileName(), m_file.errorString()));
+        // Another program may have found the file, and removed it, before it was locked.
+        if (lockPatiently(m_file.handle()) && FileCalls::isNamed(m_file.handle(), name))
+            return true;
+        m_file.close();
     }
-    close();
     return false;
+}
+
+// Makes room for the file, if nobody needs what is there.
+bool SessionJournal::removeLeft(LeftJournal left)
+{
+    const QString name = m_file.fileName();
+    const QFileInfo old(name);
+    if (!old.exists() && !old.isSymLink())
+        return true;
+    if (!isRegular(old))
+        return fail(notRegular(name));
+    const Claimed journal = claimed(name);
+    if (journal.file < 0)
+        return fail(whyNotClaimed(journal, name));
+    const bool isKept = left == LeftJournal::Keep && holdsSession(old);
+    const bool isRemoved = !isKept && ::unlink(QFile::encodeName(name).constData()) == 0;
+    FileCalls::closeQuietly(journal.file);
+    if (isRemoved)
+        return true;
+    return fail(isKept ? QStringLiteral("%1 holds a session that was not saved; recover it, or say "
+                                        "that it can be discarded")
+                             .arg(name)
+                       : QStringLiteral("%1 cannot be removed: %2").arg(name, FileCalls::reason()));
 }
 
 bool SessionJournal::create()
 {
-    // Without a buffer, which would write its content again after it was written in part.
-    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
-        return giveUp(m_file.errorString());
+    m_syncedBytes = 0;
+    m_handedBytes = 0;
     m_pending.setData(QByteArray());
     m_pending.open(QIODevice::WriteOnly);
     m_writer.emplace(&m_pending);
@@ -135,8 +219,9 @@ bool SessionJournal::create()
     m_oldest.start();
     if (!sync())
         return false;
-    syncFolderOf(m_file.fileName());
-    return true;
+    return FileCalls::syncFolderOf(m_file.fileName())
+        || fail(QStringLiteral("%1 cannot be written: %2")
+                    .arg(m_file.fileName(), FileCalls::reason()));
 }
 
 bool SessionJournal::add(const Record &record)
@@ -151,10 +236,10 @@ bool SessionJournal::add(const Record &record)
         m_oldest.start();
         m_timer.start();
     }
-    if (m_handedOver.hasExpired(handOverIntervalMs) && !handOver())
-        return false;
+    if (!m_isWaiting && m_handedOver.hasExpired(handOverIntervalMs))
+        handOver();
     syncWhenDue();
-    return true;
+    return isOpen();
 }
 
 bool SessionJournal::write(const Record &record)
@@ -176,17 +261,26 @@ bool SessionJournal::needsStart(const Record &record)
     return !m_isRecording && (isFirst || isStart);
 }
 
+// Gives the lines to the operating system. Of what it does not take no half line stays.
 bool SessionJournal::handOver()
 {
     const QByteArray &lines = m_pending.data();
-    const qint64 end = m_file.pos();
-    if (m_file.write(lines) != lines.size()) {
-        const QString reason = m_file.errorString();
-        m_file.resize(end);
-        return giveUp(reason);
+    while (m_handedBytes < lines.size()) {
+        const auto count = FileCalls::repeated([&] {
+            return ::pwrite(m_file.handle(), lines.constData() + m_handedBytes,
+                            std::size_t(lines.size() - m_handedBytes),
+                            m_syncedBytes + m_handedBytes);
+        });
+        if (count <= 0) {
+            const QString reason = FileCalls::reason();
+            m_handedBytes =
+                m_handedBytes > 0 ? lines.lastIndexOf('\n', int(m_handedBytes) - 1) + 1 : 0;
+            m_file.resize(m_syncedBytes + m_handedBytes);
+            waitForDisk(reason);
+            return false;
+        }
+        m_handedBytes += count;
     }
-    m_pending.buffer().clear();
-    m_pending.seek(0);
     m_handedOver.start();
     return true;
 }
@@ -200,9 +294,22 @@ bool SessionJournal::sync()
         return true;
     if (!handOver())
         return false;
-    if (::fdatasync(m_file.handle()) != 0)
-        return giveUp(QString::fromLocal8Bit(std::strerror(errno)));
+    if (FileCalls::repeated([this] { return ::fdatasync(m_file.handle()); }) != 0) {
+        const QString reason = FileCalls::reason();
+        m_handedBytes = 0; // the operating system may have dropped it
+        waitForDisk(reason);
+        return false;
+    }
+    m_syncedBytes += m_handedBytes;
+    m_handedBytes = 0;
+    m_pending.buffer().clear();
+    m_pending.seek(0);
     m_oldest.invalidate();
+    if (m_isWaiting) {
+        m_isWaiting = false;
+        m_errorString.clear();
+        Q_EMIT resumed();
+    }
     return true;
 }
 
@@ -212,45 +319,65 @@ void SessionJournal::syncWhenDue()
         sync();
 }
 
+// The lines stay in memory until the next attempt.
+void SessionJournal::waitForDisk(const QString &reason)
+{
+    m_oldest.start();
+    m_timer.start();
+    const bool isFirst = !m_isWaiting;
+    m_isWaiting = true;
+    const bool isTooMuch = m_pending.size() > Limits::maxWaitingBytes;
+    if (isTooMuch)
+        end();
+    if (!isFirst && !isTooMuch)
+        return;
+    QString text = QStringLiteral("%1 cannot be written: %2").arg(m_file.fileName(), reason);
+    if (isTooMuch)
+        text += QStringLiteral("; it ends here, as too many records wait");
+    else if (m_syncedBytes > 0)
+        text += QStringLiteral("; its records wait in memory");
+    fail(text);
+}
+
 bool SessionJournal::remove()
 {
-    if (!m_lock)
+    if (!m_file.isOpen())
         return false;
-    m_writer.reset(); // nothing has to reach the disk any more
-    m_file.remove();
-    const QString error = m_file.error() == QFile::NoError ? QString() : m_file.errorString();
+    const QByteArray name = QFile::encodeName(m_file.fileName());
+    end(); // nothing has to reach the disk any more
+    const bool isRemoved =
+        !FileCalls::isNamed(m_file.handle(), name) || ::unlink(name.constData()) == 0;
+    if (!isRemoved)
+        fail(
+            QStringLiteral("%1 cannot be removed: %2").arg(m_file.fileName(), FileCalls::reason()));
     close();
-    return error.isEmpty()
-        || fail(QStringLiteral("%1 cannot be removed: %2").arg(m_file.fileName(), error));
+    return isRemoved;
 }
 
 bool SessionJournal::fail(const QString &reason)
 {
     m_errorString = reason;
-    if (m_lock) // open() and remove() report by their result
-        Q_EMIT failed(reason);
+    Q_EMIT failed(reason);
     return false;
 }
 
-/// What has been written stays, and the lock with it; it is good for recovery up to that point.
-bool SessionJournal::giveUp(const QString &reason)
+// What has been written stays, and the lock with it; it is good for recovery up to that point.
+void SessionJournal::end()
 {
     m_writer.reset();
     m_timer.stop();
     m_oldest.invalidate();
-    return fail(QStringLiteral("%1 cannot be written: %2").arg(m_file.fileName(), reason));
+    m_isWaiting = false;
+    m_pending.close();
+    m_pending.setData(QByteArray());
 }
 
 void SessionJournal::close()
 {
     if (m_writer)
         sync();
-    m_writer.reset();
-    m_timer.stop();
-    m_oldest.invalidate();
-    m_pending.close();
+    end();
     m_file.close();
-    m_lock.reset();
 }
 
 } // namespace manikinlog

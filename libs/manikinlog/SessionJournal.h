@@ -10,7 +10,6 @@
 #include <QBuffer>
 #include <QElapsedTimer>
 #include <QFile>
-#include <QLockFile>
 #include <QObject>
 #include <QString>
 #include <QTimer>
@@ -42,9 +41,12 @@ namespace manikinlog {
 /// than that is lost when the process or the machine dies. add() sees to it and, while no more
 /// records come, a timer; a host without an event loop calls syncWhenDue() while it waits.
 ///
-/// A journal that cannot be written any more, because the disk is full, say, reports that once and
-/// then refuses all records. What it holds by then is good for recovery, and the session goes on.
-/// Used on one thread.
+/// While the disk is full, or fails, records wait in memory, up to 64 MiB, and the journal tries
+/// again every second: failed() comes, and resumed() when the disk has them all. The session goes
+/// on meanwhile. With more records than that the journal ends; what it holds is good for recovery.
+///
+/// A living process holds a lock of the operating system on the journal that it writes or reads.
+/// The lock goes with the process, so that a journal nobody holds was left. Used on one thread.
 class SessionJournal final : public QObject {
     Q_OBJECT
 
@@ -52,7 +54,7 @@ public:
     /// What happens to the journal that a killed process has left.
     enum class LeftJournal {
         Keep, ///< open() fails, so that it can be recovered
-        Discard ///< it is overwritten
+        Discard ///< it is removed
     };
 
     /// A journal that is not open.
@@ -60,23 +62,26 @@ public:
     /// Closes the journal. Its file stays: the session may not have been saved.
     ~SessionJournal() override;
 
-    /// The journal's file for the archive \a target.
+    /// The journal's file for the archive \a target; where that is a symbolic link, for the archive
+    /// that it leads to.
     static QString nameFor(const QString &target);
-    /// The lock that a process holds while it writes that journal, not yet tried. Whoever reads a
-    /// journal that was left holds it meanwhile.
-    static std::unique_ptr<QLockFile> lockFor(const QString &target);
+    /// Opens the journal's file \a name for reading. Nobody else can open, replace or claim the
+    /// journal until the file is closed. Null, and the reason in \a error (may be null), when it is
+    /// no regular file, cannot be read, or another program writes or has claimed it.
+    static std::unique_ptr<QFile> claim(const QString &name, QString *error = nullptr);
     /// A killed process has left a journal for \a target, with a session in it. Read it with
     /// ManikinLogReader and Damage::IsSkipped.
     static bool isRecoverable(const QString &target);
-    /// A process, perhaps this one, is writing the journal for \a target.
+    /// A process, perhaps this one, writes or has claimed the journal for \a target.
     static bool isBeingWritten(const QString &target);
 
     /// Begins the journal for the archive \a target. False, with the reason in errorString(), when
-    /// another process is writing it, a killed one has left it and \a left says Keep, or it cannot
-    /// be created. A journal without a record does not count as left. An open journal is closed
-    /// first.
+    /// another process is writing it, a killed one has left it and \a left says Keep, what is there
+    /// is no regular file, or it cannot be created. A journal without a record does not count as
+    /// left. An open journal is closed first. The file has the permissions of \a target, if that is
+    /// there.
     bool open(const QString &target, LeftJournal left = LeftJournal::Keep);
-    /// Whether records can be added.
+    /// Whether records can be added; also while they wait for the disk.
     bool isOpen() const { return m_writer.has_value(); }
 
     /// Appends \a record, whose time is in ms since the start of the session. A journal whose
@@ -101,8 +106,11 @@ public:
     QString errorString() const { return m_errorString; }
 
 Q_SIGNALS:
-    /// The journal cannot be written any more, which comes once, or it had to refuse a record.
+    /// The disk takes no records, which comes once until resumed() does; or the journal had to
+    /// refuse a record, could not be removed, or has ended because too many records wait.
     void failed(const QString &reason);
+    /// The disk has all records again; none is missing.
+    void resumed();
 
 private:
     bool create();
@@ -110,21 +118,25 @@ private:
     bool needsStart(const Record &record);
     bool handOver();
     bool fail(const QString &reason);
-    bool giveUp(const QString &reason);
+    bool makeFile(LeftJournal left, unsigned permissions);
+    bool removeLeft(LeftJournal left);
+    void waitForDisk(const QString &reason);
+    void end();
     void close();
 
-    std::unique_ptr<QLockFile> m_lock;
-    QFile m_file;
-    QBuffer m_pending; // lines that m_file has not got yet
+    QFile m_file; // locked while it is open
+    QBuffer m_pending; // lines that may not be on the disk
     std::optional<ManikinLogWriter> m_writer; // as long as m_file can be written
     bool m_hasRecords = false;
     bool m_isRecording = false; // played again: its own records say when it was recorded
     CPRData::CprState m_state = CPRData::CPR_UNINITIALIZED; // of the last record of a state
     QElapsedTimer m_handedOver; // since m_file got something
-    QElapsedTimer
-        m_oldest; // since the oldest record came that is not on the disk; invalid for none
+    QElapsedTimer m_oldest; // since the first of m_pending came, or the disk failed; or invalid
     QTimer m_timer;
     QString m_errorString;
+    qint64 m_handedBytes = 0; // of m_pending, which the operating system has
+    qint64 m_syncedBytes = 0; // of m_file, before those of m_pending
+    bool m_isWaiting = false; // for a disk that failed
 };
 
 } // namespace manikinlog

@@ -50,9 +50,9 @@ Result callUnlessFaulty(const char *name, Arguments... arguments)
 #pragma GCC visibility push(default)
 extern "C" {
 
-ssize_t write(int file, const void *data, size_t size)
+ssize_t pwrite(int file, const void *data, size_t size, off_t place)
 {
-    return callUnlessFaulty<ssize_t>("write", file, data, size);
+    return callUnlessFaulty<ssize_t>("pwrite", file, data, size, place);
 }
 
 int fsync(int file)

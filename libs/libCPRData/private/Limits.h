@@ -52,6 +52,11 @@ constexpr int    maxSamples           = (24 * 60 + 15) * 60 * 100;
 /// A longer gap in the sequence numbers is a corrupt header: no training lasts as long.
 constexpr qint64 maxGapMs             = qint64(24) * 60 * 60 * 1000;
 
+// --- the journal of a running session
+
+/// Bytes of records that wait while the disk takes none: five hours of a manikin's packets.
+constexpr int    maxWaitingBytes      = 64 * 1024 * 1024;
+
 // clang-format on
 
 } // namespace Limits
