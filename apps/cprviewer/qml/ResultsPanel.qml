@@ -87,7 +87,7 @@ Card {
         text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores."))
               + (recorded.hasTiles ? " " + qsTr("These figures are worked out from the recorded events.") : "")
         color: Look.muted
-        font.pixelSize: Look.normal
+        font.pixelSize: Look.small
         wrapMode: Text.WordWrap
         maximumLineCount: 5
     }
