@@ -112,7 +112,7 @@ QString infoText(const CPRData &session, const SessionReview &review,
              + orUnknown(figures.firmware));
     line("Protocol", session.cprEvents()->sessionInfo()->cprProtocolToString());
     line("Start", orUnknown(figures.startTime));
-    line("Length", duration(figures.secs));
+    line("Length", figures.secs > 0 ? duration(figures.secs) : orUnknown(QString()));
     line("Compressions", compressions);
     line("Ventilations", ventilations);
     line("Pauses", QString::number(figures.pauses));

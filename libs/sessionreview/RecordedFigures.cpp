@@ -300,7 +300,8 @@ Optional compressionFraction(const Review &review)
     const int lastEnd = review.compressions.back().end;
     Span session{first.begin, lastEnd};
     extend(session, review.compressions);
-    extend(session, review.ventilations);
+    for (const Ventilation &each : review.ventilations)
+        session = {std::min(session.begin, each.begin), std::max(session.end, each.peak)};
     extend(session, review.pauses);
 
     std::vector<Span> gaps = gapsBetween(review);
@@ -410,7 +411,8 @@ Optional ventilationsPerCycle(const Review &review)
 Optional RecordedFigure::value(const Review &review) const
 {
     const Optional value = workOut(review);
-    return value ? Optional(rounded(*value, unit)) : value;
+    // A damaged file can hold depths that are no numbers.
+    return value && std::isfinite(*value) ? Optional(rounded(*value, unit)) : std::nullopt;
 }
 
 QString RecordedFigure::titleText() const

@@ -50,11 +50,12 @@ std::optional<double> shareAllCorrect(const SessionReview &review);
 /// session's time in which the chest was compressed.
 ///
 /// The session begins where its first compression, ventilation or reported pause begins and ends
-/// where the last of them ends. A gap is the time from the end of a compression to the start of the
-/// next, from the session's begin to the first compression and from the last to the session's end.
-/// A gap of more than 2 s is time without compressions, all of it, for ventilations and AED too;
-/// any other counts as time with compressions. A loss on the link of more than 2 s in a gap is left
-/// out of the session's time: nobody knows what was done.
+/// where the last of them ends, a ventilation at its peak (archives do not hold its end). A gap is
+/// the time from the end of a compression to the start of the next, from the session's begin to the
+/// first compression and from the last to the session's end. A gap of more than 2 s is time without
+/// compressions, all of it, for ventilations and AED too; any other counts as time with
+/// compressions. A loss on the link of more than 2 s in a gap is left out of the session's time:
+/// nobody knows what was done.
 std::optional<double> compressionFraction(const SessionReview &review);
 
 /// The pauses in compressions, as guidelines count them: gaps of more than 2 s between two

@@ -7,6 +7,7 @@
 #include "cprquick/LiveFigures.h"
 #include "cprquick/ParameterModel.h"
 #include "cprquick/ParameterText.h"
+#include "cprquick/RecordedFigureModel.h"
 #include "cprquick/SessionSource.h"
 #include "cprquick/SessionSummary.h"
 #include "cprquick/TimelineItem.h"
@@ -271,6 +272,11 @@ private Q_SLOTS:
         histograms.setSession(&session);
         connect(&model, &ParameterModel::modelReset, this, [] { QFAIL("rebuilt"); });
         const int before = model.count();
+        RecordedFigureModel recorded;
+        const QAbstractItemModelTester recordedTester(&recorded);
+        recorded.setSession(&session);
+        QCOMPARE(recorded.count(), 3); // three numbers of events
+        QVERIFY(!recorded.hasManikin());
         // Every byte is its own index: bar 0 of the depths at byte 1, mean depth at 23 and 24.
         send(session, 110, numberedBytes(37));
         send(session, 109, numberedBytes(49));
@@ -287,6 +293,13 @@ private Q_SLOTS:
         QCOMPARE(values.value("compHistogramDepthBin_0"), QString("1"));
         QCOMPARE(values.value("compCorrectDepthPercentage"), QString("1\u00a0%"));
         // Compressions at byte 13, ventilations at byte 17; how many had a rate is not sent.
+        QTRY_VERIFY(recorded.hasManikin());
+        const auto depth =
+            recorded.match(recorded.index(0), RecordedFigureModel::KeyRole, "mean_depth_mm")
+                .value(0);
+        QCOMPARE(depth.data(RecordedFigureModel::ManikinTextRole).toString(),
+                 QString("61.7\u00a0mm"));
+        QVERIFY(depth.isValid() && !depth.data(RecordedFigureModel::ValueRole).isValid());
         const int totals[] = {3597, 3597, 0, 0, 4625, 0};
         for (int row = 0; row < histograms.rowCount(); ++row)
             QTRY_COMPARE(histograms.index(row).data(HistogramModel::TotalRole).toInt(),

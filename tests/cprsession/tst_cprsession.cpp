@@ -64,6 +64,15 @@ private Q_SLOTS:
         QCOMPARE(answer.status, 0);
         QJsonObject info = QJsonDocument::fromJson(answer.output).object();
         QVERIFY(!info.take("start").toString().isEmpty());
+        const QJsonObject recorded = info.take("recorded").toObject();
+        QCOMPARE(recorded.value("compression_fraction"), QJsonValue(0.7643));
+        QCOMPARE(recorded.value("shock_pauses"),
+                 QJsonValue(QJsonArray{QJsonObject{{"time_s", 63},
+                                                   {"pre_shock_pause_s", 6.78},
+                                                   {"post_shock_pause_s", 3.92},
+                                                   {"peri_shock_pause_s", 10.7}}}));
+        const QByteArray text = run({"info", "session.zip"}).output;
+        QVERIFY2(text.contains("Chest compression fraction          76\u00a0%\n"), text);
         const QJsonObject expected{
             {"file", "session.zip"},
             {"learners", QJsonArray{"Mira Holm", QString::fromUtf8("Jörg Aldane")}},
@@ -207,6 +216,8 @@ private Q_SLOTS:
         row("not received, JSON", notReceived + QStringList{"--format", "json"}, 4,
             "{\"compCount\":null,\"compMeanDepth\":null,\"file\":\"unscored.zip\","
             "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":\"120\"}");
+        row("recorded figures", {"--what", "summary", "--columns", "compMeanDepth,recorded_compression_fraction,recorded_aed_pause_s"}, 2,
+            "5164,0.7643,3\r\n");
         row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (hmm),students\r\n");
         row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");
         row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,5000,hmm\r\n");

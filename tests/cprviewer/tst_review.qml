@@ -30,6 +30,8 @@ ViewerCase {
         compare(item("primaryAdvice").text, "1.  Put the hands in the right place on the chest.");
         compare(item("secondaryAdvice").text, "2.  Press deeper.");
         page.sidePanel.currentIndex = 1;
+        compare(fact("recorded", "Deviation of depth"), "2.8 mm");
+        compare(fact("recorded", "Longest pause"), "6.6 s");
         compare(fact("statistics", "Compressions"), "162");
         compare(fact("statistics", "Mean volume"), "530 ml");
         page.sidePanel.currentIndex = 2;

@@ -32,6 +32,7 @@ Item {
     EventListModel { id: eventModel; session: page.session; tags: page.tag | CPREventBase.TagVent }
     ParameterModel { id: parameterModel; event: page.chosen }
     HistogramModel { id: histogramModel; session: page.session }
+    RecordedFigureModel { session: page.session }
     SessionSummary { id: summary; session: page.session }
     LiveFigures { id: figures; session: page.session; isActive: page.visible }
     PlotColors { id: colors; dark: true }

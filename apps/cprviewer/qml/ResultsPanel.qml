@@ -82,14 +82,13 @@ Card {
         }
     }
     PageText {
-        anchors { left: recorded.right; right: parent.right; verticalCenter: parent.verticalCenter; margins: Look.padding }
+        anchors { left: who.right; right: parent.right; leftMargin: 2 * Look.padding; rightMargin: Look.padding }
+        y: recorded.hasTiles ? panel.height - height - Look.gap / 2 : (panel.height - height) / 2
         visible: !summary.hasScores
         text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores."))
               + (recorded.hasTiles ? " " + qsTr("These figures are worked out from the recorded events.") : "")
         color: Look.muted
-        font.pixelSize: Look.normal
-        wrapMode: Text.WordWrap
-        maximumLineCount: 5
+        font.pixelSize: recorded.hasTiles ? Look.small : Look.title
     }
     Column {
         anchors { left: tiles.right; right: parent.right; top: parent.top; margins: Look.padding }
