@@ -83,7 +83,8 @@ template <typename Use> bool simulate(Simulator &simulator, Use use)
     return true;
 }
 
-QString writeLog(Simulator &simulator, const QString &name)
+// Why the log cannot be written; none when it is.
+std::optional<QString> writeLog(Simulator &simulator, const QString &name)
 {
     const auto cannotBeWritten = [&name](const QString &reason) {
         return QStringLiteral("%1 cannot be written: %2").arg(name, reason);
@@ -96,10 +97,13 @@ QString writeLog(Simulator &simulator, const QString &name)
         simulator, [&writer](const manikinlog::Record &record) { return writer.write(record); });
     if (!written)
         return cannotBeWritten(writer.errorString());
-    return file.finish() ? QString() : cannotBeWritten(file.errorString());
+    if (!file.finish())
+        return cannotBeWritten(file.errorString());
+    return std::nullopt;
 }
 
-QString writeSession(Simulator &simulator, const QString &name)
+// The same for the session.
+std::optional<QString> writeSession(Simulator &simulator, const QString &name)
 {
     CPRData session;
     manikinlog::ManikinLogPlayer player(&session);
@@ -107,7 +111,8 @@ QString writeSession(Simulator &simulator, const QString &name)
         player.play(record);
         return true;
     });
-    return sessionfiles::save(name, session);
+    const QString error = sessionfiles::save(name, session);
+    return error.isEmpty() ? std::nullopt : std::make_optional(error);
 }
 
 ExitStatus runSimulate(const SimulateOptions &options)
@@ -126,10 +131,9 @@ ExitStatus runSimulate(const SimulateOptions &options)
         return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
 
     Simulator simulator(*scenario, options.seed);
-    error = isLog ? writeLog(simulator, target) : writeSession(simulator, target);
-    if (!error.isEmpty())
-        return fail(error);
-    return ExitStatus::Done;
+    const std::optional<QString> reason =
+        isLog ? writeLog(simulator, target) : writeSession(simulator, target);
+    return reason ? fail(*reason) : ExitStatus::Done;
 }
 
 } // namespace
