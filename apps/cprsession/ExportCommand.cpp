@@ -12,6 +12,7 @@
 #include <CPRData.h>
 
 #include <QBuffer>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -42,6 +43,7 @@ class Output {
 public:
     bool open(const QString &name)
     {
+        m_name = name.isEmpty() ? QStringLiteral("stdout") : name;
         if (name.isEmpty())
             return m_stdout.open(stdout, QIODevice::WriteOnly);
         m_file = std::make_unique<AtomicFile>(name);
@@ -49,8 +51,13 @@ public:
     }
     QIODevice *device() { return m_file ? static_cast<QIODevice *>(m_file.get()) : &m_stdout; }
     bool commit() { return m_file ? m_file->finish() : m_stdout.flush(); }
+    QString whyNotWritten()
+    {
+        return QStringLiteral("%1 cannot be written: %2").arg(m_name, device()->errorString());
+    }
 
 private:
+    QString m_name;
     QFile m_stdout;
     std::unique_ptr<AtomicFile> m_file;
 };
@@ -185,6 +192,8 @@ public:
             && write(m_document.end());
     }
     bool isComplete() const { return m_isComplete; }
+    // A part could not be stored until its turn came.
+    bool lacksTemporaryFile() const { return m_lacksTemporaryFile; }
     // At least one archive could be read, if only in part.
     bool hasSession() const { return m_hasSession; }
 
@@ -193,7 +202,8 @@ private:
 
     bool addPart(const QString &name, int result, QFileDevice *part)
     {
-        if (result == NotWritten || result == OrderedParts::noTemporaryFile)
+        m_lacksTemporaryFile = result == NotWritten || result == OrderedParts::noTemporaryFile;
+        if (m_lacksTemporaryFile)
             return false;
         m_progress.report(++m_done, static_cast<qint64>(m_options.sessions.size()));
         if (result != Complete)
@@ -225,7 +235,8 @@ private:
             if (!write(block))
                 return false;
         }
-        return part->error() == QFileDevice::NoError;
+        m_lacksTemporaryFile = part->error() != QFileDevice::NoError;
+        return !m_lacksTemporaryFile;
     }
 
     bool write(const QByteArray &bytes) { return m_device->write(bytes) == bytes.size(); }
@@ -237,6 +248,7 @@ private:
     qint64 m_done = 0;
     bool m_isComplete = true;
     bool m_hasSession = false;
+    bool m_lacksTemporaryFile = false;
     bool m_hasPart = false;
 };
 
@@ -271,14 +283,16 @@ ExitStatus runExport(ExportOptions options)
             [&name](const std::string &session) { return wouldReplace(name, fileName(session)); }))
         return ExitStatus::WrongUsage;
     if (!output.open(name))
-        return fail(
-            QStringLiteral("%1 cannot be written; is the directory there and writable?").arg(name));
+        return fail(output.whyNotWritten());
     Export job(options, *document, output.device());
     const bool isWritten = job.run();
     if (isWritten && !job.hasSession())
         return ExitStatus::Failed;
+    if (!isWritten && job.lacksTemporaryFile())
+        return fail(QStringLiteral("a temporary file in %1 cannot be written; is there room?")
+                        .arg(QDir::tempPath()));
     if (!isWritten || !output.commit())
-        return fail(QStringLiteral("the output cannot be written; is the disk full?"));
+        return fail(output.whyNotWritten());
     return job.isComplete() ? ExitStatus::Done : ExitStatus::Failed;
 }
 

@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "Progress.h"
+#include "private/FileCalls.h"
 #include "sessionfiles/ArchiveSalvage.h"
 #include "sessionfiles/SessionFile.h"
 
@@ -27,6 +28,11 @@ struct RecoverOptions {
     bool force = false;
 };
 
+bool isJournal(const QString &name)
+{
+    return name.endsWith(SessionJournal::nameFor(QString()));
+}
+
 ExitStatus nothingIn(const QString &input)
 {
     return fail(QStringLiteral("%1 holds nothing that could be saved: no member of a session "
@@ -37,17 +43,23 @@ ExitStatus nothingIn(const QString &input)
 // Plays what can be read of the log, saves that and reports how far it goes.
 ExitStatus recoverLog(const QString &input, const QString &target)
 {
-    QFile file(input);
-    if (!file.open(QIODevice::ReadOnly))
-        return fail(QStringLiteral("%1 cannot be read: %2").arg(input, file.errorString()));
+    QString reason;
+    // Nobody else takes a journal that is being recovered.
+    const std::unique_ptr<QFile> file = isJournal(input)
+        ? SessionJournal::claim(FileCalls::resolved(input), &reason)
+        : std::make_unique<QFile>(input);
+    if (!file)
+        return fail(reason);
+    if (!file->isOpen() && !file->open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("%1 cannot be read: %2").arg(input, file->errorString()));
     CPRData session;
-    ManikinLogReader reader(&file, input, ManikinLogReader::Damage::IsSkipped);
+    ManikinLogReader reader(file.get(), input, ManikinLogReader::Damage::IsSkipped);
     qint64 records = 0;
     {
         Progress progress(QStringLiteral("Recovering"));
         manikinlog::ManikinLogPlayer(&session).play(reader, [&](qint64 /*msecs*/) {
             ++records;
-            progress.report(file.pos(), file.size());
+            progress.report(file->pos(), file->size());
         });
     }
     if (records == 0)
@@ -98,7 +110,7 @@ ExitStatus runRecover(const RecoverOptions &options)
     QString input = fileName(options.input);
     const QString target = fileName(options.session);
     const QString suffix = SessionJournal::nameFor(QString());
-    const QString owner = input.endsWith(suffix) ? input.chopped(suffix.size()) : input;
+    const QString owner = isJournal(input) ? input.chopped(suffix.size()) : input;
     if (SessionJournal::isBeingWritten(owner))
         return fail(QStringLiteral("%1 is still being written; wait until its program ends")
                         .arg(SessionJournal::nameFor(owner)));

@@ -103,7 +103,7 @@ template <typename Use> bool simulate(Simulator &simulator, Use use)
     return true;
 }
 
-// Why the log could not be written; none when it was.
+// Why the log cannot be written; none when it is.
 std::optional<QString> writeLog(Simulator &simulator, const QString &name)
 {
     const auto cannotBeWritten = [&name](const QString &reason) {
@@ -122,7 +122,7 @@ std::optional<QString> writeLog(Simulator &simulator, const QString &name)
     return std::nullopt;
 }
 
-// The same of a session.
+// The same for the session.
 std::optional<QString> writeSession(Simulator &simulator, const QString &name)
 {
     CPRData session;
@@ -152,10 +152,9 @@ ExitStatus runSimulate(const SimulateOptions &options)
         return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
 
     Simulator simulator(*scenario, options.seed);
-    if (const std::optional<QString> reason =
-            isLog ? writeLog(simulator, target) : writeSession(simulator, target))
-        return fail(*reason);
-    return ExitStatus::Done;
+    const std::optional<QString> reason =
+        isLog ? writeLog(simulator, target) : writeSession(simulator, target);
+    return reason ? fail(*reason) : ExitStatus::Done;
 }
 
 } // namespace

@@ -4,10 +4,9 @@
 #include "Command.h"
 #include "Progress.h"
 #include "ShellSupport.h"
-#include "private/FileCalls.h"
+#include "private/ProgramStart.h"
 
 #include <QGuiApplication>
-#include <QLoggingCategory>
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
@@ -41,7 +40,7 @@ void addGenerateCommand(CLI::App &app, Run &run)
 
 int main(int argc, char *argv[])
 {
-    FileCalls::occupyStandardStreams();
+    ProgramStart::occupyStandardStreams();
     CLI::App app("CPR training sessions from the command line.", "cprsession");
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
@@ -75,16 +74,10 @@ int main(int argc, char *argv[])
     Progress::setShown(!quiet);
 
     std::unique_ptr<QCoreApplication> application;
-    if (run.needsFonts) {
-        qputenv("QT_QPA_PLATFORM", "offscreen"); // pictures, no windows: a display is not needed
-        // Where there is none, as in a cron job, Qt would make one and complain on stderr.
-        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
-            qputenv("XDG_RUNTIME_DIR", "/dev/null");
-        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-        application = std::make_unique<QGuiApplication>(argc, argv);
-    } else {
+    if (run.needsFonts)
+        application = ProgramStart::drawing<QGuiApplication>(argc, argv);
+    else
         application = std::make_unique<QCoreApplication>(argc, argv);
-    }
     showLibraryLog(true);
     return static_cast<int>(run.verb());
 }

@@ -46,16 +46,17 @@ void Screenshot::grab()
 
 void Screenshot::finish()
 {
-    QString error = m_viewer->problem();
-    if (error.isEmpty()) {
+    bool isWritten = false;
+    if (!m_viewer->problem().isEmpty()) {
+        complain(m_viewer->problem());
+    } else if (!m_grab) {
+        complain(QStringLiteral("%1 cannot be written: the page cannot be drawn").arg(m_file));
+    } else {
         AtomicFile file(m_file);
-        const bool isWritten = file.open(QIODevice::WriteOnly) && m_grab
-            && m_grab->image().save(&file, "PNG") && file.finish();
+        isWritten =
+            file.open(QIODevice::WriteOnly) && m_grab->image().save(&file, "PNG") && file.finish();
         if (!isWritten)
-            error = QStringLiteral("%1 cannot be written: %2").arg(m_file, file.errorString());
+            complain(QStringLiteral("%1 cannot be written: %2").arg(m_file, file.errorString()));
     }
-    if (!error.isEmpty())
-        complain(error);
-    QCoreApplication::exit(
-        static_cast<int>(error.isEmpty() ? ExitStatus::Done : ExitStatus::Failed));
+    QCoreApplication::exit(static_cast<int>(isWritten ? ExitStatus::Done : ExitStatus::Failed));
 }

@@ -26,28 +26,30 @@ QString cannotWrite(const QString &name, const QString &reason)
 
 } // namespace
 
-QString SessionExport::writeTable(const QString &name, const QString &what, const CPRData &session)
+bool SessionExport::writeTable(const QString &name, const QString &what, const CPRData &session,
+                               QString *error)
 {
-    QString error;
-    const auto table = SessionTable::create(what, {}, &error);
+    const auto table = SessionTable::create(what, {}, error);
     if (!table)
-        return error;
+        return false;
     AtomicFile file(name);
-    if (!file.open(QIODevice::WriteOnly))
-        return cannotWrite(name, file.errorString());
+    if (!file.open(QIODevice::WriteOnly)) {
+        *error = cannotWrite(name, file.errorString());
+        return false;
+    }
     const bool hasComma = QLocale().decimalPoint() == QLatin1Char(',');
     const auto writer = TableWriter::csv(&file, QString(QLatin1Char(hasComma ? ';' : ',')));
     const bool isWritten = writer->begin(table->columns())
         && table->writeRows(session,
                             [&writer](const TableWriter::Row &row) { return writer->write(row); })
         && writer->end() && file.finish();
-    return isWritten ? QString() : cannotWrite(name, file.errorString());
+    if (!isWritten)
+        *error = cannotWrite(name, file.errorString());
+    return isWritten;
 }
 
-QString SessionExport::writePicture(const QString &name, const CPRData &session)
+bool SessionExport::writePicture(const QString &name, const CPRData &session, QString *error)
 {
     constexpr QSize size(1600, 900);
-    QString error;
-    sessionplot::writePicture(name, size, 0, -1, session, &error);
-    return error;
+    return sessionplot::writePicture(name, size, 0, -1, session, error);
 }

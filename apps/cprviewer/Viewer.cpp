@@ -197,46 +197,51 @@ Viewer::SaveResult Viewer::writeFile(const QUrl &url, const QString &suffix, boo
         name += QLatin1Char('.') + suffix;
     if (!replaces && QFileInfo::exists(name))
         return Exists;
-    const QString error = write(name);
+    QString error;
+    const bool isWritten = write(name, &error);
     setProblem(error);
-    return error.isEmpty() ? Saved : Failed;
+    return isWritten ? Saved : Failed;
 }
 
 Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
 {
-    return writeFile(url, QStringLiteral("zip"), replaces, [this](const QString &name) {
-        sessionfiles::SaveResult saved;
-        if (m_opened.isFromArchive) {
-            // What is read from an archive lacks statistics and scores in its list; a copy has
-            // them.
-            CPRData copy(*session());
-            saved = sessionfiles::save(name, copy);
-        } else {
-            saved = sessionfiles::save(name, *session());
-        }
-        if (saved.isSaved && !isLive()) {
-            m_recentFiles.add(name);
-            m_opened.name = QFileInfo(name).fileName();
-            Q_EMIT nameChanged();
-            if (saved.isComplete)
-                setSaved();
-        }
-        return saved.isComplete ? QString() : saved.reason;
-    });
+    return writeFile(url, QStringLiteral("zip"), replaces,
+                     [this](const QString &name, QString *reason) {
+                         sessionfiles::SaveResult saved;
+                         if (m_opened.isFromArchive) {
+                             // What is read from an archive lacks statistics and scores in its
+                             // list; a copy has them.
+                             CPRData copy(*session());
+                             saved = sessionfiles::save(name, copy);
+                         } else {
+                             saved = sessionfiles::save(name, *session());
+                         }
+                         if (saved.isSaved && !isLive()) {
+                             m_recentFiles.add(name);
+                             m_opened.name = QFileInfo(name).fileName();
+                             Q_EMIT nameChanged();
+                             if (saved.isComplete)
+                                 setSaved();
+                         }
+                         *reason = saved.reason;
+                         return saved.isComplete;
+                     });
 }
 
 Viewer::SaveResult Viewer::exportTable(const QUrl &url, const QString &what, bool replaces)
 {
-    return writeFile(url, QStringLiteral("csv"), replaces, [&](const QString &name) {
-        return SessionExport::writeTable(name, what, *session());
-    });
+    return writeFile(url, QStringLiteral("csv"), replaces,
+                     [&](const QString &name, QString *error) {
+                         return SessionExport::writeTable(name, what, *session(), error);
+                     });
 }
 
 Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
 {
-    return writeFile(url, QStringLiteral("png"), replaces, [this](const QString &name) {
-        return SessionExport::writePicture(name, *session());
-    });
+    return writeFile(url, QStringLiteral("png"), replaces,
+                     [this](const QString &name, QString *error) {
+                         return SessionExport::writePicture(name, *session(), error);
+                     });
 }
 
 QUrl Viewer::proposedFile(const QString &ending) const

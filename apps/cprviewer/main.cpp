@@ -5,12 +5,11 @@
 #include "Screenshot.h"
 #include "Viewer.h"
 #include "ViewerTypes.h"
-#include "private/FileCalls.h"
+#include "private/ProgramStart.h"
 
 #include <private/Units.h>
 
 #include <QApplication>
-#include <QLoggingCategory>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
 #include <QQuickWindow>
@@ -21,16 +20,6 @@
 #include <limits>
 
 namespace {
-
-// Pictures need neither a display nor a graphics card.
-void useNoDisplay()
-{
-    qputenv("QT_QPA_PLATFORM", "offscreen");
-    qputenv("QT_QUICK_BACKEND", "software");
-    // Where there is none, as in a cron job, Qt would make one and complain on stderr.
-    if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR"))
-        qputenv("XDG_RUNTIME_DIR", "/dev/null");
-}
 
 // Without one Qt would abort, with advice that does not help.
 bool hasDisplay()
@@ -78,14 +67,12 @@ bool begin(Viewer &viewer, const CommandLine &line)
 
 int main(int argc, char *argv[])
 {
-    FileCalls::occupyStandardStreams();
+    ProgramStart::occupyStandardStreams();
     CommandLine line;
     if (const std::optional<ExitStatus> status = line.parse(argc, argv))
         return static_cast<int>(*status);
     const bool isPicture = !line.screenshot.isEmpty();
-    if (isPicture)
-        useNoDisplay();
-    if (!hasDisplay()) {
+    if (!isPicture && !hasDisplay()) {
         complain(QStringLiteral("there is no display, neither DISPLAY nor WAYLAND_DISPLAY is set; "
                                 "--screenshot FILE.png needs none"));
         return static_cast<int>(ExitStatus::Failed);
@@ -97,11 +84,11 @@ int main(int argc, char *argv[])
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // it always is since then
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
 #endif
+    if (isPicture) // needs no graphics card
+        qputenv("QT_QUICK_BACKEND", "software");
     // The file dialogs are widgets where the system has none of its own.
-    if (isPicture)
-        QLoggingCategory::setFilterRules(QStringLiteral("default.warning=false"));
-    const QApplication application(argc, argv);
-    QLoggingCategory::setFilterRules(QString());
+    const auto application = isPicture ? ProgramStart::drawing<QApplication>(argc, argv)
+                                       : std::make_unique<QApplication>(argc, argv);
     // Without OpenGL, as on many virtual machines, Qt would abort instead of painting by itself.
     if (!QOpenGLContext().create())
         QQuickWindow::setSceneGraphBackend(QStringLiteral("software"));
@@ -129,7 +116,7 @@ int main(int argc, char *argv[])
                                 "QtQuick.Controls, QtQuick.Layouts and Qt.labs.platform there?"));
         return static_cast<int>(ExitStatus::Failed);
     }
-    closePopupsWith(application, window);
+    closePopupsWith(*application, window);
     if (!begin(viewer, line)) {
         complain(viewer.problem());
         return static_cast<int>(ExitStatus::Failed);

@@ -15,6 +15,8 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
+#include <optional>
+
 namespace sessionplot {
 
 namespace {
@@ -86,9 +88,9 @@ const Format *formatOf(const QString &fileName)
     return nullptr;
 }
 
-/// Returns what went wrong; empty when nothing did.
-QString write(const QString &fileName, const QSize &size, const PlotModel &model,
-              ReviewPicture &picture)
+/// Returns what went wrong; nothing when the picture is written.
+std::optional<QString> write(const QString &fileName, const QSize &size, const PlotModel &model,
+                             ReviewPicture &picture)
 {
     const Format *format = formatOf(fileName);
     if (!format)
@@ -117,7 +119,7 @@ QString write(const QString &fileName, const QSize &size, const PlotModel &model
             .arg(size.height());
     if (file.write(encoded.data()) != encoded.size() || !file.finish())
         return cannotBeWritten(file.errorString());
-    return QString();
+    return std::nullopt;
 }
 
 } // namespace
@@ -142,10 +144,10 @@ bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint6
     ReviewPicture picture(&model);
     picture.setTheme(theme);
     picture.setRange(from, to);
-    const QString problem = write(fileName, size, model, picture);
+    const std::optional<QString> problem = write(fileName, size, model, picture);
     if (error)
-        *error = problem;
-    return problem.isEmpty();
+        *error = problem.value_or(QString());
+    return !problem;
 }
 
 } // namespace sessionplot

@@ -52,6 +52,7 @@ private Q_SLOTS:
         QVERIFY(store(path("unscored.cprlog"), unscored));
         QCOMPARE(run({"replay", "unscored.cprlog", "-o", "unscored.zip"}).status, 0);
         QCOMPARE(mkfifo(qPrintable(path("pipe.svg")), 0600), 0);
+        QVERIFY(store(path("bare.cprlog"), "cprlog 1\n# nothing\n"));
         QVERIFY(
             store(path("broken.cprlog"), "cprlog 1\n0 state CPR_MANIKIN_INIT\n20 header one\n"));
     }
@@ -118,6 +119,7 @@ private Q_SLOTS:
                 {"export", input, "--what", "events", "-o", "target.csv"}, 1, input);
         }
         row("damaged log", {"replay", "broken.cprlog", "-o", "target.zip"}, 1, "broken.cprlog:3: ");
+        row("log without records", {"replay", "bare.cprlog", "-o", "target.zip"}, 1, "no record");
         row("unwritable archive", {"replay", recordedLog, "-o", "no/target.zip"}, 1,
             "no/target.zip");
         row("unwritable table",
@@ -181,6 +183,7 @@ private Q_SLOTS:
         for (const QStringList &arguments :
              {QStringList{"export", "session.zip", "--what", "events", "-o", "old.svg"},
               QStringList{"plot", "session.zip", "-o", "old.svg"},
+              QStringList{"recover", "cut.zip", "--force", "-o", "old.svg"},
               QStringList{"simulate", "--duration", "5", "--force", "-o", "old.svg"},
               QStringList{"replay", recordedLog, "--force", "-o", "old.svg"}}) {
             QVERIFY(store(path("old.svg"), "old"));
@@ -418,6 +421,58 @@ private Q_SLOTS:
         QVERIFY(process.waitForFinished());
         QCOMPARE(process.exitCode(), 0);
         QCOMPARE(run({"diff", "session.zip", "grown.zip", "--ignore-times"}).status, 0);
+    }
+
+    void lostLogIsSavedSoFar_data()
+    {
+        // The log begins with a third of the recording and half a line; the rest comes by the
+        // shell.
+        const auto row = columns<QString, QByteArray>("change", "reason");
+        row("Ctrl-C", "kill -INT $0", "expected");
+        row("cut", ": >followed.cprlog", "it was cut");
+        row("deleted", "rm followed.cprlog", "it is not there any more");
+        row("replaced", "mv other.cprlog followed.cprlog", "it was replaced");
+        row("damaged", "echo x >>followed.cprlog", "expected");
+        row("not followed", "", "expected");
+    }
+
+    void lostLogIsSavedSoFar()
+    {
+        QFETCH(QString, change);
+        QFETCH(QByteArray, reason);
+        const QByteArray whole = bytesOf(recordedLog);
+        const QByteArray begin = whole.left(whole.indexOf('\n', whole.size() / 3) + 1);
+        QVERIFY(store(path("followed.cprlog"), begin + "40123 wa") && store(path("so-far"), begin)
+                && store(path("other.cprlog"), whole));
+        QProcess process;
+        process.setWorkingDirectory(m_directory.path());
+        QStringList arguments{"replay", "followed.cprlog", "-o", "lost.zip", "--force"};
+        if (!change.isEmpty())
+            arguments.append("--follow");
+        process.start(CPRSESSION_PROGRAM, arguments);
+        const QByteArray last = begin.mid(begin.lastIndexOf('\n', begin.size() - 2));
+        QTRY_VERIFY(change.isEmpty() || bytesOf(path("lost.zip.journal")).endsWith(last));
+        QProcess::execute("sh",
+                          {"-c", "cd " + m_directory.path() + "; " + change,
+                           QString::number(process.processId())});
+        QVERIFY(process.waitForFinished());
+        QCOMPARE(process.exitCode(), 1);
+        const QByteArray errors = process.readAllStandardError();
+        QVERIFY2(errors.contains(reason) && errors.contains("is saved as far"), errors.constData());
+        QCOMPARE(run({"replay", "so-far", "-o", "so-far.zip", "--force"}).status, 0);
+        QCOMPARE(run({"diff", "lost.zip", "so-far.zip", "--ignore-times"}).status, 0);
+        QVERIFY(!QFile::exists(path("lost.zip.journal")));
+    }
+
+    void closedStderrIsNoOutput()
+    {
+        const QString closed = "exec \"$0\" \"$@\" 2>&-";
+        testsupport::run("sh",
+                         {"-c", closed, CPRSESSION_PROGRAM, "export", "session.zip", "missing",
+                          "--what", "guidelines", "-o", "closed.csv"},
+                         m_directory.path());
+        QVERIFY(bytesOf(path("closed.csv")).startsWith("file,"));
+        QVERIFY(!bytesOf(path("closed.csv")).contains("cprsession:"));
     }
 
     // The recording lasts 123 s.

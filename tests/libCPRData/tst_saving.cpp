@@ -126,6 +126,7 @@ private Q_SLOTS:
     // A save is repeated, each time with the fault at the next call, until it meets none.
     void faultyCalls()
     {
+        bool isLeft = false; // by a killed process
         for (int test = 0; test < 4; ++test) {
             const bool isKilled = test < 2;
             const int mode = test % 2; // Create or Add
@@ -152,9 +153,12 @@ private Q_SLOTS:
                     : isAsReported(result == 0 || isFolderLost, mode);
                 QVERIFY2(isHarmless,
                          qPrintable(QString("call %1 of test %2").arg(faultyCall).arg(test)));
+                isLeft = isLeft || !isAlone();
+                QVERIFY(isAlone() || (saveTo(m_path, *m_session, mode) && isAlone()));
             }
             QVERIFY(faultyCall > 100);
         }
+        QVERIFY(isLeft); // between the two steps by which the file gets its name
     }
 
     void fullDisk()
@@ -175,6 +179,18 @@ private Q_SLOTS:
             }
             QVERIFY(size - 11 * slowdown <= QFileInfo(m_path).size());
         }
+    }
+
+    void keepsOwnerAndPermissions()
+    {
+        constexpr uid_t somebody = 1;
+        const bool isOwned = chown(qPrintable(m_path), somebody, somebody) == 0; // by root alone
+        QCOMPARE(chmod(qPrintable(m_path), 0604), 0);
+        QVERIFY(saveTo(m_path, *m_session));
+        struct stat info { };
+        QCOMPARE(stat(qPrintable(m_path), &info), 0);
+        QCOMPARE(info.st_mode & 0777, 0604U);
+        QCOMPARE(info.st_uid, isOwned ? somebody : geteuid());
     }
 
     void refusedPlaces_data()
@@ -301,8 +317,12 @@ private:
 
     bool isAsReported(bool isSaved, int mode) const
     {
-        return (isSaved ? isNew(mode) : isOld())
-            && QDir(m_dir.path()).entryList(QDir::Files) == QStringList("session.zip");
+        return (isSaved ? isNew(mode) : isOld()) && isAlone();
+    }
+
+    bool isAlone() const
+    {
+        return QDir(m_dir.path()).entryList(QDir::Files) == QStringList("session.zip");
     }
 };
 

@@ -96,16 +96,6 @@ inline bool syncFolderOf(const QString &file)
     return isSynced;
 }
 
-/// A program begins with it. Where stdin, stdout or stderr is closed, the first file that is opened
-/// would get its number, and with it what is printed; /dev/null does instead. Printing fails there.
-inline void occupyStandardStreams()
-{
-    for (int stream = STDIN_FILENO; stream <= STDERR_FILENO; ++stream) {
-        if (::fcntl(stream, F_GETFD) < 0)
-            ::open("/dev/null", stream == STDIN_FILENO ? O_WRONLY : O_RDONLY);
-    }
-}
-
 } // namespace FileCalls
 
 #endif
