@@ -171,7 +171,8 @@ bool CPREventBase::eventTypeFromKey(QStringView key, EventType &type)
 }
 
 CPREventBase::CPREventBase(EventType type, int msecs, CPREvents *owner)
-    : QObject(owner), m_owner(owner), m_type(type), m_msecs(msecs), m_endTime(msecs)
+    : QObject(owner && owner->m_isMaking ? nullptr : owner), m_owner(owner), m_type(type),
+      m_msecs(msecs), m_endTime(msecs)
 {
 }
 
@@ -206,7 +207,10 @@ void CPREventBase::setEventEndTime(int msecs)
 {
     if (msecs == m_endTime)
         return;
+    const bool isEarlier = msecs < m_endTime;
     m_endTime = msecs;
+    if (isEarlier && m_listed)
+        m_owner->noteEarlierEnd(this);
     noteChange();
 }
 

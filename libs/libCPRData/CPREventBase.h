@@ -631,7 +631,8 @@ public:
                     ParameterType type) const;
 
 private:
-    friend class CPREvents; // keeps m_listed and m_standing
+    friend class CPREvents; // keeps what says how the event is listed
+    friend class EventSequence;
 
     void noteChange();
     int storedParameterCount() const;
@@ -641,10 +642,13 @@ private:
     EventType m_type;
     int m_msecs;
     int m_endTime;
+    quint32 m_block = 0; // of the main list in which the event stands
     std::unique_ptr<EventParameters> m_parameters; // null until the first is stored
     bool m_listed = false;
     bool m_standing = false; // one of the three that the list always has
     bool m_isChangeNoted = false; // by the list, which has not announced it yet
+    quint8 m_listedTags = 0; // in whose lists the event stands
+    quint32 m_blockOfTag = 0; // of the list of the first of these tags
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(CPREventBase::EventTags)

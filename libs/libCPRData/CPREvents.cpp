@@ -14,6 +14,7 @@
 #include "CPREventUser.h"
 #include "CPRVentilationData.h"
 #include "private/EnumKey.h"
+#include "private/EventSequence.h"
 #include "private/MessageLayouts.h"
 #include "private/ResponseId.h"
 #include "private/Units.h"
@@ -24,6 +25,7 @@
 #include <QIODevice>
 #include <QLoggingCategory>
 #include <QPointer>
+#include <QScopedValueRollback>
 #include <QTimer>
 
 #include <QtAlgorithms>
@@ -46,25 +48,12 @@ constexpr int allTimes = -1;
 constexpr int tagCount = 8;
 constexpr uint allTags = (1U << tagCount) - 1;
 
-// Behind the last event that ends at or before the new one's start; events that overlap that start
-// stay after it.
-void insertInTimeOrder(QList<CPREventBase *> &events, CPREventBase *event)
+std::vector<EventSequence> newLists()
 {
-    int position = events.size();
-    while (position > 0 && events.at(position - 1)->eventEndTime() > event->msecs())
-        --position;
-    if (position == events.size())
-        events.append(event); // faster than insert(), and what happens mostly
-    else
-        events.insert(position, event);
-}
-
-// New events stand near the end, so they are found from there.
-void removeFromBack(QList<CPREventBase *> &events, CPREventBase *event)
-{
-    const int position = events.lastIndexOf(event);
-    if (position >= 0)
-        events.removeAt(position);
+    std::vector<EventSequence> lists;
+    for (int bit = EventSequence::allTags; bit < tagCount; ++bit)
+        lists.emplace_back(bit);
+    return lists;
 }
 
 bool lastsOver(const CPREventBase &event, int time)
@@ -75,14 +64,14 @@ bool lastsOver(const CPREventBase &event, int time)
 } // namespace
 
 CPREvents::CPREvents(CPRGuidelines *guidelines, CPRData *cprData)
-    : CPRDataBase(cprData), m_eventsByTag(tagCount), m_guidelines(guidelines)
+    : CPRDataBase(cprData), m_lists(newLists()), m_guidelines(guidelines)
 {
     CPREvents::initialize();
     connectSignals();
 }
 
 CPREvents::CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData *cprData)
-    : CPRDataBase(other, cprData), m_eventsByTag(tagCount),
+    : CPRDataBase(other, cprData), m_lists(newLists()),
       m_sessionInfo(other.m_sessionInfo->clone(this)),
       m_sessionStatistics(other.m_sessionStatistics->clone(this)),
       m_sessionScore(other.m_sessionScore->clone(this)), m_guidelines(guidelines),
@@ -93,10 +82,10 @@ CPREvents::CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData 
     connectSignals();
     const EventList standing{m_sessionInfo, m_sessionStatistics, m_sessionScore};
     for (CPREventBase *event : standing) {
-        m_events.append(event);
+        m_lists.front().append(event);
         event->m_listed = true;
     }
-    for (CPREventBase *event : other.m_events) {
+    for (CPREventBase *event : other.events()) {
         if (event != other.m_sessionInfo && event != other.m_sessionStatistics
             && event != other.m_sessionScore) {
             addEvent(event->clone(this), false);
@@ -107,7 +96,7 @@ CPREvents::CPREvents(const CPREvents &other, CPRGuidelines *guidelines, CPRData 
 CPREvents::~CPREvents()
 {
     // The events die with the QObject below, when there are no lists left to take them out of.
-    for (CPREventBase *event : qAsConst(m_events))
+    for (CPREventBase *event : events())
         event->m_listed = false;
     m_sessionInfo->m_standing = m_sessionStatistics->m_standing = m_sessionScore->m_standing =
         false;
@@ -181,15 +170,20 @@ void CPREvents::reset()
     qCDebug(lcEvents) << Q_FUNC_INFO;
     CPRDataBase::reset();
 
-    const EventList old = std::exchange(m_events, {});
-    for (EventList &tagged : m_eventsByTag)
-        tagged.clear();
+    const EventList old = events();
+    for (EventSequence &list : m_lists)
+        list.clear();
     m_lastRead = nullptr;
-    for (CPREventBase *event : old) {
-        event->m_listed = false;
-        if (!isStanding(event))
+    const auto drop = [this](CPREventBase *event) {
+        if (std::exchange(event->m_listed, false) && !isStanding(event))
             event->deleteLater();
+    };
+    // First in the order of the children: only those in front are found at once when they die.
+    for (QObject *child : children()) {
+        if (auto *event = qobject_cast<CPREventBase *>(child))
+            drop(event);
     }
+    std::for_each(old.begin(), old.end(), drop); // a host may have given one another parent
 
     // A session info that initialize() has just made is listed when the list has been cleared.
     if (!std::exchange(m_isInitializing, false)) {
@@ -223,26 +217,24 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         event->setParent(this);
         if (old)
             Q_EMIT old->eventRemoved(event);
+    } else if (!event->parent()) {
+        event->setParent(this);
     }
     if (!std::exchange(event->m_listed, true)) {
-        const bool isDebugEnabled = lcEvents().isDebugEnabled();
-        insertInTimeOrder(m_events, event);
-        if (isDebugEnabled) {
-            qCDebug(lcEvents) << "Main event list";
-            for (const CPREventBase *listed : qAsConst(m_events))
+        event->m_listedTags = static_cast<quint8>(event->tag() & allTags);
+        for (EventSequence &list : m_lists) {
+            if (!list.holds(event->m_listedTags))
+                continue;
+            list.insert(event);
+            if (!lcEvents().isDebugEnabled())
+                continue;
+            if (list.bit() == EventSequence::allTags)
+                qCDebug(lcEvents) << "Main event list";
+            else
+                qCDebug(lcEvents) << "Event list tag"
+                                  << EnumKey(CPREventBase::EventTag(1U << uint(list.bit())));
+            for (const CPREventBase *listed : list.events())
                 qCDebug(lcEvents).noquote() << "Event" << QString(*listed);
-        }
-        uint bit = 0;
-        for (uint tags = static_cast<uint>(event->tag()) & allTags; tags != 0;
-             tags &= ~(1U << bit)) {
-            bit = qCountTrailingZeroBits(tags);
-            EventList &tagged = m_eventsByTag[bit];
-            insertInTimeOrder(tagged, event);
-            if (isDebugEnabled) {
-                qCDebug(lcEvents) << "Event list tag" << EnumKey(CPREventBase::EventTag(1U << bit));
-                for (const CPREventBase *listed : qAsConst(tagged))
-                    qCDebug(lcEvents).noquote() << "Event" << QString(*listed);
-            }
         }
     }
     if (doSignals)
@@ -254,10 +246,19 @@ void CPREvents::takeEvent(CPREventBase *event)
     event->m_listed = false;
     if (event == m_lastRead)
         m_lastRead = nullptr;
-    removeFromBack(m_events, event);
     // Not by the event's tags: they can have changed since, and the event may be half destroyed.
-    for (EventList &tagged : m_eventsByTag)
-        removeFromBack(tagged, event);
+    for (EventSequence &list : m_lists) {
+        if (list.holds(event->m_listedTags))
+            list.remove(event);
+    }
+}
+
+void CPREvents::noteEarlierEnd(const CPREventBase *event)
+{
+    for (EventSequence &list : m_lists) {
+        if (list.holds(event->m_listedTags))
+            list.storeEarlierEnd(event);
+    }
 }
 
 // The event is being destroyed.
@@ -360,7 +361,7 @@ void CPREvents::handleEvent(CPREventBase *event)
 void CPREvents::numberCompression(CPREventCompression *compression)
 {
     const qint64 gap = qint64(compression->msecs()) - m_lastCompressionEnd;
-    const CPREventBase *before = at(m_events.size() - 2);
+    const CPREventBase *before = at(m_lists.front().size() - 2);
 
     if (m_lastCompressionEnd != 0 && gap > cycleGapMs) {
         m_compressionCounter = 1;
@@ -447,6 +448,14 @@ bool CPREvents::incomingMsg(bls_2010::RMessage *msg)
     return true;
 }
 
+// An event that may be refused, and deleted, before it is listed. It is no child until then: the
+// time to delete a child grows with the number of children.
+template <typename Event, typename... More> Event *CPREvents::make(int msecs, More... more)
+{
+    const QScopedValueRollback<bool> making(m_isMaking, true);
+    return new Event(msecs, this, more...);
+}
+
 // The event that is to read the message: a new one, which is not listed yet, or one that is there.
 // Null when none is.
 CPREventBase *CPREvents::eventFor(bls_2010::RMessage *msg)
@@ -454,22 +463,22 @@ CPREventBase *CPREvents::eventFor(bls_2010::RMessage *msg)
     // clang-format off
     switch (msg->getIdentifier()) {
     case CommunicationIDs::RPL_DEFIB_SHOCK_EVENT:
-        return new CPREventShock(0, this);
+        return make<CPREventShock>(0);
     case CommunicationIDs::RPL_GENERIC_EVENT:
-        return new CPREventAED(0, this);
+        return make<CPREventAED>(0);
     case CommunicationIDs::RPL_AED_REMOTE_CTRL:
         return remoteControlEventFor(msg);
     case CommunicationIDs::RPL_ECG_STATUS:
-        return new CPREventCPRD(0, this);
+        return make<CPREventCPRD>(0);
     case CommunicationIDs::RPL_VERSIONINFO:
     case CommunicationIDs::RPL_LIFETIMEINFO:
         return m_sessionInfo;
     case CommunicationIDs::RPL_USER_EVENT:
-        return new CPREventUser(0, this, QString());
+        return make<CPREventUser>(0, QString());
     case CommunicationIDs::RPL_COMP_EVENT:
-        return hasEnded() ? nullptr : new CPREventCompression(0, this, lastCompression());
+        return hasEnded() ? nullptr : make<CPREventCompression>(0, lastCompression());
     case CommunicationIDs::RPL_VENT_EVENT:
-        return hasEnded() ? nullptr : new CPREventVentilation(0, this);
+        return hasEnded() ? nullptr : make<CPREventVentilation>(0);
     case CommunicationIDs::RPL_COMP_INACTIVITY_TIME:
         return inactivityEventFor(msg);
     case CommunicationIDs::RPL_CPR_PROTOCOL_CTRL:
@@ -489,7 +498,7 @@ CPREventBase *CPREvents::eventFor(bls_2010::RMessage *msg)
 CPREventBase *CPREvents::remoteControlEventFor(bls_2010::RMessage *msg)
 {
     return CPREventAED::isRecordedButton(MessageLayouts::intOf(*msg, MessageLayouts::remoteButton))
-        ? new CPREventAED(0, this)
+        ? make<CPREventAED>(0)
         : nullptr;
 }
 
@@ -503,7 +512,7 @@ CPREventBase *CPREvents::inactivityEventFor(bls_2010::RMessage *msg)
     if (running && running->incomingMsg(msg))
         return running;
     constexpr int notPlaced = -1;
-    return new CPREventInactivityCPR(notPlaced, this);
+    return make<CPREventInactivityCPR>(notPlaced);
 }
 
 CPREventBase *CPREvents::infoForProtocol(bls_2010::RMessage *msg)
@@ -685,11 +694,17 @@ void CPREvents::setCategoryThresholdAdvanced(int a_Value)
     m_sessionScore->setParameter(CPREventBase::categoryThresholdAdvanced, a_Value);
 }
 
-const CPREvents::EventList *CPREvents::tagList(uint tag) const
+// Null for none and for several tags.
+const EventSequence *CPREvents::tagList(uint tag) const
 {
     if (tag == 0 || (tag & (tag - 1)) != 0 || tag > CPREventBase::LastTag)
         return nullptr;
-    return &m_eventsByTag[qCountTrailingZeroBits(tag)];
+    return &m_lists[1 + qCountTrailingZeroBits(tag)];
+}
+
+const QList<CPREventBase *> &CPREvents::events() const
+{
+    return m_lists.front().events();
 }
 
 CPREventBase *CPREvents::first(CPREventBase::EventTag a_Tag) const
@@ -704,43 +719,44 @@ CPREventBase *CPREvents::last(CPREventBase::EventTag a_Tag) const
 
 CPREventBase *CPREvents::at(CPREventBase::EventTag a_Tag, int a_Index) const
 {
-    const EventList *tagged = tagList(a_Tag);
-    return tagged ? tagged->value(a_Index) : nullptr;
+    const EventSequence *tagged = tagList(a_Tag);
+    return tagged ? tagged->at(a_Index) : nullptr;
 }
 
 CPREventBase *CPREvents::at(int a_Index) const
 {
-    return m_events.value(a_Index);
+    return m_lists.front().at(a_Index);
 }
 
 int CPREvents::count(uint a_Tag) const
 {
-    const EventList *tagged = tagList(a_Tag);
+    const EventSequence *tagged = tagList(a_Tag);
     return tagged ? tagged->size() : 0;
 }
 
 CPREventBase *CPREvents::atTime(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const EventList *tagged = tagList(a_Tag);
+    const EventSequence *tagged = tagList(a_Tag);
     if (!tagged)
         return nullptr;
     if (a_Time == 0)
         return first(a_Tag);
+    const EventList &events = tagged->events();
     const auto found =
-        std::find_if(tagged->cbegin(), tagged->cend(),
+        std::find_if(events.cbegin(), events.cend(),
                      [a_Time](const CPREventBase *event) { return lastsOver(*event, a_Time); });
-    return found == tagged->cend() ? last(a_Tag) : *found;
+    return found == events.cend() ? last(a_Tag) : *found;
 }
 
 QList<CPREventBase *> CPREvents::events(CPREventBase::EventTag a_Tag, int a_Time) const
 {
-    const EventList *tagged = tagList(a_Tag);
+    const EventSequence *tagged = tagList(a_Tag);
     if (!tagged)
         return {};
     if (a_Time == allTimes)
-        return *tagged;
+        return tagged->events();
     EventList found;
-    std::copy_if(tagged->cbegin(), tagged->cend(), std::back_inserter(found),
+    std::copy_if(tagged->events().cbegin(), tagged->events().cend(), std::back_inserter(found),
                  [a_Time](const CPREventBase *event) {
                      return event->msecs() >= a_Time || lastsOver(*event, a_Time);
                  });
@@ -762,9 +778,9 @@ void CPREvents::write(QIODevice *device, const ParameterMapList_t &columns,
 {
     if (!device || !device->isWritable())
         return;
-    const EventList events = m_events;
+    const EventList all = events();
     for (const auto &column : columns) {
-        for (CPREventBase *event : events) {
+        for (CPREventBase *event : all) {
             if (event->write(device, column, separator)) {
                 qCDebug(lcEvents).noquote() << "Stored event in csv-file: " << QString(*event);
                 break;

@@ -22,6 +22,7 @@
 class CPREventSessionInfo;
 class CPREventSessionScore;
 class CPREventSessionStatistics;
+class EventSequence;
 
 /// The time-ordered list of a session's events, and the router that makes events out of manikin
 /// messages.
@@ -147,8 +148,8 @@ public:
     /// Session time in ms of the message with this sequence number.
     int calculateSessionTime(int sequenceNumber) const;
 
-    /// Every event in order.
-    const QList<CPREventBase *> &events() const { return m_events; }
+    /// Every event in order; good until the list changes.
+    const QList<CPREventBase *> &events() const;
     /// The events of \a a_Tag that lie at or after \a a_Time (ms) or last over it; all for -1.
     QList<CPREventBase *> events(CPREventBase::EventTag a_Tag, int a_Time) const;
     /// @{
@@ -234,12 +235,14 @@ private:
     void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
     void noteChange(CPREventBase *event);
+    void noteEarlierEnd(const CPREventBase *event);
     void announceChanges();
-    const EventList *tagList(uint tag) const;
+    const EventSequence *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;
     bool hasEnded() const;
     void setReceiving(bool receiving);
 
+    template <typename Event, typename... More> Event *make(int msecs, More... more);
     CPREventBase *eventFor(bls_2010::RMessage *msg);
     CPREventBase *remoteControlEventFor(bls_2010::RMessage *msg);
     CPREventBase *inactivityEventFor(bls_2010::RMessage *msg);
@@ -247,14 +250,14 @@ private:
     void numberCompression(CPREventCompression *compression);
     CPREventBase *eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding);
 
-    EventList m_events;
-    std::vector<EventList> m_eventsByTag; // by bit number
+    std::vector<EventSequence> m_lists; // the main list, then that of each tag by its bit
     QVector<QPointer<CPREventBase>> m_changed; // and not announced yet
     CPREventSessionInfo *m_sessionInfo = nullptr; // the standing events are children of the list
     CPREventSessionStatistics *m_sessionStatistics = nullptr;
     CPREventSessionScore *m_sessionScore = nullptr;
     CPREventBase *m_lastRead = nullptr; // while a file is read; null when it has left the list
     bool m_isInitializing = false; // until reset() has seen it
+    bool m_isMaking = false; // an event, which becomes a child when it is listed
     CPRGuidelines *m_guidelines; // not owned
     bls_2010::CommonDefs::CprProtocolType m_cprProtocol = bls_2010::CommonDefs::CPR_SINGLE_RESCUER;
     int m_compressionCounter = 0;

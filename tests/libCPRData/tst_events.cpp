@@ -21,8 +21,10 @@
 #include <QJsonObject>
 #include <QPointer>
 
+#include <climits>
 #include <functional>
 #include <memory>
+#include <random>
 
 using namespace testsupport;
 using E = CPREventBase;
@@ -263,6 +265,57 @@ private Q_SLOTS:
         if (events->count(E::TagOther) == events->events().size()) // the session info, too
             QTEST(listed(events->events(E::TagOther, -1)), "order");
         QCOMPARE(recorder.take().count("pause"_l1), events->count(E::TagInactivity));
+    }
+
+    // Against the rule itself: behind the last event that ends at or before the start.
+    void anyTimes()
+    {
+        CPRData session;
+        CPREvents &events = *session.cprEvents();
+        std::mt19937 random(7);
+        const auto below = [&random](int limit) { return int(random() % quint32(limit)); };
+        QMap<int, QList<E *>> expected{{0, events.events()}, {E::TagOther, events.events()}};
+        for (int step = 0; step < 8000; ++step) {
+            QList<E *> &all = expected[0];
+            E *event = all.at(below(int(all.size())));
+            switch (below(8)) {
+            case 0:
+                event->setEventEndTime(below(6000));
+                continue;
+            case 1:
+                event->setMSecs(below(5000));
+                continue;
+            case 2:
+                if (event == events.sessionInfo())
+                    continue;
+                for (QList<E *> &list : expected)
+                    list.removeOne(event);
+                delete event;
+                continue;
+            default:
+                break;
+            }
+            const int start = step % 5 == 0 ? below(5000) : step;
+            event = below(2) == 0 ? new CPREventShock(start, &events)
+                                  : new E(E::CprPacketLossStart, start, &events);
+            event->setEventEndTime(below(20) == 0 ? INT_MAX : start + below(50));
+            events.addEvent(event, false);
+            for (int tag : {0, 8, 32, 128}) {
+                if (tag != 0 && (event->tag() & tag) == 0)
+                    continue;
+                QList<E *> &list = expected[tag];
+                auto place = int(list.size());
+                while (place > 0 && list.at(place - 1)->eventEndTime() > start)
+                    --place;
+                list.insert(place, event);
+            }
+        }
+        QVERIFY(expected[0].size() > 3000);
+        QCOMPARE(events.events(), expected[0]);
+        for (int tag : {8, 32, 128})
+            QCOMPARE(events.events(E::EventTag(tag), -1), expected[tag]);
+        for (int i = 0; i < expected[8].size(); ++i)
+            QCOMPARE(events.at(E::TagCprGui, i), expected[8].at(i));
     }
 
     void cutPauses_data()

@@ -21,6 +21,7 @@
 #include <QTemporaryDir>
 
 #include <ctime>
+#include <functional>
 
 using namespace testsupport;
 using E = CPREventBase;
@@ -65,6 +66,7 @@ QStringList eventsOf(const Members &members, const QString &kinds)
 } // namespace
 
 Q_DECLARE_METATYPE(Headers)
+Q_DECLARE_METATYPE(std::function<int(int)>)
 
 /// Damaged and hostile archives, failing devices, and hosts that do what they should not.
 class TestFaults : public QObject {
@@ -349,6 +351,42 @@ private Q_SLOTS:
             for (const QString &name : memberNames)
                 QVERIFY(found[name] == content[name] || name == files.failed);
         }
+    }
+
+    // As many events as an archive may hold, with times as nobody would send them.
+    void endsInTime_data()
+    {
+        const auto row = columns<std::function<int(int)>, int>("start", "end");
+        constexpr int day = 24 * 60 * 60 * 1000;
+        row(
+            "descending", [](int i) { return day - i; }, 0);
+        row(
+            "from both ends", [](int i) { return i % 2 == 0 ? i : day - i; }, 0);
+        row(
+            "without an end", [](int i) { return i; }, std::numeric_limits<int>::max());
+        row(
+            "anywhere", [](int i) { return int((i * 7919LL) % day); }, 0);
+    }
+
+    void endsInTime()
+    {
+        using Start = std::function<int(int)>;
+        QFETCH(Start, start);
+        QFETCH(int, end);
+        CPRData session;
+        CPREvents &events = *session.cprEvents();
+        const std::clock_t begin = std::clock();
+        for (int i = 1; i < 518400; ++i) {
+            auto *event = new E(E::CprPacketLossStart, start(i), &events);
+            if (end != 0)
+                event->setEventEndTime(end);
+            events.addEvent(event, false);
+        }
+        session.initialize();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(events.findChildren<E *>().size(), 3);
+        const double seconds = double(std::clock() - begin) / CLOCKS_PER_SEC;
+        QVERIFY2(seconds < 2 * slowdown, qPrintable(QString::number(seconds)));
     }
 
     // A session goes on where an archive ends; who saves it is warned.

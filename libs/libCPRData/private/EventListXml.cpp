@@ -6,10 +6,12 @@
 #include "CPREventSessionStatistics.h"
 #include "CPREvents.h"
 #include "Vocabulary.h"
+#include "private/EventSequence.h"
 #include "private/Limits.h"
 #include "private/XmlReading.h"
 
 #include <QLoggingCategory>
+#include <QScopedValueRollback>
 #include <QXmlStreamWriter>
 
 // The event list as a document.
@@ -27,8 +29,8 @@ void CPREvents::write(QXmlStreamWriter *writer)
                            QStringLiteral("xsi"));
     writer->writeNamespace(QStringLiteral("http://www.w3.org/2001/XMLSchema"),
                            QStringLiteral("xsd"));
-    const EventList events = m_events;
-    for (CPREventBase *event : events) {
+    const EventList all = events();
+    for (CPREventBase *event : all) {
         qCDebug(lcEvents).noquote() << "Storing event: " << QString(*event);
         event->write(writer);
     }
@@ -37,8 +39,10 @@ void CPREvents::write(QXmlStreamWriter *writer)
 
 CPREventBase *CPREvents::eventToRead(CPREventBase::EventType type, int msecs, bool &isStanding)
 {
-    if (const auto make = Vocabulary::eventKind(type)->make)
-        return make(type, msecs, this);
+    if (const auto makeEvent = Vocabulary::eventKind(type)->make) {
+        const QScopedValueRollback<bool> making(m_isMaking, true);
+        return makeEvent(type, msecs, this);
+    }
     CPREventBase *standing = m_sessionInfo;
     if (type == CPREventBase::CprSessionStatistics)
         standing = m_sessionStatistics;
@@ -60,7 +64,7 @@ void CPREvents::read(QXmlStreamReader *reader)
     m_lastRead = nullptr;
     int parameters = 0;
     while (readNextChild(*reader) && reader->name() == QLatin1String("evt")) {
-        if (m_events.size() >= Limits::maxEvents) {
+        if (m_lists.front().size() >= Limits::maxEvents) {
             reader->raiseError(QStringLiteral("more than %1 events").arg(Limits::maxEvents));
             break;
         }
