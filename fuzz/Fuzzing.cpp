@@ -61,13 +61,13 @@ auto countOf(const CPREvents &events)
 qint64 inUse = 0; // bytes
 qint64 mostInUse = 0;
 
-void noteAllocation(const volatile void * /*address*/, std::size_t size)
+void countAllocation(const volatile void * /*address*/, std::size_t size)
 {
     inUse += qint64(size);
     mostInUse = std::max(mostInUse, inUse);
 }
 
-void noteRelease(const volatile void *address)
+void countRelease(const volatile void *address)
 {
     if (address)
         inUse -= qint64(__sanitizer_get_allocated_size(const_cast<const void *>(address)));
@@ -114,7 +114,7 @@ void prepare()
     if (application)
         return;
 #ifdef COUNTS_MEMORY
-    __sanitizer_install_malloc_and_free_hooks(noteAllocation, noteRelease);
+    __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease);
 #endif
     application = new QCoreApplication(count, arguments); // lives as long as the process
     const QByteArray log = qgetenv("CPRDATA_FUZZ_LOG");

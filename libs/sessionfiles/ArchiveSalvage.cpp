@@ -69,8 +69,8 @@ constexpr ElementKind eventKind{"<evt ", "</evt>"};
 constexpr ElementKind waveKind{"<waveForm ", "</waveForm>"};
 constexpr ElementKind valueKind{"<", nullptr};
 
-// Takes a document apart. Does without a parser, which would end at the first damage. An element
-// ends before the next one of its kind begins.
+// Finds the elements of a document, without a parser, which would end at the first damage. An
+// element ends before the next one of its kind begins.
 class ElementReader {
 public:
     ElementReader(std::unique_ptr<QIODevice> document, ElementKind kind)
@@ -171,7 +171,8 @@ private:
 
 constexpr char separator[] = "\n    ";
 
-// A document of the first one's head and end, and of elements of the second.
+// How a document is put together: from the beginning and the end of an empty session's one, and the
+// accepted elements of a damaged one.
 struct Plan {
     Plan(const QByteArray &empty, const Open &source, ElementKind elementKind)
         : open(source), kind(elementKind)
@@ -186,12 +187,12 @@ struct Plan {
     QByteArray documentOf(const QByteArray &element) const { return head + element + tail; }
 
     QByteArray head;
-    QVector<QByteArray> own; // the first one's elements
+    QVector<QByteArray> own; // elements of the empty session
     QByteArray tail;
-    Open open; // the second
+    Open open; // the damaged document
     ElementKind kind;
-    std::vector<bool> isKept; // of each of its elements
-    QMap<std::size_t, QByteArray> changed; // what is kept instead of an element
+    std::vector<bool> isAccepted; // of each element of the damaged document
+    QMap<std::size_t, QByteArray> changed; // what stands instead of an accepted element
 };
 
 // Puts the document together while it is read.
@@ -222,13 +223,13 @@ private:
     void addNext()
     {
         QByteArray element;
-        if (m_index == m_plan->isKept.size() || !m_elements.next(element)) {
+        if (m_index == m_plan->isAccepted.size() || !m_elements.next(element)) {
             m_isOver = true;
             m_pending += m_plan->tail;
             return;
         }
         const std::size_t index = m_index++;
-        if (!m_plan->isKept[index])
+        if (!m_plan->isAccepted[index])
             return;
         if (m_hasElement)
             m_pending += separator;
@@ -257,15 +258,17 @@ FindingList findingsIn(const std::unique_ptr<QIODevice> &document, Check check)
     return list;
 }
 
-// Takes out of a summary the parameters in which the findings are, if there is no other one: a
-// summary is worth having without them, since learners and manikin should not be lost with a
-// number. Other events would say something wrong without theirs. \a firstLine is the element's.
+// Removes the parameters of a summary in which the errors are; false when errors are elsewhere. A
+// summary is worth having without them: learners and manikin should not be lost with a number.
+// Other events would say something wrong without theirs. \a firstLine is the element's.
 bool removeParameters(QByteArray &element, const FindingList &list, qint64 firstLine)
 {
-    if (!element.startsWith("<evt type=\"CprSession") || list.errors() != list.findings().size())
+    if (!element.startsWith("<evt type=\"CprSession") || list.errors() == 0)
         return false;
     QList<QByteArray> lines = element.split('\n');
     for (const Finding &finding : list.findings()) {
+        if (finding.severity != Finding::Error)
+            continue;
         const qint64 index = finding.line - firstLine;
         if (index < 0 || index >= lines.size())
             return false;
@@ -374,8 +377,8 @@ private:
         return false;
     }
 
-    // Takes of the elements those that isSound() accepts, which may change them, and reports on
-    // them in the plural of \a noun. complete(plan) puts in what the document cannot do without.
+    // Accepts the elements that isSound() does, which may change them, and reports on them in the
+    // plural of \a noun. complete(plan) adds what the document cannot do without.
     template <typename IsSound, typename Complete>
     void salvageElements(MemberIndex index, ElementKind kind, const QString &noun, IsSound isSound,
                          Complete complete)
@@ -391,13 +394,13 @@ private:
         int kept = 0;
         for (QByteArray element; found.next(element);) {
             QByteArray sound = element;
-            const bool isKept =
+            const bool isAccepted =
                 size + element.size() <= Limits::maxMemberBytes - margin && isSound(*plan, sound);
-            if (isKept && sound != element)
-                plan->changed.insert(plan->isKept.size(), sound);
-            plan->isKept.push_back(isKept);
-            size += isKept ? element.size() + int(sizeof(separator)) : 0;
-            kept += isKept ? 1 : 0;
+            if (isAccepted && sound != element)
+                plan->changed.insert(plan->isAccepted.size(), sound);
+            plan->isAccepted.push_back(isAccepted);
+            size += isAccepted ? element.size() + int(sizeof(separator)) : 0;
+            kept += isAccepted ? 1 : 0;
         }
         complete(*plan);
         const Open document = [plan] { return std::make_unique<PlannedDocument>(plan); };
@@ -601,11 +604,11 @@ private:
             const auto check = [](XmlMember &xml, MemberReport & /*report*/) {
                 GuidelinesCheck(xml).run();
             };
-            const bool isKept =
+            const bool isAccepted =
                 findingsIn(bufferOf(plan.documentOf(element)), check).errors() == 0;
-            if (isKept && isKnown)
+            if (isAccepted && isKnown)
                 known.insert(name);
-            return isKept;
+            return isAccepted;
         };
         salvageElements(Guidelines, valueKind, QStringLiteral("values"), isSound, [](Plan &) {});
     }
