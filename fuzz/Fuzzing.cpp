@@ -16,7 +16,15 @@
 #include <algorithm>
 #include <cstdio>
 #include <cstdlib>
+#include <ctime>
 #include <memory>
+
+#ifdef __has_feature
+#if __has_feature(address_sanitizer)
+#include <sanitizer/allocator_interface.h>
+#define COUNTS_MEMORY
+#endif
+#endif
 
 using E = CPREventBase;
 
@@ -49,7 +57,53 @@ auto countOf(const CPREvents &events)
     });
 }
 
+#ifdef COUNTS_MEMORY
+qint64 inUse = 0; // bytes
+qint64 mostInUse = 0;
+
+void countAllocation(const volatile void * /*address*/, std::size_t size)
+{
+    inUse += qint64(size);
+    mostInUse = std::max(mostInUse, inUse);
+}
+
+void countRelease(const volatile void *address)
+{
+    if (address)
+        inUse -= qint64(__sanitizer_get_allocated_size(const_cast<const void *>(address)));
+}
+#endif
+
+qint64 microsecondsOfThread()
+{
+    timespec time{};
+    clock_gettime(CLOCK_THREAD_CPUTIME_ID, &time);
+    return qint64(time.tv_sec) * 1'000'000 + time.tv_nsec / 1000;
+}
+
 } // namespace
+
+Cost::Cost(std::size_t bytes)
+    : m_bytes(qint64(bytes)), m_memory(0), m_microseconds(microsecondsOfThread())
+{
+#ifdef COUNTS_MEMORY
+    mostInUse = m_memory = inUse;
+#endif
+}
+
+Cost::~Cost()
+{
+#ifdef COUNTS_MEMORY
+    constexpr qint64 memory = 64 * 1024 * 1024; // a gap of a day in both waves is filled
+    constexpr qint64 memoryPerByte = 64; // an event of 30 bytes is an object of a thousand
+    constexpr qint64 microseconds = 500'000;
+    constexpr qint64 microsecondsPerByte = 10; // with both sanitizers
+    require(mostInUse - m_memory <= memory + memoryPerByte * m_bytes,
+            "memory is bounded by the bytes that are read");
+    require(microsecondsOfThread() - m_microseconds <= microseconds + microsecondsPerByte * m_bytes,
+            "time is bounded by the bytes that are read");
+#endif
+}
 
 void prepare()
 {
@@ -59,6 +113,9 @@ void prepare()
     static QCoreApplication *application = nullptr;
     if (application)
         return;
+#ifdef COUNTS_MEMORY
+    __sanitizer_install_malloc_and_free_hooks(countAllocation, countRelease);
+#endif
     application = new QCoreApplication(count, arguments); // lives as long as the process
     const QByteArray log = qgetenv("CPRDATA_FUZZ_LOG");
     QLoggingCategory::setFilterRules(log.isEmpty() ? QStringLiteral("*=false")

@@ -26,6 +26,26 @@ namespace fuzzing {
 /// variable CPRDATA_FUZZ_LOG is set; they are shown when it is "show".
 void prepare();
 
+/// What one input may cost, from here to the end of the scope: memory and processor time bounded by
+/// the bytes that are read. Under AddressSanitizer only, as others do not count the memory; the
+/// bounds are far above what is needed, and far below what grows with the square.
+class Cost {
+public:
+    /// \a bytes is the input's size.
+    explicit Cost(std::size_t bytes);
+    ~Cost();
+    Cost(const Cost &) = delete;
+    Cost &operator=(const Cost &) = delete;
+
+    /// So many more bytes were inflated.
+    void add(qint64 bytes) { m_bytes += bytes; }
+
+private:
+    qint64 m_bytes;
+    qint64 m_memory; // in use at the beginning, bytes
+    qint64 m_microseconds; // of this thread at the beginning
+};
+
 /// Ends the program, which is how a fault is reported, unless \a holds.
 void require(bool holds, const char *rule);
 

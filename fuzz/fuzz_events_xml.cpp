@@ -45,6 +45,7 @@ QString readAndWrite(CPRData &session, const QByteArray &xml)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     prepare();
+    const Cost cost(size);
     // One session for all inputs: reading begins with an empty list.
     static auto *const session = [] {
         auto *made = new CPRData;

@@ -50,6 +50,7 @@ QString rewriteWaves(const QByteArray &xml)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     prepare();
+    const Cost cost(size);
     Bytes input(data, size);
     const auto rewrite = input.below(2) == 0 ? rewriteGuidelines : rewriteWaves;
     // Numbers above 2^31 - 1 come back as floats, so that the first reading may change them.

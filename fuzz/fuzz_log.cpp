@@ -44,6 +44,7 @@ QByteArray rewrite(QByteArray log, const std::function<void(const Record &)> &pl
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     prepare();
+    const Cost cost(size);
     std::optional<CPRData> session; // made for the first record: most logs have none
     std::optional<ManikinLogPlayer> player;
     const QByteArray once = rewrite(Bytes(data, size).rest(), [&](const Record &record) {

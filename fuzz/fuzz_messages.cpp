@@ -261,6 +261,7 @@ void step(Host &host)
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
 {
     prepare();
+    const Cost cost(size);
     Bytes input(data, size);
     Host host(input);
     while (!input.isEmpty())

@@ -6,6 +6,7 @@
 #include "private/AtomicFile.h"
 #include "private/Limits.h"
 #include "private/SessionArchive.h"
+#include "private/ZipEnd.h"
 
 #include <QBuffer>
 #include <QFileInfo>
@@ -48,6 +49,24 @@ protected:
 
 private:
     bool m_isRead = false;
+};
+
+// An archive up to its comment. The zip library finds no directory before one of more than 65,513
+// bytes; 65,535 are allowed.
+class WithoutComment final : public QFile {
+public:
+    using QFile::QFile;
+
+    bool cutComment()
+    {
+        const qint64 end = open(QIODevice::ReadOnly) ? ZipEnd::position(*this) : -1;
+        m_size = end + ZipEnd::recordSize;
+        return end >= 0 && seek(0);
+    }
+    qint64 size() const override { return m_size < 0 ? QFile::size() : m_size; }
+
+private:
+    qint64 m_size = -1; // bytes; until it is cut that of the file
 };
 
 // Inflates the member, which is open, to its end. Returns what is wrong with it; empty when it is
@@ -163,11 +182,24 @@ bool CPRFileHandlerZip::open(const QString &name, Mode mode)
         return false;
     case Read:
         m_zip->setZipName(name);
-        return m_zip->open(QuaZip::mdUnzip)
+        return m_zip->open(QuaZip::mdUnzip) || openWithoutComment()
             || refuse(QStringLiteral("cannot be opened as an archive, zip error %1")
                           .arg(m_zip->getZipError()));
     }
     return refuse(QStringLiteral("mode %1 is none of an archive").arg(int(mode)));
+}
+
+bool CPRFileHandlerZip::openWithoutComment()
+{
+    auto source = std::make_unique<WithoutComment>(m_name);
+    if (!source->cutComment())
+        return false;
+    auto zip = std::make_unique<QuaZip>(source.get());
+    if (!zip->open(QuaZip::mdUnzip))
+        return false;
+    m_zip = std::move(zip);
+    m_source = std::move(source);
+    return true;
 }
 
 bool CPRFileHandlerZip::openTarget()
@@ -244,6 +276,7 @@ bool CPRFileHandlerZip::close()
         lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
     m_added.reset();
     m_file.reset();
+    m_source.reset();
     return !m_isLost;
 }
 

@@ -13,6 +13,7 @@
 
 class AtomicFile;
 class QBuffer;
+class QFile;
 class QuaZip;
 class QuaZipFile;
 
@@ -68,6 +69,7 @@ public:
 
 private:
     bool openTarget();
+    bool openWithoutComment();
     bool openArchive(Mode mode);
     bool mergeMembers();
     bool copyMembers(QuaZip &from, QuaZip &to, const QStringList &except);
@@ -83,6 +85,7 @@ private:
     QStringList m_written; // names of the members written
     std::unique_ptr<AtomicFile> m_file; // while writing: the new archive
     std::unique_ptr<QBuffer> m_added; // while adding: an archive of the members to add
+    std::unique_ptr<QFile> m_source; // while reading an archive with a very long comment
     std::unique_ptr<QuaZip> m_zip; // what the members are read from or written to
     QPointer<QuaZipFile> m_member; // the open one; not owned
 };

@@ -143,6 +143,8 @@ public:
     bool isOver() const { return m_isOver; }
     // The end was not the document's, which has been reported.
     bool isDamaged() const { return m_isDamaged; }
+    // So far.
+    int elements() const { return m_elements; }
 
     QStringView name() const { return m_xml.name(); }
     QXmlStreamAttributes attributes() const { return m_xml.attributes(); }
@@ -190,6 +192,7 @@ private:
             switch (next()) {
             case QXmlStreamReader::StartElement:
                 ++m_depth;
+                ++m_elements;
                 return true;
             case QXmlStreamReader::EndElement:
                 --m_depth;
@@ -256,6 +259,7 @@ private:
     MemberReport &m_report;
     QXmlStreamReader m_xml;
     int m_depth = 0;
+    int m_elements = 0;
     bool m_isOver = false;
     bool m_isDamaged = false;
 };

@@ -6,207 +6,283 @@
 #include "sessionfiles/ArchiveScan.h"
 #include "sessionfiles/EventListCheck.h"
 #include "sessionfiles/GuidelinesCheck.h"
-#include "sessionfiles/SessionFile.h"
+#include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/WavesCheck.h"
 
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>
+#include <private/Limits.h>
+#include <private/XmlInput.h>
 
 #include <QBuffer>
-#include <QMap>
+#include <QSet>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
 
 #include <algorithm>
+#include <vector>
 
 namespace sessionfiles {
 
 namespace {
 
-using Elements = QVector<QByteArray>;
+using Open = SalvagedSession::Open;
+
+std::unique_ptr<QIODevice> bufferOf(const QByteArray &content)
+{
+    auto buffer = std::make_unique<QBuffer>();
+    buffer->setData(content);
+    buffer->open(QIODevice::ReadOnly);
+    return buffer;
+}
+
+Open openerOf(const QByteArray &content)
+{
+    return [content] { return bufferOf(content); };
+}
+
+// Members that are opened anew each time they are read.
+class OpenedMembers final : public CPRFileHandler {
+public:
+    explicit OpenedMembers(const QMap<QString, Open> &members) : m_members(members) { }
+    virtual ~OpenedMembers() = default;
+
+    QIODevice *openFileForReading(const QString &name) override
+    {
+        const auto member = m_members.constFind(name);
+        return member == m_members.cend() ? nullptr : (*member)().release();
+    }
+    QIODevice *openFileForWriting(const QString & /*name*/) override { return nullptr; }
+    void releaseFile(QIODevice *device) override { delete device; }
+    QString filename() const override { return QStringLiteral("memory"); }
+
+private:
+    QMap<QString, Open> m_members;
+};
 
 // The elements of one kind in a document: how each begins and, when it holds others, how it ends.
-// Of more than the most, which no session can load, the rest is left out.
 struct ElementKind {
     const char *begin;
     const char *end;
-    int most;
 };
-constexpr ElementKind eventKind{"<evt ", "</evt>", 1'000'000};
-constexpr ElementKind waveKind{"<waveForm ", "</waveForm>", 10};
-constexpr ElementKind valueKind{"<", nullptr, 10'000};
+constexpr ElementKind eventKind{"<evt ", "</evt>"};
+constexpr ElementKind waveKind{"<waveForm ", "</waveForm>"};
+constexpr ElementKind valueKind{"<", nullptr};
 
-// A document taken apart.
-struct Document {
-    QByteArray head; // all before the first element
-    Elements elements;
-    QByteArray tail; // all behind the last
-    int begun = 0; // elements, also those that have no end
-    bool endsEarly = false; // the last that has begun is not among the elements
-};
+// Finds the elements of a document, without a parser, which would end at the first damage. An
+// element ends before the next one of its kind begins.
+class ElementReader {
+public:
+    ElementReader(std::unique_ptr<QIODevice> document, ElementKind kind)
+        : m_document(std::move(document)), m_kind(kind), m_beginSize(int(qstrlen(kind.begin)))
+    {
+    }
 
-// Does without a parser, which would end at the first damage. An element ends before the next one
-// of its kind begins.
-Document splitUp(const QByteArray &text, ElementKind kind)
-{
-    Document document;
-    int from = text.indexOf(kind.begin);
-    int end = 0; // of the last element
-    while (from >= 0) {
-        int next = text.indexOf(kind.begin, from + 1);
-        const QByteArray range = text.mid(from, (next < 0 ? text.size() : next) - from);
-        int size = kind.end ? range.indexOf(kind.end) : -1;
-        if (size >= 0)
-            size += int(qstrlen(kind.end));
-        else if (const int close = range.indexOf('>'); close > 0 && range.at(close - 1) == '/')
-            size = close + 1;
-        const bool isNone = size < 0 && kind.end == nullptr && range.contains('>');
-        document.endsEarly = !isNone && (size < 0 || document.elements.size() == kind.most);
-        document.begun += isNone ? 0 : 1; // else the root, its end, or the declaration
-        if (document.elements.size() == kind.most)
-            break;
-        if (size >= 0) {
-            if (document.elements.isEmpty())
-                document.head = text.left(from);
-            document.elements.append(range.left(size));
-            end = from + size;
+    // Goes on to the next element that has an end; false when there is none. Its line ends are
+    // plain, as a parser makes them, so that lines can be counted.
+    bool next(QByteArray &element)
+    {
+        while (toNextBegin()) {
+            const int end = nextBegin();
+            const QByteArray range = m_buffer.mid(m_at, end - m_at);
+            m_at = end;
+            const int size = sizeOfElement(range);
+            const bool isNone = size < 0 && m_kind.end == nullptr && range.contains('>');
+            m_begun += isNone ? 0 : 1; // else the root, its end, or the declaration
+            m_endsEarly = size < 0 && !isNone;
+            m_hasEnd = (size < 0 && m_hasEnd) || range.indexOf("</", qMax(size, 0)) >= 0;
+            if (size < 0)
+                continue;
+            element = range.left(size).replace('\r', '\n');
+            return true;
         }
-        from = next;
+        return false;
     }
-    document.tail = text.mid(end);
-    return document;
-}
 
-// Whether the parser can be given the element without undue effort: it compares each attribute of a
-// tag with every other.
-bool isCheapToParse(const QByteArray &element)
-{
-    constexpr int maxAttributes = 64;
-    constexpr int maxLength = 1'000'000; // of a tag with the text behind it
-    for (int from = 0; from >= 0;) {
-        const int next = element.indexOf('<', from + 1);
-        const QByteArray tag = element.mid(from, next < 0 ? -1 : next - from);
-        if (tag.size() > maxLength || tag.count('=') > maxAttributes)
-            return false;
-        from = next;
+    // Elements that have begun, also those that have no end.
+    int begun() const { return m_begun; }
+    // The last element that has begun has no end.
+    bool endsEarly() const { return m_endsEarly; }
+    // An end tag stands behind the last element.
+    bool hasEnd() const { return m_hasEnd; }
+
+private:
+    int sizeOfElement(const QByteArray &range) const
+    {
+        if (const int end = m_kind.end ? range.indexOf(m_kind.end) : -1; end >= 0)
+            return end + int(qstrlen(m_kind.end));
+        const int close = range.indexOf('>');
+        return close > 0 && range.at(close - 1) == '/' ? close + 1 : -1;
     }
-    return true;
-}
 
-// The attributes of an element that is well-formed.
-std::optional<QXmlStreamAttributes> attributesOf(const QByteArray &element)
-{
-    const QString text = QString::fromUtf8(element);
-    if (text.toUtf8() != element || !isCheapToParse(element))
-        return std::nullopt;
-    QXmlStreamReader reader(text);
-    if (!reader.readNextStartElement())
-        return std::nullopt;
-    const QXmlStreamAttributes attributes = reader.attributes();
-    while (!reader.atEnd())
-        reader.readNext();
-    return reader.hasError() ? std::nullopt : std::make_optional(attributes);
-}
-
-// Keeps of the elements those that are well-formed and wanted, by their attribute type. Line ends
-// become plain, as a parser makes them, so that lines can be counted; inside a value a parser would
-// make them blanks anyway.
-template <typename Wanted> Elements wellFormed(const Elements &elements, Wanted isWanted)
-{
-    Elements kept;
-    for (QByteArray element : elements) {
-        element.replace('\r', '\n');
-        const auto attributes = attributesOf(element);
-        if (attributes && isWanted(attributes->value(QLatin1String("type"))))
-            kept.append(element);
+    // Passes over what is before the next begin.
+    bool toNextBegin()
+    {
+        for (;;) {
+            const int begin = m_buffer.indexOf(m_kind.begin, m_at);
+            const int end = begin < 0 ? m_buffer.size() : begin;
+            m_hasEnd = m_hasEnd || m_buffer.mid(m_at, end - m_at).contains("</");
+            m_at = begin < 0 ? qMax(m_at, end - m_beginSize + 1) : begin;
+            if (begin >= 0)
+                return true;
+            if (!readOn())
+                return false;
+        }
     }
-    return kept;
-}
+
+    // Where the next element begins in the buffer, or else where this one is too long.
+    int nextBegin()
+    {
+        int from = m_at + 1;
+        for (;;) {
+            const int begin = m_buffer.indexOf(m_kind.begin, from);
+            if (begin >= 0)
+                return begin;
+            from = qMax(m_at + 1, m_buffer.size() - m_beginSize + 1);
+            if (m_buffer.size() - m_at > Limits::maxSalvagedBytes)
+                return from;
+            from -= m_at; // which becomes 0
+            if (!readOn())
+                return m_buffer.size();
+        }
+    }
+
+    bool readOn()
+    {
+        constexpr qint64 blockSize = 64 * 1024;
+        m_buffer.remove(0, m_at);
+        m_at = 0;
+        const int size = m_buffer.size();
+        m_buffer.resize(size + int(blockSize));
+        const qint64 count = m_document->read(m_buffer.data() + size, blockSize);
+        m_buffer.resize(size + int(qMax<qint64>(count, 0)));
+        return count > 0;
+    }
+
+    std::unique_ptr<QIODevice> m_document;
+    ElementKind m_kind;
+    int m_beginSize;
+    QByteArray m_buffer;
+    int m_at = 0; // in the buffer: the bytes before it are done with
+    int m_begun = 0;
+    bool m_endsEarly = false;
+    bool m_hasEnd = false;
+};
 
 constexpr char separator[] = "\n    ";
 
-QByteArray joined(const Document &frame, const Elements &elements)
-{
-    QByteArray text = frame.head;
-    for (int i = 0; i < elements.size(); ++i) {
-        if (i > 0)
-            text += separator;
-        text += elements.at(i);
+// How a document is put together: from the beginning and the end of an empty session's one, and the
+// accepted elements of a damaged one.
+struct Plan {
+    Plan(const QByteArray &empty, const Open &source, ElementKind elementKind)
+        : open(source), kind(elementKind)
+    {
+        ElementReader reader(bufferOf(empty), kind);
+        for (QByteArray element; reader.next(element);)
+            own.append(element);
+        head = empty.left(empty.indexOf(own.first()));
+        tail = empty.mid(empty.lastIndexOf(own.last()) + own.last().size());
     }
-    return text + frame.tail;
-}
 
-// The line on which each element begins, from 1.
-QVector<qint64> linesOf(const Document &frame, const Elements &elements)
-{
-    QVector<qint64> lines;
-    lines.reserve(elements.size());
-    qint64 line = 1 + frame.head.count('\n');
-    for (const QByteArray &element : elements) {
-        lines.append(line);
-        line += element.count('\n') + 1;
+    QByteArray documentOf(const QByteArray &element) const { return head + element + tail; }
+
+    QByteArray head;
+    QVector<QByteArray> own; // elements of the empty session
+    QByteArray tail;
+    Open open; // the damaged document
+    ElementKind kind;
+    std::vector<bool> isAccepted; // of each element of the damaged document
+    QMap<std::size_t, QByteArray> changed; // what stands instead of an accepted element
+};
+
+// Puts the document together while it is read.
+class PlannedDocument final : public QIODevice {
+public:
+    explicit PlannedDocument(const std::shared_ptr<const Plan> &plan)
+        : m_plan(plan), m_elements(plan->open(), plan->kind), m_pending(plan->head)
+    {
+        QIODevice::open(QIODevice::ReadOnly | QIODevice::Unbuffered);
     }
-    return lines;
-}
+
+    bool isSequential() const override { return true; }
+    bool atEnd() const override { return m_isOver && m_pending.isEmpty(); }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        while (!m_isOver && m_pending.size() < maxSize)
+            addNext();
+        const int count = int(qMin<qint64>(maxSize, m_pending.size()));
+        std::copy_n(m_pending.begin(), count, data);
+        m_pending.remove(0, count);
+        return count;
+    }
+    qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+
+private:
+    void addNext()
+    {
+        QByteArray element;
+        if (m_index == m_plan->isAccepted.size() || !m_elements.next(element)) {
+            m_isOver = true;
+            m_pending += m_plan->tail;
+            return;
+        }
+        const std::size_t index = m_index++;
+        if (!m_plan->isAccepted[index])
+            return;
+        if (m_hasElement)
+            m_pending += separator;
+        m_pending += m_plan->changed.value(index, element);
+        m_hasElement = true;
+    }
+
+    std::shared_ptr<const Plan> m_plan;
+    ElementReader m_elements;
+    QByteArray m_pending;
+    std::size_t m_index = 0; // of the next element
+    bool m_hasElement = false;
+    bool m_isOver = false;
+};
 
 // What a check of the document finds. The check takes an XmlMember and a MemberReport.
-template <typename Check> FindingList findingsIn(const QByteArray &text, Check check)
+template <typename Check>
+FindingList findingsIn(const std::unique_ptr<QIODevice> &document, Check check)
 {
     FindingList list{QString()};
     MemberReport report(list);
-    QBuffer buffer;
-    buffer.setData(text);
-    buffer.open(QIODevice::ReadOnly);
-    CountedDevice device(&buffer, [](qint64 /*bytes*/) { return true; });
+    XmlInput limited(document.get());
+    CountedDevice device(&limited, {});
     XmlMember xml(device, report);
     check(xml, report);
     return list;
 }
 
-// Takes one parameter out of a summary, which is worth having without it: learners and manikin
-// should not be lost with a number. Other events would say something wrong without theirs.
-bool removeParameter(QByteArray &element, qint64 line)
+// Removes the parameters of a summary in which the errors are; false when errors are elsewhere. A
+// summary is worth having without them: learners and manikin should not be lost with a number.
+// Other events would say something wrong without theirs. \a firstLine is the element's.
+bool removeParameters(QByteArray &element, const FindingList &list, qint64 firstLine)
 {
-    constexpr int longest = 100'000; // bytes, many times what a summary takes
-    if (!element.startsWith("<evt type=\"CprSession") || element.size() > longest)
+    if (!element.startsWith("<evt type=\"CprSession") || list.errors() == 0)
         return false;
     QList<QByteArray> lines = element.split('\n');
-    const QByteArray parameter = lines.at(static_cast<int>(line)).trimmed();
-    if (!parameter.startsWith("<param ") || !parameter.endsWith("/>"))
-        return false;
-    lines[static_cast<int>(line)].clear();
+    for (const Finding &finding : list.findings()) {
+        if (finding.severity != Finding::Error)
+            continue;
+        const qint64 index = finding.line - firstLine;
+        if (index < 0 || index >= lines.size())
+            return false;
+        QByteArray &line = lines[static_cast<int>(index)];
+        const QByteArray parameter = line.trimmed();
+        if (!parameter.isEmpty() && (!parameter.startsWith("<param ") || !parameter.endsWith("/>")))
+            return false;
+        line.clear();
+    }
     element = lines.join('\n');
     return true;
 }
 
-// Takes out what the check finds fault with. How an element fits can depend on those before it, so
-// the rest is checked again; when that does not come to an end, all behind the first fault is given
-// up. complete(elements) puts in what the document cannot do without.
-template <typename Check, typename Complete>
-void makeFit(const Document &frame, Elements &elements, Check check, Complete complete)
-{
-    constexpr int maxRounds = 4;
-    for (int round = 1;; ++round) {
-        complete(elements);
-        const FindingList list = findingsIn(joined(frame, elements), check);
-        if (list.errors() == 0 || elements.isEmpty())
-            return;
-        const QVector<qint64> lines = linesOf(frame, elements);
-        int first = elements.size() - 1;
-        for (const Finding &finding : list.findings()) {
-            const int index =
-                int(std::upper_bound(lines.begin(), lines.end(), finding.line) - lines.begin()) - 1;
-            if (finding.severity != Finding::Error || index < 0 || elements.at(index).isEmpty())
-                continue;
-            first = qMin(first, index);
-            if (!removeParameter(elements[index], finding.line - lines.at(index)))
-                elements[index].clear();
-        }
-        if (round >= maxRounds)
-            elements.resize(first);
-        elements.removeAll(QByteArray());
-    }
-}
+constexpr int maxStandingElements = 100; // of a session that has recorded nothing
 
 class Salvage {
 public:
@@ -227,14 +303,20 @@ private:
     using WaveAttributes = std::array<QMap<QString, int>, 2>;
 
     ArchiveScan::Member &scanned(MemberIndex index) { return m_scanned[index]; }
-    QByteArray &content(MemberIndex index) { return m_session.members[nameInFolder(index)]; }
+    Open &content(MemberIndex index) { return m_session.members[nameInFolder(index)]; }
     QByteArray emptyContent(MemberIndex index) const { return m_empty.value(nameInFolder(index)); }
+    Open scannedContent(MemberIndex index) const
+    {
+        return [member = m_scanned[index]] { return member.open(); };
+    }
 
     // What becomes of a member with that content when it is loaded.
-    LoadedMember loaded(MemberIndex index, const QByteArray &content) const
+    LoadedMember loaded(MemberIndex index, const Open &content) const
     {
-        MemoryFileHandler files(m_empty);
-        files.members[nameInFolder(index)] = content;
+        QMap<QString, Open> members;
+        for (const MemberIndex each : readingOrder)
+            members[nameInFolder(each)] = each == index ? content : openerOf(emptyContent(each));
+        OpenedMembers files(members);
         CPRData session;
         const LoadResult result = load(files, session);
         LoadedMember inspected;
@@ -248,13 +330,6 @@ private:
             inspected.reason = QStringLiteral("it does not go with the other members");
         }
         return inspected;
-    }
-    // The same, when only that counts.
-    bool isLoadable(MemberIndex index, const QByteArray &content) const
-    {
-        MemoryFileHandler files(m_empty);
-        files.members[nameInFolder(index)] = content;
-        return CPRData().readData(&files);
     }
 
     void report(MemberIndex index, const QString &text)
@@ -279,7 +354,7 @@ private:
     void reportGone(MemberIndex index)
     {
         const ArchiveScan::Member &member = scanned(index);
-        content(index) = emptyContent(index);
+        content(index) = openerOf(emptyContent(index));
         m_session.isAll = false;
         report(index,
                QStringLiteral("gone; %1; stored as of an empty session")
@@ -292,9 +367,9 @@ private:
         ArchiveScan::Member &member = scanned(index);
         if (!member.isComplete)
             return false;
-        const LoadedMember result = loaded(index, member.content);
+        const LoadedMember result = loaded(index, scannedContent(index));
         if (result.state == LoadedMember::Complete) {
-            content(index) = member.content;
+            content(index) = scannedContent(index);
             reportComplete(index);
             return true;
         }
@@ -302,62 +377,41 @@ private:
         return false;
     }
 
-    // Puts the document together. A session has limits of its own: of more elements than it can
-    // load, the first are kept that it can.
-    QByteArray loadable(MemberIndex index, const Document &frame, Elements &elements) const
+    // Accepts the elements that isSound() does, which may change them, and reports on them in the
+    // plural of \a noun. complete(plan) adds what the document cannot do without.
+    template <typename IsSound, typename Complete>
+    void salvageElements(MemberIndex index, ElementKind kind, const QString &noun, IsSound isSound,
+                         Complete complete)
     {
-        const QByteArray text = joined(frame, elements);
-        const LoadedMember result = loaded(index, text);
-        if (result.state == LoadedMember::Complete)
-            return text;
-        // It has stopped in one of the blocks that were read last.
-        constexpr qint64 lastBlocks = 8 * 1024;
-        int fitting = elementsWithin(result.bytesRead - lastBlocks, frame, elements);
-        int tooMany = qMin(elementsWithin(result.bytesRead, frame, elements) + 1, elements.size());
-        if (!isLoadable(index, joined(frame, elements.mid(0, fitting))))
-            tooMany = std::exchange(fitting, 0);
-        while (tooMany - fitting > 1) {
-            const int tried = fitting + (tooMany - fitting) / 2;
-            if (isLoadable(index, joined(frame, elements.mid(0, tried))))
-                fitting = tried;
-            else
-                tooMany = tried;
-        }
-        elements.resize(fitting);
-        return joined(frame, elements);
-    }
-
-    // How many of the elements lie in the first bytes of the document.
-    static int elementsWithin(qint64 bytes, const Document &frame, const Elements &elements)
-    {
-        qint64 end = frame.head.size();
-        int count = 0;
-        while (count < elements.size() && (end += elements.at(count).size()) <= bytes) {
-            end += int(sizeof(separator)) - 1;
-            ++count;
-        }
-        return count;
-    }
-
-    // Takes of the document what fits, and tells about it in the plural of \a noun.
-    template <typename Wanted, typename Check, typename Complete>
-    void salvageElements(MemberIndex index, ElementKind kind, const QString &noun, Wanted isWanted,
-                         Check check, Complete complete)
-    {
-        const Document frame = splitUp(emptyContent(index), kind);
-        const Document found = splitUp(scanned(index).content, kind);
-        Elements elements = wellFormed(found.elements, isWanted);
-        int added = 0;
-        makeFit(frame, elements, check, [&](Elements &all) { added += complete(all) ? 1 : 0; });
-        const QByteArray text = loadable(index, frame, elements);
-        const int kept = elements.size() - qMin(added, 1);
-        if (kept == 0) {
+        if (!scanned(index).isFound) {
             reportGone(index);
             return;
         }
-        content(index) = text;
-        const bool hasEnd = found.tail.contains("</") && !found.endsEarly;
-        const int begun = found.begun - (found.endsEarly ? 1 : 0);
+        auto plan = std::make_shared<Plan>(emptyContent(index), scannedContent(index), kind);
+        ElementReader found(plan->open(), kind);
+        const int margin = int(sizeof(separator)) + emptyContent(index).size();
+        qint64 size = margin; // at most, of the document
+        int kept = 0;
+        for (QByteArray element; found.next(element);) {
+            QByteArray sound = element;
+            const bool isAccepted =
+                size + element.size() <= Limits::maxMemberBytes - margin && isSound(*plan, sound);
+            if (isAccepted && sound != element)
+                plan->changed.insert(plan->isAccepted.size(), sound);
+            plan->isAccepted.push_back(isAccepted);
+            size += isAccepted ? element.size() + int(sizeof(separator)) : 0;
+            kept += isAccepted ? 1 : 0;
+        }
+        complete(*plan);
+        const Open document = [plan] { return std::make_unique<PlannedDocument>(plan); };
+        if (const LoadedMember result = loaded(index, document);
+            kept == 0 || result.state != LoadedMember::Complete) {
+            reportGone(index);
+            return;
+        }
+        content(index) = document;
+        const bool hasEnd = found.hasEnd() && !found.endsEarly();
+        const int begun = found.begun() - (found.endsEarly() ? 1 : 0);
         if (hasEnd && kept == begun)
             reportPart(index, QStringLiteral("all %1 %2").arg(kept).arg(noun));
         else if (hasEnd)
@@ -376,33 +430,35 @@ private:
             waves.run();
             m_descriptions = waves.descriptions;
         };
-        if (salvageComplete(Waves)) {
-            findingsIn(content(Waves), check);
-            return;
-        }
-        const Document frame = splitUp(emptyContent(Waves), waveKind);
-        const Elements found = splitUp(scanned(Waves).content, waveKind).elements;
-        Elements elements = frame.elements;
-        int kept = 0;
-        for (int i = 0; i < elements.size(); ++i) {
-            const QLatin1String type(i == 0 ? "comp" : "vent");
-            const Elements own =
-                wellFormed(found, [type](const auto &each) { return each == type; });
-            if (own.isEmpty())
-                continue;
-            Elements tried = frame.elements;
-            tried[i] = own.first();
-            if (findingsIn(joined(frame, tried), check).errors() == 0) {
-                elements[i] = own.first();
-                m_isDescribed[i] = true;
-                ++kept;
+        const bool isComplete = salvageComplete(Waves);
+        Plan frame(emptyContent(Waves), scannedContent(Waves), waveKind);
+        std::array<bool, 2> isFound{};
+        if (scanned(Waves).isFound) {
+            ElementReader found(frame.open(), waveKind);
+            for (QByteArray element; !(isFound[0] && isFound[1]) && found.next(element);) {
+                for (std::size_t wave = 0; wave < isFound.size(); ++wave) {
+                    Plan tried = frame;
+                    tried.own[int(wave)] = element;
+                    if (!isFound[wave]
+                        && findingsIn(bufferOf(descriptions(tried)), check).errors() == 0) {
+                        isFound[wave] = true;
+                        frame = tried;
+                    }
+                }
             }
         }
-        content(Waves) = joined(frame, elements);
-        findingsIn(content(Waves), check);
+        m_waveList = descriptions(frame);
+        if (isComplete) {
+            findingsIn(scanned(Waves).open(), check);
+            return;
+        }
+        m_isDescribed = isFound;
+        content(Waves) = openerOf(m_waveList);
+        findingsIn(bufferOf(m_waveList), check);
+        const int kept = int(std::count(isFound.begin(), isFound.end(), true));
         // The manikin samples both waves at one rate.
         if (kept == 1) {
-            const int known = m_isDescribed[0] ? 0 : 1;
+            const int known = isFound[0] ? 0 : 1;
             WaveAttributes attributes;
             attributes[1 - known].insert(QStringLiteral("sampleRate"),
                                          msecsPerSecond / m_descriptions[known].samplePeriod);
@@ -415,17 +471,25 @@ private:
             reportPart(Waves, QStringLiteral("%1 of 2 descriptions").arg(kept));
     }
 
+    static QByteArray descriptions(const Plan &frame)
+    {
+        return frame.documentOf(frame.own.first() + separator + frame.own.last());
+    }
+
     void salvageWave(MemberIndex index)
     {
-        if (salvageComplete(index))
-            return;
         ArchiveScan::Member &member = scanned(index);
-        QBuffer samples(&member.content);
-        samples.open(QIODevice::ReadOnly);
+        if (salvageComplete(index)) {
+            m_samples[index - Compressions] = int(member.size / bytesPerSample);
+            return;
+        }
         CPRData session;
-        session.compressionData()->readCompresseionWave(&samples);
+        if (const auto samples = member.isFound ? member.open() : bufferOf({}))
+            session.compressionData()->readCompresseionWave(samples.get());
         const int kept = session.compressionData()->count();
-        content(index) = member.content.left(kept * bytesPerSample);
+        m_samples[index - Compressions] = kept;
+        member.size = kept * bytesPerSample;
+        content(index) = scannedContent(index);
         const WaveDescription &description = m_descriptions[index - Compressions];
         const int described =
             m_isDescribed[index - Compressions] ? description.length.value_or(0) : 0;
@@ -443,7 +507,7 @@ private:
     {
         WaveAttributes attributes;
         for (const MemberIndex wave : {Compressions, Ventilations}) {
-            const int samples = content(wave).size() / bytesPerSample;
+            const int samples = m_samples[wave - Compressions];
             if (m_descriptions[wave - Compressions].length != samples)
                 attributes[wave - Compressions].insert(QStringLiteral("length"), samples);
         }
@@ -455,7 +519,7 @@ private:
     {
         if (values[0].isEmpty() && values[1].isEmpty())
             return;
-        QXmlStreamReader reader(content(Waves));
+        QXmlStreamReader reader(m_waveList);
         QString text; // into bytes the writer would also write an encoding
         QXmlStreamWriter writer(&text);
         std::size_t wave = 0;
@@ -475,59 +539,100 @@ private:
                 writer.writeCurrentToken(reader);
             }
         }
-        content(Waves) = text.toUtf8();
+        m_waveList = text.toUtf8();
+        content(Waves) = openerOf(m_waveList);
     }
 
     void salvageEvents()
     {
-        const qint64 coveredMs =
-            qint64(content(Compressions).size() / bytesPerSample) * m_descriptions[0].samplePeriod;
-        const auto check = [coveredMs](XmlMember &xml, MemberReport &report) {
-            EventListCheck(xml, report, coveredMs).run();
-        };
         if (salvageComplete(Events))
             return;
-        const QString infoType = QStringLiteral("CprSessionInfo");
-        QStringList standing{infoType, QStringLiteral("CprSessionStatistics"),
-                             QStringLiteral("CprSessionScore")};
-        const QStringList once = standing;
-        const Elements empty = splitUp(emptyContent(Events), eventKind).elements;
-        salvageElements(
-            Events, eventKind, QStringLiteral("events"),
-            [&](const auto &type) {
-                return !once.contains(type) || standing.removeOne(type.toString());
-            },
-            check,
-            [&](Elements &elements) {
-                const auto isInfo = [](const QByteArray &element) {
-                    return element.startsWith("<evt type=\"CprSessionInfo\"");
-                };
-                if (std::any_of(elements.begin(), elements.end(), isInfo))
-                    return false;
-                elements.prepend(empty.first());
-                return true;
+        const qint64 coveredMs =
+            qint64(m_samples[Compressions - Compressions]) * m_descriptions[0].samplePeriod;
+        EventsBefore before;
+        int elements = 0;
+        const auto accept = [&](const QByteArray &document, FindingList &list) {
+            EventsBefore after;
+            int count = 0;
+            list = findingsIn(bufferOf(document), [&](XmlMember &xml, MemberReport &report) {
+                EventListCheck check(xml, report, coveredMs, before);
+                check.checkEvents();
+                xml.finish();
+                after = check.before();
+                count = xml.elements();
             });
+            // The last of the listed ones may be followed by a summary.
+            if (list.errors() > 0 || after.infos > 1 || after.statistics > 1 || after.scores > 1
+                || after.listed > Limits::maxEvents - 2 || after.parameters > Limits::maxParameters
+                || elements + count > Limits::maxElements - maxStandingElements) {
+                return false;
+            }
+            before = after;
+            elements += count;
+            return true;
+        };
+        const auto isSound = [&](const Plan &plan, QByteArray &element) {
+            if (!element.contains("type=") || !element.contains("msecs="))
+                return false;
+            FindingList list{QString()};
+            return accept(plan.documentOf(element), list)
+                || (removeParameters(element, list, 1 + plan.head.count('\n'))
+                    && accept(plan.documentOf(element), list));
+        };
+        salvageElements(Events, eventKind, QStringLiteral("events"), isSound, [&](Plan &plan) {
+            if (before.infos == 0)
+                plan.head += plan.own.first() + separator;
+        });
     }
 
     void salvageGuidelines()
     {
-        const auto check = [](XmlMember &xml, MemberReport & /*report*/) {
-            GuidelinesCheck(xml).run();
-        };
         if (salvageComplete(Guidelines))
             return;
-        salvageElements(
-            Guidelines, valueKind, QStringLiteral("values"),
-            [](const auto & /*type*/) { return true; }, check,
-            [](const Elements & /*elements*/) { return false; });
+        QSet<QByteArray> known;
+        int unknown = 0;
+        const auto isSound = [&](const Plan &plan, const QByteArray &element) {
+            // Of one name a session has one value, and of those that it does not know the first.
+            const auto ends = [](char c) { return c == '/' || c == '>' || c <= ' '; };
+            const QByteArray name(
+                element.begin() + 1,
+                int(std::find_if(element.begin() + 1, element.end(), ends) - element.begin() - 1));
+            const bool isKnown =
+                CPRGuidelines::staticMetaObject.indexOfProperty(name.constData()) >= 0;
+            if (isKnown ? known.contains(name) : ++unknown > Limits::maxUnknownValues)
+                return false;
+            const auto check = [](XmlMember &xml, MemberReport & /*report*/) {
+                GuidelinesCheck(xml).run();
+            };
+            const bool isAccepted =
+                findingsIn(bufferOf(plan.documentOf(element)), check).errors() == 0;
+            if (isAccepted && isKnown)
+                known.insert(name);
+            return isAccepted;
+        };
+        salvageElements(Guidelines, valueKind, QStringLiteral("values"), isSound, [](Plan &) {});
     }
 
     const MemoryFileHandler::Members m_empty = emptySession();
     ArchiveScan::Members m_scanned;
     std::array<WaveDescription, 2> m_descriptions; // compressions, ventilations
     std::array<bool, 2> m_isDescribed{}; // by the archive
+    std::array<int, 2> m_samples{};
+    QByteArray m_waveList;
     SalvagedSession m_session;
 };
+
+bool copy(const Open &open, QIODevice &to)
+{
+    const std::unique_ptr<QIODevice> from = open();
+    QByteArray block(64 * 1024, Qt::Uninitialized);
+    qint64 count = 0;
+    while ((count = from->read(block.data(), block.size())) > 0) {
+        if (to.write(block.constData(), count) != count)
+            return false;
+    }
+    return true;
+}
 
 } // namespace
 
@@ -543,8 +648,7 @@ SaveResult save(const QString &name, const SalvagedSession &session)
     bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
     for (const MemberIndex index : writingOrder) {
         QIODevice *device = isWritten ? zip.openFileForWriting(nameInFolder(index)) : nullptr;
-        const QByteArray content = session.members.value(nameInFolder(index));
-        isWritten = device && device->write(content) == content.size();
+        isWritten = device && copy(session.members.value(nameInFolder(index)), *device);
         zip.releaseFile(device);
     }
     if (!isWritten || !zip.close())

@@ -4,19 +4,26 @@
 #ifndef SESSIONFILES_ARCHIVESALVAGE_H
 #define SESSIONFILES_ARCHIVESALVAGE_H
 
-#include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/SessionFile.h"
 
+#include <QIODevice>
+#include <QMap>
 #include <QString>
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace sessionfiles {
 
 /// What was made of a damaged archive.
 struct SalvagedSession {
-    MemoryFileHandler::Members members; ///< all five
+    /// Opens a member's content for reading, from its beginning and in one direction.
+    using Open = std::function<std::unique_ptr<QIODevice>()>;
+
+    /// All five members, by names such as "CPREvents.xml". They are unpacked out of the damaged
+    /// archive while they are read, so that has to stay as it was until they are saved.
+    QMap<QString, Open> members;
     QStringList report; ///< a line for each member, to be shown
     bool holdsAnything = false; ///< of what was in the archive
     bool isAll = true; ///< all members were whole
@@ -26,11 +33,14 @@ struct SalvagedSession {
 /// are
 /// - each member that is whole, byte by byte;
 /// - the events and guideline values that can be read and make sense, wherever they stand in a
-///   damaged member: each is an element of its own, and says by itself whether it is sound;
+///   damaged member: each is an element of its own, and says by itself whether it is sound. Of
+///   more than a session holds the first are kept;
 /// - the samples up to the damage, since a wave has nothing that tells sound from unsound ones;
 /// - the description of each wave that is sound.
 /// What is gone is stored as a session stores it that has recorded nothing. load() loads the result
-/// whole. \a advance is told how many bytes of how many have been looked through, and may be null.
+/// whole. However much the members hold, little of it is in memory at once, and the time grows as
+/// their bytes do. \a advance is told how many bytes of how many have been looked through, and may
+/// be null.
 SalvagedSession salvage(const QString &name,
                         const std::function<void(qint64 done, qint64 total)> &advance = {});
 

@@ -27,22 +27,15 @@ constexpr quint16 encryptedFlag = 1 << 0;
 constexpr quint16 descriptorFlag = 1 << 3; // sizes and checksum stand behind the content
 
 // What a file can make this program do, whatever it claims.
-constexpr int maxHeaders = 100'000;
-constexpr int maxLocations = 8;
-constexpr int maxPackings = 4;
+constexpr int maxLocations = 100'000; // of all members
+constexpr int maxPackings = 4; // of one location
 constexpr qint64 maxContent = Limits::maxMemberBytes; // bytes
 constexpr qint64 maxUnpacked = 4 * maxContent; // bytes, all attempts together
 
-// Where a member's content lies and how it is packed, by one header.
-struct Packing {
-    quint16 flags = 0;
-    int method = 0;
-    quint32 checksum = 0;
-    qint64 packedSize = 0;
-    qint64 begin = 0;
-
-    bool hasSizes() const { return packedSize > 0 || (flags & descriptorFlag) == 0; }
-};
+bool hasSizes(const Packing &packing)
+{
+    return packing.packedSize > 0 || (packing.flags & descriptorFlag) == 0;
+}
 
 // Which member a name in a header means.
 struct Name {
@@ -56,11 +49,82 @@ struct Location {
     QVector<Packing> packings;
 };
 
-struct Unpacked {
-    enum End { Complete, WrongChecksum, NoChecksum, Cut, Broken, TooLong };
+// How unpacking a content ended.
+enum class End { Complete, WrongChecksum, NoChecksum, Cut, Broken, TooLong };
 
-    End end = Broken;
-    QByteArray content;
+// Unpacks a content while it is read.
+class Content final : public QIODevice {
+public:
+    // What is packed lies before \a end; at most \a size bytes are given.
+    Content(const QString &archive, const Packing &packing, qint64 end, qint64 size)
+        : m_file(archive), m_isDeflated(packing.method == Z_DEFLATED), m_position(packing.begin),
+          m_end(end), m_left(size)
+    {
+        if (m_isDeflated)
+            m_status = inflateInit2(&m_stream, -MAX_WBITS);
+        QIODevice::open(QIODevice::ReadOnly | QIODevice::Unbuffered);
+        if (!m_file.open(QIODevice::ReadOnly))
+            m_left = 0;
+    }
+    ~Content() override
+    {
+        if (m_isDeflated)
+            inflateEnd(&m_stream);
+    }
+    Content(const Content &) = delete;
+    Content &operator=(const Content &) = delete;
+
+    int status() const { return m_status; } // of the last call of zlib
+    qint64 position() const { return m_position - m_stream.avail_in; } // behind what was unpacked
+
+    bool isSequential() const override { return true; }
+    bool atEnd() const override { return m_left == 0; }
+
+protected:
+    qint64 readData(char *data, qint64 maxSize) override
+    {
+        const qint64 size = qMin(maxSize, m_left);
+        const qint64 count = m_isDeflated ? inflated(data, size) : stored(data, size);
+        m_left = count < size ? 0 : m_left - count;
+        return count;
+    }
+    qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
+
+private:
+    qint64 stored(char *data, qint64 size)
+    {
+        const QByteArray bytes =
+            bytesAt(m_file, m_position, qBound<qint64>(0, m_end - m_position, size));
+        std::copy(bytes.begin(), bytes.end(), data);
+        m_position += bytes.size();
+        return bytes.size();
+    }
+    qint64 inflated(char *data, qint64 size)
+    {
+        constexpr qint64 blockSize = 64 * 1024;
+        m_stream.next_out = reinterpret_cast<Bytef *>(data);
+        m_stream.avail_out = static_cast<uInt>(size);
+        while (m_status == Z_OK && m_stream.avail_out > 0) {
+            if (m_stream.avail_in == 0) {
+                m_packed =
+                    bytesAt(m_file, m_position, qBound<qint64>(0, m_end - m_position, blockSize));
+                m_position += m_packed.size();
+                m_stream.next_in = reinterpret_cast<Bytef *>(m_packed.data());
+                m_stream.avail_in = static_cast<uInt>(m_packed.size());
+            }
+            m_status = inflate(&m_stream, Z_NO_FLUSH);
+        }
+        return size - m_stream.avail_out;
+    }
+
+    QFile m_file;
+    bool m_isDeflated;
+    int m_status = Z_OK;
+    qint64 m_position;
+    qint64 m_end;
+    qint64 m_left; // bytes to give
+    QByteArray m_packed;
+    z_stream m_stream{};
 };
 
 class Scanner {
@@ -70,7 +134,8 @@ public:
     Members run(const std::function<void(qint64, qint64)> &advance)
     {
         Members result;
-        if (!m_file.open(QIODevice::ReadOnly))
+        // Headers are short and far from each other, so that a buffer would be read in vain.
+        if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
             return result;
         findLocations(advance);
         for (const bool isExact : {true, false})
@@ -82,11 +147,10 @@ private:
     // Unpacks the members that are not whole yet. Of two with one name readers take the first.
     void unpackLocations(bool isExact, Members &result)
     {
-        std::array<int, readingOrder.size()> tried{};
         for (auto location = m_locations.cbegin(); location != m_locations.cend(); ++location) {
             const Name name = location->second.name;
             Member &best = result[name.index];
-            if (name.isExact != isExact || best.isComplete || tried[name.index]++ == maxLocations)
+            if (name.isExact != isExact || best.isComplete)
                 continue;
             const auto next = std::next(location);
             keepBetter(
@@ -97,7 +161,7 @@ private:
 
     static void keepBetter(Member &best, Member &&member)
     {
-        if (!best.isFound || member.isComplete || member.content.size() > best.content.size())
+        if (!best.isFound || member.isComplete || member.size > best.size)
             best = std::move(member);
     }
 
@@ -119,16 +183,13 @@ private:
     void findLocations(const std::function<void(qint64, qint64)> &advance)
     {
         constexpr int blockSize = 256 * 1024;
-        int headers = 0;
-        for (qint64 begin = 0; headers < maxHeaders; begin += blockSize - signatureSize + 1) {
+        for (qint64 begin = 0;; begin += blockSize - signatureSize + 1) {
             const QByteArray block = bytesAt(m_file, begin, blockSize);
-            for (int i = block.indexOf("PK"); i >= 0 && headers < maxHeaders;
-                 i = block.indexOf("PK", i + 1)) {
+            for (int i = block.indexOf("PK"); i >= 0; i = block.indexOf("PK", i + 1)) {
                 const QByteArray signature = block.mid(i, signatureSize);
                 const bool isLocal = signature == localSignature;
                 if (!isLocal && signature != directorySignature)
                     continue;
-                ++headers;
                 if (isLocal)
                     addLocal(begin + i);
                 else
@@ -175,6 +236,8 @@ private:
 
     void add(qint64 position, Name name, const Packing &packing)
     {
+        if (m_locations.size() >= maxLocations && m_locations.count(position) == 0)
+            return;
         Location &location = m_locations[position];
         if (location.packings.isEmpty() || name.isExact)
             location.name = name;
@@ -188,13 +251,13 @@ private:
     {
         Member best;
         for (const Packing &packing : location.packings) {
-            Member member = describe(unpack(packing, location, next));
+            Member member = unpack(packing, location, next);
             // What is encrypted unpacks to noise.
             if (!member.isComplete && (packing.flags & encryptedFlag) != 0) {
-                member.content.clear();
+                member.size = 0;
                 member.damage = QStringLiteral("it is encrypted");
             }
-            if (!best.isFound || member.isComplete || best.content.isEmpty())
+            if (!best.isFound || member.isComplete || best.size == 0)
                 best = std::move(member);
             if (best.isComplete)
                 break;
@@ -202,144 +265,126 @@ private:
         return best;
     }
 
-    static Member describe(Unpacked &&unpacked)
+    Member unpack(const Packing &packing, const Location &location, qint64 next)
     {
+        const qint64 limit = qMin(maxContent, maxUnpacked - m_unpacked);
         Member member;
-        member.isFound = true;
-        member.isComplete = unpacked.end == Unpacked::Complete;
-        member.isCut = unpacked.end == Unpacked::Cut;
-        member.isCertain = member.isComplete || member.isCut;
-        member.content = std::move(unpacked.content);
-        switch (unpacked.end) {
-        case Unpacked::Complete:
-            break;
-        case Unpacked::WrongChecksum:
-            member.damage = QStringLiteral("its checksum is another");
-            break;
-        case Unpacked::NoChecksum:
-            member.damage = QStringLiteral("its checksum is gone");
-            break;
-        case Unpacked::Cut:
-            member.damage = QStringLiteral("the archive ends inside it");
-            break;
-        case Unpacked::Broken:
-            member.damage = QStringLiteral("it unpacks only to byte %1").arg(member.content.size());
-            break;
-        case Unpacked::TooLong:
-            member.damage = QStringLiteral("it holds more than %1 bytes").arg(maxContent);
-            break;
+        member.archive = m_file.fileName();
+        member.packing = packing;
+        member.packedEnd = hasSizes(packing) ? packing.begin + packing.packedSize : next;
+        std::optional<quint32> expected = packing.checksum;
+        End end = End::Broken;
+        if (packing.method == 0 && !hasSizes(packing))
+            end = endAtDescriptor(packing.begin, member.packedEnd, expected);
+        Content content(member.archive, packing, member.packedEnd, limit + 1);
+        const quint32 sum = read(content, member.size);
+        if (member.size > limit) {
+            member.size = limit;
+            end = End::TooLong;
+        } else if (packing.method == Z_DEFLATED) {
+            end = endOfDeflated(content, packing, member.packedEnd, expected);
+        } else if (packing.method != 0) {
+            member.size = 0;
+        } else if (hasSizes(packing)) {
+            end = member.packedEnd > m_file.size() ? End::Cut : End::WrongChecksum;
         }
+        m_unpacked += member.size;
+        const auto agrees = [sum](const Packing &each) { return each.checksum == sum; };
+        if ((end == End::WrongChecksum || end == End::NoChecksum)
+            && (expected == sum
+                || std::any_of(location.packings.begin(), location.packings.end(), agrees))) {
+            end = End::Complete;
+        }
+        describe(member, end);
         return member;
     }
 
-    Unpacked unpack(const Packing &packing, const Location &location, qint64 next)
+    // Reads the content to its end; returns its checksum.
+    static quint32 read(QIODevice &content, qint64 &size)
     {
-        const qint64 limit = qMin(maxContent, maxUnpacked - m_unpacked);
-        const qint64 end = packing.hasSizes() ? packing.begin + packing.packedSize : next;
-        Unpacked result;
-        if (packing.method == Z_DEFLATED)
-            result = inflated(packing, end, limit);
-        else if (packing.method == 0)
-            result = stored(packing, end, limit);
-        m_unpacked += result.content.size();
-        const auto sum = checksum(result.content);
-        const auto agrees = [sum](const Packing &each) { return each.checksum == sum; };
-        if ((result.end == Unpacked::WrongChecksum || result.end == Unpacked::NoChecksum)
-            && std::any_of(location.packings.begin(), location.packings.end(), agrees)) {
-            result.end = Unpacked::Complete;
-        }
-        return result;
+        QByteArray block(256 * 1024, Qt::Uninitialized);
+        uLong sum = 0;
+        for (qint64 count = 0; (count = content.read(block.data(), block.size())) > 0;
+             size += count)
+            sum = crc32_z(sum, reinterpret_cast<const Bytef *>(block.constData()),
+                          static_cast<z_size_t>(count));
+        return static_cast<quint32>(sum);
     }
 
-    static quint32 checksum(const QByteArray &content)
+    static void describe(Member &member, End end)
     {
-        return static_cast<quint32>(crc32_z(0, reinterpret_cast<const Bytef *>(content.constData()),
-                                            static_cast<z_size_t>(content.size())));
+        member.isFound = true;
+        member.isComplete = end == End::Complete;
+        member.isCut = end == End::Cut;
+        member.isCertain = member.isComplete || member.isCut;
+        switch (end) {
+        case End::Complete:
+            break;
+        case End::WrongChecksum:
+            member.damage = QStringLiteral("its checksum is another");
+            break;
+        case End::NoChecksum:
+            member.damage = QStringLiteral("its checksum is gone");
+            break;
+        case End::Cut:
+            member.damage = QStringLiteral("the archive ends inside it");
+            break;
+        case End::Broken:
+            member.damage = QStringLiteral("it unpacks only to byte %1").arg(member.size);
+            break;
+        case End::TooLong:
+            member.damage = QStringLiteral("it holds more than %1 bytes").arg(maxContent);
+            break;
+        }
     }
 
-    // Unpacks from the packing's begin; what is packed should end before \a end.
-    Unpacked inflated(const Packing &packing, qint64 end, qint64 limit)
+    // Once it has been read to its end. What is packed should end before \a packedEnd.
+    End endOfDeflated(const Content &content, const Packing &packing, qint64 packedEnd,
+                      std::optional<quint32> &expected)
     {
-        Unpacked result;
-        z_stream stream{};
-        if (inflateInit2(&stream, -MAX_WBITS) != Z_OK)
-            return result;
-        constexpr int blockSize = 64 * 1024;
-        QByteArray packed;
-        QByteArray block(blockSize, Qt::Uninitialized);
-        qint64 position = packing.begin;
-        int status = Z_OK;
-        while (status == Z_OK && result.content.size() <= limit) {
-            if (stream.avail_in == 0) {
-                packed =
-                    bytesAt(m_file, position, std::clamp<qint64>(end - position, 0, blockSize));
-                position += packed.size();
-                stream.next_in = reinterpret_cast<Bytef *>(packed.data());
-                stream.avail_in = static_cast<uInt>(packed.size());
-            }
-            stream.next_out = reinterpret_cast<Bytef *>(block.data());
-            stream.avail_out = blockSize;
-            status = inflate(&stream, Z_NO_FLUSH);
-            result.content.append(block.constData(),
-                                  blockSize - static_cast<int>(stream.avail_out));
+        if (content.status() == Z_STREAM_END) {
+            if ((packing.flags & descriptorFlag) == 0 || packing.checksum != 0)
+                return End::WrongChecksum;
+            expected = checksumBehind(content.position());
+            return expected ? End::WrongChecksum : End::NoChecksum;
         }
-        position -= stream.avail_in;
-        inflateEnd(&stream);
-        if (result.content.size() > limit) {
-            result.content.truncate(static_cast<int>(limit));
-            result.end = Unpacked::TooLong;
-        } else if (status == Z_STREAM_END) {
-            result.end = (packing.flags & descriptorFlag) == 0 || packing.checksum != 0
-                ? Unpacked::WrongChecksum
-                : endByDescriptor(position, result.content);
-        } else if (status == Z_BUF_ERROR && position == m_file.size()
-                   && (end > position || !packing.hasSizes())) {
-            result.end = Unpacked::Cut;
-        }
-        return result;
+        const bool isCut = content.status() == Z_BUF_ERROR && content.position() == m_file.size()
+            && (packedEnd > content.position() || !hasSizes(packing));
+        return isCut ? End::Cut : End::Broken;
     }
 
     // The checksum behind the content, with or without a signature.
-    Unpacked::End endByDescriptor(qint64 position, const QByteArray &content)
+    std::optional<quint32> checksumBehind(qint64 position)
     {
         const QByteArray descriptor = bytesAt(m_file, position, 2 * signatureSize);
         const int index = descriptor.startsWith(descriptorSignature) ? signatureSize : 0;
         if (descriptor.size() < index + signatureSize)
-            return Unpacked::NoChecksum;
-        return number<quint32>(descriptor, index) == checksum(content) ? Unpacked::Complete
-                                                                       : Unpacked::WrongChecksum;
+            return std::nullopt;
+        return number<quint32>(descriptor, index);
     }
 
-    // A content that is not packed, from the packing's begin to \a end.
-    Unpacked stored(const Packing &packing, qint64 end, qint64 limit)
+    // Where a content ends that is not packed, only the descriptor behind it tells: it counts the
+    // bytes before it. Sets \a end to that place.
+    End endAtDescriptor(qint64 begin, qint64 &end, std::optional<quint32> &expected)
     {
-        Unpacked result;
-        result.content =
-            bytesAt(m_file, packing.begin, qBound<qint64>(0, end - packing.begin, limit));
-        if (end - packing.begin > limit)
-            result.end = Unpacked::TooLong;
-        else if (packing.hasSizes())
-            result.end = end > m_file.size() ? Unpacked::Cut : Unpacked::WrongChecksum;
-        else
-            result.end = cutAtDescriptor(result.content, end);
-        return result;
-    }
-
-    // Only the descriptor behind the content tells where it ends: it counts the bytes before it.
-    Unpacked::End cutAtDescriptor(QByteArray &content, qint64 end)
-    {
+        constexpr int descriptorSize = 16;
         constexpr int sizeIndex = 8;
-        for (int i = content.indexOf(descriptorSignature); i >= 0;
-             i = content.indexOf(descriptorSignature, i + 1)) {
-            if (i + sizeIndex + signatureSize > content.size()
-                || number<quint32>(content, i + sizeIndex) != static_cast<quint32>(i)) {
-                continue;
+        constexpr qint64 blockSize = 256 * 1024;
+        for (qint64 from = begin; from < end; from += blockSize) {
+            const QByteArray block =
+                bytesAt(m_file, from, qMin(end - from, blockSize + descriptorSize - 1));
+            for (int i = block.indexOf(descriptorSignature); i >= 0;
+                 i = block.indexOf(descriptorSignature, i + 1)) {
+                if (i + sizeIndex + signatureSize > block.size()
+                    || number<quint32>(block, i + sizeIndex) != from + i - begin) {
+                    continue;
+                }
+                expected = number<quint32>(block, i + signatureSize);
+                end = from + i;
+                return End::WrongChecksum;
             }
-            const auto expected = number<quint32>(content, i + signatureSize);
-            content.truncate(i);
-            return checksum(content) == expected ? Unpacked::Complete : Unpacked::WrongChecksum;
         }
-        return end == m_file.size() ? Unpacked::Cut : Unpacked::Broken;
+        return end == m_file.size() ? End::Cut : End::Broken;
     }
 
     QFile m_file;
@@ -348,6 +393,11 @@ private:
 };
 
 } // namespace
+
+std::unique_ptr<QIODevice> Member::open() const
+{
+    return std::make_unique<Content>(archive, packing, packedEnd, size);
+}
 
 Members run(const QString &name, const std::function<void(qint64, qint64)> &advance)
 {

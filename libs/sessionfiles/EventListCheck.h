@@ -37,33 +37,57 @@ struct EventTimes {
     int pauseSecs = 0;
 };
 
+// An event that stands in the order, as far as the next ones need it.
+struct ListedEvent {
+    E::EventType type;
+    qint64 start;
+    qint64 end;
+};
+// The events so far, as far as the next ones have to go with them.
+struct EventsBefore {
+    std::optional<ListedEvent> previous;
+    qint64 infos = 0;
+    qint64 statistics = 0;
+    qint64 scores = 0;
+    qint64 listed = 0; // all others
+    qint64 parameters = 0; // that those keep which have no measurements
+};
+
 class EventListCheck {
 public:
     // The compression wave covers coveredMs, when that is known.
-    EventListCheck(XmlMember &xml, MemberReport &report, std::optional<qint64> coveredMs)
+    EventListCheck(XmlMember &xml, MemberReport &report, std::optional<qint64> coveredMs,
+                   const EventsBefore &before = {})
         : m_xml(xml), m_report(report),
-          m_coveredMs(coveredMs.value_or(std::numeric_limits<qint64>::max()))
+          m_coveredMs(coveredMs.value_or(std::numeric_limits<qint64>::max())), m_before(before)
     {
     }
 
     void run()
     {
-        if (!m_xml.nextChild())
-            return;
-        if (m_xml.name() != QLatin1String("eventList")) {
-            m_xml.add(Finding::Error, {}, QStringLiteral("the root element eventList"),
-                      quoted(m_xml.name().toString()));
-            m_xml.finish();
-            return;
-        }
-        m_xml.checkAttributes([] { return QStringLiteral("eventList"); }, noAttributes);
-        while (m_xml.nextChild())
-            checkEvent();
-        if (!m_xml.isOver())
+        if (checkEvents() && !m_xml.isOver())
             checkStanding();
         m_xml.finish();
     }
 
+    // All but how often each standing event is there. False when the document is no list.
+    bool checkEvents()
+    {
+        if (!m_xml.nextChild())
+            return false;
+        if (m_xml.name() != QLatin1String("eventList")) {
+            m_xml.add(Finding::Error, {}, QStringLiteral("the root element eventList"),
+                      quoted(m_xml.name().toString()));
+            return false;
+        }
+        m_xml.checkAttributes([] { return QStringLiteral("eventList"); }, noAttributes);
+        while (m_xml.nextChild())
+            checkEvent();
+        return true;
+    }
+
+    // The events up to the end of the document.
+    const EventsBefore &before() const { return m_before; }
     // Of the session, in s; 0 when it is not known.
     int totalTime() const { return m_totalTime; }
 
@@ -72,25 +96,18 @@ private:
     static constexpr std::array eventAttributes{"type", "msecs"};
     static constexpr std::array parameterAttributes{"type", "value", "units"};
 
-    // An event that stands in the order, as far as the next ones need it.
-    struct Listed {
-        E::EventType type;
-        qint64 start;
-        qint64 end;
-    };
-
     // Once the whole list has been read.
     void checkStanding()
     {
-        if (m_infos != 1)
-            m_report.error(QStringLiteral("one CprSessionInfo"), QString::number(m_infos));
-        if (m_statistics > 1) {
+        if (m_before.infos != 1)
+            m_report.error(QStringLiteral("one CprSessionInfo"), QString::number(m_before.infos));
+        if (m_before.statistics > 1) {
             m_report.error(QStringLiteral("at most one CprSessionStatistics"),
-                           QString::number(m_statistics));
+                           QString::number(m_before.statistics));
         }
-        if (m_scores > 1) {
+        if (m_before.scores > 1) {
             m_report.error(QStringLiteral("at most one CprSessionScore"),
-                           QString::number(m_scores));
+                           QString::number(m_before.scores));
         }
     }
 
@@ -153,11 +170,11 @@ private:
     void countStanding()
     {
         if (m_type == E::CprSessionInfo)
-            ++m_infos;
+            ++m_before.infos;
         else if (m_type == E::CprSessionStatistics)
-            ++m_statistics;
+            ++m_before.statistics;
         else if (m_type == E::CprSessionScore)
-            ++m_scores;
+            ++m_before.scores;
     }
 
     void checkParameters()
@@ -173,8 +190,16 @@ private:
                 m_xml.skip();
             }
         }
+        if (!Vocabulary::eventKind(m_type)->measuring && !isStanding())
+            m_before.parameters += std::count(m_held.begin(), m_held.end(), true);
         if (!m_xml.isOver())
             checkMeasurements();
+    }
+
+    bool isStanding() const
+    {
+        return m_type == E::CprSessionInfo || m_type == E::CprSessionStatistics
+            || m_type == E::CprSessionScore;
     }
 
     // All are always written, but forces only when they were measured.
@@ -309,21 +334,20 @@ private:
                     QStringLiteral("%1 ms").arg(*m_times.peak));
             }
         }
-        if (m_type == E::CprSessionInfo || m_type == E::CprSessionStatistics
-            || m_type == E::CprSessionScore) {
+        if (isStanding())
             return;
-        }
 
         // Readers drop it, so it is no neighbour of the next event either.
-        if (isPause && m_previous && m_previous->type == E::CprInactivityCPR
-            && m_previous->end > start) {
+        if (isPause && m_before.previous && m_before.previous->type == E::CprInactivityCPR
+            && m_before.previous->end > start) {
             add(Finding::Warning,
                 QStringLiteral("a pause that begins after the pause before it; readers drop it"),
-                QStringLiteral("the pause before it ends at %1 ms").arg(m_previous->end));
+                QStringLiteral("the pause before it ends at %1 ms").arg(m_before.previous->end));
             return;
         }
         checkOrder(latestEnd(isVentilation, isPause, end));
-        m_previous = {m_type, start, end};
+        m_before.previous = {m_type, start, end};
+        ++m_before.listed;
     }
 
     // How long the event can have lasted when the next one was listed.
@@ -340,12 +364,12 @@ private:
     {
         // A session that was cut to its total time has cut the last pause, but keeps the events
         // behind it.
-        if (!m_previous || m_previous->start >= m_coveredMs)
+        if (!m_before.previous || m_before.previous->start >= m_coveredMs)
             return;
-        if (m_times.start < m_previous->start && latest <= m_previous->start) {
+        if (m_times.start < m_before.previous->start && latest <= m_before.previous->start) {
             add(Finding::Error, QStringLiteral("events in the order of time"),
                 QStringLiteral("an event that has ended when the one before it starts, at %1 ms")
-                    .arg(m_previous->start));
+                    .arg(m_before.previous->start));
         }
     }
 
@@ -358,10 +382,7 @@ private:
     bool m_hasTime = false;
     EventTimes m_times;
     std::vector<bool> m_held; // by parameter, of the current event
-    std::optional<Listed> m_previous;
-    qint64 m_infos = 0;
-    qint64 m_statistics = 0;
-    qint64 m_scores = 0;
+    EventsBefore m_before;
     int m_totalTime = 0;
 };
 

@@ -3,30 +3,11 @@
 
 #include "sessionfiles/ZipHeader.h"
 
+#include <private/ZipEnd.h>
+
 #include <limits>
 
 namespace sessionfiles::zip {
-
-namespace {
-
-constexpr int endRecordSize = 22;
-
-// Where the record starts that reaches, with its comment, to the end of the file; -1 for none.
-qint64 endRecord(QIODevice &file)
-{
-    constexpr qint64 longest = endRecordSize + std::numeric_limits<quint16>::max();
-    const qint64 begin = qMax<qint64>(0, file.size() - longest);
-    const QByteArray tail = bytesAt(file, begin, longest);
-    for (int i = tail.size() - endRecordSize; i >= 0; --i) {
-        if (tail.mid(i, signatureSize) == "PK\x05\x06"
-            && i + endRecordSize + number<quint16>(tail, i + 20) == tail.size()) {
-            return begin + i;
-        }
-    }
-    return -1;
-}
-
-} // namespace
 
 QByteArray bytesAt(QIODevice &file, qint64 position, qint64 size)
 {
@@ -52,7 +33,7 @@ std::optional<Header> headerAt(QIODevice &file, qint64 position, Header::Kind ki
     header.size = number<quint32>(bytes, begin + 16);
     header.nameSize = number<quint16>(bytes, begin + 20);
     header.extraSize = number<quint16>(bytes, begin + 22);
-    header.name = bytesAt(file, position + headerSize, header.nameSize);
+    header.name = bytesAt(file, position + headerSize, qMin(header.nameSize, maxNameBytes));
     header.localPosition = isLocal ? position : number<quint32>(bytes, 42);
     header.nameEnd = position + headerSize + header.nameSize;
     header.end = header.nameEnd + header.extraSize + (isLocal ? 0 : number<quint16>(bytes, 32));
@@ -62,11 +43,11 @@ std::optional<Header> headerAt(QIODevice &file, qint64 position, Header::Kind ki
 Directory directoryOf(QIODevice &file, int most)
 {
     Directory directory;
-    const qint64 end = endRecord(file);
+    const qint64 end = ZipEnd::position(file);
     if (end < 0)
         return directory;
     directory.isFound = true;
-    const QByteArray record = bytesAt(file, end, endRecordSize);
+    const QByteArray record = bytesAt(file, end, ZipEnd::recordSize);
     const qint64 size = number<quint32>(record, 12);
     const qint64 offset = number<quint32>(record, 16);
     directory.isLarge = offset == std::numeric_limits<quint32>::max();

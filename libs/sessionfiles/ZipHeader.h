@@ -16,6 +16,7 @@
 namespace sessionfiles::zip {
 
 constexpr int signatureSize = 4;
+constexpr int maxNameBytes = 1024; // that are read; no member of a session has a longer name
 constexpr char localSignature[] = "PK\x03\x04";
 constexpr char directorySignature[] = "PK\x01\x02";
 constexpr char descriptorSignature[] = "PK\x07\x08";
@@ -43,7 +44,7 @@ struct Header {
     qint64 size = 0; ///< bytes, unpacked
     int nameSize = 0;
     int extraSize = 0;
-    QByteArray name; ///< shorter than nameSize where the file ends
+    QByteArray name; ///< its first maxNameBytes; shorter where the file ends
     qint64 localPosition = 0; ///< of the local header, in the archive; of a Directory header only
     qint64 nameEnd = 0; ///< position in the file
     qint64 end = 0; ///< position in the file

@@ -7,6 +7,8 @@
 #include "support/Rows.h"
 #include "support/StoredSession.h"
 
+#include <QDir>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -42,13 +44,14 @@ Change replace(const QString &member, const QByteArray &from, const QByteArray &
 }
 
 // Events one second apart, each with this content.
-Change addEvents(int count, const QByteArray &content)
+Change addEvents(int count, const QByteArray &content,
+                 const QByteArray &kind = "CprPacketLossStart")
 {
     return [=](Members &members) {
         QByteArray text;
         for (int i = 0; i < count; ++i)
-            text += "<evt type=\"CprPacketLossStart\" msecs=\"" + QByteArray::number(1000 * i)
-                + "\">" + content + "</evt>\n";
+            text += "<evt type=\"" + kind + "\" msecs=\"" + QByteArray::number(1000 * i) + "\">"
+                + content + "</evt>\n";
         insertBefore(events, "</eventList>", text)(members);
     };
 }
@@ -101,6 +104,7 @@ Change encodeInUtf16(const QString &member)
     };
 }
 
+const QByteArray userParameter = "<param type=\"eventId\" value=\"a\"/>";
 const QByteArray twoParameters = "<param type=\"aedEventType\" value=\"1\"/>"
                                  "<param type=\"eventId\" value=\"a\"/>";
 
@@ -120,7 +124,9 @@ Q_DECLARE_METATYPE(Change)
 class TestAgreement : public QObject {
     Q_OBJECT
 
-    QTemporaryDir m_directory;
+    // In memory where there is such a place.
+    QTemporaryDir m_directory{QFileInfo("/dev/shm").isWritable() ? "/dev/shm/tst_agreement-XXXXXX"
+                                                                 : QDir::tempPath() + "/XXXXXX"};
 
 private Q_SLOTS:
     void agrees_data()
@@ -132,10 +138,13 @@ private Q_SLOTS:
         row("520,000 more events", addEvents(520'000, {}));
         row("50,000 events of two parameters", addEvents(50'000, twoParameters));
         row("60,000 events of two parameters", addEvents(60'000, twoParameters));
+        row("100,001 user events", addEvents(100'001, userParameter, "Event"));
         row("8,730,000 samples", addSamples(8'730'000));
         row("9,000,000 samples", addSamples(9'000'000));
+        row("10,800,000 samples", addSamples(10'800'000));
         row("1,000 unknown values", addValues(1000));
         row("1,001 unknown values", addValues(1001));
+        row("1,500 unknown values", addValues(1500));
         row("22 attributes", addAttributes(22));
         row("128 attributes", addAttributes(128));
         row("129 attributes", addAttributes(129));
@@ -144,8 +153,13 @@ private Q_SLOTS:
         row("65 levels", nest(65));
         row("a text of 1,000,000 bytes", addText(1'000'000));
         row("a text of 1 MiB", addText(1024 * 1024));
+        row("a text of 1,200,000 bytes", addText(1'200'000));
         row("a text above 1 MiB", addText(1024 * 1024 + 1));
         row("events in UTF-16", encodeInUtf16(events));
+        row("events in UTF-16BE without a mark", [](Members &members) {
+            encodeInUtf16(events)(members);
+            members[events] = '\0' + members[events].mid(2).chopped(1);
+        });
         row("waves in UTF-16", encodeInUtf16(waves));
         row("guidelines in UTF-16", encodeInUtf16(guidelines));
         row("events said to be Latin-1", replace(events, "?>", " encoding=\"ISO-8859-1\"?>"));

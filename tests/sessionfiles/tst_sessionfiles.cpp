@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
+#include "CPREventUser.h"
+#include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/SessionFile.h"
 #include "support/Damage.h"
 #include "support/Rows.h"
@@ -112,7 +114,30 @@ private Q_SLOTS:
         QVERIFY(load(name, loaded).isComplete);
         QCOMPARE(saved(loaded), files.members);
         const SaveResult result = save(directory.filePath("none/saved.zip"), copy);
-        QVERIFY(!result.isSaved && result.reason.contains("none/saved.zip"));
+        QVERIFY(!result.isSaved && !result.isComplete && result.reason.contains("none/saved.zip"));
+    }
+
+    void longestComment()
+    {
+        const QTemporaryDir directory;
+        const QString name = directory.filePath("comment.zip");
+        const QByteArray archive = bytesOf(goldenArchive).chopped(2) + "\xFF\xFF";
+        QVERIFY(store(name, archive + QByteArray(65'535, 'c')));
+        CPRData session;
+        QVERIFY(load(name, session).isComplete);
+        QCOMPARE(check(name).errors(), 0);
+    }
+
+    void moreThanIsLoaded()
+    {
+        const QTemporaryDir directory;
+        const QString name = directory.filePath("saved.zip");
+        CPRData session;
+        CPREvents &events = *session.cprEvents();
+        for (int i = 0; i < 100'001; ++i)
+            events.addEvent(new CPREventUser(1000 * i, &events, "a"), false);
+        const SaveResult result = save(name, session);
+        QVERIFY(result.isSaved && !result.isComplete && result.reason.contains(name));
     }
 };
 

@@ -33,6 +33,9 @@ constexpr int    maxElements          = 10'000'000;
 /// Bytes of a text, a tag or a comment, which the XML reader holds in memory.
 constexpr qint64 maxTextBytes         = 1024 * 1024;
 
+/// Bytes of an event or value that salvage takes out of a damaged document. It holds one in memory.
+constexpr int    maxSalvagedBytes     = 4 * 1024 * 1024;
+
 // --- an event list that is read
 
 /// Six events a second for a day.
