@@ -57,21 +57,6 @@ auto lastOf(const CPREvents &events, E::EventTag tag, const Targets &targets, in
     return std::nullopt;
 }
 
-/// Whether people want to know that the AED is at this: what it tells the rescuer, not how it is.
-bool isStep(const Flag &flag)
-{
-    switch (flag.code) {
-    case E::AEDBatteryLow:
-    case E::AEDPatientMovementStarted:
-    case E::AEDPatientMovementEnded:
-        return false;
-    case E::AEDRemoteControlOtherButtonPressed:
-        return flag.detail == E::RemoteBtnCPRfirst;
-    default:
-        return !aedEventText(flag.code).isEmpty();
-    }
-}
-
 void readAed(LatestEvents &latest, const CPREvents &events, int msecs)
 {
     std::vector<Flag> flags;
@@ -88,12 +73,13 @@ void readAed(LatestEvents &latest, const CPREvents &events, int msecs)
     for (const Flag &flag : flags) {
         if (flag.kind == Flag::Kind::Rhythm)
             latest.rhythm = flag.code;
-        else if (flag.kind == Flag::Kind::Shock || (flag.kind == Flag::Kind::Aed && isStep(flag)))
+        else if (flag.kind == Flag::Kind::Shock)
+            latest.aed = latest.shock = flag;
+        // The AED's own report of a shock says less than the shock's event.
+        else if (!aedStepText(flag).isEmpty()
+                 && !(flag.code == E::AEDShockDelivered && latest.aed
+                      && latest.aed->kind == Flag::Kind::Shock))
             latest.aed = flag;
-        // Not every manikin sends an event of the shock itself beside the AED's.
-        else if (flag.kind == Flag::Kind::Aed && flag.code == E::AEDShockDelivered
-                 && (!latest.aed || latest.aed->kind != Flag::Kind::Shock))
-            latest.aed = Flag{flag.msecs, Flag::Kind::Shock, 0, 0, QString()};
     }
     latest.standClear = standClearOf(flags);
 }

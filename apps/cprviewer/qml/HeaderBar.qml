@@ -39,6 +39,8 @@ Rectangle {
 
             PageTab {
                 objectName: "liveTab"
+                visible: bar.viewer.wasLive // a stored session has nothing of now
+                width: visible ? implicitWidth : 0
                 text: qsTr("Live")
                 font.pixelSize: Look.title
                 checked: bar.page === 1
@@ -72,7 +74,8 @@ Rectangle {
             PageText {
                 id: liveText
                 anchors.centerIn: parent
-                text: "●  " + qsTr("Recording")
+                objectName: "source"
+                text: bar.viewer.isReplay ? "▶  " + qsTr("Replay") : "●  " + qsTr("Recording")
                 color: Look.good
                 font.pixelSize: Look.small
                 font.bold: true

@@ -10,6 +10,7 @@ Card {
 
     property string title: ""
     property string spoken: "" // what a screen reader says of it
+    property bool isOutdated: false // its figures are not of now
     property alias corner: cornerText.text // beside the title
     default property alias content: body.data
 

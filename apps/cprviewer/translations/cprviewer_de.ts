@@ -8,10 +8,6 @@
         <translation>Wartet auf die erste Kompression</translation>
     </message>
     <message>
-        <source>Well done, keep going</source>
-        <translation>Gut so, weitermachen</translation>
-    </message>
-    <message>
         <source>Advice</source>
         <translation>Empfehlung</translation>
     </message>
@@ -24,16 +20,20 @@
         <translation>Sitzung auswerten</translation>
     </message>
     <message>
-        <source>Go on, keep the pause short</source>
-        <translation>Weitermachen, Pause kurz halten</translation>
+        <source>The session has ended.</source>
+        <translation>Die Sitzung ist beendet.</translation>
     </message>
     <message>
-        <source>The session has ended</source>
-        <translation>Die Sitzung ist beendet</translation>
+        <source>Result: %1 %.</source>
+        <translation>Ergebnis: %1 %.</translation>
     </message>
     <message>
-        <source>Well done</source>
-        <translation>Gut gemacht</translation>
+        <source>Keep going.</source>
+        <translation>Weiter so.</translation>
+    </message>
+    <message>
+        <source>Waiting for the first ventilation</source>
+        <translation>Warten auf die erste Beatmung</translation>
     </message>
 </context>
 <context>
@@ -214,6 +214,10 @@
         <source>Menu (F10)</source>
         <translation>Menü (F10)</translation>
     </message>
+    <message>
+        <source>Replay</source>
+        <translation>Wiedergabe</translation>
+    </message>
 </context>
 <context>
     <name>Histogram</name>
@@ -383,6 +387,26 @@
         <source>Live training</source>
         <translation>Live-Training</translation>
     </message>
+    <message>
+        <source>Ventilation rate</source>
+        <translation>Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>target %1–%2</source>
+        <translation>Ziel %1–%2</translation>
+    </message>
+    <message>
+        <source>Pause for the AED</source>
+        <translation>Pause für den AED</translation>
+    </message>
+    <message>
+        <source>AED</source>
+        <translation>AED</translation>
+    </message>
+    <message>
+        <source>Volume over the last 30 seconds</source>
+        <translation>Volumen der letzten 30 Sekunden</translation>
+    </message>
 </context>
 <context>
     <name>LoadingDialog</name>
@@ -434,8 +458,28 @@
         <translation>Wiederherstellen</translation>
     </message>
     <message>
-        <source>%1 is being recorded, and would end now.</source>
-        <translation>%1 wird aufgezeichnet und würde jetzt enden.</translation>
+        <source>The session has ended.</source>
+        <translation>Die Sitzung ist beendet.</translation>
+    </message>
+    <message>
+        <source>Go on with it</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>%1 still runs, and would end now.</source>
+        <translation>%1 läuft noch und würde jetzt beendet.</translation>
+    </message>
+    <message>
+        <source>End the session?</source>
+        <translation>Sitzung beenden?</translation>
+    </message>
+    <message>
+        <source>You will see its results, and can still go on with it for a minute.</source>
+        <translation>Die Ergebnisse werden angezeigt. Eine Minute lang kann die Sitzung noch fortgesetzt werden.</translation>
+    </message>
+    <message>
+        <source>End session</source>
+        <translation>Sitzung beenden</translation>
     </message>
 </context>
 <context>
@@ -485,6 +529,10 @@
     <message>
         <source>Too fast</source>
         <translation>Zu schnell</translation>
+    </message>
+    <message>
+        <source>Ventilation rate</source>
+        <translation>Beatmungsfrequenz</translation>
     </message>
 </context>
 <context>
@@ -2175,28 +2223,8 @@
         <translation>%1 lässt sich nicht schreiben: %2</translation>
     </message>
     <message>
-        <source>it is no regular file</source>
-        <translation>es ist keine gewöhnliche Datei</translation>
-    </message>
-    <message>
         <source>The picture cannot be drawn; is there memory for %1x%2 pixels?</source>
         <translation>Das Bild lässt sich nicht zeichnen; reicht der Speicher für %1x%2 Pixel?</translation>
-    </message>
-    <message>
-        <source>Too shallow</source>
-        <translation>Zu flach</translation>
-    </message>
-    <message>
-        <source>Too deep</source>
-        <translation>Zu tief</translation>
-    </message>
-    <message>
-        <source>Incomplete release</source>
-        <translation>Unvollständige Entlastung</translation>
-    </message>
-    <message>
-        <source>Hand position</source>
-        <translation>Druckpunkt</translation>
     </message>
     <message>
         <source>%1 of %2</source>
@@ -2472,6 +2500,50 @@
     <message>
         <source>shock %1 J</source>
         <translation>Schock %1 J</translation>
+    </message>
+    <message>
+        <source>Stand clear.</source>
+        <translation>Abstand halten.</translation>
+    </message>
+    <message>
+        <source>Continue compressions.</source>
+        <translation>Weiter drücken.</translation>
+    </message>
+    <message>
+        <source>Go on, keep the pause short.</source>
+        <translation>Weitermachen, die Pause kurz halten.</translation>
+    </message>
+    <message>
+        <source>Press faster.</source>
+        <translation>Schneller drücken.</translation>
+    </message>
+    <message>
+        <source>Press slower.</source>
+        <translation>Langsamer drücken.</translation>
+    </message>
+    <message>
+        <source>Ventilate slower.</source>
+        <translation>Langsamer beatmen.</translation>
+    </message>
+    <message>
+        <source>Give less air in each ventilation.</source>
+        <translation>Bei jeder Beatmung weniger Luft geben.</translation>
+    </message>
+    <message>
+        <source>Ventilate faster.</source>
+        <translation>Schneller beatmen.</translation>
+    </message>
+    <message>
+        <source>Give more air in each ventilation.</source>
+        <translation>Bei jeder Beatmung mehr Luft geben.</translation>
+    </message>
+    <message>
+        <source>Well done, keep going.</source>
+        <translation>Gut so, weiter.</translation>
+    </message>
+    <message>
+        <source>CPR asked for</source>
+        <translation>HLW verlangt</translation>
     </message>
 </context>
 </TS>
