@@ -59,17 +59,7 @@ auto lastOf(const CPREvents &events, E::EventTag tag, const Targets &targets, in
 
 void readAed(LatestEvents &latest, const CPREvents &events, int msecs)
 {
-    std::vector<Flag> flags;
-    // Shocks stand among the events of no other tag.
-    for (const E::EventTag tag : {E::TagAed, E::TagCprd, E::TagOther}) {
-        for (int i = 0; i < events.count(tag); ++i) {
-            const std::optional<Flag> flag = flagOf(*events.at(tag, i));
-            if (flag && flag->msecs <= msecs)
-                flags.push_back(*flag);
-        }
-    }
-    std::stable_sort(flags.begin(), flags.end(),
-                     [](const Flag &a, const Flag &b) { return a.msecs < b.msecs; });
+    const std::vector<Flag> flags = aedFlagsOf(events, msecs);
     for (const Flag &flag : flags) {
         if (flag.kind == Flag::Kind::Rhythm)
             latest.rhythm = flag.code;

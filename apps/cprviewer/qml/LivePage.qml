@@ -84,7 +84,7 @@ FocusScope {
                 visible: live.hasCompressions
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 330
                 title: page.hasCycles ? qsTr("Compressions in cycle") : qsTr("Compressions")
                 number: page.hasCycles ? live.compressionsInCycle.toString() : live.compressionCount.toString()
                 unit: page.hasCycles ? qsTr("of %1").arg(live.compressionsPerCycle) : ""
@@ -95,7 +95,7 @@ FocusScope {
                 visible: live.hasVentilations
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 310
                 title: page.hasCycles ? qsTr("Ventilations in cycle") : qsTr("Ventilations")
                 number: page.hasCycles ? live.ventilationsInCycle.toString() : live.ventilationCount.toString()
                 unit: page.hasCycles ? qsTr("of %1").arg(live.ventilationsPerCycle) : ""
@@ -106,7 +106,7 @@ FocusScope {
                 visible: live.hasCompressions && live.ventilationRateMax > 0
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 310
                 title: qsTr("Ventilation rate")
                 number: live.ventilationRate > 0 ? live.ventilationRate.toString() : "–"
                 unit: qsTr("target %1–%2").arg(live.ventilationRateMin).arg(live.ventilationRateMax)
@@ -119,7 +119,7 @@ FocusScope {
                 readonly property bool isRunning: !page.isOver && live.pause > 0
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 270
                 title: isRunning && live.isPauseAskedFor ? qsTr("Pause for the AED") : qsTr("Pause")
                 number: isRunning ? live.pause.toString() : "–"
                 unit: isRunning ? qsTr("s") : ""
@@ -130,7 +130,7 @@ FocusScope {
                 visible: live.aed.length > 0
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 390
                 title: qsTr("AED")
                 corner: [live.rhythm, live.shock].filter(text => text.length > 0).join(", ")
                 number: live.aed
@@ -140,7 +140,7 @@ FocusScope {
                 objectName: "time"
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 220
                 title: qsTr("Time")
                 number: live.timeText
             }

@@ -33,6 +33,8 @@ Card {
         id: cornerText
         anchors { right: parent.right; left: titleText.right; leftMargin: Look.gap; rightMargin: Look.padding; verticalCenter: titleText.verticalCenter }
         horizontalAlignment: Text.AlignRight
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Look.small
         color: Look.muted
         font.pixelSize: Math.round(20 * Look.unit)
         Accessible.ignored: true

@@ -1956,6 +1956,10 @@
         <source>not measured</source>
         <translation>nicht gemessen</translation>
     </message>
+    <message>
+        <source>%1, asked for by the AED</source>
+        <translation>%1, vom AED verlangt</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2253,6 +2257,10 @@
     <message>
         <source>Time, m:ss</source>
         <translation>Zeit, m:ss</translation>
+    </message>
+    <message>
+        <source>%1 s, AED</source>
+        <translation>%1 s, AED</translation>
     </message>
 </context>
 <context>
