@@ -38,9 +38,10 @@ Rectangle {
             Layout.alignment: Qt.AlignVCenter
 
             PageTab {
+                id: liveTab
                 objectName: "liveTab"
                 visible: bar.viewer.wasLive // a stored session has nothing of now
-                width: visible ? implicitWidth : 0
+                width: liveTab.visible ? liveTab.implicitWidth : 0
                 text: qsTr("Live")
                 font.pixelSize: Look.title
                 checked: bar.page === 1

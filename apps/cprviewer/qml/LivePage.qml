@@ -102,6 +102,7 @@ FocusScope {
                 isFault: live.hasTooManyVentilations
             }
             CounterPanel {
+                id: breathing
                 objectName: "breathing"
                 visible: live.hasCompressions && live.ventilationRateMax > 0
                 Layout.fillWidth: true
@@ -111,19 +112,20 @@ FocusScope {
                 number: live.ventilationRate > 0 ? live.ventilationRate.toString() : "–"
                 unit: qsTr("target %1–%2").arg(live.ventilationRateMin).arg(live.ventilationRateMax)
                 isOutdated: page.isOver || live.isVentilationOutdated
-                isFault: !isOutdated && (live.ventilationRateSide === LiveFigures.Below
-                                         || live.ventilationRateSide === LiveFigures.Above)
+                isFault: !breathing.isOutdated && (live.ventilationRateSide === LiveFigures.Below
+                                                   || live.ventilationRateSide === LiveFigures.Above)
             }
             CounterPanel {
+                id: pause
                 objectName: "pause"
                 readonly property bool isRunning: !page.isOver && live.pause > 0
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.preferredWidth: 270
-                title: isRunning && live.isPauseAskedFor ? qsTr("Pause for the AED") : qsTr("Pause")
-                number: isRunning ? live.pause.toString() : "–"
-                unit: isRunning ? qsTr("s") : ""
-                isFault: isRunning && live.isPauseTooLong
+                title: pause.isRunning && live.isPauseAskedFor ? qsTr("Pause for the AED") : qsTr("Pause")
+                number: pause.isRunning ? live.pause.toString() : "–"
+                unit: pause.isRunning ? qsTr("s") : ""
+                isFault: pause.isRunning && live.isPauseTooLong
             }
             CounterPanel {
                 objectName: "aed"

@@ -164,7 +164,7 @@ ApplicationWindow {
         id: startLoader
         anchors.fill: parent
         active: window.hasPages && window.page === Main.Start
-        focus: active
+        focus: startLoader.active
         sourceComponent: StartPage {
             focus: true
             viewer: window.viewer
@@ -172,7 +172,7 @@ ApplicationWindow {
             onSimulationWanted: scenarioDialog.open()
             onFileWanted: name => window.openFile(name)
         }
-        onLoaded: item.forceActiveFocus()
+        onLoaded: startLoader.item.forceActiveFocus()
     }
     Loader {
         id: liveLoader
@@ -185,8 +185,8 @@ ApplicationWindow {
             onReviewWanted: window.show(Main.Review)
             onStopWanted: endDialog.open()
         }
-        onVisibleChanged: if (visible && item) item.forceActiveFocus()
-        onLoaded: if (visible) item.forceActiveFocus()
+        onVisibleChanged: if (liveLoader.visible && liveLoader.item) liveLoader.item.forceActiveFocus()
+        onLoaded: if (liveLoader.visible) liveLoader.item.forceActiveFocus()
     }
     Loader {
         id: reviewLoader
@@ -194,8 +194,8 @@ ApplicationWindow {
         active: window.hasPages && window.usesReview
         visible: window.page === Main.Review
         sourceComponent: ReviewPage { focus: true; viewer: window.viewer }
-        onVisibleChanged: if (visible && item) item.forceActiveFocus()
-        onLoaded: if (visible) item.forceActiveFocus()
+        onVisibleChanged: if (reviewLoader.visible && reviewLoader.item) reviewLoader.item.forceActiveFocus()
+        onLoaded: if (reviewLoader.visible) reviewLoader.item.forceActiveFocus()
     }
     Timer {
         interval: 60000
