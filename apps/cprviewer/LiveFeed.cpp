@@ -83,9 +83,21 @@ void LiveFeed::stop()
 {
     if (!m_isRunning)
         return;
-    m_player.play({m_clock.isValid() ? qMax(m_played, now()) : m_played,
-                   manikinlog::State{CPRData::CPR_ENDED}});
+    // Not behind the next record, which comes if the session is resumed.
+    if (m_clock.isValid())
+        m_played = m_hasNext ? qBound(m_played, now(), m_next.msecs) : qMax(m_played, now());
+    m_player.play({m_played, manikinlog::State{CPRData::CPR_ENDED}});
     finish();
+}
+
+void LiveFeed::resume()
+{
+    if (!canResume())
+        return;
+    m_isRunning = true;
+    m_player.play({m_played, manikinlog::State{CPRData::CPR_START}});
+    setClock();
+    m_timer.start();
 }
 
 void LiveFeed::finish()

@@ -30,6 +30,9 @@ public:
     /// Ends the session where it is.
     void stop();
     bool isRunning() const { return m_isRunning; }
+    /// stop() was too early: the session goes on from there.
+    void resume();
+    bool canResume() const { return !m_isRunning && m_hasNext; }
 
 Q_SIGNALS:
     /// There will be no more records; \a error says why when that was not the end of the source.

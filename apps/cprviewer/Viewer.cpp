@@ -111,7 +111,7 @@ bool Viewer::startScenario(const QString &name, int seed, double speed)
         return false;
     }
     startLive(RecordSource::simulated(*scenario, static_cast<quint64>(seed)),
-              tr("Simulated: %1").arg(scenarioTitle(name)), speed);
+              tr("Simulated: %1").arg(scenarioTitle(name)), speed, false);
     return true;
 }
 
@@ -123,11 +123,12 @@ bool Viewer::startReplay(const QString &name, double speed)
         setProblem(error);
         return false;
     }
-    startLive(std::move(source), QFileInfo(name).fileName(), speed);
+    startLive(std::move(source), QFileInfo(name).fileName(), speed, true);
     return true;
 }
 
-void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed)
+void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
+                       bool isReplay)
 {
     m_loader.abandon();
     m_loadedLeft.reset();
@@ -140,6 +141,7 @@ void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name
     opened.feed =
         std::make_unique<LiveFeed>(opened.session.get(), std::move(source), opened.journal.get());
     opened.name = name;
+    opened.isReplay = isReplay;
     opened.isUnsaved = true;
     connect(opened.feed.get(), &LiveFeed::finished, this, [this](const QString &error) {
         if (!error.isEmpty())
@@ -184,6 +186,14 @@ void Viewer::stop()
 {
     if (m_opened.feed)
         m_opened.feed->stop();
+}
+
+void Viewer::resume()
+{
+    if (!canResume())
+        return;
+    m_opened.feed->resume();
+    Q_EMIT isLiveChanged();
 }
 
 template <typename Write>

@@ -36,6 +36,12 @@ class Viewer final : public QObject {
     Q_PROPERTY(QString      name         READ name         NOTIFY nameChanged)
     /// Records still come.
     Q_PROPERTY(bool         isLive       READ isLive       NOTIFY isLiveChanged)
+    /// It is live, or was until it ended.
+    Q_PROPERTY(bool         wasLive      READ wasLive      NOTIFY sessionChanged)
+    /// The records were recorded before.
+    Q_PROPERTY(bool         isReplay     READ isReplay     NOTIFY sessionChanged)
+    /// stop() can be taken back.
+    Q_PROPERTY(bool         canResume    READ canResume    NOTIFY isLiveChanged)
     /// It would be lost without its journal.
     Q_PROPERTY(bool         isUnsaved    READ isUnsaved    NOTIFY isUnsavedChanged)
     /// A file is being loaded; the session that is open stays until it is there.
@@ -73,6 +79,9 @@ public:
     CPRData     *session() const         { return m_opened.session.get(); }
     QString      name() const            { return m_opened.name; }
     bool         isLive() const          { return m_opened.feed && m_opened.feed->isRunning(); }
+    bool         wasLive() const         { return m_opened.feed != nullptr; }
+    bool         isReplay() const        { return m_opened.isReplay; }
+    bool         canResume() const       { return m_opened.feed && m_opened.feed->canResume(); }
     bool         isUnsaved() const       { return m_opened.isUnsaved; }
     bool         isLoading() const       { return m_loader.isLoading(); }
     QString      loadedName() const      { return m_loadedName; }
@@ -99,6 +108,8 @@ public:
     void advanceTo(qint64 msecs);
     /// Ends a live session.
     Q_INVOKABLE void stop();
+    /// Takes it back.
+    Q_INVOKABLE void resume();
 
     /// Saves the session under \a url, to which the suffix is added if it has none. A file that is
     /// there is replaced only when \a replaces says so.
@@ -139,12 +150,14 @@ private:
         std::unique_ptr<LeftSession> left; // where it was brought back from
         QString name;
         bool isFromArchive = false;
+        bool isReplay = false;
         bool isUnsaved = false;
     };
 
     void load(const QString &name, cprquick::SessionLoader::Kind kind);
     void showLoaded();
-    void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed);
+    void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
+                   bool isReplay);
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
     void show(Opened opened);
     template <typename Write>

@@ -6,6 +6,7 @@
 #include "cprquick/ParameterText.h"
 
 #include "sessionreview/Figures.h"
+#include "sessionreview/StandClear.h"
 #include "sessionreview/Words.h"
 
 #include <CPREventCompression.h>
@@ -70,12 +71,22 @@ QString EventText::detail() const
         return QCoreApplication::translate("cprquick", "%1 ml")
             .arg(numberText(m_ventilation->volume));
     if (m_event.type() == E::CprInactivityCPR)
-        return valueText(E::compInactivity);
+        return isAskedForByAed()
+            ? QCoreApplication::translate("cprquick", "%1, asked for by the AED")
+                  .arg(valueText(E::compInactivity))
+            : valueText(E::compInactivity);
     if (const std::optional<Flag> flag = flagOf(m_event)) {
         const QString text = flagText(*flag);
         return text.isEmpty() ? valueText(E::aedType) : text; // which AED is connected
     }
     return standingDetail();
+}
+
+bool EventText::isAskedForByAed() const
+{
+    return m_event.events()
+        && isAskedFor({m_event.msecs(), m_event.eventEndTime()},
+                      standClearOf(aedFlagsOf(*m_event.events())));
 }
 
 QString EventText::valueText(E::ParameterType type) const

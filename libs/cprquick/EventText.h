@@ -39,6 +39,7 @@ public:
 private:
     QString valueText(CPREventBase::ParameterType type) const;
     QString standingDetail() const;
+    bool isAskedForByAed() const;
 
     const CPREventBase &m_event;
     std::optional<sessionreview::Compression> m_compression;

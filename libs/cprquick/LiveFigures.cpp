@@ -207,8 +207,13 @@ LiveFigures::Side LiveFigures::ventilationRateSide() const
 
 QString LiveFigures::aed() const
 {
-    QString text = m_latest.aed ? flagText(*m_latest.aed) : QString();
+    QString text = m_latest.aed ? aedStepText(*m_latest.aed) : QString();
     return text.replace(0, 1, text.left(1).toUpper());
+}
+
+QString LiveFigures::shock() const
+{
+    return m_latest.shock ? flagText(*m_latest.shock) : QString();
 }
 
 QString LiveFigures::rhythm() const

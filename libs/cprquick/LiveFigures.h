@@ -72,8 +72,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(int      score                READ score                NOTIFY eventsChanged)
     /// @}
     /// @{
-    /// What the AED is at and the rhythm that it sees, in words; empty while there is none.
+    /// What the AED is at, the last shock and the rhythm, in words; empty while there is none.
     Q_PROPERTY(QString  aed                  READ aed                  NOTIFY eventsChanged)
+    Q_PROPERTY(QString  shock                READ shock                NOTIFY eventsChanged)
     Q_PROPERTY(QString  rhythm               READ rhythm               NOTIFY eventsChanged)
     /// @}
     /// @{
@@ -161,6 +162,7 @@ public:
     Tone        adviceTone() const           { return m_adviceTone; }
     int         score() const                { return m_score; }
     QString     aed() const;
+    QString     shock() const;
     QString     rhythm() const;
     bool        hasCompressions() const      { return m_latest.training.compressions; }
     bool        hasVentilations() const      { return m_latest.training.ventilations; }

@@ -4,6 +4,7 @@
 #include "sessionplot/LaneParts.h"
 #include "sessionplot/Symbols.h"
 
+#include "sessionreview/StandClear.h"
 #include "sessionreview/Words.h"
 
 #include <private/Units.h>
@@ -111,8 +112,10 @@ void paintPauseLengths(const LaneContext &context, const LaneArea &area)
         if (texts.size() >= roomFor)
             break;
         const double secs = std::round((double(pause->end) - pause->begin) / Units::msecsPerSecond);
-        const QString text =
-            QCoreApplication::translate("sessionplot", "%1 s").arg(numberText(secs));
+        const bool isAsked = isAskedFor(*pause, context.model->review().standClear);
+        const QString text = (isAsked ? QCoreApplication::translate("sessionplot", "%1 s, AED")
+                                      : QCoreApplication::translate("sessionplot", "%1 s"))
+                                 .arg(numberText(secs));
         const qreal width = style.small.width(text);
         const qreal centre =
             (context.time.boundedX(pause->begin) + context.time.boundedX(pause->end)) / 2;

@@ -57,43 +57,19 @@ auto lastOf(const CPREvents &events, E::EventTag tag, const Targets &targets, in
     return std::nullopt;
 }
 
-/// Whether people want to know that the AED is at this: what it tells the rescuer, not how it is.
-bool isStep(const Flag &flag)
-{
-    switch (flag.code) {
-    case E::AEDBatteryLow:
-    case E::AEDPatientMovementStarted:
-    case E::AEDPatientMovementEnded:
-        return false;
-    case E::AEDRemoteControlOtherButtonPressed:
-        return flag.detail == E::RemoteBtnCPRfirst;
-    default:
-        return !aedEventText(flag.code).isEmpty();
-    }
-}
-
 void readAed(LatestEvents &latest, const CPREvents &events, int msecs)
 {
-    std::vector<Flag> flags;
-    // Shocks stand among the events of no other tag.
-    for (const E::EventTag tag : {E::TagAed, E::TagCprd, E::TagOther}) {
-        for (int i = 0; i < events.count(tag); ++i) {
-            const std::optional<Flag> flag = flagOf(*events.at(tag, i));
-            if (flag && flag->msecs <= msecs)
-                flags.push_back(*flag);
-        }
-    }
-    std::stable_sort(flags.begin(), flags.end(),
-                     [](const Flag &a, const Flag &b) { return a.msecs < b.msecs; });
+    const std::vector<Flag> flags = aedFlagsOf(events, msecs);
     for (const Flag &flag : flags) {
         if (flag.kind == Flag::Kind::Rhythm)
             latest.rhythm = flag.code;
-        else if (flag.kind == Flag::Kind::Shock || (flag.kind == Flag::Kind::Aed && isStep(flag)))
+        else if (flag.kind == Flag::Kind::Shock)
+            latest.aed = latest.shock = flag;
+        // The AED's own report of a shock says less than the shock's event.
+        else if (!aedStepText(flag).isEmpty()
+                 && !(flag.code == E::AEDShockDelivered && latest.aed
+                      && latest.aed->kind == Flag::Kind::Shock))
             latest.aed = flag;
-        // Not every manikin sends an event of the shock itself beside the AED's.
-        else if (flag.kind == Flag::Kind::Aed && flag.code == E::AEDShockDelivered
-                 && (!latest.aed || latest.aed->kind != Flag::Kind::Shock))
-            latest.aed = Flag{flag.msecs, Flag::Kind::Shock, 0, 0, QString()};
     }
     latest.standClear = standClearOf(flags);
 }

@@ -31,6 +31,7 @@ struct LatestEvents {
     /// @}
     Faults faults; ///< of the compression or the ventilation, whichever came later
     std::optional<Flag> aed; ///< what the AED did, or the shock; none before the first
+    std::optional<Flag> shock; ///< the last; none before the first
     int rhythm = 0; ///< CPREventBase::AEDEcgRhythms
     std::vector<Span> standClear; ///< the AED has everybody stand clear
 };

@@ -3,7 +3,7 @@
 
 #include "sessionreview/StandClear.h"
 
-#include <CPREventBase.h>
+#include <CPREvents.h>
 #include <private/Units.h>
 
 #include <algorithm>
@@ -47,6 +47,22 @@ std::optional<bool> asksToStandClear(const Flag &flag)
 }
 
 } // namespace
+
+std::vector<Flag> aedFlagsOf(const CPREvents &events, int msecs)
+{
+    std::vector<Flag> flags;
+    // Shocks stand among the events of no other tag.
+    for (const E::EventTag tag : {E::TagAed, E::TagCprd, E::TagOther}) {
+        for (int i = 0; i < events.count(tag); ++i) {
+            const std::optional<Flag> flag = flagOf(*events.at(tag, i));
+            if (flag && flag->kind != Flag::Kind::User && flag->msecs <= msecs)
+                flags.push_back(*flag);
+        }
+    }
+    std::stable_sort(flags.begin(), flags.end(),
+                     [](const Flag &a, const Flag &b) { return a.msecs < b.msecs; });
+    return flags;
+}
 
 std::vector<Span> standClearOf(const std::vector<Flag> &flags)
 {

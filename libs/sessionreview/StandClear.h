@@ -6,9 +6,15 @@
 
 #include "sessionreview/SessionReview.h"
 
+#include <limits>
 #include <vector>
 
+class CPREvents;
+
 namespace sessionreview {
+
+/// Shocks, rhythms and what the AED did, up to \a msecs of session time, in order of time.
+std::vector<Flag> aedFlagsOf(const CPREvents &events, int msecs = std::numeric_limits<int>::max());
 
 /// The stretches in which the AED has everybody stand clear: from the start of an analysis to the
 /// shock, or to its word that there is none. \a flags are in order of time. A report that does not

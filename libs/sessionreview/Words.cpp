@@ -194,6 +194,29 @@ QString aedEventText(int event)
     return textOf(aedEvents, event);
 }
 
+QString aedStepText(const Flag &flag)
+{
+    if (flag.kind == Flag::Kind::Shock)
+        return flagText(flag);
+    if (flag.kind != Flag::Kind::Aed)
+        return QString();
+    switch (flag.code) {
+    // How the AED is, not what it tells the rescuer.
+    case E::AEDBatteryLow:
+    case E::AEDPatientMovementStarted:
+    case E::AEDPatientMovementEnded:
+        return QString();
+    case E::AEDShockDelivered: // of a manikin that sends no event of the shock itself
+        return QCoreApplication::translate("sessionreview", "shock");
+    case E::AEDRemoteControlOtherButtonPressed:
+        return flag.detail == E::RemoteBtnCPRfirst
+            ? QCoreApplication::translate("sessionreview", "CPR asked for")
+            : QString();
+    default:
+        return aedEventText(flag.code);
+    }
+}
+
 QStringList faultTexts(Faults present)
 {
     QStringList texts;

@@ -27,6 +27,8 @@ QString manikinText(int type, const QString &ageLetter);
 QString rhythmText(int rhythm);
 /// A kind of AED event (CPREventBase::AEDEventType) that the learner notices; empty for others.
 QString aedEventText(int event);
+/// What the AED is at since \a flag; empty for a flag that changes nothing for the rescuer.
+QString aedStepText(const Flag &flag);
 /// Faults in two words or so each.
 QStringList faultTexts(Faults faults);
 /// A short label.

@@ -258,6 +258,12 @@ private Q_SLOTS:
         QCOMPARE(rolesOf(model, 5), QString("1:18.4|Pause in CPR|6\u00a0s||"));
         QTRY_COMPARE(live.pause(), 22); // since the compression that ended at 61400
         QVERIFY(live.isPauseTooLong() && live.isCompressionOutdated());
+        session.setSessionTime(78500);
+        send(session, 48, bytes({0, E::AEDAnalyzing}));
+        QStringList rows;
+        for (int i = 0; i < model.count(); ++i)
+            rows.append(rolesOf(model, i));
+        QVERIFY(rows.contains("1:18.4|Pause in CPR|6\u00a0s, asked for by the AED||"));
     }
 
     void parametersThatComeLater()

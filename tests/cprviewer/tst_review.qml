@@ -76,10 +76,29 @@ ViewerCase {
         keyClick(Qt.Key_Space);
         verify(!page.timelinePanel.isPlaying);
     }
+    function test_staysAsItWasLeft() {
+        replay(60);
+        window.show(2);
+        page = window.pageItem;
+        tryVerify(() => page.timelinePanel.timeline.length > 59000);
+        page.events.tags = CPREventBase.TagAed;
+        page.pick(2);
+        page.timelinePanel.speed = 4;
+        page.timelinePanel.zoom(4);
+        const panel = page.timelinePanel;
+        const state = () => [page.chosen, page.row, panel.position, panel.speed, page.events.tags,
+                             panel.timeline.shownFrom, panel.timeline.shownTo];
+        const before = state();
+        compare(before.slice(1, 5), [2, 45000, 4, CPREventBase.TagAed]);
+        window.show(1);
+        desk.advance(70);
+        window.show(2);
+        compare(state(), before);
+    }
     function test_files() {
         window.firstPage = "live";
         load(desk.data("golden.zip"));
-        compare(window.page, 1);
+        compare([window.page, item("liveTab").visible], [2, false]); // nothing of now
         compare([viewer.name, viewer.problem, viewer.isUnsaved], ["golden.zip", "", false]);
         compare(viewer.recentFiles.names, [desk.data("golden.zip")]);
         review();

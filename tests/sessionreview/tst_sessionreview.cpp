@@ -9,6 +9,7 @@
 
 #include "sessionreview/LiveAdvice.h"
 #include "sessionreview/SessionReview.h"
+#include "sessionreview/StandClear.h"
 #include "sessionreview/Words.h"
 
 #include <CPREventCompression.h>
@@ -319,6 +320,24 @@ private Q_SLOTS:
         for (const Span &span : reviewOf(session).standClear)
             found += {span.begin / 1000, span.end / 1000};
         QCOMPARE(found, standClear);
+    }
+
+    void askedPauses_data()
+    {
+        const auto row = columns<int, int, bool>("begin", "end", "isAsked");
+        row("within", 12000, 15000, true);
+        row("with 3 s for the hands", 8000, 21000, true);
+        row("with more", 7999, 21000, false);
+        row("another", 31000, 33000, false);
+        row("of two analyses", 9000, 32000, true);
+    }
+
+    // The AED analyses from 10 s to 20 s, and from 21 s to 31 s.
+    void askedPauses()
+    {
+        QFETCH(int, begin);
+        QFETCH(int, end);
+        QTEST(isAskedFor({begin, end}, {{10000, 20000}, {21000, 31000}}), "isAsked");
     }
 
     void runningPauses_data()

@@ -15,17 +15,21 @@ Card {
     signal reviewWanted()
     signal stopWanted()
 
-    readonly property bool isIdle: panel.figures.compressionCount + panel.figures.ventilationCount === 0
-    readonly property bool isPausing: panel.isLive && panel.figures.pause > 0
-    readonly property bool isRight: !panel.isPausing && panel.figures.advice.length === 0
-    readonly property string words: panel.isIdle ? (panel.isLive ? qsTr("Waiting for the first compression")
-                                                                 : qsTr("The session has ended"))
-                                  : panel.isPausing ? qsTr("Go on, keep the pause short")
-                                  : !panel.isRight ? panel.figures.advice
-                                  : panel.isLive ? qsTr("Well done, keep going") : qsTr("Well done")
+    readonly property int tone: panel.isLive ? panel.figures.adviceTone : LiveFigures.Result
+    readonly property bool isLoud: panel.tone === LiveFigures.Fault || panel.tone === LiveFigures.Instruction
+    readonly property string result: panel.figures.score < 0 ? qsTr("The session has ended.")
+                                                             : qsTr("Result: %1 %.").arg(panel.figures.score)
+    readonly property string waiting:
+        panel.figures.compressionCount + panel.figures.ventilationCount > 0 ? qsTr("Keep going.")
+        : panel.figures.hasCompressions ? qsTr("Waiting for the first compression")
+                                        : qsTr("Waiting for the first ventilation")
+    readonly property string words: panel.tone === LiveFigures.Result
+                                    ? panel.result + (panel.figures.score < 0 ? "" : " " + panel.figures.advice)
+                                    : panel.figures.advice || panel.waiting
 
-    color: panel.isIdle || panel.isRight ? Look.card : Look.fault
-    Accessible.role: Accessible.AlertMessage
+    color: panel.tone === LiveFigures.Fault ? Look.fault
+         : panel.tone === LiveFigures.Instruction ? Look.accent : Look.card
+    Accessible.role: panel.isLoud ? Accessible.AlertMessage : Accessible.StaticText
     Accessible.name: qsTr("Advice") + ": " + panel.words
 
     RowLayout {
@@ -33,9 +37,9 @@ Card {
         spacing: Look.gap
 
         Text {
-            visible: !panel.isIdle
-            text: panel.isRight ? "✓" : "!"
-            color: panel.isRight ? Look.good : Look.accentText
+            visible: panel.isLoud || panel.tone === LiveFigures.Praise
+            text: panel.isLoud ? "!" : "✓"
+            color: panel.isLoud ? Look.accentText : Look.good
             font.pixelSize: Math.round(46 * Look.unit)
             font.bold: true
         }
@@ -43,7 +47,7 @@ Card {
             Layout.fillWidth: true
             Layout.fillHeight: true
             text: panel.words
-            color: panel.isIdle ? Look.muted : panel.isRight ? Look.text : Look.accentText
+            color: panel.isLoud ? Look.accentText : panel.tone === LiveFigures.Silence ? Look.muted : Look.text
             font.pixelSize: Math.round(42 * Look.unit)
             font.bold: true
             fontSizeMode: Text.Fit
@@ -60,7 +64,7 @@ Card {
         ActionButton {
             objectName: "review"
             visible: !panel.isLive
-            highlighted: panel.isRight || panel.isIdle
+            highlighted: true
             text: qsTr("Look the session over")
             onClicked: panel.reviewWanted()
         }

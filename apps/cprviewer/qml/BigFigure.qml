@@ -11,6 +11,7 @@ Item {
     property string number: "–"
     property string unit: ""
     property real size: 64 * Look.unit
+    property bool isOutdated: false
 
     implicitWidth: line.implicitWidth
     implicitHeight: numberText.implicitHeight * 0.86
@@ -24,7 +25,7 @@ Item {
         Text {
             id: numberText
             text: figure.number
-            color: Look.text
+            color: figure.isOutdated ? Look.muted : Look.text
             font.pixelSize: Math.round(figure.size)
             font.bold: true
         }

@@ -18,8 +18,10 @@ LivePanel {
 
     BigFigure {
         anchors { left: parent.left; bottom: parent.bottom; bottomMargin: -Look.gap / 2 }
+        width: Math.min(implicitWidth, parent.width)
         number: panel.number
         unit: panel.unit
+        isOutdated: panel.isOutdated
         size: 60 * Look.unit
     }
 }

@@ -46,11 +46,13 @@ LivePanel {
             number: panel.shown
             unit: qsTr("mm")
             size: 132 * Look.unit
+            isOutdated: panel.isOutdated
         }
         Verdict {
             id: depthVerdict
             width: parent.width
             size: 32 * Look.unit
+            isOutdated: panel.isOutdated
             kind: panel.side
             words: ["–", qsTr("Too shallow"), qsTr("Right depth"), qsTr("Too deep")][panel.side]
         }
@@ -58,6 +60,7 @@ LivePanel {
             id: releaseVerdict
             width: parent.width
             size: 26 * Look.unit
+            isOutdated: panel.isOutdated
             kind: !panel.hasLast ? Verdict.None : panel.figures.isReleased ? Verdict.Good : Verdict.Fault
             words: !panel.hasLast ? "–" : panel.figures.isReleased ? qsTr("Full release")
                  : qsTr("%1 mm not released").arg(panel.figures.lastReleaseDepth.toFixed(0))

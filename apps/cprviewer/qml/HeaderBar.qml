@@ -38,7 +38,10 @@ Rectangle {
             Layout.alignment: Qt.AlignVCenter
 
             PageTab {
+                id: liveTab
                 objectName: "liveTab"
+                visible: bar.viewer.wasLive // a stored session has nothing of now
+                width: liveTab.visible ? liveTab.implicitWidth : 0
                 text: qsTr("Live")
                 font.pixelSize: Look.title
                 checked: bar.page === 1
@@ -72,7 +75,8 @@ Rectangle {
             PageText {
                 id: liveText
                 anchors.centerIn: parent
-                text: "●  " + qsTr("Recording")
+                objectName: "source"
+                text: bar.viewer.isReplay ? "▶  " + qsTr("Replay") : "●  " + qsTr("Recording")
                 color: Look.good
                 font.pixelSize: Look.small
                 font.bold: true

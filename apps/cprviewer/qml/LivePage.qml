@@ -14,11 +14,13 @@ FocusScope {
     required property Viewer viewer
     property alias figures: live
     signal reviewWanted()
+    signal stopWanted()
 
     Accessible.role: Accessible.Pane
     Accessible.name: qsTr("Live training")
 
     readonly property bool hasCycles: live.compressionsPerCycle > 0 && live.ventilationsPerCycle > 0
+    readonly property bool isOver: !page.viewer.isLive
 
     LiveFigures {
         id: live
@@ -36,21 +38,37 @@ FocusScope {
 
             DepthPanel {
                 objectName: "depth"
+                visible: live.hasCompressions
                 figures: live
+                isOutdated: page.isOver || live.isCompressionOutdated
                 Layout.fillHeight: true
                 Layout.fillWidth: true
                 Layout.preferredWidth: 470
             }
             RatePanel {
                 objectName: "rate"
+                visible: live.hasCompressions
                 figures: live
+                isOutdated: page.isOver || live.isCompressionOutdated
                 Layout.fillHeight: true
                 Layout.fillWidth: true
                 Layout.preferredWidth: 390
             }
             VolumePanel {
                 objectName: "volume"
+                visible: live.hasVentilations
                 figures: live
+                isOutdated: page.isOver || live.isVentilationOutdated
+                Layout.fillHeight: true
+                Layout.fillWidth: true
+                Layout.preferredWidth: 390
+            }
+            RatePanel {
+                objectName: "ventilationRate"
+                visible: live.hasVentilations && !live.hasCompressions
+                figures: live
+                isOfVentilations: true
+                isOutdated: page.isOver || live.isVentilationOutdated
                 Layout.fillHeight: true
                 Layout.fillWidth: true
                 Layout.preferredWidth: 390
@@ -63,37 +81,68 @@ FocusScope {
 
             CounterPanel {
                 objectName: "compressions"
+                visible: live.hasCompressions
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 330
                 title: page.hasCycles ? qsTr("Compressions in cycle") : qsTr("Compressions")
                 number: page.hasCycles ? live.compressionsInCycle.toString() : live.compressionCount.toString()
                 unit: page.hasCycles ? qsTr("of %1").arg(live.compressionsPerCycle) : ""
+                isFault: live.hasTooManyCompressions
             }
             CounterPanel {
                 objectName: "ventilations"
+                visible: live.hasVentilations
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 310
                 title: page.hasCycles ? qsTr("Ventilations in cycle") : qsTr("Ventilations")
                 number: page.hasCycles ? live.ventilationsInCycle.toString() : live.ventilationCount.toString()
                 unit: page.hasCycles ? qsTr("of %1").arg(live.ventilationsPerCycle) : ""
+                isFault: live.hasTooManyVentilations
             }
             CounterPanel {
-                objectName: "pause"
+                id: breathing
+                objectName: "breathing"
+                visible: live.hasCompressions && live.ventilationRateMax > 0
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
-                title: qsTr("Pause")
-                number: live.pause > 0 ? live.pause.toString() : "–"
-                unit: live.pause > 0 ? qsTr("s") : ""
-                isFault: live.pause > 0
+                Layout.preferredWidth: 310
+                title: qsTr("Ventilation rate")
+                number: live.ventilationRate > 0 ? live.ventilationRate.toString() : "–"
+                unit: qsTr("target %1–%2").arg(live.ventilationRateMin).arg(live.ventilationRateMax)
+                isOutdated: page.isOver || live.isVentilationOutdated
+                isFault: !breathing.isOutdated && (live.ventilationRateSide === LiveFigures.Below
+                                                   || live.ventilationRateSide === LiveFigures.Above)
+            }
+            CounterPanel {
+                id: pause
+                objectName: "pause"
+                readonly property bool isRunning: !page.isOver && live.pause > 0
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 270
+                title: pause.isRunning && live.isPauseAskedFor ? qsTr("Pause for the AED") : qsTr("Pause")
+                number: pause.isRunning ? live.pause.toString() : "–"
+                unit: pause.isRunning ? qsTr("s") : ""
+                isFault: pause.isRunning && live.isPauseTooLong
+            }
+            CounterPanel {
+                objectName: "aed"
+                visible: live.aed.length > 0
+                Layout.fillWidth: true
+                Layout.fillHeight: true
+                Layout.preferredWidth: 390
+                title: qsTr("AED")
+                corner: [live.rhythm, live.shock].filter(text => text.length > 0).join(", ")
+                number: live.aed
+                spoken: [live.aed, live.rhythm, live.shock].join(" ")
             }
             CounterPanel {
                 objectName: "time"
                 Layout.fillWidth: true
                 Layout.fillHeight: true
-                Layout.preferredWidth: 300
+                Layout.preferredWidth: 220
                 title: qsTr("Time")
                 number: live.timeText
             }
@@ -105,7 +154,7 @@ FocusScope {
             Layout.fillWidth: true
             Layout.preferredHeight: Math.round(84 * Look.unit)
             onReviewWanted: page.reviewWanted()
-            onStopWanted: page.viewer.stop()
+            onStopWanted: page.stopWanted()
         }
         Card {
             Layout.fillWidth: true
@@ -114,12 +163,13 @@ FocusScope {
             WaveItem {
                 anchors { fill: parent; margins: Look.gap }
                 session: page.viewer.session
-                kind: WaveItem.Depth
-                span: 15000
+                kind: live.hasCompressions ? WaveItem.Depth : WaveItem.Volume
+                span: live.hasCompressions ? 15000 : 30000
                 dark: Look.dark
                 textSize: Look.normal
                 Accessible.role: Accessible.Chart
-                Accessible.name: qsTr("Depth over the last 15 seconds")
+                Accessible.name: live.hasCompressions ? qsTr("Depth over the last 15 seconds")
+                                                      : qsTr("Volume over the last 30 seconds")
             }
         }
     }

@@ -10,6 +10,7 @@ Card {
 
     property string title: ""
     property string spoken: "" // what a screen reader says of it
+    property bool isOutdated: false // its figures are not of now
     property alias corner: cornerText.text // beside the title
     default property alias content: body.data
 
@@ -32,6 +33,8 @@ Card {
         id: cornerText
         anchors { right: parent.right; left: titleText.right; leftMargin: Look.gap; rightMargin: Look.padding; verticalCenter: titleText.verticalCenter }
         horizontalAlignment: Text.AlignRight
+        fontSizeMode: Text.HorizontalFit
+        minimumPixelSize: Look.small
         color: Look.muted
         font.pixelSize: Math.round(20 * Look.unit)
         Accessible.ignored: true

@@ -18,14 +18,25 @@ ApplicationWindow {
     property string firstPage: "" // live or review, instead of the one that suits the first session
     property int page: Main.Start
     property bool isLeftForLater: false // the session that a killed viewer has left
-    readonly property Item pageItem: pages.item
+    // A page stays when another one is shown, so that it is found as it was left.
+    property bool hasPages: true
+    property bool usesLive: false
+    property bool usesReview: false
+    property bool isJustEnded: false // which can be taken back for a while
+    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item][window.page]
 
+    onPageChanged: window.usePage()
+    function usePage() {
+        window.usesLive = window.usesLive || window.page === Main.Live;
+        window.usesReview = window.usesReview || window.page === Main.Review;
+    }
     function showSession() {
         if (window.viewer.session === null)
             window.page = Main.Start;
         else
-            window.page = (window.firstPage || (window.viewer.isLive ? "live" : "review")) === "live" ? Main.Live : Main.Review;
+            window.page = window.viewer.wasLive && window.firstPage !== "review" ? Main.Live : Main.Review;
         window.firstPage = "";
+        window.isJustEnded = false;
     }
     // Does something that would replace a session which is not saved; asks first.
     function leave(action) {
@@ -49,8 +60,13 @@ ApplicationWindow {
             chooser.save(null);
     }
     function show(page) {
-        if (window.viewer.session !== null)
+        if (window.viewer.session !== null && (page !== Main.Live || window.viewer.wasLive))
             window.page = page;
+    }
+    function endSession() {
+        window.viewer.stop();
+        window.isJustEnded = true;
+        window.show(Main.Review);
     }
 
     visible: true
@@ -95,8 +111,9 @@ ApplicationWindow {
     Connections {
         target: window.viewer.appearance
         function onLanguageChanged() {
-            pages.active = false;
-            pages.active = true;
+            window.hasPages = window.usesLive = window.usesReview = false;
+            window.usePage();
+            window.hasPages = true;
         }
     }
 
@@ -127,36 +144,63 @@ ApplicationWindow {
             onActed: window.leave(() => window.viewer.bringBack())
             onDismissed: window.isLeftForLater = true
         }
+        MessageBar {
+            objectName: "endedBar"
+            width: parent.width
+            color: Look.accent
+            text: window.isJustEnded && window.viewer.canResume && window.viewer.isUnsaved
+                  ? qsTr("The session has ended.") : ""
+            action: qsTr("Go on with it")
+            onActed: {
+                window.isJustEnded = false;
+                window.viewer.resume();
+                window.show(Main.Live);
+            }
+            onDismissed: window.isJustEnded = false
+        }
     }
 
     Loader {
-        id: pages
+        id: startLoader
         anchors.fill: parent
-        focus: true
-        sourceComponent: [startPage, livePage, reviewPage][window.page]
-        onLoaded: item.forceActiveFocus()
-    }
-    Component {
-        id: startPage
-        StartPage {
+        active: window.hasPages && window.page === Main.Start
+        focus: startLoader.active
+        sourceComponent: StartPage {
             focus: true
             viewer: window.viewer
             onOpenWanted: chooser.open()
             onSimulationWanted: scenarioDialog.open()
             onFileWanted: name => window.openFile(name)
         }
+        onLoaded: startLoader.item.forceActiveFocus()
     }
-    Component {
-        id: livePage
-        LivePage {
+    Loader {
+        id: liveLoader
+        anchors.fill: parent
+        active: window.hasPages && window.usesLive
+        visible: window.page === Main.Live
+        sourceComponent: LivePage {
             focus: true
             viewer: window.viewer
             onReviewWanted: window.show(Main.Review)
+            onStopWanted: endDialog.open()
         }
+        onVisibleChanged: if (liveLoader.visible && liveLoader.item) liveLoader.item.forceActiveFocus()
+        onLoaded: if (liveLoader.visible) liveLoader.item.forceActiveFocus()
     }
-    Component {
-        id: reviewPage
-        ReviewPage { focus: true; viewer: window.viewer }
+    Loader {
+        id: reviewLoader
+        anchors.fill: parent
+        active: window.hasPages && window.usesReview
+        visible: window.page === Main.Review
+        sourceComponent: ReviewPage { focus: true; viewer: window.viewer }
+        onVisibleChanged: if (reviewLoader.visible && reviewLoader.item) reviewLoader.item.forceActiveFocus()
+        onLoaded: if (reviewLoader.visible) reviewLoader.item.forceActiveFocus()
+    }
+    Timer {
+        interval: 60000
+        running: window.isJustEnded
+        onTriggered: window.isJustEnded = false
     }
 
     FileChooser {
@@ -176,9 +220,17 @@ ApplicationWindow {
         id: unsavedDialog
         objectName: "unsavedDialog"
         title: qsTr("Save the session first?")
-        text: (window.viewer.isLive ? qsTr("%1 is being recorded, and would end now.") : qsTr("%1 is not saved.")).arg(window.viewer.name)
+        text: (window.viewer.isLive ? qsTr("%1 still runs, and would end now.") : qsTr("%1 is not saved.")).arg(window.viewer.name)
         yes: qsTr("Save…")
         no: qsTr("Do not save")
+    }
+    QuestionDialog {
+        id: endDialog
+        objectName: "endDialog"
+        title: qsTr("End the session?")
+        text: qsTr("You will see its results, and can still go on with it for a minute.")
+        yes: qsTr("End session")
+        yesAction: window.endSession
     }
     ViewerMenu {
         id: menu

@@ -5,17 +5,20 @@ import QtQuick 2.15
 import CPRData 1.0
 import "."
 
-// How fast the chest is pressed.
+// How fast the chest is pressed, or how often air is given.
 LivePanel {
     id: panel
 
     required property LiveFigures figures
-    readonly property bool hasRate: panel.figures.rate > 0
+    property bool isOfVentilations: false
+    readonly property int rate: panel.isOfVentilations ? panel.figures.ventilationRate : panel.figures.rate
+    readonly property int rateMin: panel.isOfVentilations ? panel.figures.ventilationRateMin : panel.figures.rateMin
+    readonly property int rateMax: panel.isOfVentilations ? panel.figures.ventilationRateMax : panel.figures.rateMax
+    readonly property bool hasRate: panel.rate > 0
 
-    title: qsTr("Rate")
-    corner: panel.figures.rateMax > 0
-            ? qsTr("Target %1–%2").arg(panel.figures.rateMin).arg(panel.figures.rateMax) : ""
-    spoken: panel.hasRate ? qsTr("%1 per minute, %2").arg(panel.figures.rate).arg(verdict.words)
+    title: panel.isOfVentilations ? qsTr("Ventilation rate") : qsTr("Rate")
+    corner: panel.rateMax > 0 ? qsTr("Target %1–%2").arg(panel.rateMin).arg(panel.rateMax) : ""
+    spoken: panel.hasRate ? qsTr("%1 per minute, %2").arg(panel.rate).arg(verdict.words)
                           : qsTr("not known")
 
     DialItem {
@@ -24,12 +27,12 @@ LivePanel {
         width: Math.min(parent.width, (parent.height - verdict.height) * 1.1)
         height: width
         dark: Look.dark
-        value: panel.figures.rate
+        value: panel.rate
         hasValue: panel.hasRate
-        from: 40
-        to: 180
-        bandFrom: panel.figures.rateMin
-        bandTo: panel.figures.rateMax
+        from: panel.isOfVentilations ? 0 : 40
+        to: panel.isOfVentilations ? 30 : 180
+        bandFrom: panel.rateMin
+        bandTo: panel.rateMax
     }
     Rectangle {
         anchors.centerIn: dial
@@ -40,7 +43,8 @@ LivePanel {
 
         BigFigure {
             anchors.centerIn: parent
-            number: panel.hasRate ? panel.figures.rate.toString() : "–"
+            number: panel.hasRate ? panel.rate.toString() : "–"
+            isOutdated: panel.isOutdated
             size: Math.min(96 * Look.unit, parent.width * 0.54)
         }
     }
@@ -54,7 +58,8 @@ LivePanel {
         id: verdict
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         size: 32 * Look.unit
-        kind: panel.figures.rateSide
+        isOutdated: panel.isOutdated
+        kind: panel.isOfVentilations ? panel.figures.ventilationRateSide : panel.figures.rateSide
         words: ["–", qsTr("Too slow"), qsTr("Right rate"), qsTr("Too fast")][verdict.kind]
     }
 }

@@ -12,8 +12,10 @@ FocusScope {
     id: page
 
     required property Viewer viewer
-    // Nothing is followed for a page that nobody sees.
-    readonly property CPRData session: page.visible ? page.viewer.session : null
+    // The timeline and the events stay as they were left while another page is shown. The rest
+    // follows nothing that nobody sees.
+    readonly property CPRData session: page.viewer.session
+    readonly property CPRData seenSession: page.visible ? page.session : null
     property CPREventBase chosen: null
     property int row: -1 // of the chosen event, which may move
     property alias events: eventModel
@@ -44,6 +46,8 @@ FocusScope {
         timelinePanel.position = 0;
         timelinePanel.timeline.fit();
     }
+
+    onVisibleChanged: if (!page.visible) timelinePanel.stopPlaying()
 
     EventListModel {
         id: eventModel
@@ -76,7 +80,7 @@ FocusScope {
 
         ResultsPanel {
             Layout.fillWidth: true
-            session: page.session
+            session: page.seenSession
             isLive: page.viewer.isLive
         }
         RowLayout {
@@ -97,7 +101,7 @@ FocusScope {
                 id: sidePanel
                 Layout.preferredWidth: Math.round(410 * Look.unit)
                 Layout.fillHeight: true
-                session: page.session
+                session: page.seenSession
                 events: eventModel
                 row: page.row
                 chosen: page.chosen

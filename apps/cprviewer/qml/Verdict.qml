@@ -14,8 +14,9 @@ Item {
     property int kind: Verdict.None
     property string words: ""
     property real size: 26 * Look.unit
-    readonly property color tone: verdict.kind === Verdict.Good ? Look.good
-                                : verdict.kind === Verdict.None ? Look.muted : Look.fault
+    property bool isOutdated: false // of what was done some time ago
+    readonly property color tone: verdict.kind === Verdict.None || verdict.isOutdated ? Look.muted
+                                : verdict.kind === Verdict.Good ? Look.good : Look.fault
 
     implicitHeight: Math.round(verdict.size * 1.4)
     Accessible.role: Accessible.StaticText

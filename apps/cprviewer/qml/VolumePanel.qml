@@ -33,11 +33,13 @@ LivePanel {
         number: panel.last < 0 ? "–" : panel.last.toString()
         unit: qsTr("ml")
         size: 72 * Look.unit
+        isOutdated: panel.isOutdated
     }
     Verdict {
         id: verdict
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
         size: 32 * Look.unit
+        isOutdated: panel.isOutdated
         kind: panel.figures.volumeSide
         words: ["–", qsTr("Too little"), qsTr("Right volume"), qsTr("Too much")][verdict.kind]
     }

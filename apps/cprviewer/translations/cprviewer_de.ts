@@ -35,6 +35,22 @@
         <source>Well done</source>
         <translation>Gut gemacht</translation>
     </message>
+<message>
+        <source>The session has ended.</source>
+        <translation>Die Sitzung ist beendet.</translation>
+    </message>
+    <message>
+        <source>Result: %1 %.</source>
+        <translation>Ergebnis: %1 %.</translation>
+    </message>
+    <message>
+        <source>Keep going.</source>
+        <translation>Weiter so.</translation>
+    </message>
+    <message>
+        <source>Waiting for the first ventilation</source>
+        <translation>Warten auf die erste Beatmung</translation>
+    </message>
 </context>
 <context>
     <name>DepthPanel</name>
@@ -214,6 +230,10 @@
         <source>Menu (F10)</source>
         <translation>Menü (F10)</translation>
     </message>
+<message>
+        <source>Replay</source>
+        <translation>Wiedergabe</translation>
+    </message>
 </context>
 <context>
     <name>Histogram</name>
@@ -383,6 +403,26 @@
         <source>Live training</source>
         <translation>Live-Training</translation>
     </message>
+<message>
+        <source>Ventilation rate</source>
+        <translation>Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>target %1–%2</source>
+        <translation>Ziel %1–%2</translation>
+    </message>
+    <message>
+        <source>Pause for the AED</source>
+        <translation>Pause für den AED</translation>
+    </message>
+    <message>
+        <source>AED</source>
+        <translation>AED</translation>
+    </message>
+    <message>
+        <source>Volume over the last 30 seconds</source>
+        <translation>Volumen der letzten 30 Sekunden</translation>
+    </message>
 </context>
 <context>
     <name>LoadingDialog</name>
@@ -437,6 +477,30 @@
         <source>%1 is being recorded, and would end now.</source>
         <translation>%1 wird aufgezeichnet und würde jetzt enden.</translation>
     </message>
+<message>
+        <source>The session has ended.</source>
+        <translation>Die Sitzung ist beendet.</translation>
+    </message>
+    <message>
+        <source>Go on with it</source>
+        <translation>Fortsetzen</translation>
+    </message>
+    <message>
+        <source>%1 still runs, and would end now.</source>
+        <translation>%1 läuft noch und würde jetzt beendet.</translation>
+    </message>
+    <message>
+        <source>End the session?</source>
+        <translation>Sitzung beenden?</translation>
+    </message>
+    <message>
+        <source>You will see its results, and can still go on with it for a minute.</source>
+        <translation>Die Ergebnisse werden angezeigt. Eine Minute lang kann die Sitzung noch fortgesetzt werden.</translation>
+    </message>
+    <message>
+        <source>End session</source>
+        <translation>Sitzung beenden</translation>
+    </message>
 </context>
 <context>
     <name>MessageBar</name>
@@ -486,6 +550,10 @@
         <source>Too fast</source>
         <translation>Zu schnell</translation>
     </message>
+<message>
+        <source>Ventilation rate</source>
+        <translation>Beatmungsfrequenz</translation>
+    </message>
 </context>
 <context>
     <name>RecordedFacts</name>
@@ -502,7 +570,7 @@
         <translation>Übungspuppe</translation>
     </message>
     <message>
-        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording&apos;s mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
+        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording's mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
         <translation>Aufzeichnung: aus den angekommenen Ereignissen berechnet. Übungspuppe: von ihr gesendet, nach ihren eigenen Regeln. Beide können voneinander abweichen: Die mittlere Frequenz der Aufzeichnung folgt aus dem Abstand zweier Kompressionen, die Anteile aus der laufenden Frequenz, die die Puppe anzeigte; Lücken bis 2 s zählen als Kompressionszeit; was unterwegs verloren ging, kennt nur die Puppe.</translation>
     </message>
     <message>
@@ -759,7 +827,7 @@
         <translation>Wiederhergestellte Sitzung</translation>
     </message>
     <message>
-        <source>There is no scenario &quot;%1&quot;.</source>
+        <source>There is no scenario "%1".</source>
         <translation>Es gibt kein Szenario „%1“.</translation>
     </message>
     <message>
@@ -1464,7 +1532,7 @@
         <translation>Name der Übungspuppe</translation>
     </message>
     <message>
-        <source>Compressions in the manikin&apos;s life</source>
+        <source>Compressions in the manikin's life</source>
         <translation>Kompressionen insgesamt auf der Übungspuppe</translation>
     </message>
     <message>
@@ -1768,7 +1836,7 @@
         <translation>Beatmungen zu Beginn</translation>
     </message>
     <message>
-        <source>Ventilations in the manikin&apos;s life</source>
+        <source>Ventilations in the manikin's life</source>
         <translation>Beatmungen insgesamt an der Übungspuppe</translation>
     </message>
     <message>
@@ -1951,6 +2019,10 @@
         <source>%1 cannot be read; is it there and a file?</source>
         <translation>%1 lässt sich nicht lesen; ist es vorhanden und eine Datei?</translation>
     </message>
+<message>
+        <source>%1, asked for by the AED</source>
+        <translation>%1, vom AED verlangt</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2033,6 +2105,14 @@
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+<message>
+        <source>%1 is neither a session archive nor a recorded log</source>
+        <translation>%1 ist weder ein Sitzungsarchiv noch eine Aufzeichnung</translation>
+    </message>
+    <message>
+        <source>%1 is damaged; what could be read is shown</source>
+        <translation>%1 ist beschädigt; gezeigt wird, was lesbar war</translation>
     </message>
 </context>
 <context>
@@ -2240,6 +2320,10 @@
     <message>
         <source>Time, m:ss</source>
         <translation>Zeit, m:ss</translation>
+    </message>
+<message>
+        <source>%1 s, AED</source>
+        <translation>%1 s, AED</translation>
     </message>
 </context>
 <context>
@@ -2647,6 +2731,50 @@
     <message>
         <source>around %1</source>
         <translation>gesamt %1</translation>
+    </message>
+<message>
+        <source>Stand clear.</source>
+        <translation>Abstand halten.</translation>
+    </message>
+    <message>
+        <source>Continue compressions.</source>
+        <translation>Weiter drücken.</translation>
+    </message>
+    <message>
+        <source>Go on, keep the pause short.</source>
+        <translation>Weitermachen, die Pause kurz halten.</translation>
+    </message>
+    <message>
+        <source>Press faster.</source>
+        <translation>Schneller drücken.</translation>
+    </message>
+    <message>
+        <source>Press slower.</source>
+        <translation>Langsamer drücken.</translation>
+    </message>
+    <message>
+        <source>Ventilate slower.</source>
+        <translation>Langsamer beatmen.</translation>
+    </message>
+    <message>
+        <source>Give less air in each ventilation.</source>
+        <translation>Bei jeder Beatmung weniger Luft geben.</translation>
+    </message>
+    <message>
+        <source>Ventilate faster.</source>
+        <translation>Schneller beatmen.</translation>
+    </message>
+    <message>
+        <source>Give more air in each ventilation.</source>
+        <translation>Bei jeder Beatmung mehr Luft geben.</translation>
+    </message>
+    <message>
+        <source>Well done, keep going.</source>
+        <translation>Gut so, weiter.</translation>
+    </message>
+    <message>
+        <source>CPR asked for</source>
+        <translation>HLW verlangt</translation>
     </message>
 </context>
 </TS>
