@@ -24,6 +24,7 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 
@@ -65,6 +66,8 @@ Step move(int index)   { return [=](CPRData &session) { CPRData().cprEvents()->a
 Step pause(int secs)   { return [=](CPRData &session) { session.cprEvents()->incomingInactivityTime(quint32(-1), secs); }; } // ends now
 const Step reset = [](CPRData &session) { session.reset(); };
 const Step initialize = [](CPRData &session) { session.initialize(); };
+const Step statistics = [](CPRData &session) { send(session, 110, numberedBytes(37)); send(session, 109, numberedBytes(49)); send(session, 111, numberedBytes(14)); };
+const Step later = [](CPRData &session) { session.setSessionTime(40000); };
 const Step resume = [](CPRData &session) { session.resume(); };
 const Step loaded = [](CPRData &session) { QVERIFY(loadFrom(goldenArchive, session)); };
 const Step settled = [](CPRData &session) {
@@ -73,11 +76,14 @@ const Step settled = [](CPRData &session) {
 };
 // clang-format on
 
-/// Whether the rows are the listed events that carry one of \a tags (0: any), in their order.
+/// Whether the rows are the listed events that carry one of \a tags (0: any), in order of time.
 bool holdsListed(const EventListModel &model, int tags)
 {
+    QList<E *> events = model.session()->cprEvents()->events();
+    std::stable_sort(events.begin(), events.end(),
+                     [](E *a, E *b) { return a->msecs() < b->msecs(); });
     int row = 0;
-    for (const E *event : model.session()->cprEvents()->events()) {
+    for (const E *event : qAsConst(events)) {
         if ((tags == 0 || (event->tag() & tags) != 0) && model.eventAt(row++) != event)
             return false;
     }
@@ -145,6 +151,8 @@ private Q_SLOTS:
         // clang-format off
         row("in order", {comp(1000), comp(2000), vent(3000)}, {3, 0, 2, 0, 1, 0}, false);
         row("out of order", {comp(1000), comp(4000), comp(2000), vent(3000), vent(10)}, {5, 0, 3, 0, 2, 0}, false);
+        row("during another", {comp(1000), vent(1200), comp(1500), vent(1500)}, {4, 0, 2, 0, 2, 0}, false);
+        row("statistics again", {statistics, comp(1000), comp(30000), later, statistics, settled}, {4, 1, 2, 0, 0, 0}, true);
         row("announced again", {comp(1000), vent(2000), again(1), again(2)}, {2, 0, 1, 0, 1, 0}, false);
         row("silently", {comp(1000), silent(2000), comp(3000), silent(500), settled}, {4, 0, 4, 0, 0, 0}, true);
         row("silent, deleted", {comp(1000), silent(500), erase(2), comp(2000), settled}, {3, 1, 3, 1, 0, 0}, true);
