@@ -78,8 +78,9 @@ QString occasionText(const PlotModel &model, const TextStyle &style, qreal width
     return parts.join(separator());
 }
 
-QString equipmentText(const Figures &figures)
+QString equipmentText(const SessionReview &review)
 {
+    const Figures &figures = review.figures;
     QStringList parts;
     const QString type = manikinText(figures.manikinType, figures.ageLetter);
     if (type.isEmpty() && figures.manikinName.isEmpty())
@@ -94,6 +95,9 @@ QString equipmentText(const Figures &figures)
     if (!figures.guidelines.isEmpty())
         parts.append(
             QCoreApplication::translate("sessionplot", "Guidelines %1").arg(figures.guidelines));
+    if (const int lost = lostMsecs(review))
+        parts.append(QCoreApplication::translate("sessionplot", "%1 s not received")
+                         .arg(QLocale().toString(double(lost) / msecsPerSecond, 'f', 1)));
     return parts.join(separator());
 }
 
@@ -214,7 +218,7 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
                      learnersText(figures), style.theme.text);
     style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft,
                       occasionText(model, style.normal, texts.width()), style.theme.text);
-    style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft, equipmentText(figures),
+    style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft, equipmentText(model.review()),
                       style.theme.mutedText);
     if (!beside)
         paintTiles(painter, style, model, cutLine(texts, tileHeight * style.em));

@@ -96,6 +96,7 @@ FocusScope {
                 Layout.preferredWidth: 300
                 title: qsTr("Time")
                 number: live.timeText
+                unit: wave.lost > 0 ? qsTr("%1 s not received").arg(Number(wave.lost / 1000).toLocaleString(Qt.locale(), "f", 1)) : ""
             }
         }
         AdvicePanel {
@@ -112,6 +113,7 @@ FocusScope {
             Layout.preferredHeight: Math.round(150 * Look.unit)
 
             WaveItem {
+                id: wave
                 anchors { fill: parent; margins: Look.gap }
                 session: page.viewer.session
                 kind: WaveItem.Depth
