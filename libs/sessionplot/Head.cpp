@@ -111,13 +111,16 @@ std::vector<Tile> tilesOf(const PlotModel &model)
     const Figures &figures = model.review().figures;
     std::vector<Tile> tiles;
     tiles.push_back({QCoreApplication::translate("sessionplot", "Overall"),
-                     percentText(figures.overallScore), figures.overallScore, 0});
+                     percentText(figures.overallScore), figures.overallScore,
+                     figures.basicThreshold});
     if (model.review().figures.training.compressions)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Compressions"),
-                         percentText(figures.compressionScore), figures.compressionScore, 0});
+                         percentText(figures.compressionScore), figures.compressionScore,
+                         figures.basicThreshold});
     if (model.review().figures.training.ventilations)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Ventilations"),
-                         percentText(figures.ventilationScore), figures.ventilationScore, 0});
+                         percentText(figures.ventilationScore), figures.ventilationScore,
+                         figures.basicThreshold});
     if (model.review().figures.training.compressions)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Flow time"),
                          percentText(figures.flowTime), figures.flowTime,
@@ -135,8 +138,8 @@ std::vector<AdviceLine> adviceLines(const Figures &figures)
     const QString advice = QCoreApplication::translate("sessionplot", "Advice");
     if (!figures.hasScores)
         return {{advice, notReceived()}};
-    const QString primary = adviceText(figures.primaryAdvice);
-    const QString secondary = adviceText(figures.secondaryAdvice);
+    const QString primary = adviceText(figures.primaryAdvice, figures.primarySide);
+    const QString secondary = adviceText(figures.secondaryAdvice, figures.secondarySide);
     if (primary.isEmpty() && secondary.isEmpty())
         return {{advice, QCoreApplication::translate("sessionplot", "none, nothing to correct")}};
     std::vector<AdviceLine> lines;

@@ -13,8 +13,9 @@
 /// "sessionreview".
 namespace sessionreview {
 
-/// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice.
-QString adviceText(int advice);
+/// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice. \a side is
+/// where the values lay that it is about.
+QString adviceText(int advice, Side side = Side::Unknown);
 /// A CPR protocol.
 QString protocolText(int protocol);
 /// A manikin type (CPREventBase::ManikinType) and the age that the letter stands for; empty when

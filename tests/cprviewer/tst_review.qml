@@ -27,6 +27,7 @@ ViewerCase {
         review();
         compare(item("learners").text, "Mira Holm, Jörg Aldane");
         tryCompare(item("overall"), "percent", 68);
+        compare(item("overall").verdict, "✓ basic, from 50 %");
         compare(item("primaryAdvice").text, "1.  Put the hands in the right place on the chest.");
         compare(item("secondaryAdvice").text, "2.  Press deeper.");
         page.sidePanel.currentIndex = 1;

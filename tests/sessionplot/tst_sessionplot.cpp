@@ -166,6 +166,22 @@ private Q_SLOTS:
         }
     }
 
+    // The numbers beside the faults are those of the session, whatever time is shown.
+    void countsIgnoreTheZoom()
+    {
+        const PlotModel model(m_session);
+        const auto numbers = [&model](qint64 from, qint64 to) {
+            QImage image(400, 80, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            const Style style(Theme::light(), 12, &image);
+            QPainter painter(&image);
+            paintFaults({&painter, &model, &style, TimeScale({from, to}, 100, 200)},
+                        {{100, 0, 200, 80}, {0, 0, 100, 80}, {300, 0, 100, 80}});
+            return image.copy(301, 0, 99, 80);
+        };
+        QCOMPARE(numbers(30000, 32000), numbers(0, 120000));
+    }
+
     // Samples 101 to 600 are missing: from 2.02 to 12.02 s. A pixel is 10, 100 or 500 ms.
     void lostIsUnknown()
     {

@@ -218,20 +218,20 @@
 <context>
     <name>Histogram</name>
     <message>
-        <source>Bar %1: %2 %</source>
-        <translation>Balken %1: %2 %</translation>
+        <source>%1: %2 % ≈ %3 of %4</source>
+        <translation>%1: %2 % ≈ %3 von %4</translation>
     </message>
     <message>
-        <source>low</source>
-        <translation>niedrig</translation>
+        <source>%1: %2 %</source>
+        <translation>%1: %2 %</translation>
     </message>
     <message>
-        <source>high</source>
-        <translation>hoch</translation>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
     </message>
     <message>
-        <source>Bar %1: %2 % ≈ %3 of %4</source>
-        <translation>Balken %1: %2 % ≈ %3 von %4</translation>
+        <source>Shaded: target</source>
+        <translation>Hinterlegt: Ziel</translation>
     </message>
 </context>
 <context>
@@ -382,6 +382,10 @@
     <message>
         <source>Live training</source>
         <translation>Live-Training</translation>
+    </message>
+    <message>
+        <source>%1 s not received</source>
+        <translation>%1 s nicht empfangen</translation>
     </message>
 </context>
 <context>
@@ -720,6 +724,10 @@
         <source>Show the whole session (F)</source>
         <translation>Ganze Sitzung zeigen (F)</translation>
     </message>
+    <message>
+        <source>%1 s not received</source>
+        <translation>%1 s nicht empfangen</translation>
+    </message>
 </context>
 <context>
     <name>Viewer</name>
@@ -865,10 +873,6 @@
         <translation>Drucktiefe</translation>
     </message>
     <message>
-        <source>Release to at least</source>
-        <translation>Entlastung mindestens bis</translation>
-    </message>
-    <message>
         <source>Compression rate</source>
         <translation>Kompressionsfrequenz</translation>
     </message>
@@ -903,18 +907,6 @@
     <message>
         <source>Ventilation rate, ventilations only</source>
         <translation>Beatmungsfrequenz, nur Beatmung</translation>
-    </message>
-    <message>
-        <source>Flow time, one rescuer</source>
-        <translation>Hands-on-Zeit, ein Helfer</translation>
-    </message>
-    <message>
-        <source>Flow time, two rescuers</source>
-        <translation>Hands-on-Zeit, zwei Helfer</translation>
-    </message>
-    <message>
-        <source>Flow time, compressions only</source>
-        <translation>Hands-on-Zeit, nur Kompressionen</translation>
     </message>
     <message>
         <source>A pause in CPR begins after</source>
@@ -1391,10 +1383,6 @@
     <message>
         <source>Reduction for ventilations per cycle</source>
         <translation>Abzug für Beatmungen je Zyklus</translation>
-    </message>
-    <message>
-        <source>Time without compressions</source>
-        <translation>Zeit ohne Kompressionen</translation>
     </message>
     <message>
         <source>Mean length of pauses</source>
@@ -1908,6 +1896,102 @@
         <source>not measured</source>
         <translation>nicht gemessen</translation>
     </message>
+    <message>
+        <source>Depth after release, at most</source>
+        <translation>Tiefe nach der Entlastung, höchstens</translation>
+    </message>
+    <message>
+        <source>Flow time at least, one rescuer</source>
+        <translation>Hands-on-Zeit mindestens, ein Helfer</translation>
+    </message>
+    <message>
+        <source>Flow time at least, two rescuers</source>
+        <translation>Hands-on-Zeit mindestens, zwei Helfer</translation>
+    </message>
+    <message>
+        <source>Flow time at least, compressions only</source>
+        <translation>Hands-on-Zeit mindestens, nur Kompressionen</translation>
+    </message>
+    <message>
+        <source>below %1 %2</source>
+        <translation>unter %1 %2</translation>
+    </message>
+    <message>
+        <source>%1 %2 or more</source>
+        <translation>ab %1 %2</translation>
+    </message>
+    <message>
+        <source>scenario paused</source>
+        <translation>Szenario angehalten</translation>
+    </message>
+    <message>
+        <source>scenario started</source>
+        <translation>Szenario gestartet</translation>
+    </message>
+    <message>
+        <source>shock delivered</source>
+        <translation>Schock abgegeben</translation>
+    </message>
+    <message>
+        <source>delayed switching on</source>
+        <translation>verzögertes Einschalten</translation>
+    </message>
+    <message>
+        <source>scenario chosen</source>
+        <translation>Szenario gewählt</translation>
+    </message>
+    <message>
+        <source>step of the scenario</source>
+        <translation>Schritt des Szenarios</translation>
+    </message>
+    <message>
+        <source>battery good</source>
+        <translation>Akku gut</translation>
+    </message>
+    <message>
+        <source>battery low</source>
+        <translation>Akku schwach</translation>
+    </message>
+    <message>
+        <source>battery empty</source>
+        <translation>Akku leer</translation>
+    </message>
+    <message>
+        <source>no failure</source>
+        <translation>keine Störung</translation>
+    </message>
+    <message>
+        <source>remote control: scenario</source>
+        <translation>Fernbedienung: Szenario</translation>
+    </message>
+    <message>
+        <source>AED connected</source>
+        <translation>AED verbunden</translation>
+    </message>
+    <message>
+        <source>Score of the compressions</source>
+        <translation>Punkte der Kompressionen</translation>
+    </message>
+    <message>
+        <source>Compressions with hands too low</source>
+        <translation>Kompressionen mit zu tief angesetzten Händen</translation>
+    </message>
+    <message>
+        <source>Score of the ventilations</source>
+        <translation>Punkte der Beatmungen</translation>
+    </message>
+    <message>
+        <source>Length of all pauses</source>
+        <translation>Dauer aller Pausen</translation>
+    </message>
+    <message>
+        <source>Average inflation time</source>
+        <translation>Durchschnittliche Inspirationszeit</translation>
+    </message>
+    <message>
+        <source>Compression rate, running mean</source>
+        <translation>Kompressionsfrequenz, laufender Mittelwert</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2143,10 +2227,6 @@
         <translation>Zyklus verfehlt</translation>
     </message>
     <message>
-        <source>packet loss</source>
-        <translation>Paketverlust</translation>
-    </message>
-    <message>
         <source>shock</source>
         <translation>Schock</translation>
     </message>
@@ -2175,28 +2255,8 @@
         <translation>%1 lässt sich nicht schreiben: %2</translation>
     </message>
     <message>
-        <source>it is no regular file</source>
-        <translation>es ist keine gewöhnliche Datei</translation>
-    </message>
-    <message>
         <source>The picture cannot be drawn; is there memory for %1x%2 pixels?</source>
         <translation>Das Bild lässt sich nicht zeichnen; reicht der Speicher für %1x%2 Pixel?</translation>
-    </message>
-    <message>
-        <source>Too shallow</source>
-        <translation>Zu flach</translation>
-    </message>
-    <message>
-        <source>Too deep</source>
-        <translation>Zu tief</translation>
-    </message>
-    <message>
-        <source>Incomplete release</source>
-        <translation>Unvollständige Entlastung</translation>
-    </message>
-    <message>
-        <source>Hand position</source>
-        <translation>Druckpunkt</translation>
     </message>
     <message>
         <source>%1 of %2</source>
@@ -2225,6 +2285,14 @@
     <message>
         <source>Time, m:ss</source>
         <translation>Zeit, m:ss</translation>
+    </message>
+    <message>
+        <source>%1 s not received</source>
+        <translation>%1 s nicht empfangen</translation>
+    </message>
+    <message>
+        <source>depths, with their median</source>
+        <translation>Tiefen, mit Median</translation>
     </message>
 </context>
 <context>
@@ -2472,6 +2540,46 @@
     <message>
         <source>shock %1 J</source>
         <translation>Schock %1 J</translation>
+    </message>
+    <message>
+        <source>below %1 %</source>
+        <translation>unter %1 %</translation>
+    </message>
+    <message>
+        <source>at least %1 %</source>
+        <translation>mindestens %1 %</translation>
+    </message>
+    <message>
+        <source>basic, from %1 %</source>
+        <translation>Grundstufe, ab %1 %</translation>
+    </message>
+    <message>
+        <source>advanced, from %1 %</source>
+        <translation>Fortgeschritten, ab %1 %</translation>
+    </message>
+    <message>
+        <source>Press faster.</source>
+        <translation>Schneller drücken.</translation>
+    </message>
+    <message>
+        <source>Ventilate faster.</source>
+        <translation>Schneller beatmen.</translation>
+    </message>
+    <message>
+        <source>Give more air in each ventilation.</source>
+        <translation>Bei jeder Beatmung mehr Luft geben.</translation>
+    </message>
+    <message>
+        <source>Press slower.</source>
+        <translation>Langsamer drücken.</translation>
+    </message>
+    <message>
+        <source>Ventilate slower.</source>
+        <translation>Langsamer beatmen.</translation>
+    </message>
+    <message>
+        <source>Give less air in each ventilation.</source>
+        <translation>Bei jeder Beatmung weniger Luft geben.</translation>
     </message>
 </context>
 </TS>
