@@ -250,7 +250,7 @@ constexpr Parameter parameters[] = {
     {E::maxNumberOfVentilationsPerCycle,                              unlisted,   Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Most ventilations in a cycle")},
     {E::averageNumberOfVentilationsPerCycle,                          E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean number of ventilations in a cycle")},
     {E::averageInflationTime,                                         E::ms,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Average inflation time")},
-    {E::ventilationsPerMinute,                                        E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilations per minute")},
+    {E::ventilationsPerMinute,                                        E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilations per minute of the session")},
     {E::inflationTimeSlowScoreReduction,                              E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for slow inflation")},
     {E::inflationTimeFastScoreReduction,                              E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for fast inflation")},
     {E::ventsPerMinuteSlowScoreReduction,                             E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for too few ventilations per minute")},

@@ -47,6 +47,8 @@ Item {
             width: parent.width
             text: qsTr("%1, %2").arg(histogram.name).arg(histogram.unit)
             font.pixelSize: Look.small
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Math.round(9 * Look.unit)
             color: Look.muted
             Accessible.ignored: true
         }

@@ -96,7 +96,6 @@ FocusScope {
                 Layout.preferredWidth: 300
                 title: qsTr("Time")
                 number: live.timeText
-                unit: wave.lost > 0 ? qsTr("%1 s not received").arg(Number(wave.lost / 1000).toLocaleString(Qt.locale(), "f", 1)) : ""
             }
         }
         AdvicePanel {
@@ -122,6 +121,13 @@ FocusScope {
                 textSize: Look.normal
                 Accessible.role: Accessible.Chart
                 Accessible.name: qsTr("Depth over the last 15 seconds")
+            }
+            PageText {
+                objectName: "lost"
+                anchors { right: parent.right; bottom: parent.bottom; margins: Look.gap }
+                visible: wave.lost > 0
+                text: qsTr("%1 s missing").arg(Number(wave.lost / 1000).toLocaleString(Qt.locale(), "f", 1))
+                font.pixelSize: Math.round(12 * Look.unit)
             }
         }
     }

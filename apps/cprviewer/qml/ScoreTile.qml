@@ -16,7 +16,7 @@ Item {
     property bool isMain: false
 
     implicitHeight: Math.round(90 * Look.unit)
-    implicitWidth: Math.round(104 * Look.unit)
+    implicitWidth: Math.max(Math.round(104 * Look.unit), verdictText.implicitWidth)
     Accessible.role: Accessible.Indicator
     Accessible.name: [tile.title + ": " + number.text, tile.verdict].filter(part => part.length > 0).join(", ")
 
@@ -68,12 +68,10 @@ Item {
         }
     }
     PageText {
+        id: verdictText
         anchors { top: bar.bottom; topMargin: Look.gap / 3 }
-        width: parent.width
         text: tile.verdict
         font.pixelSize: Math.round(12 * Look.unit)
-        fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: Math.round(9 * Look.unit)
         Accessible.ignored: true
     }
 }

@@ -384,8 +384,8 @@
         <translation>Live-Training</translation>
     </message>
     <message>
-        <source>%1 s not received</source>
-        <translation>%1 s nicht empfangen</translation>
+        <source>%1 s missing</source>
+        <translation>%1 s fehlen</translation>
     </message>
 </context>
 <context>
@@ -1765,8 +1765,8 @@
         <translation>Mittlere Zahl der Beatmungen im Zyklus</translation>
     </message>
     <message>
-        <source>Ventilations per minute</source>
-        <translation>Beatmungen pro Minute</translation>
+        <source>Ventilations per minute of the session</source>
+        <translation>Beatmungen je Minute der Sitzung</translation>
     </message>
     <message>
         <source>Reduction for slow inflation</source>
@@ -2551,11 +2551,11 @@
     </message>
     <message>
         <source>basic, from %1 %</source>
-        <translation>Grundstufe, ab %1 %</translation>
+        <translation>Grundstufe ab %1 %</translation>
     </message>
     <message>
         <source>advanced, from %1 %</source>
-        <translation>Fortgeschritten, ab %1 %</translation>
+        <translation>Fortgeschritten ab %1 %</translation>
     </message>
     <message>
         <source>Press faster.</source>
