@@ -20,10 +20,7 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
     connect(&m_watcher, &SessionWatcher::cleared, this, &EventListModel::follow);
     connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &EventListModel::addAnnounced);
     connect(&m_watcher, &SessionWatcher::eventRemoved, this, &EventListModel::forget);
-    connect(&m_watcher, &SessionWatcher::eventChanged, this, [this](CPREventBase *event) {
-        const int row = rowOf(event);
-        announce(row, row);
-    });
+    connect(&m_watcher, &SessionWatcher::eventChanged, this, &EventListModel::announceChanged);
     connect(&m_watcher, &SessionWatcher::eventsChanged, this, [this] {
         if (m_watcher.events()->events().size() != m_listed)
             follow();
@@ -34,11 +31,9 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
     });
     connect(&m_watcher, &SessionWatcher::summaryChanged, this, [this] {
         const CPREvents *events = m_watcher.events();
-        for (CPREventBase *event : {events->cprSessionInfo(), events->cprSessionStatistics(),
-                                    events->cprSessionScore()}) {
-            const int row = rowOf(event);
-            announce(row, row);
-        }
+        for (CPREventBase *event :
+             {events->cprSessionInfo(), events->cprSessionStatistics(), events->cprSessionScore()})
+            announceChanged(event);
     });
     for (const auto change : {&EventListModel::rowsInserted, &EventListModel::rowsRemoved})
         connect(this, change, this, &EventListModel::countChanged);
@@ -67,6 +62,9 @@ QVector<CPREventBase *> EventListModel::shownEvents() const
     const QList<CPREventBase *> &events = m_watcher.events()->events();
     std::copy_if(events.begin(), events.end(), std::back_inserter(shown),
                  [this](const CPREventBase *event) { return isShown(event); });
+    std::stable_sort(shown.begin(), shown.end(), [](const CPREventBase *a, const CPREventBase *b) {
+        return a->msecs() < b->msecs();
+    });
     return shown;
 }
 
@@ -156,12 +154,40 @@ bool EventListModel::insertAnnounced(CPREventBase *event)
         m_listed = events.size();
         return true;
     }
-    int before = events.lastIndexOf(event) - 1;
-    while (before >= 0 && !isShown(events.at(before)))
-        --before;
-    insert(before < 0 ? 0 : m_rows.lastIndexOf(events.at(before)) + 1, {event});
+    insertInOrder(event);
     ++m_listed;
     return true;
+}
+
+// Of events that start together, as the list has them.
+void EventListModel::insertInOrder(CPREventBase *event)
+{
+    const QList<CPREventBase *> &events = m_watcher.events()->events();
+    int row = m_rows.size();
+    const auto isLater = [&](CPREventBase *other) {
+        return other->msecs() > event->msecs()
+            || (other->msecs() == event->msecs()
+                && events.lastIndexOf(other) > events.lastIndexOf(event));
+    };
+    while (row > 0 && isLater(m_rows.at(row - 1)))
+        --row;
+    insert(row, {event});
+}
+
+// Statistics and scores get their time when the manikin sends them.
+void EventListModel::announceChanged(CPREventBase *event)
+{
+    const int row = rowOf(event);
+    if (row < 0)
+        return;
+    const bool isEarly = row + 1 < count() && m_rows.at(row + 1)->msecs() < event->msecs();
+    const bool isLate = row > 0 && m_rows.at(row - 1)->msecs() > event->msecs();
+    if (isEarly || isLate) {
+        remove(row, 1);
+        insertInOrder(event);
+    } else {
+        announce(row, row);
+    }
 }
 
 void EventListModel::forget(CPREventBase *gone)
@@ -191,7 +217,6 @@ int EventListModel::rowOf(CPREventBase *event) const
 
 int EventListModel::rowAt(int msecs) const
 {
-    // Session info and statistics lie at the front, whatever their time.
     const auto last =
         std::find_if(m_rows.rbegin(), m_rows.rend(), [msecs](const CPREventBase *event) {
             return event && event->msecs() <= msecs;

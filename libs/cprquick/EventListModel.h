@@ -15,7 +15,8 @@
 
 namespace cprquick {
 
-/// The events of a session as rows, in the order of the event list.
+/// The events of a session as rows, in the order in which they start. The event list has them in
+/// another one: a ventilation that begins during a compression stands before it.
 ///
 /// It follows the list row by row: only the rows of events that were added, removed or changed are
 /// announced. Texts are made when a delegate asks for them.
@@ -99,6 +100,8 @@ private:
     void follow();
     void addAnnounced(CPREventBase *event);
     bool insertAnnounced(CPREventBase *event);
+    void insertInOrder(CPREventBase *event);
+    void announceChanged(CPREventBase *event);
     void forget(CPREventBase *gone);
     void remove(int first, int count);
     void insert(int row, const QVector<CPREventBase *> &events);

@@ -91,7 +91,8 @@ bool EventText::isAskedForByAed() const
 
 QString EventText::valueText(E::ParameterType type) const
 {
-    return hasArrived(&m_event, type) ? parameterValueText(type, m_event.value(type)) : QString();
+    return hasArrived(&m_event, type) ? parameterValueTextIn(m_event, type, m_event.value(type))
+                                      : QString();
 }
 
 QString EventText::standingDetail() const

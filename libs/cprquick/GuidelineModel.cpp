@@ -27,7 +27,7 @@ struct ValueRow {
 constexpr ValueRow rows[] = {
     {QT_TRANSLATE_NOOP("cprquick", "Guideline set"),                       "GuidelinesID",                                      nullptr,                                 Unit::None},
     {QT_TRANSLATE_NOOP("cprquick", "Compression depth"),                   "CompressionDepthMin",                               "CompressionDepthMax",                   Unit::Depth},
-    {QT_TRANSLATE_NOOP("cprquick", "Release to at least"),                 "CompressionAcceptableReleaseDepth",                 nullptr,                                 Unit::Depth},
+    {QT_TRANSLATE_NOOP("cprquick", "Depth after release, at most"),                 "CompressionAcceptableReleaseDepth",                 nullptr,                                 Unit::Depth},
     {QT_TRANSLATE_NOOP("cprquick", "Compression rate"),                    "CompressionRateMin",                                "CompressionRateMax",                    Unit::Rate},
     {QT_TRANSLATE_NOOP("cprquick", "Compressions in a cycle"),             "CompressionsBetweenVentilations",                   nullptr,                                 Unit::None},
     {QT_TRANSLATE_NOOP("cprquick", "Compressions in a cycle, two rescuers"), "CompressionsBetweenVentilationsTwoRescuer",       nullptr,                                 Unit::None},
@@ -37,9 +37,9 @@ constexpr ValueRow rows[] = {
     {QT_TRANSLATE_NOOP("cprquick", "Ventilation rate"),                    "VentilationRateMinDuringCPR",                       "VentilationRateMaxDuringCPR",           Unit::Rate},
     {QT_TRANSLATE_NOOP("cprquick", "Ventilation rate, two rescuers"),      "VentilationRateMinDuringTwoRescuerCPR",             "VentilationRateMaxDuringTwoRescuerCPR", Unit::Rate},
     {QT_TRANSLATE_NOOP("cprquick", "Ventilation rate, ventilations only"), "VentilationRateMinForVentilationsOnly",             "VentilationRateMaxForVentilationsOnly", Unit::Rate},
-    {QT_TRANSLATE_NOOP("cprquick", "Flow time, one rescuer"),              "MinimumAcceptedFlowtimePercentageSingleRescuerCPR", nullptr,                                 Unit::Percent},
-    {QT_TRANSLATE_NOOP("cprquick", "Flow time, two rescuers"),             "MinimumAcceptedFlowtimePercentageTwoRescuerCPR",    nullptr,                                 Unit::Percent},
-    {QT_TRANSLATE_NOOP("cprquick", "Flow time, compressions only"),        "MinimumAcceptedFlowtimePercentageCompressionsOnly", nullptr,                                 Unit::Percent},
+    {QT_TRANSLATE_NOOP("cprquick", "Flow time at least, one rescuer"),              "MinimumAcceptedFlowtimePercentageSingleRescuerCPR", nullptr,                                 Unit::Percent},
+    {QT_TRANSLATE_NOOP("cprquick", "Flow time at least, two rescuers"),             "MinimumAcceptedFlowtimePercentageTwoRescuerCPR",    nullptr,                                 Unit::Percent},
+    {QT_TRANSLATE_NOOP("cprquick", "Flow time at least, compressions only"),        "MinimumAcceptedFlowtimePercentageCompressionsOnly", nullptr,                                 Unit::Percent},
     {QT_TRANSLATE_NOOP("cprquick", "A pause in CPR begins after"),               "CompressionInactivityLevel0TimeoutCPR",             nullptr,                                 Unit::Secs},
     {QT_TRANSLATE_NOOP("cprquick", "Ventilations before the first compression"), "PreVentilationsMin",                          "PreVentilationsMax",                    Unit::None},
 };

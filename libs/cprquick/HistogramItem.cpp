@@ -41,8 +41,22 @@ void HistogramItem::paint(QPainter *painter)
         highest = qMax(highest, value.toDouble());
 
     constexpr qreal barShare = 0.8;
-    const qreal bottom = height() - style.hair;
+    const qreal bottom = height() - style.hair - (m_edges.isEmpty() ? 0 : style.small.line());
     const qreal tallest = qMax(0.0, bottom - style.small.line());
+    for (int i = 0; i < m_targets.size(); ++i) {
+        if (!m_targets.at(i).toBool())
+            continue;
+        painter->fillRect(QRectF(i * step, 0, step, bottom), theme.band);
+        for (const int side : {i, i + 1}) {
+            const int beside = side == i ? i - 1 : i + 1;
+            if (!m_targets.value(beside).toBool())
+                painter->fillRect(QRectF(side * step - style.hair / 2, 0, style.hair, bottom),
+                                  theme.bandEdge);
+        }
+    }
+    for (int i = 0; i < m_edges.size(); ++i)
+        style.small.draw(painter, QRectF((i + 0.5) * step, bottom, step, height() - bottom),
+                         Qt::AlignHCenter, m_edges.at(i).toString(), theme.mutedText);
     for (int i = 0; i < m_values.size(); ++i) {
         const double value = qMax(0.0, m_values.at(i).toDouble());
         const qreal barHeight = tallest * value / highest;

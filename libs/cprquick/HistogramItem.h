@@ -12,7 +12,8 @@
 
 namespace cprquick {
 
-/// Bars with their numbers above them, as high as the item allows.
+/// Bars with their numbers above them, as high as the item allows, and what stands between them
+/// below.
 class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     Q_OBJECT
     QML_NAMED_ELEMENT(HistogramItem)
@@ -20,6 +21,11 @@ class CPRQUICK_EXPORT HistogramItem : public QQuickPaintedItem {
     // clang-format off
     /// One number for each bar; below 0 counts as 0.
     Q_PROPERTY(QVariantList values   MEMBER m_values   NOTIFY changed)
+    /// Texts between the bars, one less than there are bars; none, as it is from the start, for no
+    /// line of them.
+    Q_PROPERTY(QVariantList edges    MEMBER m_edges    NOTIFY changed)
+    /// Whether a bar is inside the target.
+    Q_PROPERTY(QVariantList targets  MEMBER m_targets  NOTIFY changed)
     /// The bar that is marked; -1, as it is from the start, for none.
     Q_PROPERTY(int          chosen   MEMBER m_chosen   NOTIFY changed)
     /// Drawn for a dark page.
@@ -45,6 +51,8 @@ Q_SIGNALS:
 
 private:
     QVariantList m_values;
+    QVariantList m_edges;
+    QVariantList m_targets;
     int m_chosen = -1;
     bool m_isDark = false;
     qreal m_textSize = 0;

@@ -6,6 +6,8 @@
 
 #include "cprquick/SessionWatcher.h"
 
+#include "sessionreview/Scores.h"
+
 #include <QAbstractListModel>
 #include <QtQml/qqml.h>
 
@@ -31,6 +33,10 @@ public:
     /// What a delegate reads.
     enum Role {
         NameRole = Qt::UserRole + 1, ///< name: in words
+        UnitRole, ///< unit: of the values that are counted
+        RangesRole, ///< ranges: what each bar counts, with the unit
+        EdgesRole, ///< edges: five numbers, between the bars
+        TargetsRole, ///< targets: whether a bar counts values inside the target alone
         ValuesRole, ///< values: six numbers, as the manikin sent them
         HighestRole, ///< highest: the greatest of them
         TotalRole ///< total: compressions or ventilations in all bars; 0 when that is not known
@@ -74,6 +80,7 @@ private:
     SessionWatcher m_watcher;
     std::array<int, histogramCount * barCount> m_bars{};
     std::array<int, histogramCount> m_totals{};
+    sessionreview::Targets m_targets;
     bool m_isReceived = false;
 };
 

@@ -7,6 +7,8 @@
 
 #include "sessionreview/Figures.h"
 
+#include <Vocabulary.h>
+
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
 #include <CPREventSessionStatistics.h>
@@ -91,7 +93,8 @@ QVector<ParameterModel::Row> ParameterModel::rowsOf(const CPREventBase *event) c
     if (!event)
         return rows;
     event->visitValues([&](CPREventBase::ParameterType type, const QVariant &value) {
-        if (value.isValid() && (m_hasBars || !isBar(type))
+        const bool isForPeople = Vocabulary::parameter(type)->form != Vocabulary::Form::Internal;
+        if (value.isValid() && isForPeople && (m_hasBars || !isBar(type))
             && sessionreview::hasArrived(event, type))
             rows.append({type, value});
     });
@@ -153,11 +156,11 @@ QVariant ParameterModel::data(const QModelIndex &index, int role) const
         return row.type;
     case Qt::DisplayRole:
     case NameRole:
-        return parameterText(row.type);
+        return parameterTextIn(*m_event, row.type);
     case ValueRole:
         return row.value;
     case ValueTextRole:
-        return parameterValueText(row.type, row.value);
+        return parameterValueTextIn(*m_event, row.type, row.value);
     case UnitRole:
         return parameterUnitText(row.type);
     default:

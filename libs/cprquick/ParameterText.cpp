@@ -3,6 +3,8 @@
 
 #include "cprquick/ParameterText.h"
 
+#include "sessionreview/Scores.h"
+#include "sessionreview/SessionReview.h"
 #include "sessionreview/Targets.h"
 #include "sessionreview/Words.h"
 
@@ -59,6 +61,27 @@ constexpr const char *aedTypes[] = {
     QT_TRANSLATE_NOOP("cprquick", "not possible"),
 };
 
+// What the AED says of itself, beside what the learner notices.
+struct AedText {
+    E::AEDEventType value;
+    const char *text;
+};
+constexpr AedText aedTexts[] = {
+    {E::AEDScenarioPaused,                     QT_TRANSLATE_NOOP("cprquick", "scenario paused")},
+    {E::AEDScenarioStarted,                    QT_TRANSLATE_NOOP("cprquick", "scenario started")},
+    {E::AEDShockDelivered,                     QT_TRANSLATE_NOOP("cprquick", "shock delivered")},
+    {E::AEDDelayedONTime,                      QT_TRANSLATE_NOOP("cprquick", "delayed switching on")},
+    {E::AEDScenarioNumber,                     QT_TRANSLATE_NOOP("cprquick", "scenario chosen")},
+    {E::AEDScenarioFrameNumber,                QT_TRANSLATE_NOOP("cprquick", "step of the scenario")},
+    {E::AEDECGRhythmStatus,                    QT_TRANSLATE_NOOP("cprquick", "ECG rhythm")},
+    {E::AEDBatteryDetailedStatusOK,            QT_TRANSLATE_NOOP("cprquick", "battery good")},
+    {E::AEDBatteryDetailedStatusLow,           QT_TRANSLATE_NOOP("cprquick", "battery low")},
+    {E::AEDBatteryDetailedStatusDepleted,      QT_TRANSLATE_NOOP("cprquick", "battery empty")},
+    {E::AEDNoFailure,                          QT_TRANSLATE_NOOP("cprquick", "no failure")},
+    {E::AEDRemoteControlScenarioButtonPressed, QT_TRANSLATE_NOOP("cprquick", "remote control: scenario")},
+    {E::AEDType,                               QT_TRANSLATE_NOOP("cprquick", "AED connected")},
+};
+
 constexpr const char *pulses[]     = {QT_TRANSLATE_NOOP("cprquick", "present"), QT_TRANSLATE_NOOP("cprquick", "absent")};
 constexpr const char *shockables[] = {QT_TRANSLATE_NOOP("cprquick", "no"), QT_TRANSLATE_NOOP("cprquick", "yes")};
 
@@ -80,6 +103,26 @@ QString orNumber(const QString &text, const QVariant &value)
     return text.isEmpty() ? value.toString() : text;
 }
 
+QString aedText(int event)
+{
+    for (const AedText &row : aedTexts) {
+        if (row.value == event)
+            return translated(row.text);
+    }
+    return sessionreview::aedEventText(event);
+}
+
+QString buttonText(const QVariant &value)
+{
+    sessionreview::Flag flag;
+    flag.kind = sessionreview::Flag::Kind::Aed;
+    flag.code = E::AEDRemoteControlOtherButtonPressed;
+    const QString unnamed = sessionreview::flagText(flag);
+    flag.detail = value.toInt();
+    const QString text = sessionreview::flagText(flag);
+    return text == unnamed ? value.toString() : text;
+}
+
 E::ParameterUnit storedUnit(E::ParameterType type)
 {
     return E::parameterUnit.value(type, E::none);
@@ -89,6 +132,9 @@ QString numberText(E::ParameterType type, const QVariant &value)
 {
     const QLocale locale;
     const auto kind = value.userType();
+    constexpr double gramsPerKg = 1000;
+    if (Vocabulary::parameter(type)->form == Form::Force)
+        return locale.toString(value.toDouble() / gramsPerKg, 'f', 1);
     if (storedUnit(type) == E::hmm)
         return locale.toString(Units::mmOf(value.toDouble()), 'f', 1);
     if (kind == QMetaType::Float) // as wherever else depths are told
@@ -111,6 +157,12 @@ QString dateText(const QVariant &value)
 {
     const QDateTime date = QDateTime::fromString(value.toString(), Qt::ISODate);
     return date.isValid() ? QLocale().toString(date, QLocale::ShortFormat) : value.toString();
+}
+
+QString timestampText(qint64 secs)
+{
+    return secs > 0 ? QLocale().toString(QDateTime::fromSecsSinceEpoch(secs), QLocale::ShortFormat)
+                    : QCoreApplication::translate("cprquick", "not known");
 }
 
 QString clockText(const QVariant &value)
@@ -143,8 +195,10 @@ QString parameterUnitText(E::ParameterType type)
         unit = E::percent;
     else if (row->form == Form::PerMinute)
         unit = E::cpm;
-    else if (row->form == Form::Clock)
+    else if (row->form == Form::Clock || row->form == Form::Timestamp)
         unit = E::none;
+    else if (row->form == Form::Force)
+        return QStringLiteral("kg");
     for (const UnitRow &known : units) {
         if (known.unit == unit)
             return translated(known.text);
@@ -166,20 +220,38 @@ QString parameterValueText(E::ParameterType type, const QVariant &value)
     case Form::Names:     return value.toString().split(QLatin1Char(','), Qt::SkipEmptyParts).join(QLatin1String(", "));
     case Form::Clock:     return clockText(value);
     case Form::Date:      return dateText(value);
+    case Form::Timestamp: return timestampText(value.toLongLong());
     case Form::Advice:    return value.toInt() == E::Advice_None ? QCoreApplication::translate("cprquick", "none") : orNumber(sessionreview::adviceText(value.toInt()), value);
     case Form::Protocol:  return sessionreview::protocolText(value.toInt());
     case Form::Manikin:   return orNumber(sessionreview::manikinText(value.toInt(), QString()), value);
     case Form::Stiffness: return textOf(stiffnesses, value);
-    case Form::AedEvent:  return orNumber(sessionreview::aedEventText(value.toInt()), value);
+    case Form::AedEvent:  return orNumber(aedText(value.toInt()), value);
     case Form::AedType:   return textOf(aedTypes, value);
     case Form::Rhythm:    return orNumber(sessionreview::rhythmText(value.toInt()), value);
     case Form::Pulse:     return textOf(pulses, value);
     case Form::Shockable: return textOf(shockables, value);
+    case Form::Button:    return buttonText(value);
+    case Form::Internal:  return QString();
     case Form::Plain:
     case Form::PerMinute: break;
     }
     // clang-format on
     return withUnit(numberText(type, value), type);
+}
+
+QString parameterTextIn(const CPREventBase &event, E::ParameterType type)
+{
+    return translated(Vocabulary::label(type, event.type()));
+}
+
+QString parameterValueTextIn(const CPREventBase &event, E::ParameterType type,
+                             const QVariant &value)
+{
+    const bool isAdvice = type == E::primaryAdvice || type == E::secondaryAdvice;
+    const sessionreview::Side side =
+        isAdvice ? sessionreview::adviceSide(event, value.toInt()) : sessionreview::Side::Unknown;
+    return side != sessionreview::Side::Unknown ? sessionreview::adviceText(value.toInt(), side)
+                                                : parameterValueText(type, value);
 }
 
 } // namespace cprquick

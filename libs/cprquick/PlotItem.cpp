@@ -149,6 +149,11 @@ void PlotItem::updatePolish()
     if (m_source)
         m_source->refresh();
     findShown();
+    const int lost = m_source ? sessionreview::lostMsecs(m_source->model().review()) : 0;
+    if (lost != m_lost) {
+        m_lost = lost;
+        Q_EMIT lostChanged();
+    }
 }
 
 void PlotItem::findShown()

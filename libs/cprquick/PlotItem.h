@@ -47,6 +47,8 @@ class CPRQUICK_EXPORT PlotItem : public QQuickPaintedItem {
     Q_PROPERTY(int      shownTo   READ shownTo                     NOTIFY shownChanged)
     Q_PROPERTY(int      length    READ length                      NOTIFY lengthChanged)
     /// @}
+    /// How much of the session the link lost, ms. Brought up to date with each frame.
+    Q_PROPERTY(int      lost      READ lost                        NOTIFY lostChanged)
     /// @{
     /// A time that a page marks, ms, and where in the item it lies. The item draws nothing there, so
     /// a mark that moves costs no repaint.
@@ -77,6 +79,7 @@ public:
     int shownFrom() const { return m_shownFrom; }
     int shownTo() const { return m_shownTo; }
     int length() const { return m_length; }
+    int lost() const { return m_lost; }
     QRectF plotArea() const { return m_plotArea; }
     int cursor() const { return m_cursor; }
     void setCursor(int msecs);
@@ -106,6 +109,7 @@ Q_SIGNALS:
     void lookChanged();
     void shownChanged();
     void lengthChanged();
+    void lostChanged();
     void plotAreaChanged();
     void cursorChanged();
     void cursorXChanged();
@@ -149,6 +153,7 @@ private:
     int m_shownFrom = 0;
     int m_shownTo = 0;
     int m_length = 0;
+    int m_lost = 0;
     QRectF m_plotArea;
     int m_cursor = 0;
 };

@@ -3,6 +3,7 @@
 
 #include "cprquick/SessionSummary.h"
 
+#include "sessionreview/Scores.h"
 #include "sessionreview/Words.h"
 
 namespace cprquick {
@@ -45,12 +46,21 @@ QString SessionSummary::manikinText() const
 
 QString SessionSummary::primaryAdviceText() const
 {
-    return sessionreview::adviceText(m_figures.primaryAdvice);
+    return sessionreview::adviceText(m_figures.primaryAdvice, m_figures.primarySide);
 }
 
 QString SessionSummary::secondaryAdviceText() const
 {
-    return sessionreview::adviceText(m_figures.secondaryAdvice);
+    return sessionreview::adviceText(m_figures.secondaryAdvice, m_figures.secondarySide);
+}
+
+QString SessionSummary::verdictText(int percent, int least, int advanced) const
+{
+    const sessionreview::Verdict verdict = sessionreview::verdictOn(percent, least, advanced);
+    if (verdict.text.isEmpty())
+        return QString();
+    return (verdict.isPassed ? QStringLiteral("\u2713 ") : QStringLiteral("\u2717 "))
+        + verdict.text;
 }
 
 } // namespace cprquick

@@ -39,7 +39,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_PROPERTY(bool        trainsCompressions  READ trainsCompressions         NOTIFY changed)
     Q_PROPERTY(bool        trainsVentilations  READ trainsVentilations         NOTIFY changed)
     /// @}
-    /// The manikin has sent its scores; without them the next eight mean nothing.
+    /// The manikin has sent its scores; without them the next ten mean nothing.
     Q_PROPERTY(bool        hasScores           READ hasScores                  NOTIFY changed)
     /// @{
     /// Percent; flowTime is -1 when it is not known.
@@ -54,6 +54,11 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_PROPERTY(int         secondaryAdvice     READ secondaryAdvice            NOTIFY changed)
     Q_PROPERTY(QString     primaryAdviceText   READ primaryAdviceText          NOTIFY changed)
     Q_PROPERTY(QString     secondaryAdviceText READ secondaryAdviceText        NOTIFY changed)
+    /// @}
+    /// @{
+    /// Percent that a score needs for the basic and for the advanced level; 0 for none.
+    Q_PROPERTY(int         basicThreshold      READ basicThreshold             NOTIFY changed)
+    Q_PROPERTY(int         advancedThreshold   READ advancedThreshold          NOTIFY changed)
     /// @}
     /// Flow time, percent, that the guidelines ask for; 0 when the protocol has none.
     Q_PROPERTY(int         leastFlowTime       READ leastFlowTime              NOTIFY changed)
@@ -82,6 +87,8 @@ public:
     int         secondaryAdvice() const    { return m_figures.secondaryAdvice; }
     bool        trainsCompressions() const { return m_figures.training.compressions; }
     bool        trainsVentilations() const { return m_figures.training.ventilations; }
+    int         basicThreshold() const     { return m_figures.basicThreshold; }
+    int         advancedThreshold() const  { return m_figures.advancedThreshold; }
     int         leastFlowTime() const      { return m_minFlowTime; }
     // clang-format on
     QString protocolText() const;
@@ -89,6 +96,9 @@ public:
     QString primaryAdviceText() const;
     QString secondaryAdviceText() const;
     /// @}
+
+    /// Whether a score passes, and why: "\u2713 basic, from 50 %". Empty when nothing is asked for.
+    Q_INVOKABLE QString verdictText(int percent, int least, int advanced = 0) const;
 
 Q_SIGNALS:
     /// @{

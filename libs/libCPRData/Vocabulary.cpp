@@ -99,14 +99,14 @@ constexpr Parameter parameters[] = {
     {E::compMeanDepth,                                                E::hmm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean depth")},
     {E::compMeanRate,                                                 E::none,    Kind::Integer,  Form::PerMinute, QT_TRANSLATE_NOOP("cprquick", "Mean compression rate")},
     {E::compMeanStrokeLength,                                         E::hmm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean stroke length")},
-    {E::compScore,                                                    E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Compression score")},
+    {E::compScore,                                                    E::none,    Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Score of the compressions")},
     {E::compInactivityPeriodCount,                                    E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Pauses in compressions")},
     {E::compStdDeviationDepth,                                        E::hmm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Deviation of depth")},
     {E::compMeanReleaseDepth,                                         E::hmm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean release depth")},
     {E::compStdDeviationReleaseDepth,                                 E::hmm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Deviation of release depth")},
     {E::compStdDeviationRate,                                         E::cpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Deviation of compression rate")},
     {E::compHandPosCorrectPercentage,                                 E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Correct hand position")},
-    {E::compHandPosXiphoidErrorPercentage,                            E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Hands too low")},
+    {E::compHandPosXiphoidErrorPercentage,                            E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Compressions with hands too low")},
     {E::compStdDeviationStrokeLength,                                 E::hmm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Deviation of stroke length")},
     {E::compReleaseScoreReduction,                                    E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for incomplete release")},
     {E::compDepthScoreReduction,                                      E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for shallow compressions")},
@@ -134,7 +134,7 @@ constexpr Parameter parameters[] = {
     {E::ventNotEnoughVolumePercentage,                                E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Not enough volume")},
     {E::ventMeanRate,                                                 E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean ventilation rate")},
     {E::ventMeanVolume,                                               E::ml,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean volume")},
-    {E::ventScore,                                                    E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Ventilation score")},
+    {E::ventScore,                                                    E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Score of the ventilations")},
     {E::ventCyclesCount,                                              E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilation cycles")},
     {E::ventStdDeviationVolume,                                       E::ml,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Deviation of volume")},
     {E::ventStdDeviationRate,                                         E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Deviation of ventilation rate")},
@@ -151,7 +151,7 @@ constexpr Parameter parameters[] = {
     {E::ventPauseScoreReduction,                                      E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for long pauses to ventilate")},
     {E::ventCyclesScoreReduction,                                     E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for ventilations per cycle")},
     {E::ventOverallScore,                                             E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Ventilation score")},
-    {E::inactivityTime,                                               E::sec,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Time without compressions")},
+    {E::inactivityTime,                                               E::sec,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Length of all pauses")},
     {E::inactivityAverageTime,                                        E::sec,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean length of pauses")},
     {E::shockEnergy,                                                  E::J,       Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Shock energy")},
     {E::cprProtocol,                                                  unlisted,   Kind::Integer,  Form::Protocol,  QT_TRANSLATE_NOOP("cprquick", "Protocol"), &protocols},
@@ -177,7 +177,7 @@ constexpr Parameter parameters[] = {
     {E::softSurface,                                                  E::none,    Kind::Integer,  Form::YesNo,     QT_TRANSLATE_NOOP("cprquick", "Soft surface")},
     {E::totalTime,                                                    E::sec,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Length of the session")},
     {E::cprCardId,                                                    E::none,    Kind::Text,     Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "CPR card")},
-    {E::cprCardTimestamp,                                             E::sec,     Kind::Unsigned, Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "CPR card time")},
+    {E::cprCardTimestamp,                                             E::sec,     Kind::Unsigned, Form::Timestamp, QT_TRANSLATE_NOOP("cprquick", "CPR card time")},
     {E::sessionDuration,                                              E::sec,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Duration")},
     {E::timeFirstShock,                                               E::sec,     Kind::Integer,  Form::Seconds,   QT_TRANSLATE_NOOP("cprquick", "Time to first shock")},
     {E::timeFirstComp,                                                E::sec,     Kind::Integer,  Form::Seconds,   QT_TRANSLATE_NOOP("cprquick", "Time to first compression")},
@@ -224,18 +224,18 @@ constexpr Parameter parameters[] = {
     {E::aedScenarioNumber,                                            E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "AED scenario")},
     {E::aedScenarioFrameNumber,                                       E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Step of the AED scenario")},
     {E::aedRemoteScenarioNumber,                                      E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Scenario on the remote control")},
-    {E::aedRemoteOtherButtonId,                                       E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Button on the remote control"), &remoteButtons},
+    {E::aedRemoteOtherButtonId,                                       E::none,    Kind::Integer,  Form::Button,    QT_TRANSLATE_NOOP("cprquick", "Button on the remote control"), &remoteButtons},
     {E::aedRemoteApplyToAll,                                          E::none,    Kind::Integer,  Form::YesNo,     QT_TRANSLATE_NOOP("cprquick", "For all manikins"), &remoteScopes},
     {E::aedECGRhythm,                                                 E::none,    Kind::Integer,  Form::Rhythm,    QT_TRANSLATE_NOOP("cprquick", "ECG rhythm"), &rhythms},
     {E::aedECGPulseStatus,                                            E::none,    Kind::Integer,  Form::Pulse,     QT_TRANSLATE_NOOP("cprquick", "Pulse"), &pulses},
     {E::aedECGShockableStatus,                                        E::none,    Kind::Integer,  Form::Shockable, QT_TRANSLATE_NOOP("cprquick", "Shockable"), &shockables},
     {E::aedType,                                                      unlisted,   Kind::Integer,  Form::AedType,   QT_TRANSLATE_NOOP("cprquick", "AED"), &aedTypes},
     {E::eventId,                                                      unlisted,   Kind::Text,     Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Name")},
-    {E::userEventType,                                                unlisted,   Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Kind of user event")},
-    {E::simulationType,                                               unlisted,   Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Kind of simulation")},
+    {E::userEventType,                                                unlisted,   Kind::Integer,  Form::Internal,  QT_TRANSLATE_NOOP("cprquick", "Kind of user event")},
+    {E::simulationType,                                               unlisted,   Kind::Integer,  Form::Internal,  QT_TRANSLATE_NOOP("cprquick", "Kind of simulation")},
     {E::isScoringModeAED,                                             unlisted,   Kind::Integer,  Form::YesNo,     QT_TRANSLATE_NOOP("cprquick", "Scored with an AED")},
-    {E::cprScore,                                                     unlisted,   Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "CPR score")},
-    {E::aedScore,                                                     unlisted,   Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "AED score")},
+    {E::cprScore,                                                     unlisted,   Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "CPR score")},
+    {E::aedScore,                                                     unlisted,   Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "AED score")},
     {E::preVentsTooFewScoreReduction,                                 E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for too few ventilations at the start")},
     {E::preVentsTooManyScoreReduction,                                E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for too many ventilations at the start")},
     {E::numberOfPreVents,                                             E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilations at the start")},
@@ -249,8 +249,8 @@ constexpr Parameter parameters[] = {
     {E::minNumberOfVentilationsPerCycle,                              E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Fewest ventilations in a cycle")},
     {E::maxNumberOfVentilationsPerCycle,                              unlisted,   Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Most ventilations in a cycle")},
     {E::averageNumberOfVentilationsPerCycle,                          E::none,    Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean number of ventilations in a cycle")},
-    {E::averageInflationTime,                                         E::ms,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Mean inflation time")},
-    {E::ventilationsPerMinute,                                        E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilations per minute")},
+    {E::averageInflationTime,                                         E::ms,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Average inflation time")},
+    {E::ventilationsPerMinute,                                        E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilations per minute of the session")},
     {E::inflationTimeSlowScoreReduction,                              E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for slow inflation")},
     {E::inflationTimeFastScoreReduction,                              E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for fast inflation")},
     {E::ventsPerMinuteSlowScoreReduction,                             E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for too few ventilations per minute")},
@@ -279,6 +279,18 @@ constexpr std::initializer_list<E::ParameterType> compressionMeasurements {
 };
 constexpr std::initializer_list<E::ParameterType> ventilationMeasurements {
     E::ventVolume, E::ventRate, E::ventInstantaneousPeriod, E::ventPeakTime, E::ventDuringCompression
+};
+
+/// What a parameter is called in events of a kind where it stands for something else.
+struct OtherLabel {
+    E::ParameterType type;
+    E::EventType kind;
+    const char *label;
+};
+
+constexpr OtherLabel otherLabels[] = {
+    {E::compMeanRate,   E::CprCompEvent,   QT_TRANSLATE_NOOP("cprquick", "Compression rate, running mean")},
+    {E::compInactivity, E::CprSessionInfo, QT_TRANSLATE_NOOP("cprquick", "Length of all pauses")},
 };
 
 constexpr EventKind eventKinds[] = {
@@ -359,6 +371,16 @@ int parameterCount()
 const Parameter *parameter(CPREventBase::ParameterType type)
 {
     return rowAt(parameters, type);
+}
+
+const char *label(CPREventBase::ParameterType type, CPREventBase::EventType kind)
+{
+    for (const OtherLabel &other : otherLabels) {
+        if (other.type == type && other.kind == kind)
+            return other.label;
+    }
+    const Parameter *row = parameter(type);
+    return row ? row->label : "";
 }
 
 const EventKind *eventKind(CPREventBase::EventType type)

@@ -31,13 +31,14 @@ enum class Kind : quint8 {
 enum class Form : quint8 {
     Plain, ///< as it is stored, in its unit
     Percent, ///< -1 was not measured
-    Force, ///< g; -1 was not measured
+    Force, ///< g, shown in kg; -1 was not measured
     Seconds, ///< -1 did not happen
     PerMinute,
     YesNo,
     Names, ///< separated by commas
     Clock, ///< session time in ms
     Date,
+    Timestamp, ///< s since 1970; 0 is not known
     Advice,
     Protocol,
     Manikin,
@@ -46,7 +47,9 @@ enum class Form : quint8 {
     AedType,
     Rhythm,
     Pulse,
-    Shockable
+    Shockable,
+    Button, ///< of the remote control
+    Internal ///< a number that says nothing to people
 };
 
 /// An enumeration whose numbers are values of a parameter.
@@ -86,6 +89,8 @@ struct EventKind {
 CPRDATA_EXPORT int parameterCount();
 /// The row of a parameter, in static memory; null for a value outside the enumeration.
 CPRDATA_EXPORT const Parameter *parameter(CPREventBase::ParameterType type);
+/// The label that a parameter has in events of a kind.
+CPRDATA_EXPORT const char *label(CPREventBase::ParameterType type, CPREventBase::EventType kind);
 /// The row of a kind of event, in static memory; null for a value outside the enumeration.
 CPRDATA_EXPORT const EventKind *eventKind(CPREventBase::EventType type);
 

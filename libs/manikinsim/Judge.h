@@ -7,6 +7,8 @@
 #include "manikinsim/Scenario.h"
 #include "manikinsim/SentMessage.h"
 
+#include <private/HistogramBins.h>
+
 #include <array>
 
 namespace manikinsim {
@@ -108,7 +110,7 @@ private:
     };
 
     struct Histogram {
-        std::array<int, 5> beginnings; // of the bins but the first
+        HistogramBins::Beginnings beginnings;
         std::array<qint64, 6> counts = {};
 
         void add(int value);
@@ -144,12 +146,12 @@ private:
     Series m_volumes;
     Series m_inflations;
     Series m_breathRates;
-    Histogram m_depthBins{{4500, 5000, 5500, 6000, 6500}};
-    Histogram m_releaseBins{{250, 500, 750, 1000, 1500}};
-    Histogram m_rateBins{{80, 100, 110, 121, 141}};
-    Histogram m_volumeBins{{300, 400, 550, 700, 800}};
-    Histogram m_breathRateBins{{4, 6, 9, 11, 13}};
-    Histogram m_pauseBins{{5, 10, 15, 20, 30}};
+    Histogram m_depthBins{HistogramBins::depths};
+    Histogram m_releaseBins{HistogramBins::releases};
+    Histogram m_rateBins{HistogramBins::rates};
+    Histogram m_volumeBins{HistogramBins::volumes};
+    Histogram m_breathRateBins{HistogramBins::ventilationRates};
+    Histogram m_pauseBins{HistogramBins::pauses};
 
     qint64 m_shallow = 0;
     qint64 m_deep = 0;

@@ -78,8 +78,9 @@ QString occasionText(const PlotModel &model, const TextStyle &style, qreal width
     return parts.join(separator());
 }
 
-QString equipmentText(const Figures &figures)
+QString equipmentText(const SessionReview &review)
 {
+    const Figures &figures = review.figures;
     QStringList parts;
     const QString type = manikinText(figures.manikinType, figures.ageLetter);
     if (type.isEmpty() && figures.manikinName.isEmpty())
@@ -94,6 +95,9 @@ QString equipmentText(const Figures &figures)
     if (!figures.guidelines.isEmpty())
         parts.append(
             QCoreApplication::translate("sessionplot", "Guidelines %1").arg(figures.guidelines));
+    if (const int lost = lostMsecs(review))
+        parts.append(QCoreApplication::translate("sessionplot", "%1 s not received")
+                         .arg(QLocale().toString(double(lost) / msecsPerSecond, 'f', 1)));
     return parts.join(separator());
 }
 
@@ -107,13 +111,16 @@ std::vector<Tile> tilesOf(const PlotModel &model)
     const Figures &figures = model.review().figures;
     std::vector<Tile> tiles;
     tiles.push_back({QCoreApplication::translate("sessionplot", "Overall"),
-                     percentText(figures.overallScore), figures.overallScore, 0});
+                     percentText(figures.overallScore), figures.overallScore,
+                     figures.basicThreshold});
     if (model.review().figures.training.compressions)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Compressions"),
-                         percentText(figures.compressionScore), figures.compressionScore, 0});
+                         percentText(figures.compressionScore), figures.compressionScore,
+                         figures.basicThreshold});
     if (model.review().figures.training.ventilations)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Ventilations"),
-                         percentText(figures.ventilationScore), figures.ventilationScore, 0});
+                         percentText(figures.ventilationScore), figures.ventilationScore,
+                         figures.basicThreshold});
     if (model.review().figures.training.compressions)
         tiles.push_back({QCoreApplication::translate("sessionplot", "Flow time"),
                          percentText(figures.flowTime), figures.flowTime,
@@ -131,8 +138,8 @@ std::vector<AdviceLine> adviceLines(const Figures &figures)
     const QString advice = QCoreApplication::translate("sessionplot", "Advice");
     if (!figures.hasScores)
         return {{advice, notReceived()}};
-    const QString primary = adviceText(figures.primaryAdvice);
-    const QString secondary = adviceText(figures.secondaryAdvice);
+    const QString primary = adviceText(figures.primaryAdvice, figures.primarySide);
+    const QString secondary = adviceText(figures.secondaryAdvice, figures.secondarySide);
     if (primary.isEmpty() && secondary.isEmpty())
         return {{advice, QCoreApplication::translate("sessionplot", "none, nothing to correct")}};
     std::vector<AdviceLine> lines;
@@ -214,7 +221,7 @@ void paintFull(QPainter *painter, const Style &style, const PlotModel &model, QR
                      learnersText(figures), style.theme.text);
     style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft,
                       occasionText(model, style.normal, texts.width()), style.theme.text);
-    style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft, equipmentText(figures),
+    style.normal.draw(painter, cutLine(texts, line), Qt::AlignLeft, equipmentText(model.review()),
                       style.theme.mutedText);
     if (!beside)
         paintTiles(painter, style, model, cutLine(texts, tileHeight * style.em));

@@ -174,6 +174,57 @@ double axisEnd(const Band &band, double value, double plain)
     return qBound(band.max * aboveBand, value * aboveValue, band.max * farAboveBand);
 }
 
+/// The depths where a column of the picture holds more than one compression: from the shallowest to
+/// the deepest, in another colour what lies outside the band, with the median.
+void paintDepthSpread(const LaneContext &context, const QRectF &plot, const ValueScale &scale)
+{
+    const Style &style = *context.style;
+    const Band &band = context.model->review().targets.depth;
+    const qreal columnWidth = 2 * style.hair;
+    QVector<QRect> ranges;
+    QVector<QRect> faulty;
+    QVector<QRect> medians;
+    const auto columnOf = [&](const Compression &compression) {
+        return std::floor((context.time.x(compression.peak) - plot.left()) / columnWidth);
+    };
+    std::vector<double> depths;
+    const auto [first, last] = shown(context.model->review().compressions, context.time.range());
+    for (const Compression *compression = first; compression != last;) {
+        const qreal column = columnOf(*compression);
+        depths.clear();
+        for (; compression != last && columnOf(*compression) == column; ++compression)
+            depths.push_back(compression->depth);
+        const qreal left = plot.left() + column * columnWidth;
+        const qreal right = qMin(left + columnWidth, plot.right());
+        if (left < plot.left() || right <= left)
+            continue;
+        const auto rect = [&](double from, double to) {
+            return snapped(QRectF(QPointF(left, scale.y(from) - style.hair),
+                                  QPointF(right, scale.y(to) + style.hair)));
+        };
+        const auto [low, high] = std::minmax_element(depths.begin(), depths.end());
+        const double shallowest = *low;
+        const double deepest = *high;
+        ranges.append(rect(shallowest, deepest));
+        if (band.side(shallowest) == Side::Below)
+            faulty.append(rect(shallowest, qMin(deepest, band.min)));
+        if (band.side(deepest) == Side::Above)
+            faulty.append(rect(qMax(shallowest, band.max), deepest));
+        if (depths.size() > 1) {
+            const auto middle = depths.begin() + static_cast<std::ptrdiff_t>(depths.size() / 2);
+            std::nth_element(depths.begin(), middle, depths.end());
+            medians.append(rect(*middle, *middle));
+        }
+    }
+    context.painter->setPen(Qt::NoPen);
+    context.painter->setBrush(style.theme.bars);
+    context.painter->drawRects(ranges);
+    context.painter->setBrush(style.theme.fault);
+    context.painter->drawRects(faulty);
+    context.painter->setBrush(style.theme.text);
+    context.painter->drawRects(medians);
+}
+
 /// Of the marks at values outside their band.
 qreal triangleSize(const Style &style)
 {
@@ -275,10 +326,12 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
 
     const Wave &samples = context.model->depth();
     const auto [first, last] = shown(context.model->review().compressions, context.time.range());
+    bool showsPeaks = context.time.pixelsPerMsec() * usualMsecsPerCompression > 4 * style.hair;
     if (samples.count() > 0) {
-        wave.paint(context.painter, samples, context.time, scale,
-                   {style.theme.curve, style.theme.curveArea, style.hair});
-    } else if (first != last) {
+        showsPeaks = wave.paint(context.painter, samples, context.time, scale,
+                                context.model->review().losses,
+                                {style.theme.curve, style.theme.curveArea, style.hair});
+    } else if (showsPeaks) {
         // Without samples the peaks are known still.
         context.painter->setPen(QPen(style.theme.curve, style.hair));
         for (const Compression *compression = first; compression != last; ++compression) {
@@ -287,6 +340,8 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
                                       QPointF(x, scale.y(double(compression->depth))));
         }
     }
+    if (!showsPeaks)
+        paintDepthSpread(context, area.plot, scale);
     paintBandEdges(context, area, scale, targets.depth);
     paintFrame(context, area.plot);
     if (samples.count() == 0 && first == last)
@@ -404,9 +459,12 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
     context.painter->setPen(QPen(style.theme.fault, style.hair));
     context.painter->setBrush(style.theme.lane);
     context.painter->drawRects(hollowBars);
-    if (hasCourse)
-        wave.paint(context.painter, model.volume(), time, scale,
-                   {style.theme.curve, Qt::transparent, style.hair});
+    if (hasCourse) {
+        const QColor ground =
+            model.review().ventilations.empty() ? style.theme.curveArea : QColor(Qt::transparent);
+        wave.paint(context.painter, model.volume(), time, scale, model.review().losses,
+                   {style.theme.curve, ground, style.hair});
+    }
     paintBandEdges(context, area, scale, model.review().targets.volume);
     paintFrame(context, area.plot);
     if (first == last && model.volume().count() == 0)

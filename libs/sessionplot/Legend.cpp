@@ -59,6 +59,15 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                                       style.theme.fault);
                      }});
     if (model.review().figures.training.compressions)
+        items.push_back({QCoreApplication::translate("sessionplot", "depths, with their median"),
+                         [](QPainter *painter, const Style &style, const QRectF &swatch) {
+                             painter->fillRect(swatch, style.theme.bars);
+                             const qreal line = 2 * style.hair;
+                             painter->fillRect(QRectF(swatch.left(), swatch.center().y() - line / 2,
+                                                      swatch.width(), line),
+                                               style.theme.text);
+                         }});
+    if (model.review().figures.training.compressions)
         items.push_back({QCoreApplication::translate("sessionplot", "release line"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              QPen pen(style.theme.bandEdge, style.hair);
@@ -81,7 +90,7 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                              painter->drawRect(swatch);
                          }});
     if (!model.review().losses.empty())
-        items.push_back({QCoreApplication::translate("sessionplot", "packet loss"),
+        items.push_back({QCoreApplication::translate("sessionplot", "not received"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              drawHatching(painter, swatch, 0.5 * style.em, style.hair,
                                           style.theme.loss);

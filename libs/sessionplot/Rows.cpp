@@ -180,7 +180,7 @@ void paintCycles(const LaneContext &context, const LaneArea &area)
 
 namespace {
 
-/// Faults of compressions, counted in bins of time.
+/// Faults of compressions, counted in bins of the time that is shown, and in the session.
 class FaultCounts {
 public:
     FaultCounts(const LaneContext &context, int bins)
@@ -193,14 +193,13 @@ public:
             const qreal x = context.time.boundedX(compression->peak) - context.time.left();
             const auto bin =
                 static_cast<std::size_t>(qBound(0, static_cast<int>(x * binsPerPixel), bins - 1));
-            ++total;
             ++m_all[bin];
-            for (std::size_t row = 0; row < faultRows; ++row) {
-                if (compression->faults.testFlag(faults[row].fault)) {
-                    ++m_faulty[bin][row];
-                    ++totals[row];
-                }
-            }
+            for (std::size_t row = 0; row < faultRows; ++row)
+                m_faulty[bin][row] += compression->faults.testFlag(faults[row].fault) ? 1 : 0;
+        }
+        for (const Compression &compression : context.model->review().compressions) {
+            for (std::size_t row = 0; row < faultRows; ++row)
+                totals[row] += compression.faults.testFlag(faults[row].fault) ? 1 : 0;
         }
     }
 
@@ -211,8 +210,7 @@ public:
         return all > 0 ? qreal(m_faulty[index][static_cast<std::size_t>(row)]) / all : 0;
     }
 
-    int total = 0;
-    std::array<int, faultRows> totals{};
+    std::array<int, faultRows> totals{}; ///< whatever time is shown
 
 private:
     std::vector<int> m_all;
@@ -282,12 +280,13 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
                    faulty > 0 ? style.theme.fault : style.theme.mutedText);
         style.small.draw(context.painter, left.adjusted(size + 0.5 * style.em, 0, 0, 0),
                          Qt::AlignLeft, faultTexts(fault.fault).first(), color);
-        if (counts.total > 0) {
+        const auto compressions = static_cast<int>(context.model->review().compressions.size());
+        if (compressions > 0) {
             const QRectF right =
                 besidePlot(context, {area.right.left(), top, area.right.width(), height});
             QString text = QCoreApplication::translate("sessionplot", "%1 of %2")
                                .arg(faulty)
-                               .arg(counts.total);
+                               .arg(compressions);
             if (style.small.width(text) > right.width())
                 text = QString::number(faulty);
             style.small.draw(context.painter, right, Qt::AlignLeft, text, color);

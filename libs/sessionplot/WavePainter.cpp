@@ -24,12 +24,6 @@ constexpr double maxSamplesInLine = 12;
 // The time to paint a polygon grows much faster than its number of corners.
 constexpr int pointsInPiece = 32;
 
-// The ends of an envelope's bars are seen only when they are broader than a thin line.
-constexpr qreal minEnvelopeLine = 2;
-
-// Where the highest value of a column is below this part of the one beside it.
-constexpr double flank = 0.8;
-
 void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
                 const WavePainter::Look &look)
 {
@@ -53,6 +47,15 @@ void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
     painter->setRenderHint(QPainter::Antialiasing, wasAntialiasing);
 }
 
+/// Whether the link lost all that lies from \a from to \a to, ms.
+bool isLost(const std::vector<sessionreview::Span> &losses, double from, double to)
+{
+    const auto after = std::upper_bound(
+        losses.begin(), losses.end(), from,
+        [](double msecs, const sessionreview::Span &loss) { return msecs < loss.begin; });
+    return after != losses.begin() && to < std::prev(after)->end;
+}
+
 /// The areas of the pieces meet without a seam because they are painted without antialiasing.
 void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
                 const WavePainter::Look &look)
@@ -67,20 +70,21 @@ void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
 
 } // namespace
 
-void WavePainter::paint(QPainter *painter, const Wave &wave, const TimeScale &time,
-                        const ValueScale &values, const Look &look)
+bool WavePainter::paint(QPainter *painter, const Wave &wave, const TimeScale &time,
+                        const ValueScale &values, const Losses &losses, const Look &look)
 {
     if (wave.count() == 0 || !(time.width() > 0) || !(values.bottom() > values.top()))
-        return;
+        return true;
 
     const qreal columnsPerUnit =
         m_columnsPerUnit > 0 ? m_columnsPerUnit : qMax(pixelsPerUnit(painter), 1.0);
     const double msecsPerColumn = 1 / (time.pixelsPerMsec() * columnsPerUnit);
     const double samplesPerColumn = msecsPerColumn / wave.period();
+    const bool hasCurve = samplesPerColumn <= maxSamplesInLine;
     painter->save();
     painter->setRenderHint(QPainter::Antialiasing, !(pixelsPerUnit(painter) > 0));
     if (samplesPerColumn <= 1) {
-        paintSamples(painter, wave, time, values, look);
+        paintSamples(painter, wave, time, values, losses, look);
     } else {
         if (msecsPerColumn != m_msecsPerColumn) {
             m_columns.clear();
@@ -88,12 +92,13 @@ void WavePainter::paint(QPainter *painter, const Wave &wave, const TimeScale &ti
         }
         prepare(wave, static_cast<qint64>(double(time.range().from) / msecsPerColumn),
                 static_cast<qint64>(double(time.range().to) / msecsPerColumn));
-        if (samplesPerColumn > maxSamplesInLine)
-            paintEnvelope(painter, wave, time, values, look);
+        if (hasCurve)
+            paintLine(painter, wave, time, values, losses, look);
         else
-            paintLine(painter, wave, time, values, look);
+            paintEnvelope(painter, wave, time, values, losses, look);
     }
     painter->restore();
+    return hasCurve;
 }
 
 Extremes WavePainter::columnOf(const Wave &wave, qint64 column) const
@@ -136,7 +141,8 @@ void WavePainter::prepare(const Wave &wave, qint64 first, qint64 last)
 }
 
 void WavePainter::paintSamples(QPainter *painter, const Wave &wave, const TimeScale &time,
-                               const ValueScale &values, const Look &look) const
+                               const ValueScale &values, const Losses &losses,
+                               const Look &look) const
 {
     // One sample more on either side, from where the line comes in and where it leaves.
     const int begin = std::max(wave.indexAt(double(time.range().from)) - 1, 0);
@@ -144,6 +150,11 @@ void WavePainter::paintSamples(QPainter *painter, const Wave &wave, const TimeSc
     QPolygonF curve;
     curve.reserve(end - begin);
     for (int i = begin; i < end; ++i) {
+        if (isLost(losses, wave.msecs(i), wave.msecs(i))) {
+            paintCurve(painter, curve, values.y(0), look);
+            curve.clear();
+            continue;
+        }
         qreal x = time.x(wave.msecs(i));
         qreal y = values.y(wave.at(i) * wave.unit());
         const int inner = x < time.left() ? i + 1 : x > time.right() ? i - 1 : i;
@@ -164,17 +175,18 @@ void WavePainter::paintSamples(QPainter *painter, const Wave &wave, const TimeSc
 }
 
 void WavePainter::paintLine(QPainter *painter, const Wave &wave, const TimeScale &time,
-                            const ValueScale &values, const Look &look) const
+                            const ValueScale &values, const Losses &losses, const Look &look) const
 {
     QPolygonF curve;
     for (std::size_t i = 0; i < m_columns.size(); ++i) {
         const Extremes &extremes = m_columns[i];
-        if (extremes.isEmpty()) {
+        const double middle = (double(m_first) + double(i) + 0.5) * m_msecsPerColumn;
+        if (extremes.isEmpty() || isLost(losses, middle, middle)) {
             paintCurve(painter, curve, values.y(0), look);
             curve.clear();
             continue;
         }
-        const qreal x = time.boundedX((double(m_first) + double(i) + 0.5) * m_msecsPerColumn);
+        const qreal x = time.boundedX(middle);
         const QPointF low(x, values.y(extremes.low * wave.unit()));
         const QPointF high(x, values.y(extremes.high * wave.unit()));
         // The one first that is nearer to where the line stands.
@@ -187,52 +199,38 @@ void WavePainter::paintLine(QPainter *painter, const Wave &wave, const TimeScale
 }
 
 void WavePainter::paintEnvelope(QPainter *painter, const Wave &wave, const TimeScale &time,
-                                const ValueScale &values, const Look &look) const
+                                const ValueScale &values, const Losses &losses,
+                                const Look &look) const
 {
-    // Upright bars from the lowest to the highest value, and a short line at the end that is
-    // farther from 0.
+    // Upright bars from the lowest to the highest value.
     struct Bar {
         qreal left;
         qreal right;
         qreal top;
         qreal bottom;
-        qreal lineTop;
     };
-    const qreal lineWidth = qMax(look.lineWidth, minEnvelopeLine);
-    // A column in which the wave only rises or falls has no peak to show.
-    const auto hasPeak = [this](std::size_t i) {
-        const auto isFlankOf = [this, i](std::size_t neighbour) {
-            return neighbour < m_columns.size() && !m_columns[neighbour].isEmpty()
-                && m_columns[i].high < flank * m_columns[neighbour].high;
-        };
-        return !isFlankOf(i - 1) && !isFlankOf(i + 1);
-    };
-    const auto barOf = [&](std::size_t i) {
-        const double begin = (double(m_first) + double(i)) * m_msecsPerColumn;
-        const qreal low = values.y(m_columns[i].low * wave.unit());
-        const qreal high = values.y(m_columns[i].high * wave.unit());
-        return Bar{time.boundedX(begin), time.boundedX(begin + m_msecsPerColumn), qMin(low, high),
-                   qMax(low, high), high - lineWidth / 2};
+    const auto forEachBar = [&](const auto &visit) {
+        for (std::size_t i = 0; i < m_columns.size(); ++i) {
+            const double begin = (double(m_first) + double(i)) * m_msecsPerColumn;
+            const double end = begin + m_msecsPerColumn;
+            if (m_columns[i].isEmpty() || isLost(losses, begin, end))
+                continue;
+            const qreal low = values.y(m_columns[i].low * wave.unit());
+            const qreal high = values.y(m_columns[i].high * wave.unit());
+            visit(Bar{time.boundedX(begin), time.boundedX(end), qMin(low, high), qMax(low, high)});
+        }
     };
 
     const qreal scale = pixelsPerUnit(painter);
     if (m_columnsPerUnit > 0 || !(scale > 0)) {
         QVector<QRectF> areas;
-        QVector<QRectF> lines;
-        for (std::size_t i = 0; i < m_columns.size(); ++i) {
-            if (m_columns[i].isEmpty())
-                continue;
-            const Bar bar = barOf(i);
+        forEachBar([&areas](const Bar &bar) {
             areas.append(QRectF(QPointF(bar.left, bar.top), QPointF(bar.right, bar.bottom)));
-            if (hasPeak(i))
-                lines.append(QRectF(bar.left, bar.lineTop, bar.right - bar.left, lineWidth));
-        }
+        });
         painter->setRenderHint(QPainter::Antialiasing);
         painter->setPen(Qt::NoPen);
         painter->setBrush(look.area);
         painter->drawRects(areas);
-        painter->setBrush(look.line);
-        painter->drawRects(lines);
         return;
     }
 
@@ -247,25 +245,15 @@ void WavePainter::paintEnvelope(QPainter *painter, const Wave &wave, const TimeS
         return qBound(0, qRound((y - values.top()) * scale), height - 1);
     };
     const QRgb area = qPremultiply(look.area.rgba());
-    const QRgb line = qPremultiply(look.line.rgba());
-    const int lineHeight = qMax(1, qRound(lineWidth * scale));
     auto *pixels = reinterpret_cast<QRgb *>(image.bits());
-    for (std::size_t i = 0; i < m_columns.size(); ++i) {
-        if (m_columns[i].isEmpty())
-            continue;
-        const Bar bar = barOf(i);
+    forEachBar([&](const Bar &bar) {
         const int x = qRound((bar.left - time.left()) * scale);
         if (x >= width || !(bar.right > bar.left))
-            continue;
-        const auto fill = [&](int from, int to, QRgb color) {
-            for (int y = from; y <= to; ++y)
-                pixels[y * width + x] = color;
-        };
-        const int lineTop = row(bar.lineTop);
-        fill(row(bar.top), row(bar.bottom), area);
-        if (hasPeak(i))
-            fill(lineTop, qMin(lineTop + lineHeight, height) - 1, line);
-    }
+            return;
+        const int bottom = row(bar.bottom);
+        for (int y = row(bar.top); y <= bottom; ++y)
+            pixels[y * width + x] = area;
+    });
     image.setDevicePixelRatio(scale);
     painter->drawImage(QPointF(time.left(), values.top()), image);
 }

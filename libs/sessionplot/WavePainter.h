@@ -7,6 +7,8 @@
 #include "sessionplot/Scales.h"
 #include "sessionplot/Wave.h"
 
+#include "sessionreview/SessionReview.h"
+
 #include <QColor>
 
 #include <vector>
@@ -16,7 +18,8 @@ class QPainter;
 namespace sessionplot {
 
 /// Draws a wave over time: every sample where there is room for them, else the lowest and the
-/// highest of each pixel column, so that no peak is lost.
+/// highest of each pixel column, so that no peak is lost. Where the link lost samples there is no
+/// wave.
 ///
 /// A painter remembers its columns. While the wave grows, and while the picture moves along it at
 /// the same scale, only new columns are computed. Use one painter for each picture of a wave.
@@ -32,18 +35,22 @@ public:
     /// Devices without pixels deserve more than one.
     void setColumnsPerUnit(qreal columns) { m_columnsPerUnit = columns; }
 
-    void paint(QPainter *painter, const Wave &wave, const TimeScale &time, const ValueScale &values,
-               const Look &look);
+    /// \a losses are in order of time. False when only the area was drawn: a column holds so many
+    /// samples that single peaks do not show.
+    bool paint(QPainter *painter, const Wave &wave, const TimeScale &time, const ValueScale &values,
+               const std::vector<sessionreview::Span> &losses, const Look &look);
 
 private:
+    using Losses = std::vector<sessionreview::Span>;
+
     void prepare(const Wave &wave, qint64 first, qint64 last);
     Extremes columnOf(const Wave &wave, qint64 column) const;
     void paintSamples(QPainter *painter, const Wave &wave, const TimeScale &time,
-                      const ValueScale &values, const Look &look) const;
+                      const ValueScale &values, const Losses &losses, const Look &look) const;
     void paintLine(QPainter *painter, const Wave &wave, const TimeScale &time,
-                   const ValueScale &values, const Look &look) const;
+                   const ValueScale &values, const Losses &losses, const Look &look) const;
     void paintEnvelope(QPainter *painter, const Wave &wave, const TimeScale &time,
-                       const ValueScale &values, const Look &look) const;
+                       const ValueScale &values, const Losses &losses, const Look &look) const;
 
     qreal m_columnsPerUnit = 0;
     // Column n holds the samples from n to n + 1 times m_msecsPerColumn, and one beyond, so that

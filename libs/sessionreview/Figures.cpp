@@ -3,6 +3,8 @@
 
 #include "sessionreview/Figures.h"
 
+#include "sessionreview/Scores.h"
+
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
@@ -81,6 +83,9 @@ bool hasArrived(const CPREventBase *event, CPREventBase::ParameterType parameter
         return event->hasParameterType(companionInScore(parameter), key);
     if (event->type() == E::CprSessionStatistics)
         return event->hasParameterType(companionInStatistics(parameter), key);
+    // Until the statistics come, the length is 0.
+    if (event->type() == E::CprSessionInfo && parameter == E::totalTime)
+        return intOf(event, parameter) > 0;
     return true;
 }
 
@@ -91,7 +96,8 @@ bool Figures::operator==(const Figures &other) const
                         f.manikinName, f.manikinType, f.ageLetter, f.firmware, f.guidelines,
                         f.compressions, f.ventilations, f.pauses, f.hasStatistics, f.meanDepth,
                         f.meanRate, f.meanVolume, f.hasScores, f.overallScore, f.compressionScore,
-                        f.ventilationScore, f.flowTime, f.primaryAdvice, f.secondaryAdvice);
+                        f.ventilationScore, f.flowTime, f.primaryAdvice, f.primarySide,
+                        f.secondaryAdvice, f.secondarySide, f.basicThreshold, f.advancedThreshold);
     };
     return values(*this) == values(other);
 }
@@ -147,7 +153,11 @@ Figures figuresOf(const CPRData &session)
         figures.ventilationScore = intOf(score, E::ventOverallScore);
         figures.flowTime = intOf(score, E::flowTimePercentage);
         figures.primaryAdvice = intOf(score, E::primaryAdvice);
+        figures.primarySide = adviceSide(*score, figures.primaryAdvice);
         figures.secondaryAdvice = intOf(score, E::secondaryAdvice);
+        figures.secondarySide = adviceSide(*score, figures.secondaryAdvice);
+        figures.basicThreshold = intOf(score, E::categoryThresholdBasic);
+        figures.advancedThreshold = intOf(score, E::categoryThresholdAdvanced);
     }
     return figures;
 }

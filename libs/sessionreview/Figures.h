@@ -49,7 +49,11 @@ struct Figures {
     int ventilationScore = 0; ///< percent
     int flowTime = -1; ///< percent; -1 when not known
     int primaryAdvice = 0; ///< CPREventBase::Advice
+    Side primarySide = Side::Unknown; ///< of the target, on which it was not right
     int secondaryAdvice = 0; ///< CPREventBase::Advice
+    Side secondarySide = Side::Unknown; ///< the same
+    int basicThreshold = 0; ///< percent; least score of the basic level, 0 for none
+    int advancedThreshold = 0; ///< percent; least score of the advanced level, 0 for none
 
     /// Whether all figures are the same.
     bool operator==(const Figures &other) const;

@@ -139,6 +139,7 @@ void readEvents(SessionReview &review, const CPRData &session)
     sortByBegin(review.compressions);
     sortByBegin(review.ventilations);
     sortByBegin(review.pauses);
+    sortByBegin(review.losses);
 }
 
 void findRuns(SessionReview &review)
@@ -234,6 +235,14 @@ std::optional<Flag> flagOf(const CPREventBase &event)
     flag.kind = Flag::Kind::Rhythm;
     flag.code = intOf(E::aedECGRhythm);
     return flag;
+}
+
+int lostMsecs(const SessionReview &review)
+{
+    qint64 msecs = 0;
+    for (const Span &loss : review.losses)
+        msecs += qint64(loss.end) - loss.begin;
+    return Units::sessionMsecs(msecs);
 }
 
 SessionReview reviewOf(const CPRData &session)

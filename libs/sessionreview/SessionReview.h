@@ -68,6 +68,9 @@ struct SessionReview {
     int end = 0; ///< ms; where the last event ends
 };
 
+/// How much of the session the link lost, ms.
+int lostMsecs(const SessionReview &review);
+
 /// Walks over all events of the session.
 SessionReview reviewOf(const CPRData &session);
 

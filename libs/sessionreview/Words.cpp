@@ -58,6 +58,18 @@ constexpr PromptWord prompts[] = {
     {Prompt::Right,                QT_TRANSLATE_NOOP("sessionreview", "Well done, keep going.")},
 };
 
+// Where the values lay on one side of the target.
+constexpr Word morePlease[] = {
+    {E::Advice_CorrectRate,     QT_TRANSLATE_NOOP("sessionreview", "Press faster.")},
+    {E::Advice_CorrectVentRate, QT_TRANSLATE_NOOP("sessionreview", "Ventilate faster.")},
+    {E::Advice_CorrectVolume,   QT_TRANSLATE_NOOP("sessionreview", "Give more air in each ventilation.")},
+};
+constexpr Word lessPlease[] = {
+    {E::Advice_CorrectRate,     QT_TRANSLATE_NOOP("sessionreview", "Press slower.")},
+    {E::Advice_CorrectVentRate, QT_TRANSLATE_NOOP("sessionreview", "Ventilate slower.")},
+    {E::Advice_CorrectVolume,   QT_TRANSLATE_NOOP("sessionreview", "Give less air in each ventilation.")},
+};
+
 constexpr Word protocols[] = {
     {0, QT_TRANSLATE_NOOP("sessionreview", "CPR with one rescuer")},
     {1, QT_TRANSLATE_NOOP("sessionreview", "Compressions only")},
@@ -158,8 +170,13 @@ QString ageText(const QString &letter)
 
 } // namespace
 
-QString adviceText(int advice)
+QString adviceText(int advice, Side side)
 {
+    if (side == Side::Below || side == Side::Above) {
+        const QString text = textOf(side == Side::Below ? morePlease : lessPlease, advice);
+        if (!text.isEmpty())
+            return text;
+    }
     return textOf(advices, advice);
 }
 

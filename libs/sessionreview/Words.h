@@ -14,8 +14,9 @@
 /// "sessionreview".
 namespace sessionreview {
 
-/// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice.
-QString adviceText(int advice);
+/// An advice (CPREventBase::Advice) as a sentence to the learner; empty for no advice. \a side is
+/// where the values lay that it is about.
+QString adviceText(int advice, Side side = Side::Unknown);
 /// What is said while the session runs; empty for nothing.
 QString promptText(Prompt prompt);
 /// A CPR protocol.

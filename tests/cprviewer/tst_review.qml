@@ -27,6 +27,7 @@ ViewerCase {
         review();
         compare(item("learners").text, "Mira Holm, Jörg Aldane");
         tryCompare(item("overall"), "percent", 68);
+        compare(item("overall").verdict, "✓ basic, from 50 %");
         compare(item("primaryAdvice").text, "1.  Put the hands in the right place on the chest.");
         compare(item("secondaryAdvice").text, "2.  Press deeper.");
         page.sidePanel.currentIndex = 1;
@@ -66,7 +67,12 @@ ViewerCase {
         tryVerify(() => timeline.shownFrom > shown);
         keyClick(Qt.Key_F);
         tryCompare(timeline, "shownTo", 120000);
-        page.pick(3);
+        for (let row = 0, before = 0; row < page.events.count; ++row) {
+            page.pick(row);
+            verify(page.timelinePanel.position >= before, row);
+            before = page.timelinePanel.position;
+        }
+        page.pick(2);
         keyClick(Qt.Key_N);
         compare(page.timelinePanel.position, 2540);
         keyClick(Qt.Key_P);

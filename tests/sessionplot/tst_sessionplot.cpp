@@ -1,9 +1,11 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
+#include "sessionplot/Lanes.h"
 #include "sessionplot/PictureFile.h"
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
+#include "sessionplot/WavePainter.h"
 #include "support/Messages.h"
 #include "support/Rows.h"
 #include "support/StoredSession.h"
@@ -29,6 +31,20 @@ QImage pictureOf(const PlotModel &model, const QSize &size, qint64 from = 0, qin
     ReviewPicture picture(&model);
     picture.setRange(from, to);
     picture.paint(&painter, QRectF(QPointF(), size));
+    return image;
+}
+
+// The depth lane alone, from the start, without margins.
+QImage depthLane(const CPRData &session, const QSize &size, qint64 to)
+{
+    const PlotModel model(session);
+    QImage image(size, QImage::Format_RGB32);
+    const Style style(Theme::light(), 12, &image);
+    image.fill(style.theme.lane);
+    QPainter painter(&image);
+    WavePainter wave;
+    paintDepth({&painter, &model, &style, TimeScale({0, to}, 0, size.width())},
+               {QRectF(QPointF(), size), {}, {}}, wave);
     return image;
 }
 
@@ -110,6 +126,80 @@ private Q_SLOTS:
             columns += changed > 50 ? 1 : 0; // more than a label
         }
         QVERIFY2(columns >= 1 && columns <= 3, qPrintable(QString::number(columns)));
+    }
+
+    void depthsInAColumn_data()
+    {
+        const auto row = testsupport::columns<QVector<double>, int, int>("depths", "top", "bottom");
+        row("many", {45, 55.2, 51, 52}, 485, 588);
+        row("all shallow", {43.1, 41, 42}, 445, 467);
+        row("one", {53.1}, 566, 567);
+        row("none", {}, -1, -1);
+    }
+
+    // What is drawn goes from the shallowest to the deepest, a pixel beyond, and stays in its
+    // column, which is two pixels wide: a second each. 10 pixels for each mm from -3.6 mm.
+    void depthsInAColumn()
+    {
+        QFETCH(QVector<double>, depths);
+        QFETCH(int, top);
+        QFETCH(int, bottom);
+        CPRData session;
+        int msecs = 20100;
+        for (const double depth : qAsConst(depths)) {
+            auto *event = new CPREventCompression(msecs += 400, session.cprEvents(), nullptr);
+            event->setProperty("compDepth", depth);
+            session.cprEvents()->addEvent(event, false);
+        }
+        const QImage lane = depthLane(session, {400, 756}, 400000);
+        const Theme theme = Theme::light();
+        for (int x = 15; x < 30; ++x) {
+            int first = -1;
+            int last = -1;
+            for (int y = 0; y < lane.height(); ++y) {
+                const QColor color = lane.pixelColor(x, y);
+                if (color == theme.bars || color == theme.fault || color == theme.text)
+                    last = first < 0 ? (first = y) : y;
+            }
+            const bool isColumn = x == 20 || x == 21;
+            QCOMPARE(QPoint(first, last), isColumn ? QPoint(top, bottom) : QPoint(-1, -1));
+        }
+    }
+
+    // The numbers beside the faults are those of the session, whatever time is shown.
+    void countsIgnoreTheZoom()
+    {
+        const PlotModel model(m_session);
+        const auto numbers = [&model](qint64 from, qint64 to) {
+            QImage image(400, 80, QImage::Format_RGB32);
+            image.fill(Qt::white);
+            const Style style(Theme::light(), 12, &image);
+            QPainter painter(&image);
+            paintFaults({&painter, &model, &style, TimeScale({from, to}, 100, 200)},
+                        {{100, 0, 200, 80}, {0, 0, 100, 80}, {300, 0, 100, 80}});
+            return image.copy(301, 0, 99, 80);
+        };
+        QCOMPARE(numbers(30000, 32000), numbers(0, 120000));
+    }
+
+    // Samples 101 to 600 are missing: from 2.02 to 12.02 s. A pixel is 10, 100 or 500 ms.
+    void lostIsUnknown()
+    {
+        CPRData session;
+        testsupport::start(session);
+        for (int i = 1; i <= 700; i += i == 100 ? 501 : 1) {
+            session.waveHeaderReceived(i);
+            session.waveDataReceived(bls_2010::CommonDefs::WAVE_RELATIVE_COMP_DEPTH,
+                                     i % 10 < 5 ? 5000 : 0, i);
+        }
+        QCOMPARE(sessionreview::lostMsecs(PlotModel(session).review()), 10000);
+        for (const int width : {1400, 140, 28}) {
+            const QImage lane = depthLane(session, {width, 756}, 14000);
+            for (const int sec : {1, 3, 7, 11, 13}) {
+                const QColor color = lane.pixelColor(sec * width / 14, 277); // 24.1 mm
+                QCOMPARE(color == Theme::light().lane, sec > 2 && sec < 12);
+            }
+        }
     }
 
     void ticks_data()

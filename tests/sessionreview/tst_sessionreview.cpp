@@ -7,7 +7,9 @@
 #include "support/Rows.h"
 #include "support/StoredSession.h"
 
+#include "sessionreview/LatestEvents.h"
 #include "sessionreview/LiveAdvice.h"
+#include "sessionreview/Scores.h"
 #include "sessionreview/SessionReview.h"
 #include "sessionreview/StandClear.h"
 #include "sessionreview/Words.h"
@@ -476,6 +478,52 @@ private Q_SLOTS:
                          isSetting && event->type() == E::CprSessionScore);
             }
         }
+    }
+
+    void adviceSaysTheSide_data()
+    {
+        const auto row = testsupport::columns<int, int, QString>("slow", "fast", "text");
+        row("slow", 30, 0, "Press faster.");
+        row("mostly fast", 5, 30, "Press slower.");
+        row("both", 20, 20, "Compress at the target rate, neither slower nor faster.");
+    }
+
+    void adviceSaysTheSide()
+    {
+        QFETCH(int, slow);
+        QFETCH(int, fast);
+        CPRData session;
+        CPREventSessionScore *score = session.cprEvents()->sessionScore();
+        score->setParameter(E::compReleaseScoreReduction, 0); // the manikin has sent its scores
+        score->setParameter(E::compRateLowScoreReduction, slow);
+        score->setParameter(E::compRateHighScoreReduction, fast);
+        score->calculateAdvice();
+        const Figures figures = figuresOf(session);
+        QTEST(adviceText(figures.primaryAdvice, figures.primarySide), "text");
+    }
+
+    void levels()
+    {
+        QCOMPARE(verdictOn(-1, 50, 75).text, QString());
+        QCOMPARE(verdictOn(49, 50, 75).text, QString("below 50 %"));
+        QCOMPARE(verdictOn(50, 50, 75).text, QString("basic, from 50 %"));
+        QCOMPARE(verdictOn(75, 50, 75).text, QString("advanced, from 75 %"));
+        QVERIFY(verdictOn(50, 50).isPassed && !verdictOn(49, 50).isPassed);
+    }
+
+    // 50 to 60 mm, 5 mm, 100 to 120 per minute, 400 to 699 ml.
+    void barsInsideTheTarget()
+    {
+        const auto bars = [this](HistogramKind kind) {
+            QString marks;
+            for (const Bar &bar : barsOf(kind, targetsOf(m_session)))
+                marks += bar.isTarget ? 'x' : '-';
+            return marks;
+        };
+        QCOMPARE(bars(HistogramKind::Depth), QString("--xx--"));
+        QCOMPARE(bars(HistogramKind::Release), QString("xx----"));
+        QCOMPARE(bars(HistogramKind::CompressionRate), QString("--xx--"));
+        QCOMPARE(bars(HistogramKind::Volume), QString("--xx--"));
     }
 
     void everyAdviceHasWords()

@@ -10,14 +10,20 @@ Item {
     id: histogram
 
     required property string name
+    required property string unit
     required property var values // percent
+    required property var ranges // what each bar counts
+    required property var edges
+    required property var targets
     required property int total // compressions or ventilations in all bars; 0 when it is not known
     property int chosen: -1
 
     readonly property string shown: histogram.chosen < 0 ? "" : histogram.total > 0
-        ? qsTr("Bar %1: %2 % ≈ %3 of %4").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
+        ? qsTr("%1: %2 % ≈ %3 of %4").arg(histogram.ranges[histogram.chosen]).arg(histogram.values[histogram.chosen])
           .arg(Math.round(histogram.values[histogram.chosen] * histogram.total / 100)).arg(histogram.total)
-        : qsTr("Bar %1: %2 %").arg(histogram.chosen + 1).arg(histogram.values[histogram.chosen])
+        : histogram.share(histogram.chosen)
+
+    function share(bar) { return qsTr("%1: %2 %").arg(histogram.ranges[bar]).arg(histogram.values[bar]); }
 
     function move(step) {
         histogram.chosen = Math.max(0, Math.min(histogram.values.length - 1, histogram.chosen + step));
@@ -29,7 +35,7 @@ Item {
     Keys.onLeftPressed: histogram.move(-1)
     Keys.onRightPressed: histogram.move(1)
     Accessible.role: Accessible.Chart
-    Accessible.name: histogram.name + ": " + (histogram.shown || histogram.values.join(", "))
+    Accessible.name: histogram.name + ": " + (histogram.shown || histogram.values.map((value, bar) => histogram.share(bar)).join(", "))
     Accessible.focusable: true
 
     Column {
@@ -39,16 +45,20 @@ Item {
 
         PageText {
             width: parent.width
-            text: histogram.name
+            text: qsTr("%1, %2").arg(histogram.name).arg(histogram.unit)
             font.pixelSize: Look.small
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Math.round(9 * Look.unit)
             color: Look.muted
             Accessible.ignored: true
         }
         HistogramItem {
             id: bars
             width: parent.width
-            height: Math.round(84 * Look.unit)
+            height: Math.round(98 * Look.unit)
             values: histogram.values
+            edges: histogram.edges
+            targets: histogram.targets
             chosen: histogram.chosen
             dark: Look.dark
             textSize: Look.small
@@ -60,28 +70,14 @@ Item {
                 onExited: histogram.chosen = -1
             }
         }
-        Item {
+        PageText {
             width: parent.width
-            height: low.height
-
-            PageText {
-                id: low
-                width: parent.width
-                text: histogram.shown || qsTr("low")
-                font.pixelSize: Math.round(12 * Look.unit)
-                fontSizeMode: Text.HorizontalFit
-                minimumPixelSize: Math.round(9 * Look.unit)
-                color: histogram.chosen < 0 ? Look.muted : Look.text
-                Accessible.ignored: true
-            }
-            PageText {
-                anchors.right: parent.right
-                visible: histogram.chosen < 0
-                text: qsTr("high")
-                font.pixelSize: low.font.pixelSize
-                color: Look.muted
-                Accessible.ignored: true
-            }
+            text: histogram.shown || (histogram.targets.includes(true) ? qsTr("Shaded: target") : " ")
+            font.pixelSize: Math.round(12 * Look.unit)
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Math.round(9 * Look.unit)
+            color: histogram.chosen < 0 ? Look.muted : Look.text
+            Accessible.ignored: true
         }
     }
     FocusFrame { visible: histogram.activeFocus }

@@ -161,6 +161,7 @@ FocusScope {
             Layout.preferredHeight: Math.round(150 * Look.unit)
 
             WaveItem {
+                id: wave
                 anchors { fill: parent; margins: Look.gap }
                 session: page.viewer.session
                 kind: live.hasCompressions ? WaveItem.Depth : WaveItem.Volume
@@ -170,6 +171,13 @@ FocusScope {
                 Accessible.role: Accessible.Chart
                 Accessible.name: live.hasCompressions ? qsTr("Depth over the last 15 seconds")
                                                       : qsTr("Volume over the last 30 seconds")
+            }
+            PageText {
+                objectName: "lost"
+                anchors { right: parent.right; bottom: parent.bottom; margins: Look.gap }
+                visible: wave.lost > 0
+                text: qsTr("%1 s missing").arg(Number(wave.lost / 1000).toLocaleString(Qt.locale(), "f", 1))
+                font.pixelSize: Math.round(12 * Look.unit)
             }
         }
     }

@@ -50,10 +50,10 @@ Card {
         visible: summary.hasScores
 
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
-        ScoreTile { objectName: "overall"; title: qsTr("Overall"); percent: summary.overallScore; isMain: true }
-        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore }
-        ScoreTile { visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore }
-        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime }
+        ScoreTile { objectName: "overall"; title: qsTr("Overall"); percent: summary.overallScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced); isMain: true }
+        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
+        ScoreTile { visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
+        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime; verdict: summary.verdictText(percent, least) }
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
     }
     Row {

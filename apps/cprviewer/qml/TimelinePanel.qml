@@ -149,6 +149,13 @@ Card {
             text: qsTr("%1 of %2").arg(Words.time(panel.position, true)).arg(Words.time(timeline.length))
             font.pixelSize: Look.title
         }
+        PageText {
+            objectName: "lost"
+            visible: timeline.lost > 0
+            text: qsTr("%1 s not received").arg(Number(timeline.lost / 1000).toLocaleString(Qt.locale(), "f", 1))
+            color: Look.muted
+            font.pixelSize: Look.small
+        }
         ActionButton { text: "−"; help: qsTr("Show more time (−)"); onClicked: panel.zoom(0.8) }
         ActionButton { text: "+"; help: qsTr("Show less time (+)"); onClicked: panel.zoom(1.25) }
         ActionButton { objectName: "fit"; text: qsTr("Fit"); help: qsTr("Show the whole session (F)"); onClicked: timeline.fit() }

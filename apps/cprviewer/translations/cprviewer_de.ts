@@ -253,6 +253,22 @@
         <source>Bar %1: %2 % ≈ %3 of %4</source>
         <translation>Balken %1: %2 % ≈ %3 von %4</translation>
     </message>
+<message>
+        <source>%1: %2 % ≈ %3 of %4</source>
+        <translation>%1: %2 % ≈ %3 von %4</translation>
+    </message>
+    <message>
+        <source>%1: %2 %</source>
+        <translation>%1: %2 %</translation>
+    </message>
+    <message>
+        <source>%1, %2</source>
+        <translation>%1, %2</translation>
+    </message>
+    <message>
+        <source>Shaded: target</source>
+        <translation>Hinterlegt: Ziel</translation>
+    </message>
 </context>
 <context>
     <name>KeysDialog</name>
@@ -422,6 +438,10 @@
     <message>
         <source>Volume over the last 30 seconds</source>
         <translation>Volumen der letzten 30 Sekunden</translation>
+    </message>
+<message>
+        <source>%1 s missing</source>
+        <translation>%1 s fehlen</translation>
     </message>
 </context>
 <context>
@@ -818,6 +838,10 @@
     <message>
         <source>Show the whole session (F)</source>
         <translation>Ganze Sitzung zeigen (F)</translation>
+    </message>
+<message>
+        <source>%1 s not received</source>
+        <translation>%1 s nicht empfangen</translation>
     </message>
 </context>
 <context>
@@ -2023,6 +2047,106 @@
         <source>%1, asked for by the AED</source>
         <translation>%1, vom AED verlangt</translation>
     </message>
+<message>
+        <source>Ventilations per minute of the session</source>
+        <translation>Beatmungen je Minute der Sitzung</translation>
+    </message>
+    <message>
+        <source>Depth after release, at most</source>
+        <translation>Tiefe nach der Entlastung, höchstens</translation>
+    </message>
+    <message>
+        <source>Flow time at least, one rescuer</source>
+        <translation>Hands-on-Zeit mindestens, ein Helfer</translation>
+    </message>
+    <message>
+        <source>Flow time at least, two rescuers</source>
+        <translation>Hands-on-Zeit mindestens, zwei Helfer</translation>
+    </message>
+    <message>
+        <source>Flow time at least, compressions only</source>
+        <translation>Hands-on-Zeit mindestens, nur Kompressionen</translation>
+    </message>
+    <message>
+        <source>below %1 %2</source>
+        <translation>unter %1 %2</translation>
+    </message>
+    <message>
+        <source>%1 %2 or more</source>
+        <translation>ab %1 %2</translation>
+    </message>
+    <message>
+        <source>scenario paused</source>
+        <translation>Szenario angehalten</translation>
+    </message>
+    <message>
+        <source>scenario started</source>
+        <translation>Szenario gestartet</translation>
+    </message>
+    <message>
+        <source>shock delivered</source>
+        <translation>Schock abgegeben</translation>
+    </message>
+    <message>
+        <source>delayed switching on</source>
+        <translation>verzögertes Einschalten</translation>
+    </message>
+    <message>
+        <source>scenario chosen</source>
+        <translation>Szenario gewählt</translation>
+    </message>
+    <message>
+        <source>step of the scenario</source>
+        <translation>Schritt des Szenarios</translation>
+    </message>
+    <message>
+        <source>battery good</source>
+        <translation>Akku gut</translation>
+    </message>
+    <message>
+        <source>battery low</source>
+        <translation>Akku schwach</translation>
+    </message>
+    <message>
+        <source>battery empty</source>
+        <translation>Akku leer</translation>
+    </message>
+    <message>
+        <source>no failure</source>
+        <translation>keine Störung</translation>
+    </message>
+    <message>
+        <source>remote control: scenario</source>
+        <translation>Fernbedienung: Szenario</translation>
+    </message>
+    <message>
+        <source>AED connected</source>
+        <translation>AED verbunden</translation>
+    </message>
+    <message>
+        <source>Score of the compressions</source>
+        <translation>Punkte der Kompressionen</translation>
+    </message>
+    <message>
+        <source>Compressions with hands too low</source>
+        <translation>Kompressionen mit zu tief angesetzten Händen</translation>
+    </message>
+    <message>
+        <source>Score of the ventilations</source>
+        <translation>Punkte der Beatmungen</translation>
+    </message>
+    <message>
+        <source>Length of all pauses</source>
+        <translation>Dauer aller Pausen</translation>
+    </message>
+    <message>
+        <source>Average inflation time</source>
+        <translation>Durchschnittliche Inspirationszeit</translation>
+    </message>
+    <message>
+        <source>Compression rate, running mean</source>
+        <translation>Kompressionsfrequenz, laufender Mittelwert</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2324,6 +2448,14 @@
 <message>
         <source>%1 s, AED</source>
         <translation>%1 s, AED</translation>
+    </message>
+<message>
+        <source>%1 s not received</source>
+        <translation>%1 s nicht empfangen</translation>
+    </message>
+    <message>
+        <source>depths, with their median</source>
+        <translation>Tiefen, mit Median</translation>
     </message>
 </context>
 <context>
@@ -2776,5 +2908,21 @@
         <source>CPR asked for</source>
         <translation>HLW verlangt</translation>
     </message>
-</context>
+<message>
+        <source>below %1 %</source>
+        <translation>unter %1 %</translation>
+    </message>
+    <message>
+        <source>at least %1 %</source>
+        <translation>mindestens %1 %</translation>
+    </message>
+    <message>
+        <source>basic, from %1 %</source>
+        <translation>Grundstufe ab %1 %</translation>
+    </message>
+    <message>
+        <source>advanced, from %1 %</source>
+        <translation>Fortgeschritten ab %1 %</translation>
+    </message>
+    </context>
 </TS>
