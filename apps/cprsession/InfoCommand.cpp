@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionreview/Figures.h"
 
@@ -47,7 +48,8 @@ QString infoText(const CPRData &session, const Figures &figures,
 {
     QString text;
     const auto line = [&text](const char *label, const QString &value) {
-        text += QString::fromLatin1(label).leftJustified(14) + value + QLatin1Char('\n');
+        text += QString::fromLatin1(label).leftJustified(14) + PrintableText::escaped(value)
+            + QLatin1Char('\n');
     };
 
     QString compressions = QString::number(figures.compressions);
