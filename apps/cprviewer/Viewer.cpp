@@ -10,12 +10,23 @@
 #include "sessionreview/Figures.h"
 
 #include <manikinsim/Scenario.h>
+#include <private/PrintableText.h>
 
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 using manikinlog::SessionJournal;
+
+namespace {
+
+// What a file is called in front of people.
+QString shownName(const QString &name)
+{
+    return PrintableText::shown(QFileInfo(name).fileName());
+}
+
+} // namespace
 
 Viewer::Paths Viewer::Paths::ofUser()
 {
@@ -69,7 +80,7 @@ void Viewer::open(const QString &name)
 void Viewer::load(const QString &name, SessionLoader::Kind kind)
 {
     setProblem(QString());
-    m_loadedName = QFileInfo(name).fileName();
+    m_loadedName = shownName(name);
     m_loadedShare = 0;
     m_loader.load(name, kind);
     Q_EMIT loadedShareChanged();
@@ -122,7 +133,7 @@ bool Viewer::startReplay(const QString &name, double speed)
         setProblem(error);
         return false;
     }
-    startLive(std::move(source), QFileInfo(name).fileName(), speed);
+    startLive(std::move(source), shownName(name), speed);
     return true;
 }
 
@@ -212,7 +223,7 @@ Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
         }
         if (error.isEmpty() && !isLive()) {
             m_recentFiles.add(name);
-            m_opened.name = QFileInfo(name).fileName();
+            m_opened.name = shownName(name);
             Q_EMIT nameChanged();
             setSaved();
         }
@@ -232,6 +243,11 @@ Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
     return writeFile(url, QStringLiteral("png"), replaces, [this](const QString &name) {
         return SessionExport::writePicture(name, *session());
     });
+}
+
+QString Viewer::fileName(const QUrl &url) const
+{
+    return PrintableText::shown(url.fileName());
 }
 
 QUrl Viewer::proposedFile(const QString &ending) const
@@ -276,8 +292,9 @@ void Viewer::discardLeft()
     findLeft();
 }
 
-void Viewer::setProblem(const QString &text)
+void Viewer::setProblem(const QString &problem)
 {
+    const QString text = PrintableText::shown(problem);
     if (text == m_problem)
         return;
     m_problem = text;

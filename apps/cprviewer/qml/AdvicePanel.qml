@@ -32,14 +32,14 @@ Card {
         anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
         spacing: Look.gap
 
-        Text {
+        PlainText {
             visible: !panel.isIdle
             text: panel.isRight ? "✓" : "!"
             color: panel.isRight ? Look.good : Look.accentText
             font.pixelSize: Math.round(46 * Look.unit)
             font.bold: true
         }
-        Text {
+        PlainText {
             Layout.fillWidth: true
             Layout.fillHeight: true
             text: panel.words
