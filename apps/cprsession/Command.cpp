@@ -2,21 +2,13 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "private/Terminal.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
 
 #include <cstdio>
-
-namespace {
-
-void write(std::FILE *stream, const QByteArray &bytes)
-{
-    std::fwrite(bytes.constData(), 1, static_cast<std::size_t>(bytes.size()), stream);
-}
-
-} // namespace
 
 QString fileName(const std::string &argument)
 {
@@ -35,7 +27,12 @@ bool wouldReplace(const QString &target, const QString &input)
 
 void print(const QString &text)
 {
-    write(stdout, text.toUtf8());
+    Terminal::write(stdout, text);
+}
+
+void printLine(const QString &text)
+{
+    Terminal::writeLine(stdout, text);
 }
 
 void showLibraryLog(bool shown)
@@ -48,7 +45,7 @@ void showLibraryLog(bool shown)
 
 void complain(const QString &text)
 {
-    write(stderr, "cprsession: " + text.toUtf8() + '\n');
+    Terminal::writeLine(stderr, QStringLiteral("cprsession: ") + text);
 }
 
 ExitStatus fail(const QString &text)

@@ -39,8 +39,12 @@ void addRecoverCommand(CLI::App &app, Run &run);
 QString fileName(const std::string &argument);
 /// Whether \a target and \a input are one file, so that writing would destroy the input. Complains.
 bool wouldReplace(const QString &target, const QString &input);
-/// Writes a result to stdout, as UTF-8.
+/// @{
+/// Writes a result to stdout, as UTF-8: a text whose line breaks are the program's own, or one line
+/// that may hold anything. What cannot be seen is escaped.
 void print(const QString &text);
+void printLine(const QString &text);
+/// @}
 /// Whether the library's own log, which says what it cannot read, goes to stderr.
 void showLibraryLog(bool shown);
 /// One line on stderr that says what was wrong, where, and what to do.

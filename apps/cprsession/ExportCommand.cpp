@@ -5,6 +5,7 @@
 #include "OrderedParts.h"
 #include "Progress.h"
 #include "private/AtomicFile.h"
+#include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionfiles/SessionTable.h"
 #include "sessionfiles/TableWriter.h"
@@ -34,6 +35,7 @@ struct ExportOptions {
     std::string format;
     std::vector<std::string> columns;
     std::string separator = ",";
+    bool raw = false;
     std::string output;
     int jobs = 1;
 };
@@ -95,6 +97,7 @@ public:
             m_isArray ? QJsonDocument(QJsonArray{object}).toJson() : QJsonDocument(object).toJson();
         if (m_isArray)
             bytes = bytes.mid(1, bytes.size() - 1 - int(qstrlen(arrayEnd)));
+        bytes = PrintableText::escapedLines(QString::fromUtf8(bytes)).toUtf8();
         return part->write(bytes) == bytes.size();
     }
 
@@ -109,6 +112,7 @@ public:
     TableDocument(std::unique_ptr<SessionTable> table, const ExportOptions &options)
         : m_table(std::move(table)), m_isJson(options.format == "json"),
           m_csvSeparator(QString::fromStdString(options.separator)),
+          m_csvTexts(options.raw ? TableWriter::Texts::Raw : TableWriter::Texts::Harmless),
           m_hasFileColumn(options.sessions.size() > 1), m_columns(m_table->columns())
     {
         if (m_hasFileColumn)
@@ -138,7 +142,8 @@ public:
 private:
     std::unique_ptr<TableWriter> writerTo(QIODevice *device) const
     {
-        return m_isJson ? TableWriter::json(device) : TableWriter::csv(device, m_csvSeparator);
+        return m_isJson ? TableWriter::json(device)
+                        : TableWriter::csv(device, m_csvSeparator, m_csvTexts);
     }
     template <typename Write> QByteArray written(Write write) const
     {
@@ -151,6 +156,7 @@ private:
     std::unique_ptr<SessionTable> m_table;
     bool m_isJson;
     QString m_csvSeparator;
+    TableWriter::Texts m_csvTexts;
     bool m_hasFileColumn;
     QVector<TableWriter::Column> m_columns;
 };
@@ -256,8 +262,11 @@ ExitStatus runExport(ExportOptions options)
 {
     if (options.separator == "\\t")
         options.separator = "\t";
-    if (options.separator.size() != 1)
-        return refuse(QStringLiteral("--separator takes one character, or \\t for a tab"));
+    const char separator = options.separator.size() == 1 ? options.separator.front() : '"';
+    const bool isSeparator = separator == '\t' || (separator >= ' ' && separator <= '~');
+    if (!isSeparator || separator == '"')
+        return refuse(QStringLiteral("--separator takes one character of ASCII but no quotation "
+                                     "mark, or \\t for a tab"));
     const bool isTelemetry = options.what == "telemetry";
     if (isTelemetry && options.format == "csv")
         return refuse(QStringLiteral("telemetry is exported as JSON only; use --format json"));
@@ -319,6 +328,9 @@ void addExportCommand(CLI::App &app, Run &run)
         ->add_option("--separator", options->separator,
                      "Separator of CSV cells; ';' makes the decimal sign a comma")
         ->capture_default_str();
+    command->add_flag("--raw", options->raw,
+                      "Texts in CSV as the session has them, even if a spreadsheet would compute "
+                      "them; for programs");
     command->add_option("-o,--output", options->output, "File to write instead of stdout")
         ->type_name("FILE");
     command

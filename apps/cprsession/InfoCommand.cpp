@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionreview/RecordedFigures.h"
 
@@ -93,7 +94,8 @@ QString infoText(const CPRData &session, const SessionReview &review,
     const Figures &figures = review.figures;
     QString text;
     const auto line = [&text](const char *label, const QString &value) {
-        text += QString::fromLatin1(label).leftJustified(14) + value + QLatin1Char('\n');
+        text += QString::fromLatin1(label).leftJustified(14) + PrintableText::escaped(value)
+            + QLatin1Char('\n');
     };
 
     QString compressions = QString::number(figures.compressions);

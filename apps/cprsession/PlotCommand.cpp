@@ -5,13 +5,16 @@
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
+#include <private/Units.h>
 #include <sessionplot/PictureFile.h>
 
 #include <QFileInfo>
 #include <QSize>
 
 #include <cmath>
+#include <limits>
 #include <memory>
+#include <optional>
 
 namespace {
 
@@ -19,7 +22,7 @@ struct PlotOptions {
     std::string session;
     std::string output;
     double from = 0;
-    double to = -1; // to the end
+    std::optional<double> to; // the end of the session
     std::string size = "1600x900";
 };
 
@@ -35,11 +38,16 @@ QSize parseSize(const std::string &text)
     return isDrawable ? size : QSize();
 }
 
-// Seconds from the command line as ms.
+// Session time is an int of ms. False for what is no number, too.
+bool isSessionTime(double secs)
+{
+    constexpr int maxSecs = std::numeric_limits<int>::max() / Units::msecsPerSecond;
+    return secs >= 0 && secs <= maxSecs;
+}
+
 qint64 msecs(double secs)
 {
-    constexpr double maxSecs = 1e9;
-    return std::llround(qBound(-1.0, secs, maxSecs) * 1000);
+    return std::llround(secs * Units::msecsPerSecond);
 }
 
 ExitStatus runPlot(const PlotOptions &options)
@@ -48,6 +56,8 @@ ExitStatus runPlot(const PlotOptions &options)
     if (size.isEmpty())
         return refuse(QStringLiteral("--size takes WIDTHxHEIGHT with sides of 1 to %1, not \"%2\"")
                           .arg(QString::number(maxSide), QString::fromStdString(options.size)));
+    if (!isSessionTime(options.from) || !isSessionTime(options.to.value_or(0)))
+        return refuse(QStringLiteral("--from and --to take seconds of the session, from 0 on"));
     const QString target = fileName(options.output);
     if (!sessionplot::pictureSuffixes().contains(QFileInfo(target).suffix().toLower()))
         return refuse(QStringLiteral("%1 is no picture that can be drawn; there are %2")
@@ -60,8 +70,8 @@ ExitStatus runPlot(const PlotOptions &options)
     if (!loaded.isArchive)
         return fail(QStringLiteral("%1 cannot be read as a session archive").arg(name));
     QString error;
-    if (!sessionplot::writePicture(target, size, msecs(options.from), msecs(options.to), session,
-                                   &error))
+    const qint64 to = options.to ? msecs(*options.to) : -1;
+    if (!sessionplot::writePicture(target, size, msecs(options.from), to, session, &error))
         return fail(error);
     if (!loaded.isComplete)
         return fail(QStringLiteral("%1 is damaged; what could be read is drawn").arg(name));

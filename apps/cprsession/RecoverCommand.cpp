@@ -70,17 +70,17 @@ ExitStatus recoverLog(const QString &input, const QString &target)
     if (!saved.isComplete)
         complain(saved.reason);
 
-    print(QStringLiteral("%1: %2 records give a session of %3 s with %4 events\n")
-              .arg(input, QString::number(records),
-                   QString::number(session.compressionData()->sessionTime() / 1000.0, 'f', 1),
-                   QString::number(session.cprEvents()->events().size())));
+    printLine(QStringLiteral("%1: %2 records give a session of %3 s with %4 events")
+                  .arg(input, QString::number(records),
+                       QString::number(session.compressionData()->sessionTime() / 1000.0, 'f', 1),
+                       QString::number(session.cprEvents()->events().size())));
     if (const qint64 lines = reader.skippedLines(); lines == 1)
-        print(QStringLiteral("a line is left out: %1\n").arg(reader.skippedError()));
+        printLine(QStringLiteral("a line is left out: %1").arg(reader.skippedError()));
     else if (lines > 1)
-        print(QStringLiteral("%1 lines are left out, the first: %2\n")
-                  .arg(QString::number(lines), reader.skippedError()));
+        printLine(QStringLiteral("%1 lines are left out, the first: %2")
+                      .arg(QString::number(lines), reader.skippedError()));
     if (!reader.errorString().isEmpty())
-        print(QStringLiteral("the rest is left out: %1\n").arg(reader.errorString()));
+        printLine(QStringLiteral("the rest is left out: %1").arg(reader.errorString()));
     const bool isAll = reader.skippedLines() == 0 && reader.errorString().isEmpty();
     return isAll && saved.isComplete ? ExitStatus::Done : ExitStatus::Failed;
 }
@@ -101,7 +101,8 @@ ExitStatus recoverArchive(const QString &input, const QString &target)
     const sessionfiles::SaveResult saved = sessionfiles::save(target, session);
     if (!saved.isSaved)
         return fail(saved.reason);
-    print(session.report.join(QLatin1Char('\n')) + QLatin1Char('\n'));
+    for (const QString &line : session.report)
+        printLine(line);
     return session.isAll ? ExitStatus::Done : ExitStatus::Failed;
 }
 

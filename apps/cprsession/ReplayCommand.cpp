@@ -33,6 +33,9 @@ struct ReplayOptions {
     bool force = false;
 };
 
+constexpr double minSpeed = 0.001;
+constexpr double maxSpeed = 1000;
+
 volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void onInterrupt(int)
@@ -51,11 +54,12 @@ public:
     {
         if (m_speed <= 0)
             return;
-        const auto due = static_cast<qint64>(static_cast<double>(msecs) / m_speed);
-        while (!interrupted && m_clock.elapsed() < due) {
+        constexpr double maxSleepMs = 50;
+        const double due = static_cast<double>(msecs) / m_speed;
+        const auto rest = [&] { return due - static_cast<double>(m_clock.elapsed()); };
+        while (!interrupted && rest() > 0) {
             meanwhile();
-            const qint64 rest = qMax(due - m_clock.elapsed(), qint64(0));
-            QThread::msleep(static_cast<unsigned long>(qMin(rest, qint64(50))));
+            QThread::msleep(static_cast<unsigned long>(qBound(0.0, rest(), maxSleepMs)));
         }
     }
 
@@ -64,7 +68,8 @@ private:
     QElapsedTimer m_clock;
 };
 
-// The factor for "max" (0) or a positive number.
+// The factor for "max" (0) or a number between the slowest and the fastest that a clock of ms can
+// pace.
 bool parseSpeed(const std::string &text, double *speed)
 {
     *speed = 0;
@@ -72,7 +77,7 @@ bool parseSpeed(const std::string &text, double *speed)
         return true;
     bool ok = false;
     *speed = QString::fromStdString(text).toDouble(&ok);
-    return ok && *speed > 0;
+    return ok && *speed >= minSpeed && *speed <= maxSpeed;
 }
 
 // The manikin has sent all it will send.
@@ -195,7 +200,9 @@ ExitStatus runReplay(const ReplayOptions &options)
 {
     double speed = 0;
     if (!parseSpeed(options.speed, &speed))
-        return refuse(QStringLiteral("--speed takes a positive number or max"));
+        return refuse(QStringLiteral("--speed takes a number from %1 to %2, or max")
+                          .arg(minSpeed)
+                          .arg(maxSpeed));
     const QString target = fileName(options.session);
     if (QFileInfo::exists(target) && !options.force)
         return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));

@@ -16,6 +16,7 @@
 #include <QDateTime>
 #include <QFileInfo>
 
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,7 +30,7 @@ using manikinsim::Simulator;
 struct SimulateOptions {
     bool list = false;
     std::string scenario = "beginner";
-    quint64 seed = 1;
+    std::string seed = "1";
     std::optional<int> duration;
     std::string protocol;
     std::string start;
@@ -146,12 +147,17 @@ ExitStatus runSimulate(const SimulateOptions &options)
     const std::optional<Scenario> scenario = requestedScenario(options, &error);
     if (!scenario)
         return refuse(error);
+    bool isSeed = false; // CLI11 would make the greatest number of -1
+    const quint64 seed = QString::fromStdString(options.seed).toULongLong(&isSeed);
+    if (!isSeed)
+        return refuse(QStringLiteral("--seed takes a whole number from 0 to %1")
+                          .arg(std::numeric_limits<quint64>::max()));
     const bool isLog = !options.log.empty();
     const QString target = fileName(isLog ? options.log : options.session);
     if (QFileInfo::exists(target) && !options.force)
         return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
 
-    Simulator simulator(*scenario, options.seed);
+    Simulator simulator(*scenario, seed);
     const std::optional<QString> reason =
         isLog ? writeLog(simulator, target) : writeSession(simulator, target);
     return reason ? fail(*reason) : ExitStatus::Done;

@@ -5,13 +5,17 @@
 #include "Progress.h"
 #include "ShellSupport.h"
 #include "private/ProgramStart.h"
+#include "private/Terminal.h"
 
 #include <QGuiApplication>
 
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 
+#include <algorithm>
 #include <memory>
+#include <optional>
+#include <vector>
 
 namespace {
 
@@ -36,17 +40,30 @@ void addGenerateCommand(CLI::App &app, Run &run)
     add("man", [](const CLI::App &all) { return ShellSupport::manPage(all, version); });
 }
 
-} // namespace
-
-int main(int argc, char *argv[])
+// Why the command line is refused although CLI11 accepts it; none when it is not. No option has a
+// meaning for an empty text.
+std::optional<QString> whyRefused(const CLI::App &app)
 {
-    ProgramStart::occupyStandardStreams();
+    for (const CLI::App *verb : app.get_subcommands()) {
+        for (const CLI::Option *option : verb->get_options()) {
+            const std::vector<std::string> &texts = option->results();
+            if (std::find(texts.begin(), texts.end(), std::string()) != texts.end())
+                return QStringLiteral("%1 needs a text that is not empty")
+                    .arg(QString::fromStdString(option->get_name()));
+        }
+    }
+    return std::nullopt;
+}
+
+ExitStatus runProgram(int argc, char *argv[])
+{
     CLI::App app("CPR training sessions from the command line.", "cprsession");
     app.set_version_flag("--version", version);
     app.require_subcommand(1);
     app.fallthrough();
     app.failure_message([](const CLI::App *, const CLI::Error &error) {
-        return std::string("cprsession: ") + error.what()
+        return "cprsession: "
+            + PrintableText::escaped(QString::fromLocal8Bit(error.what())).toStdString()
             + "; --help shows what can be asked for\n";
     });
     bool quiet = false;
@@ -68,9 +85,10 @@ int main(int argc, char *argv[])
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
         // Zero for --help and --version; everything else is wrong usage, whatever CLI11 calls it.
-        return app.exit(error) == 0 ? static_cast<int>(ExitStatus::Done)
-                                    : static_cast<int>(ExitStatus::WrongUsage);
+        return app.exit(error) == 0 ? ExitStatus::Done : ExitStatus::WrongUsage;
     }
+    if (const std::optional<QString> reason = whyRefused(app))
+        return refuse(*reason);
     Progress::setShown(!quiet);
 
     std::unique_ptr<QCoreApplication> application;
@@ -79,5 +97,17 @@ int main(int argc, char *argv[])
     else
         application = std::make_unique<QCoreApplication>(argc, argv);
     showLibraryLog(true);
-    return static_cast<int>(run.verb());
+    return run.verb();
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    ProgramStart::occupyStandardStreams();
+    Terminal::showLog();
+    ExitStatus status = runProgram(argc, argv);
+    if (!Terminal::isOutputWritten() && status == ExitStatus::Done)
+        status = fail(QStringLiteral("the output cannot be written; is the disk full?"));
+    return static_cast<int>(status);
 }

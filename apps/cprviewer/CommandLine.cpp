@@ -3,7 +3,10 @@
 
 #include "CommandLine.h"
 
+#include "private/Terminal.h"
+
 #include <manikinsim/Scenario.h>
+#include <private/Units.h>
 
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
@@ -12,7 +15,8 @@
 #include <QFile>
 #include <QFileInfo>
 
-#include <cstdio>
+#include <algorithm>
+#include <limits>
 
 namespace {
 
@@ -20,6 +24,9 @@ constexpr char version[] = "cprviewer " CPRVIEWER_VERSION;
 constexpr int minWidth = 960;
 constexpr int minHeight = 600;
 constexpr int maxSide = 16384;
+constexpr double minSpeed = 0.001;
+constexpr double maxSpeed = 1000;
+constexpr double maxSecs = std::numeric_limits<int>::max() / Units::msecsPerSecond;
 
 QString fromShell(const std::string &argument)
 {
@@ -46,7 +53,7 @@ ExitStatus refuse(const QString &text)
 
 void complain(const QString &text)
 {
-    std::fputs(("cprviewer: " + text.toUtf8() + '\n').constData(), stderr);
+    Terminal::writeLine(stderr, QStringLiteral("cprviewer: ") + text);
 }
 
 std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
@@ -59,28 +66,29 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         std::string screenshot;
         std::string size = "1280x800";
         std::string language;
-        double at = -1;
+        std::optional<double> at;
     } given;
 
     CLI::App app("Watches CPR training sessions and looks them over.", "cprviewer");
     app.set_version_flag("--version", version);
     app.failure_message([](const CLI::App *, const CLI::Error &error) {
-        return std::string("cprviewer: ") + error.what() + "; --help shows what can be asked for\n";
+        return "cprviewer: "
+            + PrintableText::escaped(QString::fromLocal8Bit(error.what())).toStdString()
+            + "; --help shows what can be asked for\n";
     });
     app.add_option("session", given.file, "Session archive or recorded log to look over")
         ->type_name("SESSION.zip|LOG");
     CLI::Option *live = app.add_option("--live", given.scenario, "Start the simulated manikin")
                             ->type_name("SCENARIO");
     app.add_option("--seed", seed, "The same scenario and seed give the same session every time")
-        ->capture_default_str();
+        ->capture_default_str()
+        ->check(CLI::Range(0, std::numeric_limits<int>::max()));
     app.add_option("--replay", given.log, "Play a recorded log as if it came from the manikin")
         ->type_name("LOG")
         ->excludes(live);
     app.add_option("--speed", speed, "1 lets a live session run in real time, 2 twice as fast")
-        ->capture_default_str()
-        ->check(CLI::PositiveNumber);
-    app.add_option("--at", given.at, "Begin a live session at this session time, s")
-        ->check(CLI::NonNegativeNumber);
+        ->capture_default_str();
+    app.add_option("--at", given.at, "Begin a live session at this session time, s");
     app.add_option("--page", given.page, "The page to begin with: live or review")
         ->check(CLI::IsMember({"live", "review"}));
     app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
@@ -110,12 +118,23 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     screenshot = fromShell(given.screenshot);
     language = fromShell(given.language);
     size = parseSize(fromShell(given.size));
-    if (given.at >= 0)
-        atSecs = given.at;
-    if (size.isEmpty())
+    atSecs = given.at;
+    for (const CLI::Option *option : app.get_options()) {
+        const std::vector<std::string> &texts = option->results();
+        if (std::find(texts.begin(), texts.end(), std::string()) != texts.end())
+            return refuse(QStringLiteral("%1 needs a text that is not empty")
+                              .arg(QString::fromStdString(option->get_name())));
+    }
+    // Not a number is neither.
+    if (!(speed >= minSpeed && speed <= maxSpeed))
         return refuse(
-            QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 on, not \"%3\"")
-                .arg(QString::number(minWidth), QString::number(minHeight), fromShell(given.size)));
+            QStringLiteral("--speed takes a number from %1 to %2").arg(minSpeed).arg(maxSpeed));
+    if (!(atSecs.value_or(0) >= 0 && atSecs.value_or(0) <= maxSecs))
+        return refuse(QStringLiteral("--at takes seconds of the session, from 0 on"));
+    if (size.isEmpty())
+        return refuse(QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 to %3x%3, not \"%4\"")
+                          .arg(QString::number(minWidth), QString::number(minHeight),
+                               QString::number(maxSide), fromShell(given.size)));
     if (!file.isEmpty() && isLive())
         return refuse(
             QStringLiteral("%1 is opened, or a live session is started, not both").arg(file));

@@ -10,6 +10,7 @@
 #include "sessionreview/Figures.h"
 
 #include <manikinsim/Scenario.h>
+#include <private/PrintableText.h>
 
 #include <QDir>
 #include <QFileInfo>
@@ -17,6 +18,16 @@
 
 using cprquick::SessionLoader;
 using manikinlog::SessionJournal;
+
+namespace {
+
+// What a file is called in front of people.
+QString shownName(const QString &name)
+{
+    return PrintableText::shown(QFileInfo(name).fileName());
+}
+
+} // namespace
 
 Viewer::Paths Viewer::Paths::ofUser()
 {
@@ -70,7 +81,7 @@ void Viewer::open(const QString &name)
 void Viewer::load(const QString &name, SessionLoader::Kind kind)
 {
     setProblem(QString());
-    m_loadedName = QFileInfo(name).fileName();
+    m_loadedName = shownName(name);
     m_loadedShare = 0;
     m_loader.load(name, kind);
     Q_EMIT loadedShareChanged();
@@ -123,7 +134,7 @@ bool Viewer::startReplay(const QString &name, double speed)
         setProblem(error);
         return false;
     }
-    startLive(std::move(source), QFileInfo(name).fileName(), speed, true);
+    startLive(std::move(source), shownName(name), speed, true);
     return true;
 }
 
@@ -228,7 +239,7 @@ Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
                          }
                          if (saved.isSaved && !isLive()) {
                              m_recentFiles.add(name);
-                             m_opened.name = QFileInfo(name).fileName();
+                             m_opened.name = shownName(name);
                              Q_EMIT nameChanged();
                              if (saved.isComplete)
                                  setSaved();
@@ -252,6 +263,11 @@ Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
                      [this](const QString &name, QString *error) {
                          return SessionExport::writePicture(name, *session(), error);
                      });
+}
+
+QString Viewer::fileName(const QUrl &url) const
+{
+    return PrintableText::shown(url.fileName());
 }
 
 QUrl Viewer::proposedFile(const QString &ending) const
@@ -296,8 +312,9 @@ void Viewer::discardLeft()
     findLeft();
 }
 
-void Viewer::setProblem(const QString &text)
+void Viewer::setProblem(const QString &problem)
 {
+    const QString text = PrintableText::shown(problem);
     if (text == m_problem)
         return;
     m_problem = text;

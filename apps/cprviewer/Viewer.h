@@ -118,7 +118,7 @@ public:
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
     Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
     /// The name of a file without its folder, in front of people.
-    Q_INVOKABLE QString fileName(const QUrl &url) const { return url.fileName(); }
+    Q_INVOKABLE QString fileName(const QUrl &url) const;
     /// A file to propose for the session; its name ends as \a ending, "-events.csv", say.
     Q_INVOKABLE QUrl proposedFile(const QString &ending) const;
     /// The session need not be saved.
@@ -163,7 +163,7 @@ private:
     template <typename Write>
     SaveResult writeFile(const QUrl &url, const QString &suffix, bool replaces, Write write);
     void setSaved();
-    void setProblem(const QString &text);
+    void setProblem(const QString &problem);
     void findLeft();
 
     QSettings m_settings;

@@ -6,6 +6,7 @@
 #include "Viewer.h"
 #include "ViewerTypes.h"
 #include "private/ProgramStart.h"
+#include "private/Terminal.h"
 
 #include <private/Units.h>
 
@@ -57,7 +58,7 @@ bool begin(Viewer &viewer, const CommandLine &line)
         ? viewer.startScenario(line.scenario, line.seed, speed)
         : viewer.startReplay(line.log, speed);
     if (line.atSecs)
-        viewer.advanceTo(qint64(qMin(*line.atSecs, 1e9) * Units::msecsPerSecond));
+        viewer.advanceTo(qint64(*line.atSecs * Units::msecsPerSecond));
     else if (isPicture)
         viewer.advanceTo(std::numeric_limits<qint64>::max());
     return isStarted;
@@ -68,9 +69,15 @@ bool begin(Viewer &viewer, const CommandLine &line)
 int main(int argc, char *argv[])
 {
     ProgramStart::occupyStandardStreams();
+    Terminal::showLog();
     CommandLine line;
-    if (const std::optional<ExitStatus> status = line.parse(argc, argv))
+    if (std::optional<ExitStatus> status = line.parse(argc, argv)) {
+        if (!Terminal::isOutputWritten()) {
+            complain(QStringLiteral("the output cannot be written; is the disk full?"));
+            status = ExitStatus::Failed;
+        }
         return static_cast<int>(*status);
+    }
     const bool isPicture = !line.screenshot.isEmpty();
     if (!isPicture && !hasDisplay()) {
         complain(QStringLiteral("there is no display, neither DISPLAY nor WAYLAND_DISPLAY is set; "

@@ -11,6 +11,7 @@
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
+#include <private/PrintableText.h>
 #include <private/Units.h>
 #include <sessionplot/Scales.h>
 
@@ -76,7 +77,7 @@ QString EventText::detail() const
                   .arg(valueText(E::compInactivity))
             : valueText(E::compInactivity);
     if (const std::optional<Flag> flag = flagOf(m_event)) {
-        const QString text = flagText(*flag);
+        const QString text = PrintableText::shown(flagText(*flag));
         return text.isEmpty() ? valueText(E::aedType) : text; // which AED is connected
     }
     return standingDetail();

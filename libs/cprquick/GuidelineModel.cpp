@@ -3,6 +3,7 @@
 
 #include "cprquick/GuidelineModel.h"
 
+#include <private/PrintableText.h>
 #include <private/Units.h>
 
 #include <QCoreApplication>
@@ -70,7 +71,7 @@ QString withUnit(const QString &value, Unit unit)
 QString numberText(const QVariant &value, Unit unit)
 {
     if (value.userType() == QMetaType::QString)
-        return value.toString();
+        return PrintableText::shown(value.toString());
     const int number = value.toInt();
     if (number <= 0)
         return QString();

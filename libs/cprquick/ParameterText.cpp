@@ -9,6 +9,7 @@
 #include "sessionreview/Words.h"
 
 #include <Vocabulary.h>
+#include <private/PrintableText.h>
 #include <private/Units.h>
 
 #include <sessionplot/Scales.h>
@@ -171,6 +172,36 @@ QString clockText(const QVariant &value)
     return sessionplot::timeText(value.toInt(), tenthsMs, false);
 }
 
+QString valueText(const Vocabulary::Parameter &row, E::ParameterType type, const QVariant &value)
+{
+    // clang-format off
+    switch (row.form) {
+    case Form::Percent:
+    case Form::Force:     return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "not measured") : withUnit(numberText(type, value), type);
+    case Form::Seconds:   return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "none") : withUnit(numberText(type, value), type);
+    case Form::YesNo:     return textOf(shockables, value.toBool() ? 1 : 0);
+    case Form::Names:     return value.toString().split(QLatin1Char(','), Qt::SkipEmptyParts).join(QLatin1String(", "));
+    case Form::Clock:     return clockText(value);
+    case Form::Date:      return dateText(value);
+    case Form::Timestamp: return timestampText(value.toLongLong());
+    case Form::Advice:    return value.toInt() == E::Advice_None ? QCoreApplication::translate("cprquick", "none") : orNumber(sessionreview::adviceText(value.toInt()), value);
+    case Form::Protocol:  return sessionreview::protocolText(value.toInt());
+    case Form::Manikin:   return orNumber(sessionreview::manikinText(value.toInt(), QString()), value);
+    case Form::Stiffness: return textOf(stiffnesses, value);
+    case Form::AedEvent:  return orNumber(aedText(value.toInt()), value);
+    case Form::AedType:   return textOf(aedTypes, value);
+    case Form::Rhythm:    return orNumber(sessionreview::rhythmText(value.toInt()), value);
+    case Form::Pulse:     return textOf(pulses, value);
+    case Form::Shockable: return textOf(shockables, value);
+    case Form::Button:    return buttonText(value);
+    case Form::Internal:  return QString();
+    case Form::Plain:
+    case Form::PerMinute: break;
+    }
+    // clang-format on
+    return withUnit(numberText(type, value), type);
+}
+
 } // namespace
 
 QString eventTypeText(E::EventType type)
@@ -211,32 +242,7 @@ QString parameterValueText(E::ParameterType type, const QVariant &value)
     const Vocabulary::Parameter *row = Vocabulary::parameter(type);
     if (!row || !value.isValid())
         return QString();
-    // clang-format off
-    switch (row->form) {
-    case Form::Percent:
-    case Form::Force:     return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "not measured") : withUnit(numberText(type, value), type);
-    case Form::Seconds:   return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "none") : withUnit(numberText(type, value), type);
-    case Form::YesNo:     return textOf(shockables, value.toBool() ? 1 : 0);
-    case Form::Names:     return value.toString().split(QLatin1Char(','), Qt::SkipEmptyParts).join(QLatin1String(", "));
-    case Form::Clock:     return clockText(value);
-    case Form::Date:      return dateText(value);
-    case Form::Timestamp: return timestampText(value.toLongLong());
-    case Form::Advice:    return value.toInt() == E::Advice_None ? QCoreApplication::translate("cprquick", "none") : orNumber(sessionreview::adviceText(value.toInt()), value);
-    case Form::Protocol:  return sessionreview::protocolText(value.toInt());
-    case Form::Manikin:   return orNumber(sessionreview::manikinText(value.toInt(), QString()), value);
-    case Form::Stiffness: return textOf(stiffnesses, value);
-    case Form::AedEvent:  return orNumber(aedText(value.toInt()), value);
-    case Form::AedType:   return textOf(aedTypes, value);
-    case Form::Rhythm:    return orNumber(sessionreview::rhythmText(value.toInt()), value);
-    case Form::Pulse:     return textOf(pulses, value);
-    case Form::Shockable: return textOf(shockables, value);
-    case Form::Button:    return buttonText(value);
-    case Form::Internal:  return QString();
-    case Form::Plain:
-    case Form::PerMinute: break;
-    }
-    // clang-format on
-    return withUnit(numberText(type, value), type);
+    return PrintableText::shown(valueText(*row, type, value));
 }
 
 QString parameterTextIn(const CPREventBase &event, E::ParameterType type)

@@ -6,6 +6,8 @@
 #include "sessionreview/Scores.h"
 #include "sessionreview/Words.h"
 
+#include <private/PrintableText.h>
+
 namespace cprquick {
 
 SessionSummary::SessionSummary(QObject *parent) : QObject(parent)
@@ -31,6 +33,19 @@ void SessionSummary::refresh()
     Q_EMIT changed();
 }
 
+QStringList SessionSummary::learners() const
+{
+    QStringList names;
+    for (const QString &learner : m_figures.learners)
+        names.append(PrintableText::shown(learner));
+    return names;
+}
+
+QString SessionSummary::guidelines() const
+{
+    return PrintableText::shown(m_figures.guidelines);
+}
+
 QString SessionSummary::protocolText() const
 {
     return sessionreview::protocolText(m_figures.protocol);
@@ -38,7 +53,7 @@ QString SessionSummary::protocolText() const
 
 QString SessionSummary::manikinText() const
 {
-    QStringList parts{m_figures.manikinName.simplified(),
+    QStringList parts{PrintableText::shown(m_figures.manikinName.simplified()),
                       sessionreview::manikinText(m_figures.manikinType, m_figures.ageLetter)};
     parts.removeAll(QString());
     return parts.join(QStringLiteral(", "));

@@ -22,7 +22,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     // clang-format off
     /// The session that is shown; not owned. Null when it is destroyed.
     Q_PROPERTY(CPRData    *session             READ session WRITE setSession   NOTIFY sessionChanged)
-    /// Names of the learners.
+    /// Names of the learners, as Words.shown() gives them.
     Q_PROPERTY(QStringList learners            READ learners                   NOTIFY changed)
     /// When it began; invalid when that is not known.
     Q_PROPERTY(QDateTime   start               READ start                      NOTIFY changed)
@@ -32,7 +32,7 @@ class CPRQUICK_EXPORT SessionSummary : public QObject {
     Q_PROPERTY(QString     protocolText        READ protocolText               NOTIFY changed)
     /// Name and type, as far as they are known.
     Q_PROPERTY(QString     manikinText         READ manikinText                NOTIFY changed)
-    /// Identifier of the guideline set.
+    /// Identifier of the guideline set, as Words.shown() gives it.
     Q_PROPERTY(QString     guidelines          READ guidelines                 NOTIFY changed)
     /// @{
     /// What the CPR protocol trains, and what was done in the session all the same.
@@ -74,10 +74,8 @@ public:
     /// Getters and setters of the properties.
     CPRData    *session() const            { return m_watcher.session(); }
     void        setSession(CPRData *session) { m_watcher.setSession(session); }
-    QStringList learners() const           { return m_figures.learners; }
     QDateTime   start() const              { return m_figures.start(); }
     int         length() const             { return m_figures.secsSoFar; }
-    QString     guidelines() const         { return m_figures.guidelines; }
     bool        hasScores() const          { return m_figures.hasScores; }
     int         overallScore() const       { return m_figures.overallScore; }
     int         compressionScore() const   { return m_figures.compressionScore; }
@@ -91,6 +89,8 @@ public:
     int         advancedThreshold() const  { return m_figures.advancedThreshold; }
     int         leastFlowTime() const      { return m_minFlowTime; }
     // clang-format on
+    QStringList learners() const;
+    QString guidelines() const;
     QString protocolText() const;
     QString manikinText() const;
     QString primaryAdviceText() const;

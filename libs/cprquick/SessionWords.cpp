@@ -7,6 +7,7 @@
 
 #include "sessionreview/Words.h"
 
+#include <private/PrintableText.h>
 #include <sessionplot/Scales.h>
 
 namespace cprquick {
@@ -48,6 +49,11 @@ QString SessionWords::value(const QString &key, const QVariant &value) const
     return ofParameter(key, [&value](CPREventBase::ParameterType type) {
         return parameterValueText(type, value);
     });
+}
+
+QString SessionWords::shown(const QString &text) const
+{
+    return PrintableText::shown(text);
 }
 
 QString SessionWords::advice(int advice) const

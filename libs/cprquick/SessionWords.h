@@ -34,6 +34,9 @@ public:
     Q_INVOKABLE QString unit(const QString &key) const;
     /// A parameter's value with its unit.
     Q_INVOKABLE QString value(const QString &key, const QVariant &value) const;
+    /// A text that a session or a file name holds, to be shown on a line: cut where no line is so
+    /// long, line breaks as blanks, and escaped what cannot be seen. Show it as Text.PlainText.
+    Q_INVOKABLE QString shown(const QString &text) const;
     /// An advice (CPREventBase.Advice) as a sentence; empty for none.
     Q_INVOKABLE QString advice(int advice) const;
     /// A CPR protocol, 0 to 5.

@@ -9,6 +9,7 @@
 #include "CPRWaveformInfo.h"
 #include "private/EnumKey.h"
 #include "private/Limits.h"
+#include "private/PrintableText.h"
 #include "private/ReadBack.h"
 #include "private/ResponseId.h"
 #include "private/SessionArchive.h"
@@ -425,13 +426,14 @@ bool CPRData::readData(CPRFileHandler *handler, CPRReadReport &report)
         const QString damage = readMember(*this, index, *handler, report);
         const bool isMissing = report.members.last().state == CPRReadReport::Member::Missing;
         if (isMissing && index == Waves) {
-            qCInfo(lcData).noquote() << "No CPR Data," << name;
+            qCInfo(lcData).noquote() << "No CPR Data," << PrintableText::escaped(name);
             return false;
         }
         // A wave that cannot be opened reads as an empty one, and is no failure.
         if ((isMissing && !isWave(index)) || !damage.isEmpty()) {
-            qCWarning(lcData).noquote() << "Unable to read CPR Data,"
-                                        << (isMissing ? name : name + QLatin1String(": ") + damage);
+            const QString text = isMissing ? name : name + QLatin1String(": ") + damage;
+            qCWarning(lcData).noquote()
+                << "Unable to read CPR Data," << PrintableText::escaped(text);
             isComplete = false;
         }
         if (index == Events && !isMissing) {

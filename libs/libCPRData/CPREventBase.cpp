@@ -9,6 +9,7 @@
 #include "Vocabulary.h"
 #include "private/EventParameters.h"
 #include "private/NumberText.h"
+#include "private/PrintableText.h"
 #include "private/XmlReading.h"
 
 #include <QHash>
@@ -456,7 +457,7 @@ CPREventBase::operator QString() const
         m_parameters->visit([&](const QString &key, const QVariant &value) {
             ++count;
             parameters += QStringLiteral("\n\t") + key + QStringLiteral(" = ")
-                + NumberText::fromVariant(value);
+                + PrintableText::escaped(NumberText::fromVariant(value));
         });
     }
     return QString::asprintf(

@@ -3,6 +3,7 @@
 
 #include "sessionfiles/ArchiveCheck.h"
 
+#include "private/PrintableText.h"
 #include "sessionfiles/ArchiveMember.h"
 #include "sessionfiles/EventListCheck.h"
 #include "sessionfiles/GuidelinesCheck.h"
@@ -270,7 +271,8 @@ QString Finding::toText() const
         text += QStringLiteral(", byte %1").arg(byte);
     if (!element.isEmpty())
         text += QStringLiteral(", ") + element;
-    return text + QStringLiteral(": expected ") + expected + QStringLiteral("; found ") + found;
+    return PrintableText::escaped(text + QStringLiteral(": expected ") + expected
+                                  + QStringLiteral("; found ") + found);
 }
 
 QJsonObject Finding::toJson() const

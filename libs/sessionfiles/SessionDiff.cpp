@@ -3,6 +3,8 @@
 
 #include "sessionfiles/SessionDiff.h"
 
+#include "private/PrintableText.h"
+
 #include <CPRData.h>
 #include <CPREventCompression.h>
 #include <CPREventSessionInfo.h>
@@ -42,16 +44,6 @@ QString textOf(const QVariant &value)
     return text;
 }
 
-// A list of names or a text of the archive is one line here, whatever it holds.
-QString onOneLine(QString text)
-{
-    for (QChar &c : text) {
-        if (!c.isPrint() && !c.isSurrogate())
-            c = QLatin1Char('?');
-    }
-    return text;
-}
-
 QString withUnit(const QVariant &value, const QString &unit)
 {
     if (!value.isValid())
@@ -59,7 +51,7 @@ QString withUnit(const QVariant &value, const QString &unit)
     const bool isNumber = value.userType() != QMetaType::QString;
     const QString text =
         isNumber ? textOf(value) : QLatin1Char('"') + value.toString() + QLatin1Char('"');
-    return onOneLine(text) + (unit.isEmpty() ? QString() : QLatin1Char(' ') + unit);
+    return text + (unit.isEmpty() ? QString() : QLatin1Char(' ') + unit);
 }
 
 QString guidelineUnit(const QString &name)
@@ -374,7 +366,7 @@ void SessionDiff::compareWave(const QString &part, const Wave &a, const Wave &b)
         const bool isInA = a.count() > b.count();
         addSamples(
             common, qMax(a.count(), b.count()) - 1,
-            QStringLiteral("only in ") + onOneLine(isInA ? m_names.a : m_names.b),
+            QStringLiteral("only in ") + (isInA ? m_names.a : m_names.b),
             {{QStringLiteral("only_in"), isInA ? QStringLiteral("a") : QStringLiteral("b")}});
     }
 }
@@ -412,14 +404,14 @@ void SessionDiff::addOnlyIn(const Place &place, bool isInA)
 {
     QJsonObject json = place.json;
     json.insert(QStringLiteral("only_in"), isInA ? QStringLiteral("a") : QStringLiteral("b"));
-    add(place.text + QStringLiteral(": only in ") + onOneLine(isInA ? m_names.a : m_names.b), json);
+    add(place.text + QStringLiteral(": only in ") + (isInA ? m_names.a : m_names.b), json);
 }
 
 void SessionDiff::add(const QString &text, const QJsonObject &json)
 {
     if (++m_count > maxKept)
         return;
-    m_lines.append(text);
+    m_lines.append(PrintableText::escaped(text));
     m_json.append(json);
 }
 

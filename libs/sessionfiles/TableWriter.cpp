@@ -3,6 +3,8 @@
 
 #include "sessionfiles/TableWriter.h"
 
+#include "private/PrintableText.h"
+
 #include <QIODevice>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -22,10 +24,22 @@ bool isFraction(const QVariant &value)
     return type == QMetaType::Float || type == QMetaType::Double;
 }
 
+// A spreadsheet computes a cell that begins with one of these, the wide forms of Japanese and
+// Chinese keyboards among them.
+bool isFormula(const QString &text)
+{
+    static const QString signs = QStringLiteral("=+-@\uff1d\uff0b\uff0d\uff20");
+    if (text.isEmpty() || !signs.contains(text.at(0)))
+        return false;
+    bool isNumber = false;
+    text.toDouble(&isNumber);
+    return !isNumber;
+}
+
 class CsvWriter final : public TableWriter {
 public:
-    CsvWriter(QIODevice *device, const QString &separator)
-        : TableWriter(device), m_separator(separator),
+    CsvWriter(QIODevice *device, const QString &separator, Texts texts)
+        : TableWriter(device), m_separator(separator), m_texts(texts),
           m_decimalSign(separator == QLatin1String(";") ? QLatin1Char(',') : QLatin1Char('.'))
     {
     }
@@ -61,6 +75,10 @@ private:
     {
         if (value.userType() == QMetaType::Bool)
             return value.toBool() ? QStringLiteral("1") : QStringLiteral("0");
+        if (value.userType() == QMetaType::QString && m_texts == Texts::Harmless) {
+            const QString text = PrintableText::escaped(value.toString());
+            return isFormula(text) ? QLatin1Char('\'') + text : text;
+        }
         if (!isFraction(value))
             return value.toString();
         return QString::number(value.toDouble(), 'g', significantDigits)
@@ -78,6 +96,7 @@ private:
     }
 
     QString m_separator;
+    Texts m_texts;
     QChar m_decimalSign;
 };
 
@@ -101,7 +120,8 @@ public:
         }
         const QByteArray separator = m_isFirst ? "\n" : ",\n";
         m_isFirst = false;
-        return put(separator + QJsonDocument(object).toJson(QJsonDocument::Compact));
+        const QByteArray text = QJsonDocument(object).toJson(QJsonDocument::Compact);
+        return put(separator + PrintableText::escaped(QString::fromUtf8(text)).toUtf8());
     }
 
     bool end() override { return put("\n]\n"); }
@@ -134,9 +154,10 @@ bool TableWriter::put(const QByteArray &bytes)
     return m_device->write(bytes) == bytes.size();
 }
 
-std::unique_ptr<TableWriter> TableWriter::csv(QIODevice *device, const QString &separator)
+std::unique_ptr<TableWriter> TableWriter::csv(QIODevice *device, const QString &separator,
+                                              Texts texts)
 {
-    return std::make_unique<CsvWriter>(device, separator);
+    return std::make_unique<CsvWriter>(device, separator, texts);
 }
 
 std::unique_ptr<TableWriter> TableWriter::json(QIODevice *device)

@@ -26,9 +26,17 @@ public:
     };
     using Row = QVector<QVariant>; ///< a value per column; an invalid one is an empty cell
 
+    /// How CSV holds texts; numbers are always numbers.
+    enum class Texts {
+        Harmless, ///< no spreadsheet takes one for a formula: an apostrophe stands before what
+                  ///< could be one; characters that cannot be seen, line breaks too, are escaped
+        Raw ///< as the session has them, for programs
+    };
+
     /// CSV as RFC 4180 has it. With ';' as \a separator the decimal sign is a comma: that is how
     /// spreadsheets in such a locale read it; with any other it is a dot.
-    static std::unique_ptr<TableWriter> csv(QIODevice *device, const QString &separator);
+    static std::unique_ptr<TableWriter> csv(QIODevice *device, const QString &separator,
+                                            Texts texts = Texts::Harmless);
     /// A JSON array with an object per row; empty cells are left out.
     static std::unique_ptr<TableWriter> json(QIODevice *device);
 

@@ -64,8 +64,8 @@ FlagLabels::FlagLabels(const PlotModel &model, const Style &style, const TimeSca
     for (Label &label : m_labels) {
         if (placed.size() >= maxLabels)
             break;
-        label.text = style.small.metrics.elidedText(flagText(*label.flag), Qt::ElideRight,
-                                                    qMin(maxLabelWidth * style.em, time.width()));
+        label.text =
+            style.small.elided(flagText(*label.flag), qMin(maxLabelWidth * style.em, time.width()));
         const qreal width = gapToPole * style.em + style.small.width(label.text);
         label.left = qMin(label.pole, right - width);
         label.right = label.left + width;

@@ -4,6 +4,7 @@
 #include "sessionplot/PictureFile.h"
 
 #include "private/AtomicFile.h"
+#include "private/PrintableText.h"
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
 
@@ -29,7 +30,7 @@ constexpr int maxSide = 32767; // of an image
 
 QString title(const PlotModel &model)
 {
-    return model.review().figures.learners.join(QLatin1String(", "));
+    return PrintableText::shown(model.review().figures.learners.join(QLatin1String(", ")));
 }
 
 bool paintOn(QPaintDevice *device, const QSize &size, ReviewPicture &picture)

@@ -3,6 +3,8 @@
 
 #include "sessionplot/Style.h"
 
+#include "private/PrintableText.h"
+
 #include <QPaintDevice>
 #include <QPainter>
 #include <QRectF>
@@ -78,18 +80,28 @@ Theme Theme::dark()
 }
 
 TextStyle::TextStyle(const QFont &wantedFont, QPaintDevice *device)
-    : font(wantedFont), metrics(metricsOf(font, device))
+    : m_font(wantedFont), m_metrics(metricsOf(m_font, device))
 {
+}
+
+qreal TextStyle::width(const QString &text) const
+{
+    return m_metrics.horizontalAdvance(PrintableText::shown(text));
+}
+
+QString TextStyle::elided(const QString &text, qreal width) const
+{
+    return m_metrics.elidedText(PrintableText::shown(text), Qt::ElideRight, width);
 }
 
 void TextStyle::draw(QPainter *painter, const QRectF &box, Qt::Alignment alignment,
                      const QString &text, const QColor &color) const
 {
-    QString shown = text;
-    qreal length = width(text);
+    QString shown = PrintableText::shown(text);
+    qreal length = m_metrics.horizontalAdvance(shown);
     if (length > box.width()) {
-        shown = metrics.elidedText(text, Qt::ElideRight, box.width());
-        length = width(shown);
+        shown = m_metrics.elidedText(shown, Qt::ElideRight, box.width());
+        length = m_metrics.horizontalAdvance(shown);
         if (length > box.width())
             return;
     }
@@ -98,12 +110,12 @@ void TextStyle::draw(QPainter *painter, const QRectF &box, Qt::Alignment alignme
         x = box.right() - length;
     else if (alignment & Qt::AlignHCenter)
         x = box.center().x() - length / 2;
-    qreal baseline = box.center().y() + (metrics.ascent() - metrics.descent()) / 2;
+    qreal baseline = box.center().y() + (m_metrics.ascent() - m_metrics.descent()) / 2;
     if (alignment & Qt::AlignTop)
-        baseline = box.top() + metrics.ascent();
+        baseline = box.top() + m_metrics.ascent();
     else if (alignment & Qt::AlignBottom)
-        baseline = box.bottom() - metrics.descent();
-    painter->setFont(font);
+        baseline = box.bottom() - m_metrics.descent();
+    painter->setFont(m_font);
     painter->setPen(color);
     painter->drawText(QPointF(x, baseline), shown);
 }

@@ -38,18 +38,23 @@ struct Theme {
     static Theme dark();
 };
 
-/// A font with its measures.
-struct TextStyle {
+/// A font with its measures: the only way by which a picture lays out and draws a text. It may come
+/// from a file; what is drawn of it is PrintableText::shown().
+class TextStyle {
+public:
     TextStyle(const QFont &font, QPaintDevice *device);
 
-    qreal width(const QString &text) const { return metrics.horizontalAdvance(text); }
-    qreal line() const { return metrics.height(); }
+    qreal width(const QString &text) const;
+    /// The text without the end that \a width has no room for.
+    QString elided(const QString &text, qreal width) const;
+    qreal line() const { return m_metrics.height(); }
     /// Draws one line of \a text inside \a box, its end left out where there is no room for it.
     void draw(QPainter *painter, const QRectF &box, Qt::Alignment alignment, const QString &text,
               const QColor &color) const;
 
-    QFont font;
-    QFontMetricsF metrics;
+private:
+    QFont m_font;
+    QFontMetricsF m_metrics;
 };
 
 /// A theme at a text size: what the parts of a picture share.

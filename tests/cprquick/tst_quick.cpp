@@ -10,6 +10,7 @@
 #include "cprquick/RecordedFigureModel.h"
 #include "cprquick/SessionSource.h"
 #include "cprquick/SessionSummary.h"
+#include "cprquick/SessionWords.h"
 #include "cprquick/TimelineItem.h"
 #include "cprquick/WaveItem.h"
 #include "support/Messages.h"
@@ -143,6 +144,22 @@ class TestQuick : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void textsAreFitToBeShown_data()
+    {
+        const auto row = testsupport::columns<QString, QString>("text", "shown");
+        row("plain", "  J\u00f6rg \U0001f600 ", "  J\u00f6rg \U0001f600 ");
+        row("lines", "a\n\u2028b", "a  b");
+        row("invisible", "\u009b31m\u202e", "\\u009b31m\\u202e");
+        row("outside the plane", "\U000e0041", "\\udb40\\udc41");
+        row("marks", "a" + QString(9, QChar(0x301)), "a" + QString(5, QChar(0x301)));
+        row("long", QString(399, 'a') + "e\u0301b", QString(399, 'a') + "\u2026");
+    }
+    void textsAreFitToBeShown()
+    {
+        QFETCH(QString, text);
+        QTEST(SessionWords().shown(text), "shown");
+    }
+
     void initTestCase() { QQuickWindow::setSceneGraphBackend(QStringLiteral("software")); }
 
     // How many rows were inserted and removed: of all events, of compressions, of ventilations and

@@ -51,6 +51,12 @@ private Q_SLOTS:
         }
         QVERIFY(store(path("unscored.cprlog"), unscored));
         QCOMPARE(run({"replay", "unscored.cprlog", "-o", "unscored.zip"}).status, 0);
+        // A name that would be a spreadsheet's formula, and lines and commands of a terminal.
+        changeArchive("=1+1\n\u009b.zip", "CPREvents.xml", "Mira Holm",
+                      "=1+1&#10;Members       all read\u009b31m\u2028\u202e");
+        Members members = membersOf(path("=1+1\n\u009b.zip"));
+        QVERIFY(change(members, "CPRWaves.xml", "VENT.WV", "A&#10;B\u009d0;"));
+        QVERIFY(saveMembers(path("=1+1\n\u009b.zip"), members));
         QCOMPARE(mkfifo(qPrintable(path("pipe.svg")), 0600), 0);
         QVERIFY(store(path("bare.cprlog"), "cprlog 1\n# nothing\n"));
         QVERIFY(
@@ -150,6 +156,30 @@ private Q_SLOTS:
             2, "depth");
         row("separator of two", {"export", "session.zip", "--what", "events", "--separator", "::"},
             2, "--separator");
+        for (const QStringList &wrong : {QStringList{"--from", "nan"},
+                                         {"--to", "inf"},
+                                         {"--from", "1e300"},
+                                         {"--to", "-1"},
+                                         {"--size", "100000x100000"},
+                                         {"--size", ""}})
+            row(qPrintable("plot " + wrong.join(' ')),
+                QStringList{"plot", "session.zip", "-o", "target.png"} + wrong, 2,
+                wrong.first().toUtf8());
+        for (const QStringList &wrong : {QStringList{"--separator", "\""},
+                                         {"--separator", "\n"},
+                                         {"--separator", "\x01"},
+                                         {"--jobs", "0"},
+                                         {"--jobs", "1000000000"},
+                                         {"--output", ""},
+                                         {"--columns", ""}})
+            row(qPrintable("export " + wrong.join(' ').toHtmlEscaped().simplified()),
+                QStringList{"export", "session.zip", "--what", "events"} + wrong, 2,
+                wrong.first().toUtf8());
+        for (const char *speed : {"1e-300", "inf", "nan"})
+            row(qPrintable(QString("speed of %1").arg(speed)),
+                {"replay", recordedLog, "-o", "target.zip", "--speed", speed}, 2, "--speed");
+        row("seed below zero", {"simulate", "--to", "target.zip", "--seed", "-1"}, 2, "--seed");
+        row("names that forge", {"info", "session.zip", "\x1b]0;\n"}, 2, "\\u001b]0;\\u000a");
         row("speed of zero", {"replay", recordedLog, "-o", "target.zip", "--speed", "0"}, 2,
             "--speed");
     }
@@ -196,6 +226,51 @@ private Q_SLOTS:
         QVERIFY(QFile::remove(path("old.svg")));
     }
 
+    void fullOutputIsTold_data()
+    {
+        const auto row = columns<QStringList>("arguments");
+        row("info", {"info", "session.zip"});
+        row("validate", {"validate", "session.zip"});
+        row("list", {"simulate", "--list"});
+        row("export", {"export", "session.zip", "--what", "summary"});
+        row("help", {"--help"});
+    }
+
+    void fullOutputIsTold()
+    {
+        QFETCH(QStringList, arguments);
+        const QStringList shell{"-c", "exec \"$0\" \"$@\" >/dev/full", CPRSESSION_PROGRAM};
+        const Answer answer = testsupport::run("sh", shell + arguments, m_directory.path());
+        QCOMPARE(answer.status, 1);
+        QCOMPARE(answer.errors.count('\n'), 1);
+    }
+
+    void textsForgeNothing_data()
+    {
+        // The lines are those on stdout and stderr; the text is among them.
+        const auto row = columns<QStringList, int, QByteArray>("arguments", "lines", "text");
+        row("info", {"info"}, 14, "NOT READ: A\\u000aB\\u009d0;");
+        row("JSON", {"info", "--json"}, 29, "=1+1\\nMembers       all read\\u009b31m\\u2028");
+        row("diff", {"diff", "session.zip"}, 1, "=1+1\\u000a\\u009b.zip cannot be read whole");
+        row("validate", {"validate"}, 3, "A\\u000aB\\u009d0;");
+        row("recover", {"recover", "-o", "forged.zip"}, 5, "VENT.WV: whole");
+        row("table", {"export", "--what", "summary", "--columns", "students"}, 3,
+            "\r\n\"'=1+1\\u000aMembers       all read\\u009b31m\\u2028\\u202e,");
+    }
+
+    void textsForgeNothing()
+    {
+        QFETCH(QStringList, arguments);
+        QFETCH(int, lines);
+        QFETCH(QByteArray, text);
+        const Answer answer = run(arguments + QStringList("=1+1\n\u009b.zip"));
+        const QByteArray all = answer.output + answer.errors;
+        QVERIFY2(all.contains(text), all.constData());
+        QVERIFY2(all.count('\n') == lines, all.constData());
+        for (const uint c : QString::fromUtf8(all).toUcs4())
+            QVERIFY2(c == '\n' || c == '\r' || (c >= ' ' && QChar::isPrint(c)), all.constData());
+    }
+
     void replayKeepsWhatIsThere()
     {
         QVERIFY(QFile::copy(path("text"), path("kept.zip")));
@@ -221,6 +296,7 @@ private Q_SLOTS:
             "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":\"120\"}");
         row("recorded figures", {"--what", "summary", "--columns", "compMeanDepth,recorded_compression_fraction,recorded_aed_pause_s"}, 2,
             "5164,0.7643,3\r\n");
+        row("raw", {"--what", "summary", "--raw", "--columns", "students"}, 2, "Mira Holm");
         row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (hmm),students\r\n");
         row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");
         row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,5000,hmm\r\n");

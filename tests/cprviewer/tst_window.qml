@@ -87,8 +87,21 @@ ViewerCase {
             { tag: "missing", arguments: ["nothing.zip"], result: [1, 0, 0, 1] },
             { tag: "scenario", arguments: ["--live", "nobody"], result: [2, 0, 0, 1] },
             { tag: "size", arguments: ["--size", "10x10"], result: [2, 0, 0, 1] },
+            { tag: "speed", arguments: ["--live", "aed", "--speed", "nan"], result: [2, 0, 0, 1] },
+            { tag: "time", arguments: ["--live", "aed", "--at", "inf"], result: [2, 0, 0, 1] },
+            { tag: "seed", arguments: ["--live", "aed", "--seed", "-1"], result: [2, 0, 0, 1] },
+            { tag: "nothing", arguments: ["--live", "aed", "--screenshot", ""], result: [2, 0, 0, 1] },
             { tag: "no display", arguments: ["--dark"], result: [1, 0, 0, 1] }
         ];
+    }
+    function test_pictureKeepsItsInput_data() { return [{ tag: "session", option: [] }, { tag: "log", option: ["--replay"] }]; }
+    function test_pictureKeepsItsInput(data) {
+        load(desk.data("golden.zip"));
+        const input = desk.newFile("<b>input.csv");
+        compare(viewer.exportTable("file:" + input, "summary", true), Viewer.Saved);
+        const before = desk.textOf(input);
+        compare(desk.run(data.option.concat([input, "--screenshot", input])), [2, 0, 0, 1]);
+        compare(desk.textOf(input), before);
     }
     function test_commandLine(data) { compare(desk.run(data.arguments), data.result); }
 }

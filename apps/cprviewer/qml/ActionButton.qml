@@ -19,14 +19,21 @@ Button {
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
-    ToolTip.visible: button.hovered && button.help.length > 0
-    ToolTip.delay: 600
-    ToolTip.text: button.help
-
-    contentItem: Text {
+    ToolTip {
+        id: toolTip
+        visible: button.hovered && toolTip.text.length > 0
+        delay: 600
+        text: button.help
+        contentItem: PlainText {
+            text: toolTip.text
+            font: toolTip.font
+            color: Look.text
+            wrapMode: Text.WrapAtWordBoundaryOrAnywhere
+        }
+    }
+    contentItem: PlainText {
         text: button.text
         font: button.font
-        textFormat: Text.PlainText
         color: button.highlighted ? Look.accentText : Look.text
         opacity: button.enabled ? 1 : 0.4
         horizontalAlignment: Text.AlignHCenter

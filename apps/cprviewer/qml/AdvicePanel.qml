@@ -36,14 +36,14 @@ Card {
         anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
         spacing: Look.gap
 
-        Text {
+        PlainText {
             visible: panel.isLoud || panel.tone === LiveFigures.Praise
             text: panel.isLoud ? "!" : "✓"
             color: panel.isLoud ? Look.accentText : Look.good
             font.pixelSize: Math.round(46 * Look.unit)
             font.bold: true
         }
-        Text {
+        PlainText {
             Layout.fillWidth: true
             Layout.fillHeight: true
             text: panel.words

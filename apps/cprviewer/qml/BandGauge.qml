@@ -67,7 +67,7 @@ Item {
             font.bold: true
         }
     }
-    Text {
+    PlainText {
         visible: gauge.marker >= 0
         x: track.width + Math.round(2 * Look.unit)
         y: gauge.position(gauge.marker) - height / 2

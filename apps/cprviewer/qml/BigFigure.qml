@@ -22,14 +22,14 @@ Item {
         scale: Math.min(1, figure.width / Math.max(1, line.width)) // what is longer is smaller
         spacing: Math.round(figure.size * 0.1)
 
-        Text {
+        PlainText {
             id: numberText
             text: figure.number
             color: figure.isOutdated ? Look.muted : Look.text
             font.pixelSize: Math.round(figure.size)
             font.bold: true
         }
-        Text {
+        PlainText {
             anchors.baseline: numberText.baseline
             text: figure.unit
             color: Look.muted

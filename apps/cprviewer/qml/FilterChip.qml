@@ -21,7 +21,7 @@ AbstractButton {
     Accessible.checked: chip.checked
     Keys.onReturnPressed: chip.toggle()
 
-    contentItem: Text {
+    contentItem: PlainText {
         text: chip.checked ? "✓ " + chip.text : chip.text
         font.pixelSize: Look.small
         color: chip.checked ? Look.accentText : Look.text

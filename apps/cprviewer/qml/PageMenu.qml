@@ -21,7 +21,7 @@ Menu {
         leftPadding: Look.gap
         rightPadding: Look.gap
         opacity: item.enabled ? 1 : 0.4
-        indicator: Text {
+        indicator: PlainText {
             x: Look.gap
             height: item.height
             verticalAlignment: Text.AlignVCenter
@@ -30,7 +30,7 @@ Menu {
             color: Look.text
             font.pixelSize: Look.normal
         }
-        arrow: Text {
+        arrow: PlainText {
             x: item.width - width - Look.gap
             height: item.height
             verticalAlignment: Text.AlignVCenter

@@ -18,7 +18,7 @@ TabButton {
     focusPolicy: Qt.StrongFocus
     Accessible.name: tab.text
 
-    contentItem: Text {
+    contentItem: PlainText {
         id: label
         text: tab.text
         font.pixelSize: tab.font.pixelSize

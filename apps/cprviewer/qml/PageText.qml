@@ -5,11 +5,10 @@ import QtQuick 2.15
 import "."
 
 // A line of text in the pages' colours.
-Text {
+PlainText {
     color: Look.text
     font.pixelSize: Look.normal
     elide: Text.ElideRight
-    textFormat: Text.PlainText
     verticalAlignment: Text.AlignVCenter
     Accessible.role: Accessible.StaticText
     Accessible.name: text

@@ -31,7 +31,7 @@ Card {
         PageText {
             objectName: "learners"
             width: parent.width
-            text: summary.learners.join(", ") || qsTr("No learner named")
+            text: Words.shown(summary.learners.join(", ")) || qsTr("No learner named")
             font.pixelSize: Look.title
             font.bold: true
         }

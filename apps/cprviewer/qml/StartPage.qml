@@ -116,8 +116,8 @@ FocusScope {
                     delegate: ActionButton {
                         required property string modelData
                         width: parent.width
-                        text: modelData.replace(/^.*\//, "")
-                        help: modelData
+                        text: Words.shown(modelData.replace(/^.*\//, ""))
+                        help: Words.shown(modelData)
                         onClicked: page.fileWanted(modelData)
                     }
                 }

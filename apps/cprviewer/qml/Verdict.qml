@@ -26,7 +26,7 @@ Item {
         anchors.centerIn: parent
         spacing: Math.round(verdict.size * 0.35)
 
-        Text {
+        PlainText {
             id: symbol
             text: ["", "✗", "✓", "✗", "✗"][verdict.kind]
             visible: text.length > 0
@@ -34,7 +34,7 @@ Item {
             font.pixelSize: verdict.size
             font.bold: true
         }
-        Text {
+        PlainText {
             anchors.verticalCenter: parent.verticalCenter
             width: Math.min(implicitWidth, verdict.width - (symbol.visible ? symbol.width + parent.spacing : 0))
             text: verdict.words

@@ -3,6 +3,7 @@
 
 import QtQuick 2.15
 import QtQuick.Controls 2.15
+import CPRData 1.0
 import CPRViewer 1.0
 import "."
 
@@ -34,10 +35,18 @@ PageMenu {
         Instantiator {
             model: menu.names
             delegate: MenuItem {
+                id: item
                 required property string modelData
-                text: modelData.replace(/^.*\//, "").replace(/&/g, "&&") // no key of the menu
+                text: Words.shown(item.modelData.replace(/^.*\//, ""))
                 font.pixelSize: Look.normal
-                onTriggered: menu.fileWanted(modelData)
+                contentItem: PlainText { // knows no keys of the menu, either
+                    text: item.text
+                    font: item.font
+                    color: Look.text
+                    verticalAlignment: Text.AlignVCenter
+                    elide: Text.ElideMiddle
+                }
+                onTriggered: menu.fileWanted(item.modelData)
             }
             onObjectAdded: (index, object) => recent.insertItem(index, object)
             onObjectRemoved: (index, object) => recent.removeItem(object)
