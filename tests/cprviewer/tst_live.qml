@@ -44,6 +44,22 @@ ViewerCase {
         if (data.aed)
             compare([item("aed").number, item("aed").corner], data.aed);
     }
+    function test_protocols_data() {
+        return [
+            { tag: "one rescuer", protocol: 0, shown: ["depth", "rate", "volume", "compressions", "ventilations"], title: "Compressions in cycle" },
+            { tag: "compressions only", protocol: 1, shown: ["depth", "rate", "compressions"], title: "Compressions" },
+            { tag: "ventilations only", protocol: 2, shown: ["volume", "ventilationRate", "ventilations"] },
+            { tag: "high performance", protocol: 5, shown: ["depth", "rate", "volume", "compressions", "ventilations", "breathing"], title: "Compressions" }
+        ];
+    }
+    function test_protocols(data) {
+        verify(viewer.startScenario("perfect", 1, 0));
+        desk.advance(0.5); // nothing is done yet
+        desk.setProtocol(data.protocol);
+        const panels = ["depth", "rate", "volume", "ventilationRate", "compressions", "ventilations", "breathing"];
+        tryVerify(() => panels.filter(name => item(name).visible).join() === data.shown.join()
+                        && (!data.title || item("compressions").title === data.title));
+    }
     function test_goesOnFromThere() {
         verify(viewer.startReplay(desk.data("two-rescuers.cprlog"), 1));
         desk.advance(60);

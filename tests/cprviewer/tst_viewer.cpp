@@ -3,6 +3,7 @@
 
 #include "Viewer.h"
 #include "ViewerTypes.h"
+#include "support/Messages.h"
 #include "support/Program.h"
 #include "support/StoredSession.h"
 
@@ -35,6 +36,10 @@ public:
     }
     Q_INVOKABLE void advance(double secs) { m_viewer->advanceTo(qint64(secs * 1000)); }
     Q_INVOKABLE void resetSession() { m_viewer->session()->reset(); }
+    Q_INVOKABLE void setProtocol(int protocol)
+    {
+        testsupport::send(*m_viewer->session(), 101, QByteArray(2, char(protocol)));
+    }
     Q_INVOKABLE QString data(const QString &name) const { return TEST_DATA_DIR "/" + name; }
     Q_INVOKABLE QString newFile(const QString &name) const { return m_home->filePath(name); }
     Q_INVOKABLE QString textOf(const QString &name) const

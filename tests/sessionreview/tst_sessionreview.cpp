@@ -82,15 +82,16 @@ private Q_SLOTS:
 
     void protocols_data()
     {
-        // Targets: compressions and ventilations a cycle, flow time in %.
+        // Targets: compressions and ventilations a cycle, flow time in %, limits of the
+        // ventilations per minute.
         const auto row = columns<int, Training, QVector<int>>("protocol", "trained", "targets");
-        row("single rescuer", 0, {true, true, true}, {30, 3, 71});
-        row("compressions only", 1, {true, false, false}, {0, 0, 91});
-        row("ventilations only", 2, {false, true, false}, {0, 0, 0});
-        row("automatic", 3, {true, true, true}, {30, 3, 0});
-        row("two rescuers", 4, {true, true, true}, {15, 3, 81});
-        row("high performance", 5, {true, true, false}, {0, 0, 0});
-        row("unknown", 6, {true, true, true}, {30, 3, 0});
+        row("single rescuer", 0, {true, true, true}, {30, 3, 71, 0, 0});
+        row("compressions only", 1, {true, false, false}, {0, 0, 91, 0, 0});
+        row("ventilations only", 2, {false, true, false}, {0, 0, 0, 7, 13});
+        row("automatic", 3, {true, true, true}, {30, 3, 0, 0, 0});
+        row("two rescuers", 4, {true, true, true}, {15, 3, 81, 0, 0});
+        row("high performance", 5, {true, true, false}, {0, 0, 0, 9, 11});
+        row("unknown", 6, {true, true, true}, {30, 3, 0, 0, 0});
     }
 
     // What is trained, what is asked for, what a simulated rescuer does and what is found in the
@@ -110,11 +111,16 @@ private Q_SLOTS:
         set->setMinimumAcceptedFlowtimePercentageSingleRescuerCPR(71);
         set->setMinimumAcceptedFlowtimePercentageTwoRescuerCPR(81);
         set->setMinimumAcceptedFlowtimePercentageCompressionsOnly(91);
+        set->setVentilationRateMinForVentilationsOnly(7);
+        set->setVentilationRateMaxForVentilationsOnly(13);
+        set->setVentilationRateMinHPCPR(9);
+        set->setVentilationRateMaxHPCPR(11);
         session.cprEvents()->setCprProtocol(CommonDefs::CprProtocolType(protocol));
         const Targets asked = targetsOf(session);
-        QCOMPARE(QVector<int>(
-                     {asked.compressionsPerCycle, asked.ventilationsPerCycle, asked.minFlowTime}),
-                 targets);
+        QCOMPARE(
+            QVector<int>({asked.compressionsPerCycle, asked.ventilationsPerCycle, asked.minFlowTime,
+                          int(asked.ventilationRate.min), int(asked.ventilationRate.max)}),
+            targets);
 
         if (protocol > CommonDefs::CPR_HIGH_PERFORMANCE)
             return; // nobody can train it

@@ -12,8 +12,9 @@ Button {
     property string help: ""
 
     implicitHeight: Look.controlHeight
-    leftPadding: Look.padding * 0.8
-    rightPadding: Look.padding * 0.8
+    // Whole pixels: a width that is a trace too small cuts the text.
+    leftPadding: Math.round(Look.padding * 0.8)
+    rightPadding: Math.round(Look.padding * 0.8)
     font.pixelSize: Look.normal
     Accessible.name: button.help.length > 0 ? button.help : button.text
     Keys.onReturnPressed: button.clicked()
