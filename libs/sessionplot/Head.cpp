@@ -4,6 +4,7 @@
 #include "sessionplot/Head.h"
 
 #include "sessionplot/Scales.h"
+#include "sessionplot/Symbols.h"
 
 #include "sessionreview/Words.h"
 
@@ -24,7 +25,7 @@ namespace {
 using Units::msecsPerSecond;
 
 // In em.
-constexpr qreal tileWidth = 8.5;
+constexpr qreal tileWidth = 9.5;
 constexpr qreal tileHeight = 4.2;
 constexpr qreal minTextWidth = 24;
 constexpr qreal rowGap = 0.25;
@@ -170,8 +171,8 @@ void paintTile(QPainter *painter, const Style &style, const Tile &tile, bool isR
         // The text and the mark say the same.
         const qreal x = gauge.left() + qBound(0, tile.minPercent, 100) / 100.0 * gauge.width();
         const qreal over = 0.15 * style.em;
-        painter->setPen(QPen(style.theme.text, 2 * style.hair));
-        painter->drawLine(QPointF(x, gauge.top() - over), QPointF(x, gauge.bottom() + over));
+        drawRule(painter, QPointF(x, gauge.top() - over), QPointF(x, gauge.bottom() + over),
+                 2 * style.hair, style.theme.text);
         const QRectF rest = value.adjusted(style.large.width(tile.value) + 0.5 * style.em, 0, 0, 0);
         style.small.draw(painter, rest, Qt::AlignRight,
                          QCoreApplication::translate("sessionplot", "min. %1").arg(tile.minPercent),
