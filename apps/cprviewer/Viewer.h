@@ -8,13 +8,13 @@
 #include "LiveFeed.h"
 #include "RecentFiles.h"
 #include "SessionLoader.h"
+#include "Settings.h"
 #include "UnsavedSessions.h"
 
 #include <CPRData.h>
 #include <manikinlog/SessionJournal.h>
 
 #include <QDateTime>
-#include <QSettings>
 #include <QUrl>
 #include <QVariantList>
 
@@ -57,7 +57,7 @@ class Viewer final : public QObject {
 public:
     /// Where the viewer stores what outlives it.
     struct Paths {
-        QString settings; ///< an INI file
+        QString settings; ///< a file; empty when nothing is to be stored
         QString journals; ///< a folder; empty when nothing is to be journalled
         /// The user's own.
         static Paths ofUser();
@@ -153,7 +153,7 @@ private:
     void setProblem(const QString &text);
     void findLeft();
 
-    QSettings m_settings;
+    Settings m_settings;
     Appearance m_appearance;
     RecentFiles m_recentFiles;
     UnsavedSessions m_unsavedSessions;
