@@ -46,6 +46,9 @@ public:
 
     qint64 size() const override { return m_size; }
 
+    /// Something could not be written; errorString() tells what happened first.
+    bool hasFailed() const { return m_hasFailed; }
+
     /// Puts the file in place. False, with an errorString(), when something that was written is not
     /// on the disk; the old file is then untouched, unless the folder alone could not be written:
     /// then the new one is in place, and a power cut may bring the old one back.
