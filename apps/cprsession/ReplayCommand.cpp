@@ -126,7 +126,7 @@ std::optional<ExitStatus> openJournal(SessionJournal &journal, const QString &ta
 
 struct Played {
     qint64 records = 0;
-    bool isWhole = true; // nothing was wrong in the log
+    bool hasError = false; // in the log
 };
 
 // Plays the log until its end or Ctrl-C.
@@ -145,7 +145,7 @@ Played play(manikinlog::ManikinLogReader &reader, manikinlog::ManikinLogPlayer &
         report();
     }
     player.finish();
-    played.isWhole = result != Result::Error;
+    played.hasError = result == Result::Error;
     return played;
 }
 
@@ -177,13 +177,13 @@ ExitStatus saveWhatWasPlayed(const ReplayOptions &options, const Played &played,
                              CPRData &session, SessionJournal &journal)
 {
     const QString target = fileName(options.session);
-    if (played.isWhole && played.records == 0) {
+    if (!played.hasError && played.records == 0) {
         journal.remove();
         return fail(QStringLiteral("%1 holds no record, so that there is no session to save")
                         .arg(fileName(options.log)));
     }
     // What comes behind the scores of a log that still grows is not waited for.
-    if (played.isWhole || (options.follow && reader.isCut() && isComplete(session)))
+    if (!played.hasError || (options.follow && reader.isCut() && isComplete(session)))
         return saveSession(target, options.force, session, journal);
     if (played.records > 0 && (options.follow || reader.isCut() || !log.isUnchanged())) {
         complain(reader.errorString()

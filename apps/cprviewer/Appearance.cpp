@@ -3,13 +3,14 @@
 
 #include "Appearance.h"
 
+#include "Settings.h"
+
 #include <QCoreApplication>
 #include <QFile>
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
 #include <QPalette>
-#include <QSettings>
 
 namespace {
 
@@ -25,7 +26,7 @@ QString systemLanguage()
 
 } // namespace
 
-Appearance::Appearance(QSettings *settings, QObject *parent) : QObject(parent), m_settings(settings)
+Appearance::Appearance(Settings *settings, QObject *parent) : QObject(parent), m_settings(settings)
 {
     const int mode = settings->value(modeKey).toInt();
     m_mode = mode == Light || mode == Dark ? static_cast<Mode>(mode) : System;

@@ -9,7 +9,7 @@
 #include <QTranslator>
 #include <QtQml/qqml.h>
 
-class QSettings;
+class Settings;
 
 /// How the window looks and which language it speaks. Needs a QGuiApplication.
 class Appearance final : public QObject {
@@ -35,7 +35,7 @@ public:
 
     /// Choices are stored in \a settings, which is not owned. It begins with the language chosen
     /// before, else with the system's.
-    explicit Appearance(QSettings *settings, QObject *parent = nullptr);
+    explicit Appearance(Settings *settings, QObject *parent = nullptr);
     ~Appearance() override;
 
     Mode mode() const { return m_mode; }
@@ -57,7 +57,7 @@ Q_SIGNALS:
 private:
     void findDark();
 
-    QSettings *m_settings;
+    Settings *m_settings;
     Mode m_mode = System;
     bool m_isDark = false;
     QString m_language;

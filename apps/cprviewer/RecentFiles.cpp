@@ -3,8 +3,9 @@
 
 #include "RecentFiles.h"
 
+#include "Settings.h"
+
 #include <QFileInfo>
-#include <QSettings>
 
 #include <algorithm>
 
@@ -14,7 +15,7 @@ const QLatin1String recentKey("recentFiles");
 
 } // namespace
 
-RecentFiles::RecentFiles(QSettings *settings, QObject *parent)
+RecentFiles::RecentFiles(Settings *settings, QObject *parent)
     : QObject(parent), m_settings(settings)
 {
 }

@@ -8,7 +8,7 @@
 #include <QStringList>
 #include <QtQml/qqml.h>
 
-class QSettings;
+class Settings;
 
 /// The files that were opened or saved last, the newest first.
 class RecentFiles final : public QObject {
@@ -23,7 +23,7 @@ public:
     static constexpr int maxCount = 8;
 
     /// \a settings is not owned.
-    explicit RecentFiles(QSettings *settings, QObject *parent = nullptr);
+    explicit RecentFiles(Settings *settings, QObject *parent = nullptr);
     ~RecentFiles() override;
 
     QStringList names() const;
@@ -33,7 +33,7 @@ Q_SIGNALS:
     void namesChanged();
 
 private:
-    QSettings *m_settings;
+    Settings *m_settings;
 };
 
 #endif

@@ -33,12 +33,12 @@ Viewer::Paths Viewer::Paths::ofUser()
 {
     const QDir config(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
-    return {config.filePath(QStringLiteral("cprviewer.conf")),
+    return {config.filePath(QStringLiteral("cprviewer.json")),
             data.filePath(QStringLiteral("unsaved"))};
 }
 
 Viewer::Viewer(const Paths &paths, QObject *parent)
-    : QObject(parent), m_settings(paths.settings, QSettings::IniFormat), m_appearance(&m_settings),
+    : QObject(parent), m_settings(paths.settings), m_appearance(&m_settings),
       m_recentFiles(&m_settings), m_unsavedSessions(paths.journals)
 {
     connect(&m_appearance, &Appearance::languageChanged, this, &Viewer::scenariosChanged);

@@ -7,6 +7,7 @@
 #include "Appearance.h"
 #include "LiveFeed.h"
 #include "RecentFiles.h"
+#include "Settings.h"
 #include "UnsavedSessions.h"
 #include "cprquick/SessionLoader.h"
 
@@ -14,7 +15,6 @@
 #include <manikinlog/SessionJournal.h>
 
 #include <QDateTime>
-#include <QSettings>
 #include <QUrl>
 #include <QVariantList>
 
@@ -63,7 +63,7 @@ class Viewer final : public QObject {
 public:
     /// Where the viewer stores what outlives it.
     struct Paths {
-        QString settings; ///< an INI file
+        QString settings; ///< a file; empty when nothing is to be stored
         QString journals; ///< a folder; empty when nothing is to be journalled
         /// The user's own.
         static Paths ofUser();
@@ -166,7 +166,7 @@ private:
     void setProblem(const QString &problem);
     void findLeft();
 
-    QSettings m_settings;
+    Settings m_settings;
     Appearance m_appearance;
     RecentFiles m_recentFiles;
     UnsavedSessions m_unsavedSessions;

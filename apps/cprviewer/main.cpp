@@ -102,8 +102,7 @@ int main(int argc, char *argv[])
     useViewerTypes();
 
     // A picture depends on nothing that was chosen before, and leaves nothing behind.
-    Viewer viewer(isPicture ? Viewer::Paths{QStringLiteral("/dev/null/settings"), {}}
-                            : Viewer::Paths::ofUser());
+    Viewer viewer(isPicture ? Viewer::Paths() : Viewer::Paths::ofUser());
     if (!line.language.isEmpty())
         viewer.appearance()->useLanguage(line.language);
     if (line.isDark || line.isLight)

@@ -108,6 +108,11 @@ QString checkMember(QuaZipFile &file, QByteArray *content)
     return QString();
 }
 
+QString whyNotWritten(const AtomicFile &file, int zipError)
+{
+    return file.hasFailed() ? file.errorString() : QStringLiteral("zip error %1").arg(zipError);
+}
+
 // Copies the member at which \a from stands as it is, without inflating it.
 bool copyMember(QuaZip &from, QuaZip &to, const QuaZipFileInfo64 &info)
 {
@@ -207,7 +212,7 @@ bool CPRFileHandlerZip::openTarget()
     m_file = std::make_unique<AtomicFile>(m_name);
     // Without a buffer each write has its own result.
     return m_file->open(QIODevice::WriteOnly | QIODevice::Unbuffered)
-        || refuse(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+        || refuse(m_file->errorString());
 }
 
 bool CPRFileHandlerZip::openArchive(Mode mode)
@@ -224,8 +229,7 @@ bool CPRFileHandlerZip::openArchive(Mode mode)
     }
     // Closed by the archive, the file would be put in its place whatever went wrong before.
     m_zip->setAutoClose(false);
-    return m_zip->open(QuaZip::mdCreate)
-        || refuse(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+    return m_zip->open(QuaZip::mdCreate) || refuse(m_file->errorString());
 }
 
 // The old members that were not written anew, then those that were.
@@ -243,8 +247,7 @@ bool CPRFileHandlerZip::mergeMembers()
     if (!copyMembers(old, merged, m_written) || !copyMembers(added, merged, {}))
         return false;
     merged.close();
-    return merged.getZipError() == ZIP_OK
-        || lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+    return merged.getZipError() == ZIP_OK || lose(m_file->errorString());
 }
 
 bool CPRFileHandlerZip::copyMembers(QuaZip &from, QuaZip &to, const QStringList &except)
@@ -270,10 +273,10 @@ bool CPRFileHandlerZip::close()
     finishMember();
     m_zip->close();
     if (m_file && m_zip->getZipError() != ZIP_OK)
-        lose(QStringLiteral("cannot be closed, zip error %1").arg(m_zip->getZipError()));
+        lose(whyNotWritten(*m_file, m_zip->getZipError()));
     const bool isReplacing = m_file && !m_isLost && !m_written.isEmpty();
     if (isReplacing && (!m_added || mergeMembers()) && !m_file->finish())
-        lose(QStringLiteral("cannot be written: %1").arg(m_file->errorString()));
+        lose(m_file->errorString());
     m_added.reset();
     m_file.reset();
     m_source.reset();
@@ -351,7 +354,7 @@ QIODevice *CPRFileHandlerZip::writeMember(const QString &name, QString &reason)
                     false, -MAX_WBITS, MAX_MEM_LEVEL - 1, Z_DEFAULT_STRATEGY)) {
         reason = file->errorString();
         if (m_file) // the header of a member that nothing else speaks against
-            lose(QStringLiteral("%1 cannot be written: %2").arg(name, m_file->errorString()));
+            lose(QStringLiteral("%1: %2").arg(name, m_file->errorString()));
         return nullptr;
     }
     m_written.append(SessionArchive::nameInZip(name));
@@ -377,10 +380,8 @@ void CPRFileHandlerZip::finishMember()
         return;
     m_member->close();
     if (m_file && m_member->getZipError() != ZIP_OK) {
-        lose(QStringLiteral("%1 cannot be written, zip error %2: %3")
-                 .arg(m_member->getFileName())
-                 .arg(m_member->getZipError())
-                 .arg(m_file->errorString()));
+        lose(QStringLiteral("%1: %2").arg(m_written.last(),
+                                          whyNotWritten(*m_file, m_member->getZipError())));
     }
     m_member.clear();
 }

@@ -196,15 +196,16 @@ bool SessionJournal::removeLeft(LeftJournal left)
     const Claimed journal = claimed(name);
     if (journal.file < 0)
         return fail(whyNotClaimed(journal, name));
-    const bool isKept = left == LeftJournal::Keep && holdsSession(old);
-    const bool isRemoved = !isKept && ::unlink(QFile::encodeName(name).constData()) == 0;
+    const bool isNeeded = left == LeftJournal::Keep && holdsSession(old);
+    const bool isRemoved = !isNeeded && ::unlink(QFile::encodeName(name).constData()) == 0;
     FileCalls::closeQuietly(journal.file);
     if (isRemoved)
         return true;
-    return fail(isKept ? QStringLiteral("%1 holds a session that was not saved; recover it, or say "
-                                        "that it can be discarded")
-                             .arg(name)
-                       : QStringLiteral("%1 cannot be removed: %2").arg(name, FileCalls::reason()));
+    return fail(isNeeded
+                    ? QStringLiteral("%1 holds a session that was not saved; recover it, or say "
+                                     "that it can be discarded")
+                          .arg(name)
+                    : QStringLiteral("%1 cannot be removed: %2").arg(name, FileCalls::reason()));
 }
 
 bool SessionJournal::create()

@@ -50,9 +50,9 @@ Result callUnlessFaulty(const char *name, Arguments... arguments)
 #pragma GCC visibility push(default)
 extern "C" {
 
-ssize_t pwrite(int file, const void *data, size_t size, off_t place)
+ssize_t pwrite(int file, const void *data, size_t size, off_t offset)
 {
-    return callUnlessFaulty<ssize_t>("pwrite", file, data, size, place);
+    return callUnlessFaulty<ssize_t>("pwrite", file, data, size, offset);
 }
 
 int fsync(int file)

@@ -858,6 +858,10 @@
         <source>Simulated: %1</source>
         <translation>Simuliert: %1</translation>
     </message>
+    <message>
+        <source>The session&apos;s journal is written again; nothing is missing.</source>
+        <translation>Die Sitzung wird wieder gesichert; es fehlt nichts.</translation>
+    </message>
 </context>
 <context>
     <name>ViewerMenu</name>

@@ -25,7 +25,8 @@ public:
 
     /// Opens the file for writing. False, with an errorString(), when the old file or its folder
     /// refuses it, or the name is that of a folder, a device or a pipe. The new file gets the
-    /// permissions of the old one, and its owner as far as this process may.
+    /// permissions of the old one, and its owner as far as this process may. Unbuffered gives each
+    /// write its own result; otherwise a later write, or finish(), has it.
     bool open(OpenMode mode) override
     {
         struct stat old { };
@@ -41,17 +42,21 @@ public:
             return failForErrno();
         if (isReplacing)
             copyOwner(old);
+        m_blockSize = mode.testFlag(Unbuffered) ? 0 : 64 * 1024;
         return QIODevice::open(mode | Unbuffered);
     }
 
     qint64 size() const override { return m_size; }
+
+    /// Something could not be written; errorString() tells what happened first.
+    bool hasFailed() const { return m_hasFailed; }
 
     /// Puts the file in place. False, with an errorString(), when something that was written is not
     /// on the disk; the old file is then untouched, unless the folder alone could not be written:
     /// then the new one is in place, and a power cut may bring the old one back.
     bool finish()
     {
-        const bool isFinished = m_descriptor >= 0 && !m_hasFailed
+        const bool isFinished = m_descriptor >= 0 && writeBlock()
             && ((FileCalls::repeated([this] { return ::fsync(m_descriptor); }) == 0 && giveName()
                  && replace() && FileCalls::syncFolderOf(m_name))
                 || failForErrno());
@@ -60,23 +65,15 @@ public:
     }
 
 protected:
-    // A write that failed once is not forgotten: finish() reports it.
     qint64 writeData(const char *data, qint64 size) override
     {
-        qint64 written = 0;
-        while (written < size) {
-            const auto count = FileCalls::repeated([&] {
-                return ::pwrite(m_descriptor, data + written, std::size_t(size - written),
-                                pos() + written);
-            });
-            if (count <= 0) {
-                failForErrno();
-                return -1;
-            }
-            written += count;
-        }
+        if (pos() != m_blockStart + m_block.size() && !writeBlock())
+            return -1;
+        if (m_block.isEmpty())
+            m_blockStart = pos();
+        m_block.append(data, int(size));
         m_size = qMax(m_size, pos() + size);
-        return size;
+        return m_block.size() < m_blockSize || writeBlock() ? size : -1;
     }
     qint64 readData(char * /*data*/, qint64 /*maxSize*/) override { return -1; }
 
@@ -92,6 +89,23 @@ private:
         return false;
     }
     bool failForErrno() { return fail(FileCalls::reason()); }
+
+    // A write that failed once is not forgotten: finish() reports it.
+    bool writeBlock()
+    {
+        qint64 written = 0;
+        while (written < m_block.size() && !m_hasFailed) {
+            const auto count = FileCalls::repeated([&] {
+                return ::pwrite(m_descriptor, m_block.constData() + written,
+                                std::size_t(m_block.size() - written), m_blockStart + written);
+            });
+            if (count <= 0)
+                failForErrno();
+            written += count;
+        }
+        m_block.clear();
+        return !m_hasFailed;
+    }
 
     bool openUnnamed([[maybe_unused]] mode_t permissions)
     {
@@ -204,7 +218,10 @@ private:
 
     QString m_name;
     int m_descriptor = -1;
-    qint64 m_size = 0;
+    qint64 m_size = 0; // with what is not written yet
+    QByteArray m_block; // not written yet; up to m_blockSize bytes
+    qint64 m_blockStart = 0;
+    qint64 m_blockSize = 0;
     bool m_isNamed = false; // by the temporary name
     bool m_hasFailed = false;
 };
