@@ -11,7 +11,6 @@
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
-#include <private/PrintableText.h>
 #include <private/Units.h>
 #include <sessionplot/Scales.h>
 
@@ -77,7 +76,7 @@ QString EventText::detail() const
                   .arg(valueText(E::compInactivity))
             : valueText(E::compInactivity);
     if (const std::optional<Flag> flag = flagOf(m_event)) {
-        const QString text = PrintableText::shown(flagText(*flag));
+        const QString text = flagText(*flag);
         return text.isEmpty() ? valueText(E::aedType) : text; // which AED is connected
     }
     return standingDetail();

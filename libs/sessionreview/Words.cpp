@@ -4,6 +4,7 @@
 #include "sessionreview/Words.h"
 
 #include <CPREventBase.h>
+#include <private/PrintableText.h>
 
 #include <QCoreApplication>
 #include <QMetaEnum>
@@ -255,7 +256,7 @@ QString flagText(const Flag &flag)
         return rhythmText(flag.code);
     case Flag::Kind::User:
         return flag.name.isEmpty() ? QCoreApplication::translate("sessionreview", "event")
-                                   : flag.name.simplified();
+                                   : PrintableText::shown(flag.name).simplified();
     case Flag::Kind::Aed:
         break;
     }

@@ -32,7 +32,7 @@ QString aedEventText(int event);
 QString aedStepText(const Flag &flag);
 /// Faults in two words or so each.
 QStringList faultTexts(Faults faults);
-/// A short label.
+/// A short label; what somebody called an event is cut to what can be drawn.
 QString flagText(const Flag &flag);
 /// How important a flag is. Those of weight 0 are not shown; where there is not room for all
 /// labels, the greater weights have theirs.

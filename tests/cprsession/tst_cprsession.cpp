@@ -167,7 +167,7 @@ private Q_SLOTS:
                 wrong.first().toUtf8());
         for (const QStringList &wrong : {QStringList{"--separator", "\""},
                                          {"--separator", "\n"},
-                                         {"--separator", "\x01"},
+                                         {"--separator", "\u00e4"},
                                          {"--jobs", "0"},
                                          {"--jobs", "1000000000"},
                                          {"--output", ""},
