@@ -316,7 +316,8 @@ void CPRData::onStatisticsReady()
 void CPRData::assignLearner(const QString &name)
 {
     qCInfo(lcData) << "learner" << name;
-    if (m_learners.contains(name))
+    joinNames();
+    if (m_joined.names.contains(name))
         return;
     m_learners.append(name);
     Q_EMIT learnersChanged();
@@ -325,23 +326,30 @@ void CPRData::assignLearner(const QString &name)
 void CPRData::releaseLearner(const QString &name)
 {
     qCInfo(lcData) << "learner" << name;
-    m_learners.removeAll(name);
+    if (m_learners.removeAll(name) > 0)
+        m_joined = {};
     Q_EMIT learnersChanged();
 }
 
 void CPRData::onLearnersChanged()
 {
     qCInfo(lcData) << "learners" << m_learners.join(QLatin1String(", "));
-    // The names are stored in one text, so a comma in a name would split it.
-    QString students;
-    for (QString name : qAsConst(m_learners)) {
-        if (!students.isEmpty())
-            students += QLatin1Char(',');
-        students += name.remove(QLatin1Char(','));
-    }
+    joinNames();
     if (CPREventSessionInfo *info = m_cprEvents->sessionInfo())
-        info->setParameter(CPREventBase::students, students);
+        info->setParameter(CPREventBase::students, m_joined.students);
     Q_EMIT learnerNamesUpdated();
+}
+
+// The names are stored in one text, so a comma in a name would split it.
+void CPRData::joinNames()
+{
+    for (; m_joined.count < m_learners.size(); ++m_joined.count) {
+        QString name = m_learners.at(m_joined.count);
+        m_joined.names.insert(name);
+        if (!m_joined.students.isEmpty())
+            m_joined.students += QLatin1Char(',');
+        m_joined.students += name.remove(QLatin1Char(','));
+    }
 }
 
 void CPRData::onOtherLearnersChanged()
@@ -353,7 +361,14 @@ void CPRData::onOtherLearnersChanged()
         return;
     qCInfo(lcData) << "other laerners" << other->m_learners.join(QLatin1String(", "));
     const QScopedValueRollback<bool> takingOver(m_takingOverLearners, true);
-    m_learners = other->m_learners;
+    const QStringList &names = other->m_learners;
+    if (m_learners.size() <= names.size()
+        && std::equal(m_learners.cbegin(), m_learners.cend(), names.cbegin())) {
+        m_learners += names.mid(m_learners.size());
+    } else {
+        m_learners = names;
+        m_joined = {};
+    }
     Q_EMIT learnersChanged();
 }
 
@@ -441,6 +456,7 @@ bool CPRData::readData(CPRFileHandler *handler, CPRReadReport &report)
                              ->parameterValue(CPREventBase::students, QVariant())
                              .toString()
                              .split(QLatin1Char(','));
+            m_joined = {};
         }
     }
     const int covered = m_compressionData->sessionTimeFromData();

@@ -13,6 +13,7 @@
 #include <chestboard/CommonDefs.h>
 
 #include <QObject>
+#include <QSet>
 #include <QStringList>
 #include <QVariant>
 
@@ -213,7 +214,16 @@ public Q_SLOTS:
     void onStatisticsReady();
 
 private:
+    /// What is made of the first names of the learners, so that one more costs the same for all
+    /// that are there.
+    struct JoinedNames {
+        int count = 0;
+        QSet<QString> names;
+        QString students; ///< as the session info holds them
+    };
+
     void connectLearners();
+    void joinNames();
     void addGuidelines(QObject *guidelines);
     void takeOver(CPRGuidelines *to, const CPRGuidelines &from);
     bool isHeld(const CPRGuidelines *guidelines) const;
@@ -232,6 +242,7 @@ private:
     bool m_isSaved = false;
     bool m_isUploaded = false;
     QStringList m_learners;
+    JoinedNames m_joined;
     bool m_receiving = false;
     bool m_cloneIncomingGuidelines = false;
     std::int32_t m_packetLossThresholdMs = 0;
