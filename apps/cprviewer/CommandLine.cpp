@@ -26,7 +26,7 @@ constexpr int minHeight = 600;
 constexpr int maxSide = 16384;
 constexpr double minSpeed = 0.001;
 constexpr double maxSpeed = 1000;
-constexpr double maxSecs = std::numeric_limits<int>::max() / Units::msecsPerSecond;
+constexpr int maxSecs = std::numeric_limits<int>::max() / Units::msecsPerSecond; // of session time
 
 QString fromShell(const std::string &argument)
 {
