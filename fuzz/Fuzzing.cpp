@@ -94,7 +94,7 @@ Cost::Cost(std::size_t bytes)
 Cost::~Cost()
 {
 #ifdef COUNTS_MEMORY
-    constexpr qint64 memory = 64 * 1024 * 1024; // a gap of a day in both waves is filled
+    constexpr qint64 memory = 160 * 1024 * 1024; // two sessions, each with a gap of a day filled
     constexpr qint64 memoryPerByte = 64; // an event of 30 bytes is an object of a thousand
     constexpr qint64 microseconds = 500'000;
     constexpr qint64 microsecondsPerByte = 10; // with both sanitizers

@@ -113,6 +113,17 @@ QString whyNotWritten(const AtomicFile &file, int zipError)
     return file.hasFailed() ? file.errorString() : QStringLiteral("zip error %1").arg(zipError);
 }
 
+// Makes the first member of that name the current one. QuaZip::setCurrentFile() would end at a
+// member without a name.
+bool goTo(QuaZip &zip, const QString &name)
+{
+    for (bool isMember = zip.goToFirstFile(); isMember; isMember = zip.goToNextFile()) {
+        if (zip.getCurrentFileName() == name)
+            return true;
+    }
+    return false;
+}
+
 // Copies the member at which \a from stands as it is, without inflating it.
 bool copyMember(QuaZip &from, QuaZip &to, const QuaZipFileInfo64 &info)
 {
@@ -311,8 +322,7 @@ QIODevice *CPRFileHandlerZip::readMember(const QString &name, QString &reason)
         reason = QStringLiteral("another member is open");
         return nullptr;
     }
-    // A name that the archive does not take leaves the member before it the current one.
-    const bool isThere = m_zip->setCurrentFile(SessionArchive::nameInZip(name));
+    const bool isThere = goTo(*m_zip, SessionArchive::nameInZip(name));
     auto file = std::make_unique<QuaZipFile>(m_zip.get());
     if (!isThere || !file->getZip() || !m_zip->hasCurrentFile()
         || !file->open(QIODevice::ReadOnly)) {
