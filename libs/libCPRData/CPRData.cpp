@@ -10,6 +10,7 @@
 #include "private/EnumKey.h"
 #include "private/Limits.h"
 #include "private/ReadBack.h"
+#include "private/RepeatedWarning.h"
 #include "private/ResponseId.h"
 #include "private/SessionArchive.h"
 #include "private/Units.h"
@@ -200,7 +201,8 @@ void CPRData::incomingGuidelines(CPRGuidelines *guidelines)
             if (!guidelines->guidelinesID().startsWith(QLatin1String("2010"))
                 && guidelines->compressionTooDeepSetting()
                     == CPRGuidelines::COMP_TOO_DEEP_NO_SUPPORT) {
-                qCWarning(lcData, "Manikin do not support compression too deep setting");
+                if (isWarningPrinted(lcData, m_unsupported))
+                    qCWarning(lcData, "Manikin do not support compression too deep setting");
                 Q_EMIT unsupportedFeature(QStringLiteral("CompressionTooDeepSetting"));
             }
         }
@@ -246,8 +248,9 @@ void CPRData::waveHeaderReceived(std::int32_t sequenceNumber)
         const qint64 gap = qint64(sequenceNumber) - m_expectedWaveSequence;
         const qint64 period = samplePeriod();
         if (gap > 0 && gap * period > Limits::maxGapMs) {
-            qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence << "to"
-                              << sequenceNumber << "and is not filled";
+            if (isWarningPrinted(lcData, m_jumps))
+                qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence
+                                  << "to" << sequenceNumber << "and is not filled";
         } else if (gap > 0) {
             if (gap * period > m_packetLossThresholdMs)
                 addPacketLoss(period * m_expectedWaveSequence, period * (sequenceNumber - 1));

@@ -52,6 +52,11 @@ constexpr int    maxSamples           = (24 * 60 + 15) * 60 * 100;
 /// A longer gap in the sequence numbers is a corrupt header: no training lasts as long.
 constexpr qint64 maxGapMs             = qint64(24) * 60 * 60 * 1000;
 
+// --- the log
+
+/// Warnings of one kind from one document or session, which can repeat them millions of times.
+constexpr int    maxWarnings          = 10;
+
 // clang-format on
 
 } // namespace Limits
