@@ -19,6 +19,7 @@ SESSION = DATA / "golden" / "CPR"
 
 # The bytes that fuzz_messages.cpp knows.
 STATE, WAVE, MESSAGE = 0, 253, 254
+CALLS_IN_SLOTS = 38  # that fuzz_calls.cpp knows
 HOST_CALLS = 35
 KNOWN = [38, 47, 48, 50, 52, 64, 68, 70, 75, 77, 79, 80, 81, 87, 88, 101, 104, 106, 107, 108, 109,
          110, 111]
@@ -92,6 +93,12 @@ def make_messages():
              steps(prepared + pause) + bytes([call, 2, 1, 2, 3, 4, 5, 6, 7, 8]))
 
 
+def make_calls():
+    # Each call in the slots of a session that begins, and after it.
+    for call in range(CALLS_IN_SLOTS):
+        save("fuzz_calls", f"call-{call}", bytes([1, 0] + [call, 1, 2, 3] * 8))
+
+
 def make_xml():
     for path in sorted((DATA / "eventlists").glob("*.xml")):
         save("fuzz_events_xml", path.stem, path.read_bytes())
@@ -149,6 +156,7 @@ def make_dictionary():
 
 
 make_messages()
+make_calls()
 make_xml()
 make_archives()
 make_logs()

@@ -11,6 +11,7 @@
 #include "private/Limits.h"
 #include "private/PrintableText.h"
 #include "private/ReadBack.h"
+#include "private/RepeatedWarning.h"
 #include "private/ResponseId.h"
 #include "private/SessionArchive.h"
 #include "private/Units.h"
@@ -201,7 +202,8 @@ void CPRData::incomingGuidelines(CPRGuidelines *guidelines)
             if (!guidelines->guidelinesID().startsWith(QLatin1String("2010"))
                 && guidelines->compressionTooDeepSetting()
                     == CPRGuidelines::COMP_TOO_DEEP_NO_SUPPORT) {
-                qCWarning(lcData, "Manikin do not support compression too deep setting");
+                if (isWarningPrinted(lcData, m_unsupported))
+                    qCWarning(lcData, "Manikin do not support compression too deep setting");
                 Q_EMIT unsupportedFeature(QStringLiteral("CompressionTooDeepSetting"));
             }
         }
@@ -247,8 +249,9 @@ void CPRData::waveHeaderReceived(std::int32_t sequenceNumber)
         const qint64 gap = qint64(sequenceNumber) - m_expectedWaveSequence;
         const qint64 period = samplePeriod();
         if (gap > 0 && gap * period > Limits::maxGapMs) {
-            qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence << "to"
-                              << sequenceNumber << "and is not filled";
+            if (isWarningPrinted(lcData, m_jumps))
+                qCWarning(lcData) << "Lost data: the wave jumps from" << m_expectedWaveSequence
+                                  << "to" << sequenceNumber << "and is not filled";
         } else if (gap > 0) {
             if (gap * period > m_packetLossThresholdMs)
                 addPacketLoss(period * m_expectedWaveSequence, period * (sequenceNumber - 1));

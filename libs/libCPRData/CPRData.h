@@ -243,6 +243,8 @@ private:
     bool m_isUploaded = false;
     QStringList m_learners;
     JoinedNames m_joined;
+    int m_jumps = 0; // of the wave, and
+    int m_unsupported = 0; // settings that the manikin does not know; both to be warned of
     bool m_receiving = false;
     bool m_cloneIncomingGuidelines = false;
     std::int32_t m_packetLossThresholdMs = 0;

@@ -4,6 +4,7 @@
 #include "CPRWaveformInfo.h"
 
 #include "private/MessageLayouts.h"
+#include "private/RepeatedWarning.h"
 #include "private/SessionArchive.h"
 #include "private/Units.h"
 #include "private/XmlReading.h"
@@ -54,7 +55,8 @@ void CPRWaveformInfo::announceChanges()
 void CPRWaveformInfo::setSampleRate(int rate)
 {
     if (rate <= 0 || rate > msecsPerSecond) {
-        qCWarning(lcWaveformInfo) << "Sample rate refused:" << rate;
+        if (isWarningPrinted(lcWaveformInfo, m_refused))
+            qCWarning(lcWaveformInfo) << "Sample rate refused:" << rate;
         return;
     }
     m_values.samplePeriod = msecsPerSecond / rate;
@@ -64,7 +66,8 @@ void CPRWaveformInfo::setSampleRate(int rate)
 void CPRWaveformInfo::setSamplePeriod(int period)
 {
     if (period <= 0 || period > msecsPerSecond) {
-        qCWarning(lcWaveformInfo) << "Sample period refused:" << period << "ms";
+        if (isWarningPrinted(lcWaveformInfo, m_refused))
+            qCWarning(lcWaveformInfo) << "Sample period refused:" << period << "ms";
         return;
     }
     m_values.sampleRate = msecsPerSecond / period;

@@ -147,6 +147,7 @@ private:
     void announceChanges();
 
     Values m_values;
+    int m_refused = 0; // rates and periods, to be warned of
 };
 
 #endif

@@ -19,6 +19,7 @@
 #include <QPointer>
 #include <QRegularExpression>
 #include <QTemporaryDir>
+#include <QXmlStreamReader>
 
 #include <ctime>
 #include <functional>
@@ -67,6 +68,7 @@ QStringList eventsOf(const Members &members, const QString &kinds)
 
 Q_DECLARE_METATYPE(Headers)
 Q_DECLARE_METATYPE(std::function<int(int)>)
+Q_DECLARE_METATYPE(std::function<void(CPRData &)>)
 
 /// Damaged and hostile archives, failing devices, and hosts that do what they should not.
 class TestFaults : public QObject {
@@ -389,6 +391,26 @@ private Q_SLOTS:
         QVERIFY2(seconds < 2 * slowdown, qPrintable(QString::number(seconds)));
     }
 
+    // What a document or a manikin can repeat is not printed each time.
+    void repeatedWarnings()
+    {
+        CPRData session;
+        CPRWaveformInfo &wave = *session.compressionData()->waveformInfo();
+        QXmlStreamReader events("<eventList>" + QByteArray("<evt/>").repeated(100000)
+                                + "</eventList>");
+        session.cprEvents()->read(&events);
+        QCOMPARE(warnings.size(), 12);
+        QCOMPARE(warnings.last(), "Skipped 100000 elements");
+        QXmlStreamReader waves("<waveForm>" + QByteArray("<scale sampleRate='0'/>").repeated(1000)
+                               + "</waveForm>");
+        wave.read(&waves);
+        QCOMPARE(warnings.size(), 12 + 11);
+        session.setCprState(CPRData::CPR_START);
+        for (int i = 1; i < 100; ++i)
+            session.waveHeaderReceived(i * 10000000);
+        QCOMPARE(warnings.size(), 12 + 11 + 11);
+    }
+
     // A session goes on where an archive ends; who saves it is warned.
     void warnsOfWhatIsNotReadBack_data()
     {
@@ -529,6 +551,46 @@ private Q_SLOTS:
             }
         }
         QVERIFY(initialized > 12);
+    }
+
+    void calledInEventsCleared_data()
+    {
+        const auto row = columns<std::function<void(CPRData &)>>("call");
+        row("copy", [](CPRData &session) { const CPRData copied(session); });
+        row("message", [](CPRData &session) { send(session, 70, QByteArray(9, '\1')); });
+        row("initialize", [](CPRData &session) { session.initialize(); });
+        row("list", [](CPRData &session) { session.cprEvents()->initialize(); });
+        row("protocol", [](CPRData &session) {
+            session.cprEvents()->setCprProtocol(bls_2010::CommonDefs::CPR_TWO_RESCUER);
+        });
+        row("telemetry", [](CPRData &session) {
+            QVariantMap map;
+            session.cprEvents()->telemetryTrainingSessionScoreData(map);
+            session.cprEvents()->telemetryTrainingSessionGuidelineData(map);
+        });
+        row("load", [](CPRData &session) {
+            MemoryFileHandler files(saved(CPRData()));
+            session.readData(&files);
+        });
+    }
+
+    void calledInEventsCleared()
+    {
+        using Call = std::function<void(CPRData &)>;
+        QFETCH(Call, call);
+        CPRData session;
+        CPREvents &events = *session.cprEvents();
+        int calls = 0;
+        connect(&events, &CPREvents::eventsCleared, this, [&] {
+            if (++calls == 1)
+                call(session);
+        });
+        session.setCprState(CPRData::CPR_MANIKIN_INIT);
+        QVERIFY(calls > 0);
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        QCOMPARE(events.events(), QList<E *>{events.cprSessionInfo()});
+        QCOMPARE(events.findChildren<E *>().size(), 3);
+        QCOMPARE(session.cprState(), CPRData::CPR_MANIKIN_INIT);
     }
 
     void standingEventsAndGuidelines()

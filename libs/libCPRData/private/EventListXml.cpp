@@ -8,6 +8,7 @@
 #include "Vocabulary.h"
 #include "private/EventSequence.h"
 #include "private/Limits.h"
+#include "private/RepeatedWarning.h"
 #include "private/XmlReading.h"
 
 #include <QLoggingCategory>
@@ -63,6 +64,7 @@ void CPREvents::read(QXmlStreamReader *reader)
 
     m_lastRead = nullptr;
     int parameters = 0;
+    int skipped = 0;
     while (readNextChild(*reader) && reader->name() == QLatin1String("evt")) {
         if (m_lists.front().size() >= Limits::maxEvents) {
             reader->raiseError(QStringLiteral("more than %1 events").arg(Limits::maxEvents));
@@ -73,7 +75,8 @@ void CPREvents::read(QXmlStreamReader *reader)
         CPREventBase::EventType type{};
         if (!attributes.hasAttribute(QLatin1String("msecs"))
             || !CPREventBase::eventTypeFromKey(attributes.value(QLatin1String("type")), type)) {
-            qCWarning(lcEvents) << "Skipping element at line" << reader->lineNumber();
+            if (isWarningPrinted(lcEvents, skipped))
+                qCWarning(lcEvents) << "Skipping element at line" << reader->lineNumber();
             reader->skipCurrentElement();
             continue;
         }
@@ -101,4 +104,6 @@ void CPREvents::read(QXmlStreamReader *reader)
         if (!reader->isEndElement())
             break;
     }
+    if (skipped > Limits::maxWarnings)
+        qCWarning(lcEvents) << "Skipped" << skipped << "elements";
 }

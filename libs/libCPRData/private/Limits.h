@@ -60,6 +60,11 @@ constexpr qint64 maxGapMs             = qint64(24) * 60 * 60 * 1000;
 /// Bytes of records that wait while the disk takes none: five hours of a manikin's packets.
 constexpr int    maxWaitingBytes      = 64 * 1024 * 1024;
 
+// --- the log
+
+/// Warnings of one kind from one document or session, which can repeat them millions of times.
+constexpr int    maxWarnings          = 10;
+
 // clang-format on
 
 } // namespace Limits
