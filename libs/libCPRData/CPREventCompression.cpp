@@ -7,6 +7,7 @@
 #include "CPREvents.h"
 #include "CPRGuidelines.h"
 #include "private/MessageLayouts.h"
+#include "private/MessageTime.h"
 #include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -104,9 +105,7 @@ bool CPREventCompression::incomingMsg(bls_2010::RMessage *msg)
         const int value = static_cast<int>(*sent);
         switch (row.key) {
         case Part::Age:
-            setMSecs(sessionMsecs(
-                qint64(events()->calculateSessionTime(msg->getHeader().getSequenceNumber()))
-                - value));
+            setMSecs(startOfEvent(*events(), *msg, value));
             break;
         case Part::PeakForce:
             m_compPeakForce = value;

@@ -7,6 +7,7 @@
 #include "CPRGuidelines.h"
 #include "CPRVentilationData.h"
 #include "private/MessageLayouts.h"
+#include "private/MessageTime.h"
 #include "private/Units.h"
 
 #include <chestboard/CommunicationIDs.h>
@@ -55,9 +56,7 @@ bool CPREventVentilation::incomingMsg(bls_2010::RMessage *msg)
         const int value = static_cast<int>(*sent);
         switch (row.key) {
         case Part::Age:
-            setMSecs(sessionMsecs(
-                qint64(events()->calculateSessionTime(msg->getHeader().getSequenceNumber()))
-                - value));
+            setMSecs(startOfEvent(*events(), *msg, value));
             break;
         case Part::DuringCompression:
             m_ventDuringCompression = (value & 1) != 0;
