@@ -138,7 +138,7 @@ private:
             const int begin = m_buffer.indexOf(m_kind.begin, from);
             if (begin >= 0)
                 return begin;
-            from = qMax(m_at + 1, m_buffer.size() - m_beginSize + 1);
+            from = qMax(m_at + 1, int(m_buffer.size()) - m_beginSize + 1);
             if (m_buffer.size() - m_at > Limits::maxSalvagedBytes)
                 return from;
             from -= m_at; // which becomes 0
