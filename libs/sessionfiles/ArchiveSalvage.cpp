@@ -13,6 +13,7 @@
 #include <CPRFileHandlerZip.h>
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QMap>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -209,6 +210,8 @@ void makeFit(const Document &frame, Elements &elements, Check check, Complete co
 }
 
 class Salvage {
+    Q_DECLARE_TR_FUNCTIONS(sessionfiles)
+
 public:
     explicit Salvage(ArchiveScan::Members &&scanned) : m_scanned(std::move(scanned)) { }
 
@@ -245,7 +248,7 @@ private:
         // A description can name a member that there is not.
         if (!result.isComplete && inspected.state == LoadedMember::Complete) {
             inspected.state = LoadedMember::Damaged;
-            inspected.reason = QStringLiteral("it does not go with the other members");
+            inspected.reason = tr("it does not go with the other members");
         }
         return inspected;
     }
@@ -264,7 +267,7 @@ private:
     void reportComplete(MemberIndex index)
     {
         m_session.holdsAnything = true;
-        report(index, QStringLiteral("whole"));
+        report(index, tr("whole"));
     }
     void reportPart(MemberIndex index, const QString &kept)
     {
@@ -273,7 +276,7 @@ private:
         m_session.isAll = false;
         report(index,
                kept + QStringLiteral("; ") + member.damage
-                   + (member.isCertain ? QString() : QStringLiteral(", so this is not certain")));
+                   + (member.isCertain ? QString() : tr(", so this is not certain")));
     }
     // The member becomes that of a session that has recorded nothing.
     void reportGone(MemberIndex index)
@@ -282,8 +285,8 @@ private:
         content(index) = emptyContent(index);
         m_session.isAll = false;
         report(index,
-               QStringLiteral("gone; %1; stored as of an empty session")
-                   .arg(member.isFound ? member.damage : QStringLiteral("there is none")));
+               tr("gone; %1; stored as of an empty session")
+                   .arg(member.isFound ? member.damage : tr("there is none")));
     }
 
     // Takes the member as it is, if it can be loaded.
@@ -359,14 +362,13 @@ private:
         const bool hasEnd = found.tail.contains("</") && !found.endsEarly;
         const int begun = found.begun - (found.endsEarly ? 1 : 0);
         if (hasEnd && kept == begun)
-            reportPart(index, QStringLiteral("all %1 %2").arg(kept).arg(noun));
+            reportPart(index, tr("all %1 %2").arg(kept).arg(noun));
         else if (hasEnd)
-            reportPart(index, QStringLiteral("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
+            reportPart(index, tr("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
         else if (kept == begun)
-            reportPart(index, QStringLiteral("the first %1 %2").arg(kept).arg(noun));
+            reportPart(index, tr("the first %1 %2").arg(kept).arg(noun));
         else
-            reportPart(index,
-                       QStringLiteral("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
+            reportPart(index, tr("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
     }
 
     void salvageDescriptions()
@@ -412,7 +414,7 @@ private:
         if (kept == 0)
             reportGone(Waves);
         else
-            reportPart(Waves, QStringLiteral("%1 of 2 descriptions").arg(kept));
+            reportPart(Waves, tr("%1 of 2 descriptions").arg(kept));
     }
 
     void salvageWave(MemberIndex index)
@@ -432,10 +434,9 @@ private:
         if (kept == 0)
             reportGone(index);
         else if (kept < described)
-            reportPart(index,
-                       QStringLiteral("the first %1 of %2 samples").arg(kept).arg(described));
+            reportPart(index, tr("the first %1 of %2 samples").arg(kept).arg(described));
         else
-            reportPart(index, QStringLiteral("%1 samples").arg(kept));
+            reportPart(index, tr("%1 samples").arg(kept));
     }
 
     // Makes the descriptions tell how many samples there are.
@@ -493,7 +494,7 @@ private:
         const QStringList once = standing;
         const Elements empty = splitUp(emptyContent(Events), eventKind).elements;
         salvageElements(
-            Events, eventKind, QStringLiteral("events"),
+            Events, eventKind, tr("events"),
             [&](const auto &type) {
                 return !once.contains(type) || standing.removeOne(type.toString());
             },
@@ -517,8 +518,7 @@ private:
         if (salvageComplete(Guidelines))
             return;
         salvageElements(
-            Guidelines, valueKind, QStringLiteral("values"),
-            [](const auto & /*type*/) { return true; }, check,
+            Guidelines, valueKind, tr("values"), [](const auto & /*type*/) { return true; }, check,
             [](const Elements & /*elements*/) { return false; });
     }
 

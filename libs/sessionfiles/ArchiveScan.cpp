@@ -7,6 +7,7 @@
 
 #include <private/Limits.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QVector>
 
@@ -192,7 +193,7 @@ private:
             // What is encrypted unpacks to noise.
             if (!member.isComplete && (packing.flags & encryptedFlag) != 0) {
                 member.content.clear();
-                member.damage = QStringLiteral("it is encrypted");
+                member.damage = QCoreApplication::translate("sessionfiles", "it is encrypted");
             }
             if (!best.isFound || member.isComplete || best.content.isEmpty())
                 best = std::move(member);
@@ -214,19 +215,24 @@ private:
         case Unpacked::Complete:
             break;
         case Unpacked::WrongChecksum:
-            member.damage = QStringLiteral("its checksum is another");
+            member.damage = QCoreApplication::translate("sessionfiles", "its checksum is another");
             break;
         case Unpacked::NoChecksum:
-            member.damage = QStringLiteral("its checksum is gone");
+            member.damage = QCoreApplication::translate("sessionfiles", "its checksum is gone");
             break;
         case Unpacked::Cut:
-            member.damage = QStringLiteral("the archive ends inside it");
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "the archive ends inside it");
             break;
         case Unpacked::Broken:
-            member.damage = QStringLiteral("it unpacks only to byte %1").arg(member.content.size());
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "it unpacks only to byte %1")
+                    .arg(member.content.size());
             break;
         case Unpacked::TooLong:
-            member.damage = QStringLiteral("it holds more than %1 bytes").arg(maxContent);
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "it holds more than %1 bytes")
+                    .arg(maxContent);
             break;
         }
         return member;
