@@ -57,7 +57,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         std::string log;
         std::string page;
         std::string screenshot;
-        std::string size = "1280x800";
+        std::string size;
         std::string language;
         double at = -1;
     } given;
@@ -85,7 +85,8 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         ->check(CLI::IsMember({"live", "review"}));
     app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
         ->type_name("FILE.png");
-    app.add_option("--size", given.size, "WIDTHxHEIGHT of the window")->capture_default_str();
+    app.add_option("--size", given.size,
+                   "WIDTHxHEIGHT of the window, instead of the last one; of a picture, 1280x800");
     app.add_option("--language", given.language, "en or de, instead of the system's")
         ->check(CLI::IsMember({"en", "de"}));
     CLI::Option *dark = app.add_flag("--dark", isDark, "Light on dark, whatever the system has");
@@ -109,10 +110,13 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     page = fromShell(given.page);
     screenshot = fromShell(given.screenshot);
     language = fromShell(given.language);
-    size = parseSize(fromShell(given.size));
+    if (!given.size.empty())
+        size = parseSize(fromShell(given.size));
+    else if (!screenshot.isEmpty())
+        size = QSize(1280, 800);
     if (given.at >= 0)
         atSecs = given.at;
-    if (size.isEmpty())
+    if (size.isEmpty() && !given.size.empty())
         return refuse(
             QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 on, not \"%3\"")
                 .arg(QString::number(minWidth), QString::number(minHeight), fromShell(given.size)));

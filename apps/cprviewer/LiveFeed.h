@@ -40,6 +40,7 @@ private:
     void setClock();
     void playDue();
     bool playNext();
+    bool isOver() const;
     void fetch();
     void finish();
 

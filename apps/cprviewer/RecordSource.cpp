@@ -28,17 +28,32 @@ private:
 
 class LogSource final : public RecordSource {
 public:
-    explicit LogSource(const QString &name) : m_file(name), m_reader(&m_file, name) { }
+    explicit LogSource(const QString &name) : m_file(name), m_reader(&m_file, name)
+    {
+        m_reader.setGrowing(true);
+    }
     bool open() { return QFileInfo(m_file).isFile() && m_file.open(QIODevice::ReadOnly); }
     bool next(manikinlog::Record &record) override
     {
-        return m_reader.read(record) == ManikinLogReader::Result::Record;
+        if (m_reader.read(record) == ManikinLogReader::Result::Record)
+            return true;
+        const QFileInfo named(m_file.fileName());
+        if (!named.exists())
+            m_change = QCoreApplication::translate("cprviewer", "%1 is not there any more");
+        else if (named.size() < m_file.pos())
+            m_change = QCoreApplication::translate("cprviewer", "%1 was cut or replaced");
+        return false;
     }
-    QString errorString() const override { return m_reader.errorString(); }
+    bool canGrow() const override { return errorString().isEmpty(); }
+    QString errorString() const override
+    {
+        return m_change.isEmpty() ? m_reader.errorString() : m_change.arg(m_file.fileName());
+    }
 
 private:
     QFile m_file;
     ManikinLogReader m_reader;
+    QString m_change; // what happened to the file; nobody will write more of it
 };
 
 } // namespace

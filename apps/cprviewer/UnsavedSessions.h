@@ -4,6 +4,7 @@
 #ifndef CPRVIEWER_UNSAVEDSESSIONS_H
 #define CPRVIEWER_UNSAVEDSESSIONS_H
 
+#include <QDateTime>
 #include <QLockFile>
 #include <QString>
 #include <QStringList>
@@ -29,6 +30,14 @@ private:
     std::unique_ptr<QLockFile> m_lock;
 };
 
+/// What there is to know of a session that was left, before it is loaded.
+struct LeftSummary {
+    QString target;
+    QStringList learners;
+    QDateTime start; ///< when it was recorded
+    qint64 msecs = 0; ///< how long
+};
+
 /// The folder in which live sessions are journalled until they are saved. Each has an archive name
 /// there that no archive will ever have; manikinlog::SessionJournal puts the journal beside it.
 class UnsavedSessions {
@@ -41,6 +50,8 @@ public:
     /// The names of the sessions that killed programs have left, the newest first. One that is
     /// being written, or was claimed, is not among them.
     QStringList left() const;
+    /// Looks into the journal of one.
+    static LeftSummary summaryOf(const QString &target);
 
 private:
     QString m_folder;

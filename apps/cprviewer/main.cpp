@@ -5,6 +5,7 @@
 #include "Screenshot.h"
 #include "Viewer.h"
 #include "ViewerTypes.h"
+#include "WindowPlace.h"
 
 #include <private/Units.h>
 
@@ -97,6 +98,11 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(CPRVIEWER_VERSION));
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // it always is since then
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    // Rounded up, 150 % would leave too little of a screen. A picture has one size.
+    if (!isPicture) {
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    }
 #endif
     // The file dialogs are widgets where the system has none of its own.
     const QApplication application(argc, argv);
@@ -117,8 +123,7 @@ int main(int argc, char *argv[])
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
     engine.setInitialProperties({{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
-                                 {QStringLiteral("width"), line.size.width()},
-                                 {QStringLiteral("height"), line.size.height()},
+                                 {QStringLiteral("visible"), false}, // until it has its place
                                  {QStringLiteral("firstPage"), line.page}});
     engine.load(QUrl(QStringLiteral("qrc:/cprviewer/qml/Main.qml")));
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
@@ -127,6 +132,11 @@ int main(int argc, char *argv[])
                                 "QtQuick.Controls, QtQuick.Layouts and Qt.labs.platform there?"));
         return static_cast<int>(ExitStatus::Failed);
     }
+    if (line.size.isEmpty())
+        WindowPlace::restore(window, *viewer.settings());
+    else
+        window->resize(line.size);
+    window->show();
     closePopupsWith(application, window);
     if (!begin(viewer, line)) {
         complain(viewer.problem());
@@ -135,5 +145,7 @@ int main(int argc, char *argv[])
     std::unique_ptr<Screenshot> screenshot;
     if (isPicture)
         screenshot = std::make_unique<Screenshot>(line.screenshot, &viewer, window);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    WindowPlace::store(window, *viewer.settings());
+    return status;
 }

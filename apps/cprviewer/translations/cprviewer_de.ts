@@ -37,6 +37,29 @@
     </message>
 </context>
 <context>
+    <name>DamageDialog</name>
+    <message>
+        <source>This was salvaged</source>
+        <translation>Gerettete Sitzung</translation>
+    </message>
+    <message>
+        <source>The file is damaged</source>
+        <translation>Die Datei ist beschädigt</translation>
+    </message>
+    <message>
+        <source>All of it is there.</source>
+        <translation>Es ist alles da.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Salvage…</source>
+        <translation>Retten…</translation>
+    </message>
+</context>
+<context>
     <name>DepthPanel</name>
     <message>
         <source>Depth</source>
@@ -163,6 +186,14 @@
         <source>Replace</source>
         <translation>Ersetzen</translation>
     </message>
+    <message>
+        <source>%1 is damaged. Of it this is all that the session has:
+%2
+The damaged file is kept beside it.</source>
+        <translation>%1 ist beschädigt. Mehr als das enthält die Sitzung davon nicht:
+%2
+Die beschädigte Datei bleibt daneben erhalten.</translation>
+    </message>
 </context>
 <context>
     <name>HeaderBar</name>
@@ -213,6 +244,26 @@
     <message>
         <source>Menu (F10)</source>
         <translation>Menü (F10)</translation>
+    </message>
+    <message>
+        <source>Damaged</source>
+        <translation>Beschädigt</translation>
+    </message>
+    <message>
+        <source>Salvaged</source>
+        <translation>Gerettet</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>What of the session is there</source>
+        <translation>Was von der Sitzung da ist</translation>
+    </message>
+    <message>
+        <source>Writing…</source>
+        <translation>Wird geschrieben…</translation>
     </message>
 </context>
 <context>
@@ -342,6 +393,49 @@
     </message>
 </context>
 <context>
+    <name>LeftList</name>
+    <message>
+        <source>Sessions that were not saved</source>
+        <translation>Nicht gespeicherte Sitzungen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Open the session of %1</source>
+        <translation>Sitzung vom %1 öffnen</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>Speichern…</translation>
+    </message>
+    <message>
+        <source>Save the session of %1</source>
+        <translation>Sitzung vom %1 speichern</translation>
+    </message>
+    <message>
+        <source>Throw away…</source>
+        <translation>Verwerfen…</translation>
+    </message>
+    <message>
+        <source>Throw the session of %1 away</source>
+        <translation>Sitzung vom %1 verwerfen</translation>
+    </message>
+    <message>
+        <source>It cannot be brought back then.</source>
+        <translation>Sie lässt sich dann nicht wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Throw the session away?</source>
+        <translation>Sitzung verwerfen?</translation>
+    </message>
+    <message>
+        <source>Throw away</source>
+        <translation>Verwerfen</translation>
+    </message>
+</context>
+<context>
     <name>LivePage</name>
     <message>
         <source>Compressions in cycle</source>
@@ -426,16 +520,31 @@
         <translation>Nicht speichern</translation>
     </message>
     <message>
-        <source>A session was not saved, on %1.</source>
-        <translation>Eine Sitzung vom %1 wurde nicht gespeichert.</translation>
-    </message>
-    <message>
-        <source>Bring it back</source>
-        <translation>Wiederherstellen</translation>
-    </message>
-    <message>
         <source>%1 is being recorded, and would end now.</source>
         <translation>%1 wird aufgezeichnet und würde jetzt enden.</translation>
+    </message>
+    <message>
+        <source>Salvage…</source>
+        <translation>Retten…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) were recorded, but not saved.</source>
+        <translation>
+            <numerusform>%n Sitzung wurde aufgezeichnet, aber nicht gespeichert.</numerusform>
+            <numerusform>%n Sitzungen wurden aufgezeichnet, aber nicht gespeichert.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show…</source>
+        <translation>Anzeigen…</translation>
+    </message>
+    <message>
+        <source>Sessions that were not saved</source>
+        <translation>Nicht gespeicherte Sitzungen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
     </message>
 </context>
 <context>
@@ -443,6 +552,17 @@
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>NameList</name>
+    <message>
+        <source> +%1</source>
+        <translation> +%1</translation>
+    </message>
+    <message>
+        <source>No learner named</source>
+        <translation>Kein Name angegeben</translation>
     </message>
 </context>
 <context>
@@ -489,10 +609,6 @@
 </context>
 <context>
     <name>ResultsPanel</name>
-    <message>
-        <source>No learner named</source>
-        <translation>Kein Name angegeben</translation>
-    </message>
     <message>
         <source>Date not known</source>
         <translation>Datum nicht bekannt</translation>
@@ -618,22 +734,6 @@
 <context>
     <name>StartPage</name>
     <message>
-        <source>A session was not saved</source>
-        <translation>Eine Sitzung wurde nicht gespeichert</translation>
-    </message>
-    <message>
-        <source>The viewer ended while it was recorded, on %1. Everything up to then is there.</source>
-        <translation>Das Programm endete während der Aufzeichnung am %1. Alles bis dahin ist erhalten.</translation>
-    </message>
-    <message>
-        <source>Bring it back</source>
-        <translation>Wiederherstellen</translation>
-    </message>
-    <message>
-        <source>Throw it away…</source>
-        <translation>Verwerfen…</translation>
-    </message>
-    <message>
         <source>Begin</source>
         <translation>Beginnen</translation>
     </message>
@@ -653,17 +753,16 @@
         <source>Recent files</source>
         <translation>Zuletzt geöffnet</translation>
     </message>
-    <message>
-        <source>Throw the session away?</source>
-        <translation>Sitzung verwerfen?</translation>
+    <message numerus="yes">
+        <source>%n session(s) were not saved</source>
+        <translation>
+            <numerusform>%n Sitzung wurde nicht gespeichert</numerusform>
+            <numerusform>%n Sitzungen wurden nicht gespeichert</numerusform>
+        </translation>
     </message>
     <message>
-        <source>It cannot be brought back then.</source>
-        <translation>Sie lässt sich dann nicht wiederherstellen.</translation>
-    </message>
-    <message>
-        <source>Throw away</source>
-        <translation>Verwerfen</translation>
+        <source>The viewer ended while they were recorded. Everything up to then is there.</source>
+        <translation>Das Programm endete während der Aufzeichnung. Alles bis dahin ist da.</translation>
     </message>
 </context>
 <context>
@@ -734,6 +833,22 @@
     <message>
         <source>Simulated: %1</source>
         <translation>Simuliert: %1</translation>
+    </message>
+    <message>
+        <source>Another file is still being written.</source>
+        <translation>Eine andere Datei wird noch geschrieben.</translation>
+    </message>
+    <message>
+        <source>Saved as %1.</source>
+        <translation>Gespeichert als %1.</translation>
+    </message>
+    <message>
+        <source>Exported to %1.</source>
+        <translation>Exportiert nach %1.</translation>
+    </message>
+    <message>
+        <source>The damaged file is kept as %1.</source>
+        <translation>Die beschädigte Datei bleibt als %1 erhalten.</translation>
     </message>
 </context>
 <context>
@@ -1920,6 +2035,37 @@
         <source>%1 cannot be read; is it there and a file?</source>
         <translation>%1 lässt sich nicht lesen; ist es vorhanden und eine Datei?</translation>
     </message>
+    <message>
+        <source>%1: missing</source>
+        <translation>%1: fehlt</translation>
+    </message>
+    <message>
+        <source>%1 is a damaged archive; its directory, at the end, is gone</source>
+        <translation>%1 ist ein beschädigtes Archiv; das Verzeichnis an seinem Ende fehlt</translation>
+    </message>
+    <message>
+        <source>%1 holds nothing that can be salvaged</source>
+        <translation>%1 enthält nichts, was sich retten ließe</translation>
+    </message>
+    <message>
+        <source>%1: read as far as it is sound</source>
+        <translation>%1: so weit gelesen, wie es heil ist</translation>
+    </message>
+    <message>
+        <source>all left out from line %1 on</source>
+        <translation>ab Zeile %1 alles ausgelassen</translation>
+    </message>
+    <message>
+        <source>%1 is damaged in line %2; what stands before it is shown</source>
+        <translation>%1 ist in Zeile %2 beschädigt; gezeigt wird, was davor steht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n line(s) left out</source>
+        <translation>
+            <numerusform>%n Zeile ausgelassen</numerusform>
+            <numerusform>%n Zeilen ausgelassen</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2002,6 +2148,97 @@
     <message>
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>%1 is not there any more</source>
+        <translation>%1 ist nicht mehr da</translation>
+    </message>
+    <message>
+        <source>%1 was cut or replaced</source>
+        <translation>%1 wurde gekürzt oder ersetzt</translation>
+    </message>
+</context>
+<context>
+    <name>sessionfiles</name>
+    <message>
+        <source>it does not go with the other members</source>
+        <translation>passt nicht zu den anderen Teilen</translation>
+    </message>
+    <message>
+        <source>whole</source>
+        <translation>ganz</translation>
+    </message>
+    <message>
+        <source>, so this is not certain</source>
+        <translation>, also unsicher</translation>
+    </message>
+    <message>
+        <source>gone; %1; stored as of an empty session</source>
+        <translation>verloren; %1; gespeichert wie von einer leeren Sitzung</translation>
+    </message>
+    <message>
+        <source>there is none</source>
+        <translation>nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>all %1 %2</source>
+        <translation>%2: alle %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 %3</source>
+        <translation>%3: %1 von %2</translation>
+    </message>
+    <message>
+        <source>the first %1 %2</source>
+        <translation>%2: die ersten %1</translation>
+    </message>
+    <message>
+        <source>%1 of the first %2 %3</source>
+        <translation>%3: %1 der ersten %2</translation>
+    </message>
+    <message>
+        <source>%1 of 2 descriptions</source>
+        <translation>%1 von 2 Beschreibungen</translation>
+    </message>
+    <message>
+        <source>the first %1 of %2 samples</source>
+        <translation>die ersten %1 von %2 Messwerten</translation>
+    </message>
+    <message>
+        <source>%1 samples</source>
+        <translation>%1 Messwerte</translation>
+    </message>
+    <message>
+        <source>events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>values</source>
+        <translation>Werte</translation>
+    </message>
+    <message>
+        <source>it is encrypted</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message>
+        <source>its checksum is another</source>
+        <translation>die Prüfsumme stimmt nicht</translation>
+    </message>
+    <message>
+        <source>its checksum is gone</source>
+        <translation>die Prüfsumme fehlt</translation>
+    </message>
+    <message>
+        <source>the archive ends inside it</source>
+        <translation>das Archiv endet mittendrin</translation>
+    </message>
+    <message>
+        <source>it unpacks only to byte %1</source>
+        <translation>lässt sich nur bis Byte %1 entpacken</translation>
+    </message>
+    <message>
+        <source>it holds more than %1 bytes</source>
+        <translation>enthält mehr als %1 Bytes</translation>
     </message>
 </context>
 <context>

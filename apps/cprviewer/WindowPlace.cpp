@@ -1,0 +1,60 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#include "WindowPlace.h"
+
+#include <QGuiApplication>
+#include <QScreen>
+#include <QSettings>
+#include <QWindow>
+
+namespace {
+
+const QLatin1String placeKey("window/place");
+const QLatin1String maximizedKey("window/isMaximized");
+constexpr QSize usualSize(1280, 800);
+constexpr int titleHeight = 40; // of the largest ones that systems put over a window
+
+int areaOf(const QRect &rect)
+{
+    return rect.width() * rect.height();
+}
+
+} // namespace
+
+QRect WindowPlace::onScreens(const QRect &wanted, const QVector<QRect> &screens)
+{
+    QRect screen = screens.value(0);
+    for (const QRect &other : screens) {
+        if (areaOf(other & wanted) > areaOf(screen & wanted))
+            screen = other;
+    }
+    const QRect room = screen.adjusted(0, titleHeight, 0, 0);
+    QRect place(QPoint(), (wanted.isValid() ? wanted.size() : usualSize).boundedTo(room.size()));
+    if (wanted.isValid() && screen.intersects(wanted)) {
+        place.moveTo(qBound(room.left(), wanted.left(), room.right() + 1 - place.width()),
+                     qBound(room.top(), wanted.top(), room.bottom() + 1 - place.height()));
+    } else {
+        place.moveCenter(room.center());
+    }
+    return place;
+}
+
+void WindowPlace::restore(QWindow *window, const QSettings &settings)
+{
+    QVector<QRect> screens{QGuiApplication::primaryScreen()->availableGeometry()};
+    const auto all = QGuiApplication::screens();
+    for (const QScreen *screen : all)
+        screens.append(screen->availableGeometry());
+    window->setGeometry(onScreens(settings.value(placeKey).toRect(), screens));
+    if (settings.value(maximizedKey).toBool())
+        window->setWindowStates(Qt::WindowMaximized);
+}
+
+void WindowPlace::store(const QWindow *window, QSettings &settings)
+{
+    const bool isMaximized = window->windowStates() & Qt::WindowMaximized;
+    settings.setValue(maximizedKey, isMaximized);
+    if (window->windowStates() == Qt::WindowNoState)
+        settings.setValue(placeKey, window->geometry());
+}

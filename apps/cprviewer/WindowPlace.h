@@ -1,0 +1,26 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVIEWER_WINDOWPLACE_H
+#define CPRVIEWER_WINDOWPLACE_H
+
+#include <QRect>
+#include <QVector>
+
+class QSettings;
+class QWindow;
+
+/// Where the window is and how large, from one run to the next.
+namespace WindowPlace {
+
+/// The place next to \a wanted that lies on one of \a screens, with room for the window's title.
+/// Without \a wanted it is the usual size in the middle of the first one.
+QRect onScreens(const QRect &wanted, const QVector<QRect> &screens);
+
+/// Puts \a window, which is not visible yet, where \a settings have it.
+void restore(QWindow *window, const QSettings &settings);
+void store(const QWindow *window, QSettings &settings);
+
+} // namespace WindowPlace
+
+#endif
