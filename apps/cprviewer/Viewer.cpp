@@ -347,7 +347,7 @@ QUrl Viewer::proposedFile(const QString &ending) const
         return proposed({}, ending);
     const QDateTime start = sessionreview::figuresOf(*session()).start();
     // A part of a session is not taken for all of it, and does not go over that.
-    return proposed(start, isDamaged() ? QStringLiteral("-salvaged") + ending : ending);
+    return proposed(start, isDamaged() ? QLatin1Char('-') + tr("salvaged") + ending : ending);
 }
 
 void Viewer::discard()

@@ -22,7 +22,8 @@ Rectangle {
     signal reportWanted()
 
     readonly property bool hasSession: bar.viewer.session !== null
-    readonly property string mark: bar.viewer.isDamaged ? qsTr("Damaged") : bar.viewer.isSalvaged ? qsTr("Salvaged") : ""
+    readonly property string mark: bar.viewer.isSalvaged ? bar.viewer.isDamaged ? qsTr("Salvaged in part") : qsTr("Salvaged")
+                                                         : bar.viewer.isDamaged ? qsTr("Damaged") : ""
     readonly property string markedName: bar.mark.length > 0 ? qsTr("%1 (%2)").arg(bar.viewer.name).arg(bar.mark)
                                                              : bar.viewer.name
 
@@ -85,7 +86,8 @@ Rectangle {
         ActionButton {
             objectName: "mark"
             visible: bar.mark.length > 0
-            text: bar.mark
+            text: "⚠ " + bar.mark
+            font.bold: true
             help: qsTr("What of the session is there")
             onClicked: bar.reportWanted()
         }

@@ -95,7 +95,11 @@ ApplicationWindow {
     }
     Connections {
         target: window.viewer
-        function onSessionChanged() { window.showSession(); }
+        function onSessionChanged() {
+            window.showSession();
+            if (window.viewer.isSalvaged && !window.viewer.isUnsaved)
+                damageDialog.open();
+        }
         function onWritten(isComplete) {
             if (window.isClosing && isComplete)
                 window.close();

@@ -265,6 +265,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Writing…</source>
         <translation>Wird geschrieben…</translation>
     </message>
+    <message>
+        <source>Salvaged in part</source>
+        <translation>Teilweise gerettet</translation>
+    </message>
 </context>
 <context>
     <name>Histogram</name>
@@ -849,6 +853,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>The damaged file is kept as %1.</source>
         <translation>Die beschädigte Datei bleibt als %1 erhalten.</translation>
+    </message>
+    <message>
+        <source>salvaged</source>
+        <translation>gerettet</translation>
     </message>
 </context>
 <context>
