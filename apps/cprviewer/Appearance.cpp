@@ -40,7 +40,7 @@ Appearance::~Appearance() = default;
 double Appearance::textScale()
 {
     constexpr double usualPixels = 11 * 96.0 / 72; // 11 points, the largest of the usual sizes
-    constexpr double maxScale = 1.3; // what the pages have room for
+    constexpr double maxScale = 1.2; // what the pages have room for
     return qBound(1.0, QFontInfo(QGuiApplication::font()).pixelSize() / usualPixels, maxScale);
 }
 

@@ -40,15 +40,18 @@ QRect WindowPlace::onScreens(const QRect &wanted, const QVector<QRect> &screens)
     return place;
 }
 
-void WindowPlace::restore(QWindow *window, const QSettings &settings)
+QRect WindowPlace::stored(const QSettings &settings)
 {
     QVector<QRect> screens{QGuiApplication::primaryScreen()->availableGeometry()};
     const auto all = QGuiApplication::screens();
     for (const QScreen *screen : all)
         screens.append(screen->availableGeometry());
-    window->setGeometry(onScreens(settings.value(placeKey).toRect(), screens));
-    if (settings.value(maximizedKey).toBool())
-        window->setWindowStates(Qt::WindowMaximized);
+    return onScreens(settings.value(placeKey).toRect(), screens);
+}
+
+bool WindowPlace::isStoredMaximized(const QSettings &settings)
+{
+    return settings.value(maximizedKey).toBool();
 }
 
 void WindowPlace::store(const QWindow *window, QSettings &settings)

@@ -17,8 +17,9 @@ namespace WindowPlace {
 /// Without \a wanted it is the usual size in the middle of the first one.
 QRect onScreens(const QRect &wanted, const QVector<QRect> &screens);
 
-/// Puts \a window, which is not visible yet, where \a settings have it.
-void restore(QWindow *window, const QSettings &settings);
+/// The place that \a settings have, on the screens that are there.
+QRect stored(const QSettings &settings);
+bool isStoredMaximized(const QSettings &settings);
 void store(const QWindow *window, QSettings &settings);
 
 } // namespace WindowPlace

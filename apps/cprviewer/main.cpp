@@ -122,9 +122,18 @@ int main(int argc, char *argv[])
     QQmlApplicationEngine engine;
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
-    engine.setInitialProperties({{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
-                                 {QStringLiteral("visible"), false}, // until it has its place
-                                 {QStringLiteral("firstPage"), line.page}});
+    QVariantMap properties{{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
+                           {QStringLiteral("visible"), false}, // until it has its place
+                           {QStringLiteral("firstPage"), line.page}};
+    const bool hasPlace = line.size.isEmpty();
+    const QRect place = hasPlace ? WindowPlace::stored(*viewer.settings()) : QRect({}, line.size);
+    properties.insert(QStringLiteral("width"), place.width());
+    properties.insert(QStringLiteral("height"), place.height());
+    if (hasPlace) {
+        properties.insert(QStringLiteral("x"), place.x());
+        properties.insert(QStringLiteral("y"), place.y());
+    }
+    engine.setInitialProperties(properties);
     engine.load(QUrl(QStringLiteral("qrc:/cprviewer/qml/Main.qml")));
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (!window) {
@@ -132,11 +141,10 @@ int main(int argc, char *argv[])
                                 "QtQuick.Controls, QtQuick.Layouts and Qt.labs.platform there?"));
         return static_cast<int>(ExitStatus::Failed);
     }
-    if (line.size.isEmpty())
-        WindowPlace::restore(window, *viewer.settings());
+    if (hasPlace && WindowPlace::isStoredMaximized(*viewer.settings()))
+        window->showMaximized();
     else
-        window->resize(line.size);
-    window->show();
+        window->show();
     closePopupsWith(application, window);
     if (!begin(viewer, line)) {
         complain(viewer.problem());

@@ -15,7 +15,7 @@ AppDialog {
 
     title: dialog.viewer.isSalvaged ? qsTr("This was salvaged") : qsTr("The file is damaged")
     text: dialog.viewer.report.join("\n") || qsTr("All of it is there.")
-    width: Math.round(680 * Look.unit)
+    width: Math.round(680 * Look.textUnit)
     firstItem: closeButton
 
     buttons: [

@@ -17,7 +17,7 @@ FocusScope {
     signal openWanted(string target)
     signal saveWanted(string target)
 
-    implicitHeight: Math.min(list.contentHeight, Math.round(240 * Look.unit))
+    implicitHeight: Math.min(list.contentHeight, Math.round(240 * Look.textUnit))
 
     ListView {
         id: list
@@ -38,7 +38,7 @@ FocusScope {
             required property var modelData
 
             width: list.width
-            height: buttons.height + 2
+            height: Look.controlHeight + 2
             focus: ListView.isCurrentItem
             Accessible.role: Accessible.ListItem
             Accessible.name: who.text + ", " + when.text

@@ -203,7 +203,7 @@ ApplicationWindow {
         id: leftDialog
         objectName: "leftDialog"
         title: qsTr("Sessions that were not saved")
-        width: Math.round(760 * Look.unit)
+        width: Math.round(760 * Look.textUnit)
         firstItem: laterButton
 
         LeftList {

@@ -19,7 +19,7 @@ FocusScope {
 
     ColumnLayout {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Look.padding, Math.round(760 * Look.unit))
+        width: Math.min(parent.width - 2 * Look.padding, Math.round(760 * Look.textUnit))
         spacing: Look.gap
 
         Card {
