@@ -13,7 +13,8 @@ QtObject {
     property bool dark: false
     property real unit: 1 // 1 in a window of 1280x800
     property real textScale: 1 // of the system
-    readonly property real textUnit: look.unit * look.textScale
+    // Small windows have no room for larger texts.
+    readonly property real textUnit: look.unit * (look.unit < 0.85 ? 1 : look.textScale)
 
     readonly property PlotColors colors: PlotColors { dark: look.dark }
     readonly property color page: look.dark ? Qt.darker(look.colors.background, 1.5) : "#eceff3"

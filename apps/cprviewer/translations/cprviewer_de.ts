@@ -2165,6 +2165,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>%1 was cut or replaced</source>
         <translation>%1 wurde gekürzt oder ersetzt</translation>
     </message>
+    <message>
+        <source>%1 is damaged in line %2; the session ends there</source>
+        <translation>%1 ist in Zeile %2 beschädigt; die Sitzung endet dort</translation>
+    </message>
 </context>
 <context>
     <name>sessionfiles</name>
