@@ -280,7 +280,7 @@ void Viewer::finishWriting(const Written &written)
     setProblem(written.problem);
     if (written.isThere && writing.isSession)
         m_recentFiles.add(written.name);
-    if (written.isThere && writing.saved && writing.saved == session()) {
+    if (written.isThere && writing.saved && writing.saved == session() && !isLive()) {
         m_opened.name = QFileInfo(written.name).fileName();
         if (!written.kept.isEmpty())
             m_opened.source = written.kept;

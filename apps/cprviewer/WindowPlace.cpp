@@ -15,6 +15,14 @@ const QLatin1String maximizedKey("window/isMaximized");
 constexpr QSize usualSize(1280, 800);
 constexpr int titleHeight = 40; // of the largest ones that systems put over a window
 
+// Any kind of settings holds numbers.
+QRect rectOf(const QVariantList &sides)
+{
+    return sides.size() == 4
+        ? QRect(sides[0].toInt(), sides[1].toInt(), sides[2].toInt(), sides[3].toInt())
+        : QRect();
+}
+
 int areaOf(const QRect &rect)
 {
     return rect.width() * rect.height();
@@ -46,7 +54,7 @@ QRect WindowPlace::stored(const QSettings &settings)
     const auto all = QGuiApplication::screens();
     for (const QScreen *screen : all)
         screens.append(screen->availableGeometry());
-    return onScreens(settings.value(placeKey).toRect(), screens);
+    return onScreens(rectOf(settings.value(placeKey).toList()), screens);
 }
 
 bool WindowPlace::isStoredMaximized(const QSettings &settings)
@@ -58,6 +66,8 @@ void WindowPlace::store(const QWindow *window, QSettings &settings)
 {
     const bool isMaximized = window->windowStates() & Qt::WindowMaximized;
     settings.setValue(maximizedKey, isMaximized);
-    if (window->windowStates() == Qt::WindowNoState)
-        settings.setValue(placeKey, window->geometry());
+    if (window->windowStates() != Qt::WindowNoState)
+        return;
+    const QRect place = window->geometry();
+    settings.setValue(placeKey, QVariantList{place.x(), place.y(), place.width(), place.height()});
 }

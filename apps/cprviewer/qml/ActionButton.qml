@@ -12,8 +12,6 @@ Button {
     property string help: ""
 
     implicitHeight: Look.controlHeight
-    // A fraction of a pixel less would cut the text.
-    implicitWidth: Math.ceil(implicitContentWidth + leftPadding + rightPadding) + 1
     leftPadding: Look.padding * 0.8
     rightPadding: Look.padding * 0.8
     font.pixelSize: Look.normal
