@@ -94,6 +94,10 @@ ViewerCase {
         compare(desk.textOf(table).trim().split("\n").length, 188);
         load(saved);
         tryCompare(page.events, "count", 185); // an archive does not list statistics and score
+        write(() => viewer.exportTable("file:" + table, "events", true));
+        compare(desk.textOf(table).trim().split("\n").length, 186);
+        write(() => viewer.exportPicture("file:" + desk.newFile("picture.svg"), false));
+        verify(desk.textOf(desk.newFile("picture.svg")).includes("</svg>"));
         write(() => viewer.save("file:" + desk.newFile("again.zip"), false));
         load(desk.newFile("again.zip"));
         tryCompare(item("overall"), "percent", 68);
