@@ -33,11 +33,14 @@ QString noRead(const QString &name)
         .arg(name);
 }
 
-// A foreign file is not looked through for a session; one that was once an archive is.
-bool beginsAsArchive(const QString &name)
+// A foreign file is not looked through for a session; one that may have been one is.
+bool mayHaveBeenSession(const QString &name)
 {
+    const QStringList suffixes{QStringLiteral("zip"), QStringLiteral("cprlog"),
+                               QStringLiteral("journal")};
     QFile file(name);
-    return file.open(QIODevice::ReadOnly) && file.read(2) == "PK";
+    return suffixes.contains(QFileInfo(name).suffix().toLower())
+        || (file.open(QIODevice::ReadOnly) && file.read(2) == "PK");
 }
 
 // What became of the members of an archive that were not read whole.
@@ -153,7 +156,7 @@ SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Repo
         result.isDamaged = !loaded.isComplete;
         result.session = std::move(session);
     } else {
-        result.isDamaged = !loaded.isArchive && beginsAsArchive(name);
+        result.isDamaged = !loaded.isArchive && mayHaveBeenSession(name);
     }
     if (result.isDamaged && result.session) {
         result.problem =
@@ -162,7 +165,7 @@ SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Repo
     } else if (result.isDamaged) {
         result.problem =
             QCoreApplication::translate(
-                "cprquick", "%1 is a damaged archive; its directory, at the end, is gone")
+                "cprquick", "%1 is no session any more, if it was one; something may be left")
                 .arg(name);
     } else if (!result.session) {
         result.problem = noSession(name);

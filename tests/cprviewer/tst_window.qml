@@ -108,13 +108,14 @@ ViewerCase {
         compare([viewer.session.learners.length, item("learners").text], [2, "Anna, Bo"]);
     }
     function test_damagedFiles_data() {
-        const line = "damaged.cprlog";
+        const line = "damaged.cprlog", log = desk.textOf(desk.data("two-rescuers.cprlog"));
         return [
             // A wrong checksum costs no event, but nobody knows that; without a directory nothing is found at once.
             { tag: "checksum", file: () => desk.damaged("checksum"), marks: ["⚠ Damaged", "⚠ Salvaged in part"], count: 13 },
             { tag: "cut", file: () => desk.damaged("cut"), marks: [null, "⚠ Salvaged in part"], count: 13 },
-            { tag: "log", file: () => desk.append(line, desk.textOf(desk.data("two-rescuers.cprlog")) + "what?\n") && desk.newFile(line),
-              marks: ["⚠ Damaged", "⚠ Salvaged in part"], count: 187 }
+            { tag: "log", file: () => desk.append(line, log + "what?\n") && desk.newFile(line),
+              marks: ["⚠ Damaged", "⚠ Salvaged in part"], count: 187 },
+            { tag: "first line", file: () => desk.append(line, log.slice(1)) && desk.newFile(line), marks: [null, "⚠ Salvaged in part"], count: 187 }
         ];
     }
     function test_damagedFiles(data) {

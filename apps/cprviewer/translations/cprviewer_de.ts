@@ -2048,10 +2048,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>%1: fehlt</translation>
     </message>
     <message>
-        <source>%1 is a damaged archive; its directory, at the end, is gone</source>
-        <translation>%1 ist ein beschädigtes Archiv; das Verzeichnis an seinem Ende fehlt</translation>
-    </message>
-    <message>
         <source>%1 holds nothing that can be salvaged</source>
         <translation>%1 enthält nichts, was sich retten ließe</translation>
     </message>
@@ -2073,6 +2069,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
             <numerusform>%n Zeile ausgelassen</numerusform>
             <numerusform>%n Zeilen ausgelassen</numerusform>
         </translation>
+    </message>
+    <message>
+        <source>%1 is no session any more, if it was one; something may be left</source>
+        <translation>%1 ist keine Sitzung mehr, falls es eine war; vielleicht ist etwas übrig</translation>
     </message>
 </context>
 <context>
