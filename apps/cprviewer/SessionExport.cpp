@@ -30,21 +30,7 @@ QString cannotWrite(const QString &name, const QString &reason)
 
 Written written(const QString &name, const QString &problem)
 {
-    return {problem.isEmpty(), problem.isEmpty(), name, {}, problem};
-}
-
-// NAME.damaged.zip for NAME.zip, or what nothing has as its name yet.
-QString nameToKeep(const QString &name)
-{
-    const QFileInfo file(name);
-    QString kept;
-    for (int number = 1; kept.isEmpty() || QFileInfo::exists(kept); ++number) {
-        kept = file.dir().filePath(
-            QStringLiteral("%1.damaged%2.%3")
-                .arg(file.completeBaseName(),
-                     number > 1 ? QStringLiteral("-%1").arg(number) : QString(), file.suffix()));
-    }
-    return kept;
+    return {problem.isEmpty(), problem.isEmpty(), name, {}, problem, false};
 }
 
 // Returns what went wrong; empty when the copy is on the disk.
@@ -63,6 +49,19 @@ QString copyFile(const QString &from, const QString &to)
 }
 
 } // namespace
+
+QString SessionExport::nameToKeep(const QString &name)
+{
+    const QFileInfo file(name);
+    QString kept;
+    for (int number = 1; kept.isEmpty() || QFileInfo::exists(kept); ++number) {
+        kept = file.dir().filePath(
+            QStringLiteral("%1.damaged%2.%3")
+                .arg(file.completeBaseName(),
+                     number > 1 ? QStringLiteral("-%1").arg(number) : QString(), file.suffix()));
+    }
+    return kept;
+}
 
 Written SessionExport::writeArchive(const QString &name, CPRData &session)
 {

@@ -19,12 +19,15 @@ struct Written {
     QString name; ///< of the file
     QString kept; ///< of the file that was there before, where that is kept
     QString problem; ///< for people; empty when it is complete
+    bool isSalvaged = false; ///< not all of the session's source is in it
 };
+
+/// NAME.damaged.zip for NAME.zip, with a number where that is there already.
+QString nameToKeep(const QString &name);
 
 /// The session archive.
 Written writeArchive(const QString &name, CPRData &session);
-/// The same in place of a damaged file, which is kept beside it as NAME.damaged.zip; with a number
-/// where that is there already.
+/// The same in place of a damaged file, which is kept beside it under nameToKeep().
 Written replaceDamaged(const QString &name, CPRData &session);
 
 /// The table \a what (events, summary, waves, guidelines) as CSV, with the separators that

@@ -53,7 +53,14 @@ QString LeftSession::journal() const
 
 void LeftSession::remove()
 {
-    QFile::remove(journal());
+    if (!m_isMoved)
+        QFile::remove(journal());
+}
+
+void LeftSession::moveTo(const QString &name)
+{
+    m_isMoved = true;
+    QFile::rename(journal(), name);
 }
 
 UnsavedSessions::UnsavedSessions(const QString &folder) : m_folder(folder)

@@ -20,13 +20,16 @@ public:
 
     /// The file that holds it.
     QString journal() const;
-    /// Deletes it: it was saved, or is not wanted.
+    /// Deletes it, if it was not moved: it was saved, or is not wanted.
     void remove();
+    /// Moves it to the file \a name: it was saved only in part. Where that fails it stays.
+    void moveTo(const QString &name);
 
 private:
     explicit LeftSession(const QString &target);
 
     QString m_target;
+    bool m_isMoved = false;
     std::unique_ptr<QLockFile> m_lock;
 };
 

@@ -35,6 +35,19 @@ QUrl proposed(const QDateTime &start, const QString &ending)
     return QUrl::fromLocalFile(folder.filePath(stem + ending));
 }
 
+// Keeps a journal that was not read whole beside the archive. The name that it has then; empty when
+// it need not be kept.
+QString keepLeft(LeftSession *left, const QString &archive, bool isDamaged)
+{
+    if (!left || !isDamaged)
+        return QString();
+    const QFileInfo file(archive);
+    const QString kept = SessionExport::nameToKeep(
+        file.dir().filePath(file.completeBaseName() + QStringLiteral(".journal")));
+    left->moveTo(kept);
+    return kept;
+}
+
 // The name of the file that is meant; empty for none of this machine.
 QString nameOf(const QUrl &url, const QString &suffix)
 {
@@ -274,8 +287,9 @@ void Viewer::write(Writing writing, std::unique_ptr<CPRData> session, const Sess
     Q_EMIT isWritingChanged();
 }
 
-void Viewer::finishWriting(const Written &written)
+void Viewer::finishWriting(const Written &result)
 {
+    Written written = result;
     const Writing writing = std::exchange(m_writing, {});
     setProblem(written.problem);
     if (written.isThere && writing.isSession)
@@ -286,8 +300,12 @@ void Viewer::finishWriting(const Written &written)
             m_opened.source = written.kept;
         Q_EMIT nameChanged();
         if (written.isComplete)
+            written.kept += keepLeft(m_opened.left.get(), written.name, m_opened.isDamaged);
+        if (written.isComplete)
             setSaved();
     }
+    if (written.isComplete)
+        written.kept += keepLeft(writing.left.get(), written.name, written.isSalvaged);
     if (written.isComplete && writing.left)
         writing.left->remove();
     if (written.isComplete) {
@@ -388,8 +406,10 @@ Viewer::SaveResult Viewer::saveLeft(const QString &target, const QUrl &url, bool
     write({nullptr, std::move(left), true}, nullptr, [name, journal](CPRData * /*none*/) {
         const SessionLoader::Result loaded =
             SessionLoader::loadHere(journal, SessionLoader::Kind::Salvaged);
-        return loaded.session ? SessionExport::writeArchive(name, *loaded.session)
-                              : Written{false, false, name, {}, loaded.problem};
+        Written written = loaded.session ? SessionExport::writeArchive(name, *loaded.session)
+                                         : Written{false, false, name, {}, loaded.problem, false};
+        written.isSalvaged = loaded.isDamaged;
+        return written;
     });
     return Started;
 }

@@ -43,6 +43,11 @@ bool mayHaveBeenSession(const QString &name)
         || (file.open(QIODevice::ReadOnly) && file.read(2) == "PK");
 }
 
+bool endsWithLine(QFile &file)
+{
+    return file.seek(qMax<qint64>(0, file.size() - 1)) && file.read(1) == "\n";
+}
+
 // What became of the members of an archive that were not read whole.
 QStringList reportOf(const sessionfiles::LoadResult &loaded)
 {
@@ -221,7 +226,9 @@ SessionLoader::Result SessionLoader::loadLog(const QString &name, Kind kind, con
         result.report.append(QCoreApplication::translate("cprquick", "all left out from line %1 on")
                                  .arg(reader.line()));
     }
-    result.isDamaged = !result.report.isEmpty();
+    // The half line that a killed program leaves is no damage.
+    const bool isHalf = kind == Kind::Salvaged && skipped == 1 && !endsWithLine(file);
+    result.isDamaged = !isHalf && !result.report.isEmpty();
     if (hasPlayed)
         result.session = std::move(session);
     if (result.isDamaged && kind == Kind::File) {

@@ -87,13 +87,13 @@ ViewerCase {
         const folder = "libCPRData/cprviewer/unsaved/";
         const first = "cprlog 1\n0 start 2026-01-31T09:00:00Z\n";
         verify(desk.append(folder + "1.zip.journal", first + "0 learner Anna\n0 learner Bo\n5 state CPR_INIT\n90000 state CPR_ENDED\n900"));
-        verify(desk.append(folder + "2.zip.journal", first + "0 learner Carl\n500 state CPR_INIT\n"));
+        verify(desk.append(folder + "2.zip.journal", first + "0 learner Carl\nwhat?\n500 state CPR_INIT\n"));
         verify(desk.append(folder + "3.zip.journal", first));
         cleanup();
         begin(true);
         compare(viewer.leftSessions.map(left => [left.learners.join(), left.msecs]), [["", 0], ["Carl", 500], ["Anna,Bo", 90000]]);
         compare(viewer.leftSessions[2].start.getTime(), Date.UTC(2026, 0, 31, 9));
-        const target = viewer.leftSessions[2].target;
+        const target = viewer.leftSessions[2].target, damaged = viewer.leftSessions[1].target;
         const question = findChild(item("leftList"), "discardDialog");
         waitForRendering(window.contentItem);
         mouseClick(findChild(item("leftList"), "discardLeft"));
@@ -106,6 +106,8 @@ ViewerCase {
         compare([desk.journals(), viewer.notice, viewer.session], [1, `Saved as ${saved}.`, null]);
         load(saved);
         compare([viewer.session.learners.length, item("learners").text], [2, "Anna, Bo"]);
+        write(() => viewer.saveLeft(damaged, "file:" + desk.newFile("damaged.zip"), false));
+        verify(desk.textOf(desk.newFile("damaged.damaged.journal")).includes("what?") && desk.journals() === 0);
     }
     function test_damagedFiles_data() {
         const line = "damaged.cprlog", log = desk.textOf(desk.data("two-rescuers.cprlog"));
