@@ -7,6 +7,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QFontInfo>
 #include <QGuiApplication>
 #include <QLibraryInfo>
 #include <QLocale>
@@ -36,6 +37,13 @@ Appearance::Appearance(Settings *settings, QObject *parent) : QObject(parent), m
 }
 
 Appearance::~Appearance() = default;
+
+double Appearance::textScale()
+{
+    constexpr double usualPixels = 11 * 96.0 / 72; // 11 points, the largest of the usual sizes
+    constexpr double maxScale = 1.2; // what the pages have room for
+    return qBound(1.0, QFontInfo(QGuiApplication::font()).pixelSize() / usualPixels, maxScale);
+}
 
 void Appearance::setMode(Mode mode)
 {

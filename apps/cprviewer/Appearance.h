@@ -21,6 +21,8 @@ class Appearance final : public QObject {
     Q_PROPERTY(Mode    mode     READ mode     WRITE setMode     NOTIFY modeChanged)
     /// What the mode comes to.
     Q_PROPERTY(bool    isDark   READ isDark                     NOTIFY isDarkChanged)
+    /// How much larger than usual the system wants texts, from 1 on.
+    Q_PROPERTY(double  textScale READ textScale                 CONSTANT)
     /// "en" or "de".
     Q_PROPERTY(QString language READ language WRITE setLanguage NOTIFY languageChanged)
     // clang-format on
@@ -40,6 +42,7 @@ public:
 
     Mode mode() const { return m_mode; }
     bool isDark() const { return m_isDark; }
+    static double textScale();
     QString language() const { return m_language; }
     void setMode(Mode mode);
     /// A language that there is no translation for becomes English.

@@ -64,7 +64,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         std::string log;
         std::string page;
         std::string screenshot;
-        std::string size = "1280x800";
+        std::string size;
         std::string language;
         std::optional<double> at;
     } given;
@@ -93,7 +93,8 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         ->check(CLI::IsMember({"live", "review"}));
     app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
         ->type_name("FILE.png");
-    app.add_option("--size", given.size, "WIDTHxHEIGHT of the window")->capture_default_str();
+    app.add_option("--size", given.size,
+                   "WIDTHxHEIGHT of the window, instead of the last one; of a picture, 1280x800");
     app.add_option("--language", given.language, "en or de, instead of the system's")
         ->check(CLI::IsMember({"en", "de"}));
     CLI::Option *dark = app.add_flag("--dark", isDark, "Light on dark, whatever the system has");
@@ -117,7 +118,10 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     page = fromShell(given.page);
     screenshot = fromShell(given.screenshot);
     language = fromShell(given.language);
-    size = parseSize(fromShell(given.size));
+    if (!given.size.empty())
+        size = parseSize(fromShell(given.size));
+    else if (!screenshot.isEmpty())
+        size = QSize(1280, 800);
     atSecs = given.at;
     for (const CLI::Option *option : app.get_options()) {
         const std::vector<std::string> &texts = option->results();
@@ -131,7 +135,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
             QStringLiteral("--speed takes a number from %1 to %2").arg(minSpeed).arg(maxSpeed));
     if (!(atSecs.value_or(0) >= 0 && atSecs.value_or(0) <= maxSecs))
         return refuse(QStringLiteral("--at takes seconds of the session, from 0 on"));
-    if (size.isEmpty())
+    if (size.isEmpty() && !given.size.empty())
         return refuse(QStringLiteral("--size takes WIDTHxHEIGHT from %1x%2 to %3x%3, not \"%4\"")
                           .arg(QString::number(minWidth), QString::number(minHeight),
                                QString::number(maxSide), fromShell(given.size)));

@@ -26,7 +26,7 @@ struct CommandLine {
     std::optional<double> atSecs; ///< of session time; where a live session is to begin
     QString page; ///< live, review or empty
     QString screenshot;
-    QSize size;
+    QSize size; ///< empty for the usual one
     QString language;
     bool isDark = false;
     bool isLight = false;

@@ -24,6 +24,14 @@ LiveFeed::LiveFeed(CPRData *session, std::unique_ptr<RecordSource> source,
 
 LiveFeed::~LiveFeed() = default;
 
+// A log that somebody writes is over when the manikin has sent everything.
+bool LiveFeed::isOver() const
+{
+    const bool isComplete =
+        m_session->cprState() == CPRData::CPR_ENDED && m_session->cprEvents()->isScoresReady();
+    return !m_hasNext && (isComplete || !m_source->canGrow());
+}
+
 void LiveFeed::fetch()
 {
     m_hasNext = m_source->next(m_next);
@@ -63,19 +71,21 @@ void LiveFeed::playDue()
     const qint64 due = now();
     QElapsedTimer tick;
     tick.start();
+    if (!m_hasNext)
+        fetch();
     while (m_hasNext && m_next.msecs <= due && tick.elapsed() < maxTickMs)
         playNext();
-    if (!m_hasNext)
+    if (isOver())
         finish();
 }
 
 void LiveFeed::advanceTo(qint64 msecs)
 {
     // Before the first packet session time stands still.
-    while (m_isRunning && m_session->cprEvents()->sessionTime() < msecs) {
-        if (!playNext())
-            finish();
-    }
+    while (m_isRunning && m_session->cprEvents()->sessionTime() < msecs && playNext()) { }
+    // Where time stands still nobody waits for more.
+    if (isOver() || (!m_hasNext && m_speed <= 0))
+        finish();
     setClock();
 }
 
@@ -83,9 +93,10 @@ void LiveFeed::stop()
 {
     if (!m_isRunning)
         return;
-    // Not behind the next record, which comes if the session is resumed.
-    if (m_clock.isValid())
-        m_played = m_hasNext ? qBound(m_played, now(), m_next.msecs) : qMax(m_played, now());
+    // A log that waits for more has ended with its last record. Another one does not end behind its
+    // next record, which comes if the session is resumed.
+    if (m_clock.isValid() && m_hasNext)
+        m_played = qBound(m_played, now(), m_next.msecs);
     m_player.play({m_played, manikinlog::State{CPRData::CPR_ENDED}});
     finish();
 }

@@ -43,6 +43,7 @@ private:
     void setClock();
     void playDue();
     bool playNext();
+    bool isOver() const;
     void fetch();
     void finish();
 

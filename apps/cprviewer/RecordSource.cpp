@@ -28,17 +28,38 @@ private:
 
 class LogSource final : public RecordSource {
 public:
-    explicit LogSource(const QString &name) : m_file(name), m_reader(&m_file, name) { }
+    explicit LogSource(const QString &name) : m_file(name), m_reader(&m_file, name)
+    {
+        m_reader.setGrowing(true);
+    }
     bool open() { return QFileInfo(m_file).isFile() && m_file.open(QIODevice::ReadOnly); }
     bool next(manikinlog::Record &record) override
     {
-        return m_reader.read(record) == ManikinLogReader::Result::Record;
+        const ManikinLogReader::Result result = m_reader.read(record);
+        if (result == ManikinLogReader::Result::Record)
+            return true;
+        if (result == ManikinLogReader::Result::Error) {
+            m_end = QCoreApplication::translate("cprviewer",
+                                                "%1 is damaged in line %2; the session ends there")
+                        .arg(m_file.fileName(), QString::number(m_reader.line()));
+            return false;
+        }
+        const QFileInfo named(m_file.fileName());
+        if (!named.exists())
+            m_end = QCoreApplication::translate("cprviewer", "%1 is not there any more")
+                        .arg(m_file.fileName());
+        else if (named.size() < m_file.pos())
+            m_end = QCoreApplication::translate("cprviewer", "%1 was cut or replaced")
+                        .arg(m_file.fileName());
+        return false;
     }
-    QString errorString() const override { return m_reader.errorString(); }
+    bool canGrow() const override { return m_end.isEmpty(); }
+    QString errorString() const override { return m_end; }
 
 private:
     QFile m_file;
     ManikinLogReader m_reader;
+    QString m_end; // why there will be no more of it
 };
 
 } // namespace

@@ -8,16 +8,33 @@
 
 class CPRData;
 
-/// What a session becomes for other programs. Until all of it is written, a file of the same name
-/// stays as it was. False, and why in
-/// \a error, when it is not written.
+/// What a session becomes on the disk. Until all of it is written, a file of the same name stays as
+/// it was. May run on any thread.
 namespace SessionExport {
+
+/// What became of a file.
+struct Written {
+    bool isThere = false; ///< the file is on the disk
+    bool isComplete = false; ///< with all of the session
+    QString name; ///< of the file
+    QString kept; ///< of the file that was there before, where that is kept
+    QString problem; ///< for people; empty when it is complete
+    bool isSalvaged = false; ///< not all of the session's source is in it
+};
+
+/// NAME.damaged.zip for NAME.zip, with a number where that is there already.
+QString nameToKeep(const QString &name);
+
+/// The session archive.
+Written writeArchive(const QString &name, CPRData &session);
+/// The same in place of a damaged file, which is kept beside it under nameToKeep().
+Written replaceDamaged(const QString &name, CPRData &session);
 
 /// The table \a what (events, summary, waves, guidelines) as CSV, with the separators that
 /// spreadsheets of the default locale expect.
-bool writeTable(const QString &name, const QString &what, const CPRData &session, QString *error);
+Written writeTable(const QString &name, const QString &what, const CPRData &session);
 /// The review picture; the suffix decides on the form: png, svg or pdf.
-bool writePicture(const QString &name, const CPRData &session, QString *error);
+Written writePicture(const QString &name, const CPRData &session);
 
 } // namespace SessionExport
 

@@ -3,13 +3,37 @@
 
 #include "UnsavedSessions.h"
 
+#include <manikinlog/ManikinLogReader.h>
 #include <manikinlog/SessionJournal.h>
 
+#include <QBuffer>
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDir>
+#include <QFile>
+#include <QFileInfo>
 
+using manikinlog::ManikinLogReader;
 using manikinlog::SessionJournal;
+
+namespace {
+
+// The whole lines at the begin and at the end of a journal, which may be long: learners come at the
+// begin, and the last line has the time.
+QByteArray endsOf(QFile &journal)
+{
+    constexpr qint64 maxBytes = 256 * 1024;
+    QByteArray lines = journal.read(maxBytes);
+    if (journal.size() > 2 * maxBytes && journal.seek(journal.size() - maxBytes)) {
+        lines.truncate(lines.lastIndexOf('\n') + 1);
+        const QByteArray tail = journal.readAll();
+        lines += tail.mid(tail.indexOf('\n') + 1);
+    } else {
+        lines += journal.readAll();
+    }
+    return lines;
+}
+
+} // namespace
 
 LeftSession::LeftSession(const QString &target)
     : m_target(target), m_claimed(SessionJournal::claim(SessionJournal::nameFor(target)))
@@ -29,7 +53,14 @@ QString LeftSession::journal() const
 
 void LeftSession::remove()
 {
-    QFile::remove(journal());
+    if (!m_isMoved)
+        QFile::remove(journal());
+}
+
+void LeftSession::moveTo(const QString &name)
+{
+    m_isMoved = true;
+    QFile::rename(journal(), name);
 }
 
 UnsavedSessions::UnsavedSessions(const QString &folder) : m_folder(folder)
@@ -63,4 +94,32 @@ QStringList UnsavedSessions::left() const
             targets.append(target);
     }
     return targets;
+}
+
+LeftSummary UnsavedSessions::summaryOf(const QString &target)
+{
+    LeftSummary summary;
+    summary.target = target;
+    QFile journal(SessionJournal::nameFor(target));
+    if (!journal.open(QIODevice::ReadOnly))
+        return summary;
+    QByteArray lines = endsOf(journal);
+    QBuffer buffer(&lines);
+    buffer.open(QIODevice::ReadOnly);
+    ManikinLogReader reader(&buffer, journal.fileName(), ManikinLogReader::Damage::IsSkipped);
+    manikinlog::Record record;
+    qint64 startMsecs = 0;
+    while (reader.read(record) == ManikinLogReader::Result::Record) {
+        summary.msecs = qMax<qint64>(0, record.msecs - startMsecs);
+        if (const auto *learner = std::get_if<manikinlog::Learner>(&record.entry);
+            learner && !summary.learners.contains(learner->name))
+            summary.learners.append(learner->name);
+        if (const auto *start = std::get_if<manikinlog::Start>(&record.entry)) {
+            summary.start = start->time;
+            startMsecs = record.msecs;
+        }
+    }
+    if (!summary.start.isValid())
+        summary.start = QFileInfo(journal).lastModified().addMSecs(-summary.msecs);
+    return summary;
 }

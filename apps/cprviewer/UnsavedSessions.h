@@ -4,6 +4,7 @@
 #ifndef CPRVIEWER_UNSAVEDSESSIONS_H
 #define CPRVIEWER_UNSAVEDSESSIONS_H
 
+#include <QDateTime>
 #include <QFile>
 #include <QString>
 #include <QStringList>
@@ -19,14 +20,25 @@ public:
 
     /// The file that holds it.
     QString journal() const;
-    /// Deletes it: it was saved, or is not wanted.
+    /// Deletes it, if it was not moved: it was saved, or is not wanted.
     void remove();
+    /// Moves it to the file \a name: it was saved only in part. Where that fails it stays.
+    void moveTo(const QString &name);
 
 private:
     explicit LeftSession(const QString &target);
 
     QString m_target;
+    bool m_isMoved = false;
     std::unique_ptr<QFile> m_claimed;
+};
+
+/// What there is to know of a session that was left, before it is loaded.
+struct LeftSummary {
+    QString target;
+    QStringList learners;
+    QDateTime start; ///< when it was recorded
+    qint64 msecs = 0; ///< how long
 };
 
 /// The folder in which live sessions are journalled until they are saved. Each has an archive name
@@ -41,6 +53,8 @@ public:
     /// The names of the sessions that killed programs have left, the newest first. One that is
     /// being written, or was claimed, is not among them.
     QStringList left() const;
+    /// Looks into the journal of one.
+    static LeftSummary summaryOf(const QString &target);
 
 private:
     QString m_folder;

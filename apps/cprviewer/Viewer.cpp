@@ -5,21 +5,59 @@
 
 #include "ScenarioNames.h"
 #include "SessionExport.h"
-#include "sessionfiles/SessionFile.h"
-
 #include "sessionreview/Figures.h"
 
 #include <manikinsim/Scenario.h>
 #include <private/PrintableText.h>
 
+#include <CPREventSessionInfo.h>
+#include <CPREventSessionScore.h>
+#include <CPREventSessionStatistics.h>
+
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QStandardPaths>
 
 using cprquick::SessionLoader;
 using manikinlog::SessionJournal;
+using SessionExport::Written;
 
 namespace {
+
+const QLatin1String archiveSuffix("zip");
+
+QUrl proposed(const QDateTime &start, const QString &ending)
+{
+    const QString stem = (start.isValid() ? start.toLocalTime() : QDateTime::currentDateTime())
+                             .toString(QStringLiteral("yyyy-MM-dd-HHmm"));
+    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
+    const QDir folder = documents.exists() ? documents : QDir::home();
+    return QUrl::fromLocalFile(folder.filePath(stem + ending));
+}
+
+// Keeps a journal that was not read whole beside the archive. The name that it has then; empty when
+// it need not be kept.
+QString keepLeft(LeftSession *left, const QString &archive, bool isDamaged)
+{
+    if (!left || !isDamaged)
+        return QString();
+    const QFileInfo file(archive);
+    const QString kept = SessionExport::nameToKeep(
+        file.dir().filePath(file.completeBaseName() + QStringLiteral(".journal")));
+    left->moveTo(kept);
+    return kept;
+}
+
+// The name of the file that is meant; empty for none of this machine.
+QString nameOf(const QUrl &url, const QString &suffix)
+{
+    const QString name = url.toLocalFile();
+    const QFileInfo file(name);
+    if (file.fileName().isEmpty())
+        return QString();
+    return file.suffix().isEmpty() ? name + QLatin1Char('.') + suffix : name;
+}
 
 // What a file is called in front of people.
 QString shownName(const QString &name)
@@ -47,6 +85,7 @@ Viewer::Viewer(const Paths &paths, QObject *parent)
         Q_EMIT loadedShareChanged();
     });
     connect(&m_loader, &SessionLoader::finished, this, &Viewer::showLoaded);
+    connect(&m_writer, &SessionWriter::finished, this, &Viewer::finishWriting);
     findLeft();
 }
 
@@ -57,19 +96,23 @@ QVariantList Viewer::scenarios() const
     return scenarioNames();
 }
 
-QDateTime Viewer::leftSessionTime() const
-{
-    return hasLeftSession() ? QFileInfo(SessionJournal::nameFor(m_left)).lastModified()
-                            : QDateTime();
-}
-
 void Viewer::findLeft()
 {
-    const QString left = m_unsavedSessions.left().value(0);
-    if (left == m_left)
+    QStringList known;
+    for (const QVariant &left : qAsConst(m_left))
+        known.append(left.toMap().value(QStringLiteral("target")).toString());
+    const QStringList targets = m_unsavedSessions.left();
+    if (targets == known)
         return;
-    m_left = left;
-    Q_EMIT leftSessionChanged();
+    m_left.clear();
+    for (const QString &target : targets) {
+        const LeftSummary summary = UnsavedSessions::summaryOf(target);
+        m_left.append(QVariantMap{{QStringLiteral("target"), target},
+                                  {QStringLiteral("learners"), summary.learners},
+                                  {QStringLiteral("start"), summary.start},
+                                  {QStringLiteral("msecs"), summary.msecs}});
+    }
+    Q_EMIT leftSessionsChanged();
 }
 
 void Viewer::open(const QString &name)
@@ -78,9 +121,17 @@ void Viewer::open(const QString &name)
     load(name, SessionLoader::Kind::File);
 }
 
+void Viewer::salvage(const QString &name)
+{
+    m_loadedLeft.reset();
+    load(name, SessionLoader::Kind::Salvaged);
+}
+
 void Viewer::load(const QString &name, SessionLoader::Kind kind)
 {
     setProblem(QString());
+    setNotice(QString());
+    m_loadedKind = kind;
     m_loadedName = shownName(name);
     m_loadedShare = 0;
     m_loader.load(name, kind);
@@ -100,8 +151,12 @@ void Viewer::showLoaded()
     if (result.session) {
         Opened opened;
         opened.name = left ? tr("Recovered session") : m_loadedName;
+        opened.source = QFileInfo(result.fileName).absoluteFilePath();
+        opened.report = result.report;
         opened.isFromArchive = !result.isLog;
         opened.isUnsaved = left != nullptr;
+        opened.isDamaged = result.isDamaged;
+        opened.isSalvaged = m_loadedKind == SessionLoader::Kind::Salvaged;
         if (!left)
             m_recentFiles.add(result.fileName);
         opened.left = std::move(m_loadedLeft);
@@ -109,7 +164,8 @@ void Viewer::showLoaded()
         show(std::move(opened));
     }
     m_loadedLeft.reset();
-    setProblem(result.problem);
+    const bool canSalvage = result.isDamaged && m_loadedKind == SessionLoader::Kind::File;
+    setProblem(result.problem, canSalvage ? result.fileName : QString());
     findLeft();
     Q_EMIT isLoadingChanged();
 }
@@ -144,6 +200,7 @@ void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name
     m_loader.abandon();
     m_loadedLeft.reset();
     setProblem(QString());
+    setNotice(QString());
     Q_EMIT isLoadingChanged();
 
     Opened opened;
@@ -169,9 +226,11 @@ std::unique_ptr<SessionJournal> Viewer::newJournal()
     const QString target = m_unsavedSessions.newTarget();
     if (!target.isEmpty() && !journal->open(target))
         setProblem(journal->errorString());
-    connect(journal.get(), &SessionJournal::failed, this, &Viewer::setProblem);
+    connect(journal.get(), &SessionJournal::failed, this,
+            [this](const QString &reason) { setProblem(reason); });
     connect(journal.get(), &SessionJournal::resumed, this, [this] {
-        setProblem(tr("The session's journal is written again; nothing is missing."));
+        setProblem(QString());
+        setNotice(tr("The session's journal is written again; nothing is missing."));
     });
     return journal;
 }
@@ -207,62 +266,118 @@ void Viewer::resume()
     Q_EMIT isLiveChanged();
 }
 
-template <typename Write>
-Viewer::SaveResult Viewer::writeFile(const QUrl &url, const QString &suffix, bool replaces,
-                                     Write write)
+bool Viewer::isDamagedSource(const QString &name) const
 {
-    QString name = url.toLocalFile();
-    if (!session() || QFileInfo(name).fileName().isEmpty())
+    return m_opened.isDamaged && QFileInfo(name) == QFileInfo(m_opened.source);
+}
+
+// Nothing when the file can be begun.
+std::optional<Viewer::SaveResult> Viewer::whyNotWritten(const QString &name, bool replaces)
+{
+    if (name.isEmpty())
         return Failed;
-    if (QFileInfo(name).suffix().isEmpty())
-        name += QLatin1Char('.') + suffix;
-    if (!replaces && QFileInfo::exists(name))
-        return Exists;
-    QString error;
-    const bool isWritten = write(name, &error);
-    setProblem(error);
-    return isWritten ? Saved : Failed;
+    if (isWriting()) {
+        setProblem(tr("Another file is still being written."));
+        return Failed;
+    }
+    if (replaces || !QFileInfo::exists(name))
+        return std::nullopt;
+    return isDamagedSource(name) ? LosesSource : Exists;
+}
+
+// For the thread that writes. A copy lists the three standing events. What is read from an archive
+// lacks statistics and scores in its list, and would be saved without them; all else is written as
+// it is listed.
+std::unique_ptr<CPRData> Viewer::copyForWriting(bool isAsListed) const
+{
+    auto copy = std::make_unique<CPRData>(*session());
+    const auto &listed = session()->cprEvents()->events();
+    if (isAsListed && !listed.contains(session()->cprEvents()->sessionStatistics()))
+        delete copy->cprEvents()->sessionStatistics();
+    if (isAsListed && !listed.contains(session()->cprEvents()->sessionScore()))
+        delete copy->cprEvents()->sessionScore();
+    return copy;
+}
+
+void Viewer::write(Writing writing, std::unique_ptr<CPRData> session, const SessionWriter::Job &job)
+{
+    setProblem(QString());
+    setNotice(QString());
+    m_writing = std::move(writing);
+    m_writer.start(std::move(session), job);
+    Q_EMIT isWritingChanged();
+}
+
+void Viewer::finishWriting(const Written &result)
+{
+    Written written = result;
+    const Writing writing = std::exchange(m_writing, {});
+    setProblem(written.problem);
+    if (written.isThere && writing.isSession)
+        m_recentFiles.add(written.name);
+    if (written.isThere && writing.saved && writing.saved == session() && !isLive()) {
+        m_opened.name = shownName(written.name);
+        if (!written.kept.isEmpty())
+            m_opened.source = written.kept;
+        Q_EMIT nameChanged();
+        if (written.isComplete)
+            written.kept += keepLeft(m_opened.left.get(), written.name, m_opened.isDamaged);
+        if (written.isComplete)
+            setSaved();
+    }
+    if (written.isComplete)
+        written.kept += keepLeft(writing.left.get(), written.name, written.isSalvaged);
+    if (written.isComplete && writing.left)
+        writing.left->remove();
+    if (written.isComplete) {
+        const QString name = QDir::toNativeSeparators(QFileInfo(written.name).absoluteFilePath());
+        setNotice((writing.isSession ? tr("Saved as %1.") : tr("Exported to %1.")).arg(name)
+                  + (written.kept.isEmpty() ? QString()
+                                            : QLatin1Char(' ')
+                             + tr("The damaged file is kept as %1.")
+                                   .arg(QFileInfo(written.kept).fileName())));
+    }
+    Q_EMIT isWritingChanged();
+    findLeft();
+    Q_EMIT this->written(written.isComplete);
 }
 
 Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
 {
-    return writeFile(url, QStringLiteral("zip"), replaces,
-                     [this](const QString &name, QString *reason) {
-                         sessionfiles::SaveResult saved;
-                         if (m_opened.isFromArchive) {
-                             // What is read from an archive lacks statistics and scores in its
-                             // list; a copy has them.
-                             CPRData copy(*session());
-                             saved = sessionfiles::save(name, copy);
-                         } else {
-                             saved = sessionfiles::save(name, *session());
-                         }
-                         if (saved.isSaved && !isLive()) {
-                             m_recentFiles.add(name);
-                             m_opened.name = shownName(name);
-                             Q_EMIT nameChanged();
-                             if (saved.isComplete)
-                                 setSaved();
-                         }
-                         *reason = saved.reason;
-                         return saved.isComplete;
-                     });
+    const QString name = nameOf(url, archiveSuffix);
+    if (!session() || isLive())
+        return Failed;
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    const auto writeIt =
+        isDamagedSource(name) ? SessionExport::replaceDamaged : SessionExport::writeArchive;
+    write({session(), nullptr, true}, copyForWriting(!m_opened.isFromArchive),
+          [name, writeIt](CPRData *copy) { return writeIt(name, *copy); });
+    return Started;
 }
 
 Viewer::SaveResult Viewer::exportTable(const QUrl &url, const QString &what, bool replaces)
 {
-    return writeFile(url, QStringLiteral("csv"), replaces,
-                     [&](const QString &name, QString *error) {
-                         return SessionExport::writeTable(name, what, *session(), error);
-                     });
+    const QString name = nameOf(url, QStringLiteral("csv"));
+    if (!session())
+        return Failed;
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    write({}, copyForWriting(what == QLatin1String("events")),
+          [name, what](CPRData *copy) { return SessionExport::writeTable(name, what, *copy); });
+    return Started;
 }
 
 Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
 {
-    return writeFile(url, QStringLiteral("png"), replaces,
-                     [this](const QString &name, QString *error) {
-                         return SessionExport::writePicture(name, *session(), error);
-                     });
+    const QString name = nameOf(url, QStringLiteral("png"));
+    if (!session())
+        return Failed;
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    write({}, copyForWriting(false),
+          [name](CPRData *copy) { return SessionExport::writePicture(name, *copy); });
+    return Started;
 }
 
 QString Viewer::fileName(const QUrl &url) const
@@ -272,12 +387,11 @@ QString Viewer::fileName(const QUrl &url) const
 
 QUrl Viewer::proposedFile(const QString &ending) const
 {
-    const QDateTime start = session() ? sessionreview::figuresOf(*session()).start() : QDateTime();
-    const QString stem = (start.isValid() ? start.toLocalTime() : QDateTime::currentDateTime())
-                             .toString(QStringLiteral("yyyy-MM-dd-HHmm"));
-    const QDir documents(QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation));
-    const QDir folder = documents.exists() ? documents : QDir::home();
-    return QUrl::fromLocalFile(folder.filePath(stem + ending));
+    if (!session())
+        return proposed({}, ending);
+    const QDateTime start = sessionreview::figuresOf(*session()).start();
+    // A part of a session is not taken for all of it, and does not go over that.
+    return proposed(start, isDamaged() ? QLatin1Char('-') + tr("salvaged") + ending : ending);
 }
 
 void Viewer::discard()
@@ -297,26 +411,60 @@ void Viewer::setSaved()
     Q_EMIT isUnsavedChanged();
 }
 
-void Viewer::bringBack()
+void Viewer::bringBack(const QString &target)
 {
-    m_loadedLeft = LeftSession::claim(m_left);
+    m_loadedLeft = LeftSession::claim(target);
     if (m_loadedLeft)
-        load(m_loadedLeft->journal(), SessionLoader::Kind::LeftJournal);
+        load(m_loadedLeft->journal(), SessionLoader::Kind::Salvaged);
     findLeft();
 }
 
-void Viewer::discardLeft()
+Viewer::SaveResult Viewer::saveLeft(const QString &target, const QUrl &url, bool replaces)
 {
-    if (const auto left = LeftSession::claim(m_left))
+    const QString name = nameOf(url, archiveSuffix);
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    auto left = LeftSession::claim(target);
+    findLeft();
+    if (!left)
+        return Failed;
+    const QString journal = left->journal();
+    write({nullptr, std::move(left), true}, nullptr, [name, journal](CPRData * /*none*/) {
+        const SessionLoader::Result loaded =
+            SessionLoader::loadHere(journal, SessionLoader::Kind::Salvaged);
+        Written written = loaded.session ? SessionExport::writeArchive(name, *loaded.session)
+                                         : Written{false, false, name, {}, loaded.problem, false};
+        written.isSalvaged = loaded.isDamaged;
+        return written;
+    });
+    return Started;
+}
+
+void Viewer::discardLeft(const QString &target)
+{
+    if (const auto left = LeftSession::claim(target))
         left->remove();
     findLeft();
 }
 
-void Viewer::setProblem(const QString &problem)
+QUrl Viewer::proposedFileForLeft(const QString &target) const
+{
+    return proposed(UnsavedSessions::summaryOf(target).start, QLatin1Char('.') + archiveSuffix);
+}
+
+void Viewer::setProblem(const QString &problem, const QString &damagedFile)
 {
     const QString text = PrintableText::shown(problem);
-    if (text == m_problem)
+    if (text == m_problem && damagedFile == m_damagedFile)
         return;
     m_problem = text;
+    m_damagedFile = damagedFile;
     Q_EMIT problemChanged();
+}
+
+void Viewer::setNotice(const QString &notice)
+{
+    const QString text = PrintableText::shown(notice);
+    if (std::exchange(m_notice, text) != text)
+        Q_EMIT noticeChanged();
 }

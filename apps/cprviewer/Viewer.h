@@ -7,6 +7,7 @@
 #include "Appearance.h"
 #include "LiveFeed.h"
 #include "RecentFiles.h"
+#include "SessionWriter.h"
 #include "Settings.h"
 #include "UnsavedSessions.h"
 #include "cprquick/SessionLoader.h"
@@ -15,15 +16,21 @@
 #include <manikinlog/SessionJournal.h>
 
 #include <QDateTime>
+#include <QPointer>
 #include <QUrl>
 #include <QVariantList>
+
+#include <optional>
 
 /// What the window shows and does: the session that is open, where it comes from, and what becomes
 /// of it.
 ///
-/// A live session is journalled until it is saved or discarded. A journal that a killed viewer has
-/// left is offered in leftSession. Only discard() throws an unsaved session away: when another one
-/// is opened, it stays in its journal.
+/// A live session is journalled until it is saved or discarded. Journals that killed viewers have
+/// left are offered in leftSessions. Only discard() and discardLeft() throw an unsaved session
+/// away: when another one is opened, it stays in its journal.
+///
+/// Of a damaged file what can be read is shown, and salvage() looks for more. Saving over such a
+/// file keeps it under another name.
 class Viewer final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -49,11 +56,24 @@ class Viewer final : public QObject {
     /// Of the file that is being loaded; the share goes from 0 to 1.
     Q_PROPERTY(QString      loadedName   READ loadedName   NOTIFY isLoadingChanged)
     Q_PROPERTY(double       loadedShare  READ loadedShare  NOTIFY loadedShareChanged)
+    /// Not all that its file should hold is in the session. It stays so when what is there is saved.
+    Q_PROPERTY(bool         isDamaged    READ isDamaged    NOTIFY sessionChanged)
+    /// It is what salvage() or bringBack() has found.
+    Q_PROPERTY(bool         isSalvaged   READ isSalvaged   NOTIFY sessionChanged)
+    /// Its file, and what became of the parts of that, a line for each.
+    Q_PROPERTY(QString      source       READ source       NOTIFY sessionChanged)
+    Q_PROPERTY(QStringList  report       READ report       NOTIFY sessionChanged)
+    /// A file is being saved or exported; written() comes at the end.
+    Q_PROPERTY(bool         isWriting    READ isWriting    NOTIFY isWritingChanged)
     /// What went wrong last, for people; empty when they have seen it.
     Q_PROPERTY(QString      problem      READ problem      NOTIFY problemChanged)
-    /// A session that a killed viewer has left, and when its last record came.
-    Q_PROPERTY(bool         hasLeftSession  READ hasLeftSession  NOTIFY leftSessionChanged)
-    Q_PROPERTY(QDateTime    leftSessionTime READ leftSessionTime NOTIFY leftSessionChanged)
+    /// The damaged file of which the problem tells; empty when nothing is to be salvaged.
+    Q_PROPERTY(QString      damagedFile  READ damagedFile  NOTIFY problemChanged)
+    /// What was done last, for people; empty when they have seen it.
+    Q_PROPERTY(QString      notice       READ notice       NOTIFY noticeChanged)
+    /// The sessions that killed viewers have left, the newest first: maps with target, which stands
+    /// for the session, learners, start and msecs, its length.
+    Q_PROPERTY(QVariantList leftSessions READ leftSessions NOTIFY leftSessionsChanged)
     Q_PROPERTY(Appearance  *appearance   READ appearance   CONSTANT)
     Q_PROPERTY(RecentFiles *recentFiles  READ recentFiles  CONSTANT)
     /// Scenarios of the simulated manikin: maps with name, title and description.
@@ -69,7 +89,12 @@ public:
         static Paths ofUser();
     };
 
-    enum SaveResult { Saved, Exists, Failed };
+    enum SaveResult {
+        Started, ///< written() comes
+        Exists,
+        LosesSource, ///< the file is the damaged one of which only a part is in the session
+        Failed
+    };
     Q_ENUM(SaveResult)
 
     explicit Viewer(const Paths &paths, QObject *parent = nullptr);
@@ -86,9 +111,15 @@ public:
     bool         isLoading() const       { return m_loader.isLoading(); }
     QString      loadedName() const      { return m_loadedName; }
     double       loadedShare() const     { return m_loadedShare; }
+    bool         isDamaged() const       { return m_opened.isDamaged; }
+    bool         isSalvaged() const      { return m_opened.isSalvaged; }
+    QString      source() const          { return m_opened.source; }
+    QStringList  report() const          { return m_opened.report; }
+    bool         isWriting() const       { return m_writer.isWriting(); }
     QString      problem() const         { return m_problem; }
-    bool         hasLeftSession() const  { return !m_left.isEmpty(); }
-    QDateTime    leftSessionTime() const;
+    QString      damagedFile() const     { return m_damagedFile; }
+    QString      notice() const          { return m_notice; }
+    QVariantList leftSessions() const    { return m_left; }
     Appearance  *appearance()            { return &m_appearance; }
     RecentFiles *recentFiles()           { return &m_recentFiles; }
     QVariantList scenarios() const;
@@ -98,6 +129,8 @@ public:
     Q_INVOKABLE void open(const QString &name);
     /// The same; a problem when it is not a file of this machine.
     Q_INVOKABLE void openUrl(const QUrl &url) { open(url.toString(QUrl::PreferLocalFile)); }
+    /// Loads what is left of a damaged archive or log.
+    Q_INVOKABLE void salvage(const QString &name);
     Q_INVOKABLE void cancelLoading();
     /// Starts the simulated manikin. False, with a problem, when there is no such scenario. With
     /// speed 0 time stands still; see advanceTo().
@@ -112,7 +145,7 @@ public:
     Q_INVOKABLE void resume();
 
     /// Saves the session under \a url, to which the suffix is added if it has none. A file that is
-    /// there is replaced only when \a replaces says so.
+    /// there is replaced only when \a replaces says so; a damaged one is kept beside it.
     Q_INVOKABLE Viewer::SaveResult save(const QUrl &url, bool replaces);
     /// The same for a table (events, summary, waves, guidelines) and the review picture.
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
@@ -124,11 +157,18 @@ public:
     /// The session need not be saved.
     Q_INVOKABLE void discard();
 
-    /// Loads the session that was left, or throws it away, and looks for another.
-    Q_INVOKABLE void bringBack();
-    Q_INVOKABLE void discardLeft();
+    /// Loads, saves or throws away a session of leftSessions.
+    Q_INVOKABLE void bringBack(const QString &target);
+    Q_INVOKABLE Viewer::SaveResult saveLeft(const QString &target, const QUrl &url, bool replaces);
+    Q_INVOKABLE void discardLeft(const QString &target);
+    /// A file to propose for one.
+    Q_INVOKABLE QUrl proposedFileForLeft(const QString &target) const;
 
     Q_INVOKABLE void dismissProblem() { setProblem(QString()); }
+    Q_INVOKABLE void dismissNotice() { setNotice(QString()); }
+
+    /// What is kept from one run to the next.
+    Settings *settings() { return &m_settings; }
 
 Q_SIGNALS:
     void sessionChanged();
@@ -138,7 +178,12 @@ Q_SIGNALS:
     void isLoadingChanged();
     void loadedShareChanged();
     void problemChanged();
-    void leftSessionChanged();
+    void isWritingChanged();
+    void noticeChanged();
+    void leftSessionsChanged();
+    /// The file that was begun last is written; false when it is not, or not with all of the
+    /// session.
+    void written(bool isComplete);
     void scenariosChanged();
 
 private:
@@ -149,9 +194,19 @@ private:
         std::unique_ptr<LiveFeed> feed; // of a live session
         std::unique_ptr<LeftSession> left; // where it was brought back from
         QString name;
+        QString source; // its file
+        QStringList report;
         bool isFromArchive = false;
         bool isReplay = false;
         bool isUnsaved = false;
+        bool isDamaged = false;
+        bool isSalvaged = false;
+    };
+    // What is to be done when a file is written.
+    struct Writing {
+        QPointer<CPRData> saved; // the session, if it is one
+        std::unique_ptr<LeftSession> left; // that is being saved
+        bool isSession = false;
     };
 
     void load(const QString &name, cprquick::SessionLoader::Kind kind);
@@ -160,10 +215,14 @@ private:
                    bool isReplay);
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
     void show(Opened opened);
-    template <typename Write>
-    SaveResult writeFile(const QUrl &url, const QString &suffix, bool replaces, Write write);
+    std::unique_ptr<CPRData> copyForWriting(bool isAsListed) const;
+    bool isDamagedSource(const QString &name) const;
+    std::optional<SaveResult> whyNotWritten(const QString &name, bool replaces);
+    void write(Writing writing, std::unique_ptr<CPRData> session, const SessionWriter::Job &job);
+    void finishWriting(const SessionExport::Written &written);
     void setSaved();
-    void setProblem(const QString &problem);
+    void setProblem(const QString &problem, const QString &damagedFile = {});
+    void setNotice(const QString &notice);
     void findLeft();
 
     Settings m_settings;
@@ -173,10 +232,15 @@ private:
     Opened m_opened;
     cprquick::SessionLoader m_loader;
     std::unique_ptr<LeftSession> m_loadedLeft; // that is being loaded; null for a file
+    cprquick::SessionLoader::Kind m_loadedKind = cprquick::SessionLoader::Kind::File;
     QString m_loadedName;
     double m_loadedShare = 0;
     QString m_problem;
-    QString m_left; // name of the session that is offered; empty for none
+    QString m_damagedFile;
+    QString m_notice;
+    QVariantList m_left;
+    Writing m_writing;
+    SessionWriter m_writer;
 };
 
 #endif

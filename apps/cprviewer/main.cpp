@@ -5,6 +5,7 @@
 #include "Screenshot.h"
 #include "Viewer.h"
 #include "ViewerTypes.h"
+#include "WindowPlace.h"
 #include "private/ProgramStart.h"
 #include "private/Terminal.h"
 
@@ -90,6 +91,11 @@ int main(int argc, char *argv[])
     QCoreApplication::setApplicationVersion(QStringLiteral(CPRVIEWER_VERSION));
 #if QT_VERSION < QT_VERSION_CHECK(6, 0, 0) // it always is since then
     QCoreApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    // Rounded up, 150 % would leave too little of a screen. A picture has one size.
+    if (!isPicture) {
+        QGuiApplication::setHighDpiScaleFactorRoundingPolicy(
+            Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+    }
 #endif
     if (isPicture) // needs no graphics card
         qputenv("QT_QUICK_BACKEND", "software");
@@ -111,10 +117,18 @@ int main(int argc, char *argv[])
     QQmlApplicationEngine engine;
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
-    engine.setInitialProperties({{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
-                                 {QStringLiteral("width"), line.size.width()},
-                                 {QStringLiteral("height"), line.size.height()},
-                                 {QStringLiteral("firstPage"), line.page}});
+    QVariantMap properties{{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
+                           {QStringLiteral("visible"), false}, // until it has its place
+                           {QStringLiteral("firstPage"), line.page}};
+    const bool hasPlace = line.size.isEmpty();
+    const QRect place = hasPlace ? WindowPlace::stored(*viewer.settings()) : QRect({}, line.size);
+    properties.insert(QStringLiteral("width"), place.width());
+    properties.insert(QStringLiteral("height"), place.height());
+    if (hasPlace) {
+        properties.insert(QStringLiteral("x"), place.x());
+        properties.insert(QStringLiteral("y"), place.y());
+    }
+    engine.setInitialProperties(properties);
     engine.load(QUrl(QStringLiteral("qrc:/cprviewer/qml/Main.qml")));
     auto *window = qobject_cast<QQuickWindow *>(engine.rootObjects().value(0));
     if (!window) {
@@ -122,6 +136,10 @@ int main(int argc, char *argv[])
                                 "QtQuick.Controls, QtQuick.Layouts and Qt.labs.platform there?"));
         return static_cast<int>(ExitStatus::Failed);
     }
+    if (hasPlace && WindowPlace::isStoredMaximized(*viewer.settings()))
+        window->showMaximized();
+    else
+        window->show();
     closePopupsWith(*application, window);
     if (!begin(viewer, line)) {
         complain(viewer.problem());
@@ -130,5 +148,7 @@ int main(int argc, char *argv[])
     std::unique_ptr<Screenshot> screenshot;
     if (isPicture)
         screenshot = std::make_unique<Screenshot>(line.screenshot, &viewer, window);
-    return QApplication::exec();
+    const int status = QApplication::exec();
+    WindowPlace::store(window, *viewer.settings());
+    return status;
 }

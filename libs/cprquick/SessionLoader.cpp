@@ -3,6 +3,7 @@
 
 #include "cprquick/SessionLoader.h"
 
+#include "sessionfiles/ArchiveSalvage.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <manikinlog/ManikinLogPlayer.h>
@@ -26,10 +27,40 @@ QString noSession(const QString &name)
         .arg(name);
 }
 
-QString joined(const QString &first, const QString &second)
+QString noRead(const QString &name)
 {
-    return first.isEmpty() || second.isEmpty() ? first + second
-                                               : first + QStringLiteral("; ") + second;
+    return QCoreApplication::translate("cprquick", "%1 cannot be read; is it there and a file?")
+        .arg(name);
+}
+
+// A foreign file is not looked through for a session; one that may have been one is.
+bool mayHaveBeenSession(const QString &name)
+{
+    const QStringList suffixes{QStringLiteral("zip"), QStringLiteral("cprlog"),
+                               QStringLiteral("journal")};
+    QFile file(name);
+    return suffixes.contains(QFileInfo(name).suffix().toLower())
+        || (file.open(QIODevice::ReadOnly) && file.read(2) == "PK");
+}
+
+bool endsWithLine(QFile &file)
+{
+    return file.seek(qMax<qint64>(0, file.size() - 1)) && file.read(1) == "\n";
+}
+
+// What became of the members of an archive that were not read whole.
+QStringList reportOf(const sessionfiles::LoadResult &loaded)
+{
+    QStringList report;
+    for (const sessionfiles::LoadedMember &member : loaded.members) {
+        if (member.state == sessionfiles::LoadedMember::Missing) {
+            report.append(QCoreApplication::translate("cprquick", "%1: missing").arg(member.name));
+        } else if (member.state == sessionfiles::LoadedMember::Damaged) {
+            report.append(QCoreApplication::translate("cprquick", "%1: read as far as it is sound")
+                              .arg(member.name));
+        }
+    }
+    return report;
 }
 
 } // namespace
@@ -93,10 +124,7 @@ void SessionLoader::run(const QString &name, Kind kind)
         }
         return !m_isCancelled;
     };
-    Result result = kind == Kind::LeftJournal || ManikinLogReader::isLog(name)
-        ? loadLog(name, kind, report)
-        : loadArchive(name, report);
-    result.fileName = name;
+    Result result = loadHere(name, kind, report);
     if (m_isCancelled) {
         result = Result();
         result.isCancelled = true;
@@ -107,21 +135,62 @@ void SessionLoader::run(const QString &name, Kind kind)
     m_result = std::move(result);
 }
 
+SessionLoader::Result SessionLoader::loadHere(const QString &name, Kind kind, const Report &report)
+{
+    Result result;
+    const QFileInfo file(name);
+    if (!file.isFile() || !file.isReadable())
+        result.problem = noRead(name);
+    else if (ManikinLogReader::isLog(name))
+        result = loadLog(name, kind, report);
+    else if (kind == Kind::File)
+        result = loadArchive(name, report);
+    else
+        result = salvageArchive(name, report);
+    result.fileName = name;
+    return result;
+}
+
 SessionLoader::Result SessionLoader::loadArchive(const QString &name, const Report &report)
 {
     Result result;
     auto session = std::make_unique<CPRData>();
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, *session, report);
-    if (!loaded.hasMembers()) {
-        result.problem = noSession(name);
-        return result;
+    result.report = reportOf(loaded);
+    if (loaded.hasMembers()) {
+        result.isDamaged = !loaded.isComplete;
+        result.session = std::move(session);
+    } else {
+        result.isDamaged = !loaded.isArchive && mayHaveBeenSession(name);
     }
-    if (!loaded.isComplete) {
+    if (result.isDamaged && result.session) {
         result.problem =
             QCoreApplication::translate("cprquick", "%1 is damaged; what could be read is shown")
                 .arg(name);
+    } else if (result.isDamaged) {
+        result.problem =
+            QCoreApplication::translate(
+                "cprquick", "%1 is no session any more, if it was one; something may be left")
+                .arg(name);
+    } else if (!result.session) {
+        result.problem = noSession(name);
     }
+    return result;
+}
+
+SessionLoader::Result SessionLoader::salvageArchive(const QString &name, const Report &report)
+{
+    sessionfiles::SalvagedSession salvaged = sessionfiles::salvage(
+        name, [&report](qint64 done, qint64 total) { return report && report(done, total); });
+    // A log whose first line is damaged looks like anything.
+    if (!salvaged.holdsAnything)
+        return loadLog(name, Kind::Salvaged, report);
+    Result result;
+    auto session = std::make_unique<CPRData>();
+    sessionfiles::load(salvaged, *session);
     result.session = std::move(session);
+    result.isDamaged = !salvaged.isAll;
+    result.report = salvaged.report;
     return result;
 }
 
@@ -131,29 +200,48 @@ SessionLoader::Result SessionLoader::loadLog(const QString &name, Kind kind, con
     result.isLog = true;
     QFile file(name);
     const qint64 size = file.size(); // asked for once: it is a system call
-    if (!QFileInfo(file).isFile() || !file.open(QIODevice::ReadOnly)) {
-        result.problem =
-            QCoreApplication::translate("cprquick", "%1 cannot be read; is it there and a file?")
-                .arg(name);
+    if (!file.open(QIODevice::ReadOnly)) {
+        result.problem = noRead(name);
         return result;
     }
     ManikinLogReader reader(&file, name,
-                            kind == Kind::LeftJournal ? ManikinLogReader::Damage::IsSkipped
-                                                      : ManikinLogReader::Damage::IsError);
+                            kind == Kind::Salvaged ? ManikinLogReader::Damage::IsSkipped
+                                                   : ManikinLogReader::Damage::IsError);
     auto session = std::make_unique<CPRData>();
     manikinlog::ManikinLogPlayer player(session.get());
     manikinlog::Record record;
     bool hasPlayed = false;
-    while (report(file.pos(), size) && reader.read(record) == ManikinLogReader::Result::Record) {
+    while ((!report || report(file.pos(), size))
+           && reader.read(record) == ManikinLogReader::Result::Record) {
         player.play(record);
         hasPlayed = true;
     }
     player.finish();
-    result.problem = joined(reader.skippedError(), reader.errorString());
+    const int skipped = static_cast<int>(reader.skippedLines());
+    if (skipped > 0)
+        result.report.append(
+            QCoreApplication::translate("cprquick", "%n line(s) left out", "", skipped));
+    if (!reader.errorString().isEmpty()) {
+        result.report.append(QCoreApplication::translate("cprquick", "all left out from line %1 on")
+                                 .arg(reader.line()));
+    }
+    // The half line that a killed program leaves is no damage.
+    const bool isHalf = kind == Kind::Salvaged && skipped == 1 && !endsWithLine(file);
+    result.isDamaged = !isHalf && !result.report.isEmpty();
     if (hasPlayed)
         result.session = std::move(session);
-    else if (result.problem.isEmpty())
+    if (result.isDamaged && kind == Kind::File) {
+        result.problem = QCoreApplication::translate(
+                             "cprquick", "%1 is damaged in line %2; what stands before it is shown")
+                             .arg(name, QString::number(reader.line()));
+    }
+    if (!hasPlayed && kind == Kind::Salvaged) {
+        result.problem =
+            QCoreApplication::translate("cprquick", "%1 holds nothing that can be salvaged")
+                .arg(name);
+    } else if (!hasPlayed && result.problem.isEmpty()) {
         result.problem = noSession(name);
+    }
     return result;
 }
 

@@ -10,6 +10,7 @@
 
 #include <QObject>
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <functional>
@@ -27,7 +28,9 @@ class CPRQUICK_EXPORT SessionLoader final : public QObject {
 public:
     enum class Kind {
         File, ///< an archive, or a recorded log, in which a damaged line is an error
-        LeftJournal ///< what a killed program has left; damaged lines are skipped
+        /// What is left of a damaged archive or log, or of a killed program's journal. Damaged
+        /// lines are skipped.
+        Salvaged
     };
 
     struct Result {
@@ -36,6 +39,8 @@ public:
         bool isLog = false;
         bool isCancelled = false;
         QString problem; ///< what is wrong with the file; there may be a session nevertheless
+        bool isDamaged = false; ///< not all that belongs into the file is in the session
+        QStringList report; ///< of a damaged file: what became of its parts, a line for each
     };
 
     explicit SessionLoader(QObject *parent = nullptr);
@@ -53,6 +58,11 @@ public:
     /// Hands over what was loaded last; once.
     Result handOver();
 
+    /// Is called with how many bytes of how many were read. False when loading is to end.
+    using Report = std::function<bool(qint64 done, qint64 total)>;
+    /// Loads \a name on the calling thread; \a report may be null.
+    static Result loadHere(const QString &name, Kind kind, const Report &report = {});
+
 Q_SIGNALS:
     /// How much was read, 0 to 1.
     void progressed(double share);
@@ -60,10 +70,8 @@ Q_SIGNALS:
     void finished();
 
 private:
-    /// Called with how much was read, 0 to 1. False when loading is to end.
-    using Report = std::function<bool(qint64 done, qint64 total)>;
-
     static Result loadArchive(const QString &name, const Report &report);
+    static Result salvageArchive(const QString &name, const Report &report);
     static Result loadLog(const QString &name, Kind kind, const Report &report);
     void run(const QString &name, Kind kind);
 

@@ -399,8 +399,8 @@ bool CPRData::writeData(CPRFileHandler *handler)
     m_filename = handler->filename();
     Q_EMIT filenameChanged(m_filename);
 
-    if (const QString loss = lossWhenReadBack(*this); !loss.isEmpty())
-        qCWarning(lcData).noquote() << "The session cannot be read back whole:" << loss;
+    if (const std::optional<QString> loss = lossWhenReadBack(*this))
+        qCWarning(lcData).noquote() << "The session cannot be read back whole:" << *loss;
     for (const MemberIndex index : writingOrder) {
         if (writeMember(*this, index, *handler))
             continue;

@@ -222,6 +222,8 @@ bool ManikinLogReader::isLog(const QString &name)
 
 ManikinLogReader::Result ManikinLogReader::read(Record &record)
 {
+    if (m_result == Result::End && m_isGrowing)
+        m_result = Result::Record;
     while (m_result == Result::Record) {
         QByteArray text;
         m_result = readLine(text);
@@ -253,7 +255,8 @@ ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
         if (count == 0)
             break;
     }
-    if (m_pending.isEmpty() && m_line > 0) {
+    const bool isHalf = length < 0 && m_pending.size() <= maxLineLength + 1;
+    if ((m_pending.isEmpty() && m_line > 0) || (isHalf && m_isGrowing)) {
         m_isCut = false;
         return Result::End;
     }

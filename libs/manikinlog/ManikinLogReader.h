@@ -59,8 +59,12 @@ public:
     ManikinLogReader(const ManikinLogReader &) = delete;
     ManikinLogReader &operator=(const ManikinLogReader &) = delete;
 
-    /// Reads the next record; \a record changes only when there is one. After the end of the log
-    /// and after an error every further call gives the same result again.
+    /// Somebody may still write the log: at its end read() gives End, leaves half a line alone, and
+    /// goes on once the device has more. Off at first.
+    void setGrowing(bool isGrowing) { m_isGrowing = isGrowing; }
+
+    /// Reads the next record; \a record changes only when there is one. After the end of the log,
+    /// if that does not grow, and after an error every further call gives the same result again.
     Result read(Record &record);
 
     /// "NAME:LINE: expected WHAT, found "TEXT"", or why the device could not be read; empty as long
@@ -102,6 +106,7 @@ private:
     qint64 m_msecs = 0; // time of the last record
     bool m_hasLineEnd = false; // the line read last
     bool m_isCut = false;
+    bool m_isGrowing = false;
     Result m_result = Result::Record;
 };
 

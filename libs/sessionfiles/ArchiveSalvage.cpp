@@ -15,6 +15,7 @@
 #include <private/XmlInput.h>
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QSet>
 #include <QXmlStreamReader>
 #include <QXmlStreamWriter>
@@ -285,6 +286,8 @@ bool removeParameters(QByteArray &element, const FindingList &list, qint64 first
 constexpr int maxStandingElements = 100; // of a session that has recorded nothing
 
 class Salvage {
+    Q_DECLARE_TR_FUNCTIONS(sessionfiles)
+
 public:
     explicit Salvage(ArchiveScan::Members &&scanned) : m_scanned(std::move(scanned)) { }
 
@@ -327,7 +330,7 @@ private:
         // A description can name a member that there is not.
         if (!result.isComplete && inspected.state == LoadedMember::Complete) {
             inspected.state = LoadedMember::Damaged;
-            inspected.reason = QStringLiteral("it does not go with the other members");
+            inspected.reason = tr("it does not go with the other members");
         }
         return inspected;
     }
@@ -339,7 +342,7 @@ private:
     void reportComplete(MemberIndex index)
     {
         m_session.holdsAnything = true;
-        report(index, QStringLiteral("whole"));
+        report(index, tr("whole"));
     }
     void reportPart(MemberIndex index, const QString &kept)
     {
@@ -348,7 +351,7 @@ private:
         m_session.isAll = false;
         report(index,
                kept + QStringLiteral("; ") + member.damage
-                   + (member.isCertain ? QString() : QStringLiteral(", so this is not certain")));
+                   + (member.isCertain ? QString() : tr(", so this is not certain")));
     }
     // The member becomes that of a session that has recorded nothing.
     void reportGone(MemberIndex index)
@@ -357,8 +360,8 @@ private:
         content(index) = openerOf(emptyContent(index));
         m_session.isAll = false;
         report(index,
-               QStringLiteral("gone; %1; stored as of an empty session")
-                   .arg(member.isFound ? member.damage : QStringLiteral("there is none")));
+               tr("gone; %1; stored as of an empty session")
+                   .arg(member.isFound ? member.damage : tr("there is none")));
     }
 
     // Takes the member as it is, if it can be loaded.
@@ -413,14 +416,13 @@ private:
         const bool hasEnd = found.hasEnd() && !found.endsEarly();
         const int begun = found.begun() - (found.endsEarly() ? 1 : 0);
         if (hasEnd && kept == begun)
-            reportPart(index, QStringLiteral("all %1 %2").arg(kept).arg(noun));
+            reportPart(index, tr("all %1 %2").arg(kept).arg(noun));
         else if (hasEnd)
-            reportPart(index, QStringLiteral("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
+            reportPart(index, tr("%1 of %2 %3").arg(kept).arg(begun).arg(noun));
         else if (kept == begun)
-            reportPart(index, QStringLiteral("the first %1 %2").arg(kept).arg(noun));
+            reportPart(index, tr("the first %1 %2").arg(kept).arg(noun));
         else
-            reportPart(index,
-                       QStringLiteral("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
+            reportPart(index, tr("%1 of the first %2 %3").arg(kept).arg(begun).arg(noun));
     }
 
     void salvageDescriptions()
@@ -468,7 +470,7 @@ private:
         if (kept == 0)
             reportGone(Waves);
         else
-            reportPart(Waves, QStringLiteral("%1 of 2 descriptions").arg(kept));
+            reportPart(Waves, tr("%1 of 2 descriptions").arg(kept));
     }
 
     static QByteArray descriptions(const Plan &frame)
@@ -496,10 +498,9 @@ private:
         if (kept == 0)
             reportGone(index);
         else if (kept < described)
-            reportPart(index,
-                       QStringLiteral("the first %1 of %2 samples").arg(kept).arg(described));
+            reportPart(index, tr("the first %1 of %2 samples").arg(kept).arg(described));
         else
-            reportPart(index, QStringLiteral("%1 samples").arg(kept));
+            reportPart(index, tr("%1 samples").arg(kept));
     }
 
     // Makes the descriptions tell how many samples there are.
@@ -579,7 +580,7 @@ private:
                 || (removeParameters(element, list, 1 + plan.head.count('\n'))
                     && accept(plan.documentOf(element), list));
         };
-        salvageElements(Events, eventKind, QStringLiteral("events"), isSound, [&](Plan &plan) {
+        salvageElements(Events, eventKind, tr("events"), isSound, [&](Plan &plan) {
             if (before.infos == 0)
                 plan.head += plan.own.first() + separator;
         });
@@ -610,7 +611,7 @@ private:
                 known.insert(name);
             return isAccepted;
         };
-        salvageElements(Guidelines, valueKind, QStringLiteral("values"), isSound, [](Plan &) {});
+        salvageElements(Guidelines, valueKind, tr("values"), isSound, [](Plan &) {});
     }
 
     const MemoryFileHandler::Members m_empty = emptySession();
@@ -640,6 +641,12 @@ SalvagedSession salvage(const QString &name,
                         const std::function<void(qint64 done, qint64 total)> &advance)
 {
     return Salvage(ArchiveScan::run(name, advance)).run();
+}
+
+LoadResult load(const SalvagedSession &salvaged, CPRData &session)
+{
+    OpenedMembers members(salvaged.members);
+    return load(members, session);
 }
 
 SaveResult save(const QString &name, const SalvagedSession &session)

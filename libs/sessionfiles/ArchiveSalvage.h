@@ -44,6 +44,9 @@ struct SalvagedSession {
 SalvagedSession salvage(const QString &name,
                         const std::function<void(qint64 done, qint64 total)> &advance = {});
 
+/// Reads what was salvaged into \a session, which should be new.
+LoadResult load(const SalvagedSession &salvaged, CPRData &session);
+
 /// Saves \a session as the archive \a name. Until all of it is written, a file of that name stays
 /// as it was.
 SaveResult save(const QString &name, const SalvagedSession &session);

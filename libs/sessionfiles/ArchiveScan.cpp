@@ -7,6 +7,7 @@
 
 #include <private/Limits.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QVector>
 
@@ -255,7 +256,7 @@ private:
             // What is encrypted unpacks to noise.
             if (!member.isComplete && (packing.flags & encryptedFlag) != 0) {
                 member.size = 0;
-                member.damage = QStringLiteral("it is encrypted");
+                member.damage = QCoreApplication::translate("sessionfiles", "it is encrypted");
             }
             if (!best.isFound || member.isComplete || best.size == 0)
                 best = std::move(member);
@@ -321,19 +322,24 @@ private:
         case End::Complete:
             break;
         case End::WrongChecksum:
-            member.damage = QStringLiteral("its checksum is another");
+            member.damage = QCoreApplication::translate("sessionfiles", "its checksum is another");
             break;
         case End::NoChecksum:
-            member.damage = QStringLiteral("its checksum is gone");
+            member.damage = QCoreApplication::translate("sessionfiles", "its checksum is gone");
             break;
         case End::Cut:
-            member.damage = QStringLiteral("the archive ends inside it");
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "the archive ends inside it");
             break;
         case End::Broken:
-            member.damage = QStringLiteral("it unpacks only to byte %1").arg(member.size);
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "it unpacks only to byte %1")
+                    .arg(member.size);
             break;
         case End::TooLong:
-            member.damage = QStringLiteral("it holds more than %1 bytes").arg(maxContent);
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "it holds more than %1 bytes")
+                    .arg(maxContent);
             break;
         }
     }

@@ -8,6 +8,7 @@
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileInfo>
 
@@ -64,14 +65,16 @@ std::optional<QString> whyNotLoaded(const QString &name)
         if (member.state == LoadedMember::Damaged)
             return member.name + QStringLiteral(": ") + member.reason;
     }
-    return QStringLiteral("not all of it is there");
+    return QCoreApplication::translate("sessionfiles", "not all of it is there");
 }
 
 } // namespace
 
 SaveResult SaveResult::failed(const QString &name, const QString &reason)
 {
-    return {false, false, QStringLiteral("%1 cannot be written: %2").arg(name, reason)};
+    return {
+        false, false,
+        QCoreApplication::translate("sessionfiles", "%1 cannot be written: %2").arg(name, reason)};
 }
 
 bool LoadResult::hasMembers() const
@@ -114,7 +117,9 @@ SaveResult save(const QString &name, CPRData &session)
         return SaveResult::failed(name, zip.errorString());
     if (const std::optional<QString> reason = whyNotLoaded(name)) {
         return {true, false,
-                QStringLiteral("%1 is saved, but will not be read whole: %2").arg(name, *reason)};
+                QCoreApplication::translate("sessionfiles",
+                                            "%1 is saved, but will not be read whole: %2")
+                    .arg(name, *reason)};
     }
     return {true, true, {}};
 }

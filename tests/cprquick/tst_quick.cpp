@@ -411,7 +411,7 @@ private Q_SLOTS:
         opens(TEST_DATA_DIR "/two-rescuers.cprlog", 162, "");
         opens(TEST_DATA_DIR "/golden.zip", 2, "");
         opens(TEST_DATA_DIR "/fonts.conf", -1, "is neither a session archive nor a recorded log");
-        opens("nowhere.zip", -1, "is neither a session archive nor a recorded log");
+        opens("nowhere.zip", -1, "cannot be read; is it there and a file?");
     }
 
     // 10 pixels for each mm from -3.6 to 72 mm, 1 for each 10 ms; a pulse of 50 mm from 2 to 3 s.

@@ -46,6 +46,11 @@ TestCase {
         viewer.open(name);
         shown.wait(20000);
     }
+    // Saves or exports.
+    function write(start) {
+        compare(start(), Viewer.Started);
+        tryCompare(viewer, "isWriting", false);
+    }
     function replay(secs) {
         verify(viewer.startReplay(desk.data("two-rescuers.cprlog"), 0.001));
         desk.advance(secs);

@@ -3,6 +3,8 @@
 
 #include "Viewer.h"
 #include "ViewerTypes.h"
+#include "WindowPlace.h"
+#include "support/Damage.h"
 #include "support/Messages.h"
 #include "support/Program.h"
 #include "support/StoredSession.h"
@@ -45,6 +47,38 @@ public:
     Q_INVOKABLE QString textOf(const QString &name) const
     {
         return QString::fromUtf8(testsupport::bytesOf(name));
+    }
+    Q_INVOKABLE bool append(const QString &name, const QString &text) const
+    {
+        QFile file(newFile(name));
+        return QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::Append)
+            && file.write(text.toUtf8()) >= 0;
+    }
+    /// golden.zip with another checksum of its events, or without its directory.
+    Q_INVOKABLE QString damaged(const QString &what) const
+    {
+        QByteArray zip = testsupport::bytesOf(data("golden.zip"));
+        const testsupport::ZipEntry events = testsupport::directoryOf(zip).first();
+        if (what == "cut")
+            zip.truncate(events.entry);
+        testsupport::patch(zip, events.header + testsupport::checksumField, 4, 1);
+        if (what == "checksum")
+            testsupport::patch(zip, events.entry + testsupport::checksumField + 2, 4, 1);
+        const QString name = newFile(what + ".zip");
+        QFile file(name);
+        return file.open(QIODevice::WriteOnly) && file.write(zip) == zip.size() ? name : QString();
+    }
+    Q_INVOKABLE bool isSame(const QString &name, const QString &other) const
+    {
+        return testsupport::bytesOf(name) == testsupport::bytesOf(other);
+    }
+    Q_INVOKABLE bool remove(const QString &name) const { return QFile::remove(newFile(name)); }
+    Q_INVOKABLE QRectF placed(const QRectF &wanted, const QVariantList &screens) const
+    {
+        QVector<QRect> rects;
+        for (const QVariant &screen : screens)
+            rects.append(screen.toRectF().toRect());
+        return WindowPlace::onScreens(wanted.toRect(), rects);
     }
     Q_INVOKABLE int journals() const { return journalFiles().size(); }
     /// The pages' warnings since the last call.

@@ -22,7 +22,7 @@ Popup {
     modal: true
     focus: true
     padding: Look.padding * 1.5
-    width: Math.round(520 * Look.unit)
+    width: Math.round(520 * Look.textUnit)
 
     function takeFocus() {
         dialog.firstItem.forceActiveFocus(Qt.TabFocusReason);

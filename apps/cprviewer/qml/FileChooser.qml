@@ -15,11 +15,17 @@ Item {
 
     property var job: null // (url, replaces) => result
     property var done: null // what is done after a success
+    property var whenWritten: null // the same, of what is being written
 
     function open() { openDialog.open(); }
     function save(done) {
         chooser.write(qsTr("Save session"), ".zip", [qsTr("Session (*.zip)")],
                       (url, replaces) => chooser.viewer.save(url, replaces), done);
+    }
+    function saveLeft(target) {
+        chooser.write(qsTr("Save session"), ".zip", [qsTr("Session (*.zip)")],
+                      (url, replaces) => chooser.viewer.saveLeft(target, url, replaces), null);
+        saveDialog.currentFile = chooser.viewer.proposedFileForLeft(target);
     }
     function exportTable(what) {
         chooser.write(qsTr("Export table"), `-${what}.csv`, [qsTr("Table (*.csv)")],
@@ -40,12 +46,23 @@ Item {
     }
     function finish(url, replaces) {
         const result = chooser.job(url, replaces);
-        if (result === Viewer.Exists) {
-            replaceDialog.text = chooser.viewer.fileName(url);
+        if (result === Viewer.Exists || result === Viewer.LosesSource) {
+            const lost = qsTr("%1 is damaged. Of it this is all that the session has:\n%2\nThe damaged file is kept beside it.");
+            replaceDialog.text = result === Viewer.Exists ? chooser.viewer.fileName(url)
+                : lost.arg(chooser.viewer.fileName(url)).arg(chooser.viewer.report.join("\n"));
             replaceDialog.yesAction = () => chooser.finish(url, true);
             replaceDialog.open();
-        } else if (result === Viewer.Saved && chooser.done) {
-            chooser.done();
+        }
+        chooser.whenWritten = result === Viewer.Started ? chooser.done : null;
+    }
+
+    Connections {
+        target: chooser.viewer
+        function onWritten(isComplete) {
+            const action = chooser.whenWritten;
+            chooser.whenWritten = null;
+            if (isComplete && action)
+                action();
         }
     }
 

@@ -19,8 +19,13 @@ Rectangle {
     signal simulationWanted()
     signal saveWanted()
     signal menuWanted(Item at)
+    signal reportWanted()
 
     readonly property bool hasSession: bar.viewer.session !== null
+    readonly property string mark: bar.viewer.isSalvaged ? bar.viewer.isDamaged ? qsTr("Salvaged in part") : qsTr("Salvaged")
+                                                         : bar.viewer.isDamaged ? qsTr("Damaged") : ""
+    readonly property string markedName: bar.mark.length > 0 ? qsTr("%1 (%2)").arg(bar.viewer.name).arg(bar.mark)
+                                                             : bar.viewer.name
 
     implicitHeight: Math.round(60 * Look.unit)
     color: Look.card
@@ -82,16 +87,30 @@ Rectangle {
                 font.bold: true
             }
         }
+        ActionButton {
+            objectName: "mark"
+            visible: bar.mark.length > 0
+            text: "⚠ " + bar.mark
+            font.bold: true
+            help: qsTr("What of the session is there")
+            onClicked: bar.reportWanted()
+        }
         PageText {
-            visible: bar.viewer.isUnsaved && !bar.viewer.isLive
+            visible: bar.viewer.isWriting
+            text: qsTr("Writing…")
+            color: Look.muted
+        }
+        PageText {
+            visible: bar.viewer.isUnsaved && !bar.viewer.isLive && !bar.viewer.isWriting
             text: qsTr("Not saved")
             color: Look.fault
             font.bold: true
         }
         ActionButton {
             objectName: "save"
-            visible: bar.viewer.isUnsaved && !bar.viewer.isLive
-            highlighted: true
+            visible: (bar.viewer.isUnsaved || bar.mark.length > 0) && !bar.viewer.isLive
+            enabled: !bar.viewer.isWriting
+            highlighted: bar.viewer.isUnsaved
             text: qsTr("Save…")
             help: qsTr("Save the session (Ctrl+S)")
             onClicked: bar.saveWanted()

@@ -10,7 +10,7 @@ AppDialog {
     id: dialog
 
     title: qsTr("Keys")
-    width: Math.round(560 * Look.unit)
+    width: Math.round(600 * Look.textUnit)
     firstItem: closeButton
 
     Repeater {
@@ -33,7 +33,7 @@ AppDialog {
             required property var modelData
             Layout.fillWidth: true
 
-            PageText { Layout.preferredWidth: Math.round(180 * Look.unit); text: line.modelData[0]; font.bold: true }
+            PageText { Layout.preferredWidth: Math.round(220 * Look.textUnit); text: line.modelData[0]; font.bold: true }
             PageText { Layout.fillWidth: true; text: line.modelData[1] }
         }
     }

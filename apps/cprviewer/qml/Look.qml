@@ -12,6 +12,9 @@ QtObject {
 
     property bool dark: false
     property real unit: 1 // 1 in a window of 1280x800
+    property real textScale: 1 // of the system
+    // Small windows have no room for larger texts.
+    readonly property real textUnit: look.unit * (look.unit < 0.85 ? 1 : look.textScale)
 
     readonly property PlotColors colors: PlotColors { dark: look.dark }
     readonly property color page: look.dark ? Qt.darker(look.colors.background, 1.5) : "#eceff3"
@@ -30,9 +33,9 @@ QtObject {
     readonly property real gap: Math.round(12 * look.unit)
     readonly property real padding: Math.round(16 * look.unit)
     readonly property real radius: Math.round(8 * look.unit)
-    readonly property real controlHeight: Math.round(38 * look.unit) // height of a button
-    readonly property real rowHeight: Math.round(40 * look.unit) // of an event
-    readonly property real small: Math.round(13 * look.unit)
-    readonly property real normal: Math.round(15 * look.unit)
-    readonly property real title: Math.round(18 * look.unit)
+    readonly property real controlHeight: Math.round(38 * look.textUnit) // height of a button
+    readonly property real rowHeight: Math.round(40 * look.textUnit) // of an event
+    readonly property real small: Math.round(13 * look.textUnit)
+    readonly property real normal: Math.round(15 * look.textUnit)
+    readonly property real title: Math.round(18 * look.textUnit)
 }

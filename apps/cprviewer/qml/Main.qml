@@ -4,6 +4,7 @@
 import QtQuick 2.15
 import QtQuick.Window 2.15
 import QtQuick.Controls 2.15
+import QtQuick.Layouts 1.15
 import CPRData 1.0
 import CPRViewer 1.0
 import "."
@@ -17,12 +18,14 @@ ApplicationWindow {
     required property Viewer viewer
     property string firstPage: "" // live or review, instead of the one that suits the first session
     property int page: Main.Start
-    property bool isLeftForLater: false // the session that a killed viewer has left
+    property bool isLeftForLater: false // the sessions that killed viewers have left
+    property bool isClosing: false // as soon as the file is written
     // A page stays when another one is shown, so that it is found as it was left.
     property bool hasPages: true
     property bool usesLive: false
     property bool usesReview: false
     property bool isJustEnded: false // which can be taken back for a while
+    readonly property int leftCount: window.viewer.leftSessions.length
     readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item][window.page]
 
     onPageChanged: window.usePage()
@@ -56,9 +59,10 @@ ApplicationWindow {
     }
     function openFile(name) { window.leave(() => window.viewer.open(name)); }
     function save() {
-        if (window.viewer.session !== null && !window.viewer.isLive)
+        if (window.viewer.session !== null && !window.viewer.isLive && !window.viewer.isWriting)
             chooser.save(null);
     }
+    function salvage(name) { window.leave(() => window.viewer.salvage(name)); }
     function show(page) {
         if (window.viewer.session !== null && (page !== Main.Live || window.viewer.wasLive))
             window.page = page;
@@ -72,7 +76,8 @@ ApplicationWindow {
     visible: true
     minimumWidth: 960
     minimumHeight: 600
-    title: window.viewer.session !== null ? qsTr("%1 – CPR sessions").arg(window.viewer.name) : qsTr("CPR sessions")
+    title: window.viewer.session === null ? qsTr("CPR sessions")
+                                          : qsTr("%1 – CPR sessions").arg(headerBar.markedName)
     background: Rectangle { color: Look.page }
 
     palette.window: Look.card
@@ -91,13 +96,14 @@ ApplicationWindow {
     palette.toolTipText: Look.text
 
     onClosing: {
-        if (!window.viewer.isUnsaved)
-            return;
-        close.accepted = false;
-        window.leave(() => window.close());
+        window.isClosing = window.viewer.isWriting;
+        close.accepted = !window.viewer.isWriting && !window.viewer.isUnsaved;
+        if (!close.accepted && !window.isClosing)
+            window.leave(() => window.close());
     }
 
     Binding { target: Look; property: "dark"; value: window.viewer.appearance.isDark }
+    Binding { target: Look; property: "textScale"; value: window.viewer.appearance.textScale }
     Binding {
         target: Look
         property: "unit"
@@ -105,7 +111,16 @@ ApplicationWindow {
     }
     Connections {
         target: window.viewer
-        function onSessionChanged() { window.showSession(); }
+        function onSessionChanged() {
+            window.showSession();
+            if (window.viewer.isSalvaged && !window.viewer.isUnsaved)
+                damageDialog.open();
+        }
+        function onWritten(isComplete) {
+            if (window.isClosing && isComplete)
+                window.close();
+            window.isClosing = false;
+        }
     }
     // What models have put into words is put anew.
     Connections {
@@ -128,20 +143,31 @@ ApplicationWindow {
             onSimulationWanted: scenarioDialog.open()
             onSaveWanted: window.save()
             onMenuWanted: at => menu.popup(at, 0, at.height)
+            onReportWanted: damageDialog.open()
         }
         MessageBar {
+            objectName: "problemBar"
             width: parent.width
             text: window.viewer.problem
+            action: window.viewer.damagedFile.length > 0 ? qsTr("Salvage…") : ""
+            onActed: window.salvage(window.viewer.damagedFile)
             onDismissed: window.viewer.dismissProblem()
+        }
+        MessageBar {
+            objectName: "noticeBar"
+            width: parent.width
+            color: Look.accent
+            text: window.viewer.notice
+            onDismissed: window.viewer.dismissNotice()
         }
         MessageBar {
             objectName: "leftBar"
             width: parent.width
             color: Look.accent
-            text: window.viewer.hasLeftSession && window.page !== Main.Start && !window.isLeftForLater
-                  ? qsTr("A session was not saved, on %1.").arg(Words.value("startTime", window.viewer.leftSessionTime)) : ""
-            action: qsTr("Bring it back")
-            onActed: window.leave(() => window.viewer.bringBack())
+            text: window.leftCount > 0 && window.page !== Main.Start && !window.isLeftForLater
+                  ? qsTr("%n session(s) were recorded, but not saved.", "", window.leftCount) : ""
+            action: qsTr("Show…")
+            onActed: leftDialog.open()
             onDismissed: window.isLeftForLater = true
         }
         MessageBar {
@@ -171,6 +197,7 @@ ApplicationWindow {
             onOpenWanted: chooser.open()
             onSimulationWanted: scenarioDialog.open()
             onFileWanted: name => window.openFile(name)
+            onSaveLeftWanted: target => chooser.saveLeft(target)
         }
         onLoaded: startLoader.item.forceActiveFocus()
     }
@@ -210,6 +237,32 @@ ApplicationWindow {
     }
     LoadingDialog { id: loadingDialog; viewer: window.viewer }
     KeysDialog { id: keysDialog }
+    DamageDialog {
+        id: damageDialog
+        objectName: "damageDialog"
+        viewer: window.viewer
+        onSalvageWanted: window.salvage(window.viewer.source)
+    }
+    AppDialog {
+        id: leftDialog
+        objectName: "leftDialog"
+        title: qsTr("Sessions that were not saved")
+        width: Math.round(760 * Look.textUnit)
+        firstItem: laterButton
+
+        LeftList {
+            objectName: "leftDialogList"
+            Layout.fillWidth: true
+            viewer: window.viewer
+            onOpenWanted: target => {
+                leftDialog.close();
+                window.leave(() => window.viewer.bringBack(target));
+            }
+            onSaveWanted: target => chooser.saveLeft(target)
+            onCountChanged: if (count === 0) leftDialog.close()
+        }
+        buttons: [ActionButton { id: laterButton; text: qsTr("Close"); onClicked: leftDialog.close() }]
+    }
     ScenarioDialog {
         id: scenarioDialog
         objectName: "scenarioDialog"
@@ -252,6 +305,12 @@ ApplicationWindow {
     Shortcut { sequence: StandardKey.Quit; onActivated: window.close() }
     Shortcut { sequence: "Ctrl+1"; onActivated: window.show(Main.Live) }
     Shortcut { sequence: "Ctrl+2"; onActivated: window.show(Main.Review) }
+    // Whatever has the focus, but not where it is typed.
+    Shortcut {
+        sequence: "Space"
+        enabled: window.page === Main.Review && !menu.visible && !(window.activeFocusItem instanceof TextInput)
+        onActivated: window.pageItem.timelinePanel.togglePlaying()
+    }
     Shortcut { sequence: "F1"; onActivated: keysDialog.open() }
     Shortcut { sequence: "F10"; onActivated: menu.popup(headerBar.menuButton, 0, headerBar.menuButton.height) }
     Shortcut {

@@ -9,7 +9,7 @@ import "."
 Menu {
     id: menu
 
-    width: Math.round(280 * Look.unit)
+    width: Math.round(280 * Look.textUnit)
     padding: Look.gap / 2
     background: Card { }
 

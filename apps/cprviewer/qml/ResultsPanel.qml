@@ -28,10 +28,10 @@ Card {
         width: Math.round(300 * Look.unit)
         spacing: Math.round(3 * Look.unit)
 
-        PageText {
+        NameList {
             objectName: "learners"
             width: parent.width
-            text: Words.shown(summary.learners.join(", ")) || qsTr("No learner named")
+            names: summary.learners
             font.pixelSize: Look.title
             font.bold: true
         }

@@ -99,7 +99,7 @@ FocusScope {
             }
             SidePanel {
                 id: sidePanel
-                Layout.preferredWidth: Math.round(410 * Look.unit)
+                Layout.preferredWidth: Math.round(410 * Look.textUnit)
                 Layout.fillHeight: true
                 session: page.seenSession
                 events: eventModel

@@ -15,7 +15,7 @@ AppDialog {
 
     title: qsTr("Simulated manikin")
     text: qsTr("A simulated rescuer trains, in real time.")
-    width: Math.round(600 * Look.unit)
+    width: Math.round(640 * Look.textUnit)
 
     function accept() {
         dialog.close();
@@ -48,7 +48,7 @@ AppDialog {
             readonly property bool isCurrent: list.currentIndex === row.index
 
             width: list.width
-            height: Math.round(52 * Look.unit)
+            height: Math.round(52 * Look.textUnit)
             radius: Look.radius / 2
             color: row.isCurrent ? Look.chosen : "transparent"
             border.color: Look.accent

@@ -15,14 +15,15 @@ FocusScope {
     signal openWanted()
     signal simulationWanted()
     signal fileWanted(string name)
+    signal saveLeftWanted(string target)
 
     ColumnLayout {
         anchors.centerIn: parent
-        width: Math.min(parent.width - 2 * Look.padding, Math.round(640 * Look.unit))
+        width: Math.min(parent.width - 2 * Look.padding, Math.round(760 * Look.textUnit))
         spacing: Look.gap
 
         Card {
-            visible: page.viewer.hasLeftSession
+            visible: leftList.count > 0
             Layout.fillWidth: true
             implicitHeight: leftColumn.implicitHeight + 2 * Look.padding
             border.color: Look.accent
@@ -38,31 +39,24 @@ FocusScope {
                 PageText {
                     objectName: "leftText"
                     width: parent.width
-                    text: qsTr("A session was not saved")
+                    text: qsTr("%n session(s) were not saved", "", leftList.count)
                     font.pixelSize: Look.title
                     font.bold: true
                 }
                 PageText {
                     width: parent.width
                     wrapMode: Text.WordWrap
-                    text: page.viewer.hasLeftSession
-                          ? qsTr("The viewer ended while it was recorded, on %1. Everything up to then is there.")
-                            .arg(Words.value("startTime", page.viewer.leftSessionTime)) : ""
+                    text: qsTr("The viewer ended while they were recorded. Everything up to then is there.")
                 }
-                Row {
-                    spacing: Look.gap
-                    ActionButton {
-                        objectName: "bringBack"
-                        focus: page.viewer.hasLeftSession
-                        highlighted: true
-                        text: qsTr("Bring it back")
-                        onClicked: page.viewer.bringBack()
-                    }
-                    ActionButton {
-                        objectName: "discardLeft"
-                        text: qsTr("Throw it away…")
-                        onClicked: discardDialog.open()
-                    }
+                LeftList {
+                    id: leftList
+                    objectName: "leftList"
+                    focus: leftList.count > 0
+                    width: parent.width
+                    height: implicitHeight
+                    viewer: page.viewer
+                    onOpenWanted: target => page.viewer.bringBack(target)
+                    onSaveWanted: target => page.saveLeftWanted(target)
                 }
             }
         }
@@ -92,8 +86,8 @@ FocusScope {
                     spacing: Look.gap
                     ActionButton {
                         objectName: "startOpen"
-                        focus: !page.viewer.hasLeftSession
-                        highlighted: !page.viewer.hasLeftSession
+                        focus: leftList.count === 0
+                        highlighted: leftList.count === 0
                         text: qsTr("Open session…")
                         onClicked: page.openWanted()
                     }
@@ -123,12 +117,5 @@ FocusScope {
                 }
             }
         }
-    }
-    QuestionDialog {
-        id: discardDialog
-        title: qsTr("Throw the session away?")
-        text: qsTr("It cannot be brought back then.")
-        yes: qsTr("Throw away")
-        yesAction: () => page.viewer.discardLeft()
     }
 }

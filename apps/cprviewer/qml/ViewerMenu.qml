@@ -22,6 +22,7 @@ PageMenu {
     signal quitWanted()
 
     readonly property bool hasSession: menu.viewer.session !== null
+    readonly property bool canWrite: menu.hasSession && !menu.viewer.isWriting
     readonly property var names: menu.viewer.recentFiles.names
 
     Action { text: qsTr("&Open…"); onTriggered: menu.openWanted() }
@@ -53,17 +54,17 @@ PageMenu {
         }
     }
     MenuSeparator { }
-    Action { text: qsTr("&Save…"); enabled: menu.hasSession && !menu.viewer.isLive; onTriggered: menu.saveWanted() }
+    Action { text: qsTr("&Save…"); enabled: menu.canWrite && !menu.viewer.isLive; onTriggered: menu.saveWanted() }
     PageMenu {
         title: qsTr("Export &table")
-        enabled: menu.hasSession
+        enabled: menu.canWrite
 
         Action { text: qsTr("Events…"); onTriggered: menu.tableWanted("events") }
         Action { text: qsTr("Summary…"); onTriggered: menu.tableWanted("summary") }
         Action { text: qsTr("Waves…"); onTriggered: menu.tableWanted("waves") }
         Action { text: qsTr("Guidelines…"); onTriggered: menu.tableWanted("guidelines") }
     }
-    Action { text: qsTr("Export &picture…"); enabled: menu.hasSession; onTriggered: menu.pictureWanted() }
+    Action { text: qsTr("Export &picture…"); enabled: menu.canWrite; onTriggered: menu.pictureWanted() }
     MenuSeparator { }
     PageMenu {
         title: qsTr("&Appearance")

@@ -8,10 +8,6 @@
         <translation>Wartet auf die erste Kompression</translation>
     </message>
     <message>
-        <source>Well done, keep going</source>
-        <translation>Gut so, weitermachen</translation>
-    </message>
-    <message>
         <source>Advice</source>
         <translation>Empfehlung</translation>
     </message>
@@ -24,18 +20,6 @@
         <translation>Sitzung auswerten</translation>
     </message>
     <message>
-        <source>Go on, keep the pause short</source>
-        <translation>Weitermachen, Pause kurz halten</translation>
-    </message>
-    <message>
-        <source>The session has ended</source>
-        <translation>Die Sitzung ist beendet</translation>
-    </message>
-    <message>
-        <source>Well done</source>
-        <translation>Gut gemacht</translation>
-    </message>
-<message>
         <source>The session has ended.</source>
         <translation>Die Sitzung ist beendet.</translation>
     </message>
@@ -50,6 +34,29 @@
     <message>
         <source>Waiting for the first ventilation</source>
         <translation>Warten auf die erste Beatmung</translation>
+    </message>
+</context>
+<context>
+    <name>DamageDialog</name>
+    <message>
+        <source>This was salvaged</source>
+        <translation>Gerettete Sitzung</translation>
+    </message>
+    <message>
+        <source>The file is damaged</source>
+        <translation>Die Datei ist beschädigt</translation>
+    </message>
+    <message>
+        <source>All of it is there.</source>
+        <translation>Es ist alles da.</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Salvage…</source>
+        <translation>Retten…</translation>
     </message>
 </context>
 <context>
@@ -179,6 +186,14 @@
         <source>Replace</source>
         <translation>Ersetzen</translation>
     </message>
+    <message>
+        <source>%1 is damaged. Of it this is all that the session has:
+%2
+The damaged file is kept beside it.</source>
+        <translation>%1 ist beschädigt. Mehr als das enthält die Sitzung davon nicht:
+%2
+Die beschädigte Datei bleibt daneben erhalten.</translation>
+    </message>
 </context>
 <context>
     <name>HeaderBar</name>
@@ -230,30 +245,38 @@
         <source>Menu (F10)</source>
         <translation>Menü (F10)</translation>
     </message>
-<message>
+    <message>
         <source>Replay</source>
         <translation>Wiedergabe</translation>
+    </message>
+    <message>
+        <source>Damaged</source>
+        <translation>Beschädigt</translation>
+    </message>
+    <message>
+        <source>Salvaged</source>
+        <translation>Gerettet</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <translation>%1 (%2)</translation>
+    </message>
+    <message>
+        <source>What of the session is there</source>
+        <translation>Was von der Sitzung da ist</translation>
+    </message>
+    <message>
+        <source>Writing…</source>
+        <translation>Wird geschrieben…</translation>
+    </message>
+    <message>
+        <source>Salvaged in part</source>
+        <translation>Teilweise gerettet</translation>
     </message>
 </context>
 <context>
     <name>Histogram</name>
     <message>
-        <source>Bar %1: %2 %</source>
-        <translation>Balken %1: %2 %</translation>
-    </message>
-    <message>
-        <source>low</source>
-        <translation>niedrig</translation>
-    </message>
-    <message>
-        <source>high</source>
-        <translation>hoch</translation>
-    </message>
-    <message>
-        <source>Bar %1: %2 % ≈ %3 of %4</source>
-        <translation>Balken %1: %2 % ≈ %3 von %4</translation>
-    </message>
-<message>
         <source>%1: %2 % ≈ %3 of %4</source>
         <translation>%1: %2 % ≈ %3 von %4</translation>
     </message>
@@ -378,6 +401,49 @@
     </message>
 </context>
 <context>
+    <name>LeftList</name>
+    <message>
+        <source>Sessions that were not saved</source>
+        <translation>Nicht gespeicherte Sitzungen</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Open the session of %1</source>
+        <translation>Sitzung vom %1 öffnen</translation>
+    </message>
+    <message>
+        <source>Save…</source>
+        <translation>Speichern…</translation>
+    </message>
+    <message>
+        <source>Save the session of %1</source>
+        <translation>Sitzung vom %1 speichern</translation>
+    </message>
+    <message>
+        <source>Throw away…</source>
+        <translation>Verwerfen…</translation>
+    </message>
+    <message>
+        <source>Throw the session of %1 away</source>
+        <translation>Sitzung vom %1 verwerfen</translation>
+    </message>
+    <message>
+        <source>It cannot be brought back then.</source>
+        <translation>Sie lässt sich dann nicht wiederherstellen.</translation>
+    </message>
+    <message>
+        <source>Throw the session away?</source>
+        <translation>Sitzung verwerfen?</translation>
+    </message>
+    <message>
+        <source>Throw away</source>
+        <translation>Verwerfen</translation>
+    </message>
+</context>
+<context>
     <name>LivePage</name>
     <message>
         <source>Compressions in cycle</source>
@@ -419,7 +485,7 @@
         <source>Live training</source>
         <translation>Live-Training</translation>
     </message>
-<message>
+    <message>
         <source>Ventilation rate</source>
         <translation>Beatmungsfrequenz</translation>
     </message>
@@ -439,7 +505,7 @@
         <source>Volume over the last 30 seconds</source>
         <translation>Volumen der letzten 30 Sekunden</translation>
     </message>
-<message>
+    <message>
         <source>%1 s missing</source>
         <translation>%1 s fehlen</translation>
     </message>
@@ -486,18 +552,6 @@
         <translation>Nicht speichern</translation>
     </message>
     <message>
-        <source>A session was not saved, on %1.</source>
-        <translation>Eine Sitzung vom %1 wurde nicht gespeichert.</translation>
-    </message>
-    <message>
-        <source>Bring it back</source>
-        <translation>Wiederherstellen</translation>
-    </message>
-    <message>
-        <source>%1 is being recorded, and would end now.</source>
-        <translation>%1 wird aufgezeichnet und würde jetzt enden.</translation>
-    </message>
-<message>
         <source>The session has ended.</source>
         <translation>Die Sitzung ist beendet.</translation>
     </message>
@@ -521,12 +575,46 @@
         <source>End session</source>
         <translation>Sitzung beenden</translation>
     </message>
+    <message>
+        <source>Salvage…</source>
+        <translation>Retten…</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) were recorded, but not saved.</source>
+        <translation>
+            <numerusform>%n Sitzung wurde aufgezeichnet, aber nicht gespeichert.</numerusform>
+            <numerusform>%n Sitzungen wurden aufgezeichnet, aber nicht gespeichert.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Show…</source>
+        <translation>Anzeigen…</translation>
+    </message>
+    <message>
+        <source>Sessions that were not saved</source>
+        <translation>Nicht gespeicherte Sitzungen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
 </context>
 <context>
     <name>MessageBar</name>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>NameList</name>
+    <message>
+        <source> +%1</source>
+        <translation> +%1</translation>
+    </message>
+    <message>
+        <source>No learner named</source>
+        <translation>Kein Name angegeben</translation>
     </message>
 </context>
 <context>
@@ -570,7 +658,7 @@
         <source>Too fast</source>
         <translation>Zu schnell</translation>
     </message>
-<message>
+    <message>
         <source>Ventilation rate</source>
         <translation>Beatmungsfrequenz</translation>
     </message>
@@ -590,7 +678,7 @@
         <translation>Übungspuppe</translation>
     </message>
     <message>
-        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording's mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
+        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording&apos;s mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
         <translation>Aufzeichnung: aus den angekommenen Ereignissen berechnet. Übungspuppe: von ihr gesendet, nach ihren eigenen Regeln. Beide können voneinander abweichen: Die mittlere Frequenz der Aufzeichnung folgt aus dem Abstand zweier Kompressionen, die Anteile aus der laufenden Frequenz, die die Puppe anzeigte; Lücken bis 2 s zählen als Kompressionszeit; was unterwegs verloren ging, kennt nur die Puppe.</translation>
     </message>
     <message>
@@ -604,10 +692,6 @@
 </context>
 <context>
     <name>ResultsPanel</name>
-    <message>
-        <source>No learner named</source>
-        <translation>Kein Name angegeben</translation>
-    </message>
     <message>
         <source>Date not known</source>
         <translation>Datum nicht bekannt</translation>
@@ -737,22 +821,6 @@
 <context>
     <name>StartPage</name>
     <message>
-        <source>A session was not saved</source>
-        <translation>Eine Sitzung wurde nicht gespeichert</translation>
-    </message>
-    <message>
-        <source>The viewer ended while it was recorded, on %1. Everything up to then is there.</source>
-        <translation>Das Programm endete während der Aufzeichnung am %1. Alles bis dahin ist erhalten.</translation>
-    </message>
-    <message>
-        <source>Bring it back</source>
-        <translation>Wiederherstellen</translation>
-    </message>
-    <message>
-        <source>Throw it away…</source>
-        <translation>Verwerfen…</translation>
-    </message>
-    <message>
         <source>Begin</source>
         <translation>Beginnen</translation>
     </message>
@@ -772,17 +840,16 @@
         <source>Recent files</source>
         <translation>Zuletzt geöffnet</translation>
     </message>
-    <message>
-        <source>Throw the session away?</source>
-        <translation>Sitzung verwerfen?</translation>
+    <message numerus="yes">
+        <source>%n session(s) were not saved</source>
+        <translation>
+            <numerusform>%n Sitzung wurde nicht gespeichert</numerusform>
+            <numerusform>%n Sitzungen wurden nicht gespeichert</numerusform>
+        </translation>
     </message>
     <message>
-        <source>It cannot be brought back then.</source>
-        <translation>Sie lässt sich dann nicht wiederherstellen.</translation>
-    </message>
-    <message>
-        <source>Throw away</source>
-        <translation>Verwerfen</translation>
+        <source>The viewer ended while they were recorded. Everything up to then is there.</source>
+        <translation>Das Programm endete während der Aufzeichnung. Alles bis dahin ist da.</translation>
     </message>
 </context>
 <context>
@@ -839,7 +906,7 @@
         <source>Show the whole session (F)</source>
         <translation>Ganze Sitzung zeigen (F)</translation>
     </message>
-<message>
+    <message>
         <source>%1 s not received</source>
         <translation>%1 s nicht empfangen</translation>
     </message>
@@ -851,7 +918,7 @@
         <translation>Wiederhergestellte Sitzung</translation>
     </message>
     <message>
-        <source>There is no scenario "%1".</source>
+        <source>There is no scenario &quot;%1&quot;.</source>
         <translation>Es gibt kein Szenario „%1“.</translation>
     </message>
     <message>
@@ -861,6 +928,26 @@
     <message>
         <source>The session&apos;s journal is written again; nothing is missing.</source>
         <translation>Die Sitzung wird wieder gesichert; es fehlt nichts.</translation>
+    </message>
+    <message>
+        <source>Another file is still being written.</source>
+        <translation>Eine andere Datei wird noch geschrieben.</translation>
+    </message>
+    <message>
+        <source>Saved as %1.</source>
+        <translation>Gespeichert als %1.</translation>
+    </message>
+    <message>
+        <source>Exported to %1.</source>
+        <translation>Exportiert nach %1.</translation>
+    </message>
+    <message>
+        <source>The damaged file is kept as %1.</source>
+        <translation>Die beschädigte Datei bleibt als %1 erhalten.</translation>
+    </message>
+    <message>
+        <source>salvaged</source>
+        <translation>gerettet</translation>
     </message>
 </context>
 <context>
@@ -992,10 +1079,6 @@
         <translation>Drucktiefe</translation>
     </message>
     <message>
-        <source>Release to at least</source>
-        <translation>Entlastung mindestens bis</translation>
-    </message>
-    <message>
         <source>Compression rate</source>
         <translation>Kompressionsfrequenz</translation>
     </message>
@@ -1030,18 +1113,6 @@
     <message>
         <source>Ventilation rate, ventilations only</source>
         <translation>Beatmungsfrequenz, nur Beatmung</translation>
-    </message>
-    <message>
-        <source>Flow time, one rescuer</source>
-        <translation>Hands-on-Zeit, ein Helfer</translation>
-    </message>
-    <message>
-        <source>Flow time, two rescuers</source>
-        <translation>Hands-on-Zeit, zwei Helfer</translation>
-    </message>
-    <message>
-        <source>Flow time, compressions only</source>
-        <translation>Hands-on-Zeit, nur Kompressionen</translation>
     </message>
     <message>
         <source>A pause in CPR begins after</source>
@@ -1520,10 +1591,6 @@
         <translation>Abzug für Beatmungen je Zyklus</translation>
     </message>
     <message>
-        <source>Time without compressions</source>
-        <translation>Zeit ohne Kompressionen</translation>
-    </message>
-    <message>
         <source>Mean length of pauses</source>
         <translation>Mittlere Dauer der Pausen</translation>
     </message>
@@ -1560,7 +1627,7 @@
         <translation>Name der Übungspuppe</translation>
     </message>
     <message>
-        <source>Compressions in the manikin's life</source>
+        <source>Compressions in the manikin&apos;s life</source>
         <translation>Kompressionen insgesamt auf der Übungspuppe</translation>
     </message>
     <message>
@@ -1864,7 +1931,7 @@
         <translation>Beatmungen zu Beginn</translation>
     </message>
     <message>
-        <source>Ventilations in the manikin's life</source>
+        <source>Ventilations in the manikin&apos;s life</source>
         <translation>Beatmungen insgesamt an der Übungspuppe</translation>
     </message>
     <message>
@@ -1902,10 +1969,6 @@
     <message>
         <source>Mean number of ventilations in a cycle</source>
         <translation>Mittlere Zahl der Beatmungen im Zyklus</translation>
-    </message>
-    <message>
-        <source>Ventilations per minute</source>
-        <translation>Beatmungen pro Minute</translation>
     </message>
     <message>
         <source>Reduction for slow inflation</source>
@@ -2047,11 +2110,11 @@
         <source>%1 cannot be read; is it there and a file?</source>
         <translation>%1 lässt sich nicht lesen; ist es vorhanden und eine Datei?</translation>
     </message>
-<message>
+    <message>
         <source>%1, asked for by the AED</source>
         <translation>%1, vom AED verlangt</translation>
     </message>
-<message>
+    <message>
         <source>Ventilations per minute of the session</source>
         <translation>Beatmungen je Minute der Sitzung</translation>
     </message>
@@ -2151,6 +2214,37 @@
         <source>Compression rate, running mean</source>
         <translation>Kompressionsfrequenz, laufender Mittelwert</translation>
     </message>
+    <message>
+        <source>%1: missing</source>
+        <translation>%1: fehlt</translation>
+    </message>
+    <message>
+        <source>%1 holds nothing that can be salvaged</source>
+        <translation>%1 enthält nichts, was sich retten ließe</translation>
+    </message>
+    <message>
+        <source>%1: read as far as it is sound</source>
+        <translation>%1: so weit gelesen, wie es heil ist</translation>
+    </message>
+    <message>
+        <source>all left out from line %1 on</source>
+        <translation>ab Zeile %1 alles ausgelassen</translation>
+    </message>
+    <message>
+        <source>%1 is damaged in line %2; what stands before it is shown</source>
+        <translation>%1 ist in Zeile %2 beschädigt; gezeigt wird, was davor steht</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n line(s) left out</source>
+        <translation>
+            <numerusform>%n Zeile ausgelassen</numerusform>
+            <numerusform>%n Zeilen ausgelassen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 is no session any more, if it was one; something may be left</source>
+        <translation>%1 ist keine Sitzung mehr, falls es eine war; vielleicht ist etwas übrig</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2234,13 +2328,112 @@
         <source>%1 cannot be written: %2</source>
         <translation>%1 lässt sich nicht schreiben: %2</translation>
     </message>
-<message>
-        <source>%1 is neither a session archive nor a recorded log</source>
-        <translation>%1 ist weder ein Sitzungsarchiv noch eine Aufzeichnung</translation>
+    <message>
+        <source>%1 is not there any more</source>
+        <translation>%1 ist nicht mehr da</translation>
     </message>
     <message>
-        <source>%1 is damaged; what could be read is shown</source>
-        <translation>%1 ist beschädigt; gezeigt wird, was lesbar war</translation>
+        <source>%1 was cut or replaced</source>
+        <translation>%1 wurde gekürzt oder ersetzt</translation>
+    </message>
+    <message>
+        <source>%1 is damaged in line %2; the session ends there</source>
+        <translation>%1 ist in Zeile %2 beschädigt; die Sitzung endet dort</translation>
+    </message>
+</context>
+<context>
+    <name>sessionfiles</name>
+    <message>
+        <source>it does not go with the other members</source>
+        <translation>passt nicht zu den anderen Teilen</translation>
+    </message>
+    <message>
+        <source>whole</source>
+        <translation>ganz</translation>
+    </message>
+    <message>
+        <source>, so this is not certain</source>
+        <translation>, also unsicher</translation>
+    </message>
+    <message>
+        <source>gone; %1; stored as of an empty session</source>
+        <translation>verloren; %1; gespeichert wie von einer leeren Sitzung</translation>
+    </message>
+    <message>
+        <source>there is none</source>
+        <translation>nicht vorhanden</translation>
+    </message>
+    <message>
+        <source>all %1 %2</source>
+        <translation>%2: alle %1</translation>
+    </message>
+    <message>
+        <source>%1 of %2 %3</source>
+        <translation>%3: %1 von %2</translation>
+    </message>
+    <message>
+        <source>the first %1 %2</source>
+        <translation>%2: die ersten %1</translation>
+    </message>
+    <message>
+        <source>%1 of the first %2 %3</source>
+        <translation>%3: %1 der ersten %2</translation>
+    </message>
+    <message>
+        <source>%1 of 2 descriptions</source>
+        <translation>%1 von 2 Beschreibungen</translation>
+    </message>
+    <message>
+        <source>the first %1 of %2 samples</source>
+        <translation>die ersten %1 von %2 Messwerten</translation>
+    </message>
+    <message>
+        <source>%1 samples</source>
+        <translation>%1 Messwerte</translation>
+    </message>
+    <message>
+        <source>events</source>
+        <translation>Ereignisse</translation>
+    </message>
+    <message>
+        <source>values</source>
+        <translation>Werte</translation>
+    </message>
+    <message>
+        <source>it is encrypted</source>
+        <translation>verschlüsselt</translation>
+    </message>
+    <message>
+        <source>its checksum is another</source>
+        <translation>die Prüfsumme stimmt nicht</translation>
+    </message>
+    <message>
+        <source>its checksum is gone</source>
+        <translation>die Prüfsumme fehlt</translation>
+    </message>
+    <message>
+        <source>the archive ends inside it</source>
+        <translation>das Archiv endet mittendrin</translation>
+    </message>
+    <message>
+        <source>it unpacks only to byte %1</source>
+        <translation>lässt sich nur bis Byte %1 entpacken</translation>
+    </message>
+    <message>
+        <source>it holds more than %1 bytes</source>
+        <translation>enthält mehr als %1 Bytes</translation>
+    </message>
+    <message>
+        <source>not all of it is there</source>
+        <translation>nicht alles ist vorhanden</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 lässt sich nicht schreiben: %2</translation>
+    </message>
+    <message>
+        <source>%1 is saved, but will not be read whole: %2</source>
+        <translation>%1 ist gespeichert, lässt sich aber nicht vollständig lesen: %2</translation>
     </message>
 </context>
 <context>
@@ -2386,10 +2579,6 @@
         <translation>Zyklus verfehlt</translation>
     </message>
     <message>
-        <source>packet loss</source>
-        <translation>Paketverlust</translation>
-    </message>
-    <message>
         <source>shock</source>
         <translation>Schock</translation>
     </message>
@@ -2449,11 +2638,11 @@
         <source>Time, m:ss</source>
         <translation>Zeit, m:ss</translation>
     </message>
-<message>
+    <message>
         <source>%1 s, AED</source>
         <translation>%1 s, AED</translation>
     </message>
-<message>
+    <message>
         <source>%1 s not received</source>
         <translation>%1 s nicht empfangen</translation>
     </message>
@@ -2868,7 +3057,7 @@
         <source>around %1</source>
         <translation>gesamt %1</translation>
     </message>
-<message>
+    <message>
         <source>Stand clear.</source>
         <translation>Abstand halten.</translation>
     </message>
@@ -2912,7 +3101,7 @@
         <source>CPR asked for</source>
         <translation>HLW verlangt</translation>
     </message>
-<message>
+    <message>
         <source>below %1 %</source>
         <translation>unter %1 %</translation>
     </message>
@@ -2928,5 +3117,5 @@
         <source>advanced, from %1 %</source>
         <translation>Fortgeschritten ab %1 %</translation>
     </message>
-    </context>
+</context>
 </TS>

@@ -11,4 +11,34 @@
         </translation>
     </message>
 </context>
+<context>
+    <name>Main</name>
+    <message numerus="yes">
+        <source>%n session(s) were recorded, but not saved.</source>
+        <translation>
+            <numerusform>%n session was recorded, but not saved.</numerusform>
+            <numerusform>%n sessions were recorded, but not saved.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>StartPage</name>
+    <message numerus="yes">
+        <source>%n session(s) were not saved</source>
+        <translation>
+            <numerusform>%n session was not saved</numerusform>
+            <numerusform>%n sessions were not saved</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>cprquick</name>
+    <message numerus="yes">
+        <source>%n line(s) left out</source>
+        <translation>
+            <numerusform>%n line left out</numerusform>
+            <numerusform>%n lines left out</numerusform>
+        </translation>
+    </message>
+</context>
 </TS>

@@ -11,6 +11,7 @@
 #include <QString>
 
 #include <algorithm>
+#include <optional>
 
 /// Whether the element that holds \a text is longer than a document may have it.
 inline bool isTooLongForXml(const QString &text)
@@ -26,9 +27,9 @@ inline bool isTooLongForXml(const QString &text)
 }
 
 /// What of \a session would be missing when its archive is read: the first reason, in English.
-/// Empty when all can be read back. The session itself has no limits but that of its waves: a host
+/// None when all can be read back. The session itself has no limits but that of its waves: a host
 /// and a manikin can go on for longer than an archive is read.
-inline QString lossWhenReadBack(const CPRData &session)
+inline std::optional<QString> lossWhenReadBack(const CPRData &session)
 {
     int listed = 1; // while a list is read: the session info stands there before all others
     int parameters = 0;
@@ -54,7 +55,7 @@ inline QString lossWhenReadBack(const CPRData &session)
     }
     if (isTextTooLong || isTooLongForXml(session.cprGuidelines()->guidelinesID()))
         return QStringLiteral("a text of more than %1 bytes").arg(Limits::maxTextBytes);
-    return QString();
+    return std::nullopt;
 }
 
 #endif
