@@ -35,6 +35,19 @@ void printLine(const QString &text)
     Terminal::writeLine(stdout, text);
 }
 
+sessionfiles::LoadResult loadSession(const QString &name, CPRData &session)
+{
+    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
+    if (!loaded.problem.isEmpty())
+        complain(loaded.problem);
+    else if (loaded.isArchive && !loaded.hasSession())
+        complain(QStringLiteral("%1 is an archive, but there is no session in it").arg(name));
+    else if (!loaded.hasSession())
+        complain(
+            QStringLiteral("%1 cannot be read as a session archive or recorded log").arg(name));
+    return loaded;
+}
+
 void showLibraryLog(bool shown)
 {
     // The verbs say themselves, in one line, why an archive cannot be opened or written.

@@ -4,6 +4,8 @@
 #ifndef CPRSESSION_COMMAND_H
 #define CPRSESSION_COMMAND_H
 
+#include "sessionfiles/SessionFile.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -45,6 +47,9 @@ bool wouldReplace(const QString &target, const QString &input);
 void print(const QString &text);
 void printLine(const QString &text);
 /// @}
+/// Loads the archive or recorded log \a name. Complains when it holds no session, or is a log that
+/// could not be read to its end.
+sessionfiles::LoadResult loadSession(const QString &name, CPRData &session);
 /// Whether the library's own log, which says what it cannot read, goes to stderr.
 void showLibraryLog(bool shown);
 /// One line on stderr that says what was wrong, where, and what to do.

@@ -2,7 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
-#include "sessionfiles/ArchiveCheck.h"
+#include "sessionfiles/MemoryFileHandler.h"
 #include "sessionfiles/SessionDiff.h"
 #include "sessionfiles/SessionFile.h"
 
@@ -11,6 +11,7 @@
 #include <QJsonDocument>
 
 #include <memory>
+#include <utility>
 
 namespace {
 
@@ -21,25 +22,33 @@ struct DiffOptions {
     bool asJson = false;
 };
 
-// What could be read of a damaged archive says nothing about the session, so it is not compared.
-bool load(const QString &name, CPRData &session)
+// Null when it cannot be read whole: what could be read of a damaged file says nothing about the
+// session. A recording is compared as it would be stored: a session that was just played knows
+// more.
+std::unique_ptr<CPRData> loadWhole(const QString &name)
 {
-    std::optional<QString> reason = sessionfiles::whyNoArchive(name);
-    if (!reason && !sessionfiles::load(name, session).isComplete)
-        reason = QStringLiteral("%1 cannot be read whole; cprsession validate tells why").arg(name);
-    if (reason)
-        complain(*reason);
-    return !reason;
+    auto session = std::make_unique<CPRData>();
+    const sessionfiles::LoadResult loaded = loadSession(name, *session);
+    if (loaded.isRecording && loaded.isComplete) {
+        sessionfiles::MemoryFileHandler stored;
+        session->writeData(&stored);
+        session = std::make_unique<CPRData>();
+        sessionfiles::load(stored, *session);
+    } else if (loaded.hasSession() && !loaded.isComplete && !loaded.isRecording) {
+        complain(
+            QStringLiteral("%1 cannot be read whole; cprsession validate tells why").arg(name));
+    }
+    return loaded.isComplete ? std::move(session) : nullptr;
 }
 
 ExitStatus runDiff(const DiffOptions &options)
 {
     const sessionfiles::SessionDiff::Names names{fileName(options.a), fileName(options.b)};
-    CPRData a;
-    CPRData b;
-    if (!load(names.a, a) || !load(names.b, b))
+    const auto a = loadWhole(names.a);
+    const auto b = a ? loadWhole(names.b) : nullptr;
+    if (!b)
         return ExitStatus::Failed;
-    const sessionfiles::SessionDiff diff(names, a, b, options.ignoresTimes);
+    const sessionfiles::SessionDiff diff(names, *a, *b, options.ignoresTimes);
     print(options.asJson ? QString::fromUtf8(QJsonDocument(diff.toJson()).toJson())
                          : diff.toText());
     return diff.isSame() ? ExitStatus::Done : ExitStatus::Failed;
@@ -51,16 +60,18 @@ void addDiffCommand(CLI::App &app, Run &run)
 {
     const auto options = std::make_shared<DiffOptions>();
     CLI::App *command = app.add_subcommand("diff", "Tell what differs between two sessions");
-    command->add_option("a", options->a, "A session archive")->required()->type_name("A.zip");
-    command->add_option("b", options->b, "The archive to compare it with")
+    command->add_option("a", options->a, "A session archive, or a recorded log")
         ->required()
-        ->type_name("B.zip");
+        ->type_name("A");
+    command->add_option("b", options->b, "The session to compare it with")
+        ->required()
+        ->type_name("B");
     command->add_flag("--ignore-times", options->ignoresTimes,
                       "Pass over the times of day at which the sessions were recorded");
     command->add_flag("--json", options->asJson, "Print a JSON object");
-    command->footer("Prints a line for each difference, the value in A.zip first; nothing when\n"
+    command->footer("Prints a line for each difference, the value in A first; nothing when\n"
                     "the sessions are the same.\n"
-                    "Exit status: 0 the same; 1 different, or an archive cannot be read, which a\n"
+                    "Exit status: 0 the same; 1 different, or a session cannot be read, which a\n"
                     "line on stderr tells; 2 wrong usage.\n"
                     "Example: cprsession diff monday.zip copy.zip --ignore-times");
     command->callback([options, &run] { run.verb = [options] { return runDiff(*options); }; });

@@ -37,6 +37,7 @@ struct ExportOptions {
     std::string separator = ",";
     bool raw = false;
     std::string output;
+    bool force = false;
     int jobs = 1;
 };
 
@@ -161,15 +162,15 @@ private:
     QVector<TableWriter::Column> m_columns;
 };
 
-// What became of an archive.
-enum PartResult { Complete, Damaged, NotAnArchive, NotWritten };
+// What became of a file.
+enum PartResult { Complete, Damaged, NoSession, NotWritten };
 
 int writePart(const QString &name, const Document &document, QIODevice *part)
 {
     CPRData session;
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
-    if (!loaded.isArchive)
-        return NotAnArchive;
+    if (!loaded.hasSession())
+        return NoSession;
     if (!document.writePart(name, session, part))
         return NotWritten;
     return loaded.isComplete ? Complete : Damaged;
@@ -226,7 +227,7 @@ private:
         m_progress.hide();
         complain((result == Damaged
                       ? QStringLiteral("%1 is damaged; what could be read is exported")
-                      : QStringLiteral("%1 cannot be read as a session archive"))
+                      : QStringLiteral("%1 cannot be read as a session archive or recorded log"))
                      .arg(name));
     }
 
@@ -291,6 +292,8 @@ ExitStatus runExport(ExportOptions options)
             options.sessions.begin(), options.sessions.end(),
             [&name](const std::string &session) { return wouldReplace(name, fileName(session)); }))
         return ExitStatus::WrongUsage;
+    if (!name.isEmpty() && !options.force && QFileInfo::exists(name))
+        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(name));
     if (!output.open(name))
         return fail(output.whyNotWritten());
     Export job(options, *document, output.device());
@@ -311,9 +314,11 @@ void addExportCommand(CLI::App &app, Run &run)
 {
     const auto options = std::make_shared<ExportOptions>();
     CLI::App *command = app.add_subcommand("export", "Put sessions into a table or JSON");
-    command->add_option("sessions", options->sessions, "Session archives; several make one table")
+    command
+        ->add_option("sessions", options->sessions,
+                     "Session archives or recorded logs; several make one table")
         ->required()
-        ->type_name("SESSION.zip");
+        ->type_name("SESSION");
     command->add_option("--what", options->what, "What to export")
         ->required()
         ->check(CLI::IsMember({"summary", "events", "waves", "telemetry", "guidelines"}));
@@ -333,6 +338,7 @@ void addExportCommand(CLI::App &app, Run &run)
                       "them; for programs");
     command->add_option("-o,--output", options->output, "File to write instead of stdout")
         ->type_name("FILE");
+    command->add_flag("--force", options->force, "Replace a file that exists");
     command
         ->add_option("-j,--jobs", options->jobs,
                      "Archives that are read at once, each in a thread of its own")

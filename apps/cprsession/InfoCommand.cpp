@@ -5,9 +5,12 @@
 #include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionreview/RecordedFigures.h"
+#include "sessionreview/Scores.h"
+#include "sessionreview/Words.h"
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
+#include <CPREventSessionScore.h>
 #include <private/Units.h>
 
 #include <QJsonArray>
@@ -17,6 +20,7 @@
 #include <QMetaEnum>
 
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -25,7 +29,7 @@ using sessionreview::Figures;
 using sessionreview::SessionReview;
 
 struct InfoOptions {
-    std::string session;
+    std::vector<std::string> sessions;
     bool asJson = false;
 };
 
@@ -88,7 +92,22 @@ QJsonObject recordedObject(const SessionReview &review)
     return object;
 }
 
-QString infoText(const CPRData &session, const SessionReview &review,
+// The advice to the learner.
+QString adviceWords(const CPRData &session, int advice)
+{
+    return sessionreview::adviceText(
+        advice, sessionreview::adviceSide(*session.cprEvents()->sessionScore(), advice));
+}
+
+// The same, with the manikin's key.
+QString adviceText(const CPRData &session, int advice)
+{
+    const QString words = adviceWords(session, advice);
+    const QString key = keyOf<E::Advice>(advice);
+    return words.isEmpty() ? key : QStringLiteral("%1 (%2)").arg(words, key);
+}
+
+QString infoText(const QString &name, const CPRData &session, const SessionReview &review,
                  const sessionfiles::LoadResult &loaded)
 {
     const Figures &figures = review.figures;
@@ -107,10 +126,11 @@ QString infoText(const CPRData &session, const SessionReview &review,
         ventilations += QStringLiteral(", mean volume %1 ml").arg(figures.meanVolume);
     }
 
-    line("Session", session.filename());
+    line("Session", name);
     line("Learners", orUnknown(figures.learners.join(QLatin1String(", "))));
     line("Manikin",
-         keyOf<E::ManikinType>(figures.manikinType) + QStringLiteral(", firmware ")
+         (figures.manikinName.isEmpty() ? QString() : figures.manikinName + QStringLiteral(", "))
+             + keyOf<E::ManikinType>(figures.manikinType) + QStringLiteral(", firmware ")
              + orUnknown(figures.firmware));
     line("Protocol", session.cprEvents()->sessionInfo()->cprProtocolToString());
     line("Start", orUnknown(figures.startTime));
@@ -126,13 +146,15 @@ QString infoText(const CPRData &session, const SessionReview &review,
                  .arg(figures.ventilationScore));
         line("Flow time", QStringLiteral("%1 %").arg(figures.flowTime));
         line("Advice",
-             keyOf<E::Advice>(figures.primaryAdvice) + QStringLiteral(", then ")
-                 + keyOf<E::Advice>(figures.secondaryAdvice));
+             adviceText(session, figures.primaryAdvice) + QStringLiteral(", then ")
+                 + adviceText(session, figures.secondaryAdvice));
     } else {
         line("Scores", QStringLiteral("not received"));
     }
     line("Guidelines", orUnknown(figures.guidelines));
-    if (loaded.isComplete)
+    if (loaded.isRecording)
+        line("Recording", loaded.isComplete ? QStringLiteral("all read") : loaded.problem);
+    else if (loaded.isComplete)
         line("Members", QStringLiteral("all read"));
     else if (loaded.missing().isEmpty())
         line("Members", QStringLiteral("read in part"));
@@ -142,13 +164,14 @@ QString infoText(const CPRData &session, const SessionReview &review,
     return text;
 }
 
-QJsonObject infoObject(const CPRData &session, const SessionReview &review,
+QJsonObject infoObject(const QString &name, const CPRData &session, const SessionReview &review,
                        const sessionfiles::LoadResult &loaded)
 {
     const Figures &figures = review.figures;
     QJsonObject object{
-        {QStringLiteral("file"), session.filename()},
+        {QStringLiteral("file"), name},
         {QStringLiteral("learners"), QJsonArray::fromStringList(figures.learners)},
+        {QStringLiteral("manikin_name"), figures.manikinName},
         {QStringLiteral("manikin"), keyOf<E::ManikinType>(figures.manikinType)},
         {QStringLiteral("firmware"), figures.firmware},
         {QStringLiteral("protocol"), session.cprEvents()->sessionInfo()->cprProtocolToString()},
@@ -175,21 +198,39 @@ QJsonObject infoObject(const CPRData &session, const SessionReview &review,
         object.insert(QStringLiteral("primary_advice"), keyOf<E::Advice>(figures.primaryAdvice));
         object.insert(QStringLiteral("secondary_advice"),
                       keyOf<E::Advice>(figures.secondaryAdvice));
+        object.insert(QStringLiteral("primary_advice_text"),
+                      adviceWords(session, figures.primaryAdvice));
+        object.insert(QStringLiteral("secondary_advice_text"),
+                      adviceWords(session, figures.secondaryAdvice));
     }
     return object;
 }
 
 ExitStatus runInfo(const InfoOptions &options)
 {
-    CPRData session;
-    const QString name = fileName(options.session);
-    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
-    if (!loaded.isArchive)
-        return fail(QStringLiteral("%1 cannot be read as a session archive").arg(name));
-    const SessionReview review = sessionreview::reviewOf(session);
-    const auto json = [&] { return QJsonDocument(infoObject(session, review, loaded)).toJson(); };
-    print(options.asJson ? QString::fromUtf8(json()) : infoText(session, review, loaded));
-    return loaded.isComplete ? ExitStatus::Done : ExitStatus::Failed;
+    bool isComplete = true;
+    QStringList texts;
+    QJsonArray objects;
+    for (const std::string &argument : options.sessions) {
+        CPRData session;
+        const QString name = fileName(argument);
+        const sessionfiles::LoadResult loaded = loadSession(name, session);
+        isComplete = isComplete && loaded.isComplete;
+        if (!loaded.hasSession())
+            continue;
+        const SessionReview review = sessionreview::reviewOf(session);
+        if (options.asJson)
+            objects.append(infoObject(name, session, review, loaded));
+        else
+            texts.append(infoText(name, session, review, loaded));
+    }
+    if (!options.asJson)
+        print(texts.join(QLatin1Char('\n')));
+    else if (options.sessions.size() > 1)
+        print(QString::fromUtf8(QJsonDocument(objects).toJson()));
+    else if (!objects.isEmpty())
+        print(QString::fromUtf8(QJsonDocument(objects.first().toObject()).toJson()));
+    return isComplete ? ExitStatus::Done : ExitStatus::Failed;
 }
 
 } // namespace
@@ -197,11 +238,12 @@ ExitStatus runInfo(const InfoOptions &options)
 void addInfoCommand(CLI::App &app, Run &run)
 {
     const auto options = std::make_shared<InfoOptions>();
-    CLI::App *command = app.add_subcommand("info", "Show what a session archive holds");
-    command->add_option("session", options->session, "The session archive")
+    CLI::App *command = app.add_subcommand("info", "Show what sessions hold");
+    command->add_option("sessions", options->sessions, "Session archives or recorded logs")
         ->required()
-        ->type_name("SESSION.zip");
-    command->add_flag("--json", options->asJson, "Print a JSON object");
+        ->type_name("SESSION");
+    command->add_flag("--json", options->asJson,
+                      "Print a JSON object, of several sessions an array of them");
     command->footer("Example: cprsession info session.zip --json");
     command->callback([options, &run] { run.verb = [options] { return runInfo(*options); }; });
 }

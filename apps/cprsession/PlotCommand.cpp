@@ -66,9 +66,9 @@ ExitStatus runPlot(const PlotOptions &options)
     if (wouldReplace(target, name))
         return ExitStatus::WrongUsage;
     CPRData session;
-    const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
-    if (!loaded.isArchive)
-        return fail(QStringLiteral("%1 cannot be read as a session archive").arg(name));
+    const sessionfiles::LoadResult loaded = loadSession(name, session);
+    if (!loaded.hasSession())
+        return ExitStatus::Failed;
     QString error;
     const qint64 to = options.to ? msecs(*options.to) : -1;
     if (!sessionplot::writePicture(target, size, msecs(options.from), to, session, &error))
@@ -84,9 +84,9 @@ void addPlotCommand(CLI::App &app, Run &run)
 {
     const auto options = std::make_shared<PlotOptions>();
     CLI::App *command = app.add_subcommand("plot", "Draw the review picture of a session");
-    command->add_option("session", options->session, "The session archive")
+    command->add_option("session", options->session, "The session archive, or a recorded log")
         ->required()
-        ->type_name("SESSION.zip");
+        ->type_name("SESSION");
     command
         ->add_option("-o,--output", options->output,
                      "The picture to write; the suffix decides on the form: .png, .svg or .pdf")

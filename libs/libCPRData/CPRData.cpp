@@ -176,7 +176,7 @@ bool CPRData::isHeld(const CPRGuidelines *guidelines) const
                [guidelines](const QVariant &entry) { return guidelinesOf(entry) == guidelines; });
 }
 
-void CPRData::takeOver(CPRGuidelines *to, const CPRGuidelines &from)
+void CPRData::copyGuidelines(CPRGuidelines *to, const CPRGuidelines &from)
 {
     if (m_cloneIncomingGuidelines)
         to->clone(from);
@@ -197,7 +197,7 @@ void CPRData::incomingGuidelines(CPRGuidelines *guidelines)
 
     if (guidelines->manikinGuidelineFlag()) {
         if (*m_cprGuidelines != *guidelines) {
-            takeOver(m_cprGuidelines, *guidelines);
+            copyGuidelines(m_cprGuidelines, *guidelines);
             // Manikins with guidelines of 2010 never knew the setting; their hosts expect no more.
             if (!guidelines->guidelinesID().startsWith(QLatin1String("2010"))
                 && guidelines->compressionTooDeepSetting()
@@ -215,7 +215,7 @@ void CPRData::incomingGuidelines(CPRGuidelines *guidelines)
     for (const QVariant &entry : qAsConst(m_cprGuidelinesList)) {
         CPRGuidelines *known = guidelinesOf(entry);
         if (known && known->guidelinesID() == guidelines->guidelinesID()) {
-            takeOver(known, *guidelines);
+            copyGuidelines(known, *guidelines);
             Q_EMIT cprGuidelinesRecevied(known);
             delete guidelines;
             return;

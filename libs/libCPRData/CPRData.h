@@ -225,7 +225,7 @@ private:
     void connectLearners();
     void joinNames();
     void addGuidelines(QObject *guidelines);
-    void takeOver(CPRGuidelines *to, const CPRGuidelines &from);
+    void copyGuidelines(CPRGuidelines *to, const CPRGuidelines &from);
     bool isHeld(const CPRGuidelines *guidelines) const;
     void addPacketLoss(qint64 start, qint64 end);
     qint64 samplePeriod() const;

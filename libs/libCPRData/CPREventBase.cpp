@@ -101,7 +101,7 @@ void writeParamElement(QXmlStreamWriter &writer, const QString &name, const QVar
 }
 
 // Calls store(type, text) when the attributes name a known parameter and have a value.
-template <typename Store> void takeParam(const QXmlStreamAttributes &attributes, Store &store)
+template <typename Store> void storeParam(const QXmlStreamAttributes &attributes, Store &store)
 {
     const QXmlStreamAttribute *key = nullptr;
     const QXmlStreamAttribute *value = nullptr;
@@ -122,7 +122,7 @@ template <typename Store> void readParamElements(QXmlStreamReader &reader, Store
 {
     while (readNextChild(reader) && reader.name() == QLatin1String("param")) {
         // The reader fills its list of attributes anew; it would have to copy it if one were kept.
-        takeParam(reader.attributes(), store);
+        storeParam(reader.attributes(), store);
         reader.skipCurrentElement();
     }
 }
@@ -201,7 +201,7 @@ void CPREventBase::setMSecs(int msecs)
     m_msecs = msecs;
     setEventEndTime(msecs);
     if (isOther)
-        noteChange();
+        reportChange();
 }
 
 void CPREventBase::setEventEndTime(int msecs)
@@ -211,14 +211,14 @@ void CPREventBase::setEventEndTime(int msecs)
     const bool isEarlier = msecs < m_endTime;
     m_endTime = msecs;
     if (isEarlier && m_listed)
-        m_owner->noteEarlierEnd(this);
-    noteChange();
+        m_owner->storeEarlierEnd(this);
+    reportChange();
 }
 
-void CPREventBase::noteChange()
+void CPREventBase::reportChange()
 {
     if (m_listed || m_standing)
-        m_owner->noteChange(this);
+        m_owner->reportChange(this);
 }
 
 QQmlPropertyMap *CPREventBase::params() const
@@ -243,7 +243,7 @@ void CPREventBase::setParameter(ParameterType type, const QVariant &value)
     if (!Vocabulary::parameter(type))
         return;
     madeParameters().insert(type, value);
-    noteChange();
+    reportChange();
 }
 
 QVariant CPREventBase::parameterValue(ParameterType type, const QVariant &defaultValue) const

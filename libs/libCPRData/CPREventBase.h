@@ -634,7 +634,7 @@ private:
     friend class CPREvents; // keeps what says how the event is listed
     friend class EventSequence;
 
-    void noteChange();
+    void reportChange();
     int storedParameterCount() const;
     EventParameters &madeParameters();
 
@@ -646,7 +646,7 @@ private:
     std::unique_ptr<EventParameters> m_parameters; // null until the first is stored
     bool m_listed = false;
     bool m_standing = false; // one of the three that the list always has
-    bool m_isChangeNoted = false; // by the list, which has not announced it yet
+    bool m_isChangePending = false; // by the list, which has not announced it yet
     quint8 m_listedTags = 0; // in whose lists the event stands
     quint32 m_blockOfTag = 0; // of the list of the first of these tags
 };

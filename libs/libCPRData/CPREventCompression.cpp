@@ -25,7 +25,7 @@ constexpr float mmPerRawDepth = 0.01F;
 constexpr float notMeasured = -1.0F;
 
 // A file can hold any force; the manikin's have 16 bits.
-qint16 wholeGrams(float force)
+qint16 gramsOf(float force)
 {
     using Limits = std::numeric_limits<qint16>;
     if (std::isnan(force))
@@ -41,7 +41,7 @@ CPREventCompression::CPREventCompression(int msecs, CPREvents *owner,
 {
     if (previous) {
         m_previousReleaseDepth = previous->m_compReleaseDepth;
-        m_previousReleaseForce = wholeGrams(previous->m_compReleaseForce);
+        m_previousReleaseForce = gramsOf(previous->m_compReleaseForce);
     }
 }
 

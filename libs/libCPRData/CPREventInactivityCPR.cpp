@@ -18,7 +18,7 @@ Q_LOGGING_CATEGORY(lcInactivity, "Kelmar.CPRData.Event.InactivityCPR", QtWarning
 
 namespace {
 
-constexpr int notPlaced = -1;
+constexpr int noStart = -1;
 // Reports come in whole seconds, so two of the same pause can differ by one.
 constexpr qint64 startToleranceMs = 1000;
 
@@ -46,7 +46,7 @@ bool CPREventInactivityCPR::setInactivityTime(qint32 a_InactivityTimeSecs, bool 
     const qint64 lengthMs = qint64(a_InactivityTimeSecs) * msecsPerSecond;
     const qint64 reportedStart = now - lengthMs;
 
-    if (msecs() == notPlaced) {
+    if (msecs() == noStart) {
         if (reportedStart < 0)
             qCInfo(lcInactivity) << "out of sync, msec" << reportedStart;
         setMSecs(sessionMsecs(qMax<qint64>(reportedStart, 0)));

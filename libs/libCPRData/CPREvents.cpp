@@ -160,7 +160,7 @@ void CPREvents::retire(CPREventBase *event)
         return;
     event->m_standing = false;
     if (event->m_listed)
-        takeEvent(event);
+        unlistEvent(event);
     event->disconnect(this);
     event->deleteLater();
 }
@@ -211,9 +211,9 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
     if (event->m_owner != this) {
         CPREvents *const old = event->m_listed ? event->m_owner : nullptr;
         if (old)
-            old->takeEvent(event);
+            old->unlistEvent(event);
         event->m_owner = this;
-        event->m_isChangeNoted = false;
+        event->m_isChangePending = false;
         event->setParent(this);
         if (old)
             Q_EMIT old->eventRemoved(event);
@@ -241,7 +241,7 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
         emitEvent(event);
 }
 
-void CPREvents::takeEvent(CPREventBase *event)
+void CPREvents::unlistEvent(CPREventBase *event)
 {
     event->m_listed = false;
     if (event == m_lastRead)
@@ -253,7 +253,7 @@ void CPREvents::takeEvent(CPREventBase *event)
     }
 }
 
-void CPREvents::noteEarlierEnd(const CPREventBase *event)
+void CPREvents::storeEarlierEnd(const CPREventBase *event)
 {
     for (EventSequence &list : m_lists) {
         if (list.holds(event->m_listedTags))
@@ -266,7 +266,7 @@ void CPREvents::forgetEvent(CPREventBase *event)
 {
     const bool wasListed = event->m_listed;
     if (wasListed)
-        takeEvent(event);
+        unlistEvent(event);
     const bool isInfo = event == m_sessionInfo;
     const bool wasStanding = isStanding(event);
     if (isInfo)
@@ -283,9 +283,9 @@ void CPREvents::forgetEvent(CPREventBase *event)
         addEvent(m_sessionInfo, true);
 }
 
-void CPREvents::noteChange(CPREventBase *event)
+void CPREvents::reportChange(CPREventBase *event)
 {
-    if (std::exchange(event->m_isChangeNoted, true))
+    if (std::exchange(event->m_isChangePending, true))
         return;
     if (m_changed.isEmpty())
         QTimer::singleShot(1, Qt::PreciseTimer, this, &CPREvents::announceChanges);
@@ -299,7 +299,7 @@ void CPREvents::announceChanges()
     for (const QPointer<CPREventBase> &event : changed) {
         if (!event || event->m_owner != this)
             continue; // gone, or in another list by now
-        event->m_isChangeNoted = false;
+        event->m_isChangePending = false;
         if (event->m_listed || event->m_standing)
             Q_EMIT eventChanged(event);
     }
@@ -511,8 +511,8 @@ CPREventBase *CPREvents::inactivityEventFor(bls_2010::RMessage *msg)
     // A pause that takes the report here gets it a second time from the caller. That is intended.
     if (running && running->incomingMsg(msg))
         return running;
-    constexpr int notPlaced = -1;
-    return make<CPREventInactivityCPR>(notPlaced);
+    constexpr int noStart = -1;
+    return make<CPREventInactivityCPR>(noStart);
 }
 
 CPREventBase *CPREvents::infoForProtocol(bls_2010::RMessage *msg)

@@ -229,13 +229,13 @@ private:
 
     void connectSignals();
     void connectStandingEvents();
-    void takeEvent(CPREventBase *event);
+    void unlistEvent(CPREventBase *event);
     void retire(CPREventBase *event);
     bool isStanding(const CPREventBase *event) const;
     void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
-    void noteChange(CPREventBase *event);
-    void noteEarlierEnd(const CPREventBase *event);
+    void reportChange(CPREventBase *event);
+    void storeEarlierEnd(const CPREventBase *event);
     void announceChanges();
     const EventSequence *tagList(uint tag) const;
     CPREventCompression *lastCompression() const;

@@ -329,12 +329,12 @@ QIODevice *CPRFileHandlerZip::readMember(const QString &name, QString &reason)
         reason = file->errorString();
         return nullptr;
     }
-    const bool isKept = file->usize() <= Limits::maxBytesInMemory;
+    const bool isInMemory = file->usize() <= Limits::maxBytesInMemory;
     auto content = std::make_unique<QBuffer>();
-    const QString damage = checkMember(*file, isKept ? &content->buffer() : nullptr);
+    const QString damage = checkMember(*file, isInMemory ? &content->buffer() : nullptr);
     if (!damage.isEmpty())
         return new DamagedMember(damage);
-    if (isKept) {
+    if (isInMemory) {
         content->open(QIODevice::ReadOnly | QIODevice::Unbuffered);
         return content.release();
     }

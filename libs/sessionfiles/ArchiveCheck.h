@@ -36,11 +36,11 @@ struct Finding {
     QString found; ///< what stands there
 };
 
-/// What a check has found. Counts everything, keeps the first maxKept.
+/// What a check has found. Counts everything, keeps the first maxFindings.
 class FindingList {
 public:
     /// So many findings are kept.
-    static constexpr int maxKept = 1000;
+    static constexpr int maxFindings = 1000;
 
     /// \a file is the archive's name.
     explicit FindingList(const QString &file) : m_file(file) { }
@@ -49,7 +49,7 @@ public:
     template <typename Make> void add(Finding::Severity severity, Make make)
     {
         ++(severity == Finding::Error ? m_errors : m_warnings);
-        if (m_findings.size() < maxKept)
+        if (m_findings.size() < maxFindings)
             m_findings.append(make());
     }
 

@@ -353,9 +353,9 @@ private:
     // How long the event can have lasted when the next one was listed.
     qint64 latestEnd(bool isVentilation, bool isPause, qint64 end) const
     {
-        constexpr qint64 longestPeakToEnd = 65535; // 16 bits in the manikin's message
+        constexpr qint64 maxPeakToEnd = 65535; // 16 bits in the manikin's message
         if (isVentilation && !m_times.end)
-            return m_times.peak.value_or(end) + longestPeakToEnd;
+            return m_times.peak.value_or(end) + maxPeakToEnd;
         // A pause that was cut keeps its whole seconds only.
         return isPause ? end + msecsPerSecond : end;
     }

@@ -257,13 +257,13 @@ void SessionDiff::compareOrder(const QVector<Pair> &pairs)
     for (int i = 0; i < byA.size(); ++i) {
         if (stays.testBit(i))
             continue;
-        Place place = placeOf(byA.at(i));
+        Place place = positionOf(byA.at(i));
         place.json.insert(QStringLiteral("field"), QStringLiteral("place"));
         add(place.text + QStringLiteral(": stands in another place of the list"), place.json);
     }
 }
 
-SessionDiff::Place SessionDiff::placeOf(const Pair &pair)
+SessionDiff::Place SessionDiff::positionOf(const Pair &pair)
 {
     const E *event = pair.a ? pair.a : pair.b;
     const auto type = QString::fromLatin1(event->typeAsString());
@@ -288,10 +288,10 @@ SessionDiff::Place SessionDiff::placeOf(const Pair &pair)
 void SessionDiff::compareEvent(const Pair &pair)
 {
     if (!pair.a || !pair.b) {
-        addOnlyIn(placeOf(pair), pair.a != nullptr);
+        addOnlyIn(positionOf(pair), pair.a != nullptr);
         return;
     }
-    const Place place = placeOf(pair);
+    const Place place = positionOf(pair);
     const QString ms = QStringLiteral("ms");
     if (pair.a->msecs() != pair.b->msecs())
         addValue(place, QStringLiteral("start"), pair.a->msecs(), pair.b->msecs(), ms);
@@ -409,7 +409,7 @@ void SessionDiff::addOnlyIn(const Place &place, bool isInA)
 
 void SessionDiff::add(const QString &text, const QJsonObject &json)
 {
-    if (++m_count > maxKept)
+    if (++m_count > maxDifferences)
         return;
     m_lines.append(PrintableText::escaped(text));
     m_json.append(json);

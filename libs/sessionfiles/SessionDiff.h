@@ -25,7 +25,7 @@ class SessionDiff {
 public:
     /// So far apart, in ms, may the starts of one event be.
     static constexpr int sameEventMs = 200;
-    static constexpr int maxKept = 10'000; ///< more differences are counted only
+    static constexpr int maxDifferences = 10'000; ///< more differences are counted only
 
     /// What the two sessions are called.
     struct Names {
@@ -68,7 +68,7 @@ private:
     template <typename Wave> void compareWave(const QString &part, const Wave &a, const Wave &b);
     void compareGuidelines(const CPRData &a, const CPRData &b);
 
-    static Place placeOf(const Pair &pair);
+    static Place positionOf(const Pair &pair);
     // A value that differs; one that only the other session has is invalid.
     void addValue(const Place &place, const QString &field, const QVariant &a, const QVariant &b,
                   const QString &unit);

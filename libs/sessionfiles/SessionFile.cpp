@@ -7,6 +7,8 @@
 
 #include <CPRData.h>
 #include <CPRFileHandlerZip.h>
+#include <manikinlog/ManikinLogPlayer.h>
+#include <manikinlog/ManikinLogReader.h>
 
 #include <QCoreApplication>
 #include <QFile>
@@ -17,6 +19,8 @@
 #include <optional>
 
 namespace sessionfiles {
+
+using manikinlog::ManikinLogReader;
 
 namespace {
 
@@ -51,6 +55,30 @@ qint64 unpackedSize(const QString &name)
             size += header.size;
     }
     return size;
+}
+
+// Plays a recorded log.
+LoadResult loadRecording(const QString &name, CPRData &session, const Progress &progress)
+{
+    LoadResult result;
+    QFile file(name);
+    const qint64 size = file.size(); // asked for once: it is a system call
+    file.open(QIODevice::ReadOnly); // where that fails, reading says why
+    ManikinLogReader reader(&file, name);
+    manikinlog::ManikinLogPlayer player(&session);
+    manikinlog::Record record;
+    auto found = reader.read(record);
+    for (; found == ManikinLogReader::Result::Record; found = reader.read(record)) {
+        player.play(record);
+        result.isRecording = true;
+        result.isCancelled = progress && !progress(file.pos(), size);
+        if (result.isCancelled)
+            return result;
+    }
+    player.finish();
+    result.isComplete = result.isRecording && found == ManikinLogReader::Result::End;
+    result.problem = reader.errorString();
+    return result;
 }
 
 // What keeps an archive that was just saved from being loaded whole: a session has no limits while
@@ -97,6 +125,8 @@ QStringList LoadResult::missing() const
 LoadResult load(const QString &name, CPRData &session, const Progress &progress)
 {
     CPRFileHandlerZip zip;
+    if (QFileInfo(name).isFile() && ManikinLogReader::isLog(name))
+        return loadRecording(name, session, progress);
     if (!QFileInfo(name).isFile() || !zip.open(name, CPRFileHandlerZip::Read))
         return {};
     LoadResult result = loadMembers(zip, session, progress, progress ? unpackedSize(name) : 0);

@@ -28,19 +28,25 @@ using LoadedMember = CPRReadReport::Member;
 struct LoadResult {
     /// Whether the session has something of at least one member.
     bool hasMembers() const;
+    /// Whether the session has something of the file.
+    bool hasSession() const { return isRecording || hasMembers(); }
     /// The names of the members that are not there.
     QStringList missing() const;
 
     bool isArchive = false; ///< the file could be opened as an archive
-    bool isComplete = false; ///< all five members are in the session to their ends
+    bool isRecording = false; ///< the file is a recorded log, and at least one record was played
+    /// All five members are in the session to their ends, or all of the recorded log.
+    bool isComplete = false;
     bool isCancelled = false; ///< given up; the session is not to be used
     /// What was asked for, in the order in which it was read. Nothing is asked for behind a list of
     /// waves that is missing.
     QVector<LoadedMember> members;
+    QString problem; ///< where and why a recorded log ended early; empty otherwise
 };
 
-/// Reads the archive \a name into \a session, which should be new. \a progress may be null. What is
-/// whole is read of a damaged archive, too.
+/// Reads the archive or recorded log \a name into \a session, which should be new. \a progress may
+/// be null. What is whole is read of a damaged archive, too, and of a damaged log what stands
+/// before the damage.
 LoadResult load(const QString &name, CPRData &session, const Progress &progress = {});
 /// Reads the members that \a handler gives; they count as an archive.
 LoadResult load(CPRFileHandler &handler, CPRData &session);

@@ -59,6 +59,7 @@ private Q_SLOTS:
         QVERIFY(saveMembers(path("=1+1\n\u009b.zip"), members));
         QCOMPARE(mkfifo(qPrintable(path("pipe.svg")), 0600), 0);
         QVERIFY(store(path("bare.cprlog"), "cprlog 1\n# nothing\n"));
+        QVERIFY(saveMembers(path("others.zip"), {{"letter.txt", "Dear instructor,\n"}}));
         QVERIFY(
             store(path("broken.cprlog"), "cprlog 1\n0 state CPR_MANIKIN_INIT\n20 header one\n"));
     }
@@ -83,6 +84,7 @@ private Q_SLOTS:
         const QJsonObject expected{
             {"file", "session.zip"},
             {"learners", QJsonArray{"Mira Holm", QString::fromUtf8("Jörg Aldane")}},
+            {"manikin_name", ""},
             {"manikin", "KDX_ADULT_MALE"},
             {"firmware", "3.2.1.1047"},
             {"protocol", "Compression and ventilation - Two rescuer"},
@@ -99,6 +101,8 @@ private Q_SLOTS:
             {"flow_time_percent", 75},
             {"primary_advice", "Advice_HandPosition"},
             {"secondary_advice", "Advice_CompressDeepEnough"},
+            {"primary_advice_text", "Put the hands in the right place on the chest."},
+            {"secondary_advice_text", "Press deeper."},
             {"guidelines", "2025-EU-STD-A-01-20250901"},
             {"complete", true},
             {"missing_members", QJsonArray()},
@@ -145,6 +149,9 @@ private Q_SLOTS:
         row("endless session", {"simulate", "--to", "a.zip", "--duration", "100000"}, 2, "100000");
         row("target is a directory", {"replay", recordedLog, "-o", ".", "--force"}, 1, ".");
         row("existing archive", {"replay", recordedLog, "-o", "session.zip"}, 2, "--force");
+        row("existing table", {"export", "session.zip", "--what", "events", "-o", "session.png"}, 2,
+            "--force");
+        row("archive of others", {"info", "others.zip"}, 1, "no session in it");
         row("table over its session",
             {"export", "session.zip", "--what", "events", "-o", "./session.zip"}, 2,
             "session.zip would replace");
@@ -179,7 +186,7 @@ private Q_SLOTS:
             row(qPrintable(QString("speed of %1").arg(speed)),
                 {"replay", recordedLog, "-o", "target.zip", "--speed", speed}, 2, "--speed");
         row("seed below zero", {"simulate", "--to", "target.zip", "--seed", "-1"}, 2, "--seed");
-        row("names that forge", {"info", "session.zip", "\x1b]0;\n"}, 2, "\\u001b]0;\\u000a");
+        row("names that forge", {"validate", "session.zip", "\x1b]0;\n"}, 2, "\\u001b]0;\\u000a");
         row("speed of zero", {"replay", recordedLog, "-o", "target.zip", "--speed", "0"}, 2,
             "--speed");
     }
@@ -211,7 +218,7 @@ private Q_SLOTS:
     {
         const QString limited = "ulimit -f 1; trap '' XFSZ; exec \"$0\" \"$@\"";
         for (const QStringList &arguments :
-             {QStringList{"export", "session.zip", "--what", "events", "-o", "old.svg"},
+             {QStringList{"export", "session.zip", "--what", "events", "--force", "-o", "old.svg"},
               QStringList{"plot", "session.zip", "-o", "old.svg"},
               QStringList{"recover", "cut.zip", "--force", "-o", "old.svg"},
               QStringList{"simulate", "--duration", "5", "--force", "-o", "old.svg"},
@@ -250,7 +257,7 @@ private Q_SLOTS:
         // The lines are those on stdout and stderr; the text is among them.
         const auto row = columns<QStringList, int, QByteArray>("arguments", "lines", "text");
         row("info", {"info"}, 54, "NOT READ: A\\u000aB\\u009d0;");
-        row("JSON", {"info", "--json"}, 77, "=1+1\\nMembers       all read\\u009b31m\\u2028");
+        row("JSON", {"info", "--json"}, 80, "=1+1\\nMembers       all read\\u009b31m\\u2028");
         row("diff", {"diff", "session.zip"}, 1, "=1+1\\u000a\\u009b.zip cannot be read whole");
         row("validate", {"validate"}, 3, "A\\u000aB\\u009d0;");
         row("recover", {"recover", "-o", "forged.zip"}, 5, "VENT.WV: whole");
@@ -269,6 +276,21 @@ private Q_SLOTS:
         QVERIFY2(all.count('\n') == lines, all.constData());
         for (const uint c : QString::fromUtf8(all).toUcs4())
             QVERIFY2(c == '\n' || c == '\r' || (c >= ' ' && QChar::isPrint(c)), all.constData());
+    }
+
+    void recordingsAreSessions()
+    {
+        QCOMPARE(run({"diff", recordedLog, "session.zip", "--ignore-times"}).status, 0);
+        const Answer both = run({"info", "--json", recordedLog, "session.zip"});
+        QCOMPARE(both.status, 0);
+        const QJsonArray sessions = QJsonDocument::fromJson(both.output).array();
+        QCOMPARE(sessions.size(), 2);
+        QCOMPARE(sessions[0].toObject()["recorded"], sessions[1].toObject()["recorded"]);
+        QCOMPARE(sessions[1].toObject()["primary_advice_text"].toString(),
+                 "Put the hands in the right place on the chest.");
+        const Answer damaged = run({"info", "broken.cprlog"});
+        QCOMPARE(damaged.status, 1);
+        QVERIFY(damaged.output.contains("Recording     broken.cprlog:3: expected"));
     }
 
     void replayKeepsWhatIsThere()

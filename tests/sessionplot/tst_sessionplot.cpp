@@ -284,7 +284,7 @@ private Q_SLOTS:
         QTemporaryDir directory;
         const QString name = directory.filePath("picture.svg");
         const QString learner =
-            "</title><script>Tom & Jerry\u0001\n\u202e" + QString(400000, 0x301);
+            "</title><script>Tom & Jerry\u0001\n\u202e" + QString(400000, QChar(0x301));
         CPRData session;
         session.assignLearner(learner);
         QElapsedTimer clock;

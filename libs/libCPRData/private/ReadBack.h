@@ -17,13 +17,13 @@
 inline bool isTooLongForXml(const QString &text)
 {
     constexpr qint64 restOfElement = 256; // names, units, quotes
-    constexpr qint64 longestEscape = 6; // bytes for one character
-    if (text.size() * longestEscape + restOfElement <= Limits::maxTextBytes)
+    constexpr qint64 maxEscapeBytes = 6; // bytes for one character
+    if (text.size() * maxEscapeBytes + restOfElement <= Limits::maxTextBytes)
         return false;
     const QByteArray bytes = text.toHtmlEscaped().toUtf8();
     const auto breaks = std::count_if(bytes.begin(), bytes.end(),
                                       [](char c) { return c == '\t' || c == '\n' || c == '\r'; });
-    return bytes.size() + breaks * (longestEscape - 2) + restOfElement > Limits::maxTextBytes;
+    return bytes.size() + breaks * (maxEscapeBytes - 2) + restOfElement > Limits::maxTextBytes;
 }
 
 /// What of \a session would be missing when its archive is read: the first reason, in English.

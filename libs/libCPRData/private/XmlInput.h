@@ -52,7 +52,7 @@ private:
     }
 
     // A shorter tag has no room for more attributes than there may be.
-    static constexpr qint64 longestUncounted = Limits::maxAttributes * qint64(sizeof(" a=''") - 1);
+    static constexpr qint64 maxUncountedBytes = Limits::maxAttributes * qint64(sizeof(" a=''") - 1);
 
     QIODevice *m_member; // not owned
     QString m_damage;
@@ -132,7 +132,7 @@ inline const char *XmlInput::passPlainTags(const char *from, const char *end)
 inline bool XmlInput::passPlainTag(const char *tag, const char *next)
 {
     const char *const close = find(tag, next, '>');
-    if (next - tag >= longestUncounted || tag[1] == '!' || tag[1] == '?' || !close
+    if (next - tag >= maxUncountedBytes || tag[1] == '!' || tag[1] == '?' || !close
         || find(close + 1, next, '>')) {
         return false;
     }

@@ -18,7 +18,7 @@ XmlOutput::XmlOutput(QIODevice *member) : m_member(member)
 bool XmlOutput::finish()
 {
     passOn();
-    return m_isTaken;
+    return m_isWritten;
 }
 
 void XmlOutput::passOn()
@@ -30,7 +30,7 @@ void XmlOutput::passOn()
             m_piece.remove(position, encoding.size());
         m_isFirst = false;
     }
-    m_isTaken = m_isTaken && m_member->write(m_piece) == m_piece.size();
+    m_isWritten = m_isWritten && m_member->write(m_piece) == m_piece.size();
     m_piece.truncate(0);
 }
 

@@ -32,7 +32,7 @@ private:
     QIODevice *m_member; // not owned
     QByteArray m_piece;
     bool m_isFirst = true;
-    bool m_isTaken = true;
+    bool m_isWritten = true;
 };
 
 #endif
