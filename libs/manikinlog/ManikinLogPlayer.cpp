@@ -22,6 +22,8 @@ bool ManikinLogPlayer::play(const Record &record)
     if (m_journal)
         m_journal->add(record);
     m_msecs = record.msecs;
+    if (!m_session)
+        return false;
     return std::visit([this](const auto &entry) { return feed(entry); }, record.entry);
 }
 
@@ -41,7 +43,8 @@ bool ManikinLogPlayer::play(ManikinLogReader &reader, const Progress &progress)
 
 void ManikinLogPlayer::finish()
 {
-    storeTime(CPREventBase::endTime, m_msecs - m_startMsecs);
+    if (m_session)
+        storeTime(CPREventBase::endTime, m_msecs - m_startMsecs);
 }
 
 bool ManikinLogPlayer::feed(const Message &entry)

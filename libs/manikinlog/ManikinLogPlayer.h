@@ -25,7 +25,7 @@ public:
     /// Called after each record with its time, in ms since the start of the recording.
     using Progress = std::function<void(qint64 msecs)>;
 
-    /// \a session is not owned.
+    /// \a session is not owned; with null nothing is played.
     explicit ManikinLogPlayer(CPRData *session);
 
     /// From now on each record is written to \a journal before it is played; null for none. The

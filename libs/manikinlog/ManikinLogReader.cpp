@@ -249,7 +249,8 @@ ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
         m_isCut = count <= 0;
         if (count < 0) {
             ++m_line;
-            fail(QStringLiteral("cannot be read: %1").arg(m_device->errorString()));
+            fail(QStringLiteral("cannot be read: %1")
+                     .arg(m_device ? m_device->errorString() : QStringLiteral("no device")));
             return Result::Error;
         }
         if (count == 0)
@@ -275,7 +276,7 @@ ManikinLogReader::Result ManikinLogReader::readLine(QByteArray &text)
 qint64 ManikinLogReader::readMore()
 {
     char chunk[4096];
-    const qint64 count = m_device->read(chunk, sizeof chunk);
+    const qint64 count = m_device ? m_device->read(chunk, sizeof chunk) : -1;
     m_pending.append(chunk, static_cast<int>(qMax<qint64>(count, 0)));
     return count;
 }

@@ -54,7 +54,8 @@ public:
     /// thus have some 32000 bytes, many times what a manikin can send.
     static constexpr int maxLineLength = 64 * 1024;
 
-    /// \a device is open for reading and is not owned; \a name stands for it in error messages.
+    /// \a device is open for reading and is not owned (null cannot be read); \a name stands for it
+    /// in error messages.
     ManikinLogReader(QIODevice *device, const QString &name, Damage damage = Damage::IsError);
     ManikinLogReader(const ManikinLogReader &) = delete;
     ManikinLogReader &operator=(const ManikinLogReader &) = delete;

@@ -113,8 +113,9 @@ bool ManikinLogWriter::write(const Record &record)
 bool ManikinLogWriter::writeLine(QByteArray line)
 {
     line += '\n';
-    m_isDeviceUsable = m_device->write(line) == line.size();
-    return m_isDeviceUsable || fail(m_device->errorString());
+    m_isDeviceUsable = m_device && m_device->write(line) == line.size();
+    return m_isDeviceUsable
+        || fail(m_device ? m_device->errorString() : QStringLiteral("no device"));
 }
 
 bool ManikinLogWriter::fail(const QString &reason)

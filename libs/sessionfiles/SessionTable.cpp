@@ -322,6 +322,9 @@ SessionTable::~SessionTable() = default;
 std::unique_ptr<SessionTable> SessionTable::create(const QString &what, const QStringList &columns,
                                                    QString *error)
 {
+    QString unwanted;
+    if (!error)
+        error = &unwanted;
     if (what == QLatin1String("summary"))
         return SummaryTable::create(columns.isEmpty() ? SummaryTable::usualColumns() : columns,
                                     error);

@@ -19,8 +19,8 @@ namespace sessionfiles {
 class SessionTable {
 public:
     /// The table named \a what (summary, events, waves, guidelines) with the columns of those
-    /// names, or its usual ones when there are none. Null, and a reason in \a error, when there is
-    /// no such table or column.
+    /// names, or its usual ones when there are none. Null, and a reason in \a error, which may be
+    /// null, when there is no such table or column.
     static std::unique_ptr<SessionTable> create(const QString &what, const QStringList &columns,
                                                 QString *error);
     virtual ~SessionTable();

@@ -151,7 +151,7 @@ TableWriter::~TableWriter() = default;
 
 bool TableWriter::put(const QByteArray &bytes)
 {
-    return m_device->write(bytes) == bytes.size();
+    return m_device && m_device->write(bytes) == bytes.size();
 }
 
 std::unique_ptr<TableWriter> TableWriter::csv(QIODevice *device, const QString &separator,

@@ -222,6 +222,19 @@ private Q_SLOTS:
         QVERIFY(reader.errorString().startsWith("log:3: cannot be read: "));
     }
 
+    void nullArguments()
+    {
+        ManikinLogReader reader(nullptr, "log");
+        Record record;
+        QCOMPARE(reader.read(record), Result::Error);
+        QCOMPARE(reader.errorString(), QString("log:1: cannot be read: no device"));
+        QVERIFY(!ManikinLogWriter(nullptr).write(record));
+        ManikinLogPlayer player(nullptr);
+        QVERIFY(!player.play(record));
+        player.setJournal(nullptr);
+        player.finish();
+    }
+
     void playsEvents()
     {
         const CPREvents &events = *m_session.cprEvents();

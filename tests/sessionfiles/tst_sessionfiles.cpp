@@ -4,6 +4,8 @@
 #include "CPREventUser.h"
 #include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/SessionFile.h"
+#include "sessionfiles/SessionTable.h"
+#include "sessionfiles/TableWriter.h"
 #include "support/Damage.h"
 #include "support/Rows.h"
 
@@ -138,6 +140,16 @@ private Q_SLOTS:
             events.addEvent(new CPREventUser(1000 * i, &events, "a"), false);
         const SaveResult result = save(name, session);
         QVERIFY(result.isSaved && !result.isComplete && result.reason.contains(name));
+    }
+
+    void nullArguments()
+    {
+        CPRData session;
+        QVERIFY(!SessionTable::create("nothing", {}, nullptr));
+        QVERIFY(!SessionTable::create("waves", {"depth"}, nullptr));
+        QVERIFY(!TableWriter::csv(nullptr, ",")->begin({}));
+        QVERIFY(!TableWriter::json(nullptr)->end());
+        QVERIFY(sessionfiles::save("no/such/folder.zip", session).reason.contains("folder.zip"));
     }
 };
 
