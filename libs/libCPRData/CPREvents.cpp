@@ -178,10 +178,17 @@ void CPREvents::reset()
         if (std::exchange(event->m_listed, false) && !isStanding(event))
             event->deleteLater();
     };
-    // First in the order of the children: only those in front are found at once when they die.
-    for (QObject *child : children()) {
-        if (auto *event = qobject_cast<CPREventBase *>(child))
+    // A child in front dies at once, while QObject searches for any other, or moves all behind it.
+    // So those that stay go to the back, and the others die in the order in which they stand.
+    const QObjectList all = children();
+    for (QObject *child : all) {
+        auto *event = qobject_cast<CPREventBase *>(child);
+        if (event && event->m_listed && !isStanding(event)) {
             drop(event);
+        } else {
+            child->setParent(nullptr);
+            child->setParent(this);
+        }
     }
     std::for_each(old.begin(), old.end(), drop); // a host may have given one another parent
 
