@@ -95,7 +95,7 @@ ApplicationWindow {
     palette.toolTipBase: Look.card
     palette.toolTipText: Look.text
 
-    onClosing: {
+    onClosing: close => {
         window.isClosing = window.viewer.isWriting;
         close.accepted = !window.viewer.isWriting && !window.viewer.isUnsaved;
         if (!close.accepted && !window.isClosing)
@@ -309,7 +309,7 @@ ApplicationWindow {
     Shortcut {
         sequence: "Space"
         enabled: window.page === Main.Review && !menu.visible && !(window.activeFocusItem instanceof TextInput)
-        onActivated: window.pageItem.timelinePanel.togglePlaying()
+        onActivated: reviewLoader.item.timelinePanel.togglePlaying()
     }
     Shortcut { sequence: "F1"; onActivated: keysDialog.open() }
     Shortcut { sequence: "F10"; onActivated: menu.popup(headerBar.menuButton, 0, headerBar.menuButton.height) }
