@@ -26,6 +26,7 @@ class CPRQUICK_EXPORT SessionLoader final : public QObject {
     Q_OBJECT
 
 public:
+    /// How a file is read.
     enum class Kind {
         File, ///< an archive, or a recorded log, in which a damaged line is an error
         /// What is left of a damaged archive or log, or of a killed program's journal. Damaged
@@ -33,22 +34,25 @@ public:
         Salvaged
     };
 
+    /// What became of a file.
     struct Result {
         std::unique_ptr<CPRData> session; ///< null when nothing could be read
-        QString fileName;
-        bool isLog = false;
-        bool isCancelled = false;
+        QString fileName; ///< as it was given
+        bool isLog = false; ///< it is a recorded log or a journal
+        bool isCancelled = false; ///< given up; there is no session
         QString problem; ///< what is wrong with the file; there may be a session nevertheless
         bool isDamaged = false; ///< not all that belongs into the file is in the session
         QStringList report; ///< of a damaged file: what became of its parts, a line for each
     };
 
+    /// Loads nothing yet.
     explicit SessionLoader(QObject *parent = nullptr);
     /// Gives up what is being loaded.
     ~SessionLoader() override;
 
     /// Loads \a name; what was being loaded is given up.
     void load(const QString &name, Kind kind);
+    /// A session is being loaded.
     bool isLoading() const { return m_thread != nullptr; }
     /// finished() comes soon, without a session.
     void cancel();

@@ -36,13 +36,16 @@ class CPRQUICK_EXPORT SessionSource : public QObject {
     // clang-format on
 
 public:
+    /// Has no file and no session.
     explicit SessionSource(QObject *parent = nullptr);
     /// The session goes with it.
     ~SessionSource() override;
 
+    /// @{
     /// The property file.
     QUrl file() const { return m_file; }
     void setFile(const QUrl &file);
+    /// @}
     /// @{
     /// The property of this name.
     CPRData *session() const { return m_result.session.get(); }
@@ -52,10 +55,13 @@ public:
     /// @}
 
 Q_SIGNALS:
+    /// @{
+    /// The property of this name has changed; with session comes problem.
     void fileChanged();
     void sessionChanged();
     void isLoadingChanged();
     void progressChanged();
+    /// @}
 
 private:
     void show(SessionLoader::Result result);

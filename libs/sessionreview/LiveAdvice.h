@@ -45,6 +45,7 @@ class LiveAdvice {
 public:
     /// Brings it up to \a msecs of session time. An earlier time than the last begins anew.
     void follow(const CPRData &session, const Targets &targets, int msecs);
+    /// What is said; Prompt::None for nothing.
     Prompt prompt() const { return m_shown; }
     /// Since when it is said, ms of session time.
     int since() const { return m_since; }
