@@ -108,7 +108,15 @@ void SessionLoader::abandon()
 
 SessionLoader::Result SessionLoader::handOver()
 {
-    return isLoading() ? Result() : std::exchange(m_result, Result());
+    if (isLoading())
+        return Result();
+    Result result = std::exchange(m_result, Result());
+    // The thread may have been done before it was cancelled.
+    if (m_isCancelled) {
+        result = Result();
+        result.isCancelled = true;
+    }
+    return result;
 }
 
 // Runs on m_thread.
@@ -125,10 +133,6 @@ void SessionLoader::run(const QString &name, Kind kind)
         return !m_isCancelled;
     };
     Result result = loadHere(name, kind, report);
-    if (m_isCancelled) {
-        result = Result();
-        result.isCancelled = true;
-    }
     // Its timers, which are running already, go with it.
     if (result.session)
         result.session->moveToThread(thread());

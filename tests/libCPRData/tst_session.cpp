@@ -14,7 +14,6 @@
 #include <QPointer>
 #include <QSignalSpy>
 
-#include <ctime>
 #include <functional>
 #include <memory>
 
@@ -421,18 +420,16 @@ private Q_SLOTS:
         QCOMPARE(changes.count(), 1);
     }
 
-    // What comes in while a session takes over the names of another is not lost.
     void manyLearners()
     {
         CPRData session;
-        const std::clock_t begin = std::clock();
         for (int i = 0; i < 20000; ++i)
             session.assignLearner(QString::number(i % 19999));
         QCOMPARE(session.learners().size(), 19999);
         QCOMPARE(studentsOf(session).size(), 88885 + 19998); // digits and commas
-        QVERIFY(std::clock() - begin < CLOCKS_PER_SEC);
     }
 
+    // What comes in while a session takes over the names of another is not lost.
     void learnersComingInMeanwhile()
     {
         CPRData one;
