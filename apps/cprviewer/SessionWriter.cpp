@@ -3,6 +3,7 @@
 
 #include "SessionWriter.h"
 
+#include <QCoreApplication>
 #include <QThread>
 
 #include <utility>
@@ -21,6 +22,8 @@ void SessionWriter::start(std::unique_ptr<CPRData> session, const Job &job)
 {
     m_session = std::move(session);
     m_thread = QThread::create([this, job] {
+        // Each timer that came along has left a call, which would leak with the session.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);
         m_written = job(m_session.get());
         m_session.reset(); // its timers belong to this thread
     });
