@@ -210,6 +210,17 @@ void CPREvents::resume()
     m_ScoresReady = 0;
 }
 
+// The main list, then those of its tags.
+template <typename Call> void CPREvents::forListsOf(const CPREventBase &event, Call call)
+{
+    call(m_lists.front());
+    uint bit = 0;
+    for (uint tags = event.m_listedTags; tags != 0; tags &= ~(1U << bit)) {
+        bit = qCountTrailingZeroBits(tags);
+        call(m_lists[1 + bit]);
+    }
+}
+
 void CPREvents::addEvent(CPREventBase *event, bool doSignals)
 {
     if (!event || (event->m_owner != this && event->m_standing))
@@ -229,12 +240,11 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
     }
     if (!std::exchange(event->m_listed, true)) {
         event->m_listedTags = static_cast<quint8>(event->tag() & allTags);
-        for (EventSequence &list : m_lists) {
-            if (!list.holds(event->m_listedTags))
-                continue;
+        const bool isDebugEnabled = lcEvents().isDebugEnabled();
+        forListsOf(*event, [event, isDebugEnabled](EventSequence &list) {
             list.insert(event);
-            if (!lcEvents().isDebugEnabled())
-                continue;
+            if (!isDebugEnabled)
+                return;
             if (list.bit() == EventSequence::allTags)
                 qCDebug(lcEvents) << "Main event list";
             else
@@ -242,7 +252,7 @@ void CPREvents::addEvent(CPREventBase *event, bool doSignals)
                                   << EnumKey(CPREventBase::EventTag(1U << uint(list.bit())));
             for (const CPREventBase *listed : list.events())
                 qCDebug(lcEvents).noquote() << "Event" << QString(*listed);
-        }
+        });
     }
     if (doSignals)
         emitEvent(event);
@@ -254,18 +264,12 @@ void CPREvents::unlistEvent(CPREventBase *event)
     if (event == m_lastRead)
         m_lastRead = nullptr;
     // Not by the event's tags: they can have changed since, and the event may be half destroyed.
-    for (EventSequence &list : m_lists) {
-        if (list.holds(event->m_listedTags))
-            list.remove(event);
-    }
+    forListsOf(*event, [event](EventSequence &list) { list.remove(event); });
 }
 
 void CPREvents::storeEarlierEnd(const CPREventBase *event)
 {
-    for (EventSequence &list : m_lists) {
-        if (list.holds(event->m_listedTags))
-            list.storeEarlierEnd(event);
-    }
+    forListsOf(*event, [event](EventSequence &list) { list.storeEarlierEnd(event); });
 }
 
 // The event is being destroyed.

@@ -235,6 +235,7 @@ private:
     void enter(CPREventBase *event);
     void forgetEvent(CPREventBase *event);
     void reportChange(CPREventBase *event);
+    template <typename Call> void forListsOf(const CPREventBase &event, Call call);
     void storeEarlierEnd(const CPREventBase *event);
     void announceChanges();
     const EventSequence *tagList(uint tag) const;

@@ -28,9 +28,8 @@ public:
 
     static constexpr int allTags = -1;
 
-    /// Its number; the tags of which one is in it are \a tags.
+    /// Of its tag, or allTags.
     int bit() const { return m_bit; }
-    bool holds(quint8 tags) const { return m_bit == allTags || ((tags >> m_bit) & 1) != 0; }
 
     int size() const { return m_size; }
 
@@ -54,17 +53,18 @@ public:
     {
         if (index < 0 || index >= m_size)
             return nullptr;
-        // Those who ask after each new event want the first or one of the last.
+        if (m_isFlat)
+            return m_flat.at(index);
+        // Those who ask after each new event want one of the last, or the first.
+        int firstOfBlock = m_size;
+        for (std::size_t block = m_order.size(); block > 0 && block + 2 > m_order.size(); --block) {
+            const auto &events = m_blocks[m_order[block - 1]].events;
+            firstOfBlock -= static_cast<int>(events.size());
+            if (index >= firstOfBlock)
+                return events[static_cast<std::size_t>(index - firstOfBlock)];
+        }
         if (index == 0)
             return m_blocks[m_order.front()].events.front();
-        int fromEnd = m_size - index;
-        for (std::size_t back = 1; back <= 2 && back <= m_order.size(); ++back) {
-            const auto &events = m_blocks[m_order[m_order.size() - back]].events;
-            const int size = static_cast<int>(events.size());
-            if (fromEnd <= size)
-                return events[static_cast<std::size_t>(size - fromEnd)];
-            fromEnd -= size;
-        }
         return events().at(index);
     }
 
@@ -73,6 +73,11 @@ public:
     void insert(CPREventBase *event)
     {
         const int start = event->msecs();
+        // As a session goes, each event starts when the last one has ended.
+        if (m_order.empty() || m_blocks[m_order.back()].events.back()->eventEndTime() <= start) {
+            append(event);
+            return;
+        }
         std::size_t block = m_order.size();
         while ((block = behindLastAtMost(m_earliestEnds, block, start)) > 0) {
             --block;
@@ -94,8 +99,18 @@ public:
     /// Appends without a look at the times.
     void append(CPREventBase *event)
     {
-        insertAt(m_order.empty() ? 0 : m_order.size() - 1,
-                 m_order.empty() ? 0 : blockAt(m_order.size() - 1).ends.size(), event);
+        const int end = event->eventEndTime();
+        if (m_order.empty() || m_blocks[m_order.back()].events.size() == blockSize)
+            addBlock(m_order.size(), end);
+        Block &last = m_blocks[m_order.back()];
+        last.events.push_back(event);
+        last.ends.push_back(end);
+        m_earliestEnds.back() = std::min(m_earliestEnds.back(), end);
+        if (quint32 *id = blockOf(event))
+            *id = m_order.back();
+        ++m_size;
+        if (m_isFlat)
+            m_flat.append(event);
     }
 
     /// Does nothing when \a event is not there.
@@ -219,23 +234,14 @@ private:
 
     void insertAt(std::size_t block, std::size_t place, CPREventBase *event)
     {
-        const int end = event->eventEndTime();
-        bool isLast = m_order.empty();
-        if (isLast) {
-            addBlock(0, end);
-        } else {
-            isLast = block + 1 == m_order.size() && place == blockAt(block).events.size();
-            if (isLast && place == blockSize) {
-                addBlock(++block, end);
-                place = 0;
-            } else if (blockAt(block).events.size() == blockSize) {
-                split(block);
-                if (place > blockSize / 2) {
-                    ++block;
-                    place -= blockSize / 2;
-                }
+        if (blockAt(block).events.size() == blockSize) {
+            split(block);
+            if (place > blockSize / 2) {
+                ++block;
+                place -= blockSize / 2;
             }
         }
+        const int end = event->eventEndTime();
         Block &changed = blockAt(block);
         changed.events.insert(changed.events.begin() + static_cast<std::ptrdiff_t>(place), event);
         changed.ends.insert(changed.ends.begin() + static_cast<std::ptrdiff_t>(place), end);
@@ -243,9 +249,7 @@ private:
         if (quint32 *id = blockOf(event))
             *id = m_order[block];
         ++m_size;
-        m_isFlat = m_isFlat && isLast;
-        if (m_isFlat)
-            m_flat.append(event);
+        m_isFlat = false;
     }
 
     int m_bit;
