@@ -8,6 +8,7 @@
 #include <QFileInfo>
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <cstdio>
 
 QString fileName(const std::string &argument)
@@ -15,14 +16,20 @@ QString fileName(const std::string &argument)
     return QFile::decodeName(argument.c_str());
 }
 
-bool wouldReplace(const QString &target, const QString &input)
+bool mayWrite(const QString &target, const QStringList &inputs, bool force)
 {
     const QFileInfo replaced(target);
-    if (!replaced.exists() || replaced != QFileInfo(input))
-        return false;
-    complain(
-        QStringLiteral("%1 would replace what it is made of; choose another name").arg(target));
-    return true;
+    if (!replaced.exists())
+        return true;
+    const bool isInput = std::any_of(inputs.begin(), inputs.end(), [&](const QString &input) {
+        return replaced == QFileInfo(input);
+    });
+    if (isInput)
+        complain(
+            QStringLiteral("%1 would replace what it is made of; choose another name").arg(target));
+    else if (!force)
+        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    return !isInput && force;
 }
 
 void print(const QString &text)

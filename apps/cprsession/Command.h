@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <CLI/App.hpp>
 
@@ -39,8 +40,9 @@ void addRecoverCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);
-/// Whether \a target and \a input are one file, so that writing would destroy the input. Complains.
-bool wouldReplace(const QString &target, const QString &input);
+/// Whether \a target may be written: never over one of \a inputs, over another file only with
+/// \a force. Complains when it may not, which is wrong usage.
+bool mayWrite(const QString &target, const QStringList &inputs, bool force);
 /// @{
 /// Writes a result to stdout, as UTF-8: a text whose line breaks are the program's own, or one line
 /// that may hold anything. What cannot be seen is escaped.

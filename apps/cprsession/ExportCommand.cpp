@@ -15,12 +15,10 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -287,13 +285,11 @@ ExitStatus runExport(ExportOptions options)
 
     Output output;
     const QString name = fileName(options.output);
-    if (!name.isEmpty()
-        && std::any_of(
-            options.sessions.begin(), options.sessions.end(),
-            [&name](const std::string &session) { return wouldReplace(name, fileName(session)); }))
+    QStringList inputs;
+    for (const std::string &session : options.sessions)
+        inputs.append(fileName(session));
+    if (!name.isEmpty() && !mayWrite(name, inputs, options.force))
         return ExitStatus::WrongUsage;
-    if (!name.isEmpty() && !options.force && QFileInfo::exists(name))
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(name));
     if (!output.open(name))
         return fail(output.whyNotWritten());
     Export job(options, *document, output.device());

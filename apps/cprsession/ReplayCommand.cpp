@@ -204,13 +204,11 @@ ExitStatus runReplay(const ReplayOptions &options)
                           .arg(minSpeed)
                           .arg(maxSpeed));
     const QString target = fileName(options.session);
-    if (QFileInfo::exists(target) && !options.force)
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    const QString logName = fileName(options.log);
+    if (!mayWrite(target, {logName}, options.force))
+        return ExitStatus::WrongUsage;
     if (const std::optional<QString> reason = whyNotSaved(target))
         return fail(*reason);
-    const QString logName = fileName(options.log);
-    if (wouldReplace(target, logName))
-        return ExitStatus::WrongUsage;
 
     CPRData session;
     SessionJournal journal;

@@ -14,7 +14,6 @@
 #include <private/Units.h>
 
 #include <QDateTime>
-#include <QFileInfo>
 
 #include <limits>
 #include <memory>
@@ -154,8 +153,8 @@ ExitStatus runSimulate(const SimulateOptions &options)
                           .arg(std::numeric_limits<quint64>::max()));
     const bool isLog = !options.log.empty();
     const QString target = fileName(isLog ? options.log : options.session);
-    if (QFileInfo::exists(target) && !options.force)
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    if (!mayWrite(target, {}, options.force))
+        return ExitStatus::WrongUsage;
 
     Simulator simulator(*scenario, seed);
     const std::optional<QString> reason =

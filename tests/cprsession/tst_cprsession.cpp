@@ -315,13 +315,19 @@ private Q_SLOTS:
         row("not received", notReceived, 3, "unscored.zip,,,,,120\r\n");
         row("not received, JSON", notReceived + QStringList{"--format", "json"}, 4,
             "{\"compCount\":null,\"compMeanDepth\":null,\"file\":\"unscored.zip\","
-            "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":\"120\"}");
+            "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":120}");
         row("recorded figures", {"--what", "summary", "--columns", "compMeanDepth,recorded_compression_fraction,recorded_aed_pause_s"}, 2,
-            "5164,0.7643,3\r\n");
+            "51.64,0.7643,3\r\n");
         row("raw", {"--what", "summary", "--raw", "--columns", "students"}, 2, "Mira Holm");
-        row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (hmm),students\r\n");
+        row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (mm),students\r\n");
+        row("units of their own", {"--what", "events", "--columns", "compMeanRate,cprCardTimestamp"}, 186, "compMeanRate (cpm),cprCardTimestamp\r\n");
+        row("words", {"--what", "summary", "--columns", "cprProtocol,cprProtocol_text,primaryAdvice_text,manikinType_text"}, 2,
+            "4,CPR with two rescuers,Put the hands in the right place on the chest.,KDX ADULT MALE (adult)\r\n");
+        row("guideline force", {"--what", "guidelines"}, 48, "CompressionDetectForce,2000,g\r\n");
+        row("types in JSON", {"--what", "summary", "--format", "json", "--columns", "manikinFirmwareVersion,compMeanDepth,softSurface,timeFirstShock"}, 3,
+            "{\"compMeanDepth\":51.64,\"manikinFirmwareVersion\":\"3.2.1.1047\",\"softSurface\":false,\"timeFirstShock\":63}");
         row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");
-        row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,5000,hmm\r\n");
+        row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,50,mm\r\n");
         row("two archives", {"session.zip", "--what", "guidelines"}, 95, "session.zip,CompressionRateMax,120,rpm\r\n");
         row("JSON", {"--what", "events", "--format", "json", "--columns", "start,ventVolume"}, 187, "{\"start\":18180,\"ventVolume\":520},\n");
         // clang-format on
