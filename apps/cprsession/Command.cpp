@@ -3,6 +3,7 @@
 
 #include "Command.h"
 #include "private/Terminal.h"
+#include "sessionfiles/ArchiveCheck.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -42,16 +43,20 @@ void printLine(const QString &text)
     Terminal::writeLine(stdout, text);
 }
 
+QString whyNoSession(const QString &name)
+{
+    return sessionfiles::isForeignArchive(name)
+        ? sessionfiles::whyNoArchive(name).value_or(name)
+        : QStringLiteral("%1 cannot be read as a session archive or recorded log").arg(name);
+}
+
 sessionfiles::LoadResult loadSession(const QString &name, CPRData &session)
 {
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
     if (!loaded.problem.isEmpty())
         complain(loaded.problem);
-    else if (loaded.isArchive && !loaded.hasSession())
-        complain(QStringLiteral("%1 is an archive, but there is no session in it").arg(name));
     else if (!loaded.hasSession())
-        complain(
-            QStringLiteral("%1 cannot be read as a session archive or recorded log").arg(name));
+        complain(whyNoSession(name));
     return loaded;
 }
 

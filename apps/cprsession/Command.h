@@ -49,6 +49,8 @@ bool mayWrite(const QString &target, const QStringList &inputs, bool force);
 void print(const QString &text);
 void printLine(const QString &text);
 /// @}
+/// Why nothing of a session could be loaded from the file \a name.
+QString whyNoSession(const QString &name);
 /// Loads the archive or recorded log \a name. Complains when it holds no session, or is a log that
 /// could not be read to its end.
 sessionfiles::LoadResult loadSession(const QString &name, CPRData &session);

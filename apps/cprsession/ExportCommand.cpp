@@ -223,10 +223,9 @@ private:
     {
         m_isComplete = false;
         m_progress.hide();
-        complain((result == Damaged
-                      ? QStringLiteral("%1 is damaged; what could be read is exported")
-                      : QStringLiteral("%1 cannot be read as a session archive or recorded log"))
-                     .arg(name));
+        complain(result == Damaged
+                     ? QStringLiteral("%1 is damaged; what could be read is exported").arg(name)
+                     : whyNoSession(name));
     }
 
     bool append(QFileDevice *part)

@@ -128,6 +128,8 @@ ExitStatus runRecover(const RecoverOptions &options)
         return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
     if (!mayWrite(target, {input}, options.force))
         return ExitStatus::WrongUsage;
+    if (sessionfiles::isForeignArchive(input))
+        return fail(whyNoSession(input));
     return ManikinLogReader::isLog(input) ? recoverLog(input, target)
                                           : recoverArchive(input, target);
 }

@@ -5,6 +5,7 @@
 #include "FollowedFile.h"
 #include "Progress.h"
 #include "private/FileCalls.h"
+#include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
@@ -218,6 +219,10 @@ ExitStatus runReplay(const ReplayOptions &options)
     });
     if (!QFileInfo(logName).isFile() || !log.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
+    if (sessionfiles::isForeignArchive(logName))
+        return fail(whyNoSession(logName));
+    if (!sessionfiles::whyNoArchive(logName))
+        return fail(QStringLiteral("%1 is a session archive, not a recorded log").arg(logName));
     if (QFileInfo(logName) == QFileInfo(SessionJournal::nameFor(target)))
         return refuse(
             QStringLiteral("%1 is the journal of %2; \"cprsession recover %1 -o %2\" plays it")
