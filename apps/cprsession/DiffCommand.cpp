@@ -75,10 +75,15 @@ void addDiffCommand(CLI::App &app, Run &run)
     command->add_flag("--summary", options->isSummary,
                       "Print a line for each part that differs, with how much of it does");
     command->add_flag("--json", options->asJson, "Print a JSON object");
-    command->footer("Prints a line for each difference, the value in A first; nothing when\n"
-                    "the sessions are the same.\n"
-                    "Exit status: 0 the same; 1 different, or a session cannot be read, which a\n"
-                    "line on stderr tells; 2 wrong usage.\n"
-                    "Example: cprsession diff monday.zip copy.zip --ignore-times");
+    command->footer(
+        "Prints a line for each difference, the value in A first, or with --summary\n"
+        "for each part that differs, with how many values, events (changed, or only in\n"
+        "one session) and samples do; nothing when\n"
+        "the sessions are the same.\n"
+        "Exit status: 0 the same; 1 different, or a session cannot be read, which a\n"
+        "line on stderr tells; 2 wrong usage.\n"
+        "Examples:\n"
+        "  cprsession diff monday.zip copy.zip --ignore-times\n"
+        "  cprsession diff monday.zip monday.cprlog --summary");
     command->callback([options, &run] { run.verb = [options] { return runDiff(*options); }; });
 }

@@ -317,16 +317,21 @@ void addExportCommand(CLI::App &app, Run &run)
     command->add_option("--what", options->what, "What to export")
         ->required()
         ->check(CLI::IsMember({"summary", "events", "waves", "telemetry", "guidelines"}));
-    command->add_option("--format", options->format, "csv (the default), or json")
+    command
+        ->add_option("--format", options->format,
+                     "csv (the default), or json; telemetry is JSON only")
         ->check(CLI::IsMember({"csv", "json"}));
     command
         ->add_option("--columns", options->columns,
-                     "Columns of summary and events, separated by commas: parameter keys, for "
-                     "summary recorded figures too, and for events type, start, end")
+                     "Columns of summary and events instead of the usual ones, separated by "
+                     "commas: parameter keys, for summary recorded figures too, and for events "
+                     "type, start, end")
+        ->type_name("NAMES")
         ->delimiter(',');
     command
         ->add_option("--separator", options->separator,
                      "Separator of CSV cells; ';' makes the decimal sign a comma")
+        ->type_name("CHARACTER")
         ->capture_default_str();
     command->add_flag("--raw", options->raw,
                       "Texts in CSV as the session has them, even if a spreadsheet would compute "
@@ -339,9 +344,14 @@ void addExportCommand(CLI::App &app, Run &run)
                      "Archives that are read at once, each in a thread of its own")
         ->check(CLI::Range(1, OrderedParts::maxJobs))
         ->capture_default_str();
-    command->footer("Examples:\n"
-                    "  cprsession export *.zip --what summary -j 4 -o course.csv\n"
-                    "  cprsession export a.zip --what events --columns type,start,compDepth\n"
-                    "  cprsession export a.zip --what waves --separator ';'");
+    command->footer(
+        "A row of summary is a session, of events an event, of waves a sample, of guidelines\n"
+        "a value. A column's unit stands in brackets behind its name; depths are in mm.\n"
+        "A cell is empty, in JSON null, for what the manikin has not sent.\n"
+        "Examples:\n"
+        "  cprsession export *.zip --what summary -j 4 -o course.csv\n"
+        "  cprsession export a.zip --what events --columns type,start,compDepth\n"
+        "  cprsession export a.zip --what telemetry --format json\n"
+        "  cprsession export a.zip --what waves --separator ';'");
     command->callback([options, &run] { run.verb = [options] { return runExport(*options); }; });
 }

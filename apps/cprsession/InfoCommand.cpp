@@ -256,6 +256,11 @@ void addInfoCommand(CLI::App &app, Run &run)
         ->type_name("SESSION");
     command->add_flag("--json", options->asJson,
                       "Print a JSON object, of several sessions an array of them");
-    command->footer("Example: cprsession info session.zip --json");
+    command->footer(
+        "Depths are in mm, rates per minute, volumes in ml. What the manikin has not sent is\n"
+        "\"not received\", in JSON null; the figures below it come from the recorded events.\n"
+        "Examples:\n"
+        "  cprsession info monday.zip\n"
+        "  cprsession info *.zip --json");
     command->callback([options, &run] { run.verb = [options] { return runInfo(*options); }; });
 }

@@ -258,6 +258,7 @@ void addReplayCommand(CLI::App &app, Run &run)
     command
         ->add_option("--speed", options->speed,
                      "1 plays in real time, 2 twice as fast; max as fast as it goes")
+        ->type_name("FACTOR")
         ->capture_default_str();
     command->add_flag("--follow", options->follow,
                       "Wait for a log that still grows, until the manikin has sent its scores or "

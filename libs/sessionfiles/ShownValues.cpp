@@ -23,6 +23,22 @@ QString unitText(E::ParameterUnit unit)
         : QString::fromLatin1(QMetaEnum::fromType<E::ParameterUnit>().valueToKey(unit));
 }
 
+namespace {
+
+// A text that looks like a number comes back from an archive as one, and one that was a float, like
+// a version, with the digits of a double.
+QString textOf(const QVariant &value)
+{
+    constexpr int floatDigits = 7;
+    const double number = value.toDouble();
+    const bool isFloat = (value.userType() == QMetaType::Double && double(float(number)) == number)
+        || value.userType() == QMetaType::Float;
+    return isFloat ? QString::number(number, 'g', floatDigits)
+                   : CPRDataBase::variantToString(value);
+}
+
+} // namespace
+
 QVariant inShownUnit(E::ParameterType type, const QVariant &value)
 {
     const Vocabulary::Parameter *row = Vocabulary::parameter(type);
@@ -46,9 +62,10 @@ QVariant shownValue(E::ParameterType type, const QVariant &value)
             ? QVariant(QDateTime::fromSecsSinceEpoch(secs, Qt::UTC).toString(Qt::ISODate))
             : null;
     }
-    // A text that looks like a number comes back from an archive as one.
-    if (row->kind == Kind::Text || row->kind == Kind::Time)
-        return CPRDataBase::variantToString(value);
+    if (row->kind == Kind::Text || row->kind == Kind::Time) {
+        const QString text = textOf(value);
+        return text.isEmpty() ? null : text;
+    }
     if (row->form == Form::YesNo && !row->enumeration)
         return value.toInt() != 0;
     return inShownUnit(type, value);

@@ -16,7 +16,7 @@ QString unitText(CPREventBase::ParameterUnit unit);
 /// A value of the parameter in Vocabulary::shownUnit().
 QVariant inShownUnit(CPREventBase::ParameterType type, const QVariant &value);
 /// The same, of the type that the parameter has for people: texts, numbers, truth values and times
-/// of ISO 8601. Null for what was not measured.
+/// of ISO 8601. Null for what was not measured or has no text.
 QVariant shownValue(CPREventBase::ParameterType type, const QVariant &value);
 
 /// A value of a guideline set, in mm where the set has hundredths of them.
