@@ -3,11 +3,13 @@
 
 #include "Command.h"
 #include "private/Terminal.h"
+#include "sessionfiles/ArchiveCheck.h"
 
 #include <QFile>
 #include <QFileInfo>
 #include <QLoggingCategory>
 
+#include <algorithm>
 #include <cstdio>
 
 QString fileName(const std::string &argument)
@@ -15,14 +17,20 @@ QString fileName(const std::string &argument)
     return QFile::decodeName(argument.c_str());
 }
 
-bool wouldReplace(const QString &target, const QString &input)
+bool mayWrite(const QString &target, const QStringList &inputs, bool force)
 {
     const QFileInfo replaced(target);
-    if (!replaced.exists() || replaced != QFileInfo(input))
-        return false;
-    complain(
-        QStringLiteral("%1 would replace what it is made of; choose another name").arg(target));
-    return true;
+    if (!replaced.exists())
+        return true;
+    const bool isInput = std::any_of(inputs.begin(), inputs.end(), [&](const QString &input) {
+        return replaced == QFileInfo(input);
+    });
+    if (isInput)
+        complain(
+            QStringLiteral("%1 would replace what it is made of; choose another name").arg(target));
+    else if (!force)
+        complain(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    return !isInput && force;
 }
 
 void print(const QString &text)
@@ -35,16 +43,20 @@ void printLine(const QString &text)
     Terminal::writeLine(stdout, text);
 }
 
+QString whyNoSession(const QString &name)
+{
+    return sessionfiles::isForeignArchive(name)
+        ? sessionfiles::whyNoArchive(name).value_or(name)
+        : QStringLiteral("%1 cannot be read as a session archive or recorded log").arg(name);
+}
+
 sessionfiles::LoadResult loadSession(const QString &name, CPRData &session)
 {
     const sessionfiles::LoadResult loaded = sessionfiles::load(name, session);
     if (!loaded.problem.isEmpty())
         complain(loaded.problem);
-    else if (loaded.isArchive && !loaded.hasSession())
-        complain(QStringLiteral("%1 is an archive, but there is no session in it").arg(name));
     else if (!loaded.hasSession())
-        complain(
-            QStringLiteral("%1 cannot be read as a session archive or recorded log").arg(name));
+        complain(whyNoSession(name));
     return loaded;
 }
 

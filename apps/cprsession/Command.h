@@ -8,6 +8,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <QStringList>
 
 #include <CLI/App.hpp>
 
@@ -39,14 +40,17 @@ void addRecoverCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);
-/// Whether \a target and \a input are one file, so that writing would destroy the input. Complains.
-bool wouldReplace(const QString &target, const QString &input);
+/// Whether \a target may be written: never over one of \a inputs, over another file only with
+/// \a force. Complains when it may not, which is wrong usage.
+bool mayWrite(const QString &target, const QStringList &inputs, bool force);
 /// @{
 /// Writes a result to stdout, as UTF-8: a text whose line breaks are the program's own, or one line
 /// that may hold anything. What cannot be seen is escaped.
 void print(const QString &text);
 void printLine(const QString &text);
 /// @}
+/// Why nothing of a session could be loaded from the file \a name.
+QString whyNoSession(const QString &name);
 /// Loads the archive or recorded log \a name. Complains when it holds no session, or is a log that
 /// could not be read to its end.
 sessionfiles::LoadResult loadSession(const QString &name, CPRData &session);

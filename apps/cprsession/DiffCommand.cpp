@@ -20,6 +20,7 @@ struct DiffOptions {
     std::string b;
     bool ignoresTimes = false;
     bool asJson = false;
+    bool isSummary = false;
 };
 
 // Null when it cannot be read whole: what could be read of a damaged file says nothing about the
@@ -49,8 +50,11 @@ ExitStatus runDiff(const DiffOptions &options)
     if (!b)
         return ExitStatus::Failed;
     const sessionfiles::SessionDiff diff(names, *a, *b, options.ignoresTimes);
-    print(options.asJson ? QString::fromUtf8(QJsonDocument(diff.toJson()).toJson())
-                         : diff.toText());
+    if (options.asJson)
+        print(QString::fromUtf8(
+            QJsonDocument(options.isSummary ? diff.summaryToJson() : diff.toJson()).toJson()));
+    else
+        print(options.isSummary ? diff.toSummary() : diff.toText());
     return diff.isSame() ? ExitStatus::Done : ExitStatus::Failed;
 }
 
@@ -68,11 +72,18 @@ void addDiffCommand(CLI::App &app, Run &run)
         ->type_name("B");
     command->add_flag("--ignore-times", options->ignoresTimes,
                       "Pass over the times of day at which the sessions were recorded");
+    command->add_flag("--summary", options->isSummary,
+                      "Print a line for each part that differs, with how much of it does");
     command->add_flag("--json", options->asJson, "Print a JSON object");
-    command->footer("Prints a line for each difference, the value in A first; nothing when\n"
-                    "the sessions are the same.\n"
-                    "Exit status: 0 the same; 1 different, or a session cannot be read, which a\n"
-                    "line on stderr tells; 2 wrong usage.\n"
-                    "Example: cprsession diff monday.zip copy.zip --ignore-times");
+    command->footer(
+        "Prints a line for each difference, the value in A first, or with --summary\n"
+        "for each part that differs, with how many values, events (changed, or only in\n"
+        "one session) and samples do; nothing when\n"
+        "the sessions are the same.\n"
+        "Exit status: 0 the same; 1 different, or a session cannot be read, which a\n"
+        "line on stderr tells; 2 wrong usage.\n"
+        "Examples:\n"
+        "  cprsession diff monday.zip copy.zip --ignore-times\n"
+        "  cprsession diff monday.zip monday.cprlog --summary");
     command->callback([options, &run] { run.verb = [options] { return runDiff(*options); }; });
 }

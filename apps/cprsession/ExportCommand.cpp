@@ -15,12 +15,10 @@
 #include <QBuffer>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
 #include <memory>
 #include <vector>
 
@@ -225,10 +223,9 @@ private:
     {
         m_isComplete = false;
         m_progress.hide();
-        complain((result == Damaged
-                      ? QStringLiteral("%1 is damaged; what could be read is exported")
-                      : QStringLiteral("%1 cannot be read as a session archive or recorded log"))
-                     .arg(name));
+        complain(result == Damaged
+                     ? QStringLiteral("%1 is damaged; what could be read is exported").arg(name)
+                     : whyNoSession(name));
     }
 
     bool append(QFileDevice *part)
@@ -287,13 +284,11 @@ ExitStatus runExport(ExportOptions options)
 
     Output output;
     const QString name = fileName(options.output);
-    if (!name.isEmpty()
-        && std::any_of(
-            options.sessions.begin(), options.sessions.end(),
-            [&name](const std::string &session) { return wouldReplace(name, fileName(session)); }))
+    QStringList inputs;
+    for (const std::string &session : options.sessions)
+        inputs.append(fileName(session));
+    if (!name.isEmpty() && !mayWrite(name, inputs, options.force))
         return ExitStatus::WrongUsage;
-    if (!name.isEmpty() && !options.force && QFileInfo::exists(name))
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(name));
     if (!output.open(name))
         return fail(output.whyNotWritten());
     Export job(options, *document, output.device());
@@ -322,16 +317,21 @@ void addExportCommand(CLI::App &app, Run &run)
     command->add_option("--what", options->what, "What to export")
         ->required()
         ->check(CLI::IsMember({"summary", "events", "waves", "telemetry", "guidelines"}));
-    command->add_option("--format", options->format, "csv (the default), or json")
+    command
+        ->add_option("--format", options->format,
+                     "csv (the default), or json; telemetry is JSON only")
         ->check(CLI::IsMember({"csv", "json"}));
     command
         ->add_option("--columns", options->columns,
-                     "Columns of summary and events, separated by commas: parameter keys, for "
-                     "summary recorded figures too, and for events type, start, end")
+                     "Columns of summary and events instead of the usual ones, separated by "
+                     "commas: parameter keys, for summary recorded figures too, and for events "
+                     "type, start, end")
+        ->type_name("NAMES")
         ->delimiter(',');
     command
         ->add_option("--separator", options->separator,
                      "Separator of CSV cells; ';' makes the decimal sign a comma")
+        ->type_name("CHARACTER")
         ->capture_default_str();
     command->add_flag("--raw", options->raw,
                       "Texts in CSV as the session has them, even if a spreadsheet would compute "
@@ -344,9 +344,14 @@ void addExportCommand(CLI::App &app, Run &run)
                      "Archives that are read at once, each in a thread of its own")
         ->check(CLI::Range(1, OrderedParts::maxJobs))
         ->capture_default_str();
-    command->footer("Examples:\n"
-                    "  cprsession export *.zip --what summary -j 4 -o course.csv\n"
-                    "  cprsession export a.zip --what events --columns type,start,compDepth\n"
-                    "  cprsession export a.zip --what waves --separator ';'");
+    command->footer(
+        "A row of summary is a session, of events an event, of waves a sample, of guidelines\n"
+        "a value. A column's unit stands in brackets behind its name; depths are in mm.\n"
+        "A cell is empty, in JSON null, for what the manikin has not sent.\n"
+        "Examples:\n"
+        "  cprsession export *.zip --what summary -j 4 -o course.csv\n"
+        "  cprsession export a.zip --what events --columns type,start,compDepth\n"
+        "  cprsession export a.zip --what telemetry --format json\n"
+        "  cprsession export a.zip --what waves --separator ';'");
     command->callback([options, &run] { run.verb = [options] { return runExport(*options); }; });
 }

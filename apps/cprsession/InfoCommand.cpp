@@ -5,12 +5,10 @@
 #include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionreview/RecordedFigures.h"
-#include "sessionreview/Scores.h"
 #include "sessionreview/Words.h"
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
-#include <CPREventSessionScore.h>
 #include <private/Units.h>
 
 #include <QJsonArray>
@@ -70,41 +68,47 @@ QString recordedText(const SessionReview &review)
     return text;
 }
 
+// @{
+// JSON's null for what has not been received.
+QJsonValue orNull(const QString &text)
+{
+    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
+}
+
+QJsonValue orNull(std::optional<double> number)
+{
+    return number ? QJsonValue(*number) : QJsonValue();
+}
+// @}
+
 QJsonObject recordedObject(const SessionReview &review)
 {
     QJsonObject object;
     for (const sessionreview::RecordedFigure &figure : sessionreview::recordedFigures()) {
-        if (const std::optional<double> value = figure.value(review))
-            object.insert(QLatin1String(figure.key), *value);
+        object.insert(QLatin1String(figure.key), orNull(figure.value(review)));
     }
     QJsonArray shocks;
     for (const sessionreview::ShockPauses &shock : sessionreview::shockPausesOf(review)) {
-        QJsonObject pauses{{QStringLiteral("time_s"), double(shock.msecs) / Units::msecsPerSecond}};
-        if (shock.before)
-            pauses.insert(QStringLiteral("pre_shock_pause_s"), *shock.before);
-        if (shock.after)
-            pauses.insert(QStringLiteral("post_shock_pause_s"), *shock.after);
-        if (shock.around)
-            pauses.insert(QStringLiteral("peri_shock_pause_s"), *shock.around);
-        shocks.append(pauses);
+        shocks.append(QJsonObject{
+            {QStringLiteral("time_s"), double(shock.msecs) / Units::msecsPerSecond},
+            {QStringLiteral("pre_shock_pause_s"), orNull(shock.before)},
+            {QStringLiteral("post_shock_pause_s"), orNull(shock.after)},
+            {QStringLiteral("peri_shock_pause_s"), orNull(shock.around)},
+        });
     }
     object.insert(QStringLiteral("shock_pauses"), shocks);
     return object;
 }
 
-// The advice to the learner.
-QString adviceWords(const CPRData &session, int advice)
+// What people call it, with the key behind.
+QString withKey(const QString &words, const QString &key)
 {
-    return sessionreview::adviceText(
-        advice, sessionreview::adviceSide(*session.cprEvents()->sessionScore(), advice));
+    return words.isEmpty() ? key : QStringLiteral("%1 (%2)").arg(words, key);
 }
 
-// The same, with the manikin's key.
-QString adviceText(const CPRData &session, int advice)
+QString adviceWithKey(int advice, sessionreview::Side side)
 {
-    const QString words = adviceWords(session, advice);
-    const QString key = keyOf<E::Advice>(advice);
-    return words.isEmpty() ? key : QStringLiteral("%1 (%2)").arg(words, key);
+    return withKey(sessionreview::adviceText(advice, side), keyOf<E::Advice>(advice));
 }
 
 QString infoText(const QString &name, const CPRData &session, const SessionReview &review,
@@ -130,9 +134,12 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
     line("Learners", orUnknown(figures.learners.join(QLatin1String(", "))));
     line("Manikin",
          (figures.manikinName.isEmpty() ? QString() : figures.manikinName + QStringLiteral(", "))
-             + keyOf<E::ManikinType>(figures.manikinType) + QStringLiteral(", firmware ")
-             + orUnknown(figures.firmware));
-    line("Protocol", session.cprEvents()->sessionInfo()->cprProtocolToString());
+             + withKey(sessionreview::manikinText(figures.manikinType, figures.ageLetter),
+                       keyOf<E::ManikinType>(figures.manikinType))
+             + QStringLiteral(", firmware ") + orUnknown(figures.firmware));
+    line("Protocol",
+         withKey(sessionreview::protocolText(figures.protocol),
+                 session.cprEvents()->sessionInfo()->cprProtocolToString()));
     line("Start", orUnknown(figures.startTime));
     line("Length", figures.secs > 0 ? duration(figures.secs) : orUnknown(QString()));
     line("Compressions", compressions);
@@ -144,10 +151,12 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
                  .arg(figures.overallScore)
                  .arg(figures.compressionScore)
                  .arg(figures.ventilationScore));
-        line("Flow time", QStringLiteral("%1 %").arg(figures.flowTime));
+        line("Flow time",
+             figures.flowTime < 0 ? QStringLiteral("not received")
+                                  : QStringLiteral("%1 %").arg(figures.flowTime));
         line("Advice",
-             adviceText(session, figures.primaryAdvice) + QStringLiteral(", then ")
-                 + adviceText(session, figures.secondaryAdvice));
+             adviceWithKey(figures.primaryAdvice, figures.primarySide) + QStringLiteral(", then ")
+                 + adviceWithKey(figures.secondaryAdvice, figures.secondarySide));
     } else {
         line("Scores", QStringLiteral("not received"));
     }
@@ -171,38 +180,41 @@ QJsonObject infoObject(const QString &name, const CPRData &session, const Sessio
     QJsonObject object{
         {QStringLiteral("file"), name},
         {QStringLiteral("learners"), QJsonArray::fromStringList(figures.learners)},
-        {QStringLiteral("manikin_name"), figures.manikinName},
+        {QStringLiteral("manikin_name"), orNull(figures.manikinName)},
         {QStringLiteral("manikin"), keyOf<E::ManikinType>(figures.manikinType)},
-        {QStringLiteral("firmware"), figures.firmware},
+        {QStringLiteral("manikin_text"),
+         orNull(sessionreview::manikinText(figures.manikinType, figures.ageLetter))},
+        {QStringLiteral("firmware"), orNull(figures.firmware)},
         {QStringLiteral("protocol"), session.cprEvents()->sessionInfo()->cprProtocolToString()},
-        {QStringLiteral("start"), figures.startTime},
-        {QStringLiteral("length_s"), figures.secs},
+        {QStringLiteral("protocol_text"), sessionreview::protocolText(figures.protocol)},
+        {QStringLiteral("start"), orNull(figures.startTime)},
+        {QStringLiteral("length_s"), figures.secs > 0 ? QJsonValue(figures.secs) : QJsonValue()},
         {QStringLiteral("compressions"), figures.compressions},
         {QStringLiteral("ventilations"), figures.ventilations},
         {QStringLiteral("pauses"), figures.pauses},
-        {QStringLiteral("guidelines"), figures.guidelines},
+        {QStringLiteral("guidelines"), orNull(figures.guidelines)},
         {QStringLiteral("complete"), loaded.isComplete},
         {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
         {QStringLiteral("recorded"), recordedObject(review)},
     };
-    if (figures.hasStatistics) {
-        object.insert(QStringLiteral("mean_depth_mm"), figures.meanDepth);
-        object.insert(QStringLiteral("mean_rate_per_min"), figures.meanRate);
-        object.insert(QStringLiteral("mean_volume_ml"), figures.meanVolume);
-    }
-    if (figures.hasScores) {
-        object.insert(QStringLiteral("overall_score"), figures.overallScore);
-        object.insert(QStringLiteral("compression_score"), figures.compressionScore);
-        object.insert(QStringLiteral("ventilation_score"), figures.ventilationScore);
-        object.insert(QStringLiteral("flow_time_percent"), figures.flowTime);
-        object.insert(QStringLiteral("primary_advice"), keyOf<E::Advice>(figures.primaryAdvice));
-        object.insert(QStringLiteral("secondary_advice"),
-                      keyOf<E::Advice>(figures.secondaryAdvice));
-        object.insert(QStringLiteral("primary_advice_text"),
-                      adviceWords(session, figures.primaryAdvice));
-        object.insert(QStringLiteral("secondary_advice_text"),
-                      adviceWords(session, figures.secondaryAdvice));
-    }
+    const auto insertIf = [&object](bool isReceived, const char *key, const QJsonValue &value) {
+        object.insert(QLatin1String(key), isReceived ? value : QJsonValue());
+    };
+    const bool hasMeans = figures.hasStatistics;
+    insertIf(hasMeans, "mean_depth_mm", figures.meanDepth);
+    insertIf(hasMeans, "mean_rate_per_min", figures.meanRate);
+    insertIf(hasMeans, "mean_volume_ml", figures.meanVolume);
+    const bool hasScores = figures.hasScores;
+    insertIf(hasScores, "overall_score", figures.overallScore);
+    insertIf(hasScores, "compression_score", figures.compressionScore);
+    insertIf(hasScores, "ventilation_score", figures.ventilationScore);
+    insertIf(hasScores && figures.flowTime >= 0, "flow_time_percent", figures.flowTime);
+    insertIf(hasScores, "primary_advice", keyOf<E::Advice>(figures.primaryAdvice));
+    insertIf(hasScores, "secondary_advice", keyOf<E::Advice>(figures.secondaryAdvice));
+    insertIf(hasScores, "primary_advice_text",
+             orNull(sessionreview::adviceText(figures.primaryAdvice, figures.primarySide)));
+    insertIf(hasScores, "secondary_advice_text",
+             orNull(sessionreview::adviceText(figures.secondaryAdvice, figures.secondarySide)));
     return object;
 }
 
@@ -244,6 +256,11 @@ void addInfoCommand(CLI::App &app, Run &run)
         ->type_name("SESSION");
     command->add_flag("--json", options->asJson,
                       "Print a JSON object, of several sessions an array of them");
-    command->footer("Example: cprsession info session.zip --json");
+    command->footer(
+        "Depths are in mm, rates per minute, volumes in ml. What the manikin has not sent is\n"
+        "\"not received\", in JSON null; the figures below it come from the recorded events.\n"
+        "Examples:\n"
+        "  cprsession info monday.zip\n"
+        "  cprsession info *.zip --json");
     command->callback([options, &run] { run.verb = [options] { return runInfo(*options); }; });
 }

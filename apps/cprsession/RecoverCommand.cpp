@@ -126,10 +126,10 @@ ExitStatus runRecover(const RecoverOptions &options)
     const QFileInfo file(input);
     if (!file.isFile() || !file.isReadable())
         return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(input));
-    if (wouldReplace(target, input))
+    if (!mayWrite(target, {input}, options.force))
         return ExitStatus::WrongUsage;
-    if (QFileInfo::exists(target) && !options.force)
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    if (sessionfiles::isForeignArchive(input))
+        return fail(whyNoSession(input));
     return ManikinLogReader::isLog(input) ? recoverLog(input, target)
                                           : recoverArchive(input, target);
 }

@@ -5,6 +5,7 @@
 #include "FollowedFile.h"
 #include "Progress.h"
 #include "private/FileCalls.h"
+#include "sessionfiles/ArchiveCheck.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
@@ -204,13 +205,11 @@ ExitStatus runReplay(const ReplayOptions &options)
                           .arg(minSpeed)
                           .arg(maxSpeed));
     const QString target = fileName(options.session);
-    if (QFileInfo::exists(target) && !options.force)
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    const QString logName = fileName(options.log);
+    if (!mayWrite(target, {logName}, options.force))
+        return ExitStatus::WrongUsage;
     if (const std::optional<QString> reason = whyNotSaved(target))
         return fail(*reason);
-    const QString logName = fileName(options.log);
-    if (wouldReplace(target, logName))
-        return ExitStatus::WrongUsage;
 
     CPRData session;
     SessionJournal journal;
@@ -220,6 +219,10 @@ ExitStatus runReplay(const ReplayOptions &options)
     });
     if (!QFileInfo(logName).isFile() || !log.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
+    if (sessionfiles::isForeignArchive(logName))
+        return fail(whyNoSession(logName));
+    if (!sessionfiles::whyNoArchive(logName))
+        return fail(QStringLiteral("%1 is a session archive, not a recorded log").arg(logName));
     if (QFileInfo(logName) == QFileInfo(SessionJournal::nameFor(target)))
         return refuse(
             QStringLiteral("%1 is the journal of %2; \"cprsession recover %1 -o %2\" plays it")
@@ -255,6 +258,7 @@ void addReplayCommand(CLI::App &app, Run &run)
     command
         ->add_option("--speed", options->speed,
                      "1 plays in real time, 2 twice as fast; max as fast as it goes")
+        ->type_name("FACTOR")
         ->capture_default_str();
     command->add_flag("--follow", options->follow,
                       "Wait for a log that still grows, until the manikin has sent its scores or "

@@ -14,7 +14,6 @@
 #include <private/Units.h>
 
 #include <QDateTime>
-#include <QFileInfo>
 
 #include <limits>
 #include <memory>
@@ -154,8 +153,8 @@ ExitStatus runSimulate(const SimulateOptions &options)
                           .arg(std::numeric_limits<quint64>::max()));
     const bool isLog = !options.log.empty();
     const QString target = fileName(isLog ? options.log : options.session);
-    if (QFileInfo::exists(target) && !options.force)
-        return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
+    if (!mayWrite(target, {}, options.force))
+        return ExitStatus::WrongUsage;
 
     Simulator simulator(*scenario, seed);
     const std::optional<QString> reason =
@@ -171,16 +170,23 @@ void addSimulateCommand(CLI::App &app, Run &run)
     CLI::App *command =
         app.add_subcommand("simulate", "Let a simulated rescuer train on a simulated manikin");
     command->add_flag("--list", options->list, "Show the scenarios with a line each");
-    command->add_option("--scenario", options->scenario, "What is simulated")
+    command->add_option("--scenario", options->scenario, "What is simulated, one of --list")
+        ->type_name("NAME")
         ->capture_default_str();
     command
         ->add_option("--seed", options->seed,
                      "The same scenario and seed give the same session every time")
+        ->type_name("NUMBER")
         ->capture_default_str();
-    command->add_option("--duration", options->duration, "Length of the session in s");
-    command->add_option("--protocol", options->protocol,
-                        "CPR protocol instead of the scenario's: single-rescuer, two-rescuers, "
-                        "compression-only, ventilation-only, automatic, high-performance");
+    command
+        ->add_option("--duration", options->duration,
+                     "Length of the session in s, instead of the scenario's")
+        ->type_name("SECONDS");
+    command
+        ->add_option("--protocol", options->protocol,
+                     "CPR protocol instead of the scenario's: single-rescuer, two-rescuers, "
+                     "compression-only, ventilation-only, automatic, high-performance")
+        ->type_name("NAME");
     command
         ->add_option("--start", options->start,
                      "When it is recorded, such as 2026-01-31T09:00:00Z (without Z in local time); "
@@ -197,7 +203,8 @@ void addSimulateCommand(CLI::App &app, Run &run)
     command->add_option("--to", options->session, "Session archive to write")
         ->type_name("SESSION.zip");
     command->add_flag("--force", options->force, "Replace a file that exists");
-    command->footer("Examples:\n"
+    command->footer("Writes either a recorded log (-o) or a session archive (--to).\n"
+                    "Examples:\n"
                     "  cprsession simulate --list\n"
                     "  cprsession simulate --scenario shallow --seed 7 --to shallow.zip");
     command->callback([options, &run] { run.verb = [options] { return runSimulate(*options); }; });

@@ -68,7 +68,8 @@ ExitStatus runProgram(int argc, char *argv[])
     });
     bool quiet = false;
     app.add_flag("--quiet", quiet, "Show no progress");
-    app.footer("Exit status: 0 done; 1 the input is damaged or cannot be read, or the output "
+    app.footer("cprsession SUBCOMMAND --help shows the options of a subcommand, with examples.\n"
+               "Exit status: 0 done; 1 the input is damaged or cannot be read, or the output "
                "cannot be written; 2 wrong usage.");
 
     Run run;

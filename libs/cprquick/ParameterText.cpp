@@ -39,7 +39,6 @@ constexpr UnitRow units[] = {
     {E::none,    ""},
     {E::percent, "%"},
     {E::sec,     QT_TRANSLATE_NOOP("cprquick", "s")},
-    {E::hmm,     "mm"},
     {E::vpm,     QT_TRANSLATE_NOOP("cprquick", "per min")},
     {E::cpm,     QT_TRANSLATE_NOOP("cprquick", "per min")},
     {E::hours,   "h"},
@@ -221,15 +220,11 @@ QString parameterUnitText(E::ParameterType type)
     const Vocabulary::Parameter *row = Vocabulary::parameter(type);
     if (!row)
         return QString();
-    E::ParameterUnit unit = storedUnit(type);
-    if (row->form == Form::Percent)
-        unit = E::percent;
-    else if (row->form == Form::PerMinute)
-        unit = E::cpm;
-    else if (row->form == Form::Clock || row->form == Form::Timestamp)
-        unit = E::none;
-    else if (row->form == Form::Force)
+    if (row->form == Form::Clock)
+        return QString();
+    if (row->form == Form::Force)
         return QStringLiteral("kg");
+    const E::ParameterUnit unit = Vocabulary::shownUnit(type);
     for (const UnitRow &known : units) {
         if (known.unit == unit)
             return translated(known.text);

@@ -373,6 +373,19 @@ const Parameter *parameter(CPREventBase::ParameterType type)
     return rowAt(parameters, type);
 }
 
+CPREventBase::ParameterUnit shownUnit(CPREventBase::ParameterType type)
+{
+    const Parameter *row = parameter(type);
+    if (!row || row->form == Form::Timestamp)
+        return E::none;
+    if (row->form == Form::Percent)
+        return E::percent;
+    if (row->form == Form::PerMinute)
+        return E::cpm;
+    const E::ParameterUnit unit = row->unit.value_or(E::none);
+    return unit == E::hmm ? E::mm : unit;
+}
+
 const char *label(CPREventBase::ParameterType type, CPREventBase::EventType kind)
 {
     for (const OtherLabel &other : otherLabels) {

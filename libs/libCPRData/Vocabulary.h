@@ -89,6 +89,10 @@ struct EventKind {
 CPRDATA_EXPORT int parameterCount();
 /// The row of a parameter, in static memory; null for a value outside the enumeration.
 CPRDATA_EXPORT const Parameter *parameter(CPREventBase::ParameterType type);
+/// The unit in which tables and pages show a parameter: that of files, but mm for hundredths of a
+/// millimetre, and percent or cpm where the form says so and files have none. None for a timestamp,
+/// which is shown as a date, and for a value outside the enumeration.
+CPRDATA_EXPORT CPREventBase::ParameterUnit shownUnit(CPREventBase::ParameterType type);
 /// The label that a parameter has in events of a kind.
 CPRDATA_EXPORT const char *label(CPREventBase::ParameterType type, CPREventBase::EventType kind);
 /// The row of a kind of event, in static memory; null for a value outside the enumeration.

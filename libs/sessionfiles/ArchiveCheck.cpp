@@ -332,6 +332,8 @@ std::optional<QString> whyNoArchive(const QString &name)
         return QStringLiteral("%1 cannot be read: %2").arg(name, file.errorString());
     if (file.size() == 0)
         return QStringLiteral("%1 is empty").arg(name);
+    if (isForeignArchive(name))
+        return QStringLiteral("%1 is an archive, but there is no session in it").arg(name);
     if (CPRFileHandlerZip zip; zip.open(name, CPRFileHandlerZip::Read))
         return std::nullopt;
     if (file.peek(2) == "PK")

@@ -74,7 +74,7 @@ private:
     qint64 m_warnings = 0;
 };
 
-/// Why the file \a name is no archive that can be opened; nothing when it is one.
+/// Why the file \a name is no archive of a session that can be opened; nothing when it is one.
 [[nodiscard]] std::optional<QString> whyNoArchive(const QString &name);
 
 /// Checks the archive \a name. \a advance is told how many bytes of how many have been read, and

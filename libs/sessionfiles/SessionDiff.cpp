@@ -4,6 +4,7 @@
 #include "sessionfiles/SessionDiff.h"
 
 #include "private/PrintableText.h"
+#include "sessionfiles/ShownValues.h"
 
 #include <CPRData.h>
 #include <CPREventCompression.h>
@@ -12,11 +13,11 @@
 #include <CPREventSessionStatistics.h>
 #include <CPREventVentilation.h>
 #include <CPRWaveformInfo.h>
+#include <Vocabulary.h>
 
 #include <QBitArray>
 #include <QMetaEnum>
 #include <QMetaProperty>
-#include <QVector>
 
 #include <algorithm>
 #include <map>
@@ -54,13 +55,23 @@ QString withUnit(const QVariant &value, const QString &unit)
     return text + (unit.isEmpty() ? QString() : QLatin1Char(' ') + unit);
 }
 
-QString guidelineUnit(const QString &name)
+// Without the digits that come from a scale that is a float.
+double rounded(double value)
 {
-    const CPRDataBase::ParameterUnit unit =
-        CPRDataBase::parameterUnit.value(name, CPRDataBase::none);
-    return unit == CPRDataBase::none
-        ? QString()
-        : QString::fromLatin1(QMetaEnum::fromType<CPRDataBase::ParameterUnit>().valueToKey(unit));
+    constexpr int significantDigits = 6;
+    return QString::number(value, 'g', significantDigits).toDouble();
+}
+
+// A float has its own digits in JSON, not those of a double.
+QJsonValue jsonOf(const QVariant &value)
+{
+    return value.userType() == QMetaType::Float ? QJsonValue(textOf(value).toDouble())
+                                                : QJsonValue::fromVariant(value);
+}
+
+QString eventsSection(const E &event)
+{
+    return QStringLiteral("events ") + QString::fromLatin1(event.typeAsString());
 }
 
 // By type.
@@ -169,7 +180,8 @@ void SessionDiff::compareParameters(const Place &place, const CPREventBase &a,
         const QString key = E::parameterKey(parameter);
         if (!passedOver.contains(key)
             && (valueA.isValid() != valueB.isValid() || textOf(valueA) != textOf(valueB))) {
-            addValue(place, key, valueA, valueB, E::unitText(parameter));
+            addValue(place, key, inShownUnit(parameter, valueA), inShownUnit(parameter, valueB),
+                     unitText(Vocabulary::shownUnit(parameter)));
         }
     }
 }
@@ -257,6 +269,7 @@ void SessionDiff::compareOrder(const QVector<Pair> &pairs)
     for (int i = 0; i < byA.size(); ++i) {
         if (stays.testBit(i))
             continue;
+        ++section(eventsSection(*byA.at(i).a)).moved;
         Place place = positionOf(byA.at(i));
         place.json.insert(QStringLiteral("field"), QStringLiteral("place"));
         add(place.text + QStringLiteral(": stands in another place of the list"), place.json);
@@ -288,9 +301,12 @@ SessionDiff::Place SessionDiff::positionOf(const Pair &pair)
 void SessionDiff::compareEvent(const Pair &pair)
 {
     if (!pair.a || !pair.b) {
+        Section &events = section(eventsSection(pair.a ? *pair.a : *pair.b));
+        ++(pair.a ? events.onlyInA : events.onlyInB);
         addOnlyIn(positionOf(pair), pair.a != nullptr);
         return;
     }
+    const qint64 before = m_count;
     const Place place = positionOf(pair);
     const QString ms = QStringLiteral("ms");
     if (pair.a->msecs() != pair.b->msecs())
@@ -298,6 +314,8 @@ void SessionDiff::compareEvent(const Pair &pair)
     if (pair.a->eventEndTime() != pair.b->eventEndTime())
         addValue(place, QStringLiteral("end"), pair.a->eventEndTime(), pair.b->eventEndTime(), ms);
     compareParameters(place, *pair.a, *pair.b, {});
+    if (m_count > before)
+        ++section(eventsSection(*pair.a)).changed;
 }
 
 template <typename Wave>
@@ -355,15 +373,21 @@ void SessionDiff::compareWave(const QString &part, const Wave &a, const Wave &b)
             greatest = qMax(greatest, qAbs(a.at(end) - b.at(end)));
         if (end == first)
             continue;
-        const float difference = static_cast<float>(greatest) * infoA.lsbValue();
+        const double difference = rounded(greatest * double(infoA.lsbValue()));
+        Section &samples = section(part + QStringLiteral(" samples"));
+        samples.changed += end - first;
+        samples.greatest = qMax(samples.greatest, difference);
+        samples.unit = scaleUnit;
         addSamples(first, end - 1,
                    QStringLiteral("up to %1 apart").arg(withUnit(difference, scaleUnit)),
-                   {{QStringLiteral("greatest_difference"), double(difference)},
+                   {{QStringLiteral("greatest_difference"), difference},
                     {QStringLiteral("unit"), scaleUnit}});
         first = end;
     }
     if (a.count() != b.count()) {
         const bool isInA = a.count() > b.count();
+        Section &samples = section(part + QStringLiteral(" samples"));
+        (isInA ? samples.onlyInA : samples.onlyInB) += qAbs(a.count() - b.count());
         addSamples(
             common, qMax(a.count(), b.count()) - 1,
             QStringLiteral("only in ") + (isInA ? m_names.a : m_names.b),
@@ -380,19 +404,25 @@ void SessionDiff::compareGuidelines(const CPRData &a, const CPRData &b)
         const QVariant valueA = object.property(i).read(a.cprGuidelines());
         const QVariant valueB = object.property(i).read(b.cprGuidelines());
         const auto name = QString::fromLatin1(object.property(i).name());
-        if (valueA != valueB)
-            addValue(place, name, valueA, valueB, guidelineUnit(name));
+        if (valueA != valueB) {
+            const ShownGuideline shown = shownGuideline(name, valueA);
+            addValue(place, name, shown.value, shownGuideline(name, valueB).value, shown.unit);
+        }
     }
 }
 
 void SessionDiff::addValue(const Place &place, const QString &field, const QVariant &a,
                            const QVariant &b, const QString &unit)
 {
+    // Events are counted by themselves.
+    const QString part = place.json.value(QStringLiteral("part")).toString();
+    if (part != QLatin1String("event"))
+        ++section(part).changed;
     QJsonObject json = place.json;
     if (!field.isEmpty())
         json.insert(QStringLiteral("field"), field);
-    json.insert(QStringLiteral("a"), QJsonValue::fromVariant(a));
-    json.insert(QStringLiteral("b"), QJsonValue::fromVariant(b));
+    json.insert(QStringLiteral("a"), jsonOf(a));
+    json.insert(QStringLiteral("b"), jsonOf(b));
     if (!unit.isEmpty())
         json.insert(QStringLiteral("unit"), unit);
     add(place.text + QStringLiteral(": ") + (field.isEmpty() ? QString() : field + QLatin1Char(' '))
@@ -425,15 +455,79 @@ QString SessionDiff::toText() const
     return text;
 }
 
-QJsonObject SessionDiff::toJson() const
+QJsonObject SessionDiff::head() const
 {
     return {
         {QStringLiteral("a"), m_names.a},
         {QStringLiteral("b"), m_names.b},
         {QStringLiteral("same"), isSame()},
-        {QStringLiteral("differences"), m_json},
-        {QStringLiteral("left_out"), m_count - m_lines.size()},
     };
+}
+
+QJsonObject SessionDiff::toJson() const
+{
+    QJsonObject json = head();
+    json.insert(QStringLiteral("differences"), m_json);
+    json.insert(QStringLiteral("left_out"), m_count - m_lines.size());
+    return json;
+}
+
+SessionDiff::Section &SessionDiff::section(const QString &name)
+{
+    const auto known =
+        std::find_if(m_sections.begin(), m_sections.end(),
+                     [&name](const Section &section) { return section.name == name; });
+    if (known != m_sections.end())
+        return *known;
+    Section added;
+    added.name = name;
+    m_sections.append(added);
+    return m_sections.last();
+}
+
+QString SessionDiff::toSummary() const
+{
+    QString text;
+    for (const Section &section : m_sections) {
+        QStringList parts;
+        const auto addPart = [&parts](qint64 number, const QString &what) {
+            if (number > 0)
+                parts.append(QString::number(number) + QLatin1Char(' ') + what);
+        };
+        QString changed = QStringLiteral("changed");
+        if (!section.unit.isEmpty())
+            changed += QStringLiteral(" by up to ") + withUnit(section.greatest, section.unit);
+        addPart(section.changed, changed);
+        addPart(section.moved, QStringLiteral("in another place of the list"));
+        addPart(section.onlyInA, QStringLiteral("only in ") + m_names.a);
+        addPart(section.onlyInB, QStringLiteral("only in ") + m_names.b);
+        text += PrintableText::escaped(section.name + QStringLiteral(": ")
+                                       + parts.join(QLatin1String(", ")))
+            + QLatin1Char('\n');
+    }
+    return text;
+}
+
+QJsonObject SessionDiff::summaryToJson() const
+{
+    QJsonArray sections;
+    for (const Section &section : m_sections) {
+        QJsonObject json{
+            {QStringLiteral("section"), section.name},
+            {QStringLiteral("changed"), section.changed},
+            {QStringLiteral("moved"), section.moved},
+            {QStringLiteral("only_in_a"), section.onlyInA},
+            {QStringLiteral("only_in_b"), section.onlyInB},
+        };
+        if (!section.unit.isEmpty()) {
+            json.insert(QStringLiteral("greatest_difference"), section.greatest);
+            json.insert(QStringLiteral("unit"), section.unit);
+        }
+        sections.append(json);
+    }
+    QJsonObject json = head();
+    json.insert(QStringLiteral("sections"), sections);
+    return json;
 }
 
 } // namespace sessionfiles

@@ -8,6 +8,7 @@
 #include <QJsonObject>
 #include <QString>
 #include <QStringList>
+#include <QVector>
 
 class CPRData;
 class CPREventBase;
@@ -43,6 +44,13 @@ public:
     QString toText() const;
     /// The differences, their number and the names.
     QJsonObject toJson() const;
+    /// @{
+    /// How much differs: for each part of the sessions that differs a line, or an object in
+    /// "sections", with its numbers. Events count once each, whatever differs in them; everything
+    /// is counted, also behind maxDifferences.
+    QString toSummary() const;
+    QJsonObject summaryToJson() const;
+    /// @}
 
 private:
     struct Pair {
@@ -56,6 +64,20 @@ private:
         QString text;
         QJsonObject json;
     };
+
+    // How much differs in a part.
+    struct Section {
+        QString name;
+        qint64 changed = 0;
+        qint64 onlyInA = 0;
+        qint64 onlyInB = 0;
+        qint64 moved = 0;
+        double greatest = 0; // difference of samples
+        QString unit; // of that; empty for none
+    };
+    // The one of that name, which is added when there is none.
+    Section &section(const QString &name);
+    QJsonObject head() const;
 
     void compareLearners(const CPRData &a, const CPRData &b);
     void compareStanding(const QString &part, const CPREventBase &a, const CPREventBase &b,
@@ -78,6 +100,7 @@ private:
     Names m_names;
     QStringList m_lines;
     QJsonArray m_json;
+    QVector<Section> m_sections;
     qint64 m_count = 0;
 };
 

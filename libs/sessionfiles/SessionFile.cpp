@@ -3,6 +3,7 @@
 
 #include "sessionfiles/SessionFile.h"
 
+#include "private/SessionArchive.h"
 #include "sessionfiles/ZipHeader.h"
 
 #include <CPRData.h>
@@ -137,6 +138,24 @@ LoadResult load(const QString &name, CPRData &session, const Progress &progress)
 LoadResult load(CPRFileHandler &handler, CPRData &session)
 {
     return loadMembers(handler, session, {}, 0);
+}
+
+bool isForeignArchive(const QString &name)
+{
+    QFile file(name);
+    if (!QFileInfo(name).isFile() || !file.open(QIODevice::ReadOnly) || file.peek(2) != "PK")
+        return false;
+    const zip::Directory directory = zip::directoryOf(file, std::numeric_limits<quint16>::max());
+    const auto isMember = [](const zip::Header &header) {
+        const auto isNamed = [&header](SessionArchive::MemberIndex index) {
+            using namespace SessionArchive;
+            return nameInZip(nameInFolder(index)).toUtf8() == header.name;
+        };
+        const auto &members = SessionArchive::readingOrder;
+        return std::any_of(members.begin(), members.end(), isNamed);
+    };
+    return directory.isFound && !directory.isLarge && directory.headers.size() == directory.entries
+        && std::none_of(directory.headers.begin(), directory.headers.end(), isMember);
 }
 
 SaveResult save(const QString &name, CPRData &session)

@@ -51,6 +51,9 @@ LoadResult load(const QString &name, CPRData &session, const Progress &progress 
 /// Reads the members that \a handler gives; they count as an archive.
 LoadResult load(CPRFileHandler &handler, CPRData &session);
 
+/// Whether the file \a name is a sound archive, but of others: no member in it is of a session.
+bool isForeignArchive(const QString &name);
+
 /// What became of a session that was saved.
 struct [[nodiscard]] SaveResult {
     /// That of an archive \a name that could not be written.

@@ -3,15 +3,16 @@
 
 #include "sessionfiles/SessionTable.h"
 
+#include "sessionfiles/ShownValues.h"
 #include "sessionreview/RecordedFigures.h"
+#include "sessionreview/Words.h"
 
 #include <CPRData.h>
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
 #include <CPREventSessionStatistics.h>
+#include <Vocabulary.h>
 
-#include <QBuffer>
-#include <QMetaEnum>
 #include <QMetaProperty>
 
 #include <algorithm>
@@ -25,6 +26,16 @@ using E = CPREventBase;
 using Column = TableWriter::Column;
 using Row = TableWriter::Row;
 
+Column columnOf(E::ParameterType parameter)
+{
+    return {E::parameterKey(parameter), unitText(Vocabulary::shownUnit(parameter))};
+}
+
+QVariant orNull(const QString &text)
+{
+    return text.isEmpty() ? QVariant::fromValue(nullptr) : QVariant(text);
+}
+
 // The parameter of that name; false, and the reason in error, when there is none.
 bool parameterOf(const QString &name, E::ParameterType &parameter, QString *error)
 {
@@ -34,8 +45,9 @@ bool parameterOf(const QString &name, E::ParameterType &parameter, QString *erro
     return false;
 }
 
-// One row per session, made by the library's own CSV export: each parameter from the earliest
-// event that holds it. What was worked out from the recorded events stands behind.
+// One row per session: each parameter from the earliest event that holds it, as the library's own
+// CSV export has it, and enumerations in words, too. What was worked out from the recorded events
+// stands behind.
 class SummaryTable final : public SessionTable {
 public:
     static std::unique_ptr<SummaryTable> create(const QStringList &names, QString *error)
@@ -46,8 +58,14 @@ public:
             const auto figure =
                 std::find_if(figures.begin(), figures.end(),
                              [&name](const auto &each) { return nameOf(each) == name; });
-            Cell cell{figure == figures.end() ? nullptr : &*figure, {}};
-            if (!cell.figure && !parameterOf(name, cell.parameter, error))
+            const auto *const said =
+                std::find_if(std::begin(words), std::end(words), [&name](const Words &each) {
+                    return name == QLatin1String(each.name);
+                });
+            Cell cell{figure == figures.end() ? nullptr : &*figure,
+                      said == std::end(words) ? nullptr : said,
+                      {}};
+            if (!cell.figure && !cell.words && !parameterOf(name, cell.parameter, error))
                 return nullptr;
             table->m_cells.append(cell);
         }
@@ -57,8 +75,14 @@ public:
     static QStringList usualColumns()
     {
         QStringList names;
-        for (E::ParameterType parameter : usualParameters())
-            names.append(E::parameterKey(parameter));
+        for (E::ParameterType parameter : usualParameters()) {
+            const QString key = E::parameterKey(parameter);
+            names.append(key);
+            for (const Words &each : words) {
+                if (QLatin1String(each.name) == key + QLatin1String("_text"))
+                    names.append(QLatin1String(each.name));
+            }
+        }
         for (const RecordedFigure &figure : sessionreview::recordedFigures())
             names.append(nameOf(figure));
         return names;
@@ -69,9 +93,9 @@ public:
         QVector<Column> columns;
         for (const Cell &cell : m_cells) {
             // The name of a figure says its unit.
-            columns.append(
-                cell.figure ? Column{nameOf(*cell.figure), QString()}
-                            : Column{E::parameterKey(cell.parameter), E::unitText(cell.parameter)});
+            columns.append(cell.figure      ? Column{nameOf(*cell.figure), QString()}
+                               : cell.words ? Column{QLatin1String(cell.words->name), QString()}
+                                            : columnOf(cell.parameter));
         }
         return columns;
     }
@@ -84,6 +108,7 @@ public:
                                              [](const Cell &cell) { return cell.figure; });
         const auto review =
             needsReview ? sessionreview::reviewOf(session) : sessionreview::SessionReview();
+        const sessionreview::Figures figures = sessionreview::figuresOf(session);
         Row row;
         for (const Cell &cell : m_cells) {
             if (cell.figure) {
@@ -91,23 +116,38 @@ public:
                 row.append(value ? QVariant(*value) : QVariant::fromValue(nullptr));
                 continue;
             }
-            if (!hasArrived(*copy->cprEvents(), cell.parameter)) {
-                row.append(QVariant::fromValue(nullptr));
-                continue;
-            }
-            QBuffer text;
-            text.open(QIODevice::WriteOnly);
-            copy->cprEvents()->write(&text, {{cell.parameter, E::parameterKey(cell.parameter)}},
-                                     QString());
-            row.append(QString::fromUtf8(text.data()));
+            row.append(cell.words ? orNull(cell.words->text(figures))
+                                  : received(*copy->cprEvents(), cell.parameter));
         }
         return write(row);
     }
 
 private:
+    using Figures = sessionreview::Figures;
     using RecordedFigure = sessionreview::RecordedFigure;
+    // The words for a parameter stand behind it.
+    struct Words {
+        const char *name;
+        QString (*text)(const Figures &figures);
+    };
+    static constexpr Words words[] = {
+        {"manikinType_text",
+         [](const Figures &f) { return sessionreview::manikinText(f.manikinType, f.ageLetter); }},
+        {"cprProtocol_text",
+         [](const Figures &f) { return sessionreview::protocolText(f.protocol); }},
+        {"primaryAdvice_text",
+         [](const Figures &f) {
+             return sessionreview::adviceText(f.primaryAdvice, f.primarySide);
+         }},
+        {"secondaryAdvice_text",
+         [](const Figures &f) {
+             return sessionreview::adviceText(f.secondaryAdvice, f.secondarySide);
+         }},
+    };
+    // Without figure and words it is of a parameter.
     struct Cell {
-        const RecordedFigure *figure; // null for a parameter
+        const RecordedFigure *figure;
+        const Words *words;
         E::ParameterType parameter;
     };
 
@@ -143,14 +183,17 @@ private:
                 E::inactivityTime};
     }
 
-    static bool hasArrived(const CPREvents &events, E::ParameterType parameter)
+    // Null for what the manikin has not sent.
+    static QVariant received(const CPREvents &events, E::ParameterType parameter)
     {
         const auto &listed = events.events();
         QString key;
         const auto earliest = std::find_if(listed.begin(), listed.end(), [&](const E *event) {
             return event->hasParameters() && event->hasParameterType(parameter, key);
         });
-        return earliest != listed.end() && sessionreview::hasArrived(*earliest, parameter);
+        return earliest != listed.end() && sessionreview::hasArrived(*earliest, parameter)
+            ? shownValue(parameter, (*earliest)->value(parameter))
+            : QVariant::fromValue(nullptr);
     }
 
     QVector<Cell> m_cells;
@@ -217,10 +260,9 @@ public:
     {
         QVector<Column> columns;
         for (const Cell &cell : m_cells) {
-            columns.append(
-                cell.fixed
-                    ? Column{QLatin1String(cell.fixed->name), QLatin1String(cell.fixed->unit)}
-                    : Column{E::parameterKey(cell.parameter), E::unitText(cell.parameter)});
+            columns.append(cell.fixed ? Column{QLatin1String(cell.fixed->name),
+                                               QLatin1String(cell.fixed->unit)}
+                                      : columnOf(cell.parameter));
         }
         return columns;
     }
@@ -231,7 +273,8 @@ public:
         return std::all_of(events.cbegin(), events.cend(), [&](const E *event) {
             Row row;
             for (const Cell &cell : m_cells)
-                row.append(cell.fixed ? cell.fixed->value(*event) : event->value(cell.parameter));
+                row.append(cell.fixed ? cell.fixed->value(*event)
+                                      : shownValue(cell.parameter, event->value(cell.parameter)));
             return write(row);
         });
     }
@@ -298,17 +341,12 @@ public:
 
     bool writeRows(const CPRData &session, const WriteRow &write) const override
     {
-        const auto units = QMetaEnum::fromType<CPRDataBase::ParameterUnit>();
         const CPRGuidelines *guidelines = session.cprGuidelines();
         const QMetaObject *meta = guidelines->metaObject();
         for (int i = meta->propertyOffset(); i < meta->propertyCount(); ++i) {
             const QString name = QString::fromLatin1(meta->property(i).name());
-            const auto unit = CPRDataBase::parameterUnit.value(name, CPRDataBase::none);
-            const Row row{name, meta->property(i).read(guidelines),
-                          unit == CPRDataBase::none
-                              ? QVariant()
-                              : QVariant(QLatin1String(units.valueToKey(unit)))};
-            if (!write(row))
+            const ShownGuideline shown = shownGuideline(name, meta->property(i).read(guidelines));
+            if (!write({name, shown.value, shown.unit.isEmpty() ? QVariant() : shown.unit}))
                 return false;
         }
         return true;

@@ -33,6 +33,19 @@ QString title(const PlotModel &model)
     return PrintableText::shown(model.review().figures.learners.join(QLatin1String(", ")));
 }
 
+// What is painted on: so many pixels, of a PDF between the margins of a page.
+struct Canvas {
+    QSize size;
+    QPageLayout page;
+};
+
+Canvas canvasOf(const QSize &size)
+{
+    const QSizeF points = QSizeF(size) * pointsPerInch / unitsPerInch;
+    const QPageSize page(points, QPageSize::Point, QString(), QPageSize::ExactMatch);
+    return {size, QPageLayout(page, QPageLayout::Portrait, QMarginsF())};
+}
+
 bool paintOn(QPaintDevice *device, const QSize &size, ReviewPicture &picture)
 {
     QPainter painter;
@@ -42,39 +55,39 @@ bool paintOn(QPaintDevice *device, const QSize &size, ReviewPicture &picture)
     return painter.end();
 }
 
-bool encodePng(QIODevice *device, const QSize &size, const PlotModel &, ReviewPicture &picture)
+bool encodePng(QIODevice *device, const Canvas &canvas, const PlotModel &, ReviewPicture &picture)
 {
-    QImage image(size, QImage::Format_RGB32);
-    return !image.isNull() && paintOn(&image, size, picture) && image.save(device, "PNG");
+    QImage image(canvas.size, QImage::Format_RGB32);
+    return !image.isNull() && paintOn(&image, canvas.size, picture) && image.save(device, "PNG");
 }
 
-bool encodeSvg(QIODevice *device, const QSize &size, const PlotModel &model, ReviewPicture &picture)
+bool encodeSvg(QIODevice *device, const Canvas &canvas, const PlotModel &model,
+               ReviewPicture &picture)
 {
     QSvgGenerator generator;
     generator.setOutputDevice(device);
     generator.setResolution(unitsPerInch);
-    generator.setSize(size);
-    generator.setViewBox(QRect(QPoint(0, 0), size));
+    generator.setSize(canvas.size);
+    generator.setViewBox(QRect(QPoint(0, 0), canvas.size));
     generator.setTitle(title(model).toHtmlEscaped()); // Qt writes it as it is
     picture.setColumnsPerUnit(columnsPerUnitOfVectors);
-    return paintOn(&generator, size, picture);
+    return paintOn(&generator, canvas.size, picture);
 }
 
-bool encodePdf(QIODevice *device, const QSize &size, const PlotModel &model, ReviewPicture &picture)
+bool encodePdf(QIODevice *device, const Canvas &canvas, const PlotModel &model,
+               ReviewPicture &picture)
 {
     QPdfWriter writer(device);
     writer.setResolution(unitsPerInch);
-    writer.setPageSize(QPageSize(QSizeF(size) * pointsPerInch / unitsPerInch, QPageSize::Point,
-                                 QString(), QPageSize::ExactMatch));
-    writer.setPageMargins(QMarginsF());
+    writer.setPageLayout(canvas.page);
     writer.setTitle(title(model));
     picture.setColumnsPerUnit(columnsPerUnitOfVectors);
-    return paintOn(&writer, size, picture);
+    return paintOn(&writer, canvas.size, picture);
 }
 
 struct Format {
     const char *suffix;
-    bool (*encode)(QIODevice *, const QSize &, const PlotModel &, ReviewPicture &);
+    bool (*encode)(QIODevice *, const Canvas &, const PlotModel &, ReviewPicture &);
 };
 
 constexpr Format formats[] = {{"png", encodePng}, {"svg", encodeSvg}, {"pdf", encodePdf}};
@@ -90,9 +103,10 @@ const Format *formatOf(const QString &fileName)
 }
 
 /// Returns what went wrong; nothing when the picture is written.
-std::optional<QString> write(const QString &fileName, const QSize &size, const PlotModel &model,
+std::optional<QString> write(const QString &fileName, const Canvas &canvas, const PlotModel &model,
                              ReviewPicture &picture)
 {
+    const QSize &size = canvas.size;
     const Format *format = formatOf(fileName);
     if (!format)
         return QCoreApplication::translate("sessionplot", "%1 has to end with .png, .svg or .pdf")
@@ -112,7 +126,7 @@ std::optional<QString> write(const QString &fileName, const QSize &size, const P
 
     QBuffer encoded;
     encoded.open(QIODevice::WriteOnly);
-    if (!format->encode(&encoded, size, model, picture))
+    if (!format->encode(&encoded, canvas, model, picture))
         return QCoreApplication::translate("sessionplot",
                                            "The picture cannot be drawn; is there "
                                            "memory for %1x%2 pixels?")
@@ -121,6 +135,18 @@ std::optional<QString> write(const QString &fileName, const QSize &size, const P
     if (file.write(encoded.data()) != encoded.size() || !file.finish())
         return cannotBeWritten(file.errorString());
     return std::nullopt;
+}
+
+bool draw(const QString &fileName, const Canvas &canvas, qint64 from, qint64 to,
+          const PlotModel &model, const Theme &theme, QString *error)
+{
+    ReviewPicture picture(&model);
+    picture.setTheme(theme);
+    picture.setRange(from, to);
+    const std::optional<QString> problem = write(fileName, canvas, model, picture);
+    if (error)
+        *error = problem.value_or(QString());
+    return !problem;
 }
 
 } // namespace
@@ -142,13 +168,14 @@ bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint6
 bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint64 to,
                   const PlotModel &model, const Theme &theme, QString *error)
 {
-    ReviewPicture picture(&model);
-    picture.setTheme(theme);
-    picture.setRange(from, to);
-    const std::optional<QString> problem = write(fileName, size, model, picture);
-    if (error)
-        *error = problem.value_or(QString());
-    return !problem;
+    return draw(fileName, canvasOf(size), from, to, model, theme, error);
+}
+
+bool writePicture(const QString &fileName, const QPageLayout &paper, qint64 from, qint64 to,
+                  const PlotModel &model, const Theme &theme, QString *error)
+{
+    const Canvas canvas{paper.paintRectPixels(unitsPerInch).size(), paper};
+    return draw(fileName, canvas, from, to, model, theme, error);
 }
 
 } // namespace sessionplot

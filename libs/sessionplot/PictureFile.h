@@ -6,6 +6,7 @@
 
 #include "sessionplot/Style.h"
 
+#include <QPageLayout>
 #include <QSize>
 #include <QString>
 #include <QStringList>
@@ -27,6 +28,9 @@ bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint6
                   const CPRData &session, QString *error);
 /// The same for a model, in any theme.
 bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint64 to,
+                  const PlotModel &model, const Theme &theme, QString *error);
+/// The same on one page of \a paper, between its margins; \a fileName has to end with .pdf.
+bool writePicture(const QString &fileName, const QPageLayout &paper, qint64 from, qint64 to,
                   const PlotModel &model, const Theme &theme, QString *error);
 
 } // namespace sessionplot

@@ -59,6 +59,7 @@ private Q_SLOTS:
         QVERIFY(saveMembers(path("=1+1\n\u009b.zip"), members));
         QCOMPARE(mkfifo(qPrintable(path("pipe.svg")), 0600), 0);
         QVERIFY(store(path("bare.cprlog"), "cprlog 1\n# nothing\n"));
+        QVERIFY(store(path("nothing.zip"), "PK\5\6" + QByteArray(18, '\0')));
         QVERIFY(saveMembers(path("others.zip"), {{"letter.txt", "Dear instructor,\n"}}));
         QVERIFY(
             store(path("broken.cprlog"), "cprlog 1\n0 state CPR_MANIKIN_INIT\n20 header one\n"));
@@ -84,10 +85,12 @@ private Q_SLOTS:
         const QJsonObject expected{
             {"file", "session.zip"},
             {"learners", QJsonArray{"Mira Holm", QString::fromUtf8("Jörg Aldane")}},
-            {"manikin_name", ""},
+            {"manikin_name", QJsonValue()},
             {"manikin", "KDX_ADULT_MALE"},
+            {"manikin_text", "KDX ADULT MALE (adult)"},
             {"firmware", "3.2.1.1047"},
             {"protocol", "Compression and ventilation - Two rescuer"},
+            {"protocol_text", "CPR with two rescuers"},
             {"length_s", 120},
             {"compressions", 162},
             {"ventilations", 8},
@@ -137,7 +140,8 @@ private Q_SLOTS:
             "no/target.csv");
         row("unwritable picture", {"plot", "session.zip", "-o", "no/target.png"}, 1,
             "no/target.png");
-        row("picture into a pipe", {"plot", "session.zip", "-o", "pipe.svg"}, 1, "regular file");
+        row("picture into a pipe", {"plot", "session.zip", "--force", "-o", "pipe.svg"}, 1,
+            "regular file");
         row("log into a pipe", {"simulate", "-o", "pipe.svg", "--force"}, 1, "regular file");
         row("unknown picture", {"plot", "session.zip", "-o", "target.bmp"}, 2, "target.bmp");
         row("size of nothing", {"plot", "session.zip", "-o", "target.png", "--size", "0x5"}, 2,
@@ -151,7 +155,22 @@ private Q_SLOTS:
         row("existing archive", {"replay", recordedLog, "-o", "session.zip"}, 2, "--force");
         row("existing table", {"export", "session.zip", "--what", "events", "-o", "session.png"}, 2,
             "--force");
-        row("archive of others", {"info", "others.zip"}, 1, "no session in it");
+        for (const QStringList &verb : {QStringList{"info"},
+                                        {"info", "--json"},
+                                        {"validate"},
+                                        {"diff", "session.zip"},
+                                        {"plot", "-o", "target.png"},
+                                        {"export", "--what", "waves", "-o", "target.csv"},
+                                        {"recover", "-o", "target.zip"},
+                                        {"replay", "-o", "target.zip"}})
+            for (const char *zip : {"others.zip", "nothing.zip"})
+                row(qPrintable(verb.join(' ') + ' ' + zip), verb + QStringList(zip), 1,
+                    "is an archive, but there is no session in it");
+        row("replay of an archive", {"replay", "session.zip", "-o", "target.zip"}, 1,
+            "not a recorded log");
+        row("existing picture", {"plot", "session.zip", "-o", "session.png"}, 2, "--force");
+        row("paper of a PNG", {"plot", "session.zip", "-o", "target.png", "--paper", "A4"}, 2,
+            "--paper");
         row("table over its session",
             {"export", "session.zip", "--what", "events", "-o", "./session.zip"}, 2,
             "session.zip would replace");
@@ -219,7 +238,7 @@ private Q_SLOTS:
         const QString limited = "ulimit -f 1; trap '' XFSZ; exec \"$0\" \"$@\"";
         for (const QStringList &arguments :
              {QStringList{"export", "session.zip", "--what", "events", "--force", "-o", "old.svg"},
-              QStringList{"plot", "session.zip", "-o", "old.svg"},
+              QStringList{"plot", "session.zip", "--force", "-o", "old.svg"},
               QStringList{"recover", "cut.zip", "--force", "-o", "old.svg"},
               QStringList{"simulate", "--duration", "5", "--force", "-o", "old.svg"},
               QStringList{"replay", recordedLog, "--force", "-o", "old.svg"}}) {
@@ -257,7 +276,7 @@ private Q_SLOTS:
         // The lines are those on stdout and stderr; the text is among them.
         const auto row = columns<QStringList, int, QByteArray>("arguments", "lines", "text");
         row("info", {"info"}, 54, "NOT READ: A\\u000aB\\u009d0;");
-        row("JSON", {"info", "--json"}, 80, "=1+1\\nMembers       all read\\u009b31m\\u2028");
+        row("JSON", {"info", "--json"}, 82, "=1+1\\nMembers       all read\\u009b31m\\u2028");
         row("diff", {"diff", "session.zip"}, 1, "=1+1\\u000a\\u009b.zip cannot be read whole");
         row("validate", {"validate"}, 3, "A\\u000aB\\u009d0;");
         row("recover", {"recover", "-o", "forged.zip"}, 5, "VENT.WV: whole");
@@ -315,13 +334,19 @@ private Q_SLOTS:
         row("not received", notReceived, 3, "unscored.zip,,,,,120\r\n");
         row("not received, JSON", notReceived + QStringList{"--format", "json"}, 4,
             "{\"compCount\":null,\"compMeanDepth\":null,\"file\":\"unscored.zip\","
-            "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":\"120\"}");
+            "\"overallScore\":null,\"primaryAdvice\":null,\"totalTime\":120}");
         row("recorded figures", {"--what", "summary", "--columns", "compMeanDepth,recorded_compression_fraction,recorded_aed_pause_s"}, 2,
-            "5164,0.7643,3\r\n");
+            "51.64,0.7643,3\r\n");
         row("raw", {"--what", "summary", "--raw", "--columns", "students"}, 2, "Mira Holm");
-        row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (hmm),students\r\n");
+        row("units", {"--what", "summary", "--columns", "compMeanDepth,students"}, 2, "compMeanDepth (mm),students\r\n");
+        row("units of their own", {"--what", "events", "--columns", "compMeanRate,cprCardTimestamp"}, 186, "compMeanRate (cpm),cprCardTimestamp\r\n");
+        row("words", {"--what", "summary", "--columns", "cprProtocol,cprProtocol_text,primaryAdvice_text,manikinType_text"}, 2,
+            "4,CPR with two rescuers,Put the hands in the right place on the chest.,KDX ADULT MALE (adult)\r\n");
+        row("guideline force", {"--what", "guidelines"}, 48, "CompressionDetectForce,2000,g\r\n");
+        row("types in JSON", {"--what", "summary", "--format", "json", "--columns", "manikinFirmwareVersion,compMeanDepth,isScoringModeAED,cprCardTimestamp"}, 3,
+            "{\"compMeanDepth\":51.64,\"cprCardTimestamp\":\"2026-01-01T00:00:00Z\",\"isScoringModeAED\":true,\"manikinFirmwareVersion\":\"3.2.1.1047\"}");
         row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");
-        row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,5000,hmm\r\n");
+        row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,50,mm\r\n");
         row("two archives", {"session.zip", "--what", "guidelines"}, 95, "session.zip,CompressionRateMax,120,rpm\r\n");
         row("JSON", {"--what", "events", "--format", "json", "--columns", "start,ventVolume"}, 187, "{\"start\":18180,\"ventVolume\":520},\n");
         // clang-format on
@@ -475,23 +500,51 @@ private Q_SLOTS:
         QVERIFY2(isTold, answer.output.constData());
     }
 
+    // The numbers are those of diffTells().
+    void diffSumsUp()
+    {
+        changeArchive("changed.zip", "CPREvents.xml", "\"compDepth\" value=\"51\"",
+                      "\"compDepth\" value=\"52.5\"");
+        Members members = membersOf(path("changed.zip"));
+        QVERIFY(change(members, "CPREvents.xml", "<evt type=\"ShockDelivered\"", "<evt type=\"No\"")
+                && change(members, "CPREvents.xml", "\"compMeanDepth\" value=\"5164\"",
+                          "\"compMeanDepth\" value=\"5000\"")
+                && change(members, "CPRGuidelines.xml", "<CompressionDepthMax value=\"6000\"",
+                          "<CompressionDepthMax value=\"6500\"")
+                && saveMembers(path("changed.zip"), members));
+        const Answer summary = run({"diff", "--summary", "session.zip", "changed.zip"});
+        QCOMPARE(summary.status, 1);
+        QCOMPARE(summary.output,
+                 "statistics: 1 changed\nevents CprCompEvent: 1 changed\n"
+                 "events ShockDelivered: 1 only in session.zip\nguidelines: 1 changed\n");
+        const QByteArray lines = run({"diff", "session.zip", "changed.zip"}).output;
+        QVERIFY2(lines.contains("compMeanDepth 51.64 mm / 50 mm\n"), lines);
+        QVERIFY2(lines.contains("CompressionDepthMax 60 mm / 65 mm\n"), lines);
+        QCOMPARE(run({"diff", "--summary", "session.zip", "session.zip"}).output, QByteArray());
+    }
+
     void plotDraws_data()
     {
-        const auto row = columns<QString, QByteArray>("file", "begin");
-        row("png", "picture.png", "\x89PNG");
-        row("svg", "picture.svg", "<?xml");
-        row("pdf", "picture.pdf", "%PDF");
+        const auto row = columns<QString, QByteArray, QStringList>("file", "contains", "arguments");
+        const QStringList size{"--size", "640x400", "--to", "60"};
+        row("png", "picture.png", "\x89PNG", size);
+        row("svg", "picture.svg", "<?xml", size);
+        row("pdf", "picture.pdf", "%PDF", size);
+        row("German", "german.svg", "Beatmungen", {"--language", "de"});
+        row("dark", "dark.svg", "#14171b", {"--dark"});
+        row("A4", "a4.pdf", "/MediaBox [0 0 842.", {"--paper", "A4"}); // 297 x 210 mm in points
+        row("Letter", "letter.pdf", "/MediaBox [0 0 612.", {"--paper", "Letter", "--portrait"});
     }
 
     void plotDraws()
     {
         QFETCH(QString, file);
-        QFETCH(QByteArray, begin);
-        const Answer answer =
-            run({"plot", "session.zip", "-o", file, "--size", "640x400", "--to", "60"});
+        QFETCH(QByteArray, contains);
+        QFETCH(QStringList, arguments);
+        const Answer answer = run(QStringList{"plot", "session.zip", "-o", file} + arguments);
         QCOMPARE(answer.errors, QByteArray());
         QCOMPARE(answer.status, 0);
-        QCOMPARE(bytesOf(path(file)).left(begin.size()), begin);
+        QVERIFY(bytesOf(path(file)).contains(contains));
         if (file.endsWith("png")) {
             const QImage image(path(file));
             QCOMPARE(image.size(), QSize(640, 400));
