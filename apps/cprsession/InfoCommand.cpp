@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "FiguresObject.h"
 #include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionreview/RecordedFigures.h"
@@ -32,12 +33,6 @@ struct InfoOptions {
     std::vector<std::string> sessions;
     bool asJson = false;
 };
-
-template <typename Enumeration> QString keyOf(int value)
-{
-    const char *key = QMetaEnum::fromType<Enumeration>().valueToKey(value);
-    return key ? QString::fromLatin1(key) : QString::number(value);
-}
 
 QString duration(int secs)
 {
@@ -92,17 +87,10 @@ QJsonObject recordedObject(const SessionReview &review)
     return object;
 }
 
-// The advice to the learner.
-QString adviceWords(const CPRData &session, int advice)
+// The advice to the learner, with the manikin's key.
+QString adviceWithKey(int advice, sessionreview::Side side)
 {
-    return sessionreview::adviceText(
-        advice, sessionreview::adviceSide(*session.cprEvents()->sessionScore(), advice));
-}
-
-// The same, with the manikin's key.
-QString adviceText(const CPRData &session, int advice)
-{
-    const QString words = adviceWords(session, advice);
+    const QString words = sessionreview::adviceText(advice, side);
     const QString key = keyOf<E::Advice>(advice);
     return words.isEmpty() ? key : QStringLiteral("%1 (%2)").arg(words, key);
 }
@@ -146,8 +134,8 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
                  .arg(figures.ventilationScore));
         line("Flow time", QStringLiteral("%1 %").arg(figures.flowTime));
         line("Advice",
-             adviceText(session, figures.primaryAdvice) + QStringLiteral(", then ")
-                 + adviceText(session, figures.secondaryAdvice));
+             adviceWithKey(figures.primaryAdvice, figures.primarySide) + QStringLiteral(", then ")
+                 + adviceWithKey(figures.secondaryAdvice, figures.secondarySide));
     } else {
         line("Scores", QStringLiteral("not received"));
     }
@@ -164,45 +152,14 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
     return text;
 }
 
-QJsonObject infoObject(const QString &name, const CPRData &session, const SessionReview &review,
+QJsonObject infoObject(const QString &name, const SessionReview &review,
                        const sessionfiles::LoadResult &loaded)
 {
-    const Figures &figures = review.figures;
-    QJsonObject object{
-        {QStringLiteral("file"), name},
-        {QStringLiteral("learners"), QJsonArray::fromStringList(figures.learners)},
-        {QStringLiteral("manikin_name"), figures.manikinName},
-        {QStringLiteral("manikin"), keyOf<E::ManikinType>(figures.manikinType)},
-        {QStringLiteral("firmware"), figures.firmware},
-        {QStringLiteral("protocol"), session.cprEvents()->sessionInfo()->cprProtocolToString()},
-        {QStringLiteral("start"), figures.startTime},
-        {QStringLiteral("length_s"), figures.secs},
-        {QStringLiteral("compressions"), figures.compressions},
-        {QStringLiteral("ventilations"), figures.ventilations},
-        {QStringLiteral("pauses"), figures.pauses},
-        {QStringLiteral("guidelines"), figures.guidelines},
-        {QStringLiteral("complete"), loaded.isComplete},
-        {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
-        {QStringLiteral("recorded"), recordedObject(review)},
-    };
-    if (figures.hasStatistics) {
-        object.insert(QStringLiteral("mean_depth_mm"), figures.meanDepth);
-        object.insert(QStringLiteral("mean_rate_per_min"), figures.meanRate);
-        object.insert(QStringLiteral("mean_volume_ml"), figures.meanVolume);
-    }
-    if (figures.hasScores) {
-        object.insert(QStringLiteral("overall_score"), figures.overallScore);
-        object.insert(QStringLiteral("compression_score"), figures.compressionScore);
-        object.insert(QStringLiteral("ventilation_score"), figures.ventilationScore);
-        object.insert(QStringLiteral("flow_time_percent"), figures.flowTime);
-        object.insert(QStringLiteral("primary_advice"), keyOf<E::Advice>(figures.primaryAdvice));
-        object.insert(QStringLiteral("secondary_advice"),
-                      keyOf<E::Advice>(figures.secondaryAdvice));
-        object.insert(QStringLiteral("primary_advice_text"),
-                      adviceWords(session, figures.primaryAdvice));
-        object.insert(QStringLiteral("secondary_advice_text"),
-                      adviceWords(session, figures.secondaryAdvice));
-    }
+    QJsonObject object = withoutNulls(figuresObject(review.figures));
+    object.insert(QStringLiteral("file"), name);
+    object.insert(QStringLiteral("complete"), loaded.isComplete);
+    object.insert(QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing()));
+    object.insert(QStringLiteral("recorded"), recordedObject(review));
     return object;
 }
 
@@ -220,7 +177,7 @@ ExitStatus runInfo(const InfoOptions &options)
             continue;
         const SessionReview review = sessionreview::reviewOf(session);
         if (options.asJson)
-            objects.append(infoObject(name, session, review, loaded));
+            objects.append(infoObject(name, review, loaded));
         else
             texts.append(infoText(name, session, review, loaded));
     }
