@@ -37,6 +37,7 @@ void addDiffCommand(CLI::App &app, Run &run);
 void addExportCommand(CLI::App &app, Run &run);
 void addPlotCommand(CLI::App &app, Run &run);
 void addRecoverCommand(CLI::App &app, Run &run);
+void addLibraryCommand(CLI::App &app, Run &run);
 
 /// A file name as the shell gave it.
 QString fileName(const std::string &argument);

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "FiguresObject.h"
 #include "private/PrintableText.h"
 #include "sessionfiles/SessionFile.h"
 #include "sessionreview/RecordedFigures.h"
@@ -30,12 +31,6 @@ struct InfoOptions {
     std::vector<std::string> sessions;
     bool asJson = false;
 };
-
-template <typename Enumeration> QString keyOf(int value)
-{
-    const char *key = QMetaEnum::fromType<Enumeration>().valueToKey(value);
-    return key ? QString::fromLatin1(key) : QString::number(value);
-}
 
 QString duration(int secs)
 {
@@ -67,19 +62,6 @@ QString recordedText(const SessionReview &review)
     }
     return text;
 }
-
-// @{
-// JSON's null for what has not been received.
-QJsonValue orNull(const QString &text)
-{
-    return text.isEmpty() ? QJsonValue() : QJsonValue(text);
-}
-
-QJsonValue orNull(std::optional<double> number)
-{
-    return number ? QJsonValue(*number) : QJsonValue();
-}
-// @}
 
 QJsonObject recordedObject(const SessionReview &review)
 {
@@ -173,48 +155,14 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
     return text;
 }
 
-QJsonObject infoObject(const QString &name, const CPRData &session, const SessionReview &review,
+QJsonObject infoObject(const QString &name, const SessionReview &review,
                        const sessionfiles::LoadResult &loaded)
 {
-    const Figures &figures = review.figures;
-    QJsonObject object{
-        {QStringLiteral("file"), name},
-        {QStringLiteral("learners"), QJsonArray::fromStringList(figures.learners)},
-        {QStringLiteral("manikin_name"), orNull(figures.manikinName)},
-        {QStringLiteral("manikin"), keyOf<E::ManikinType>(figures.manikinType)},
-        {QStringLiteral("manikin_text"),
-         orNull(sessionreview::manikinText(figures.manikinType, figures.ageLetter))},
-        {QStringLiteral("firmware"), orNull(figures.firmware)},
-        {QStringLiteral("protocol"), session.cprEvents()->sessionInfo()->cprProtocolToString()},
-        {QStringLiteral("protocol_text"), sessionreview::protocolText(figures.protocol)},
-        {QStringLiteral("start"), orNull(figures.startTime)},
-        {QStringLiteral("length_s"), figures.secs > 0 ? QJsonValue(figures.secs) : QJsonValue()},
-        {QStringLiteral("compressions"), figures.compressions},
-        {QStringLiteral("ventilations"), figures.ventilations},
-        {QStringLiteral("pauses"), figures.pauses},
-        {QStringLiteral("guidelines"), orNull(figures.guidelines)},
-        {QStringLiteral("complete"), loaded.isComplete},
-        {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
-        {QStringLiteral("recorded"), recordedObject(review)},
-    };
-    const auto insertIf = [&object](bool isReceived, const char *key, const QJsonValue &value) {
-        object.insert(QLatin1String(key), isReceived ? value : QJsonValue());
-    };
-    const bool hasMeans = figures.hasStatistics;
-    insertIf(hasMeans, "mean_depth_mm", figures.meanDepth);
-    insertIf(hasMeans, "mean_rate_per_min", figures.meanRate);
-    insertIf(hasMeans, "mean_volume_ml", figures.meanVolume);
-    const bool hasScores = figures.hasScores;
-    insertIf(hasScores, "overall_score", figures.overallScore);
-    insertIf(hasScores, "compression_score", figures.compressionScore);
-    insertIf(hasScores, "ventilation_score", figures.ventilationScore);
-    insertIf(hasScores && figures.flowTime >= 0, "flow_time_percent", figures.flowTime);
-    insertIf(hasScores, "primary_advice", keyOf<E::Advice>(figures.primaryAdvice));
-    insertIf(hasScores, "secondary_advice", keyOf<E::Advice>(figures.secondaryAdvice));
-    insertIf(hasScores, "primary_advice_text",
-             orNull(sessionreview::adviceText(figures.primaryAdvice, figures.primarySide)));
-    insertIf(hasScores, "secondary_advice_text",
-             orNull(sessionreview::adviceText(figures.secondaryAdvice, figures.secondarySide)));
+    QJsonObject object = figuresObject(review.figures);
+    object.insert(QStringLiteral("file"), name);
+    object.insert(QStringLiteral("complete"), loaded.isComplete);
+    object.insert(QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing()));
+    object.insert(QStringLiteral("recorded"), recordedObject(review));
     return object;
 }
 
@@ -232,7 +180,7 @@ ExitStatus runInfo(const InfoOptions &options)
             continue;
         const SessionReview review = sessionreview::reviewOf(session);
         if (options.asJson)
-            objects.append(infoObject(name, session, review, loaded));
+            objects.append(infoObject(name, review, loaded));
         else
             texts.append(infoText(name, session, review, loaded));
     }

@@ -81,6 +81,7 @@ ExitStatus runProgram(int argc, char *argv[])
     addExportCommand(app, run);
     addPlotCommand(app, run);
     addRecoverCommand(app, run);
+    addLibraryCommand(app, run);
     addGenerateCommand(app, run);
     try {
         app.parse(argc, argv);
