@@ -79,6 +79,7 @@ ExitStatus runProgram(int argc, char *argv[])
     addDiffCommand(app, run);
     addExportCommand(app, run);
     addPlotCommand(app, run);
+    addReportCommand(app, run);
     addRecoverCommand(app, run);
     addGenerateCommand(app, run);
     try {
