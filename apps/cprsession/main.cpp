@@ -80,6 +80,7 @@ ExitStatus runProgram(int argc, char *argv[])
     addExportCommand(app, run);
     addPlotCommand(app, run);
     addReportCommand(app, run);
+    addClassCommand(app, run);
     addRecoverCommand(app, run);
     addGenerateCommand(app, run);
     try {

@@ -128,7 +128,11 @@ void PageText::gap(qreal points)
 void PageText::draw(const QSizeF &size, PageDrawings::Paint paint)
 {
     paragraph(QString(), {1});
-    QTextCursor cursor = end();
+    drawIn(end(), size, std::move(paint));
+}
+
+void PageText::drawIn(QTextCursor cursor, const QSizeF &size, PageDrawings::Paint paint)
+{
     QTextCharFormat format;
     format.setFont(font({1}));
     format.setObjectType(PageDrawings::type);

@@ -83,6 +83,8 @@ public:
     void gap(qreal points);
     /// A drawing at the end of the text, in a new paragraph.
     void draw(const QSizeF &size, PageDrawings::Paint paint);
+    /// The same in the paragraph of \a cursor.
+    void drawIn(QTextCursor cursor, const QSizeF &size, PageDrawings::Paint paint);
     /// A table at the end of the text. \a widths in percent of the paper. \a padding in points.
     QTextTable *table(int rows, const std::vector<qreal> &widths, qreal padding);
     /// More free height in a cell, points.

@@ -185,7 +185,7 @@ void addFindings(PageText &page, QTextTable *table, int column, const QString &t
     QTextCursor cursor = cell.firstCursorPosition();
     for (std::size_t i = 0; i < std::min(findings.size(), maxToldFindings); ++i) {
         const Finding &finding = findings[i];
-        const QString text = finding.isGood()
+        const QString text = finding.isGood() || findings.size() == 1
             ? finding.text()
             : QStringLiteral("%1. %2").arg(i + 1).arg(finding.text());
         constexpr qreal above = 3;
