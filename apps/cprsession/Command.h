@@ -36,6 +36,8 @@ void addValidateCommand(CLI::App &app, Run &run);
 void addDiffCommand(CLI::App &app, Run &run);
 void addExportCommand(CLI::App &app, Run &run);
 void addPlotCommand(CLI::App &app, Run &run);
+void addClassCommand(CLI::App &app, Run &run);
+void addReportCommand(CLI::App &app, Run &run);
 void addRecoverCommand(CLI::App &app, Run &run);
 void addLibraryCommand(CLI::App &app, Run &run);
 

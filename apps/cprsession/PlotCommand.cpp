@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 #include "Command.h"
+#include "Language.h"
 #include "sessionfiles/SessionFile.h"
 
 #include <CPRData.h>
@@ -9,12 +10,9 @@
 #include <sessionplot/PictureFile.h>
 #include <sessionplot/PlotModel.h>
 
-#include <QCoreApplication>
 #include <QFileInfo>
-#include <QLocale>
 #include <QPageLayout>
 #include <QSize>
-#include <QTranslator>
 
 #include <cmath>
 #include <limits>
@@ -64,19 +62,6 @@ QPageLayout parsePaper(const std::string &text, bool isPortrait)
     return QPageLayout();
 }
 
-// The words, numbers and dates of a language; lasts as long as the program.
-bool useLanguage(const std::string &text)
-{
-    const QString language = QString::fromStdString(text);
-    auto *const words = new QTranslator(QCoreApplication::instance());
-    if (!words->load(QStringLiteral(":/cprsession/translations/cprviewer_%1.qm").arg(language)))
-        return false;
-    QCoreApplication::installTranslator(words);
-    QLocale::setDefault(QLocale::system().name().startsWith(language) ? QLocale::system()
-                                                                      : QLocale(language));
-    return true;
-}
-
 // Session time is an int of ms. False for what is no number, too.
 bool isSessionTime(double secs)
 {
@@ -107,9 +92,6 @@ ExitStatus runPlot(const PlotOptions &options)
                           .arg(QString::fromStdString(options.paper)));
     if (paper.isValid() && QFileInfo(target).suffix().toLower() != QLatin1String("pdf"))
         return refuse(QStringLiteral("--paper is for PDF; %1 has to end with .pdf").arg(target));
-    if (!useLanguage(options.language))
-        return refuse(QStringLiteral("--language takes en or de, not \"%1\"")
-                          .arg(QString::fromStdString(options.language)));
     const QString name = fileName(options.session);
     if (!mayWrite(target, {name}, options.force))
         return ExitStatus::WrongUsage;
@@ -117,6 +99,7 @@ ExitStatus runPlot(const PlotOptions &options)
     const sessionfiles::LoadResult loaded = loadSession(name, session);
     if (!loaded.hasSession())
         return ExitStatus::Failed;
+    Language::use(options.language);
     QString error;
     const qint64 to = options.to ? msecs(*options.to) : -1;
     const sessionplot::PlotModel model(session);
@@ -166,8 +149,8 @@ void addPlotCommand(CLI::App &app, Run &run)
             ->excludes(size);
     command->add_flag("--portrait", options->isPortrait, "The paper stands upright")->needs(paper);
     command->add_flag("--dark", options->isDark, "Light on dark");
-    command->add_option("--language", options->language, "Language of the picture, en or de")
-        ->type_name("LANGUAGE")
+    command->add_option("--language", options->language, "Language of the picture")
+        ->check(CLI::IsMember(Language::all()))
         ->capture_default_str();
     command->footer(
         "Examples:\n"

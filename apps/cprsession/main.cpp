@@ -80,6 +80,8 @@ ExitStatus runProgram(int argc, char *argv[])
     addDiffCommand(app, run);
     addExportCommand(app, run);
     addPlotCommand(app, run);
+    addReportCommand(app, run);
+    addClassCommand(app, run);
     addRecoverCommand(app, run);
     addLibraryCommand(app, run);
     addGenerateCommand(app, run);

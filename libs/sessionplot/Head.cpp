@@ -47,64 +47,15 @@ QString separator()
     return QStringLiteral(" \u00b7 ");
 }
 
-QString learnersText(const Figures &figures)
-{
-    return figures.learners.isEmpty()
-        ? QCoreApplication::translate("sessionplot", "No learner named")
-        : figures.learners.join(QLatin1String(", ")).simplified();
-}
-
-QString dateText(const QDateTime &start, QLocale::FormatType format)
-{
-    if (!start.isValid())
-        return QCoreApplication::translate("sessionplot", "Date not known");
-    const QLocale locale;
-    return QStringLiteral("%1, %2").arg(locale.toString(start.date(), format),
-                                        locale.toString(start.time(), QLocale::ShortFormat));
-}
-
 /// What was trained and when, in \a width if that can be.
 QString occasionText(const PlotModel &model, const TextStyle &style, qreal width)
 {
     const Figures &figures = model.review().figures;
-    const qint64 length = figures.secs > 0 ? qint64(figures.secs) * msecsPerSecond : model.length();
-    const bool withHours = needsHours({0, length});
-    const QString lengthText = QCoreApplication::translate("sessionplot", "Length %1 %2")
-                                   .arg(timeText(length, msecsPerSecond, withHours),
-                                        withHours ? QStringLiteral("h") : QStringLiteral("min"));
-    QStringList parts{protocolText(figures.protocol), lengthText,
+    QStringList parts{protocolText(figures.protocol), lengthText(model),
                       dateText(figures.start(), QLocale::LongFormat)};
     if (style.width(parts.join(separator())) > width)
         parts.last() = dateText(figures.start(), QLocale::ShortFormat);
     return parts.join(separator());
-}
-
-QString equipmentText(const SessionReview &review)
-{
-    const Figures &figures = review.figures;
-    QStringList parts;
-    const QString type = manikinText(figures.manikinType, figures.ageLetter);
-    if (type.isEmpty() && figures.manikinName.isEmpty())
-        parts.append(QCoreApplication::translate("sessionplot", "Manikin not known"));
-    else if (figures.manikinName.isEmpty())
-        parts.append(QCoreApplication::translate("sessionplot", "Manikin %1").arg(type));
-    else
-        parts.append(QCoreApplication::translate("sessionplot", "Manikin \u201c%1\u201d")
-                         .arg(figures.manikinName.simplified()));
-    if (!figures.manikinName.isEmpty() && !type.isEmpty())
-        parts.append(type);
-    if (!figures.guidelines.isEmpty())
-        parts.append(
-            QCoreApplication::translate("sessionplot", "Guidelines %1").arg(figures.guidelines));
-    if (const int lost = lostMsecs(review))
-        parts.append(QCoreApplication::translate("sessionplot", "%1 s not received")
-                         .arg(QLocale().toString(double(lost) / msecsPerSecond, 'f', 1)));
-    return parts.join(separator());
-}
-
-QString percentText(int percent)
-{
-    return percent < 0 ? QStringLiteral("\u2013") : QStringLiteral("%1 %").arg(percent);
 }
 
 std::vector<Tile> tilesOf(const PlotModel &model)
@@ -281,6 +232,60 @@ void paintLine(QPainter *painter, const Style &style, const PlotModel &model, co
 }
 
 } // namespace
+
+QString learnersText(const Figures &figures)
+{
+    return figures.learners.isEmpty()
+        ? QCoreApplication::translate("sessionplot", "No learner named")
+        : figures.learners.join(QLatin1String(", ")).simplified();
+}
+
+QString dateText(const QDateTime &start, QLocale::FormatType format)
+{
+    if (!start.isValid())
+        return QCoreApplication::translate("sessionplot", "Date not known");
+    const QLocale locale;
+    return QStringLiteral("%1, %2").arg(locale.toString(start.date(), format),
+                                        locale.toString(start.time(), QLocale::ShortFormat));
+}
+
+QString lengthText(const PlotModel &model)
+{
+    const Figures &figures = model.review().figures;
+    const qint64 length = figures.secs > 0 ? qint64(figures.secs) * msecsPerSecond : model.length();
+    const bool withHours = needsHours({0, length});
+    return QCoreApplication::translate("sessionplot", "Length %1 %2")
+        .arg(timeText(length, msecsPerSecond, withHours),
+             withHours ? QStringLiteral("h") : QStringLiteral("min"));
+}
+
+QString equipmentText(const SessionReview &review)
+{
+    const Figures &figures = review.figures;
+    QStringList parts;
+    const QString type = manikinText(figures.manikinType, figures.ageLetter);
+    if (type.isEmpty() && figures.manikinName.isEmpty())
+        parts.append(QCoreApplication::translate("sessionplot", "Manikin not known"));
+    else if (figures.manikinName.isEmpty())
+        parts.append(QCoreApplication::translate("sessionplot", "Manikin %1").arg(type));
+    else
+        parts.append(QCoreApplication::translate("sessionplot", "Manikin \u201c%1\u201d")
+                         .arg(figures.manikinName.simplified()));
+    if (!figures.manikinName.isEmpty() && !type.isEmpty())
+        parts.append(type);
+    if (!figures.guidelines.isEmpty())
+        parts.append(
+            QCoreApplication::translate("sessionplot", "Guidelines %1").arg(figures.guidelines));
+    if (const int lost = lostMsecs(review))
+        parts.append(QCoreApplication::translate("sessionplot", "%1 s not received")
+                         .arg(QLocale().toString(double(lost) / msecsPerSecond, 'f', 1)));
+    return parts.join(separator());
+}
+
+QString percentText(int percent)
+{
+    return percent < 0 ? QStringLiteral("\u2013") : QStringLiteral("%1 %").arg(percent);
+}
 
 qreal headHeight(const Style &style, HeadForm form, qreal width)
 {

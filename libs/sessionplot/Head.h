@@ -7,6 +7,10 @@
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/Style.h"
 
+#include <QLocale>
+#include <QString>
+
+class QDateTime;
 class QPainter;
 class QRectF;
 
@@ -23,6 +27,15 @@ qreal headHeight(const Style &style, HeadForm form, qreal width);
 /// Who trained what when, the scores and the advices.
 void paintHead(QPainter *painter, const Style &style, const PlotModel &model, HeadForm form,
                const QRectF &area);
+
+/// @{
+/// The texts of the head.
+QString learnersText(const sessionreview::Figures &figures);
+QString dateText(const QDateTime &start, QLocale::FormatType format);
+QString lengthText(const PlotModel &model);
+QString equipmentText(const sessionreview::SessionReview &review);
+QString percentText(int percent); ///< a dash for one that is not known
+/// @}
 
 } // namespace sessionplot
 

@@ -33,8 +33,8 @@ struct Window {
     double beginsAt; // share
     double endsAt; // share; above it the fault goes on
 };
-constexpr Window compressionWindow{10, 5, 30000, 0.3, 0.1};
-constexpr Window ventilationWindow{4, 2, 60000, 0.5, 0.25};
+constexpr Window compressionWindow{10, minJudgedCompressions, 30000, 0.3, 0.1};
+constexpr Window ventilationWindow{4, minJudgedVentilations, 60000, 0.5, 0.25};
 
 struct FaultPrompt {
     Fault fault;

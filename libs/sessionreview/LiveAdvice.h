@@ -10,10 +10,10 @@
 
 namespace sessionreview {
 
-/// What is said to a learner while a session runs, the most urgent first. Faults follow by the harm
-/// they do: no flow of blood at all; too little of it, because the chest is not pressed deep
-/// enough, not at a good rate or not released; what injures or misses, too deep or in a wrong
-/// place; and ventilations, without which the first minutes are survived.
+/// What is said to a learner while a session runs and after it, the most urgent first. Faults
+/// follow by the harm they do: no flow of blood at all; too little of it, because the chest is not
+/// pressed deep enough, not at a good rate or not released; what injures or misses, too deep or in
+/// a wrong place; and ventilations, without which the first minutes are survived.
 enum class Prompt {
     StandClear, ///< the AED analyses, charges or shocks
     ContinueCompressions, ///< the AED has let go, and nobody presses yet
@@ -28,12 +28,19 @@ enum class Prompt {
     BlowLess,
     VentilateFaster,
     BlowMore,
+    CountCycles, ///< said after the session only
     Right, ///< nothing is wrong
     None ///< too little was done to say anything
 };
 
 /// Whether it is about a fault.
 bool isFault(Prompt prompt);
+
+/// @{
+/// Of fewer nothing is said.
+constexpr int minJudgedCompressions = 5;
+constexpr int minJudgedVentilations = 2;
+/// @}
 
 /// Follows a running session and says one thing at a time.
 ///

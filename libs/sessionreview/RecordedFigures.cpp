@@ -25,7 +25,6 @@ using Unit = RecordedFigure::Unit;
 using Optional = std::optional<double>;
 
 constexpr int maxGapMs = 2000;
-constexpr double longPauseSecs = 10;
 constexpr double hundred = 100;
 
 const Faults volumeFaults = Faults(Fault::TooLittle) | Fault::TooMuch;
@@ -243,10 +242,16 @@ double rounded(double value, Unit unit)
     return std::round(value * steps) / steps;
 }
 
+QString numberOf(Unit unit, double value, const QLocale &locale)
+{
+    const UnitRow &row = rowOf(unit);
+    return locale.toString(value * row.scale, 'f', row.decimals);
+}
+
 QString textOf(Unit unit, double value, const QLocale &locale)
 {
     const UnitRow &row = rowOf(unit);
-    const QString number = locale.toString(value * row.scale, 'f', row.decimals);
+    const QString number = numberOf(unit, value, locale);
     return *row.text ? QStringLiteral("%1\u00a0%2").arg(number, translated(row.text)) : number;
 }
 
@@ -278,6 +283,19 @@ Optional shareWith(const Review &review, Fault fault)
 {
     const Optional rest = shareWithout(review, fault);
     return rest ? Optional(hundred - *rest) : rest;
+}
+
+Optional shareAtVentilationRate(const Review &review, Side side)
+{
+    int judged = 0;
+    int found = 0;
+    for (const Ventilation &each : review.ventilations) {
+        const Side rateSide =
+            each.rate > 0 ? review.targets.ventilationRate.side(each.rate) : Side::Unknown;
+        judged += rateSide != Side::Unknown;
+        found += rateSide == side;
+    }
+    return judged > 0 ? Optional(hundred * found / judged) : std::nullopt;
 }
 
 Optional shareAllCorrect(const Review &review)
@@ -333,7 +351,7 @@ Optional longPauses(const Review &review)
         return std::nullopt;
     const std::vector<Span> pauses = pausesOf(review);
     return double(std::count_if(pauses.begin(), pauses.end(),
-                                [](const Span &pause) { return secsOf(pause) > longPauseSecs; }));
+                                [](const Span &pause) { return secsOf(pause) > maxPauseSecs; }));
 }
 
 Optional meanVentilationPause(const Review &review)
@@ -412,7 +430,12 @@ Optional RecordedFigure::value(const Review &review) const
 {
     const Optional value = workOut(review);
     // A damaged file can hold depths that are no numbers.
-    return value && std::isfinite(*value) ? Optional(rounded(*value, unit)) : std::nullopt;
+    return value && std::isfinite(*value) ? Optional(rounded(*value)) : std::nullopt;
+}
+
+double RecordedFigure::rounded(double value) const
+{
+    return sessionreview::rounded(value, unit);
 }
 
 QString RecordedFigure::titleText() const
@@ -423,6 +446,26 @@ QString RecordedFigure::titleText() const
 QString RecordedFigure::text(double value, const QLocale &locale) const
 {
     return textOf(unit, value, locale);
+}
+
+QString RecordedFigure::number(double value, const QLocale &locale) const
+{
+    return numberOf(unit, value, locale);
+}
+
+QString RecordedFigure::unitText() const
+{
+    const UnitRow &row = rowOf(unit);
+    return *row.text ? translated(row.text) : QString();
+}
+
+const RecordedFigure *recordedFigure(const char *key)
+{
+    const std::vector<RecordedFigure> &all = recordedFigures();
+    const auto found = std::find_if(all.begin(), all.end(), [key](const RecordedFigure &each) {
+        return qstrcmp(each.key, key) == 0;
+    });
+    return found != all.end() ? &*found : nullptr;
 }
 
 const std::vector<RecordedFigure> &recordedFigures()

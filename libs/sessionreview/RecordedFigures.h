@@ -42,6 +42,10 @@ std::optional<double> deviation(const SessionReview &review, Measurement measure
 std::optional<double> shareWithout(const SessionReview &review, Faults faults);
 /// Percent that have the fault: the rest.
 std::optional<double> shareWith(const SessionReview &review, Fault fault);
+/// Percent of the ventilations that were given at a rate within the guidelines' target, or on one
+/// \a side of it; of those with a rate. No value in protocols whose ventilations wait for
+/// compressions.
+std::optional<double> shareAtVentilationRate(const SessionReview &review, Side side);
 /// Percent of the compressions with depth, rate and release right, which guidelines ask for all at
 /// once. All compressions count; the first of a run is judged by depth and release.
 std::optional<double> shareAllCorrect(const SessionReview &review);
@@ -65,6 +69,8 @@ std::optional<double> compressionFraction(const SessionReview &review);
 std::vector<Span> pausesOf(const SessionReview &review);
 /// The longest of them, s.
 std::optional<double> longestPause(const SessionReview &review);
+/// A pause may last as long, s: guidelines ask for no longer one.
+constexpr double maxPauseSecs = 10;
 /// How many last longer than 10 s, which guidelines ask to avoid. No value with less than two
 /// compressions.
 std::optional<double> longPauses(const SessionReview &review);
@@ -107,12 +113,17 @@ struct RecordedFigure {
 
     /// Rounded to hundredths, a fraction to a hundredth of a percent, seconds to thousandths.
     std::optional<double> value(const SessionReview &review) const;
+    double rounded(double value) const; ///< the same for any value of the figure
     QString titleText() const; ///< translated
     QString text(double value, const QLocale &locale) const; ///< with its unit
+    QString number(double value, const QLocale &locale) const; ///< without it, for people
+    QString unitText() const; ///< translated; empty for a number
 };
 
 /// All figures, in the order in which they are shown.
 const std::vector<RecordedFigure> &recordedFigures();
+/// The one with that key; null when there is none.
+const RecordedFigure *recordedFigure(const char *key);
 
 /// What a person calls the pauses of the shock with that number, from 1.
 QString shockTitle(const ShockPauses &shock, int number);

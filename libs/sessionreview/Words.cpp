@@ -56,6 +56,7 @@ constexpr PromptWord prompts[] = {
     {Prompt::BlowLess,             QT_TRANSLATE_NOOP("sessionreview", "Give less air in each ventilation.")},
     {Prompt::VentilateFaster,      QT_TRANSLATE_NOOP("sessionreview", "Ventilate faster.")},
     {Prompt::BlowMore,             QT_TRANSLATE_NOOP("sessionreview", "Give more air in each ventilation.")},
+    {Prompt::CountCycles,          QT_TRANSLATE_NOOP("sessionreview", "Give the right numbers of compressions and ventilations in each cycle.")},
     {Prompt::Right,                QT_TRANSLATE_NOOP("sessionreview", "Well done, keep going.")},
 };
 
