@@ -34,6 +34,14 @@ enum class Prompt {
 
 /// Whether it is about a fault.
 bool isFault(Prompt prompt);
+/// What is said of a fault.
+Prompt promptOf(Fault fault);
+
+/// @{
+/// Of less events than this nothing is said: a single one may be wrong by chance.
+constexpr int minJudgedCompressions = 5;
+constexpr int minJudgedVentilations = 2;
+/// @}
 
 /// Follows a running session and says one thing at a time.
 ///
