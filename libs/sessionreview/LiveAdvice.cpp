@@ -91,6 +91,11 @@ bool isFault(Prompt prompt)
     return prompt >= Prompt::EndPause && prompt < Prompt::Right;
 }
 
+bool isOfVentilations(Prompt prompt)
+{
+    return prompt >= Prompt::VentilateSlower && prompt <= Prompt::BlowMore;
+}
+
 Prompt promptOf(Fault fault)
 {
     for (const FaultPrompt &row : compressionPrompts) {

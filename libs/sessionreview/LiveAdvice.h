@@ -34,6 +34,8 @@ enum class Prompt {
 
 /// Whether it is about a fault.
 bool isFault(Prompt prompt);
+/// Whether it is about ventilations.
+bool isOfVentilations(Prompt prompt);
 /// What is said of a fault.
 Prompt promptOf(Fault fault);
 
