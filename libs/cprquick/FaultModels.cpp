@@ -99,7 +99,7 @@ QHash<int, QByteArray> CycleModel::roleNames() const
         {StartRole,             "start"},
         {EndRole,               "end"},
         {CompressionsRole,      "compressions"},
-        {RightRole,             "right"},
+        {RightRole,             "rightCompressions"},
         {VentilationsRole,      "ventilations"},
         {RightVentilationsRole, "rightVentilations"},
         {MiscountedRole,        "isMiscounted"},
@@ -159,7 +159,7 @@ QHash<int, QByteArray> MomentModel::roleNames() const
     return {
         {StartRole,          "start"},
         {EndRole,            "end"},
-        {TextRole,           "text"},
+        {TextRole,           "title"},
         {OfVentilationsRole, "isOfVentilations"},
     };
     // clang-format on

@@ -74,7 +74,7 @@ public:
         StartRole = Qt::UserRole + 1, ///< start: ms of session time
         EndRole, ///< end: ms of session time
         CompressionsRole, ///< compressions: their number
-        RightRole, ///< right: compressions without a fault
+        RightRole, ///< rightCompressions: those without a fault
         VentilationsRole, ///< ventilations: their number
         RightVentilationsRole, ///< rightVentilations: ventilations without a fault
         MiscountedRole, ///< isMiscounted: other numbers than the guidelines ask for
@@ -114,7 +114,7 @@ public:
     enum Role {
         StartRole = Qt::UserRole + 1, ///< start: ms of session time
         EndRole, ///< end: ms of session time
-        TextRole, ///< text: what was wrong, and how long or how often
+        TextRole, ///< title: what was wrong, and how long or how often
         OfVentilationsRole ///< isOfVentilations: not of compressions
     };
     Q_ENUM(Role)

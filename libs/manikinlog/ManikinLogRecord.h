@@ -79,11 +79,12 @@ struct RemarkRemoval {
 
 /// One line of a recorded log.
 struct Record {
+    /// What can be recorded.
+    using Entry = std::variant<Message, WaveHeader, WaveSample, State, Learner, Start, ManikinName,
+                               Remark, RemarkRemoval>;
+
     qint64 msecs = 0; ///< ms since the start of the recording; never decreases in a log
-    /// what happened
-    std::variant<Message, WaveHeader, WaveSample, State, Learner, Start, ManikinName, Remark,
-                 RemarkRemoval>
-        entry;
+    Entry entry; ///< what happened
 };
 
 } // namespace manikinlog
