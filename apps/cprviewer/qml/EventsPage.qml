@@ -131,7 +131,7 @@ Item {
         id: parameters
         title: qsTr("Parameters of the event")
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-        height: Math.round((page.chosen === null ? 48 : 220) * Look.unit)
+        height: Math.round(Math.min((page.chosen === null ? 48 : 220) * Look.unit, 0.42 * page.height))
 
         PageText {
             visible: page.chosen === null

@@ -42,6 +42,8 @@ Item {
         Keys.onDownPressed: list.choose(list.currentIndex + 1)
 
         header: Column {
+            // The view begins with it, whenever it gets its rows.
+            onHeightChanged: if (list.currentIndex < 0) list.positionViewAtBeginning()
             width: list.width - Look.gap
             topPadding: Look.gap
             spacing: Look.gap / 2

@@ -30,7 +30,7 @@ FocusScope {
 
     Keys.onPressed: event => {
         event.accepted = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
-                && remarkBar.takeKey(event.key, live.time);
+                && page.viewer.session !== null && remarkBar.takeKey(event.key, page.viewer.session.cprEvents.sessionTime);
     }
 
     ColumnLayout {
@@ -187,9 +187,9 @@ FocusScope {
             ActionButton {
                 objectName: "remark"
                 anchors { right: parent.right; top: parent.top; margins: Look.gap }
-                text: qsTr("⚑ Remark…")
+                text: "⚑"
                 help: qsTr("Remark on this time (T)")
-                onClicked: remarkBar.open(live.time)
+                onClicked: remarkBar.open(page.viewer.session.cprEvents.sessionTime)
             }
         }
     }

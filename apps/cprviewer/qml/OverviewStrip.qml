@@ -51,8 +51,8 @@ Item {
         textSize: Look.small
 
         // What is not shown is dimmed.
-        Rectangle { color: Look.card; opacity: 0.65; width: frame.x; height: parent.height }
-        Rectangle { color: Look.card; opacity: 0.65; x: frame.x + frame.width; width: parent.width - x; height: parent.height }
+        Rectangle { color: Look.card; opacity: 0.5; width: frame.x; height: parent.height }
+        Rectangle { color: Look.card; opacity: 0.5; x: frame.x + frame.width; width: parent.width - x; height: parent.height }
         Rectangle {
             x: Math.round(strip.position * strip.pixelsPerMsec)
             width: Math.max(2, Math.round(2 * Look.unit))

@@ -16,7 +16,7 @@ Row {
 
     function remove() {
         const remark = actions.chosen;
-        removeDialog.text = Words.time(remark.msecs) + "  " + Words.remark(actions.viewer.remarkText(remark));
+        removeDialog.text = Words.time(remark.msec) + "  " + Words.remark(actions.viewer.remarkText(remark));
         removeDialog.yesAction = () => {
             if (actions.chosen === remark)
                 actions.viewer.removeRemark(remark);

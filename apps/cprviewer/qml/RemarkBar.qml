@@ -36,7 +36,7 @@ Card {
     function show(remark) {
         if (remark === null)
             return;
-        notice.text = "⚑ " + Words.time(remark.msecs) + "  " + Words.remark(bar.viewer.remarkText(remark));
+        notice.text = "⚑ " + Words.time(remark.msec) + "  " + Words.remark(bar.viewer.remarkText(remark));
         noticeTimer.restart();
         bar.remarked(remark);
     }
@@ -47,7 +47,7 @@ Card {
     }
     function correct(remark) {
         bar.corrected = remark;
-        bar.time = remark.msecs;
+        bar.time = remark.msec;
         bar.begin(bar.viewer.remarkText(remark));
     }
     function begin(text) {

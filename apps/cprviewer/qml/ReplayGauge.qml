@@ -36,26 +36,34 @@ ColumnLayout {
     Accessible.role: Accessible.Indicator
     Accessible.name: [gauge.title + ": " + gauge.text + " " + gauge.unit, gauge.sideText].filter(part => part.length > 0).join(", ")
 
-    PageText {
+    Item {
         Layout.fillWidth: true
-        text: gauge.title
-        color: Look.muted
-        font.pixelSize: Look.small
-        Accessible.ignored: true
-    }
-    Row {
-        spacing: Math.round(4 * Look.unit)
+        implicitHeight: numberText.implicitHeight
 
-        PlainText {
-            id: numberText
-            text: gauge.isFault ? (gauge.side === LiveFigures.Below ? "↓ " : "↑ ") + gauge.text : gauge.text
-            color: gauge.isFault ? Look.fault : gauge.isOutdated ? Look.muted : Look.text
-            font.pixelSize: Math.round(24 * Look.unit)
-            font.bold: true
+        Row {
+            id: line
+            spacing: Math.round(4 * Look.unit)
+
+            PlainText {
+                id: numberText
+                text: gauge.isFault ? (gauge.side === LiveFigures.Below ? "↓ " : "↑ ") + gauge.text : gauge.text
+                color: gauge.isFault ? Look.fault : gauge.isOutdated ? Look.muted : Look.text
+                font.pixelSize: Math.round(22 * Look.unit)
+                font.bold: true
+            }
+            PlainText {
+                anchors.baseline: numberText.baseline
+                text: gauge.unit
+                color: Look.muted
+                font.pixelSize: Look.small
+            }
         }
         PlainText {
-            anchors.baseline: numberText.baseline
-            text: gauge.unit
+            id: titleText
+            // The unit tells as much where there is no room.
+            visible: line.width + titleText.implicitWidth + Look.gap / 2 < parent.width
+            anchors { right: parent.right; bottom: parent.bottom; bottomMargin: Math.round(3 * Look.unit) }
+            text: gauge.title
             color: Look.muted
             font.pixelSize: Look.small
         }

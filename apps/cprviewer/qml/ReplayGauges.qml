@@ -46,7 +46,7 @@ Card {
             title: qsTr("Rate")
             hasValue: figures.rate > 0
             number: figures.rate
-            unit: qsTr("per min")
+            unit: qsTr("/min")
             isOutdated: figures.isCompressionOutdated
             side: figures.rateSide
             marker: figures.rate > 0 ? figures.rate : -1

@@ -162,7 +162,7 @@ FocusScope {
     RemarkBar {
         id: remarkBar
         objectName: "remarkBar"
-        anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 3 * Look.padding }
+        anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: Look.controlHeight + 4 * Look.gap }
         width: Math.min(implicitWidth, parent.width - 4 * Look.padding)
         viewer: page.viewer
         onRemarked: remark => page.show(remark)

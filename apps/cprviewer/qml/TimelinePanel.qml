@@ -63,7 +63,7 @@ Card {
     Item {
         id: view
         objectName: "timelineView"
-        anchors { left: parent.left; right: parent.right; top: parent.top; bottom: overview.top; margins: Look.gap; bottomMargin: overview.isZoomed ? 0 : Look.gap }
+        anchors { left: parent.left; right: parent.right; top: parent.top; bottom: overview.top; margins: Look.gap; bottomMargin: overview.isZoomed ? Look.gap / 2 : Look.gap }
         activeFocusOnTab: true
         focus: true
         Accessible.role: Accessible.Chart
