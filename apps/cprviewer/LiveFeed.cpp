@@ -89,14 +89,26 @@ void LiveFeed::advanceTo(qint64 msecs)
     setClock();
 }
 
+// Time has gone on since the record that was played last. A log that waits for more has ended with
+// that. In another one nothing comes behind its next record, which comes still, or if the session
+// is resumed.
+void LiveFeed::catchUp()
+{
+    if (m_isRunning && m_clock.isValid() && m_hasNext)
+        m_played = qBound(m_played, now(), m_next.msecs);
+}
+
+void LiveFeed::insert(const manikinlog::Record::Entry &entry)
+{
+    catchUp();
+    m_player.play({m_played, entry});
+}
+
 void LiveFeed::stop()
 {
     if (!m_isRunning)
         return;
-    // A log that waits for more has ended with its last record. Another one does not end behind its
-    // next record, which comes if the session is resumed.
-    if (m_clock.isValid() && m_hasNext)
-        m_played = qBound(m_played, now(), m_next.msecs);
+    catchUp();
     m_player.play({m_played, manikinlog::State{CPRData::CPR_ENDED}});
     finish();
 }

@@ -29,6 +29,9 @@ public:
     void advanceTo(qint64 msecs);
     /// Ends the session where it is.
     void stop();
+    /// Lets \a entry, a remark or its removal, come in now: into the journal, then into the
+    /// session.
+    void insert(const manikinlog::Record::Entry &entry);
     bool isRunning() const { return m_isRunning; }
     /// stop() was too early: the session goes on from there.
     void resume();
@@ -41,6 +44,7 @@ Q_SIGNALS:
 private:
     qint64 now() const;
     void setClock();
+    void catchUp();
     void playDue();
     bool playNext();
     bool isOver() const;

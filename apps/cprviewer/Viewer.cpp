@@ -6,6 +6,7 @@
 #include "ScenarioNames.h"
 #include "SessionExport.h"
 #include "sessionreview/Figures.h"
+#include "sessionreview/Words.h"
 
 #include <manikinsim/Scenario.h>
 #include <private/PrintableText.h>
@@ -13,11 +14,16 @@
 #include <CPREventSessionInfo.h>
 #include <CPREventSessionScore.h>
 #include <CPREventSessionStatistics.h>
+#include <CPREventUser.h>
+#include <manikinlog/ManikinLogPlayer.h>
 
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
+#include <QQmlEngine>
 #include <QStandardPaths>
+
+#include <algorithm>
 
 using cprquick::SessionLoader;
 using manikinlog::SessionJournal;
@@ -156,6 +162,8 @@ void Viewer::showLoaded()
         opened.isFromArchive = !result.isLog;
         opened.isUnsaved = left != nullptr;
         opened.isDamaged = result.isDamaged;
+        if (opened.isFromArchive && !opened.isDamaged && !left)
+            opened.archive = opened.source;
         opened.isSalvaged = m_loadedKind == SessionLoader::Kind::Salvaged;
         if (!left)
             m_recentFiles.add(result.fileName);
@@ -266,6 +274,62 @@ void Viewer::resume()
     Q_EMIT isLiveChanged();
 }
 
+// A live session's journal and every other session get it in one way.
+void Viewer::insert(const manikinlog::Record::Entry &entry)
+{
+    if (m_opened.feed)
+        m_opened.feed->insert(entry);
+    else
+        manikinlog::ManikinLogPlayer(session()).play({0, entry});
+    ++m_changes;
+    m_opened.isUnsaved = true;
+    Q_EMIT isUnsavedChanged();
+}
+
+CPREventBase *Viewer::addRemark(const QString &text, int msecs)
+{
+    const QString stored = sessionreview::remarkOf(text);
+    if (!session() || stored.isEmpty())
+        return nullptr;
+    const int time = std::max(msecs, 0);
+    insert(manikinlog::Remark{time, stored});
+    const QList<CPREventBase *> &events = session()->cprEvents()->events();
+    const auto added = std::find_if(events.begin(), events.end(), [&](CPREventBase *event) {
+        return event->msecs() == time && remarkText(event) == stored;
+    });
+    if (added == events.end())
+        return nullptr;
+    QQmlEngine::setObjectOwnership(*added, QQmlEngine::CppOwnership);
+    return *added;
+}
+
+CPREventBase *Viewer::correctRemark(CPREventBase *remark, const QString &text)
+{
+    const QString stored = sessionreview::remarkOf(text);
+    if (remarkText(remark).isEmpty() || stored.isEmpty())
+        return nullptr;
+    if (stored == remarkText(remark))
+        return remark;
+    const int msecs = remark->msecs();
+    removeRemark(remark);
+    return addRemark(stored, msecs);
+}
+
+void Viewer::removeRemark(CPREventBase *remark)
+{
+    const QString text = remarkText(remark);
+    if (!text.isEmpty())
+        insert(manikinlog::RemarkRemoval{remark->msecs(), text});
+}
+
+QString Viewer::remarkText(CPREventBase *event) const
+{
+    const auto *remark = qobject_cast<CPREventUser *>(event);
+    if (!remark || !session() || remark->events() != session()->cprEvents())
+        return QString();
+    return remark->parameterValue(CPREventBase::eventId, QVariant()).toString();
+}
+
 bool Viewer::isDamagedSource(const QString &name) const
 {
     return m_opened.isDamaged && QFileInfo(name) == QFileInfo(m_opened.source);
@@ -323,6 +387,8 @@ void Viewer::finishWriting(const Written &result)
         if (written.isComplete)
             written.kept += keepLeft(m_opened.left.get(), written.name, m_opened.isDamaged);
         if (written.isComplete)
+            m_opened.archive = written.name;
+        if (written.isComplete && writing.changes == m_changes)
             setSaved();
     }
     if (written.isComplete)
@@ -351,7 +417,7 @@ Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
         return *reason;
     const auto writeIt =
         isDamagedSource(name) ? SessionExport::replaceDamaged : SessionExport::writeArchive;
-    write({session(), nullptr, true}, copyForWriting(!m_opened.isFromArchive),
+    write({session(), nullptr, true, m_changes}, copyForWriting(!m_opened.isFromArchive),
           [name, writeIt](CPRData *copy) { return writeIt(name, *copy); });
     return Started;
 }
@@ -389,6 +455,8 @@ QUrl Viewer::proposedFile(const QString &ending) const
 {
     if (!session())
         return proposed({}, ending);
+    if (!m_opened.archive.isEmpty() && ending == QLatin1Char('.') + archiveSuffix)
+        return QUrl::fromLocalFile(m_opened.archive);
     const QDateTime start = sessionreview::figuresOf(*session()).start();
     // A part of a session is not taken for all of it, and does not go over that.
     return proposed(start, isDamaged() ? QLatin1Char('-') + tr("salvaged") + ending : ending);
@@ -429,7 +497,7 @@ Viewer::SaveResult Viewer::saveLeft(const QString &target, const QUrl &url, bool
     if (!left)
         return Failed;
     const QString journal = left->journal();
-    write({nullptr, std::move(left), true}, nullptr, [name, journal](CPRData * /*none*/) {
+    write({nullptr, std::move(left), true, 0}, nullptr, [name, journal](CPRData * /*none*/) {
         const SessionLoader::Result loaded =
             SessionLoader::loadHere(journal, SessionLoader::Kind::Salvaged);
         Written written = loaded.session ? SessionExport::writeArchive(name, *loaded.session)

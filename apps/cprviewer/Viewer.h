@@ -49,7 +49,7 @@ class Viewer final : public QObject {
     Q_PROPERTY(bool         isReplay     READ isReplay     NOTIFY sessionChanged)
     /// stop() can be taken back.
     Q_PROPERTY(bool         canResume    READ canResume    NOTIFY isLiveChanged)
-    /// It would be lost without its journal.
+    /// It would be lost without its journal, or holds remarks that its file does not have.
     Q_PROPERTY(bool         isUnsaved    READ isUnsaved    NOTIFY isUnsavedChanged)
     /// A file is being loaded; the session that is open stays until it is there.
     Q_PROPERTY(bool         isLoading    READ isLoading    NOTIFY isLoadingChanged)
@@ -144,6 +144,17 @@ public:
     /// Takes it back.
     Q_INVOKABLE void resume();
 
+    /// Remarks on what happens at \a msecs of session time: a user event. Of a live session it is
+    /// journalled. Null when there is no session, or nothing in \a text that can be stored.
+    Q_INVOKABLE CPREventBase *addRemark(const QString &text, int msecs);
+    /// Words \a remark, a user event of the session, anew. The event that stands for it from then
+    /// on; null, and the old one stays, as for addRemark().
+    Q_INVOKABLE CPREventBase *correctRemark(CPREventBase *remark, const QString &text);
+    /// Takes \a remark, a user event of the session, back.
+    Q_INVOKABLE void removeRemark(CPREventBase *remark);
+    /// What \a event remarks, as it is stored; empty for an event that is no remark.
+    Q_INVOKABLE QString remarkText(CPREventBase *event) const;
+
     /// Saves the session under \a url, to which the suffix is added if it has none. A file that is
     /// there is replaced only when \a replaces says so; a damaged one is kept beside it.
     Q_INVOKABLE Viewer::SaveResult save(const QUrl &url, bool replaces);
@@ -195,6 +206,7 @@ private:
         std::unique_ptr<LeftSession> left; // where it was brought back from
         QString name;
         QString source; // its file
+        QString archive; // that holds it as it was saved last; empty when none does
         QStringList report;
         bool isFromArchive = false;
         bool isReplay = false;
@@ -207,8 +219,10 @@ private:
         QPointer<CPRData> saved; // the session, if it is one
         std::unique_ptr<LeftSession> left; // that is being saved
         bool isSession = false;
+        int changes = 0; // of the session, when it was copied
     };
 
+    void insert(const manikinlog::Record::Entry &entry);
     void load(const QString &name, cprquick::SessionLoader::Kind kind);
     void showLoaded();
     void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
@@ -240,6 +254,7 @@ private:
     QString m_notice;
     QVariantList m_left;
     Writing m_writing;
+    int m_changes = 0; // of sessions, by remarks
     SessionWriter m_writer;
 };
 

@@ -27,6 +27,8 @@ EventListModel::EventListModel(QObject *parent) : QAbstractListModel(parent)
     });
     connect(&m_watcher, &SessionWatcher::guidelinesChanged, this, [this] {
         m_targets = sessionreview::targetsOf(*session());
+        if (m_hasFaultsOnly)
+            follow();
         announce(0, count() - 1);
     });
     connect(&m_watcher, &SessionWatcher::summaryChanged, this, [this] {
@@ -51,9 +53,23 @@ void EventListModel::setTags(int tags)
     Q_EMIT tagsChanged();
 }
 
+void EventListModel::setFaultsOnly(bool faultsOnly)
+{
+    if (faultsOnly == m_hasFaultsOnly)
+        return;
+    m_hasFaultsOnly = faultsOnly;
+    reload();
+    Q_EMIT tagsChanged();
+}
+
+bool EventListModel::isFault(const CPREventBase &event) const
+{
+    return sessionreview::isRight(event, m_targets) == false;
+}
+
 bool EventListModel::isShown(const CPREventBase *event) const
 {
-    return m_tags == 0 || (event->tag() & m_tags) != 0;
+    return (m_tags == 0 || (event->tag() & m_tags) != 0) && (!m_hasFaultsOnly || isFault(*event));
 }
 
 QVector<CPREventBase *> EventListModel::shownEvents() const
@@ -177,6 +193,10 @@ void EventListModel::insertInOrder(CPREventBase *event)
 // Statistics and scores get their time when the manikin sends them.
 void EventListModel::announceChanged(CPREventBase *event)
 {
+    // A pause that goes on becomes a fault.
+    if (m_hasFaultsOnly && m_watcher.events()->events().contains(event)
+        && isShown(event) != m_shown.contains(event))
+        follow();
     const int row = rowOf(event);
     if (row < 0)
         return;
@@ -222,6 +242,13 @@ int EventListModel::rowAt(int msecs) const
             return event && event->msecs() <= msecs;
         });
     return static_cast<int>(m_rows.rend() - last) - 1;
+}
+
+int EventListModel::faultFrom(int row, int step) const
+{
+    while (row >= 0 && row < m_rows.size() && !(m_rows.at(row) && isFault(*m_rows.at(row))))
+        row += step < 0 ? -1 : 1;
+    return row < m_rows.size() ? std::max(row, -1) : -1;
 }
 
 int EventListModel::rowCount(const QModelIndex &parent) const
@@ -272,7 +299,7 @@ QVariant EventListModel::data(const QModelIndex &index, int role) const
     case FaultTextRole:
         return text.faults().join(QStringLiteral(", "));
     case CorrectRole:
-        return text.isJudged() ? QVariant(text.faults().isEmpty()) : QVariant();
+        return text.correct();
     default:
         return QVariant();
     }

@@ -30,6 +30,8 @@ class CPRQUICK_EXPORT EventListModel : public QAbstractListModel {
     /// The tags of which an event has to carry at least one (CPREventBase.TagComp, ...); 0, as it
     /// is from the start, for all events.
     Q_PROPERTY(int      tags    READ tags    WRITE setTags    NOTIFY tagsChanged)
+    /// Only events with which something is wrong, by the session's guidelines. False unless changed.
+    Q_PROPERTY(bool     faultsOnly READ hasFaultsOnly WRITE setFaultsOnly NOTIFY tagsChanged)
     /// Number of rows.
     Q_PROPERTY(int      count   READ count                    NOTIFY countChanged)
     // clang-format on
@@ -54,7 +56,7 @@ public:
         NumberRole, ///< numberInCycle
         FaultsRole, ///< faults: a list of words, judged by the session's guidelines
         FaultTextRole, ///< faultText: the same as one text
-        CorrectRole ///< correct: no faults; undefined where nothing is judged
+        CorrectRole ///< correct: nothing is wrong; undefined where nothing is judged
     };
     Q_ENUM(Role)
 
@@ -68,6 +70,8 @@ public:
     void setSession(CPRData *session) { m_watcher.setSession(session); }
     int tags() const { return m_tags; }
     void setTags(int tags);
+    bool hasFaultsOnly() const { return m_hasFaultsOnly; }
+    void setFaultsOnly(bool faultsOnly);
     int count() const { return m_rows.size(); }
     /// @}
 
@@ -77,6 +81,9 @@ public:
     Q_INVOKABLE int rowOf(CPREventBase *event) const;
     /// The last row that starts at or before \a msecs of session time; -1 when all start later.
     Q_INVOKABLE int rowAt(int msecs) const;
+    /// The first row at or behind \a row, or with a \a step of -1 at or before it, with whose event
+    /// something is wrong; -1 when there is none.
+    Q_INVOKABLE int faultFrom(int row, int step) const;
 
     /// @{
     /// See QAbstractItemModel.
@@ -94,6 +101,7 @@ Q_SIGNALS:
     /// @}
 
 private:
+    bool isFault(const CPREventBase &event) const;
     bool isShown(const CPREventBase *event) const;
     QVector<CPREventBase *> shownEvents() const;
     void reload();
@@ -113,6 +121,7 @@ private:
     QSet<const QObject *> m_shown; // the same, for a quick answer whether an object has a row
     int m_listed = 0; // events in the session's list when m_rows was brought up to date
     int m_tags = 0;
+    bool m_hasFaultsOnly = false;
 };
 
 } // namespace cprquick

@@ -39,7 +39,8 @@ QString joined(const QStringList &parts)
 
 } // namespace
 
-EventText::EventText(const CPREventBase &event, const Targets &targets) : m_event(event)
+EventText::EventText(const CPREventBase &event, const Targets &targets)
+    : m_event(event), m_targets(targets)
 {
     if (const auto *compression = qobject_cast<const CPREventCompression *>(&event))
         m_compression = judged(*compression, targets);
@@ -142,6 +143,12 @@ QVariant EventText::volume() const
 QVariant EventText::numberInCycle() const
 {
     return m_compression ? QVariant(m_compression->number) : QVariant();
+}
+
+QVariant EventText::correct() const
+{
+    const std::optional<bool> right = isRight(m_event, m_targets);
+    return right ? QVariant(*right) : QVariant();
 }
 
 QStringList EventText::faults() const

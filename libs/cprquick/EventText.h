@@ -32,8 +32,7 @@ public:
     QVariant rate() const; ///< per minute
     QVariant volume() const; ///< ml
     QVariant numberInCycle() const;
-    /// Whether the event is of a kind that has faults.
-    bool isJudged() const { return m_compression || m_ventilation; }
+    QVariant correct() const; ///< whether nothing is wrong with it
     QStringList faults() const;
 
 private:
@@ -42,6 +41,7 @@ private:
     bool isAskedForByAed() const;
 
     const CPREventBase &m_event;
+    const sessionreview::Targets &m_targets; // those of who asks
     std::optional<sessionreview::Compression> m_compression;
     std::optional<sessionreview::Ventilation> m_ventilation;
 };

@@ -3,6 +3,8 @@
 
 #include "cprquick/LiveFigures.h"
 
+#include "cprquick/PlotSource.h"
+
 #include "sessionreview/Words.h"
 
 #include <private/Units.h>
@@ -10,6 +12,7 @@
 #include <sessionplot/Scales.h>
 
 #include <cmath>
+#include <limits>
 #include <tuple>
 #include <utility>
 
@@ -39,6 +42,7 @@ LiveFigures::LiveFigures(QObject *parent) : QObject(parent)
     connect(&m_watcher, &SessionWatcher::sessionChanged, this, [this] {
         m_areEventsStale = true;
         m_liveAdvice = LiveAdvice();
+        usePlot();
         read();
         Q_EMIT sessionChanged();
     });
@@ -64,6 +68,29 @@ void LiveFigures::setActive(bool active)
     Q_EMIT isActiveChanged();
 }
 
+void LiveFigures::setAt(int msecs)
+{
+    if (msecs == m_at)
+        return;
+    m_at = msecs;
+    usePlot();
+    readEventsSoon();
+    Q_EMIT atChanged();
+}
+
+void LiveFigures::usePlot()
+{
+    if (m_at < 0 || !session())
+        m_plot.reset();
+    else if (!m_plot || m_plot->session() != session())
+        m_plot = PlotSource::of(session());
+}
+
+int LiveFigures::shownTime() const
+{
+    return m_at >= 0 ? m_at : std::numeric_limits<int>::max();
+}
+
 void LiveFigures::readEventsSoon()
 {
     m_areEventsStale = true;
@@ -79,7 +106,10 @@ void LiveFigures::readSoon()
 void LiveFigures::read()
 {
     m_reading.stop();
-    readWaves();
+    if (m_plot)
+        m_plot->refresh();
+    else
+        readWaves();
     if (std::exchange(m_areEventsStale, false)) {
         const Targets targets = session() ? targetsOf(*session()) : Targets();
         readEvents(targets);
@@ -89,11 +119,13 @@ void LiveFigures::read()
             Q_EMIT waveChanged(); // the rates are judged anew
         }
     }
+    if (m_plot)
+        readWaves(); // goes by the events of that time
     readPause();
     readAdvice();
 }
 
-void LiveFigures::readWaves()
+LiveFigures::WaveFigures LiveFigures::wavesNow() const
 {
     WaveFigures now;
     if (const CPRData *known = session()) {
@@ -106,6 +138,27 @@ void LiveFigures::readWaves()
         now.rate = wave->compressionRate();
         now.ventilationRate = known->ventilationData()->rate();
     }
+    return now;
+}
+
+LiveFigures::WaveFigures LiveFigures::wavesThen() const
+{
+    const auto valueOf = [this](const sessionplot::Wave &wave) {
+        const int index = wave.indexAt(m_at);
+        return index < wave.count() ? wave.at(index) * wave.unit() : 0;
+    };
+    WaveFigures then;
+    then.time = m_at;
+    then.depth = std::abs(valueOf(m_plot->model().depth()));
+    then.volume = std::max(static_cast<int>(valueOf(m_plot->model().volume())), 0);
+    then.rate = m_latest.rate;
+    then.ventilationRate = m_latest.ventilationRate;
+    return then;
+}
+
+void LiveFigures::readWaves()
+{
+    const WaveFigures now = m_plot ? wavesThen() : wavesNow();
     const WaveFigures before = std::exchange(m_wave, now);
     if (now.time != before.time)
         Q_EMIT timeChanged();
@@ -170,9 +223,9 @@ void LiveFigures::readAdvice()
 void LiveFigures::readEvents(const Targets &targets)
 {
     const CPREvents *events = m_watcher.events();
-    m_latest = events ? latestEventsOf(*session(), targets) : LatestEvents();
-    m_compressionCount = events ? events->count(E::TagComp) : 0;
-    m_ventilationCount = events ? events->count(E::TagVent) : 0;
+    m_latest = events ? latestEventsOf(*session(), targets, shownTime()) : LatestEvents();
+    m_compressionCount = events ? begunUntil(*events, E::TagComp, shownTime()) : 0;
+    m_ventilationCount = events ? begunUntil(*events, E::TagVent, shownTime()) : 0;
     const Figures figures = events ? figuresOf(*session()) : Figures();
     m_score = figures.hasScores ? figures.overallScore : -1;
     Q_EMIT eventsChanged();

@@ -10,7 +10,11 @@
 
 #include <QtQml/qqml.h>
 
+#include <memory>
+
 namespace cprquick {
+
+class PlotSource;
 
 /// What a learner sees while training, in the units that people read, with the limits of the
 /// session's own guidelines beside it.
@@ -25,6 +29,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(CPRData *session              READ session  WRITE setSession NOTIFY sessionChanged)
     /// Set it to whether somebody looks. True unless changed.
     Q_PROPERTY(bool     isActive             READ isActive WRITE setActive  NOTIFY isActiveChanged)
+    /// The session time (ms) of which the figures are, as they stood then; -1, as it is from the
+    /// start, for now. Limits, training and the result of the session are those of now always.
+    Q_PROPERTY(int      at                   READ at       WRITE setAt      NOTIFY atChanged)
     /// ms of session time.
     Q_PROPERTY(int      time                 READ time                 NOTIFY timeChanged)
     /// m:ss, or h:mm:ss from two hours on.
@@ -141,6 +148,8 @@ public:
     void        setSession(CPRData *session) { m_watcher.setSession(session); }
     bool        isActive() const             { return m_isActive; }
     void        setActive(bool active);
+    int         at() const                   { return m_at; }
+    void        setAt(int msecs);
     int         time() const                 { return m_wave.time; }
     QString     timeText() const             { return m_timeText; }
     double      depth() const                { return m_wave.depth; }
@@ -194,6 +203,7 @@ Q_SIGNALS:
     /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void isActiveChanged();
+    void atChanged();
     void timeChanged();
     void timeTextChanged();
     void waveChanged();
@@ -219,15 +229,21 @@ private:
         int ventilationRate = -1;
     };
 
+    int shownTime() const;
+    void usePlot();
     void readEventsSoon();
     void readSoon();
     void read();
     void readWaves();
     void readAdvice();
+    WaveFigures wavesNow() const;
+    WaveFigures wavesThen() const;
     void readEvents(const sessionreview::Targets &targets);
     void readPause();
 
     SessionWatcher m_watcher;
+    std::shared_ptr<PlotSource> m_plot; // the waves; null while no time is asked for
+    int m_at = -1;
     QTimer m_reading;
     bool m_isActive = true;
     bool m_areEventsStale = true;

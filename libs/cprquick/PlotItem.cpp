@@ -225,6 +225,11 @@ void PlotItem::pan(int msecs)
     showRange(qint64(m_shownFrom) + msecs, qint64(m_shownTo) - m_shownFrom);
 }
 
+void PlotItem::showTime(int from, int to)
+{
+    showRange(from, qint64(to) - from);
+}
+
 void PlotItem::fit()
 {
     setWindow(0, -1, 0);

@@ -96,6 +96,9 @@ public:
     Q_INVOKABLE void zoom(qreal factor, qreal x);
     /// Moves along the session by \a msecs, not beyond its ends.
     Q_INVOKABLE void pan(int msecs);
+    /// Shows the time from \a from to \a to, ms, but at least a second and nothing outside the
+    /// session.
+    Q_INVOKABLE void showTime(int from, int to);
     /// Shows all of the session.
     Q_INVOKABLE void fit();
     /// Moves so far that \a msecs is shown.

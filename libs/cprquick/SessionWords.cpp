@@ -66,6 +66,16 @@ QString SessionWords::protocol(int protocol) const
     return sessionreview::protocolText(protocol);
 }
 
+QStringList SessionWords::quickRemarks() const
+{
+    return sessionreview::quickRemarks();
+}
+
+QString SessionWords::remark(const QString &stored) const
+{
+    return PrintableText::shown(sessionreview::remarkText(stored));
+}
+
 QString SessionWords::time(int msecs, bool withTenths) const
 {
     constexpr qint64 second = 1000;

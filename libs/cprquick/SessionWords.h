@@ -41,6 +41,10 @@ public:
     Q_INVOKABLE QString advice(int advice) const;
     /// A CPR protocol, 0 to 5.
     Q_INVOKABLE QString protocol(int protocol) const;
+    /// What an instructor remarks with the keys 1 to 9, as it is stored.
+    Q_INVOKABLE QStringList quickRemarks() const;
+    /// A stored remark as it is shown.
+    Q_INVOKABLE QString remark(const QString &stored) const;
     /// ms of session time: m:ss, or h:mm:ss from two hours on, with tenths when asked for.
     Q_INVOKABLE QString time(int msecs, bool withTenths = false) const;
 };

@@ -5,6 +5,10 @@
 
 #include "cprquick/PlotSource.h"
 
+#include "sessionreview/Words.h"
+
+#include <QQmlEngine>
+
 namespace cprquick {
 
 using sessionplot::ReviewPicture;
@@ -46,6 +50,38 @@ void TimelineItem::paint(QPainter *painter)
     setPlotArea(
         {m_picture.timeScale().left(), stack.top(), m_picture.timeScale().width(), stack.height()});
     m_picture.setModel(nullptr);
+}
+
+CPREventBase *TimelineItem::eventAt(qreal x, qreal y) const
+{
+    using Kind = ReviewPicture::Mark::Kind;
+    const std::optional<ReviewPicture::Mark> mark =
+        source() && session() ? m_picture.markAt(source()->model(), {x, y}) : std::nullopt;
+    if (!mark)
+        return nullptr;
+    const auto isMeant = [&mark](const CPREventBase &event) {
+        if (event.msecs() != mark->msecs)
+            return false;
+        switch (mark->kind) {
+        case Kind::Compression:
+            return event.type() == CPREventBase::CprCompEvent;
+        case Kind::Ventilation:
+            return event.type() == CPREventBase::CprVentEvent;
+        case Kind::Pause:
+            return event.type() == CPREventBase::CprInactivityCPR;
+        case Kind::Flag:
+            break;
+        }
+        const std::optional<sessionreview::Flag> flag = sessionreview::flagOf(event);
+        return flag && flag->kind == mark->flag && sessionreview::flagWeight(*flag) > 0;
+    };
+    for (CPREventBase *event : session()->cprEvents()->events()) {
+        if (!isMeant(*event))
+            continue;
+        QQmlEngine::setObjectOwnership(event, QQmlEngine::CppOwnership);
+        return event;
+    }
+    return nullptr;
 }
 
 } // namespace cprquick

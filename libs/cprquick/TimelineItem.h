@@ -59,6 +59,10 @@ public:
     void setFlagRows(int rows);
     /// @}
 
+    /// The event of which something was drawn at that point of the item; null when there is none.
+    /// The event list owns it.
+    Q_INVOKABLE CPREventBase *eventAt(qreal x, qreal y) const;
+
     /// See QQuickPaintedItem.
     void paint(QPainter *painter) override;
 

@@ -4,6 +4,7 @@
 #include "manikinlog/ManikinLogPlayer.h"
 
 #include "CPREventSessionInfo.h"
+#include "CPREventUser.h"
 #include "manikinlog/ManikinLogReader.h"
 #include "manikinlog/SessionJournal.h"
 #include "private/Units.h"
@@ -94,6 +95,25 @@ bool ManikinLogPlayer::feed(const ManikinName &manikin)
     if (CPREventSessionInfo *info = m_session->cprEvents()->sessionInfo())
         info->setParameter(CPREventBase::manikinName, manikin.name);
     return true;
+}
+
+bool ManikinLogPlayer::feed(const Remark &remark)
+{
+    CPREvents *events = m_session->cprEvents();
+    events->addEvent(new CPREventUser(remark.msecs, events, remark.text), true);
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const RemarkRemoval &removal)
+{
+    for (CPREventBase *event : m_session->cprEvents()->events()) {
+        if (event->type() != CPREventBase::Event || event->msecs() != removal.msecs
+            || event->parameterValue(CPREventBase::eventId, QVariant()).toString() != removal.text)
+            continue;
+        delete event;
+        return true;
+    }
+    return false;
 }
 
 // The time \a msecs after the start.

@@ -32,7 +32,8 @@ public:
     /// journal is not owned. When it fails, which it reports itself, the session goes on.
     void setJournal(SessionJournal *journal) { m_journal = journal; }
 
-    /// Plays one record. False for a message that the session refuses.
+    /// Plays one record. False for a message that the session refuses, and for a remark to remove
+    /// that it does not have.
     bool play(const Record &record);
 
     /// Plays the records that \a reader still has. False when the log could not be read to its
@@ -50,6 +51,8 @@ private:
     bool feed(const Learner &learner);
     bool feed(const Start &start);
     bool feed(const ManikinName &manikin);
+    bool feed(const Remark &remark);
+    bool feed(const RemarkRemoval &removal);
     void storeTime(CPREventBase::ParameterType type, qint64 msecs);
 
     CPRData *m_session; // not owned

@@ -62,7 +62,11 @@ public:
             return parseEntry<Start>(record);
         if (kind == "manikin")
             return parseEntry<ManikinName>(record);
-        return fail("msg, header, wave, state, learner, start or manikin", kind);
+        if (kind == "remark")
+            return parseEntry<Remark>(record);
+        if (kind == "unremark")
+            return parseEntry<RemarkRemoval>(record);
+        return fail("msg, header, wave, state, learner, start, manikin, remark or unremark", kind);
     }
 
 private:
@@ -121,6 +125,18 @@ private:
     bool parseFields(ManikinName &manikin)
     {
         return parseName(manikin.name, "a manikin's name in UTF-8");
+    }
+
+    bool parseFields(Remark &remark)
+    {
+        return parseNumber(remark.msecs, "a session time")
+            && parseName(remark.text, "a remark in UTF-8");
+    }
+
+    bool parseFields(RemarkRemoval &removal)
+    {
+        return parseNumber(removal.msecs, "a session time")
+            && parseName(removal.text, "a remark in UTF-8");
     }
 
     bool parseName(QString &name, const char *what)

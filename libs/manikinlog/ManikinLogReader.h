@@ -26,6 +26,8 @@ namespace manikinlog {
 ///     <ms> learner <name, to the end of the line>
 ///     <ms> start <ISO 8601 time in UTC>
 ///     <ms> manikin <name, to the end of the line>
+///     <ms> remark <session time in ms> <text, to the end of the line>
+///     <ms> unremark <session time in ms> <text, to the end of the line>
 ///
 /// A message without content ends after its sequence number. Only as much of the log is held in
 /// memory as the longest line takes.

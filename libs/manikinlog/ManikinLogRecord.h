@@ -65,11 +65,26 @@ struct ManikinName {
     QString name; ///< neither empty nor with a line break
 };
 
+/// The instructor remarked on something: a user event at a time of the session, which may be over.
+struct Remark {
+    qint32 msecs = 0; ///< session time of the event
+    QString text; ///< neither empty nor with a line break
+};
+
+/// The instructor took the first remark with this time and text back.
+struct RemarkRemoval {
+    qint32 msecs = 0; ///< as in the remark
+    QString text; ///< the same
+};
+
 /// One line of a recorded log.
 struct Record {
+    /// What can be recorded.
+    using Entry = std::variant<Message, WaveHeader, WaveSample, State, Learner, Start, ManikinName,
+                               Remark, RemarkRemoval>;
+
     qint64 msecs = 0; ///< ms since the start of the recording; never decreases in a log
-    /// what happened
-    std::variant<Message, WaveHeader, WaveSample, State, Learner, Start, ManikinName> entry;
+    Entry entry; ///< what happened
 };
 
 } // namespace manikinlog

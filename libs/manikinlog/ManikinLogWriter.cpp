@@ -44,24 +44,24 @@ QByteArray toText(const State &state, QString &error)
     return QByteArray("state ") + key;
 }
 
-QByteArray nameToText(const char *kind, const QString &name, QString &error)
+QByteArray restOfLine(const QString &text, const char *what, QString &error)
 {
-    const QByteArray text = name.toUtf8();
-    if (text.isEmpty())
-        error = QStringLiteral("the %1's name is empty");
-    else if (text.contains('\n') || text.contains('\r'))
-        error = QStringLiteral("the %1's name contains a line break");
-    else if (QString::fromUtf8(text) != name)
-        error = QStringLiteral("the %1's name cannot be written as UTF-8");
+    const QByteArray bytes = text.toUtf8();
+    if (bytes.isEmpty())
+        error = QStringLiteral("the %1 is empty");
+    else if (bytes.contains('\n') || bytes.contains('\r'))
+        error = QStringLiteral("the %1 contains a line break");
+    else if (QString::fromUtf8(bytes) != text)
+        error = QStringLiteral("the %1 cannot be written as UTF-8");
     else
-        return QByteArray(kind) + ' ' + text;
-    error = error.arg(QLatin1String(kind));
+        return bytes;
+    error = error.arg(QLatin1String(what));
     return QByteArray();
 }
 
 QByteArray toText(const Learner &learner, QString &error)
 {
-    return nameToText("learner", learner.name, error);
+    return "learner " + restOfLine(learner.name, "learner's name", error);
 }
 
 QByteArray toText(const Start &start, QString &error)
@@ -76,7 +76,19 @@ QByteArray toText(const Start &start, QString &error)
 
 QByteArray toText(const ManikinName &manikin, QString &error)
 {
-    return nameToText("manikin", manikin.name, error);
+    return "manikin " + restOfLine(manikin.name, "manikin's name", error);
+}
+
+QByteArray toText(const Remark &remark, QString &error)
+{
+    return "remark " + QByteArray::number(remark.msecs) + ' '
+        + restOfLine(remark.text, "remark", error);
+}
+
+QByteArray toText(const RemarkRemoval &removal, QString &error)
+{
+    return "unremark " + QByteArray::number(removal.msecs) + ' '
+        + restOfLine(removal.text, "remark", error);
 }
 
 } // namespace

@@ -24,8 +24,8 @@ public:
     ManikinLogWriter &operator=(const ManikinLogWriter &) = delete;
 
     /// Writes one record. Gives false for a record that the log cannot hold: an earlier time than
-    /// the record before it or a negative one, a state without a key, a learner's name that is
-    /// empty, has a line break or is no valid text, or a content too long for a line; the next
+    /// the record before it or a negative one, a state without a key, a name or a remark that
+    /// is empty, has a line break or is no valid text, or a content too long for a line; the next
     /// record can still be written. Gives false also when the device refuses, and from then on
     /// always, since the log may end in half a line. A device with a buffer may refuse only when
     /// it is flushed.

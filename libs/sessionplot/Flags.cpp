@@ -123,9 +123,10 @@ qreal FlagLabels::height(const Style &style, int rows)
     return std::ceil(rows * style.small.line() + stripHeight * style.em);
 }
 
-void FlagLabels::paint(const LaneContext &context, const LaneArea &area, qreal top,
-                       qreal bottom) const
+std::vector<FlagLabels::Place> FlagLabels::paint(const LaneContext &context, const LaneArea &area,
+                                                 qreal top, qreal bottom) const
 {
+    std::vector<Place> places;
     const Style &style = *context.style;
     QPainter *painter = context.painter;
     const qreal stripTop = area.plot.bottom() - stripHeight * style.em;
@@ -150,6 +151,8 @@ void FlagLabels::paint(const LaneContext &context, const LaneArea &area, qreal t
         });
         if (!isOccupied) {
             occupied.push_back(label.pole);
+            places.push_back({QRectF(label.pole - size / 2, stripTop, size, strip.height()),
+                              label.flag->msecs, label.flag->kind});
             drawSymbol(painter, symbolOf(label.flag->kind), QPointF(label.pole, strip.center().y()),
                        size, style.theme.flag);
         }
@@ -157,6 +160,7 @@ void FlagLabels::paint(const LaneContext &context, const LaneArea &area, qreal t
             continue;
         const QRectF box(label.left, stripTop - (label.row + 1) * lineHeight,
                          label.right - label.left, lineHeight);
+        places.push_back({box, label.flag->msecs, label.flag->kind});
         painter->setPen(QPen(style.theme.mutedText, style.hair));
         // The pole of a label that was pushed back ends below its text.
         const qreal poleTop =
@@ -165,6 +169,7 @@ void FlagLabels::paint(const LaneContext &context, const LaneArea &area, qreal t
         style.small.draw(painter, box.adjusted(gapToPole * style.em, 0, 1, 0), Qt::AlignLeft,
                          label.text, style.theme.text);
     }
+    return places;
 }
 
 } // namespace sessionplot

@@ -32,8 +32,16 @@ public:
     int rows() const { return m_rows; }
     /// Height of a lane with \a rows rows.
     static qreal height(const Style &style, int rows);
+    /// Where a flag's symbol or its label was painted.
+    struct Place {
+        QRectF area;
+        int msecs; ///< of the flag
+        sessionreview::Flag::Kind kind;
+    };
+
     /// Paints the flags, and for each a line through the lanes from \a top to \a bottom.
-    void paint(const LaneContext &context, const LaneArea &area, qreal top, qreal bottom) const;
+    std::vector<Place> paint(const LaneContext &context, const LaneArea &area, qreal top,
+                             qreal bottom) const;
 
 private:
     struct Label {

@@ -61,6 +61,8 @@ void paintPauseLengths(const LaneContext &context, const LaneArea &area);
 void paintCycles(const LaneContext &context, const LaneArea &area);
 /// One row for each kind of fault of compressions.
 constexpr int faultRows = 4;
+/// What is in a row, from the top.
+sessionreview::Fault faultOfRow(int row);
 void paintFaults(const LaneContext &context, const LaneArea &area);
 
 /// Faint lines at the ticks of the time axis.

@@ -3,6 +3,7 @@
 
 #include "sessionplot/ReviewPicture.h"
 
+#include "sessionplot/LaneParts.h"
 #include "sessionplot/Lanes.h"
 #include "sessionplot/Legend.h"
 
@@ -183,6 +184,8 @@ void ReviewPicture::paint(QPainter *painter, const QRectF &area)
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->setRenderHint(QPainter::TextAntialiasing);
     painter->fillRect(area, m_theme.background);
+    m_areas.clear();
+    m_flags.clear();
     if (m_model && !area.isEmpty()) {
         const Style style(m_theme, m_textSize > 0 ? m_textSize : suitableTextSize(area.size()),
                           painter->device());
@@ -235,6 +238,9 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     const qreal stackBottom = std::round(volume.plot.isNull() ? y - layout.gap : y);
     const LaneArea axis = nextArea(TimeAxisPart, timeAxisHeight(style));
     m_stack = QRectF(QPointF(plotLeft, stackTop), QPointF(plotRight, stackBottom));
+    m_areas = {{PausesPart, pauses.plot}, {CyclesPart, cycles.plot}, {DepthPart, depth.plot},
+               {FaultsPart, faults.plot}, {RatePart, rate.plot},     {VolumePart, volume.plot}};
+    m_reach = style.symbol / 2;
 
     if (layout.parts.testFlag(HeadPart))
         paintHead(painter, style, *m_model, layout.head,
@@ -248,7 +254,7 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     paintTimeGrid(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
 
     if (layout.parts.testFlag(FlagsPart))
-        layout.flags.paint(context, flags, lanesTop, stackBottom);
+        m_flags = layout.flags.paint(context, flags, lanesTop, stackBottom);
     if (layout.parts.testFlag(PausesPart))
         paintPauseLengths(context, pauses);
     if (layout.parts.testFlag(CyclesPart))
@@ -267,6 +273,83 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     if (layout.parts.testFlag(LegendPart))
         paintLegend(painter, style, *m_model,
                     QRectF(area.left(), y, area.width(), area.bottom() - y));
+}
+
+namespace {
+
+/// The entry whose stretch holds \a msecs or begins or ends at most \a reach ms from it, the one
+/// with the nearest peak first. Null when there is none.
+template <typename Entry, typename Has>
+const Entry *nearest(const std::vector<Entry> &entries, qint64 msecs, qint64 reach, Has has)
+{
+    const Entry *found = nullptr;
+    const auto distance = [msecs](const Entry &entry) { return std::abs(entry.peak - msecs); };
+    const auto [first, last] =
+        shown(entries, {msecs - reach, msecs + reach}, std::max(maxEntryLength, reach));
+    for (const Entry *entry = first; entry != last; ++entry) {
+        if (entry->begin <= msecs + reach && entry->end >= msecs - reach && has(*entry)
+            && (!found || distance(*entry) < distance(*found)))
+            found = entry;
+    }
+    return found;
+}
+
+template <typename Spans> auto spanAt(const Spans &spans, qint64 msecs)
+{
+    return std::find_if(spans.begin(), spans.end(), [msecs](const auto &span) {
+        return span.begin <= msecs && span.end >= msecs;
+    });
+}
+
+} // namespace
+
+std::optional<ReviewPicture::Mark> ReviewPicture::markAt(const PlotModel &model,
+                                                         const QPointF &point) const
+{
+    using Kind = Mark::Kind;
+    for (const FlagLabels::Place &flag : m_flags) {
+        if (flag.area.contains(point))
+            return Mark{Kind::Flag, flag.msecs, flag.kind};
+    }
+    const auto area = std::find_if(m_areas.begin(), m_areas.end(), [&point](const auto &each) {
+        return each.second.contains(point);
+    });
+    if (area == m_areas.end())
+        return std::nullopt;
+    const SessionReview &review = model.review();
+    const qint64 msecs = m_time.msecsAt(point.x());
+    const auto reach = static_cast<qint64>(m_reach / m_time.pixelsPerMsec());
+    const auto mark = [](Kind kind, int begin) { return Mark{kind, begin, Flag::Kind::User}; };
+    switch (area->first) {
+    case PausesPart: {
+        const auto pause = spanAt(review.pauses, msecs);
+        return pause == review.pauses.end() ? std::nullopt
+                                            : std::optional(mark(Kind::Pause, pause->begin));
+    }
+    case CyclesPart: {
+        const auto cycle = spanAt(review.cycles, msecs);
+        if (cycle == review.cycles.end())
+            return std::nullopt;
+        return mark(cycle->compressions > 0 ? Kind::Compression : Kind::Ventilation, cycle->begin);
+    }
+    case VolumePart: {
+        const auto *ventilation =
+            nearest(review.ventilations, msecs, reach, [](const Ventilation &) { return true; });
+        return ventilation ? std::optional(mark(Kind::Ventilation, ventilation->begin))
+                           : std::nullopt;
+    }
+    default:
+        break;
+    }
+    const bool isFault = area->first == FaultsPart;
+    const QRectF &rows = area->second;
+    const int row = qBound(
+        0, static_cast<int>((point.y() - rows.top()) * faultRows / rows.height()), faultRows - 1);
+    const auto *compression =
+        nearest(review.compressions, msecs, isFault ? reach : 0, [&](const Compression &each) {
+            return !isFault || each.faults.testFlag(faultOfRow(row));
+        });
+    return compression ? std::optional(mark(Kind::Compression, compression->begin)) : std::nullopt;
 }
 
 } // namespace sessionplot

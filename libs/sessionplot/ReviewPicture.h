@@ -16,6 +16,8 @@
 #include <QSizeF>
 
 #include <optional>
+#include <utility>
+#include <vector>
 
 class QPainter;
 
@@ -70,6 +72,17 @@ public:
     const TimeScale &timeScale() const { return m_time; }
     const QRectF &stack() const { return m_stack; }
 
+    /// Something that a picture shows at one place.
+    struct Mark {
+        enum class Kind { Compression, Ventilation, Pause, Flag };
+        Kind kind;
+        int msecs; ///< session time of its begin
+        sessionreview::Flag::Kind flag; ///< what flag it is, if it is one
+    };
+    /// What the last paint() has drawn of \a model at \a point; none where there is nothing. A
+    /// cycle gives the event with which it begins.
+    std::optional<Mark> markAt(const PlotModel &model, const QPointF &point) const;
+
     /// The text size that suits a picture of \a size.
     static qreal suitableTextSize(const QSizeF &size);
 
@@ -105,6 +118,10 @@ private:
     WavePainter m_volumePainter;
     TimeScale m_time;
     QRectF m_stack;
+    // Where the last paint() put what can be pointed at.
+    std::vector<std::pair<Part, QRectF>> m_areas;
+    std::vector<FlagLabels::Place> m_flags;
+    qreal m_reach = 0; // how far beside a mark it is still meant
 };
 
 Q_DECLARE_OPERATORS_FOR_FLAGS(ReviewPicture::Parts)

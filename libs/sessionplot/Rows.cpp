@@ -36,6 +36,11 @@ constexpr FaultRow faults[faultRows] = {
 
 } // namespace
 
+Fault faultOfRow(int row)
+{
+    return faults[row].fault;
+}
+
 qreal leftMargin(const Style &style)
 {
     qreal widest = 0;

@@ -3,6 +3,8 @@
 
 #include "sessionreview/JudgedEvents.h"
 
+#include "sessionreview/StandClear.h"
+
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
 #include <private/Units.h>
@@ -89,6 +91,20 @@ Ventilation judged(const CPREventVentilation &event, const Targets &targets)
     Ventilation ventilation = ventilationOf(event);
     judge(ventilation, targets);
     return ventilation;
+}
+
+std::optional<bool> isRight(const CPREventBase &event, const Targets &targets)
+{
+    if (const auto *compression = qobject_cast<const CPREventCompression *>(&event))
+        return !judged(*compression, targets).faults;
+    if (const auto *ventilation = qobject_cast<const CPREventVentilation *>(&event))
+        return !judged(*ventilation, targets).faults;
+    const Span pause{event.msecs(), event.eventEndTime()};
+    if (event.type() != CPREventBase::CprInactivityCPR || !event.events()
+        || qint64(pause.end) - pause.begin < targets.maxSilence
+        || isAskedFor(pause, standClearOf(aedFlagsOf(*event.events()))))
+        return std::nullopt;
+    return false;
 }
 
 } // namespace sessionreview

@@ -8,6 +8,9 @@
 
 #include <QFlags>
 
+#include <optional>
+
+class CPREventBase;
 class CPREventCompression;
 class CPREventVentilation;
 
@@ -76,6 +79,11 @@ void judge(Ventilation &ventilation, const Targets &targets);
 Compression judged(const CPREventCompression &event, const Targets &targets);
 Ventilation judged(const CPREventVentilation &event, const Targets &targets);
 /// @}
+
+/// Whether nothing is wrong with \a event. False for a compression or a ventilation with faults,
+/// and for a pause as long as LiveAdvice lets it be, unless the AED asked for it; no value for any
+/// other pause, and for what is not judged.
+std::optional<bool> isRight(const CPREventBase &event, const Targets &targets);
 
 } // namespace sessionreview
 

@@ -31,7 +31,7 @@ constexpr int maxVentilationAgeMs = 8 * Units::msecsPerSecond; // alone they com
 int ventilationsFrom(const CPREvents &events, int from, int to)
 {
     int found = 0;
-    for (int i = events.count(E::TagVent) - 1; i >= 0; --i) {
+    for (int i = begunUntil(events, E::TagVent, to) - 1; i >= 0; --i) {
         const E *event = events.at(E::TagVent, i);
         if (event->msecs() < from)
             break;
@@ -41,18 +41,30 @@ int ventilationsFrom(const CPREvents &events, int from, int to)
     return found;
 }
 
+int toldRate(const CPREventCompression &event)
+{
+    return event.compMeanRate();
+}
+
+int toldRate(const CPREventVentilation &event)
+{
+    return event.ventRate();
+}
+
 /// The last event of \a tag that has ended by \a msecs.
 template <typename Event>
-auto lastOf(const CPREvents &events, E::EventTag tag, const Targets &targets, int msecs)
+auto lastOf(const CPREvents &events, E::EventTag tag, const Targets &targets, int msecs, int &rate)
     -> std::optional<decltype(judged(std::declval<const Event &>(), targets))>
 {
-    for (int i = events.count(tag) - 1; i >= 0; --i) {
+    for (int i = begunUntil(events, tag, msecs) - 1; i >= 0; --i) {
         const auto *event = qobject_cast<const Event *>(events.at(tag, i));
-        if (!event || event->msecs() > msecs)
+        if (!event)
             continue;
         const auto entry = judged(*event, targets);
-        if (entry.end <= msecs)
-            return entry;
+        if (entry.end > msecs)
+            continue;
+        rate = toldRate(*event);
+        return entry;
     }
     return std::nullopt;
 }
@@ -76,6 +88,22 @@ void readAed(LatestEvents &latest, const CPREvents &events, int msecs)
 
 } // namespace
 
+int begunUntil(const CPREvents &events, E::EventTag tag, int msecs)
+{
+    int first = 0;
+    int last = events.count(tag);
+    if (last > 0 && events.at(tag, last - 1)->msecs() <= msecs)
+        return last; // now
+    while (first < last) {
+        const int middle = last - (last - first + 1) / 2;
+        if (events.at(tag, middle)->msecs() <= msecs)
+            first = middle + 1;
+        else
+            last = middle;
+    }
+    return first;
+}
+
 LatestEvents latestEventsOf(const CPRData &session, const Targets &targets, int msecs)
 {
     LatestEvents latest;
@@ -86,12 +114,18 @@ LatestEvents latestEventsOf(const CPRData &session, const Targets &targets, int 
     latest.protocol = figures.protocol;
     latest.training = figures.training;
 
-    latest.compression = lastOf<CPREventCompression>(*events, E::TagComp, targets, msecs);
+    latest.compression =
+        lastOf<CPREventCompression>(*events, E::TagComp, targets, msecs, latest.rate);
+    const int pauses = begunUntil(*events, E::TagInactivity, msecs);
+    if (pauses > 0 && latest.compression
+        && events->at(E::TagInactivity, pauses - 1)->msecs() >= latest.compression->begin)
+        latest.rate = 0;
     if (latest.compression) {
         latest.compressionsInCycle = latest.compression->number;
         latest.faults = latest.compression->faults;
     }
-    latest.ventilation = lastOf<CPREventVentilation>(*events, E::TagVent, targets, msecs);
+    latest.ventilation =
+        lastOf<CPREventVentilation>(*events, E::TagVent, targets, msecs, latest.ventilationRate);
     if (latest.ventilation
         && (!latest.compression || latest.ventilation->begin >= latest.compression->begin))
         latest.faults = latest.ventilation->faults;
@@ -135,7 +169,7 @@ RunningPause runningPause(const CPREvents &events, const LatestEvents &latest,
         if (span.end <= msecs)
             from = std::max<qint64>(from, span.end);
     }
-    const E *report = events.last(E::TagInactivity);
+    const E *report = events.at(E::TagInactivity, begunUntil(events, E::TagInactivity, msecs) - 1);
     const auto isSince = [report](const auto &done) {
         return done && done->begin > report->msecs();
     };

@@ -6,6 +6,8 @@
 
 #include "sessionreview/SessionReview.h"
 
+#include <CPREventBase.h>
+
 #include <limits>
 #include <optional>
 #include <vector>
@@ -34,7 +36,16 @@ struct LatestEvents {
     std::optional<Flag> shock; ///< the last; none before the first
     int rhythm = 0; ///< CPREventBase::AEDEcgRhythms
     std::vector<Span> standClear; ///< the AED has everybody stand clear
+    /// @{
+    /// The running rates that the manikin told, per minute; 0 when it told none, and for
+    /// compressions since it reported a pause.
+    int rate = 0;
+    int ventilationRate = 0;
+    /// @}
 };
+
+/// How many events of \a tag have begun by \a msecs of session time. It costs a search, not a walk.
+int begunUntil(const CPREvents &events, CPREventBase::EventTag tag, int msecs);
 
 /// The latest events as somebody could know them at \a msecs of session time: what lasts is known
 /// when it has ended.

@@ -57,9 +57,9 @@ auto latestOf(const CPREvents &events, E::EventTag tag, const Targets &targets, 
               const Window &window)
 {
     std::vector<decltype(judged(std::declval<const Event &>(), targets))> found;
-    for (int i = events.count(tag) - 1; i >= 0; --i) {
+    for (int i = begunUntil(events, tag, msecs) - 1; i >= 0; --i) {
         const auto *event = qobject_cast<const Event *>(events.at(tag, i));
-        if (!event || event->msecs() > msecs)
+        if (!event)
             continue;
         if (qint64(msecs) - event->msecs() > window.maxAgeMs)
             break;
@@ -89,6 +89,20 @@ void findFault(std::set<Prompt> &faults, Prompt prompt, const Entries &entries,
 bool isFault(Prompt prompt)
 {
     return prompt >= Prompt::EndPause && prompt < Prompt::Right;
+}
+
+bool isOfVentilations(Prompt prompt)
+{
+    return prompt >= Prompt::VentilateSlower && prompt <= Prompt::BlowMore;
+}
+
+Prompt promptOf(Fault fault)
+{
+    for (const FaultPrompt &row : compressionPrompts) {
+        if (row.fault == fault)
+            return row.prompt;
+    }
+    return fault == Fault::TooLittle ? Prompt::BlowMore : Prompt::BlowLess;
 }
 
 void LiveAdvice::findFaults(const CPRData &session, const Targets &targets, int msecs)

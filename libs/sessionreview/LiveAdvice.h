@@ -35,6 +35,16 @@ enum class Prompt {
 
 /// Whether it is about a fault.
 bool isFault(Prompt prompt);
+/// Whether it is about ventilations.
+bool isOfVentilations(Prompt prompt);
+/// What is said of a fault.
+Prompt promptOf(Fault fault);
+
+/// @{
+/// Of less events than this nothing is said: a single one may be wrong by chance.
+constexpr int minJudgedCompressions = 5;
+constexpr int minJudgedVentilations = 2;
+/// @}
 
 /// @{
 /// Of fewer nothing is said.

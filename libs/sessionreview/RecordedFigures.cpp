@@ -345,13 +345,17 @@ Optional longestPause(const Review &review)
     return longest;
 }
 
+bool isLongPause(const Span &pause)
+{
+    return secsOf(pause) > maxPauseSecs;
+}
+
 Optional longPauses(const Review &review)
 {
     if (review.compressions.size() < 2)
         return std::nullopt;
     const std::vector<Span> pauses = pausesOf(review);
-    return double(std::count_if(pauses.begin(), pauses.end(),
-                                [](const Span &pause) { return secsOf(pause) > maxPauseSecs; }));
+    return double(std::count_if(pauses.begin(), pauses.end(), isLongPause));
 }
 
 Optional meanVentilationPause(const Review &review)

@@ -67,12 +67,13 @@ std::optional<double> compressionFraction(const SessionReview &review);
 /// stand clear is cut out of them, and so are losses on the link of more than 2 s. A compression of
 /// which no message arrived shows in the period of the one behind it.
 std::vector<Span> pausesOf(const SessionReview &review);
-/// The longest of them, s.
-std::optional<double> longestPause(const SessionReview &review);
 /// A pause may last as long, s: guidelines ask for no longer one.
 constexpr double maxPauseSecs = 10;
-/// How many last longer than 10 s, which guidelines ask to avoid. No value with less than two
-/// compressions.
+/// Whether it lasts longer.
+bool isLongPause(const Span &pause);
+/// The longest of them, s.
+std::optional<double> longestPause(const SessionReview &review);
+/// How many are long. No value with less than two compressions.
 std::optional<double> longPauses(const SessionReview &review);
 /// Mean of those in which a ventilation came to its peak, s. Guidelines ask for less than 10 s for
 /// two breaths. Protocols without cycles have none.

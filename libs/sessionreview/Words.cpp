@@ -6,8 +6,15 @@
 #include <CPREventBase.h>
 #include <private/PrintableText.h>
 
+#include <private/Units.h>
+
 #include <QCoreApplication>
+#include <QLocale>
 #include <QMetaEnum>
+
+#include <algorithm>
+#include <cmath>
+#include <iterator>
 
 namespace sessionreview {
 
@@ -96,6 +103,37 @@ constexpr FaultWord faults[] = {
     {Fault::TooLittle,         QT_TRANSLATE_NOOP("sessionreview", "Too little")},
     {Fault::TooMuch,           QT_TRANSLATE_NOOP("sessionreview", "Too much")},
 };
+
+// Faults in a stretch; of compressions in the words above.
+constexpr PromptWord stretches[] = {
+    {Prompt::EndPause,          QT_TRANSLATE_NOOP("sessionreview", "Pause of %1 s")},
+    {Prompt::PressDeeper,       QT_TRANSLATE_NOOP("sessionreview", "Too shallow")},
+    {Prompt::PressFaster,       QT_TRANSLATE_NOOP("sessionreview", "Too slow")},
+    {Prompt::PressSlower,       QT_TRANSLATE_NOOP("sessionreview", "Too fast")},
+    {Prompt::ReleaseCompletely, QT_TRANSLATE_NOOP("sessionreview", "Incomplete release")},
+    {Prompt::PressLessDeep,     QT_TRANSLATE_NOOP("sessionreview", "Too deep")},
+    {Prompt::MoveHands,         QT_TRANSLATE_NOOP("sessionreview", "Hand position")},
+    {Prompt::VentilateSlower,   QT_TRANSLATE_NOOP("sessionreview", "Ventilated too fast")},
+    {Prompt::BlowLess,          QT_TRANSLATE_NOOP("sessionreview", "Too much air")},
+    {Prompt::VentilateFaster,   QT_TRANSLATE_NOOP("sessionreview", "Ventilated too slowly")},
+    {Prompt::BlowMore,          QT_TRANSLATE_NOOP("sessionreview", "Too little air")},
+};
+
+// Files hold the English ones.
+constexpr const char *remarks[] = {
+    QT_TRANSLATE_NOOP("sessionreview", "Hands"),
+    QT_TRANSLATE_NOOP("sessionreview", "Depth"),
+    QT_TRANSLATE_NOOP("sessionreview", "Rate"),
+    QT_TRANSLATE_NOOP("sessionreview", "Release"),
+    QT_TRANSLATE_NOOP("sessionreview", "Ventilation"),
+    QT_TRANSLATE_NOOP("sessionreview", "Pause"),
+    QT_TRANSLATE_NOOP("sessionreview", "AED"),
+    QT_TRANSLATE_NOOP("sessionreview", "Teamwork"),
+    QT_TRANSLATE_NOOP("sessionreview", "Well done"),
+};
+static_assert(std::size(remarks) == 9, "a key each");
+
+constexpr int maxRemarkLength = 200; // fits on two lines of a page
 
 constexpr Word rhythms[] = {
     {E::AED_NoECGRhythm, QT_TRANSLATE_NOOP("sessionreview", "no rhythm")},
@@ -246,6 +284,58 @@ QStringList faultTexts(Faults present)
     return texts;
 }
 
+QStringList faultTexts(const FaultCounts &counts)
+{
+    QStringList texts;
+    for (const FaultWord &word : faults) {
+        if (const int count = counts.of(word.fault))
+            texts.append(QStringLiteral("%1 %2")
+                             .arg(QCoreApplication::translate("sessionreview", word.text))
+                             .arg(count));
+    }
+    return texts;
+}
+
+QString momentText(const Moment &moment, const QLocale &locale)
+{
+    const QString text = textOf(stretches, moment.prompt);
+    if (moment.prompt == Prompt::EndPause) {
+        const double secs = (double(moment.end) - moment.begin) / Units::msecsPerSecond;
+        return text.arg(locale.toString(secs, 'f', 1));
+    }
+    return QCoreApplication::translate("sessionreview", "%1, %2 in a row")
+        .arg(text, locale.toString(moment.count));
+}
+
+QStringList quickRemarks()
+{
+    QStringList texts;
+    for (const char *text : remarks)
+        texts.append(QString::fromLatin1(text));
+    return texts;
+}
+
+QString remarkText(const QString &name)
+{
+    const auto known =
+        std::find_if(std::begin(remarks), std::end(remarks),
+                     [&name](const char *text) { return name == QLatin1String(text); });
+    return known == std::end(remarks) ? name : QCoreApplication::translate("sessionreview", *known);
+}
+
+QString remarkOf(const QString &typed)
+{
+    QString text;
+    // What is no character becomes one that says so.
+    for (const uint code : QString::fromUtf8(typed.simplified().toUtf8()).toUcs4()) {
+        const bool isStorable = QChar::category(code) != QChar::Other_Control
+            && !QChar::isNonCharacter(code) && code != QChar::ByteOrderMark;
+        if (isStorable && text.size() + 2 <= maxRemarkLength)
+            text += QString::fromUcs4(&code, 1);
+    }
+    return text.simplified();
+}
+
 QString flagText(const Flag &flag)
 {
     switch (flag.kind) {
@@ -257,7 +347,7 @@ QString flagText(const Flag &flag)
         return rhythmText(flag.code);
     case Flag::Kind::User:
         return flag.name.isEmpty() ? QCoreApplication::translate("sessionreview", "event")
-                                   : PrintableText::shown(flag.name).simplified();
+                                   : PrintableText::shown(remarkText(flag.name)).simplified();
     case Flag::Kind::Aed:
         break;
     }

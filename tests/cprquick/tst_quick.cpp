@@ -281,7 +281,7 @@ private Q_SLOTS:
         changed.clear();
         QVERIFY(changed.wait(1000));
         QCOMPARE(changed.count(), 1);
-        QCOMPARE(rolesOf(model, 5), QString("1:18.4|Pause in CPR|6\u00a0s||"));
+        QCOMPARE(rolesOf(model, 5), QString("1:18.4|Pause in CPR|6\u00a0s||false"));
         QTRY_COMPARE(live.pause(), 22); // since the compression that ended at 61400
         QVERIFY(live.isPauseTooLong() && live.isCompressionOutdated());
         session.setSessionTime(78500);

@@ -30,12 +30,12 @@ ViewerCase {
         compare(item("overall").verdict, "✓ basic, from 50 %");
         compare(item("primaryAdvice").text, "1.  Put the hands in the right place on the chest.");
         compare(item("secondaryAdvice").text, "2.  Press deeper.");
-        page.sidePanel.currentIndex = 1;
+        page.sidePanel.currentIndex = 2;
         compare(fact("recorded", "Deviation of depth"), "2.8 mm");
         compare(fact("recorded", "Longest pause"), "6.6 s");
         compare(fact("statistics", "Compressions"), "162");
         compare(fact("statistics", "Mean volume"), "530 ml");
-        page.sidePanel.currentIndex = 2;
+        page.sidePanel.currentIndex = 3;
         compare(fact("guidelines", "Compression depth"), "50–60 mm");
         compare(fact("guidelines", "Inflation time"), "0.7–1.5 s");
     }

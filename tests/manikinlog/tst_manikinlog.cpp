@@ -130,11 +130,14 @@ private Q_SLOTS:
                                     {7, Start{utc("2026-01-31T09:00:00Z")}},
                                     {7, Start{utc("2026-01-31T09:00:00.250Z")}},
                                     {8, ManikinName{" Manikin, \t1"}},
+                                    {9, Remark{-1, " 7  Hände "}},
+                                    {9, RemarkRemoval{-1, " 7  Hände "}},
                                     {9000000000, Learner{" Ann,  Jörg "}}};
         const QByteArray text = "cprlog 1\n0 msg 4294967295 -1 00ff10\n0 msg 1 0\n5 header -7\n"
                                 "5 wave 255 -2147483648 2147483647\n6 state CPR_UNINITIALIZED\n"
                                 "7 start 2026-01-31T09:00:00Z\n7 start 2026-01-31T09:00:00.250Z\n"
-                                "8 manikin  Manikin, \t1\n9000000000 learner  Ann,  Jörg \n";
+                                "8 manikin  Manikin, \t1\n9 remark -1  7  Hände \n"
+                                "9 unremark -1  7  Hände \n9000000000 learner  Ann,  Jörg \n";
         QBuffer first, second;
         first.open(QIODevice::ReadWrite);
         second.open(QIODevice::ReadWrite);
@@ -167,6 +170,8 @@ private Q_SLOTS:
         QTest::newRow("the learner's name cannot be written as UTF-8 ") << learner(QChar(0xFEFF));
         QTest::newRow("the start has no time that can be written") << Record{8, Start{}};
         QTest::newRow("the manikin's name is empty") << Record{8, ManikinName{""}};
+        QTest::newRow("the remark contains a line break") << Record{8, Remark{0, "a\nb"}};
+        QTest::newRow("the remark is empty") << Record{8, RemarkRemoval{0, ""}};
         QTest::newRow("the record needs a line of more than 65536 bytes")
             << Record{8, Message{1, 0, QByteArray(32764, 'x')}};
     }

@@ -13,6 +13,7 @@ Item {
     required property EventListModel events
     required property int row
     required property CPREventBase chosen
+    property alias actions: actions.data // on the chosen event
     signal picked(int row)
 
     function joinedTags() {
@@ -45,6 +46,21 @@ Item {
                 tags: modelData.tags
                 onToggled: page.events.tags = page.joinedTags()
             }
+        }
+        FilterChip {
+            id: faultsChip
+            objectName: "faultsOnly"
+            text: qsTr("Faults only")
+            onToggled: page.events.faultsOnly = faultsChip.checked
+        }
+    }
+    // Filters can be taken off by others.
+    Connections {
+        target: page.events
+        function onTagsChanged() {
+            faultsChip.checked = page.events.faultsOnly;
+            for (let i = 0; i < chips.count; ++i)
+                chips.itemAt(i).checked = (page.events.tags & chips.itemAt(i).tags) === chips.itemAt(i).tags;
         }
     }
     PageText {
@@ -115,7 +131,7 @@ Item {
         id: parameters
         title: qsTr("Parameters of the event")
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom }
-        height: Math.round((page.chosen === null ? 48 : 220) * Look.unit)
+        height: Math.round(Math.min((page.chosen === null ? 48 : 220) * Look.unit, 0.42 * page.height))
 
         PageText {
             visible: page.chosen === null
@@ -128,6 +144,11 @@ Item {
             width: parent.width
             title: page.chosen !== null ? Words.eventType(page.chosen.type) : ""
             model: ParameterModel { event: page.chosen }
+        }
+        Item {
+            id: actions
+            width: parent.width
+            height: childrenRect.height
         }
     }
 }

@@ -26,6 +26,10 @@ AppDialog {
             [qsTr("+, −, arrows"), qsTr("Zoom and move along the session")],
             [qsTr("F"), qsTr("Show the whole session")],
             [qsTr("N, P"), qsTr("Next and previous event")],
+            [qsTr("Shift+N, Shift+P"), qsTr("Next and previous fault")],
+            [qsTr("1 to 9"), qsTr("Remark with one key; T shows which")],
+            [qsTr("T"), qsTr("Remark in your words")],
+            [qsTr("F2, Del"), qsTr("Correct and remove the chosen remark")],
             [qsTr("Home, End"), qsTr("Begin and end of the session")]
         ]
         delegate: RowLayout {

@@ -28,6 +28,11 @@ FocusScope {
         isActive: page.visible
     }
 
+    Keys.onPressed: event => {
+        event.accepted = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
+                && page.viewer.session !== null && remarkBar.takeKey(event.key, page.viewer.session.cprEvents.sessionTime);
+    }
+
     ColumnLayout {
         anchors { fill: parent; margins: Look.padding }
         spacing: Look.gap
@@ -179,6 +184,20 @@ FocusScope {
                 text: qsTr("%1 s missing").arg(Number(wave.lost / 1000).toLocaleString(Qt.locale(), "f", 1))
                 font.pixelSize: Math.round(12 * Look.unit)
             }
+            ActionButton {
+                objectName: "remark"
+                anchors { right: parent.right; top: parent.top; margins: Look.gap }
+                text: "⚑"
+                help: qsTr("Remark on this time (T)")
+                onClicked: remarkBar.open(page.viewer.session.cprEvents.sessionTime)
+            }
         }
+    }
+    RemarkBar {
+        id: remarkBar
+        objectName: "remarkBar"
+        anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 2 * Look.padding }
+        width: Math.min(implicitWidth, parent.width - 4 * Look.padding)
+        viewer: page.viewer
     }
 }

@@ -40,6 +40,25 @@ FocusScope {
     function previous() { page.pick(page.row < 0 ? eventModel.rowAt(timelinePanel.position) : page.row - 1); }
     function next() { page.pick(page.row < 0 ? eventModel.rowAt(timelinePanel.position) + 1 : page.row + 1); }
 
+    // Also an event that the filters leave out.
+    function show(event) {
+        if (eventModel.rowOf(event) < 0) {
+            eventModel.tags = 0;
+            eventModel.faultsOnly = false;
+        }
+        sidePanel.currentIndex = 0;
+        page.pick(eventModel.rowOf(event));
+    }
+    function goToFault(step) {
+        const at = page.row >= 0 ? page.row + step : eventModel.rowAt(timelinePanel.position) + (step > 0 ? 1 : 0);
+        page.pick(eventModel.faultFrom(at, step));
+    }
+    function showTime(from, to) {
+        const margin = Math.max(2000, (to - from) / 4);
+        timelinePanel.timeline.showTime(from - margin, to + margin);
+        page.goTo(from);
+    }
+
     onSessionChanged: {
         page.choose(-1);
         timelinePanel.stopPlaying();
@@ -68,9 +87,20 @@ FocusScope {
         actions[Qt.Key_P] = () => page.previous();
         actions[Qt.Key_Home] = () => page.goTo(0);
         actions[Qt.Key_End] = () => page.goTo(timelinePanel.timeline.length);
-        if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier) || !actions[event.key])
+        if (event.modifiers & Qt.ShiftModifier) {
+            actions[Qt.Key_N] = () => page.goToFault(1);
+            actions[Qt.Key_P] = () => page.goToFault(-1);
+        }
+        if (sidePanel.remarkActions.isRemark) {
+            actions[Qt.Key_F2] = () => remarkBar.correct(page.chosen);
+            actions[Qt.Key_Delete] = () => sidePanel.remarkActions.remove();
+        }
+        if (event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
             return;
-        actions[event.key]();
+        if (actions[event.key])
+            actions[event.key]();
+        else if (!remarkBar.takeKey(event.key, timelinePanel.position))
+            return;
         event.accepted = true;
     }
 
@@ -96,17 +126,45 @@ FocusScope {
                 onMoved: time => page.goTo(time)
                 onPreviousWanted: page.previous()
                 onNextWanted: page.next()
+                onPreviousFaultWanted: page.goToFault(-1)
+                onNextFaultWanted: page.goToFault(1)
+                onRemarkWanted: remarkBar.open(timelinePanel.position)
+                onPicked: event => page.show(event)
             }
-            SidePanel {
-                id: sidePanel
+            ColumnLayout {
+                Layout.fillWidth: false
                 Layout.preferredWidth: Math.round(410 * Look.textUnit)
                 Layout.fillHeight: true
-                session: page.seenSession
-                events: eventModel
-                row: page.row
-                chosen: page.chosen
-                onPicked: index => page.pick(index)
+                spacing: Look.gap
+
+                ReplayGauges {
+                    objectName: "gauges"
+                    Layout.fillWidth: true
+                    session: page.seenSession
+                    at: timelinePanel.position
+                }
+                SidePanel {
+                    id: sidePanel
+                    Layout.fillWidth: true
+                    Layout.fillHeight: true
+                    viewer: page.viewer
+                    session: page.seenSession
+                    events: eventModel
+                    row: page.row
+                    chosen: page.chosen
+                    onPicked: index => page.pick(index)
+                    onTimeWanted: (from, to) => page.showTime(from, to)
+                    onCorrectWanted: remark => remarkBar.correct(remark)
+                }
             }
         }
+    }
+    RemarkBar {
+        id: remarkBar
+        objectName: "remarkBar"
+        anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: Look.controlHeight + 4 * Look.gap }
+        width: Math.min(implicitWidth, parent.width - 4 * Look.padding)
+        viewer: page.viewer
+        onRemarked: remark => page.show(remark)
     }
 }

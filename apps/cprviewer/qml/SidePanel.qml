@@ -5,18 +5,23 @@ import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import CPRData 1.0
+import CPRViewer 1.0
 import "."
 
 // Events, results, guidelines and what is known of the session, one at a time.
 Card {
     id: panel
 
+    required property Viewer viewer
     property CPRData session: null
     required property EventListModel events
     required property int row
     required property CPREventBase chosen
     property alias currentIndex: tabs.currentIndex
+    property alias remarkActions: remarkActions
     signal picked(int row)
+    signal timeWanted(int from, int to) // ms of session time
+    signal correctWanted(CPREventBase remark)
 
     TabBar {
         id: tabs
@@ -25,10 +30,11 @@ Card {
         spacing: 0
         focusPolicy: Qt.NoFocus
 
-        PageTab { text: qsTr("Events"); inset: Look.gap * 0.8 }
-        PageTab { text: qsTr("Results"); inset: Look.gap * 0.8 }
-        PageTab { text: qsTr("Guidelines"); inset: Look.gap * 0.8 }
-        PageTab { text: qsTr("Session"); inset: Look.gap * 0.8 }
+        PageTab { text: qsTr("Events"); inset: Look.gap * 0.5 }
+        PageTab { text: qsTr("Faults"); inset: Look.gap * 0.5 }
+        PageTab { text: qsTr("Results"); inset: Look.gap * 0.5 }
+        PageTab { text: qsTr("Guidelines"); inset: Look.gap * 0.5 }
+        PageTab { text: qsTr("Session"); inset: Look.gap * 0.5 }
     }
     Rectangle {
         id: line
@@ -45,6 +51,17 @@ Card {
             row: panel.row
             chosen: panel.chosen
             onPicked: index => panel.picked(index)
+            actions: RemarkActions {
+                id: remarkActions
+                viewer: panel.viewer
+                chosen: panel.chosen
+                onCorrectWanted: remark => panel.correctWanted(remark)
+            }
+        }
+        FaultsPage {
+            objectName: "faults"
+            session: visible ? panel.session : null // follows nothing that nobody sees
+            onTimeWanted: (from, to) => panel.timeWanted(from, to)
         }
         FactsPage {
             id: results

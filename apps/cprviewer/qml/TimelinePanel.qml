@@ -19,6 +19,10 @@ Card {
     signal moved(int msecs) // the user has gone to that time
     signal previousWanted()
     signal nextWanted()
+    signal previousFaultWanted()
+    signal nextFaultWanted()
+    signal remarkWanted()
+    signal picked(CPREventBase event) // the user has pointed at it
 
     function togglePlaying() {
         if (panel.isPlaying)
@@ -59,7 +63,7 @@ Card {
     Item {
         id: view
         objectName: "timelineView"
-        anchors { left: parent.left; right: parent.right; top: parent.top; bottom: bar.top; margins: Look.gap }
+        anchors { left: parent.left; right: parent.right; top: parent.top; bottom: overview.top; margins: Look.gap; bottomMargin: overview.isZoomed ? Look.gap / 2 : Look.gap }
         activeFocusOnTab: true
         focus: true
         Accessible.role: Accessible.Chart
@@ -103,7 +107,12 @@ Card {
                 lastX = mouse.x;
             }
             onClicked: mouse => {
-                if (Math.abs(mouse.x - pressedX) < 4)
+                if (Math.abs(mouse.x - pressedX) >= 4)
+                    return;
+                const event = timeline.eventAt(mouse.x, mouse.y);
+                if (event !== null)
+                    panel.picked(event);
+                else
                     panel.moved(timeline.timeAt(mouse.x));
             }
             onWheel: wheel => {
@@ -114,6 +123,13 @@ Card {
                     timeline.zoom(Math.pow(1.25, steps), wheel.x);
             }
         }
+    }
+    OverviewStrip {
+        id: overview
+        objectName: "overviewStrip"
+        anchors { left: view.left; right: view.right; bottom: bar.top; bottomMargin: overview.isZoomed ? Look.gap : 0 }
+        timeline: timeline
+        position: panel.position
     }
     RowLayout {
         id: bar
@@ -142,6 +158,8 @@ Card {
         }
         ActionButton { text: "◀"; help: qsTr("Previous event (P)"); onClicked: panel.previousWanted() }
         ActionButton { text: "▶"; help: qsTr("Next event (N)"); onClicked: panel.nextWanted() }
+        ActionButton { objectName: "previousFault"; text: "◀ ✗"; help: qsTr("Previous fault (Shift+P)"); onClicked: panel.previousFaultWanted() }
+        ActionButton { objectName: "nextFault"; text: "✗ ▶"; help: qsTr("Next fault (Shift+N)"); onClicked: panel.nextFaultWanted() }
         PageText {
             objectName: "position"
             Layout.fillWidth: true
@@ -156,6 +174,7 @@ Card {
             color: Look.muted
             font.pixelSize: Look.small
         }
+        ActionButton { objectName: "remark"; text: "⚑"; help: qsTr("Remark on this time (T)"); onClicked: panel.remarkWanted() }
         ActionButton { text: "−"; help: qsTr("Show more time (−)"); onClicked: panel.zoom(0.8) }
         ActionButton { text: "+"; help: qsTr("Show less time (+)"); onClicked: panel.zoom(1.25) }
         ActionButton { objectName: "fit"; text: qsTr("Fit"); help: qsTr("Show the whole session (F)"); onClicked: timeline.fit() }

@@ -37,6 +37,21 @@
     </message>
 </context>
 <context>
+    <name>CycleRow</name>
+    <message>
+        <source>%1 of %2 right</source>
+        <translation>%1 von %2 richtig</translation>
+    </message>
+    <message>
+        <source>%1 of %2 breaths</source>
+        <translation>%1 von %2 Beatmungen</translation>
+    </message>
+    <message>
+        <source>Wrong number</source>
+        <translation>Falsche Zahl</translation>
+    </message>
+</context>
+<context>
     <name>DamageDialog</name>
     <message>
         <source>This was salvaged</source>
@@ -138,6 +153,29 @@
     <message>
         <source>Parameters of the event</source>
         <translation>Werte des Ereignisses</translation>
+    </message>
+    <message>
+        <source>Faults only</source>
+        <translation>Nur Fehler</translation>
+    </message>
+</context>
+<context>
+    <name>FaultsPage</name>
+    <message>
+        <source>Cycles</source>
+        <translation>Zyklen</translation>
+    </message>
+    <message>
+        <source>Runs of compressions</source>
+        <translation>Kompressionsserien</translation>
+    </message>
+    <message>
+        <source>Worst moments</source>
+        <translation>Schlimmste Momente</translation>
+    </message>
+    <message>
+        <source>Nothing stands out.</source>
+        <translation>Nichts fällt auf.</translation>
     </message>
 </context>
 <context>
@@ -399,6 +437,38 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Close</source>
         <translation>Schließen</translation>
     </message>
+    <message>
+        <source>Shift+N, Shift+P</source>
+        <translation>Umschalt+N, Umschalt+P</translation>
+    </message>
+    <message>
+        <source>Next and previous fault</source>
+        <translation>Nächster und voriger Fehler</translation>
+    </message>
+    <message>
+        <source>1 to 9</source>
+        <translation>1 bis 9</translation>
+    </message>
+    <message>
+        <source>Remark with one key; T shows which</source>
+        <translation>Vermerk mit einer Taste; T zeigt, welche</translation>
+    </message>
+    <message>
+        <source>T</source>
+        <translation>T</translation>
+    </message>
+    <message>
+        <source>Remark in your words</source>
+        <translation>Vermerk in eigenen Worten</translation>
+    </message>
+    <message>
+        <source>F2, Del</source>
+        <translation>F2, Entf</translation>
+    </message>
+    <message>
+        <source>Correct and remove the chosen remark</source>
+        <translation>Gewählten Vermerk ändern und entfernen</translation>
+    </message>
 </context>
 <context>
     <name>LeftList</name>
@@ -509,6 +579,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>%1 s missing</source>
         <translation>%1 s fehlen</translation>
     </message>
+    <message>
+        <source>Remark on this time (T)</source>
+        <translation>Vermerk zu diesem Zeitpunkt (T)</translation>
+    </message>
 </context>
 <context>
     <name>LoadingDialog</name>
@@ -618,6 +692,13 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>OverviewStrip</name>
+    <message>
+        <source>Part of the session that is shown: %1 to %2 of %3</source>
+        <translation>Gezeigter Teil der Sitzung: %1 bis %2 von %3</translation>
+    </message>
+</context>
+<context>
     <name>QuestionDialog</name>
     <message>
         <source>Cancel</source>
@@ -688,6 +769,98 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>The manikin has sent no figures of its own.</source>
         <translation>Die Übungspuppe hat keine eigenen Werte gesendet.</translation>
+    </message>
+</context>
+<context>
+    <name>RemarkActions</name>
+    <message>
+        <source>Correct…</source>
+        <translation>Ändern…</translation>
+    </message>
+    <message>
+        <source>Correct the remark (F2)</source>
+        <translation>Vermerk ändern (F2)</translation>
+    </message>
+    <message>
+        <source>Remove…</source>
+        <translation>Entfernen…</translation>
+    </message>
+    <message>
+        <source>Remove the remark (Del)</source>
+        <translation>Vermerk entfernen (Entf)</translation>
+    </message>
+    <message>
+        <source>Remove the remark?</source>
+        <translation>Vermerk entfernen?</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+</context>
+<context>
+    <name>RemarkBar</name>
+    <message>
+        <source>Remark at %1</source>
+        <translation>Vermerk bei %1</translation>
+    </message>
+    <message>
+        <source>Correct the remark at %1</source>
+        <translation>Vermerk bei %1 ändern</translation>
+    </message>
+    <message>
+        <source>In your words</source>
+        <translation>In eigenen Worten</translation>
+    </message>
+    <message>
+        <source>Remark</source>
+        <translation>Vermerken</translation>
+    </message>
+    <message>
+        <source>Keep the remark (Enter)</source>
+        <translation>Vermerk behalten (Eingabe)</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayGauge</name>
+    <message>
+        <source>below the target</source>
+        <translation>unter dem Ziel</translation>
+    </message>
+    <message>
+        <source>above the target</source>
+        <translation>über dem Ziel</translation>
+    </message>
+</context>
+<context>
+    <name>ReplayGauges</name>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>/min</source>
+        <translation>/min</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Volumen</translation>
+    </message>
+    <message>
+        <source>ml</source>
+        <translation>ml</translation>
     </message>
 </context>
 <context>
@@ -817,6 +990,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Session and manikin</source>
         <translation>Sitzung und Übungspuppe</translation>
     </message>
+    <message>
+        <source>Faults</source>
+        <translation>Fehler</translation>
+    </message>
 </context>
 <context>
     <name>StartPage</name>
@@ -909,6 +1086,18 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 s not received</source>
         <translation>%1 s nicht empfangen</translation>
+    </message>
+    <message>
+        <source>Previous fault (Shift+P)</source>
+        <translation>Voriger Fehler (Umschalt+P)</translation>
+    </message>
+    <message>
+        <source>Next fault (Shift+N)</source>
+        <translation>Nächster Fehler (Umschalt+N)</translation>
+    </message>
+    <message>
+        <source>Remark on this time (T)</source>
+        <translation>Vermerk zu diesem Zeitpunkt (T)</translation>
     </message>
 </context>
 <context>
@@ -3116,6 +3305,66 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>advanced, from %1 %</source>
         <translation>Fortgeschritten ab %1 %</translation>
+    </message>
+    <message>
+        <source>Pause of %1 s</source>
+        <translation>Pause von %1 s</translation>
+    </message>
+    <message>
+        <source>Ventilated too fast</source>
+        <translation>Zu schnell beatmet</translation>
+    </message>
+    <message>
+        <source>Too much air</source>
+        <translation>Zu viel Luft</translation>
+    </message>
+    <message>
+        <source>Ventilated too slowly</source>
+        <translation>Zu langsam beatmet</translation>
+    </message>
+    <message>
+        <source>Too little air</source>
+        <translation>Zu wenig Luft</translation>
+    </message>
+    <message>
+        <source>Hands</source>
+        <translation>Hände</translation>
+    </message>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Release</source>
+        <translation>Entlastung</translation>
+    </message>
+    <message>
+        <source>Ventilation</source>
+        <translation>Beatmung</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>AED</source>
+        <translation>AED</translation>
+    </message>
+    <message>
+        <source>Teamwork</source>
+        <translation>Teamarbeit</translation>
+    </message>
+    <message>
+        <source>Well done</source>
+        <translation>Gut gemacht</translation>
+    </message>
+    <message>
+        <source>%1, %2 in a row</source>
+        <translation>%1, %2 in Folge</translation>
     </message>
 </context>
 </TS>
