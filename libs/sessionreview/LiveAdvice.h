@@ -41,13 +41,7 @@ bool isOfVentilations(Prompt prompt);
 Prompt promptOf(Fault fault);
 
 /// @{
-/// Of less events than this nothing is said: a single one may be wrong by chance.
-constexpr int minJudgedCompressions = 5;
-constexpr int minJudgedVentilations = 2;
-/// @}
-
-/// @{
-/// Of fewer nothing is said.
+/// Of fewer events nothing is said: a single one may be wrong by chance.
 constexpr int minJudgedCompressions = 5;
 constexpr int minJudgedVentilations = 2;
 /// @}
