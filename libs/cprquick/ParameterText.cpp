@@ -34,11 +34,12 @@ struct UnitRow {
 
 // clang-format off
 
-// Units whose key is not what people read.
+// Units whose key is not what people read, and mm, which files hold in another unit.
 constexpr UnitRow units[] = {
     {E::none,    ""},
     {E::percent, "%"},
     {E::sec,     QT_TRANSLATE_NOOP("cprquick", "s")},
+    {E::mm,      "mm"},
     {E::vpm,     QT_TRANSLATE_NOOP("cprquick", "per min")},
     {E::cpm,     QT_TRANSLATE_NOOP("cprquick", "per min")},
     {E::hours,   "h"},
