@@ -177,6 +177,7 @@ QString valueText(const Vocabulary::Parameter &row, E::ParameterType type, const
     // clang-format off
     switch (row.form) {
     case Form::Percent:
+    case Form::PerMinute:
     case Form::Force:     return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "not measured") : withUnit(numberText(type, value), type);
     case Form::Seconds:   return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "none") : withUnit(numberText(type, value), type);
     case Form::YesNo:     return textOf(shockables, value.toBool() ? 1 : 0);
@@ -195,8 +196,7 @@ QString valueText(const Vocabulary::Parameter &row, E::ParameterType type, const
     case Form::Shockable: return textOf(shockables, value);
     case Form::Button:    return buttonText(value);
     case Form::Internal:  return QString();
-    case Form::Plain:
-    case Form::PerMinute: break;
+    case Form::Plain:     break;
     }
     // clang-format on
     return withUnit(numberText(type, value), type);
