@@ -276,13 +276,8 @@ ExitStatus runClass(const ClassOptions &options)
                 QStringLiteral("there is no session archive in %1").arg(fileName(argument)));
         names += found;
     }
-    if (!target.isEmpty()) {
-        if (std::any_of(names.begin(), names.end(),
-                        [&target](const QString &name) { return wouldReplace(target, name); }))
-            return ExitStatus::WrongUsage;
-        if (!options.force && QFileInfo::exists(target))
-            return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
-    }
+    if (!target.isEmpty() && !mayWrite(target, names, options.force))
+        return ExitStatus::WrongUsage;
 
     Language::use(options.language);
     Progress progress(QStringLiteral("Reading sessions"));

@@ -78,8 +78,7 @@ void addDiffCommand(CLI::App &app, Run &run)
     command->footer(
         "Prints a line for each difference, the value in A first, or with --summary\n"
         "for each part that differs, with how many values, events (changed, or only in\n"
-        "one session) and samples do; nothing when\n"
-        "the sessions are the same.\n"
+        "one session) and samples do; nothing when the sessions are the same.\n"
         "Exit status: 0 the same; 1 different, or a session cannot be read, which a\n"
         "line on stderr tells; 2 wrong usage.\n"
         "Examples:\n"

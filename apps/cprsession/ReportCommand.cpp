@@ -149,10 +149,8 @@ ExitStatus runReport(const ReportOptions &options)
         if (sessions.contains(target))
             return refuse(QStringLiteral("%1 and %2 would both become %3")
                               .arg(sessions.value(target), session, target));
-        if (wouldReplace(target, session))
+        if (!mayWrite(target, {session}, options.force))
             return ExitStatus::WrongUsage;
-        if (!options.force && QFileInfo::exists(target))
-            return refuse(QStringLiteral("%1 exists; --force replaces it").arg(target));
         sessions.insert(target, session);
         pages.push_back({session, target});
     }

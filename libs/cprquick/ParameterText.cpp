@@ -34,11 +34,12 @@ struct UnitRow {
 
 // clang-format off
 
-// Units whose key is not what people read.
+// Units whose key is not what people read, and mm, which files hold in another unit.
 constexpr UnitRow units[] = {
     {E::none,    ""},
     {E::percent, "%"},
     {E::sec,     QT_TRANSLATE_NOOP("cprquick", "s")},
+    {E::mm,      "mm"},
     {E::vpm,     QT_TRANSLATE_NOOP("cprquick", "per min")},
     {E::cpm,     QT_TRANSLATE_NOOP("cprquick", "per min")},
     {E::hours,   "h"},
@@ -176,6 +177,7 @@ QString valueText(const Vocabulary::Parameter &row, E::ParameterType type, const
     // clang-format off
     switch (row.form) {
     case Form::Percent:
+    case Form::PerMinute:
     case Form::Force:     return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "not measured") : withUnit(numberText(type, value), type);
     case Form::Seconds:   return value.toDouble() < 0 ? QCoreApplication::translate("cprquick", "none") : withUnit(numberText(type, value), type);
     case Form::YesNo:     return textOf(shockables, value.toBool() ? 1 : 0);
@@ -194,8 +196,7 @@ QString valueText(const Vocabulary::Parameter &row, E::ParameterType type, const
     case Form::Shockable: return textOf(shockables, value);
     case Form::Button:    return buttonText(value);
     case Form::Internal:  return QString();
-    case Form::Plain:
-    case Form::PerMinute: break;
+    case Form::Plain:     break;
     }
     // clang-format on
     return withUnit(numberText(type, value), type);

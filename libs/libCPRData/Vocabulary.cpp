@@ -118,7 +118,7 @@ constexpr Parameter parameters[] = {
     {E::compCyclesScoreReduction,                                     E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for compressions per cycle")},
     {E::compFlowtimeScoreReduction,                                   E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Reduction for flow time")},
     {E::compOverallScore,                                             E::percent, Kind::Integer,  Form::Percent,   QT_TRANSLATE_NOOP("cprquick", "Compression score")},
-    {E::ventRate,                                                     E::vpm,     Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Ventilation rate")},
+    {E::ventRate,                                                     E::vpm,     Kind::Integer,  Form::PerMinute, QT_TRANSLATE_NOOP("cprquick", "Ventilation rate")},
     {E::ventInflationTime,                                            E::ms,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Inflation time")},
     {E::ventNoFlowTime,                                               E::ms,      Kind::Integer,  Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Time without flow")},
     {E::ventRawVolumeZ,                                               E::ml,      Kind::Number,   Form::Plain,     QT_TRANSLATE_NOOP("cprquick", "Raw volume")},
@@ -380,9 +380,9 @@ CPREventBase::ParameterUnit shownUnit(CPREventBase::ParameterType type)
         return E::none;
     if (row->form == Form::Percent)
         return E::percent;
-    if (row->form == Form::PerMinute)
-        return E::cpm;
     const E::ParameterUnit unit = row->unit.value_or(E::none);
+    if (row->form == Form::PerMinute && unit == E::none)
+        return E::cpm;
     return unit == E::hmm ? E::mm : unit;
 }
 

@@ -33,7 +33,7 @@ enum class Form : quint8 {
     Percent, ///< -1 was not measured
     Force, ///< g, shown in kg; -1 was not measured
     Seconds, ///< -1 did not happen
-    PerMinute,
+    PerMinute, ///< -1 is not known
     YesNo,
     Names, ///< separated by commas
     Clock, ///< session time in ms

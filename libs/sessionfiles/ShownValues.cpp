@@ -52,8 +52,8 @@ QVariant shownValue(E::ParameterType type, const QVariant &value)
     const Vocabulary::Parameter *row = Vocabulary::parameter(type);
     if (!row || !value.isValid())
         return value;
-    const bool hasNone =
-        row->form == Form::Percent || row->form == Form::Force || row->form == Form::Seconds;
+    const bool hasNone = row->form == Form::Percent || row->form == Form::Force
+        || row->form == Form::Seconds || row->form == Form::PerMinute;
     if (hasNone && value.toDouble() < 0)
         return null;
     if (row->form == Form::Timestamp) {

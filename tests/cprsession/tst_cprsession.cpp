@@ -345,6 +345,7 @@ private Q_SLOTS:
         row("guideline force", {"--what", "guidelines"}, 48, "CompressionDetectForce,2000,g\r\n");
         row("types in JSON", {"--what", "summary", "--format", "json", "--columns", "manikinFirmwareVersion,compMeanDepth,isScoringModeAED,cprCardTimestamp"}, 3,
             "{\"compMeanDepth\":51.64,\"cprCardTimestamp\":\"2026-01-01T00:00:00Z\",\"isScoringModeAED\":true,\"manikinFirmwareVersion\":\"3.2.1.1047\"}");
+        row("not measured", {"--what", "events", "--columns", "start,ventRate,ventVolume"}, 186, "18180,,520\r\n");
         row("decimal comma", {"--what", "waves", "--separator", ";"}, 6001, "2100;25,5;0\r\n");
         row("guidelines", {"--what", "guidelines"}, 48, "CompressionDepthMin,50,mm\r\n");
         row("two archives", {"session.zip", "--what", "guidelines"}, 95, "session.zip,CompressionRateMax,120,rpm\r\n");
