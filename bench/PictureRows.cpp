@@ -5,6 +5,7 @@
 
 #include <sessionplot/PlotModel.h>
 #include <sessionplot/ReviewPicture.h>
+#include <sessionplot/SessionReport.h>
 
 #include <QImage>
 #include <QPainter>
@@ -45,12 +46,45 @@ std::vector<Figure> measurePicture(Bench &bench)
     return {withGoal(compare(bench.pairs, subject, reference), 3)};
 }
 
+// The page to take home is laid out, drawn with its fonts and written; the picture is a part of it.
+std::vector<Figure> measureReport(Bench &bench)
+{
+    const QString archive = bench.sessions.archive(secondsPerHour);
+    const QString file = bench.sessions.file(QStringLiteral("report.pdf"));
+    QImage image(1920, 1080, QImage::Format_RGB32);
+    const auto subject = [&](Clock &clock) {
+        CPRData session;
+        clock.start();
+        if (!load(archive, session))
+            qFatal("An archive cannot be loaded");
+        const sessionplot::PlotModel model(session);
+        if (!sessionplot::writeReport(file, sessionplot::SessionReport(model), QPageSize::A4,
+                                      nullptr))
+            qFatal("A report cannot be written");
+        clock.stop();
+    };
+    const auto reference = [&](Clock &clock) {
+        CPRData session;
+        clock.start();
+        if (!load(archive, session))
+            qFatal("An archive cannot be loaded");
+        const sessionplot::PlotModel model(session);
+        sessionplot::ReviewPicture picture(&model);
+        QPainter painter(&image);
+        picture.paint(&painter, image.rect());
+        painter.end();
+        clock.stop();
+    };
+    return {withGoal(compare(bench.pairs, subject, reference), 3)};
+}
+
 } // namespace
 
 std::vector<Row> pictureRows()
 {
     return {{15, "review picture of an hour, 1920 x 1080",
-             "copying the samples once + filling the image", measurePicture}};
+             "copying the samples once + filling the image", measurePicture},
+            {21, "report of a session (PDF)", "loading it + drawing its picture", measureReport}};
 }
 
 } // namespace bench

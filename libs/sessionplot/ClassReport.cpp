@@ -72,9 +72,7 @@ void addFaults(PageText &page, const ClassFigures &figures)
                    head);
     page.gap(2);
     if (figures.faults.empty()) {
-        page.paragraph(
-            translated(QT_TRANSLATE_NOOP("sessionplot", "Nothing was found that is not right.")),
-            body);
+        page.paragraph(translated(QT_TRANSLATE_NOOP("sessionplot", "No fault was found.")), body);
         return;
     }
     QTextTable *table = page.table(static_cast<int>(figures.faults.size()), {12, 12, 76}, 1.2);
@@ -208,6 +206,7 @@ bool ClassReport::print(QPagedPaintDevice *device) const
     page.paragraph(counts.join(QStringLiteral(" \u00b7 ")), body, 2);
     addFaults(page, m_figures);
     addLearners(page, m_figures);
+    page.layOut();
 
     const int pages = page.document().pageCount();
     const qreal height = page.document().pageSize().height();

@@ -74,6 +74,8 @@ PageText::PageText(const Theme &theme, qreal width, qreal scale) : m_theme(theme
     m_document.setDefaultTextOption(option);
     m_document.setTextWidth(width);
     m_document.documentLayout()->registerHandler(PageDrawings::type, &m_drawings);
+    m_writing = QTextCursor(&m_document);
+    m_writing.beginEditBlock();
 }
 
 QFont PageText::font(const Look &look) const
@@ -154,12 +156,15 @@ QTextTable *PageText::table(int rows, const std::vector<qreal> &widths, qreal pa
         lengths.append(QTextLength(QTextLength::PercentageLength, percent));
     format.setColumnWidthConstraints(lengths);
     QTextTable *table = end().insertTable(rows, lengths.size(), format);
+    constexpr qreal betweenColumns = 3;
     QTextTableCellFormat cell;
     cell.setTopPadding(units(padding));
     cell.setBottomPadding(units(padding));
+    const QTextTableCellFormat first = cell;
+    cell.setLeftPadding(units(betweenColumns));
     for (int row = 0; row < rows; ++row) {
         for (int column = 0; column < lengths.size(); ++column)
-            table->cellAt(row, column).setFormat(cell);
+            table->cellAt(row, column).setFormat(column > 0 ? cell : first);
     }
     return table;
 }

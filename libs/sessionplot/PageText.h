@@ -47,7 +47,8 @@ private:
 };
 
 /// A text for printed pages: paragraphs and tables. What is inserted is plain text, never markup;
-/// what somebody chose is shown as PrintableText::shown().
+/// what somebody chose is shown as PrintableText::shown(). It is laid out once, by layOut(), when all
+/// of it is there: a text that is laid out while it grows takes ten times as long.
 class PageText {
 public:
     /// For paper of \a width units. \a scale shrinks all texts and distances.
@@ -61,6 +62,8 @@ public:
         Qt::Alignment alignment = Qt::AlignLeft;
     };
 
+    /// Ends the writing. The height is known after it.
+    void layOut() { m_writing.endEditBlock(); }
     QTextDocument &document() { return m_document; }
     const Theme &theme() const { return m_theme; }
     qreal width() const { return m_document.textWidth(); }
@@ -101,6 +104,7 @@ private:
     qreal m_scale;
     PageDrawings m_drawings; // before the document, which refers to it
     QTextDocument m_document;
+    QTextCursor m_writing; // while nothing is laid out
 };
 
 /// The paper that \a device leaves for a text, in units; \a painter gets its scale.

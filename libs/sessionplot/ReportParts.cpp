@@ -64,13 +64,12 @@ void paintChart(QPainter *painter, const PageText &page, const Chart &chart, con
     const Theme &theme = page.theme();
     const TextStyle label = page.style(small);
     const TextStyle strong = page.style(value);
-    const QString last = chart.last.isEmpty() ? QStringLiteral("\u2013") : chart.last;
-    const QRectF line(area.left(), area.top(), area.width(), strong.line());
-    strong.draw(painter, line, Qt::AlignRight, last, theme.text);
-    label.draw(painter, line.adjusted(0, 0, -strong.width(last) - page.units(4), 0), Qt::AlignLeft,
-               chart.title, theme.mutedText);
-
-    const QRectF plot = area.adjusted(0, line.height() + page.units(2), 0, 0);
+    const QRectF title(area.left(), area.top(), area.width(), label.line());
+    label.draw(painter, title, Qt::AlignLeft, chart.title, theme.mutedText);
+    const QRectF line(area.left(), title.bottom(), area.width(), strong.line());
+    strong.draw(painter, line, Qt::AlignLeft,
+                chart.last.isEmpty() ? QStringLiteral("\u2013") : chart.last, theme.text);
+    const QRectF plot(QPointF(area.left(), line.bottom() + page.units(2)), area.bottomRight());
     painter->fillRect(plot, theme.lane);
     double low = chart.target.min;
     double high = chart.target.max;

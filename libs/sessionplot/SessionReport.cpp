@@ -41,7 +41,7 @@ constexpr Look muted{8, false, true, Qt::AlignLeft};
 constexpr qreal minPictureHeight = 150;
 constexpr qreal maxPictureHeight = 310;
 constexpr qreal figurePoints = 7.4;
-constexpr qreal trendHeight = 62;
+constexpr qreal trendHeight = 68;
 constexpr qreal lineToWriteOn = 18;
 constexpr qreal minLinesHeight = 2 * lineToWriteOn;
 constexpr qreal maxLinesHeight = 5 * lineToWriteOn;
@@ -400,6 +400,7 @@ void SessionReport::paint(QPainter *painter) const
         const auto built = [&](qreal pictureHeight, qreal linesHeight) {
             auto page = std::make_unique<PageText>(Theme::light(), paper.width(), scale);
             build(*page, content, pictureHeight, linesHeight);
+            page->layOut();
             return page;
         };
         std::unique_ptr<PageText> page = built(minPictureHeight, minLinesHeight);

@@ -2839,6 +2839,142 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>depths, with their median</source>
         <translation>Tiefen, mit Median</translation>
     </message>
+    <message>
+        <source>What the class has to work on</source>
+        <translation>Woran die Klasse arbeiten sollte</translation>
+    </message>
+    <message>
+        <source>No fault was found.</source>
+        <translation>Es wurde kein Fehler gefunden.</translation>
+    </message>
+    <message>
+        <source>%1 learners</source>
+        <translation>%1 Lernenden</translation>
+    </message>
+    <message>
+        <source>Learners, by their last session</source>
+        <translation>Lernende nach ihrer letzten Sitzung</translation>
+    </message>
+    <message>
+        <source>Learner</source>
+        <translation>Lernende</translation>
+    </message>
+    <message>
+        <source>Sessions</source>
+        <translation>Sitzungen</translation>
+    </message>
+    <message>
+        <source>Last session</source>
+        <translation>Letzte Sitzung</translation>
+    </message>
+    <message>
+        <source>Score</source>
+        <translation>Bewertung</translation>
+    </message>
+    <message>
+        <source>Mean of the class</source>
+        <translation>Mittel der Klasse</translation>
+    </message>
+    <message>
+        <source>Class</source>
+        <translation>Klasse</translation>
+    </message>
+    <message>
+        <source>Learners: %1</source>
+        <translation>Lernende: %1</translation>
+    </message>
+    <message>
+        <source>Sessions: %1</source>
+        <translation>Sitzungen: %1</translation>
+    </message>
+    <message>
+        <source>Passed: %1</source>
+        <translation>Bestanden: %1</translation>
+    </message>
+    <message>
+        <source>Figures are those of each learner&apos;s last session, worked out from the events that were recorded. A dash stands for what was not recorded or not received.</source>
+        <translation>Die Werte sind die der jeweils letzten Sitzung, berechnet aus den aufgezeichneten Ereignissen. Ein Strich steht für das, was nicht aufgezeichnet oder nicht empfangen wurde.</translation>
+    </message>
+    <message>
+        <source>the page cannot be drawn</source>
+        <translation>die Seite lässt sich nicht zeichnen</translation>
+    </message>
+    <message>
+        <source>Overall score</source>
+        <translation>Gesamtbewertung</translation>
+    </message>
+    <message>
+        <source>Date</source>
+        <translation>Datum</translation>
+    </message>
+    <message>
+        <source>Instructor&apos;s name and signature</source>
+        <translation>Name und Unterschrift der Kursleitung</translation>
+    </message>
+    <message>
+        <source>The manikin has sent no scores</source>
+        <translation>Keine Bewertung empfangen</translation>
+    </message>
+    <message>
+        <source>Passed</source>
+        <translation>Bestanden</translation>
+    </message>
+    <message>
+        <source>Not passed</source>
+        <translation>Nicht bestanden</translation>
+    </message>
+    <message>
+        <source>%1. The manikin advises: %2</source>
+        <translation>%1. Die Übungspuppe empfiehlt: %2</translation>
+    </message>
+    <message>
+        <source>%1 (target: %2)</source>
+        <translation>%1 (Ziel: %2)</translation>
+    </message>
+    <message>
+        <source>Too little was recorded to say.</source>
+        <translation>Es wurde zu wenig aufgezeichnet, um etwas zu sagen.</translation>
+    </message>
+    <message>
+        <source>This was good</source>
+        <translation>Das war gut</translation>
+    </message>
+    <message>
+        <source>Nothing is right often enough yet. Keep practising.</source>
+        <translation>Noch gelingt nichts oft genug. Weiter üben.</translation>
+    </message>
+    <message>
+        <source>Work on this</source>
+        <translation>Daran arbeiten</translation>
+    </message>
+    <message>
+        <source>Nothing: keep it up.</source>
+        <translation>Nichts: weiter so.</translation>
+    </message>
+    <message>
+        <source>Figures</source>
+        <translation>Werte</translation>
+    </message>
+    <message>
+        <source>Target</source>
+        <translation>Ziel</translation>
+    </message>
+    <message>
+        <source>The last sessions</source>
+        <translation>Die letzten Sitzungen</translation>
+    </message>
+    <message>
+        <source>Instructor&apos;s remark</source>
+        <translation>Bemerkung der Kursleitung</translation>
+    </message>
+    <message>
+        <source>Figures are worked out from the events that were recorded, and judged by the session&apos;s guideline set. A dash stands for what was not recorded or not received.</source>
+        <translation>Die Werte sind aus den aufgezeichneten Ereignissen berechnet und nach den Leitlinien der Sitzung beurteilt. Ein Strich steht für das, was nicht aufgezeichnet oder nicht empfangen wurde.</translation>
+    </message>
+    <message>
+        <source>The session&apos;s file is damaged. This page shows what could be read.</source>
+        <translation>Die Datei der Sitzung ist beschädigt. Diese Seite zeigt, was sich lesen ließ.</translation>
+    </message>
 </context>
 <context>
     <name>sessionreview</name>
@@ -3365,6 +3501,66 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1, %2 in a row</source>
         <translation>%1, %2 in Folge</translation>
+    </message>
+    <message>
+        <source>(no name)</source>
+        <translation>(ohne Namen)</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>Correct ventilation rate</source>
+        <translation>Richtige Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>The pauses in compressions were short.</source>
+        <translation>Die Pausen zwischen den Kompressionen waren kurz.</translation>
+    </message>
+    <message>
+        <source>Pressed to the right depth.</source>
+        <translation>Richtig tief gedrückt.</translation>
+    </message>
+    <message>
+        <source>Pressed at the right rate.</source>
+        <translation>In der richtigen Frequenz gedrückt.</translation>
+    </message>
+    <message>
+        <source>Released the chest completely.</source>
+        <translation>Den Brustkorb ganz entlastet.</translation>
+    </message>
+    <message>
+        <source>Hands in the right place.</source>
+        <translation>Die Hände waren am richtigen Druckpunkt.</translation>
+    </message>
+    <message>
+        <source>Ventilated at the right rate.</source>
+        <translation>In der richtigen Frequenz beatmet.</translation>
+    </message>
+    <message>
+        <source>Gave the right amount of air.</source>
+        <translation>Die richtige Menge Luft gegeben.</translation>
+    </message>
+    <message>
+        <source>Counted compressions and ventilations correctly.</source>
+        <translation>Kompressionen und Beatmungen richtig gezählt.</translation>
+    </message>
+    <message>
+        <source>at most %1</source>
+        <translation>höchstens %1</translation>
+    </message>
+    <message>
+        <source>at least %1</source>
+        <translation>mindestens %1</translation>
+    </message>
+    <message>
+        <source>none</source>
+        <translation>keine</translation>
+    </message>
+    <message>
+        <source>Give the right numbers of compressions and ventilations in each cycle.</source>
+        <translation>In jedem Zyklus die richtige Zahl von Kompressionen und Beatmungen geben.</translation>
     </message>
 </context>
 </TS>
