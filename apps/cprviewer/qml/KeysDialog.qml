@@ -19,6 +19,7 @@ AppDialog {
             [qsTr("Ctrl+N"), qsTr("Start the simulated manikin")],
             [qsTr("Ctrl+S"), qsTr("Save the session")],
             [qsTr("Ctrl+1, Ctrl+2"), qsTr("Live, review")],
+            [qsTr("Ctrl+3"), qsTr("Compare with another session")],
             [qsTr("F10"), qsTr("Menu")],
             [qsTr("F11"), qsTr("Full screen")],
             [qsTr("Tab, Shift+Tab"), qsTr("Next and previous element")],
@@ -26,6 +27,7 @@ AppDialog {
             [qsTr("+, −, arrows"), qsTr("Zoom and move along the session")],
             [qsTr("F"), qsTr("Show the whole session")],
             [qsTr("N, P"), qsTr("Next and previous event")],
+            [qsTr("O, Shift+arrows"), qsTr("Overlay two sessions, move the time by 1 s")],
             [qsTr("Home, End"), qsTr("Begin and end of the session")]
         ]
         delegate: RowLayout {
