@@ -509,12 +509,35 @@ void paintMeanDepths(const LaneContext &context, const ValueScale &scale, const 
     context.painter->restore();
 }
 
+/// Below it two curves would be one area.
+bool hasRoomForCurves(const LaneContext &context)
+{
+    constexpr qreal minPitch = 8; // hairs for a compression
+    return context.time.pixelsPerMsec() * usualMsecsPerCompression > minPitch * context.style->hair;
+}
+
+/// Around the band, so that small differences of mean depths are seen.
+ValueScale meanScale(const LaneContext &context, const LaneContext &other, const QRectF &plot)
+{
+    const Band &band = context.model->review().targets.depth;
+    double low = band.min;
+    double high = band.max;
+    for (const LaneContext *each : {&context, &other}) {
+        for (const Compression &compression : each->model->review().compressions) {
+            low = qMin(low, compression.depth);
+            high = qMax(high, compression.depth);
+        }
+    }
+    constexpr double maxAround = 4; // widths of the band
+    const double width = band.max - band.min;
+    return ValueScale(qMax(low - width, qMax(band.min - maxAround * width, 0.0)),
+                      qMin(high + width, band.max + maxAround * width), plot.top(), plot.bottom());
+}
+
 void paintCurveOrMeans(const LaneContext &context, const ValueScale &scale, WavePainter &wave,
                        const WavePainter::Look &look)
 {
-    constexpr qreal minPitch = 8; // px of a compression, below which two curves are one area
-    const qreal pitch = context.time.pixelsPerMsec() * usualMsecsPerCompression;
-    if (pitch > minPitch * context.style->hair && context.model->depth().count() > 0) {
+    if (hasRoomForCurves(context) && context.model->depth().count() > 0) {
         wave.paint(context.painter, context.model->depth(), context.time, scale,
                    context.model->review().losses, look);
         return;
@@ -533,11 +556,15 @@ void paintTwoDepths(const LaneContext &context, const LaneContext &other, const 
     const Style &style = *context.style;
     const Band &band = context.model->review().targets.depth;
     const Band &otherBand = other.model->review().targets.depth;
+    const bool hasCurves = hasRoomForCurves(context);
     const ValueScale scales[] = {depthScale(*context.model, area.plot),
                                  depthScale(*other.model, area.plot)};
-    const ValueScale &scale = scales[scales[1].high() > scales[0].high() ? 1 : 0];
+    const ValueScale scale = !hasCurves && band.isValid()
+        ? meanScale(context, other, area.plot)
+        : scales[scales[1].high() > scales[0].high() ? 1 : 0];
     paintTitle(context, area, QCoreApplication::translate("sessionplot", "Depth"),
-               QCoreApplication::translate("sessionplot", "mm"));
+               hasCurves ? QCoreApplication::translate("sessionplot", "mm")
+                         : QCoreApplication::translate("sessionplot", "mm, mean"));
     paintValueAxis(context, area, scale);
     paintBand(context, area, scale, band);
     paintCurveOrMeans(other, scale, otherWave,

@@ -428,8 +428,7 @@ QString RecordedFigure::text(double value, const QLocale &locale) const
 double RecordedFigure::shown(double value) const
 {
     const UnitRow &row = rowOf(unit);
-    const double steps = std::pow(10, row.decimals) * row.scale;
-    return std::round(value * steps) / steps;
+    return QString::number(value * row.scale, 'f', row.decimals).toDouble() / row.scale;
 }
 
 const std::vector<RecordedFigure> &recordedFigures()

@@ -12,25 +12,30 @@ Item {
     property alias timeline: timeline
     property alias parts: timeline.parts
     property string letter: ""
+    property real gutter: 0 // for the letter
     property int end: 0 // ms of session time, where the session ends
 
     function xAt(msecs) {
         const area = timeline.plotArea;
+        const left = timeline.x + area.x;
         const share = (msecs - timeline.shownFrom) / Math.max(1, timeline.shownTo - timeline.shownFrom);
-        return area.x + Math.max(0, Math.min(1, share)) * area.width;
+        return left + Math.max(0, Math.min(1, share)) * area.width;
     }
 
     // Time of which the session has nothing.
     component Outside: Rectangle {
         property string label: ""
-        y: timeline.plotArea.y
+        y: timeline.y + timeline.plotArea.y
         height: timeline.plotArea.height
         visible: width > 0
         color: Look.page
 
         PageText {
             anchors.centerIn: parent
-            visible: implicitWidth + Look.gap < parent.width
+            width: parent.width - Look.gap
+            visible: width > 4 * Look.small
+            horizontalAlignment: Text.AlignHCenter
+            wrapMode: Text.WordWrap
             text: parent.label
             color: Look.muted
             font.pixelSize: Look.small
@@ -40,28 +45,29 @@ Item {
     TimelineItem {
         id: timeline
         objectName: "timeline" + lane.letter
-        anchors.fill: parent
+        anchors { fill: parent; leftMargin: lane.gutter }
         dark: Look.dark
         textSize: Look.small
         flagRows: 1
     }
     Outside {
-        x: timeline.plotArea.x
+        x: timeline.x + timeline.plotArea.x
         width: lane.xAt(0) - x
         label: qsTr("%1 has not begun").arg(lane.letter)
     }
     Outside {
         objectName: "ended" + lane.letter
         x: lane.xAt(lane.end)
-        width: timeline.plotArea.x + timeline.plotArea.width - x
+        width: timeline.x + timeline.plotArea.x + timeline.plotArea.width - x
         label: qsTr("%1 has ended, after %2").arg(lane.letter).arg(Words.time(lane.end))
 
         Rectangle { width: 2; height: parent.height; color: Look.text }
     }
-    CompareCursor { at: timeline.cursorX; area: timeline.plotArea }
+    CompareCursor { at: timeline.cursorX; area: timeline.plotArea; parent: timeline }
     PageText {
-        anchors { left: parent.left; leftMargin: Look.gap / 2; top: parent.top }
+        anchors { left: parent.left; leftMargin: Look.gap / 2; verticalCenter: parent.verticalCenter }
         text: lane.letter
+        font.pixelSize: Look.title
         font.bold: true
         Accessible.ignored: true
     }

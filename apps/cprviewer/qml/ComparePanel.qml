@@ -37,6 +37,28 @@ Card {
         Accessible.role: Accessible.RadioButton
     }
 
+    // Where a session ends, in the picture of both.
+    component EndMark: Rectangle {
+        property string letter: ""
+        property int end: 0 // ms of session time, of the first session
+        readonly property real share: (end - overlay.shownFrom) / Math.max(1, overlay.shownTo - overlay.shownFrom)
+
+        objectName: "end" + letter
+        visible: share > 0 && share < 1
+        x: Math.round(overlay.plotArea.x + share * overlay.plotArea.width)
+        y: overlay.plotArea.y
+        width: 1
+        height: overlay.plotArea.height
+        color: Look.text
+
+        PageText {
+            anchors { right: parent.left; rightMargin: Look.gap / 3; top: parent.top; topMargin: Look.gap / 3 }
+            text: qsTr("%1 ends").arg(parent.letter)
+            color: Look.muted
+            font.pixelSize: Look.small
+        }
+    }
+
     Flow {
         id: choices
         anchors { left: parent.left; right: parent.right; top: parent.top; margins: Look.gap }
@@ -80,6 +102,11 @@ Card {
         id: view
         objectName: "compareView"
         anchors { left: parent.left; right: parent.right; top: choices.bottom; bottom: bar.top; margins: Look.gap }
+        readonly property real gutter: Math.round(24 * Look.unit)
+        // Both pictures have the same parts. Faults matter more than rates, whose mean stands beside the pictures.
+        readonly property int parts: upper.height < 26 * Look.small
+            ? TimelineItem.Flags | TimelineItem.Depth | TimelineItem.Faults | TimelineItem.Volume | TimelineItem.TimeAxis
+            : TimelineItem.AllLanes
         activeFocusOnTab: true
         focus: true
         Accessible.role: Accessible.Chart
@@ -99,7 +126,8 @@ Card {
             visible: !panel.isOverlaid
             letter: "A"
             end: panel.comparison.length
-            parts: TimelineItem.AllLanes & ~TimelineItem.TimeAxis
+            gutter: view.gutter
+            parts: view.parts & ~TimelineItem.TimeAxis
             timeline.session: panel.session
             timeline.zero: panel.comparison.zero
             timeline.earliest: panel.comparison.begin + panel.comparison.zero
@@ -108,10 +136,12 @@ Card {
         }
         CompareLane {
             id: lower
-            readonly property real axisHeight: Math.round(1.6 * Look.small)
+            readonly property real axisHeight: Math.round(1.9 * Look.small)
             anchors { left: parent.left; right: parent.right; top: upper.bottom; bottom: parent.bottom }
             visible: !panel.isOverlaid
             letter: "B"
+            gutter: view.gutter
+            parts: view.parts
             end: panel.comparison.otherLength
             timeline.session: panel.other
             timeline.zero: panel.comparison.otherZero
@@ -124,7 +154,7 @@ Card {
         OverlayItem {
             id: overlay
             objectName: "overlay"
-            anchors.fill: parent
+            anchors { fill: parent; leftMargin: view.gutter }
             visible: panel.isOverlaid
             dark: Look.dark
             textSize: Look.small
@@ -138,6 +168,8 @@ Card {
             to: panel.lead.shownTo
             cursor: panel.position
 
+            EndMark { letter: "A"; end: panel.comparison.length }
+            EndMark { letter: "B"; end: panel.comparison.otherLength - panel.shift }
             CompareCursor { at: overlay.cursorX; area: overlay.plotArea }
         }
         FocusFrame { visible: view.activeFocus }
@@ -147,7 +179,7 @@ Card {
             property real lastX: 0
 
             // Of the first session.
-            function timeAt(x) { return panel.isOverlaid ? overlay.timeAt(x) : panel.lead.timeAt(x); }
+            function timeAt(x) { return (panel.isOverlaid ? overlay : panel.lead).timeAt(x - view.gutter); }
 
             onPressed: mouse => {
                 view.forceActiveFocus();
