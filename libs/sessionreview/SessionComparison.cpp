@@ -166,7 +166,7 @@ QString outcomeText(Outcome outcome)
     case Outcome::Worse:
         return QCoreApplication::translate("sessionreview", "worse");
     case Outcome::OtherStandard:
-        return QCoreApplication::translate("sessionreview", "not comparable");
+        return QCoreApplication::translate("sessionreview", "other rules");
     }
     return QString();
 }

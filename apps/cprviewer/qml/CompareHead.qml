@@ -63,15 +63,8 @@ Item {
             width: parent.width
             color: Look.muted
             font.pixelSize: Look.small
-            text: (isNaN(summary.start.getTime()) ? qsTr("Date not known")
-                                                  : Words.value("startTime", summary.start))
-                  + "  ·  " + Words.time(summary.length * 1000)
-        }
-        PageText {
-            width: parent.width
-            color: Look.muted
-            font.pixelSize: Look.small
-            text: [summary.protocolText, summary.guidelines].filter(part => part.length > 0).join("  ·  ")
+            text: [isNaN(summary.start.getTime()) ? qsTr("Date not known") : Words.value("startTime", summary.start),
+                   Words.time(summary.length * 1000), summary.protocolText, summary.guidelines].filter(part => part.length > 0).join("  ·  ")
         }
         PageText {
             objectName: "problem" + head.letter

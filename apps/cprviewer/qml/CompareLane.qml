@@ -12,6 +12,7 @@ Item {
     property alias timeline: timeline
     property alias parts: timeline.parts
     property string letter: ""
+    property real textSize: Look.small
     property real gutter: 0 // for the letter
     property int end: 0 // ms of session time, where the session ends
 
@@ -47,7 +48,7 @@ Item {
         objectName: "timeline" + lane.letter
         anchors { fill: parent; leftMargin: lane.gutter }
         dark: Look.dark
-        textSize: Look.small
+        textSize: lane.textSize
         flagRows: 1
     }
     Outside {

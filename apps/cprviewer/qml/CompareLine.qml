@@ -20,7 +20,7 @@ Item {
     readonly property real lastWidth: Math.round(line.width * 0.24)
 
     Accessible.role: line.isHead ? Accessible.NoRole : Accessible.Row
-    Accessible.name: qsTr("%1: A %2, B %3").arg(line.title).arg(line.value || qsTr("none")).arg(line.other || qsTr("none"))
+    Accessible.name: qsTr("%1: A %2, B %3").arg(line.title).arg(line.value || qsTr("not known")).arg(line.other || qsTr("not known"))
                      + line.spoken.filter(text => text.length > 0).map(text => ", " + text).join("")
     implicitHeight: Math.max(nameCell.implicitHeight, last.implicitHeight) + Look.gap / 2
 

@@ -61,7 +61,7 @@ Card {
 
     Flow {
         id: choices
-        anchors { left: parent.left; right: parent.right; top: parent.top; margins: Look.gap }
+        anchors { left: parent.left; right: parent.right; top: parent.top; leftMargin: Look.gap; rightMargin: Look.gap; topMargin: Look.gap / 2 }
         spacing: Look.gap / 2
 
         ButtonGroup { buttons: [stacked, overlaid] }
@@ -101,10 +101,11 @@ Card {
     Item {
         id: view
         objectName: "compareView"
-        anchors { left: parent.left; right: parent.right; top: choices.bottom; bottom: bar.top; margins: Look.gap }
+        anchors { left: parent.left; right: parent.right; top: choices.bottom; bottom: bar.top; leftMargin: Look.gap; rightMargin: Look.gap; topMargin: Look.gap / 2; bottomMargin: Look.gap / 3 }
+        readonly property real textSize: Math.max(10, Math.round(12 * Look.textUnit)) // two pictures have little room
         readonly property real gutter: Math.round(24 * Look.unit)
         // Both pictures have the same parts. Faults matter more than rates, whose mean stands beside the pictures.
-        readonly property int parts: upper.height < 26 * Look.small
+        readonly property int parts: upper.height < 26 * view.textSize
             ? TimelineItem.Flags | TimelineItem.Depth | TimelineItem.Faults | TimelineItem.Volume | TimelineItem.TimeAxis
             : TimelineItem.AllLanes
         activeFocusOnTab: true
@@ -127,6 +128,7 @@ Card {
             letter: "A"
             end: panel.comparison.length
             gutter: view.gutter
+            textSize: view.textSize
             parts: view.parts & ~TimelineItem.TimeAxis
             timeline.session: panel.session
             timeline.zero: panel.comparison.zero
@@ -136,11 +138,12 @@ Card {
         }
         CompareLane {
             id: lower
-            readonly property real axisHeight: Math.round(1.9 * Look.small)
+            readonly property real axisHeight: Math.round(1.9 * view.textSize)
             anchors { left: parent.left; right: parent.right; top: upper.bottom; bottom: parent.bottom }
             visible: !panel.isOverlaid
             letter: "B"
             gutter: view.gutter
+            textSize: view.textSize
             parts: view.parts
             end: panel.comparison.otherLength
             timeline.session: panel.other
@@ -157,7 +160,7 @@ Card {
             anchors { fill: parent; leftMargin: view.gutter }
             visible: panel.isOverlaid
             dark: Look.dark
-            textSize: Look.small
+            textSize: view.textSize
             session: panel.session
             other: panel.other
             zero: panel.comparison.zero
@@ -204,7 +207,7 @@ Card {
     }
     RowLayout {
         id: bar
-        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Look.gap }
+        anchors { left: parent.left; right: parent.right; bottom: parent.bottom; leftMargin: Look.gap; rightMargin: Look.gap; bottomMargin: Look.gap / 2 }
         spacing: Look.gap / 2
 
         PageText {

@@ -35,7 +35,7 @@ Card {
     }
     CompareList {
         id: figures
-        anchors { left: parent.left; right: parent.right; top: titles.bottom; bottom: note.top; leftMargin: Look.gap / 2; rightMargin: Look.gap }
+        anchors { left: parent.left; right: parent.right; top: titles.bottom; bottom: note.top; bottomMargin: Look.gap / 2; leftMargin: Look.gap / 2; rightMargin: Look.gap }
         objectName: "figures"
         visible: tabs.currentIndex === 0
         Accessible.name: qsTr("Figures")
@@ -64,7 +64,7 @@ Card {
     }
     CompareList {
         id: faults
-        anchors { left: parent.left; right: parent.right; top: titles.bottom; bottom: note.top; leftMargin: Look.gap / 2; rightMargin: Look.gap }
+        anchors { left: parent.left; right: parent.right; top: titles.bottom; bottom: note.top; bottomMargin: Look.gap / 2; leftMargin: Look.gap / 2; rightMargin: Look.gap }
         objectName: "faults"
         visible: tabs.currentIndex === 1
         Accessible.name: qsTr("Faults")
@@ -90,6 +90,7 @@ Card {
             color: Look.muted
         }
     }
+    Rectangle { anchors { left: parent.left; right: parent.right; top: figures.bottom } height: 1; color: Look.frame }
     PageText {
         id: note
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Look.gap }

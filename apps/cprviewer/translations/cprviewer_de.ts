@@ -40,7 +40,7 @@
     <name>CompareChooser</name>
     <message>
         <source>Loading %1</source>
-        <translation type="unfinished">%1 wird geladen</translation>
+        <translation>%1 wird geladen</translation>
     </message>
     <message>
         <source>Compare with another session</source>
@@ -52,7 +52,7 @@
     </message>
     <message>
         <source>%1 % loaded</source>
-        <translation type="unfinished">%1 % geladen</translation>
+        <translation>%1 % geladen</translation>
     </message>
     <message>
         <source>Choose session…</source>
@@ -60,18 +60,18 @@
     </message>
     <message>
         <source>Cancel</source>
-        <translation type="unfinished">Abbrechen</translation>
+        <translation>Abbrechen</translation>
     </message>
     <message>
         <source>Recent files</source>
-        <translation type="unfinished">Zuletzt geöffnet</translation>
+        <translation>Zuletzt geöffnet</translation>
     </message>
 </context>
 <context>
     <name>CompareHead</name>
     <message>
         <source>Date not known</source>
-        <translation type="unfinished">Datum nicht bekannt</translation>
+        <translation>Datum nicht bekannt</translation>
     </message>
 </context>
 <context>
@@ -92,8 +92,8 @@
         <translation>%1: A %2, B %3</translation>
     </message>
     <message>
-        <source>none</source>
-        <translation type="unfinished">keiner</translation>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
     </message>
 </context>
 <context>
@@ -112,7 +112,7 @@
     </message>
     <message>
         <source>Close</source>
-        <translation type="unfinished">Schließen</translation>
+        <translation>Schließen</translation>
     </message>
     <message>
         <source>End the comparison</source>
@@ -124,11 +124,11 @@
     </message>
     <message>
         <source>Sessions and logs (*.zip *.cprlog *.journal)</source>
-        <translation type="unfinished">Sitzungen und Aufzeichnungen (*.zip *.cprlog *.journal)</translation>
+        <translation>Sitzungen und Aufzeichnungen (*.zip *.cprlog *.journal)</translation>
     </message>
     <message>
         <source>All files (*)</source>
-        <translation type="unfinished">Alle Dateien (*)</translation>
+        <translation>Alle Dateien (*)</translation>
     </message>
 </context>
 <context>
@@ -159,7 +159,7 @@
     </message>
     <message>
         <source>%1 of %2</source>
-        <translation type="unfinished">%1 von %2</translation>
+        <translation>%1 von %2</translation>
     </message>
     <message>
         <source>A at %1, B at %2</source>
@@ -167,15 +167,15 @@
     </message>
     <message>
         <source>Show more time (−)</source>
-        <translation type="unfinished">Mehr Zeit zeigen (−)</translation>
+        <translation>Mehr Zeit zeigen (−)</translation>
     </message>
     <message>
         <source>Show less time (+)</source>
-        <translation type="unfinished">Weniger Zeit zeigen (+)</translation>
+        <translation>Weniger Zeit zeigen (+)</translation>
     </message>
     <message>
         <source>Fit</source>
-        <translation type="unfinished">Einpassen</translation>
+        <translation>Einpassen</translation>
     </message>
     <message>
         <source>Show both sessions (F)</source>
@@ -3324,19 +3324,19 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>Overall score</source>
-        <translation type="unfinished">Gesamtbewertung</translation>
+        <translation>Gesamtbewertung</translation>
     </message>
     <message>
         <source>Compression score</source>
-        <translation type="unfinished">Bewertung der Kompressionen</translation>
+        <translation>Bewertung der Kompressionen</translation>
     </message>
     <message>
         <source>Ventilation score</source>
-        <translation type="unfinished">Bewertung der Beatmungen</translation>
+        <translation>Bewertung der Beatmungen</translation>
     </message>
     <message>
         <source>Flow time</source>
-        <translation type="unfinished">Hands-on-Zeit</translation>
+        <translation>Hands-on-Zeit</translation>
     </message>
     <message>
         <source>as good</source>
@@ -3351,8 +3351,8 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>schlechter</translation>
     </message>
     <message>
-        <source>not comparable</source>
-        <translation>nicht vergleichbar</translation>
+        <source>other rules</source>
+        <translation>andere Regeln</translation>
     </message>
 </context>
 </TS>
