@@ -13,6 +13,7 @@ ListView {
     boundsBehavior: Flickable.StopAtBounds
     activeFocusOnTab: true
     highlightMoveDuration: 0
+    cacheBuffer: 0 // rows made ahead are in the way of a model that shrinks
     highlight: Rectangle { color: list.activeFocus ? Look.chosen : "transparent" }
     ScrollBar.vertical: ScrollBar { }
     Accessible.role: Accessible.Table
