@@ -10,6 +10,7 @@
 #include <QLocale>
 
 #include <algorithm>
+#include <utility>
 
 namespace cprquick {
 

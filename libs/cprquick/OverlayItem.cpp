@@ -10,6 +10,7 @@
 #include <QPainter>
 
 #include <cmath>
+#include <utility>
 
 namespace cprquick {
 

@@ -475,19 +475,23 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
 namespace {
 
 /// A line through the mean depths of the compressions in each column of the picture.
-void paintMeanDepths(const LaneContext &context, const ValueScale &scale, const QPen &pen)
+void paintMeanDepths(const LaneContext &context, const ValueScale &scale,
+                     const WavePainter::Look &look)
 {
     const TimeScale &time = context.time;
     const qreal width = 4 * context.style->hair;
     constexpr qreal maxStep = 2; // columns; with more between them there was a pause
     context.painter->save();
-    context.painter->setPen(pen);
+    context.painter->setPen(QPen(look.line, look.lineWidth));
     context.painter->setRenderHint(QPainter::Antialiasing);
     QPolygonF line;
     const auto paintLine = [&] {
         if (line.size() == 1) // no less to be seen than others
             line.append(line.first() + QPointF(width, 0));
-        context.painter->drawPolyline(line);
+        if (look.isDashed)
+            drawDashed(context.painter, line, look.line, look.lineWidth);
+        else
+            context.painter->drawPolyline(line);
         line.clear();
     };
     const auto [first, last] = shown(context.model->review().compressions, time.range(), 0);
@@ -542,10 +546,7 @@ void paintCurveOrMeans(const LaneContext &context, const ValueScale &scale, Wave
                    context.model->review().losses, look);
         return;
     }
-    QPen pen(look.line, look.lineWidth);
-    if (look.isDashed)
-        pen.setStyle(Qt::DashLine);
-    paintMeanDepths(context, scale, pen);
+    paintMeanDepths(context, scale, look);
 }
 
 } // namespace
@@ -568,9 +569,9 @@ void paintTwoDepths(const LaneContext &context, const LaneContext &other, const 
     paintValueAxis(context, area, scale);
     paintBand(context, area, scale, band);
     paintCurveOrMeans(other, scale, otherWave,
-                      {style.theme.otherCurve, Qt::transparent, 2 * style.hair, true});
+                      {style.theme.otherCurve, Qt::transparent, 1.5 * style.hair, true});
     paintCurveOrMeans(context, scale, wave,
-                      {style.theme.curve, Qt::transparent, 1.5 * style.hair, false});
+                      {style.theme.curve, Qt::transparent, style.hair, false});
     paintBandEdges(context, area, scale, band);
     if (otherBand.isValid() && !(otherBand == band)) {
         QPen pen(style.theme.otherCurve, style.hair);

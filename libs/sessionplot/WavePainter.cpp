@@ -24,12 +24,8 @@ constexpr double maxSamplesInLine = 12;
 // The time to paint a polygon grows much faster than its number of corners.
 constexpr int pointsInPiece = 32;
 
-// In widths of the line.
-constexpr qreal dash = 5;
-constexpr qreal dashGap = 3;
-
 void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
-                const WavePainter::Look &look, qreal before)
+                const WavePainter::Look &look)
 {
     if (look.area.alpha() > 0) {
         QPolygonF area;
@@ -43,11 +39,6 @@ void paintPiece(QPainter *painter, const QPointF *points, int count, qreal base,
     }
     QPen pen(look.line, look.lineWidth);
     pen.setJoinStyle(Qt::BevelJoin);
-    if (look.isDashed) {
-        pen.setCapStyle(Qt::FlatCap);
-        pen.setDashPattern({dash, dashGap});
-        pen.setDashOffset(before / look.lineWidth);
-    }
     const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
     painter->setRenderHint(QPainter::Antialiasing);
     painter->setPen(pen);
@@ -69,13 +60,14 @@ bool isLost(const std::vector<sessionreview::Span> &losses, double from, double 
 void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
                 const WavePainter::Look &look)
 {
+    if (look.isDashed) {
+        drawDashed(painter, curve, look.line, look.lineWidth);
+        return;
+    }
     const bool isOnePiece = !(pixelsPerUnit(painter) > 0);
-    qreal before = 0; // length of the pieces, so that dashes go on
     for (int begin = 0; begin + 1 < curve.size();) {
         const int end = isOnePiece ? curve.size() : qMin(begin + pointsInPiece, curve.size());
-        paintPiece(painter, curve.constData() + begin, end - begin, base, look, before);
-        for (int i = begin + 1; look.isDashed && i < end; ++i)
-            before += QLineF(curve.at(i - 1), curve.at(i)).length();
+        paintPiece(painter, curve.constData() + begin, end - begin, base, look);
         begin = end == curve.size() ? end : end - 1;
     }
 }

@@ -83,30 +83,31 @@ FocusScope {
 
             Card {
                 Layout.fillWidth: true
-                implicitHeight: heads.implicitHeight + 2 * Look.gap
+                implicitHeight: Math.max(headA.implicitHeight, headB.implicitHeight, buttons.implicitHeight) + 2 * Look.gap
 
-                RowLayout {
-                    id: heads
-                    anchors { left: parent.left; right: parent.right; verticalCenter: parent.verticalCenter; leftMargin: Look.padding; rightMargin: Look.padding }
-                    spacing: Look.padding
+                CompareHead {
+                    id: headA
+                    readonly property real room: (parent.width - buttons.width - 4 * Look.padding) / 2
+                    anchors { left: parent.left; leftMargin: Look.padding; top: parent.top; topMargin: Look.gap }
+                    width: headA.room
+                    letter: "A"
+                    session: compared.session
+                    problem: page.mark(page.isSwapped ? page.source.isDamaged : page.viewer.isDamaged)
+                }
+                CompareHead {
+                    id: headB
+                    anchors { left: headA.right; leftMargin: Look.padding; top: headA.top }
+                    width: headA.room
+                    letter: "B"
+                    isOther: true
+                    session: compared.other
+                    problem: page.mark(page.isSwapped ? page.viewer.isDamaged : page.source.isDamaged)
+                }
+                Row {
+                    id: buttons
+                    anchors { right: parent.right; rightMargin: Look.padding; verticalCenter: parent.verticalCenter }
+                    spacing: Look.gap
 
-                    CompareHead {
-                        Layout.fillWidth: true
-                        Layout.preferredWidth: 1
-                        Layout.alignment: Qt.AlignTop
-                        letter: "A"
-                        session: compared.session
-                        problem: page.isSwapped ? page.mark(page.source.isDamaged) : page.mark(page.viewer.isDamaged)
-                    }
-                    CompareHead {
-                        Layout.fillWidth: true
-                        Layout.preferredWidth: 1
-                        Layout.alignment: Qt.AlignTop
-                        letter: "B"
-                        isOther: true
-                        session: compared.other
-                        problem: page.isSwapped ? page.mark(page.viewer.isDamaged) : page.mark(page.source.isDamaged)
-                    }
                     ActionButton {
                         objectName: "swap"
                         text: "⇄"

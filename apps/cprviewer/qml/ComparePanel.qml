@@ -52,7 +52,8 @@ Card {
         color: Look.text
 
         PageText {
-            anchors { right: parent.left; rightMargin: Look.gap / 3; top: parent.top; topMargin: Look.gap / 3 }
+            x: parent.share < 0.5 ? Look.gap / 3 : -width - Look.gap / 3
+            y: Look.gap / 3
             text: qsTr("%1 ends").arg(parent.letter)
             color: Look.muted
             font.pixelSize: Look.small
