@@ -57,6 +57,7 @@ Item {
             names: summary.learners
             font.pixelSize: Look.title
             font.bold: true
+            horizontalAlignment: Text.AlignLeft
             Accessible.name: head.letter + ": " + (Words.shown(names.join(", ")) || text)
         }
         PageText {

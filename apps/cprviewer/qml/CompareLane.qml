@@ -14,6 +14,7 @@ Item {
     property string letter: ""
     property real textSize: Look.small
     property real gutter: 0 // for the letter
+    property bool isRunning: false
     property int end: 0 // ms of session time, where the session ends
 
     function xAt(msecs) {
@@ -60,7 +61,7 @@ Item {
         objectName: "ended" + lane.letter
         x: lane.xAt(lane.end)
         width: timeline.x + timeline.plotArea.x + timeline.plotArea.width - x
-        label: qsTr("%1 has ended, after %2").arg(lane.letter).arg(Words.time(lane.end))
+        label: (lane.isRunning ? qsTr("%1 still runs, so far %2") : qsTr("%1 has ended, after %2")).arg(lane.letter).arg(Words.time(lane.end))
 
         Rectangle { width: 2; height: parent.height; color: Look.text }
     }

@@ -22,7 +22,7 @@ Item {
     Accessible.role: line.isHead ? Accessible.NoRole : Accessible.Row
     Accessible.name: qsTr("%1: A %2, B %3").arg(line.title).arg(line.value || qsTr("not known")).arg(line.other || qsTr("not known"))
                      + line.spoken.filter(text => text.length > 0).map(text => ", " + text).join("")
-    implicitHeight: Math.max(nameCell.implicitHeight, last.implicitHeight) + Look.gap / 2
+    implicitHeight: Math.max(nameCell.implicitHeight, valueCell.implicitHeight, otherCell.implicitHeight, last.implicitHeight) + Look.gap / 2
 
     component Cell: PageText {
         width: line.columnWidth

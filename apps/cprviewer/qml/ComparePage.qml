@@ -137,6 +137,7 @@ FocusScope {
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                     comparison: compared
+                    runningSession: page.viewer.isLive ? page.viewer.session : null
                 }
                 CompareTable {
                     id: table

@@ -14,6 +14,7 @@ Card {
     required property ComparisonModel comparison
     readonly property CPRData session: panel.comparison.session
     readonly property CPRData other: panel.comparison.other
+    property CPRData runningSession: null // null when both are over
     property bool isOverlaid: false
     property int position: 0 // ms of session time, of the first session
     readonly property int commonPosition: panel.position - panel.comparison.zero
@@ -41,10 +42,11 @@ Card {
     component EndMark: Rectangle {
         property string letter: ""
         property int end: 0 // ms of session time, of the first session
+        property CPRData source: null
         readonly property real share: (end - overlay.shownFrom) / Math.max(1, overlay.shownTo - overlay.shownFrom)
 
         objectName: "end" + letter
-        visible: share > 0 && share < 1
+        visible: share > 0 && share < 1 && (source === null || source !== panel.runningSession)
         x: Math.round(overlay.plotArea.x + share * overlay.plotArea.width)
         y: overlay.plotArea.y
         width: 1
@@ -127,6 +129,7 @@ Card {
             height: (parent.height - lower.axisHeight) / 2
             visible: !panel.isOverlaid
             letter: "A"
+            isRunning: panel.runningSession !== null && panel.runningSession === panel.session
             end: panel.comparison.length
             gutter: view.gutter
             textSize: view.textSize
@@ -143,6 +146,7 @@ Card {
             anchors { left: parent.left; right: parent.right; top: upper.bottom; bottom: parent.bottom }
             visible: !panel.isOverlaid
             letter: "B"
+            isRunning: panel.runningSession !== null && panel.runningSession === panel.other
             gutter: view.gutter
             textSize: view.textSize
             parts: view.parts
@@ -172,8 +176,8 @@ Card {
             to: panel.lead.shownTo
             cursor: panel.position
 
-            EndMark { letter: "A"; end: panel.comparison.length }
-            EndMark { letter: "B"; end: panel.comparison.otherLength - panel.shift }
+            EndMark { letter: "A"; source: panel.session; end: panel.comparison.length }
+            EndMark { letter: "B"; source: panel.other; end: panel.comparison.otherLength - panel.shift }
             CompareCursor { at: overlay.cursorX; area: overlay.plotArea }
         }
         FocusFrame { visible: view.activeFocus }

@@ -81,6 +81,10 @@
         <translation>%1 hat noch nicht begonnen</translation>
     </message>
     <message>
+        <source>%1 still runs, so far %2</source>
+        <translation>%1 läuft noch, bisher %2</translation>
+    </message>
+    <message>
         <source>%1 has ended, after %2</source>
         <translation>%1 ist zu Ende, nach %2</translation>
     </message>
