@@ -62,6 +62,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         std::string file;
         std::string scenario;
         std::string log;
+        std::string compared;
         std::string page;
         std::string screenshot;
         std::string size;
@@ -89,6 +90,8 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     app.add_option("--speed", speed, "1 lets a live session run in real time, 2 twice as fast")
         ->capture_default_str();
     app.add_option("--at", given.at, "Begin a live session at this session time, s");
+    app.add_option("--compare", given.compared, "Show the session beside this one")
+        ->type_name("SESSION.zip|LOG");
     app.add_option("--page", given.page, "The page to begin with: live or review")
         ->check(CLI::IsMember({"live", "review"}));
     app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
@@ -101,6 +104,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     app.add_flag("--light", isLight, "Dark on light, whatever the system has")->excludes(dark);
     app.footer("Examples:\n"
                "  cprviewer monday.zip\n"
+               "  cprviewer monday.zip --compare spring.zip\n"
                "  cprviewer --live beginner --seed 7\n"
                "  cprviewer --replay monday.cprlog --speed 4\n"
                "  cprviewer --live aed --at 60 --screenshot live.png --dark\n"
@@ -115,6 +119,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     file = fromShell(given.file);
     scenario = fromShell(given.scenario);
     log = fromShell(given.log);
+    compared = fromShell(given.compared);
     page = fromShell(given.page);
     screenshot = fromShell(given.screenshot);
     language = fromShell(given.language);
@@ -142,6 +147,9 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     if (!file.isEmpty() && isLive())
         return refuse(
             QStringLiteral("%1 is opened, or a live session is started, not both").arg(file));
+    if (!compared.isEmpty() && file.isEmpty() && !isLive())
+        return refuse(
+            QStringLiteral("--compare needs a session that is compared with %1").arg(compared));
     if (!scenario.isEmpty() && !manikinsim::Scenario::find(scenario)) {
         QStringList names;
         for (const manikinsim::Scenario &known : manikinsim::Scenario::all())
@@ -149,7 +157,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         return refuse(QStringLiteral("there is no scenario \"%1\"; there are %2")
                           .arg(scenario, names.join(QLatin1String(", "))));
     }
-    for (const QString &input : {file, log}) {
+    for (const QString &input : {file, log, compared}) {
         if (input.isEmpty())
             continue;
         const QFileInfo info(input);

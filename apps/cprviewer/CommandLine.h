@@ -22,6 +22,7 @@ struct CommandLine {
     QString scenario; ///< of the simulated manikin
     int seed = 1;
     QString log; ///< to replay live
+    QString compared; ///< archive or log to compare the session with
     double speed = 1;
     std::optional<double> atSecs; ///< of session time; where a live session is to begin
     QString page; ///< live, review or empty

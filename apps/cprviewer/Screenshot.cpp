@@ -26,6 +26,7 @@ Screenshot::Screenshot(QString file, Viewer *viewer, QQuickWindow *window)
     const auto restart = [this] { m_quiet.start(); };
     connect(window, &QQuickWindow::frameSwapped, this, restart);
     connect(viewer, &Viewer::isLoadingChanged, this, restart);
+    connect(viewer->other(), &cprquick::SessionSource::isLoadingChanged, this, restart);
     connect(&m_quiet, &QTimer::timeout, this, &Screenshot::grab);
     m_quiet.start();
 }
@@ -34,7 +35,7 @@ Screenshot::~Screenshot() = default;
 
 void Screenshot::grab()
 {
-    if (m_viewer->isLoading())
+    if (m_viewer->isLoading() || m_viewer->other()->isLoading())
         return; // isLoadingChanged comes at its end
     // QQuickWindow::grabWindow() gives nothing where there is no display.
     m_grab = m_window->contentItem()->grabToImage();
@@ -49,6 +50,8 @@ void Screenshot::finish()
     bool isWritten = false;
     if (!m_viewer->problem().isEmpty()) {
         complain(m_viewer->problem());
+    } else if (!m_viewer->other()->session() && !m_viewer->other()->file().isEmpty()) {
+        complain(m_viewer->other()->problem());
     } else if (!m_grab) {
         complain(QStringLiteral("%1 cannot be written: the page cannot be drawn").arg(m_file));
     } else {

@@ -91,6 +91,10 @@ Viewer::Viewer(const Paths &paths, QObject *parent)
         Q_EMIT loadedShareChanged();
     });
     connect(&m_loader, &SessionLoader::finished, this, &Viewer::showLoaded);
+    connect(&m_other, &cprquick::SessionSource::sessionChanged, this, [this] {
+        if (m_other.session())
+            m_recentFiles.add(m_other.file().toLocalFile());
+    });
     connect(&m_writer, &SessionWriter::finished, this, &Viewer::finishWriting);
     findLeft();
 }
@@ -176,6 +180,12 @@ void Viewer::showLoaded()
     setProblem(result.problem, canSalvage ? result.fileName : QString());
     findLeft();
     Q_EMIT isLoadingChanged();
+}
+
+void Viewer::compareWith(const QString &name)
+{
+    m_other.setFile(name.isEmpty() ? QUrl()
+                                   : QUrl::fromLocalFile(QFileInfo(name).absoluteFilePath()));
 }
 
 bool Viewer::startScenario(const QString &name, int seed, double speed)

@@ -11,6 +11,7 @@
 #include "Settings.h"
 #include "UnsavedSessions.h"
 #include "cprquick/SessionLoader.h"
+#include "cprquick/SessionSource.h"
 
 #include <CPRData.h>
 #include <manikinlog/SessionJournal.h>
@@ -74,6 +75,8 @@ class Viewer final : public QObject {
     /// The sessions that killed viewers have left, the newest first: maps with target, which stands
     /// for the session, learners, start and msecs, its length.
     Q_PROPERTY(QVariantList leftSessions READ leftSessions NOTIFY leftSessionsChanged)
+    /// The session that the open one is compared with; see compareWith().
+    Q_PROPERTY(cprquick::SessionSource *other READ other   CONSTANT)
     Q_PROPERTY(Appearance  *appearance   READ appearance   CONSTANT)
     Q_PROPERTY(RecentFiles *recentFiles  READ recentFiles  CONSTANT)
     /// Scenarios of the simulated manikin: maps with name, title and description.
@@ -121,6 +124,7 @@ public:
     QString      notice() const          { return m_notice; }
     QVariantList leftSessions() const    { return m_left; }
     Appearance  *appearance()            { return &m_appearance; }
+    cprquick::SessionSource *other()     { return &m_other; }
     RecentFiles *recentFiles()           { return &m_recentFiles; }
     QVariantList scenarios() const;
     // clang-format on
@@ -132,6 +136,8 @@ public:
     /// Loads what is left of a damaged archive or log.
     Q_INVOKABLE void salvage(const QString &name);
     Q_INVOKABLE void cancelLoading();
+    /// Loads an archive or a recorded log beside the session that is open; an empty name closes it.
+    Q_INVOKABLE void compareWith(const QString &name);
     /// Starts the simulated manikin. False, with a problem, when there is no such scenario. With
     /// speed 0 time stands still; see advanceTo().
     Q_INVOKABLE bool startScenario(const QString &name, int seed, double speed = 1);
@@ -245,6 +251,7 @@ private:
     UnsavedSessions m_unsavedSessions;
     Opened m_opened;
     cprquick::SessionLoader m_loader;
+    cprquick::SessionSource m_other;
     std::unique_ptr<LeftSession> m_loadedLeft; // that is being loaded; null for a file
     cprquick::SessionLoader::Kind m_loadedKind = cprquick::SessionLoader::Kind::File;
     QString m_loadedName;

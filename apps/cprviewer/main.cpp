@@ -51,6 +51,8 @@ bool begin(Viewer &viewer, const CommandLine &line)
 {
     if (!line.file.isEmpty())
         viewer.open(line.file);
+    if (!line.compared.isEmpty())
+        viewer.compareWith(line.compared);
     if (!line.isLive())
         return true;
     const bool isPicture = !line.screenshot.isEmpty();
@@ -117,9 +119,11 @@ int main(int argc, char *argv[])
     QQmlApplicationEngine engine;
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
-    QVariantMap properties{{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
-                           {QStringLiteral("visible"), false}, // until it has its place
-                           {QStringLiteral("firstPage"), line.page}};
+    const bool isCompared = line.page.isEmpty() && !line.compared.isEmpty();
+    QVariantMap properties{
+        {QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
+        {QStringLiteral("visible"), false}, // until it has its place
+        {QStringLiteral("firstPage"), isCompared ? QStringLiteral("compare") : line.page}};
     const bool hasPlace = line.size.isEmpty();
     const QRect place = hasPlace ? WindowPlace::stored(*viewer.settings()) : QRect({}, line.size);
     properties.insert(QStringLiteral("width"), place.width());

@@ -33,6 +33,7 @@ class CPRQUICK_EXPORT PlotColors : public QObject {
     Q_PROPERTY(QColor band       READ band                 NOTIFY darkChanged) ///< translucent
     Q_PROPERTY(QColor bandEdge   READ bandEdge             NOTIFY darkChanged)
     Q_PROPERTY(QColor curve      READ curve                NOTIFY darkChanged)
+    Q_PROPERTY(QColor otherCurve READ otherCurve           NOTIFY darkChanged) ///< of another session
     Q_PROPERTY(QColor bars       READ bars                 NOTIFY darkChanged)
     Q_PROPERTY(QColor pause      READ pause                NOTIFY darkChanged)
     Q_PROPERTY(QColor fault      READ fault                NOTIFY darkChanged)
@@ -64,6 +65,7 @@ public:
     QColor band() const { return m_theme.band; }
     QColor bandEdge() const { return m_theme.bandEdge; }
     QColor curve() const { return m_theme.curve; }
+    QColor otherCurve() const { return m_theme.otherCurve; }
     QColor bars() const { return m_theme.bars; }
     QColor pause() const { return m_theme.pause; }
     QColor fault() const { return m_theme.fault; }

@@ -79,6 +79,38 @@ void PlotItem::setSpan(int msecs)
     setWindow(m_from, m_to, std::max(msecs, 0));
 }
 
+void PlotItem::setBounds(int earliest, int latest, int zero)
+{
+    if (earliest == m_earliest && latest == m_latest && zero == m_zero)
+        return;
+    m_earliest = earliest;
+    m_latest = latest;
+    m_zero = zero;
+    findShown(); // others follow this item, also while it is not visible
+    Q_EMIT windowChanged();
+}
+
+void PlotItem::setEarliest(int msecs)
+{
+    setBounds(msecs, m_latest, m_zero);
+}
+
+void PlotItem::setLatest(int msecs)
+{
+    setBounds(m_earliest, msecs, m_zero);
+}
+
+void PlotItem::setZero(int msecs)
+{
+    setBounds(m_earliest, m_latest, msecs);
+}
+
+sessionplot::TimeRange PlotItem::bounds() const
+{
+    return m_latest > m_earliest ? sessionplot::TimeRange{m_earliest, m_latest}
+                                 : sessionplot::TimeRange{0, m_length};
+}
+
 void PlotItem::setDark(bool dark)
 {
     if (dark == m_isDark)
@@ -165,7 +197,12 @@ void PlotItem::findShown()
         from = std::max(length - m_span, 0);
         to = from + m_span;
     }
-    const sessionplot::TimeRange range = sessionplot::shownRange(from, to, length);
+    sessionplot::TimeRange range = sessionplot::shownRange(from, to, length);
+    if (m_latest > m_earliest && m_span <= 0) {
+        range = {from, std::max(to, from + minRangeMs)};
+        if (to < 0 && to <= from) // not a time, but the end
+            range = bounds();
+    }
     const int shownFrom = static_cast<int>(range.from);
     const int shownTo = static_cast<int>(range.to);
     if (length != m_length) {
@@ -201,20 +238,26 @@ int PlotItem::timeAt(qreal x) const
 // to begin where the first one ended.
 void PlotItem::showRange(qint64 from, qint64 length)
 {
-    const qint64 total = std::max<qint64>(m_length, minRangeMs);
+    const sessionplot::TimeRange all = bounds();
+    const qint64 total = std::max(all.length(), minRangeMs);
     length = qBound(minRangeMs, length, total);
-    from = qBound<qint64>(0, from, total - length);
+    from = qBound(all.from, from, all.from + total - length);
     setWindow(static_cast<int>(from), static_cast<int>(from + length), 0);
     findShown();
 }
 
 void PlotItem::zoom(qreal factor, qreal x)
 {
+    zoomAt(factor, timeAt(x));
+}
+
+void PlotItem::zoomAt(qreal factor, int msecs)
+{
     if (!(factor > 0))
         return;
-    const qint64 fixed = qBound(m_shownFrom, timeAt(x), m_shownTo);
-    const qint64 length =
-        qRound64(qMin(qreal(m_shownTo - m_shownFrom) / factor, qreal(std::max(m_length, 1))));
+    const qint64 fixed = qBound(m_shownFrom, msecs, m_shownTo);
+    const qint64 all = std::max<qint64>(bounds().length(), 1);
+    const qint64 length = qRound64(qMin(qreal(m_shownTo - m_shownFrom) / factor, qreal(all)));
     const qint64 shown = std::max(length, minRangeMs);
     const qint64 before = (fixed - m_shownFrom) * shown / std::max(m_shownTo - m_shownFrom, 1);
     showRange(fixed - before, shown);

@@ -36,6 +36,15 @@ class CPRQUICK_EXPORT PlotItem : public QQuickPaintedItem {
     Q_PROPERTY(int      to        READ to        WRITE setTo       NOTIFY windowChanged)
     /// ms; when it is positive the end of the session is shown and from and to do not count.
     Q_PROPERTY(int      span      READ span      WRITE setSpan     NOTIFY windowChanged)
+    /// @{
+    /// The session times, ms, between which zoom(), pan() and fit() move, where a session shares a
+    /// window of time with another one: also before its start and behind its end. As they are from
+    /// the start, both 0, the session's own.
+    Q_PROPERTY(int      earliest  READ earliest  WRITE setEarliest NOTIFY windowChanged)
+    Q_PROPERTY(int      latest    READ latest    WRITE setLatest   NOTIFY windowChanged)
+    /// @}
+    /// The session time that the time axis calls 0:00, ms.
+    Q_PROPERTY(int      zero      READ zero      WRITE setZero     NOTIFY windowChanged)
     /// Drawn for a dark page.
     Q_PROPERTY(bool     dark      READ isDark    WRITE setDark     NOTIFY lookChanged)
     /// Pixels; 0, as it is from the start, for the size of the application's font.
@@ -72,6 +81,12 @@ public:
     void setTo(int msecs);
     int span() const { return m_span; }
     void setSpan(int msecs);
+    int earliest() const { return m_earliest; }
+    void setEarliest(int msecs);
+    int latest() const { return m_latest; }
+    void setLatest(int msecs);
+    int zero() const { return m_zero; }
+    void setZero(int msecs);
     bool isDark() const { return m_isDark; }
     void setDark(bool dark);
     qreal textSize() const { return m_textSize; }
@@ -94,6 +109,8 @@ public:
     /// @}
     /// Shows a time that is \a factor times shorter; what is drawn at \a x stays there.
     Q_INVOKABLE void zoom(qreal factor, qreal x);
+    /// The same; the time that stays where it is, ms.
+    Q_INVOKABLE void zoomAt(qreal factor, int msecs);
     /// Moves along the session by \a msecs, not beyond its ends.
     Q_INVOKABLE void pan(int msecs);
     /// Shows the time from \a from to \a to, ms, but at least a second and nothing outside the
@@ -143,6 +160,8 @@ protected:
 
 private:
     void setWindow(int from, int to, int span);
+    void setBounds(int earliest, int latest, int zero);
+    sessionplot::TimeRange bounds() const;
     void showRange(qint64 from, qint64 length);
     void findShown();
     sessionplot::TimeScale timeScale() const;
@@ -151,6 +170,9 @@ private:
     int m_from = 0;
     int m_to = -1;
     int m_span = 0;
+    int m_earliest = 0;
+    int m_latest = 0;
+    int m_zero = 0;
     bool m_isDark = false;
     qreal m_textSize = 0;
     int m_shownFrom = 0;

@@ -31,6 +31,8 @@ class CPRQUICK_EXPORT SessionSource : public QObject {
     Q_PROPERTY(bool     isLoading READ isLoading NOTIFY isLoadingChanged)
     /// How much of it was read, 0 to 1.
     Q_PROPERTY(double   progress  READ progress NOTIFY progressChanged)
+    /// Not all that belongs into the file is in the session, or nothing of it could be read.
+    Q_PROPERTY(bool     isDamaged READ isDamaged NOTIFY sessionChanged)
     /// What is wrong with the file, in words; empty for nothing.
     Q_PROPERTY(QString  problem   READ problem  NOTIFY sessionChanged)
     // clang-format on
@@ -51,6 +53,7 @@ public:
     CPRData *session() const { return m_result.session.get(); }
     bool isLoading() const { return m_loader.isLoading(); }
     double progress() const { return m_progress; }
+    bool isDamaged() const { return m_result.isDamaged; }
     QString problem() const { return m_result.problem; }
     /// @}
 

@@ -44,7 +44,7 @@ void TimelineItem::paint(QPainter *painter)
     m_picture.setTextSize(usedTextSize());
     m_picture.setParts(ReviewPicture::Parts(static_cast<int>(m_parts)));
     m_picture.setFlagRows(m_flagRows);
-    m_picture.setRange(shownFrom(), shownTo());
+    m_picture.setWindow({shownFrom(), qMax(shownTo(), shownFrom() + 1)}, zero());
     m_picture.paint(painter, boundingRect());
     const QRectF &stack = m_picture.stack();
     setPlotArea(

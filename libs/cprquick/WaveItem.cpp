@@ -57,7 +57,7 @@ void WaveItem::paint(QPainter *painter)
 
     const PlotModel none;
     const PlotModel &model = source() ? source()->model() : none;
-    const TimeScale time({shownFrom(), shownTo()}, plot.left(), plot.width());
+    const TimeScale time({shownFrom(), shownTo()}, plot.left(), plot.width(), zero());
     const LaneContext context{painter, &model, &style, time};
     const auto beside = [&](qreal left, qreal right) {
         return QRectF(QPointF(left, plot.top()), QPointF(right, plot.bottom()));

@@ -472,4 +472,116 @@ void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &
                     QCoreApplication::translate("sessionplot", "no ventilations recorded"));
 }
 
+namespace {
+
+/// A line through the mean depths of the compressions in each column of the picture.
+void paintMeanDepths(const LaneContext &context, const ValueScale &scale,
+                     const WavePainter::Look &look)
+{
+    const TimeScale &time = context.time;
+    const qreal width = 4 * context.style->hair;
+    constexpr qreal maxStep = 2; // columns; with more between them there was a pause
+    context.painter->save();
+    context.painter->setPen(QPen(look.line, look.lineWidth));
+    context.painter->setRenderHint(QPainter::Antialiasing);
+    QPolygonF line;
+    const auto paintLine = [&] {
+        if (line.size() == 1) // no less to be seen than others
+            line.append(line.first() + QPointF(width, 0));
+        if (look.isDashed)
+            drawDashed(context.painter, line, look.line, look.lineWidth);
+        else
+            context.painter->drawPolyline(line);
+        line.clear();
+    };
+    const auto [first, last] = shown(context.model->review().compressions, time.range(), 0);
+    for (const Compression *compression = first; compression != last;) {
+        const qreal column = std::floor(time.x(compression->peak) / width);
+        double sum = 0;
+        int count = 0;
+        for (; compression != last && std::floor(time.x(compression->peak) / width) == column;
+             ++compression, ++count)
+            sum += compression->depth;
+        const QPointF point(qBound(time.left(), column * width, time.right()),
+                            scale.y(sum / count));
+        if (!line.isEmpty() && point.x() - line.last().x() > maxStep * width)
+            paintLine();
+        line.append(point);
+    }
+    if (!line.isEmpty())
+        paintLine();
+    context.painter->restore();
+}
+
+/// Below it two curves would be one area.
+bool hasRoomForCurves(const LaneContext &context)
+{
+    constexpr qreal minPitch = 8; // hairs for a compression
+    return context.time.pixelsPerMsec() * usualMsecsPerCompression > minPitch * context.style->hair;
+}
+
+/// Around the band, so that small differences of mean depths are seen.
+ValueScale meanScale(const LaneContext &context, const LaneContext &other, const QRectF &plot)
+{
+    const Band &band = context.model->review().targets.depth;
+    double low = band.min;
+    double high = band.max;
+    for (const LaneContext *each : {&context, &other}) {
+        for (const Compression &compression : each->model->review().compressions) {
+            low = qMin(low, compression.depth);
+            high = qMax(high, compression.depth);
+        }
+    }
+    constexpr double maxAround = 4; // widths of the band
+    const double width = band.max - band.min;
+    return ValueScale(qMax(low - width, qMax(band.min - maxAround * width, 0.0)),
+                      qMin(high + width, band.max + maxAround * width), plot.top(), plot.bottom());
+}
+
+void paintCurveOrMeans(const LaneContext &context, const ValueScale &scale, WavePainter &wave,
+                       const WavePainter::Look &look)
+{
+    if (hasRoomForCurves(context) && context.model->depth().count() > 0) {
+        wave.paint(context.painter, context.model->depth(), context.time, scale,
+                   context.model->review().losses, look);
+        return;
+    }
+    paintMeanDepths(context, scale, look);
+}
+
+} // namespace
+
+void paintTwoDepths(const LaneContext &context, const LaneContext &other, const LaneArea &area,
+                    WavePainter &wave, WavePainter &otherWave)
+{
+    const Style &style = *context.style;
+    const Band &band = context.model->review().targets.depth;
+    const Band &otherBand = other.model->review().targets.depth;
+    const bool hasCurves = hasRoomForCurves(context);
+    const ValueScale scales[] = {depthScale(*context.model, area.plot),
+                                 depthScale(*other.model, area.plot)};
+    const ValueScale scale = !hasCurves && band.isValid()
+        ? meanScale(context, other, area.plot)
+        : scales[scales[1].high() > scales[0].high() ? 1 : 0];
+    paintTitle(context, area, QCoreApplication::translate("sessionplot", "Depth"),
+               hasCurves ? QCoreApplication::translate("sessionplot", "mm")
+                         : QCoreApplication::translate("sessionplot", "mm, mean"));
+    paintValueAxis(context, area, scale);
+    paintBand(context, area, scale, band);
+    paintCurveOrMeans(other, scale, otherWave,
+                      {style.theme.otherCurve, Qt::transparent, 1.5 * style.hair, true});
+    paintCurveOrMeans(context, scale, wave,
+                      {style.theme.curve, Qt::transparent, style.hair, false});
+    paintBandEdges(context, area, scale, band);
+    if (otherBand.isValid() && !(otherBand == band)) {
+        QPen pen(style.theme.otherCurve, style.hair);
+        pen.setDashPattern({5, 4});
+        context.painter->setPen(pen);
+        for (const double limit : {otherBand.min, otherBand.max})
+            context.painter->drawLine(QPointF(area.plot.left(), scale.y(limit)),
+                                      QPointF(area.plot.right(), scale.y(limit)));
+    }
+    paintFrame(context, area.plot);
+}
+
 } // namespace sessionplot

@@ -50,6 +50,10 @@ void paintGround(const LaneContext &context, const QRectF &plot);
 void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 void paintRate(const LaneContext &context, const LaneArea &area);
 void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &wave);
+/// The depths of two sessions, over one another: the other's lighter and dashed. Curves where there
+/// is room for them, else the mean depths. The time scales have the same place and length.
+void paintTwoDepths(const LaneContext &context, const LaneContext &other, const LaneArea &area,
+                    WavePainter &wave, WavePainter &otherWave);
 
 /// Pauses and packet losses, over \a stack, the area of all lanes that they concern.
 void paintPauseShades(const LaneContext &context, const QRectF &stack);

@@ -63,6 +63,14 @@ void ReviewPicture::setRange(qint64 from, qint64 to)
 {
     m_from = from;
     m_to = to;
+    m_window.reset();
+    m_zero = 0;
+}
+
+void ReviewPicture::setWindow(const TimeRange &range, qint64 zero)
+{
+    m_window = range;
+    m_zero = zero;
 }
 
 void ReviewPicture::setColumnsPerUnit(qreal columns)
@@ -134,8 +142,8 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
     }
 
     const qreal plotLeft = std::round(area.left() + layout.left);
-    m_time = TimeScale(shownRange(m_from, m_to, m_model->length()), plotLeft,
-                       std::round(area.right() - layout.right) - plotLeft);
+    m_time = TimeScale(m_window.value_or(shownRange(m_from, m_to, m_model->length())), plotLeft,
+                       std::round(area.right() - layout.right) - plotLeft, m_zero);
     const auto labelFlags = [&](int maxRows) {
         if (layout.parts.testFlag(FlagsPart))
             layout.flags = FlagLabels(*m_model, style, m_time, area.right(), maxRows);

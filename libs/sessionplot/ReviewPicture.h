@@ -57,6 +57,9 @@ public:
     /// The time to show, ms. A negative \a to stands for the end of the session; limits in the
     /// wrong order are exchanged.
     void setRange(qint64 from, qint64 to);
+    /// Shows exactly \a range instead, also where it lies outside the session. The time axis calls
+    /// the session time \a zero 0:00. \a range must not be empty.
+    void setWindow(const TimeRange &range, qint64 zero);
     /// The size of the text, pixels; 0, as it is from the start, for one that suits the picture.
     void setTextSize(qreal size) { m_textSize = size; }
     /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
@@ -112,6 +115,8 @@ private:
     Parts m_parts = AllParts;
     qint64 m_from = 0;
     qint64 m_to = -1;
+    std::optional<TimeRange> m_window; // goes before both
+    qint64 m_zero = 0;
     qreal m_textSize = 0;
     int m_flagRows = 0;
     WavePainter m_depthPainter;

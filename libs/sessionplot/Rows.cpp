@@ -301,11 +301,17 @@ void paintFaults(const LaneContext &context, const LaneArea &area)
 
 namespace {
 
+bool showsHours(const LaneContext &context)
+{
+    const TimeScale &time = context.time;
+    return needsHours({time.range().from - time.zero(), time.range().to - time.zero()});
+}
+
 TimeTicks axisTicks(const LaneContext &context)
 {
     const Style &style = *context.style;
     const QString widest =
-        needsHours(context.time.range()) ? QStringLiteral("00:00:00") : QStringLiteral("000:00");
+        showsHours(context) ? QStringLiteral("00:00:00") : QStringLiteral("000:00");
     return timeTicks(context.time, style.small.width(widest) + 1.5 * style.em);
 }
 
@@ -314,7 +320,7 @@ TimeTicks axisTicks(const LaneContext &context)
 void paintTimeGrid(const LaneContext &context, const QRectF &stack)
 {
     for (const qint64 tick : axisTicks(context).msecs) {
-        const qreal x = context.time.x(double(tick));
+        const qreal x = context.time.x(double(tick + context.time.zero()));
         drawRule(context.painter, QPointF(x, stack.top()), QPointF(x, stack.bottom()),
                  context.style->hair, context.style->theme.grid);
     }
@@ -323,7 +329,7 @@ void paintTimeGrid(const LaneContext &context, const QRectF &stack)
 void paintTimeAxis(const LaneContext &context, const LaneArea &area)
 {
     const Style &style = *context.style;
-    const bool withHours = needsHours(context.time.range());
+    const bool withHours = showsHours(context);
     const TimeTicks ticks = axisTicks(context);
     style.small.draw(context.painter, area.left, Qt::AlignLeft,
                      withHours ? QCoreApplication::translate("sessionplot", "Time, h:mm:ss")
@@ -334,7 +340,7 @@ void paintTimeAxis(const LaneContext &context, const LaneArea &area)
     const qreal outerLeft = area.left.width() > 0 ? area.left.right() - style.em : area.plot.left();
     const qreal outerRight = area.right.width() > 0 ? area.right.right() : area.plot.right();
     for (const qint64 tick : ticks.msecs) {
-        const qreal x = context.time.x(double(tick));
+        const qreal x = context.time.x(double(tick + context.time.zero()));
         drawRule(context.painter, QPointF(x, area.plot.top()), QPointF(x, area.plot.top() + mark),
                  style.hair, style.theme.frame);
         const QString text = timeText(tick, ticks.step, withHours);

@@ -50,8 +50,8 @@ TimeRange shownRange(qint64 from, qint64 to, qint64 length)
     return range;
 }
 
-TimeScale::TimeScale(const TimeRange &range, qreal left, qreal width)
-    : m_range(range), m_left(left), m_width(width)
+TimeScale::TimeScale(const TimeRange &range, qreal left, qreal width, qint64 zero)
+    : m_range(range), m_left(left), m_width(width), m_zero(zero)
 {
 }
 
@@ -107,9 +107,11 @@ TimeTicks timeTicks(const TimeScale &scale, qreal minPixels)
         ? *step
         : static_cast<qint64>(std::ceil(minStep / double(24 * msecsPerHour))) * 24 * msecsPerHour;
 
-    const TimeRange &range = scale.range();
-    for (qint64 tick = (range.from + ticks.step - 1) / ticks.step * ticks.step; tick <= range.to;
-         tick += ticks.step)
+    const qint64 from = scale.range().from - scale.zero();
+    const qint64 to = scale.range().to - scale.zero();
+    // Rounded up, on either side of 0.
+    const qint64 first = from > 0 ? (from + ticks.step - 1) / ticks.step : -(-from / ticks.step);
+    for (qint64 tick = first * ticks.step; tick <= to; tick += ticks.step)
         ticks.msecs.append(tick);
     return ticks;
 }
@@ -121,6 +123,8 @@ bool needsHours(const TimeRange &range)
 
 QString timeText(qint64 msecs, qint64 step, bool withHours)
 {
+    if (msecs < 0)
+        return QChar(0x2212) + timeText(-msecs, step, withHours);
     const QLatin1Char zero('0');
     QString seconds =
         QStringLiteral("%1").arg(msecs % msecsPerMinute / msecsPerSecond, 2, 10, zero);

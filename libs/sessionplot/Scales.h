@@ -26,10 +26,11 @@ TimeRange shownRange(qint64 from, qint64 to, qint64 length);
 class TimeScale {
 public:
     TimeScale() = default;
-    /// \a range must not be empty.
-    TimeScale(const TimeRange &range, qreal left, qreal width);
+    /// \a range must not be empty; \a zero is the time that the axis calls 0:00, ms.
+    TimeScale(const TimeRange &range, qreal left, qreal width, qint64 zero = 0);
 
     const TimeRange &range() const { return m_range; }
+    qint64 zero() const { return m_zero; }
     qreal left() const { return m_left; }
     qreal right() const { return m_left + m_width; }
     qreal width() const { return m_width; }
@@ -47,6 +48,7 @@ private:
     TimeRange m_range{0, 1};
     qreal m_left = 0;
     qreal m_width = 1;
+    qint64 m_zero = 0;
 };
 
 /// Where values lie on a vertical axis. The value at the top may be the greater or the smaller one.
@@ -71,14 +73,15 @@ private:
 /// Round values with a distance of at least \a minPixels.
 QVector<double> valueTicks(const ValueScale &scale, qreal minPixels);
 
-/// Round times with a distance of at least \a minPixels.
+/// Times, ms from the scale's zero, that are round, with a distance of at least \a minPixels.
 struct TimeTicks {
     qint64 step = 1;
     QVector<qint64> msecs;
 };
 TimeTicks timeTicks(const TimeScale &scale, qreal minPixels);
 
-/// m:ss, with tenths of a second when \a step needs them, and h:mm:ss when \a withHours.
+/// m:ss, negative times with a sign, with tenths of a second when \a step needs them, and h:mm:ss
+/// when \a withHours.
 QString timeText(qint64 msecs, qint64 step, bool withHours);
 /// Whether times in \a range are easier to read with hours.
 bool needsHours(const TimeRange &range);

@@ -50,6 +50,7 @@ Theme Theme::light()
     theme.bandEdge = QColor(0, 128, 92);
     theme.curve = QColor(0, 82, 147);
     theme.curveArea = QColor(0, 114, 178, 70);
+    theme.otherCurve = QColor(190, 100, 150);
     theme.bars = QColor(0, 114, 178);
     theme.pause = QColor(221, 223, 227);
     theme.loss = QColor(100, 60, 110);
@@ -71,6 +72,7 @@ Theme Theme::dark()
     theme.bandEdge = QColor(40, 200, 152);
     theme.curve = QColor(120, 200, 245);
     theme.curveArea = QColor(86, 180, 233, 80);
+    theme.otherCurve = QColor(176, 98, 140);
     theme.bars = QColor(86, 180, 233);
     theme.pause = QColor(58, 64, 72);
     theme.loss = QColor(214, 150, 190);

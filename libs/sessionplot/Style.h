@@ -27,6 +27,7 @@ struct Theme {
     QColor bandEdge;
     QColor curve;
     QColor curveArea; ///< translucent
+    QColor otherCurve; ///< of another session; differs in lightness
     QColor bars;
     QColor pause;
     QColor loss;

@@ -141,4 +141,32 @@ void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal l
     painter->setRenderHint(QPainter::Antialiasing, wasAntialiasing);
 }
 
+void drawDashed(QPainter *painter, const QPolygonF &curve, const QColor &color, qreal lineWidth)
+{
+    constexpr qreal dash = 5; // in widths of the line
+    constexpr qreal gap = 3;
+    QVector<QLineF> lines;
+    qreal done = 0; // of the curve, so that dashes go on around its corners
+    for (int i = 1; i < curve.size(); ++i) {
+        const QLineF line(curve.at(i - 1), curve.at(i));
+        const qreal length = line.length();
+        const qreal period = (dash + gap) * lineWidth;
+        for (qreal begin = std::floor(done / period) * period - done; begin < length;
+             begin += period) {
+            const qreal from = qMax(begin, 0.0);
+            const qreal to = qMin(begin + dash * lineWidth, length);
+            if (to > from)
+                lines.append(QLineF(line.pointAt(from / length), line.pointAt(to / length)));
+        }
+        done += length;
+    }
+    painter->save();
+    QPen pen(color, lineWidth);
+    pen.setCapStyle(Qt::FlatCap);
+    painter->setPen(pen);
+    painter->setRenderHint(QPainter::Antialiasing);
+    painter->drawLines(lines);
+    painter->restore();
+}
+
 } // namespace sessionplot

@@ -10,6 +10,7 @@
 #include <QRectF>
 
 class QPainter;
+class QPolygonF;
 
 namespace sessionplot {
 
@@ -59,6 +60,9 @@ void drawRule(QPainter *painter, const QPointF &from, const QPointF &to, qreal w
 /// every paint device can clip, and go on from one area to the next.
 void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal lineWidth,
                   const QColor &color);
+
+/// A dashed curve. Of straight lines it costs a fraction of what it costs as a polyline with a pen.
+void drawDashed(QPainter *painter, const QPolygonF &curve, const QColor &color, qreal lineWidth);
 
 } // namespace sessionplot
 

@@ -60,6 +60,10 @@ bool isLost(const std::vector<sessionreview::Span> &losses, double from, double 
 void paintCurve(QPainter *painter, const QPolygonF &curve, qreal base,
                 const WavePainter::Look &look)
 {
+    if (look.isDashed) {
+        drawDashed(painter, curve, look.line, look.lineWidth);
+        return;
+    }
     const bool isOnePiece = !(pixelsPerUnit(painter) > 0);
     for (int begin = 0; begin + 1 < curve.size();) {
         const int end = isOnePiece ? curve.size() : qMin(begin + pointsInPiece, curve.size());

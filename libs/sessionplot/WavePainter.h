@@ -29,6 +29,7 @@ public:
         QColor line;
         QColor area; ///< between the curve and the smallest value
         qreal lineWidth = 1;
+        bool isDashed = false;
     };
 
     /// Columns in a unit of the painter; 0, as it is from the start, for one in a device pixel.

@@ -116,6 +116,16 @@ int FaultCounts::of(Fault fault) const
     return found == m_counts.end() ? 0 : found->second;
 }
 
+FaultCounts faultsIn(const SessionReview &review)
+{
+    FaultCounts counts;
+    for (const auto &compression : review.compressions)
+        counts.add(compression.faults);
+    for (const auto &ventilation : review.ventilations)
+        counts.add(ventilation.faults);
+    return counts;
+}
+
 std::vector<CycleFaults> faultsPerCycle(const SessionReview &review)
 {
     std::vector<CycleFaults> all;

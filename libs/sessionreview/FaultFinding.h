@@ -25,6 +25,9 @@ private:
     std::map<Fault, int> m_counts;
 };
 
+/// In all compressions and ventilations of \a review.
+FaultCounts faultsIn(const SessionReview &review);
+
 /// A cycle, or in a protocol without cycles a run of compressions, and the faults in it.
 struct CycleFaults {
     Cycle cycle; ///< its times and numbers

@@ -25,13 +25,14 @@ using Optional = std::optional<double>;
 // sessions.
 const RecordedFigure ventilationRateFigures[] = {
     {"correct_ventilation_rate_percent",
-     QT_TRANSLATE_NOOP("sessionreview", "Correct ventilation rate"), Unit::Percent, -1,
+     QT_TRANSLATE_NOOP("sessionreview", "Correct ventilation rate"), Unit::Percent, -1, Aim::More,
+     Standard::All,
      [](const Review &review) { return shareAtVentilationRate(review, Side::Inside); }},
     {"ventilated_too_slow_percent", QT_TRANSLATE_NOOP("sessionreview", "Ventilated too slowly"),
-     Unit::Percent, -1,
+     Unit::Percent, -1, Aim::Less, Standard::All,
      [](const Review &review) { return shareAtVentilationRate(review, Side::Below); }},
     {"ventilated_too_fast_percent", QT_TRANSLATE_NOOP("sessionreview", "Ventilated too fast"),
-     Unit::Percent, -1,
+     Unit::Percent, -1, Aim::Less, Standard::All,
      [](const Review &review) { return shareAtVentilationRate(review, Side::Above); }},
 };
 

@@ -472,52 +472,65 @@ const RecordedFigure *recordedFigure(const char *key)
     return found != all.end() ? &*found : nullptr;
 }
 
+double RecordedFigure::shown(double value) const
+{
+    const UnitRow &row = rowOf(unit);
+    return QString::number(value * row.scale, 'f', row.decimals).toDouble() / row.scale;
+}
+
 const std::vector<RecordedFigure> &recordedFigures()
 {
     using M = Measurement;
     using R = Review;
     using F = Fault;
+    using A = Aim;
+    using S = Standard;
     constexpr int noParameter = -1;
+    // Better is more of what was right, less of what was wrong, the shorter pause, and the smaller
+    // deviation: a steady hand. A mean is as good as it is near to its target. Counts go with the
+    // length of a session; but every pause of more than 10 s is one too many. What the AED asks for
+    // the learner cannot change. Fraction and longest pause hold the pauses for ventilations that a
+    // protocol asks for.
     // clang-format off
     static const std::vector<RecordedFigure> rows = {
-        {"compressions",                  QT_TRANSLATE_NOOP("sessionreview", "Compressions"),                     Unit::Count,     E::compCount,                           [](const R &r) { return Optional(double(r.compressions.size())); }},
-        {"mean_depth_mm",                 QT_TRANSLATE_NOOP("sessionreview", "Mean depth"),                       Unit::Mm,        E::compMeanDepth,                       [](const R &r) { return mean(r, M::Depth); }},
-        {"deviation_depth_mm",            QT_TRANSLATE_NOOP("sessionreview", "Deviation of depth"),               Unit::Mm,        E::compStdDeviationDepth,               [](const R &r) { return deviation(r, M::Depth); }},
-        {"correct_depth_percent",         QT_TRANSLATE_NOOP("sessionreview", "Correct depth"),                    Unit::Percent,   E::compCorrectDepthPercentage,          [](const R &r) { return shareWithout(r, depthFaults); }},
-        {"too_shallow_percent",           QT_TRANSLATE_NOOP("sessionreview", "Too shallow"),                      Unit::Percent,   noParameter,                            [](const R &r) { return shareWith(r, F::TooShallow); }},
-        {"too_deep_percent",              QT_TRANSLATE_NOOP("sessionreview", "Too deep"),                         Unit::Percent,   noParameter,                            [](const R &r) { return shareWith(r, F::TooDeep); }},
-        {"mean_rate_per_min",             QT_TRANSLATE_NOOP("sessionreview", "Mean rate"),                        Unit::PerMinute, E::compMeanRate,                        [](const R &r) { return mean(r, M::Rate); }},
-        {"deviation_rate_per_min",        QT_TRANSLATE_NOOP("sessionreview", "Deviation of rate"),                Unit::PerMinute, E::compStdDeviationRate,                [](const R &r) { return deviation(r, M::Rate); }},
-        {"correct_rate_percent",          QT_TRANSLATE_NOOP("sessionreview", "Correct rate"),                     Unit::Percent,   E::compCorrectRatePercentage,           [](const R &r) { return shareWithout(r, rateFaults); }},
-        {"too_slow_percent",              QT_TRANSLATE_NOOP("sessionreview", "Too slow"),                         Unit::Percent,   E::compTooLowRatePercentage,            [](const R &r) { return shareWith(r, F::TooSlow); }},
-        {"too_fast_percent",              QT_TRANSLATE_NOOP("sessionreview", "Too fast"),                         Unit::Percent,   noParameter,                            [](const R &r) { return shareWith(r, F::TooFast); }},
-        {"mean_release_depth_mm",         QT_TRANSLATE_NOOP("sessionreview", "Mean release depth"),               Unit::Mm,        E::compMeanReleaseDepth,                [](const R &r) { return mean(r, M::ReleaseDepth); }},
-        {"deviation_release_depth_mm",    QT_TRANSLATE_NOOP("sessionreview", "Deviation of release depth"),       Unit::Mm,        E::compStdDeviationReleaseDepth,        [](const R &r) { return deviation(r, M::ReleaseDepth); }},
-        {"complete_release_percent",      QT_TRANSLATE_NOOP("sessionreview", "Complete release"),                 Unit::Percent,   E::compCorrectReleasePercentage,        [](const R &r) { return shareWithout(r, F::IncompleteRelease); }},
-        {"leaning_percent",               QT_TRANSLATE_NOOP("sessionreview", "Incomplete release (leaning)"),     Unit::Percent,   noParameter,                            [](const R &r) { return shareWith(r, F::IncompleteRelease); }},
-        {"correct_hands_percent",         QT_TRANSLATE_NOOP("sessionreview", "Correct hand position"),            Unit::Percent,   E::compHandPosCorrectPercentage,        [](const R &r) { return shareWithout(r, F::HandPosition); }},
-        {"wrong_hands_percent",           QT_TRANSLATE_NOOP("sessionreview", "Wrong hand position"),              Unit::Percent,   noParameter,                            [](const R &r) { return shareWith(r, F::HandPosition); }},
-        {"all_correct_percent",           QT_TRANSLATE_NOOP("sessionreview", "Depth, rate and release correct"),  Unit::Percent,   noParameter,                            shareAllCorrect},
-        {"compression_fraction",          QT_TRANSLATE_NOOP("sessionreview", "Chest compression fraction"),       Unit::Fraction,  E::flowTimePercentage,                  compressionFraction},
-        {"longest_pause_s",               QT_TRANSLATE_NOOP("sessionreview", "Longest pause"),                    Unit::Seconds,   noParameter,                            longestPause},
-        {"pauses_over_10_s",              QT_TRANSLATE_NOOP("sessionreview", "Pauses of more than 10 s"),         Unit::Count,     noParameter,                            longPauses},
-        {"mean_ventilation_pause_s",      QT_TRANSLATE_NOOP("sessionreview", "Mean pause for ventilations"),      Unit::Seconds,   noParameter,                            meanVentilationPause},
-        {"aed_pause_s",                   QT_TRANSLATE_NOOP("sessionreview", "Pauses that the AED asked for"),    Unit::Seconds,   noParameter,                            aedPause},
-        {"shocks",                        QT_TRANSLATE_NOOP("sessionreview", "Shocks"),                           Unit::Count,     noParameter,                            [](const R &r) { return Optional(double(shockPausesOf(r).size())); }},
-        {"mean_pre_shock_pause_s",        QT_TRANSLATE_NOOP("sessionreview", "Mean pause before a shock"),        Unit::Seconds,   noParameter,                            [](const R &r) { return meanShockPause(r, &ShockPauses::before); }},
-        {"mean_post_shock_pause_s",       QT_TRANSLATE_NOOP("sessionreview", "Mean pause after a shock"),         Unit::Seconds,   noParameter,                            [](const R &r) { return meanShockPause(r, &ShockPauses::after); }},
-        {"mean_peri_shock_pause_s",       QT_TRANSLATE_NOOP("sessionreview", "Mean pause around a shock"),        Unit::Seconds,   noParameter,                            [](const R &r) { return meanShockPause(r, &ShockPauses::around); }},
-        {"ventilations",                  QT_TRANSLATE_NOOP("sessionreview", "Ventilations"),                     Unit::Count,     E::ventCount,                           [](const R &r) { return Optional(double(r.ventilations.size())); }},
-        {"mean_volume_ml",                QT_TRANSLATE_NOOP("sessionreview", "Mean volume"),                      Unit::Ml,        E::ventMeanVolume,                      [](const R &r) { return mean(r, M::Volume); }},
-        {"deviation_volume_ml",           QT_TRANSLATE_NOOP("sessionreview", "Deviation of volume"),              Unit::Ml,        E::ventStdDeviationVolume,              [](const R &r) { return deviation(r, M::Volume); }},
-        {"correct_volume_percent",        QT_TRANSLATE_NOOP("sessionreview", "Correct volume"),                   Unit::Percent,   E::ventCorrectVolumePercentage,         [](const R &r) { return shareWithout(r, volumeFaults); }},
-        {"not_enough_volume_percent",     QT_TRANSLATE_NOOP("sessionreview", "Not enough volume"),                Unit::Percent,   E::ventNotEnoughVolumePercentage,       [](const R &r) { return shareWith(r, F::TooLittle); }},
-        {"too_much_volume_percent",       QT_TRANSLATE_NOOP("sessionreview", "Too much volume"),                  Unit::Percent,   E::ventTooMuchVolumePercentage,         [](const R &r) { return shareWith(r, F::TooMuch); }},
-        {"correct_cycles_percent",        QT_TRANSLATE_NOOP("sessionreview", "Cycles counted correctly"),         Unit::Percent,   noParameter,                            shareOfCorrectCycles},
-        {"mean_compressions_per_cycle",   QT_TRANSLATE_NOOP("sessionreview", "Compressions per cycle"),           Unit::Number,    E::averageNumberOfCompressionsPerCycle, compressionsPerCycle},
-        {"target_compressions_per_cycle", QT_TRANSLATE_NOOP("sessionreview", "Compressions asked for per cycle"), Unit::Count,     noParameter,                            [](const R &r) { return unlessZero(r.targets.compressionsPerCycle); }},
-        {"mean_ventilations_per_cycle",   QT_TRANSLATE_NOOP("sessionreview", "Ventilations per cycle"),           Unit::Number,    E::averageNumberOfVentilationsPerCycle, ventilationsPerCycle},
-        {"target_ventilations_per_cycle", QT_TRANSLATE_NOOP("sessionreview", "Ventilations asked for per cycle"), Unit::Count,     noParameter,                            [](const R &r) { return unlessZero(r.targets.ventilationsPerCycle); }},
+        {"compressions",                  QT_TRANSLATE_NOOP("sessionreview", "Compressions"),                     Unit::Count,     E::compCount,                           A::Neither, S::None,                 [](const R &r) { return Optional(double(r.compressions.size())); }},
+        {"mean_depth_mm",                 QT_TRANSLATE_NOOP("sessionreview", "Mean depth"),                       Unit::Mm,        E::compMeanDepth,                       A::Target,  S::Depth,                [](const R &r) { return mean(r, M::Depth); }},
+        {"deviation_depth_mm",            QT_TRANSLATE_NOOP("sessionreview", "Deviation of depth"),               Unit::Mm,        E::compStdDeviationDepth,               A::Less,    S::None,                 [](const R &r) { return deviation(r, M::Depth); }},
+        {"correct_depth_percent",         QT_TRANSLATE_NOOP("sessionreview", "Correct depth"),                    Unit::Percent,   E::compCorrectDepthPercentage,          A::More,    S::Depth,                [](const R &r) { return shareWithout(r, depthFaults); }},
+        {"too_shallow_percent",           QT_TRANSLATE_NOOP("sessionreview", "Too shallow"),                      Unit::Percent,   noParameter,                            A::Less,    S::Depth,                [](const R &r) { return shareWith(r, F::TooShallow); }},
+        {"too_deep_percent",              QT_TRANSLATE_NOOP("sessionreview", "Too deep"),                         Unit::Percent,   noParameter,                            A::Less,    S::Depth,                [](const R &r) { return shareWith(r, F::TooDeep); }},
+        {"mean_rate_per_min",             QT_TRANSLATE_NOOP("sessionreview", "Mean rate"),                        Unit::PerMinute, E::compMeanRate,                        A::Target,  S::Rate,                 [](const R &r) { return mean(r, M::Rate); }},
+        {"deviation_rate_per_min",        QT_TRANSLATE_NOOP("sessionreview", "Deviation of rate"),                Unit::PerMinute, E::compStdDeviationRate,                A::Less,    S::None,                 [](const R &r) { return deviation(r, M::Rate); }},
+        {"correct_rate_percent",          QT_TRANSLATE_NOOP("sessionreview", "Correct rate"),                     Unit::Percent,   E::compCorrectRatePercentage,           A::More,    S::Rate,                 [](const R &r) { return shareWithout(r, rateFaults); }},
+        {"too_slow_percent",              QT_TRANSLATE_NOOP("sessionreview", "Too slow"),                         Unit::Percent,   E::compTooLowRatePercentage,            A::Less,    S::Rate,                 [](const R &r) { return shareWith(r, F::TooSlow); }},
+        {"too_fast_percent",              QT_TRANSLATE_NOOP("sessionreview", "Too fast"),                         Unit::Percent,   noParameter,                            A::Less,    S::Rate,                 [](const R &r) { return shareWith(r, F::TooFast); }},
+        {"mean_release_depth_mm",         QT_TRANSLATE_NOOP("sessionreview", "Mean release depth"),               Unit::Mm,        E::compMeanReleaseDepth,                A::Target,  S::Release,              [](const R &r) { return mean(r, M::ReleaseDepth); }},
+        {"deviation_release_depth_mm",    QT_TRANSLATE_NOOP("sessionreview", "Deviation of release depth"),       Unit::Mm,        E::compStdDeviationReleaseDepth,        A::Less,    S::None,                 [](const R &r) { return deviation(r, M::ReleaseDepth); }},
+        {"complete_release_percent",      QT_TRANSLATE_NOOP("sessionreview", "Complete release"),                 Unit::Percent,   E::compCorrectReleasePercentage,        A::More,    S::Release,              [](const R &r) { return shareWithout(r, F::IncompleteRelease); }},
+        {"leaning_percent",               QT_TRANSLATE_NOOP("sessionreview", "Incomplete release (leaning)"),     Unit::Percent,   noParameter,                            A::Less,    S::Release,              [](const R &r) { return shareWith(r, F::IncompleteRelease); }},
+        {"correct_hands_percent",         QT_TRANSLATE_NOOP("sessionreview", "Correct hand position"),            Unit::Percent,   E::compHandPosCorrectPercentage,        A::More,    S::None,                 [](const R &r) { return shareWithout(r, F::HandPosition); }},
+        {"wrong_hands_percent",           QT_TRANSLATE_NOOP("sessionreview", "Wrong hand position"),              Unit::Percent,   noParameter,                            A::Less,    S::None,                 [](const R &r) { return shareWith(r, F::HandPosition); }},
+        {"all_correct_percent",           QT_TRANSLATE_NOOP("sessionreview", "Depth, rate and release correct"),  Unit::Percent,   noParameter,                            A::More,    S::DepthRateRelease,     shareAllCorrect},
+        {"compression_fraction",          QT_TRANSLATE_NOOP("sessionreview", "Chest compression fraction"),       Unit::Fraction,  E::flowTimePercentage,                  A::More,    S::Protocol,             compressionFraction},
+        {"longest_pause_s",               QT_TRANSLATE_NOOP("sessionreview", "Longest pause"),                    Unit::Seconds,   noParameter,                            A::Less,    S::Protocol,             longestPause},
+        {"pauses_over_10_s",              QT_TRANSLATE_NOOP("sessionreview", "Pauses of more than 10 s"),         Unit::Count,     noParameter,                            A::Less,    S::None,                 longPauses},
+        {"mean_ventilation_pause_s",      QT_TRANSLATE_NOOP("sessionreview", "Mean pause for ventilations"),      Unit::Seconds,   noParameter,                            A::Less,    S::VentilationsPerCycle, meanVentilationPause},
+        {"aed_pause_s",                   QT_TRANSLATE_NOOP("sessionreview", "Pauses that the AED asked for"),    Unit::Seconds,   noParameter,                            A::Neither, S::None,                 aedPause},
+        {"shocks",                        QT_TRANSLATE_NOOP("sessionreview", "Shocks"),                           Unit::Count,     noParameter,                            A::Neither, S::None,                 [](const R &r) { return Optional(double(shockPausesOf(r).size())); }},
+        {"mean_pre_shock_pause_s",        QT_TRANSLATE_NOOP("sessionreview", "Mean pause before a shock"),        Unit::Seconds,   noParameter,                            A::Less,    S::None,                 [](const R &r) { return meanShockPause(r, &ShockPauses::before); }},
+        {"mean_post_shock_pause_s",       QT_TRANSLATE_NOOP("sessionreview", "Mean pause after a shock"),         Unit::Seconds,   noParameter,                            A::Less,    S::None,                 [](const R &r) { return meanShockPause(r, &ShockPauses::after); }},
+        {"mean_peri_shock_pause_s",       QT_TRANSLATE_NOOP("sessionreview", "Mean pause around a shock"),        Unit::Seconds,   noParameter,                            A::Less,    S::None,                 [](const R &r) { return meanShockPause(r, &ShockPauses::around); }},
+        {"ventilations",                  QT_TRANSLATE_NOOP("sessionreview", "Ventilations"),                     Unit::Count,     E::ventCount,                           A::Neither, S::None,                 [](const R &r) { return Optional(double(r.ventilations.size())); }},
+        {"mean_volume_ml",                QT_TRANSLATE_NOOP("sessionreview", "Mean volume"),                      Unit::Ml,        E::ventMeanVolume,                      A::Target,  S::Volume,               [](const R &r) { return mean(r, M::Volume); }},
+        {"deviation_volume_ml",           QT_TRANSLATE_NOOP("sessionreview", "Deviation of volume"),              Unit::Ml,        E::ventStdDeviationVolume,              A::Less,    S::None,                 [](const R &r) { return deviation(r, M::Volume); }},
+        {"correct_volume_percent",        QT_TRANSLATE_NOOP("sessionreview", "Correct volume"),                   Unit::Percent,   E::ventCorrectVolumePercentage,         A::More,    S::Volume,               [](const R &r) { return shareWithout(r, volumeFaults); }},
+        {"not_enough_volume_percent",     QT_TRANSLATE_NOOP("sessionreview", "Not enough volume"),                Unit::Percent,   E::ventNotEnoughVolumePercentage,       A::Less,    S::Volume,               [](const R &r) { return shareWith(r, F::TooLittle); }},
+        {"too_much_volume_percent",       QT_TRANSLATE_NOOP("sessionreview", "Too much volume"),                  Unit::Percent,   E::ventTooMuchVolumePercentage,         A::Less,    S::Volume,               [](const R &r) { return shareWith(r, F::TooMuch); }},
+        {"correct_cycles_percent",        QT_TRANSLATE_NOOP("sessionreview", "Cycles counted correctly"),         Unit::Percent,   noParameter,                            A::More,    S::Cycle,                shareOfCorrectCycles},
+        {"mean_compressions_per_cycle",   QT_TRANSLATE_NOOP("sessionreview", "Compressions per cycle"),           Unit::Number,    E::averageNumberOfCompressionsPerCycle, A::Target,  S::CompressionsPerCycle, compressionsPerCycle},
+        {"target_compressions_per_cycle", QT_TRANSLATE_NOOP("sessionreview", "Compressions asked for per cycle"), Unit::Count,     noParameter,                            A::Neither, S::None,                 [](const R &r) { return unlessZero(r.targets.compressionsPerCycle); }},
+        {"mean_ventilations_per_cycle",   QT_TRANSLATE_NOOP("sessionreview", "Ventilations per cycle"),           Unit::Number,    E::averageNumberOfVentilationsPerCycle, A::Target,  S::VentilationsPerCycle, ventilationsPerCycle},
+        {"target_ventilations_per_cycle", QT_TRANSLATE_NOOP("sessionreview", "Ventilations asked for per cycle"), Unit::Count,     noParameter,                            A::Neither, S::None,                 [](const R &r) { return unlessZero(r.targets.ventilationsPerCycle); }},
     };
     // clang-format on
     return rows;

@@ -101,6 +101,30 @@ std::optional<double> compressionsPerCycle(const SessionReview &review);
 std::optional<double> ventilationsPerCycle(const SessionReview &review);
 /// @}
 
+/// Which value of a figure is the better one.
+enum class Aim {
+    Neither, ///< a count, or what somebody else asks for: neither tells how well it was done
+    More,
+    Less,
+    Target ///< the one nearer to the target that the figure's standard names
+};
+
+/// What of the guideline set or of the protocol a figure goes by. Figures that went by different
+/// ones are not compared.
+enum class Standard {
+    None,
+    Depth, ///< its target band, as up to Volume
+    Release,
+    Rate,
+    DepthRateRelease, ///< all three
+    Volume,
+    CompressionsPerCycle, ///< the number that is asked for
+    VentilationsPerCycle, ///< the same
+    Cycle, ///< both numbers
+    Protocol, ///< what is trained, in cycles of which numbers
+    All ///< the whole set, and the protocol
+};
+
 /// A figure with what programs and people call it.
 struct RecordedFigure {
     /// In what it is told. A fraction is a number from 0 to 1 for programs, percent for people.
@@ -110,6 +134,8 @@ struct RecordedFigure {
     const char *title; ///< for people, in English
     Unit unit; ///< of the value
     int parameter; ///< CPREventBase::ParameterType of the manikin's own figure; -1 when it has none
+    Aim aim; ///< which value is the better one
+    Standard standard; ///< what the figure goes by
     std::optional<double> (*workOut)(const SessionReview &review); ///< not rounded
 
     /// Rounded to hundredths, a fraction to a hundredth of a percent, seconds to thousandths.
@@ -119,6 +145,7 @@ struct RecordedFigure {
     QString text(double value, const QLocale &locale) const; ///< with its unit
     QString number(double value, const QLocale &locale) const; ///< without it, for people
     QString unitText() const; ///< translated; empty for a number
+    double shown(double value) const; ///< rounded as text() rounds it
 };
 
 /// All figures, in the order in which they are shown.

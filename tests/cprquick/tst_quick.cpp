@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // Copyright (c) 2026 The libCPRData authors
 
+#include "cprquick/ComparisonModel.h"
 #include "cprquick/EventListModel.h"
 #include "cprquick/HistogramItem.h"
 #include "cprquick/HistogramModel.h"
@@ -236,6 +237,49 @@ private Q_SLOTS:
         QVERIFY(!events.session() && !parameters.shownEvent() && !figures.session());
         QCOMPARE(events.count() + parameters.count() + figures.compressionCount(), 0);
         QVERIFY(!histograms.isReceived());
+    }
+
+    void comparison()
+    {
+        CPRData session;
+        start(session);
+        auto other = std::make_unique<CPRData>();
+        start(*other);
+        for (int msecs : {5000, 5500}) {
+            session.cprEvents()->addEvent(compression(session, msecs, 54), true);
+            other->cprEvents()->addEvent(compression(*other, msecs - 3000, 40), true);
+        }
+        other->cprEvents()->addEvent(compression(*other, 30000, 40), true);
+        ComparisonModel model;
+        const QAbstractItemModelTester tester(&model);
+        model.setSession(&session);
+        QCOMPARE(model.count(), 0);
+        model.setOther(other.get());
+        const auto texts = [&model](const QString &key) {
+            QStringList all;
+            for (const QModelIndex &row :
+                 model.match(model.index(0), ComparisonModel::KeyRole, key))
+                for (int role = ComparisonModel::NameRole; role <= ComparisonModel::OutcomeTextRole;
+                     ++role)
+                    all.append(row.data(role).toString().replace(QChar(0xa0), ' '));
+            return all.join('|');
+        };
+        QCOMPARE(texts("mean_depth_mm"), QString("Mean depth|54.0 mm|40.0 mm|+14.0 mm|2|better"));
+        QCOMPARE(texts("mean_volume_ml"), QString()); // neither has one
+        QCOMPARE(model.faults().size(), 1);
+        QCOMPARE(model.faults().first().toMap().value("other").toInt(), 3);
+        const auto times = [&model] {
+            return QVector<int>{model.zero(), model.otherZero(), model.begin(), model.end()};
+        };
+        QCOMPARE(times(), QVector<int>({0, 0, 0, 30000}));
+        model.setAlignment(ComparisonModel::FirstCompression);
+        QCOMPARE(times(), QVector<int>({5000, 2000, -5000, 28000}));
+        session.cprEvents()->addEvent(compression(session, 6000, 60), true);
+        QTRY_COMPARE(texts("mean_depth_mm"),
+                     QString("Mean depth|56.0 mm|40.0 mm|+16.0 mm|2|better"));
+        other.reset();
+        QCOMPARE(model.count(), 0);
+        QVERIFY(!model.other() && !model.canAlignCompressions());
     }
 
     // Limits: 50 to 60 mm, 100 to 120 per minute, 400 to 699 ml.
@@ -481,6 +525,20 @@ private Q_SLOTS:
         QCOMPARE(shown(), QVector<int>({75000, 100000}));
         item.reveal(20000);
         QCOMPARE(shown(), QVector<int>({20000, 45000}));
+        // 10 s of another session lie before it, 20 s behind it.
+        item.setEarliest(-10000);
+        item.setLatest(120000);
+        item.zoomAt(0.1, 20000);
+        QCOMPARE(shown(), QVector<int>({-10000, 120000}));
+        item.zoomAt(10, -10000);
+        item.pan(-1000);
+        QCOMPARE(shown(), QVector<int>({-10000, 3000}));
+        item.pan(200000);
+        QCOMPARE(shown(), QVector<int>({107000, 120000}));
+        item.setFrom(-3000);
+        item.setTo(-1);
+        stage.frame();
+        QCOMPARE(shown(), QVector<int>({-3000, -1})); // not to the end
         item.setSpan(12000);
         feed(session, 5001, 5100, [](int) { return 0; });
         stage.frame();

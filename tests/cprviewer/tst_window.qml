@@ -201,6 +201,9 @@ ViewerCase {
         return [
             { tag: "picture", arguments: ["--live", "beginner", "--at", "5", "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
             { tag: "damaged", arguments: [desk.data("README.md"), "--screenshot", "PICTURE"], result: [1, 0, 0, 1] },
+            { tag: "comparison", arguments: [desk.data("golden.zip"), "--compare", desk.data("golden.zip"), "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
+            { tag: "compared with none", arguments: [desk.data("golden.zip"), "--compare", desk.data("README.md"), "--screenshot", "PICTURE"], result: [1, 0, 0, 1] },
+            { tag: "nothing compared", arguments: ["--compare", desk.data("golden.zip")], result: [2, 0, 0, 1] },
             { tag: "missing", arguments: ["nothing.zip"], result: [1, 0, 0, 1] },
             { tag: "scenario", arguments: ["--live", "nobody"], result: [2, 0, 0, 1] },
             { tag: "size", arguments: ["--size", "10x10"], result: [2, 0, 0, 1] },

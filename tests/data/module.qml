@@ -33,6 +33,8 @@ Item {
     ParameterModel { id: parameterModel; event: page.chosen }
     HistogramModel { id: histogramModel; session: page.session }
     RecordedFigureModel { session: page.session }
+    ComparisonModel { id: comparison; session: page.session; other: source.session; alignment: ComparisonModel.FirstCompression }
+    OverlayItem { session: page.session; other: source.session; otherZero: comparison.otherZero; width: 640; height: 100 }
     SessionSummary { id: summary; session: page.session }
     LiveFigures { id: figures; session: page.session; isActive: page.visible }
     PlotColors { id: colors; dark: true }

@@ -212,6 +212,7 @@ private Q_SLOTS:
         row("an hour", 0, 3600000, 300000);
         row("a day", 0, 86400000, 0);
         row("a moment", 5000, 5001, 0);
+        row("from before the start", -60000, 60000, 10000);
     }
 
     // Ticks are multiples of one step, inside the range, and far enough apart.
@@ -220,7 +221,8 @@ private Q_SLOTS:
         QFETCH(qint64, from);
         QFETCH(qint64, to);
         QFETCH(qint64, step);
-        const TimeScale scale({from, to}, 50, 1200);
+        constexpr qint64 zero = 700; // session time; ticks count from it
+        const TimeScale scale({from + zero, to + zero}, 50, 1200, zero);
         const TimeTicks ticks = timeTicks(scale, 60);
         QVERIFY(ticks.step > 0);
         if (step > 0)
@@ -228,8 +230,9 @@ private Q_SLOTS:
         for (qint64 each : ticks.msecs) {
             QCOMPARE(each % ticks.step, qint64(0));
             QVERIFY(each >= from && each <= to);
-            QVERIFY(qAbs(scale.msecsAt(scale.x(double(each))) - each) <= 1);
+            QVERIFY(qAbs(scale.msecsAt(scale.x(double(each + zero))) - each - zero) <= 1);
         }
+        QVERIFY(ticks.msecs.value(0, from) - ticks.step < from);
         for (int i = 1; i < ticks.msecs.size(); ++i)
             QVERIFY(scale.x(double(ticks.msecs.at(i))) - scale.x(double(ticks.msecs.at(i - 1)))
                     >= 60);

@@ -6,7 +6,7 @@
 #include "support/Rows.h"
 #include "support/StoredSession.h"
 
-#include "sessionreview/RecordedFigures.h"
+#include "sessionreview/SessionComparison.h"
 
 #include <CPREventCompression.h>
 #include <CPREventVentilation.h>
@@ -15,6 +15,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 
 using namespace sessionreview;
 using namespace testsupport;
@@ -191,7 +192,30 @@ Values plainValuesOf(const CPRData &session, int protocol)
     return values;
 }
 
+using Depths = QVector<double>;
+using Change = std::function<void(SessionReview &)>;
+
+/// Two compressions a second without a rate, judged by 50 to 60 mm, and an overall score of 80 %.
+SessionReview reviewOfDepths(const Depths &depths)
+{
+    SessionReview review;
+    review.targets.depth = {50, 60};
+    review.figures.hasScores = true;
+    review.figures.overallScore = 80;
+    for (double depth : depths) {
+        Compression compression;
+        compression.begin = compression.end = 500 * int(review.compressions.size());
+        compression.depth = depth;
+        judge(compression, review.targets);
+        review.compressions.push_back(compression);
+    }
+    return review;
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(Change)
+Q_DECLARE_METATYPE(sessionreview::Outcome)
 
 class TestRecordedFigures : public QObject {
     Q_OBJECT
@@ -311,6 +335,81 @@ private Q_SLOTS:
         const Values values = valuesOf(review);
         QTEST(values.value("longest_pause_s"), "longest");
         QTEST(values.value("compression_fraction"), "fraction");
+    }
+
+    void comparison_data()
+    {
+        // 50 to 60 mm in both, and what differs.
+        const auto row = columns<QString, Depths, Depths, Change, QString, Outcome>(
+            "key", "depths", "others", "change", "difference", "outcome");
+        const Change none = [](SessionReview &) {};
+        const Change deeper = [](SessionReview &other) { other.targets.depth = {40, 50}; };
+        const Change scored = [](SessionReview &other) { other.figures.overallScore = 68; };
+        const Change untrained = [](SessionReview &other) { other.figures.protocol = 1; };
+        using O = Outcome;
+        // clang-format off
+        row("both on target",    "mean_depth_mm",             {52},     {58},     none,   "-6.0 mm",  O::AsGood);
+        row("nearer",            "mean_depth_mm",             {48},     {63},     none,   "-15.0 mm", O::Better); // 2 and 3 away
+        row("as near",           "mean_depth_mm",             {40.1},   {69.9},   none,   "-29.8 mm", O::AsGood); // 9.9 away
+        row("less near",         "mean_depth_mm",             {61},     {55},     none,   "+6.0 mm",  O::Worse);
+        row("steadier",          "deviation_depth_mm",        {50, 54}, {50, 60}, none,   "-3.0 mm",  O::Better); // 2 and 5
+        row("read as the same",  "deviation_depth_mm",        {50, 54}, {50, 54.08}, none, "0.0 mm",  O::AsGood); // 2.04
+        row("steady anywhere",   "deviation_depth_mm",        {50, 60}, {50, 54}, deeper, "+3.0 mm",  O::Worse);
+        row("other target",      "mean_depth_mm",             {55},     {45},     deeper, "+10.0 mm", O::OtherStandard);
+        row("more right",        "correct_depth_percent",     {55, 55}, {55, 45}, none,   "+50 %",    O::Better);
+        row("more wrong",        "too_shallow_percent",       {55, 45}, {55, 55}, none,   "+50 %",    O::Worse);
+        row("count",             "compressions",              {55, 55}, {55},     none,   "+1",       O::NotJudged);
+        row("nothing recorded",  "mean_depth_mm",             {55},     {},       none,   "",         O::NotJudged);
+        row("not received",      "flow_time_percent",         {55},     {55},     none,   "",         O::NotJudged);
+        row("score",             "overall_score_percent",     {55},     {55},     scored, "+12 %",    O::Better);
+        row("score by others",   "overall_score_percent",     {55},     {55},     deeper, "0 %",      O::OtherStandard);
+        row("other protocol",    "compression_fraction",      {55, 55}, {55, 55}, untrained, "0 %",      O::OtherStandard);
+        row("no long one",       "pauses_over_10_s",          {55, 55}, {55, 55}, untrained, "0",        O::AsGood);
+        // clang-format on
+    }
+
+    void comparison()
+    {
+        QFETCH(QString, key);
+        QFETCH(Depths, depths);
+        QFETCH(Depths, others);
+        QFETCH(Change, change);
+        SessionReview other = reviewOfDepths(others);
+        change(other);
+        const SessionComparison compared = comparisonOf(reviewOfDepths(depths), other);
+        const auto figure =
+            std::find_if(compared.figures.begin(), compared.figures.end(),
+                         [&key](const ComparedFigure &each) { return each.figure->key == key; });
+        QVERIFY(figure != compared.figures.end());
+        QTEST(figure->differenceText(QLocale::c())
+                  .replace(QChar(0x2212), '-')
+                  .replace(QChar(0xa0), ' '),
+              "difference");
+        QTEST(figure->outcome, "outcome");
+    }
+
+    void comparedWithItself()
+    {
+        CPRData session;
+        QVERIFY(play(session, "two-rescuers.cprlog"));
+        const SessionReview review = reviewOf(session);
+        const SessionComparison compared = comparisonOf(review, review);
+        for (const ComparedFigure &figure : compared.figures)
+            QVERIFY2(figure.difference.value_or(0) == 0 && figure.outcome <= Outcome::AsGood,
+                     figure.figure->key);
+        // From the tables in data/README.md.
+        const QVector<QPair<Fault, int>> expected{
+            {Fault::TooShallow, 22}, {Fault::IncompleteRelease, 8}, {Fault::HandPosition, 2},
+            {Fault::TooSlow, 29},    {Fault::TooFast, 11},          {Fault::TooLittle, 2},
+            {Fault::TooMuch, 2}};
+        QVector<QPair<Fault, int>> faults;
+        for (const ComparedFault &fault : compared.faults) {
+            QCOMPARE(fault.count, fault.other);
+            faults.append({fault.fault, fault.count});
+        }
+        QCOMPARE(faults, expected);
+        QCOMPARE(originOf(review, Alignment::FirstCompression).value_or(-1), 2000);
+        QVERIFY(!originOf(SessionReview(), Alignment::FirstCompression));
     }
 
     // Without events nothing but numbers of them is known.

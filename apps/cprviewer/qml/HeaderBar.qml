@@ -12,7 +12,7 @@ Rectangle {
     id: bar
 
     required property Viewer viewer
-    property int page: 0 // 0 start, 1 live, 2 review
+    property int page: 0 // 0 start, 1 live, 2 review, 3 compare
     property alias menuButton: menuButton
     signal pageWanted(int page)
     signal openWanted()
@@ -39,7 +39,7 @@ Rectangle {
             visible: bar.hasSession
             background: null
             spacing: 0
-            currentIndex: bar.page === 2 ? 1 : 0
+            currentIndex: Math.max(0, bar.page - 1)
             Layout.alignment: Qt.AlignVCenter
 
             PageTab {
@@ -58,6 +58,16 @@ Rectangle {
                 font.pixelSize: Look.title
                 checked: bar.page === 2
                 onClicked: bar.pageWanted(2)
+            }
+            PageTab {
+                id: compareTab
+                objectName: "compareTab"
+                visible: bar.page === 3 || bar.viewer.other.session !== null
+                width: compareTab.visible ? compareTab.implicitWidth : 0
+                text: qsTr("Compare")
+                font.pixelSize: Look.title
+                checked: bar.page === 3
+                onClicked: bar.pageWanted(3)
             }
         }
         PageText {

@@ -19,6 +19,7 @@ AppDialog {
             [qsTr("Ctrl+N"), qsTr("Start the simulated manikin")],
             [qsTr("Ctrl+S"), qsTr("Save the session")],
             [qsTr("Ctrl+1, Ctrl+2"), qsTr("Live, review")],
+            [qsTr("Ctrl+3"), qsTr("Compare with another session")],
             [qsTr("F10"), qsTr("Menu")],
             [qsTr("F11"), qsTr("Full screen")],
             [qsTr("Tab, Shift+Tab"), qsTr("Next and previous element")],
@@ -30,6 +31,7 @@ AppDialog {
             [qsTr("1 to 9"), qsTr("Remark with one key; T shows which")],
             [qsTr("T"), qsTr("Remark in your words")],
             [qsTr("F2, Del"), qsTr("Correct and remove the chosen remark")],
+            [qsTr("O, Shift+arrows"), qsTr("Overlay two sessions, move the time by 1 s")],
             [qsTr("Home, End"), qsTr("Begin and end of the session")]
         ]
         delegate: RowLayout {

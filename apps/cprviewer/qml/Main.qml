@@ -13,7 +13,7 @@ import "."
 ApplicationWindow {
     id: window
 
-    enum Page { Start, Live, Review }
+    enum Page { Start, Live, Review, Compare }
 
     required property Viewer viewer
     property string firstPage: "" // live or review, instead of the one that suits the first session
@@ -24,18 +24,22 @@ ApplicationWindow {
     property bool hasPages: true
     property bool usesLive: false
     property bool usesReview: false
+    property bool usesCompare: false
     property bool isJustEnded: false // which can be taken back for a while
     readonly property int leftCount: window.viewer.leftSessions.length
-    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item][window.page]
+    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, compareLoader.item][window.page]
 
     onPageChanged: window.usePage()
     function usePage() {
         window.usesLive = window.usesLive || window.page === Main.Live;
         window.usesReview = window.usesReview || window.page === Main.Review;
+        window.usesCompare = window.usesCompare || window.page === Main.Compare;
     }
     function showSession() {
         if (window.viewer.session === null)
             window.page = Main.Start;
+        else if (window.firstPage === "compare")
+            window.page = Main.Compare;
         else
             window.page = window.viewer.wasLive && window.firstPage !== "review" ? Main.Live : Main.Review;
         window.firstPage = "";
@@ -66,6 +70,11 @@ ApplicationWindow {
     function show(page) {
         if (window.viewer.session !== null && (page !== Main.Live || window.viewer.wasLive))
             window.page = page;
+    }
+    // Beside the session that is open.
+    function compareWith(name) {
+        window.viewer.compareWith(name);
+        window.show(Main.Compare);
     }
     function endSession() {
         window.viewer.stop();
@@ -126,7 +135,7 @@ ApplicationWindow {
     Connections {
         target: window.viewer.appearance
         function onLanguageChanged() {
-            window.hasPages = window.usesLive = window.usesReview = false;
+            window.hasPages = window.usesLive = window.usesReview = window.usesCompare = false;
             window.usePage();
             window.hasPages = true;
         }
@@ -224,6 +233,15 @@ ApplicationWindow {
         onVisibleChanged: if (reviewLoader.visible && reviewLoader.item) reviewLoader.item.forceActiveFocus()
         onLoaded: if (reviewLoader.visible) reviewLoader.item.forceActiveFocus()
     }
+    Loader {
+        id: compareLoader
+        anchors.fill: parent
+        active: window.hasPages && window.usesCompare
+        visible: window.page === Main.Compare
+        sourceComponent: ComparePage { focus: true; viewer: window.viewer; onBackWanted: window.show(Main.Review) }
+        onVisibleChanged: if (compareLoader.visible && compareLoader.item) compareLoader.item.forceActiveFocus()
+        onLoaded: if (compareLoader.visible) compareLoader.item.forceActiveFocus()
+    }
     Timer {
         interval: 60000
         running: window.isJustEnded
@@ -293,6 +311,7 @@ ApplicationWindow {
         onSimulationWanted: scenarioDialog.open()
         onFileWanted: name => window.openFile(name)
         onSaveWanted: window.save()
+        onCompareWanted: window.show(Main.Compare)
         onTableWanted: what => chooser.exportTable(what)
         onPictureWanted: chooser.exportPicture()
         onKeysWanted: keysDialog.open()
@@ -305,6 +324,7 @@ ApplicationWindow {
     Shortcut { sequence: StandardKey.Quit; onActivated: window.close() }
     Shortcut { sequence: "Ctrl+1"; onActivated: window.show(Main.Live) }
     Shortcut { sequence: "Ctrl+2"; onActivated: window.show(Main.Review) }
+    Shortcut { sequence: "Ctrl+3"; onActivated: window.show(Main.Compare) }
     // Whatever has the focus, but not where it is typed.
     Shortcut {
         sequence: "Space"

@@ -16,6 +16,7 @@ PageMenu {
     signal simulationWanted()
     signal fileWanted(string name)
     signal saveWanted()
+    signal compareWanted()
     signal tableWanted(string what)
     signal pictureWanted()
     signal keysWanted()
@@ -53,6 +54,7 @@ PageMenu {
             onObjectRemoved: (index, object) => recent.removeItem(object)
         }
     }
+    Action { text: qsTr("&Compare…"); enabled: menu.hasSession; onTriggered: menu.compareWanted() }
     MenuSeparator { }
     Action { text: qsTr("&Save…"); enabled: menu.canWrite && !menu.viewer.isLive; onTriggered: menu.saveWanted() }
     PageMenu {

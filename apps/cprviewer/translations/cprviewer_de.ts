@@ -37,6 +37,187 @@
     </message>
 </context>
 <context>
+    <name>CompareChooser</name>
+    <message>
+        <source>Loading %1</source>
+        <translation>%1 wird geladen</translation>
+    </message>
+    <message>
+        <source>Compare with another session</source>
+        <translation>Mit einer anderen Sitzung vergleichen</translation>
+    </message>
+    <message>
+        <source>Of the same learner, before and after, or of another one. The session that is open stays as it is.</source>
+        <translation>Desselben Lernenden, vorher und nachher, oder eines anderen. Die offene Sitzung bleibt, wie sie ist.</translation>
+    </message>
+    <message>
+        <source>%1 % loaded</source>
+        <translation>%1 % geladen</translation>
+    </message>
+    <message>
+        <source>Choose session…</source>
+        <translation>Sitzung wählen…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Recent files</source>
+        <translation>Zuletzt geöffnet</translation>
+    </message>
+</context>
+<context>
+    <name>CompareHead</name>
+    <message>
+        <source>Date not known</source>
+        <translation>Datum nicht bekannt</translation>
+    </message>
+</context>
+<context>
+    <name>CompareLane</name>
+    <message>
+        <source>%1 has not begun</source>
+        <translation>%1 hat noch nicht begonnen</translation>
+    </message>
+    <message>
+        <source>%1 still runs, so far %2</source>
+        <translation>%1 läuft noch, bisher %2</translation>
+    </message>
+    <message>
+        <source>%1 has ended, after %2</source>
+        <translation>%1 ist zu Ende, nach %2</translation>
+    </message>
+</context>
+<context>
+    <name>CompareLine</name>
+    <message>
+        <source>%1: A %2, B %3</source>
+        <translation>%1: A %2, B %3</translation>
+    </message>
+    <message>
+        <source>not known</source>
+        <translation>nicht bekannt</translation>
+    </message>
+</context>
+<context>
+    <name>ComparePage</name>
+    <message>
+        <source>Exchange A and B</source>
+        <translation>A und B vertauschen</translation>
+    </message>
+    <message>
+        <source>Another…</source>
+        <translation>Andere…</translation>
+    </message>
+    <message>
+        <source>Compare with another session</source>
+        <translation>Mit einer anderen Sitzung vergleichen</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>End the comparison</source>
+        <translation>Vergleich beenden</translation>
+    </message>
+    <message>
+        <source>Damaged; what could be read is shown.</source>
+        <translation>Beschädigt; gezeigt wird, was zu lesen war.</translation>
+    </message>
+    <message>
+        <source>Sessions and logs (*.zip *.cprlog *.journal)</source>
+        <translation>Sitzungen und Aufzeichnungen (*.zip *.cprlog *.journal)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>Alle Dateien (*)</translation>
+    </message>
+</context>
+<context>
+    <name>ComparePanel</name>
+    <message>
+        <source>%1 ends</source>
+        <translation>%1 endet</translation>
+    </message>
+    <message>
+        <source>One above the other</source>
+        <translation>Untereinander</translation>
+    </message>
+    <message>
+        <source>Overlaid</source>
+        <translation>Überlagert</translation>
+    </message>
+    <message>
+        <source>From the start</source>
+        <translation>Ab Beginn</translation>
+    </message>
+    <message>
+        <source>From the first compression</source>
+        <translation>Ab der ersten Kompression</translation>
+    </message>
+    <message>
+        <source>Both sessions from %1 to %2, at %3</source>
+        <translation>Beide Sitzungen von %1 bis %2, bei %3</translation>
+    </message>
+    <message>
+        <source>%1 of %2</source>
+        <translation>%1 von %2</translation>
+    </message>
+    <message>
+        <source>A at %1, B at %2</source>
+        <translation>A bei %1, B bei %2</translation>
+    </message>
+    <message>
+        <source>Show more time (−)</source>
+        <translation>Mehr Zeit zeigen (−)</translation>
+    </message>
+    <message>
+        <source>Show less time (+)</source>
+        <translation>Weniger Zeit zeigen (+)</translation>
+    </message>
+    <message>
+        <source>Fit</source>
+        <translation>Einpassen</translation>
+    </message>
+    <message>
+        <source>Show both sessions (F)</source>
+        <translation>Beide Sitzungen ganz zeigen (F)</translation>
+    </message>
+</context>
+<context>
+    <name>CompareTable</name>
+    <message>
+        <source>Figures</source>
+        <translation>Kennzahlen</translation>
+    </message>
+    <message>
+        <source>Faults</source>
+        <translation>Fehler</translation>
+    </message>
+    <message>
+        <source>A against B</source>
+        <translation>A gegen B</translation>
+    </message>
+    <message>
+        <source>Neither has a fault.</source>
+        <translation>Keine hat einen Fehler.</translation>
+    </message>
+    <message>
+        <source>Compressions and ventilations with the fault, by the guidelines of each session.</source>
+        <translation>Kompressionen und Beatmungen mit dem Fehler, nach den Leitlinien jeder Sitzung.</translation>
+    </message>
+    <message>
+        <source>The difference is A less B. ▲ A is better, ▼ A is worse.</source>
+        <translation>Der Unterschied ist A minus B. ▲ A ist besser, ▼ A ist schlechter.</translation>
+    </message>
+    <message>
+        <source>≠ The sessions went by different guidelines or protocols.</source>
+        <translation>≠ Die Sitzungen folgen verschiedenen Leitlinien oder Protokollen.</translation>
+    </message>
+</context>
+<context>
     <name>CycleRow</name>
     <message>
         <source>%1 of %2 right</source>
@@ -311,6 +492,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Salvaged in part</source>
         <translation>Teilweise gerettet</translation>
     </message>
+    <message>
+        <source>Compare</source>
+        <translation>Vergleich</translation>
+    </message>
 </context>
 <context>
     <name>Histogram</name>
@@ -468,6 +653,22 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Correct and remove the chosen remark</source>
         <translation>Gewählten Vermerk ändern und entfernen</translation>
+    </message>
+    <message>
+        <source>Ctrl+3</source>
+        <translation>Strg+3</translation>
+    </message>
+    <message>
+        <source>Compare with another session</source>
+        <translation>Mit einer anderen Sitzung vergleichen</translation>
+    </message>
+    <message>
+        <source>O, Shift+arrows</source>
+        <translation>O, Umschalt+Pfeile</translation>
+    </message>
+    <message>
+        <source>Overlay two sessions, move the time by 1 s</source>
+        <translation>Zwei Sitzungen überlagern, Zeit um 1 s verschieben</translation>
     </message>
 </context>
 <context>
@@ -1208,6 +1409,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>&amp;Quit</source>
         <translation>&amp;Beenden</translation>
+    </message>
+    <message>
+        <source>&amp;Compare…</source>
+        <translation>&amp;Vergleichen…</translation>
     </message>
 </context>
 <context>
@@ -2975,6 +3180,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>The session&apos;s file is damaged. This page shows what could be read.</source>
         <translation>Die Datei der Sitzung ist beschädigt. Diese Seite zeigt, was sich lesen ließ.</translation>
     </message>
+    <message>
+        <source>mm, mean</source>
+        <translation>mm, Mittel</translation>
+    </message>
 </context>
 <context>
     <name>sessionreview</name>
@@ -3561,6 +3770,38 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Give the right numbers of compressions and ventilations in each cycle.</source>
         <translation>In jedem Zyklus die richtige Zahl von Kompressionen und Beatmungen geben.</translation>
+    </message>
+    <message>
+        <source>Overall score</source>
+        <translation>Gesamtbewertung</translation>
+    </message>
+    <message>
+        <source>Compression score</source>
+        <translation>Bewertung der Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilation score</source>
+        <translation>Bewertung der Beatmungen</translation>
+    </message>
+    <message>
+        <source>Flow time</source>
+        <translation>Hands-on-Zeit</translation>
+    </message>
+    <message>
+        <source>as good</source>
+        <translation>gleich gut</translation>
+    </message>
+    <message>
+        <source>better</source>
+        <translation>besser</translation>
+    </message>
+    <message>
+        <source>worse</source>
+        <translation>schlechter</translation>
+    </message>
+    <message>
+        <source>other rules</source>
+        <translation>andere Regeln</translation>
     </message>
 </context>
 </TS>
