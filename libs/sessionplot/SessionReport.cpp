@@ -115,7 +115,7 @@ void addHeading(PageText &page, const Content &content)
                  QStringList({protocolText(figures.protocol), lengthText(content.model)})
                      .join(QStringLiteral(" \u00b7 ")),
                  body, 1);
-    page.addLine(cursor, page.fitted(equipmentText(content.model.review()), muted, width, 1), muted,
+    page.addLine(cursor, page.fitted(equipmentText(content.model.review()), muted, width, 2), muted,
                  1);
 
     const auto right = [](Look look) {
