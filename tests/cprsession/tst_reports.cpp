@@ -54,12 +54,12 @@ private Q_SLOTS:
         row("en",
             {"Mira Holm, Jörg Aldane", "CPR with two rescuers", "Length 2:00 min", "68 %",
              "Compressions 63 %", "Ventilations 81 %", "Flow time 75 %", "This was good",
-             "Put the hands in the right place on the chest. Press deeper.", "at least 75 %",
+             "1. Press faster.", "Too slow: 19 % (target: 100–120 per min)", "at least 75 %",
              "Instructor's remark"});
         row("de",
             {"Mira Holm, Jörg Aldane", "Zwei-Helfer-Reanimation", "Dauer 2:00 min", "68 %",
              "Kompressionen 63 %", "Beatmungen 81 %", "Hands-on-Zeit 75 %", "Das war gut",
-             "Die Hände am richtigen Druckpunkt ansetzen. Tiefer drücken.", "mindestens 75 %",
+             "1. Schneller drücken.", "Zu langsam: 19 % (Ziel: 100–120 pro min)", "mindestens 75 %",
              "Bemerkung der Kursleitung"});
     }
 
