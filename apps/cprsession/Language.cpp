@@ -22,7 +22,7 @@ void use(const std::string &language)
                                                                   : QLocale(name));
     auto *texts = new QTranslator(QCoreApplication::instance());
     // English has a translation for its plurals only.
-    if (texts->load(QStringLiteral(":/translations/cprviewer_%1.qm").arg(name)))
+    if (texts->load(QStringLiteral(":/cprsession/translations/cprviewer_%1.qm").arg(name)))
         QCoreApplication::installTranslator(texts);
 }
 
