@@ -15,6 +15,7 @@
 #include <sessionreview/ClassFigures.h>
 
 #include <QBuffer>
+#include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QJsonArray>
@@ -184,6 +185,12 @@ QString aligned(const std::vector<QStringList> &rows)
     return text;
 }
 
+// In the words of the page.
+QString pageWord(const char *text)
+{
+    return QCoreApplication::translate("sessionplot", text);
+}
+
 QString textOf(const ClassFigures &figures)
 {
     constexpr int maxNameLength = 30;
@@ -191,10 +198,10 @@ QString textOf(const ClassFigures &figures)
     const QString dash(QStringLiteral("-"));
     std::vector<QStringList> rows;
     // Heads of several words take as many lines, so that the table stays narrow.
-    std::vector<QStringList> heads{{QStringLiteral("Learner")},
-                                   {QStringLiteral("Sessions")},
-                                   {QStringLiteral("Last")},
-                                   {QStringLiteral("Score"), QStringLiteral("%")}};
+    std::vector<QStringList> heads{{pageWord("Learner")},
+                                   {pageWord("Sessions")},
+                                   pageWord("Last session").split(QLatin1Char(' ')),
+                                   {pageWord("Score"), QStringLiteral("%")}};
     for (const RecordedFigure *figure : classFigures())
         heads.push_back(figure->titleText().split(QLatin1Char(' ')) << figure->unitText());
     const int lines =
@@ -221,15 +228,17 @@ QString textOf(const ClassFigures &figures)
              row.last.score ? QString::number(*row.last.score) : dash},
             row.last.figures);
     }
-    add({QStringLiteral("Mean of the class"), QString::number(figures.sessions), QString(),
+    add({pageWord("Mean of the class"), QString::number(figures.sessions), QString(),
          figures.meanScore ? QString::number(std::lround(*figures.meanScore)) : dash},
         figures.means);
     QString text = aligned(rows);
     if (figures.withThreshold > 0)
-        text += QStringLiteral("\nPassed: %1\n")
-                    .arg(sessionreview::countText(figures.passed, figures.withThreshold));
+        text += QLatin1Char('\n')
+            + pageWord("Passed: %1")
+                  .arg(sessionreview::countText(figures.passed, figures.withThreshold))
+            + QLatin1Char('\n');
     if (!figures.faults.empty())
-        text += QStringLiteral("\nTo work on, learners\n");
+        text += QLatin1Char('\n') + pageWord("What the class has to work on") + QLatin1Char('\n');
     for (const sessionreview::SharedFault &fault : figures.faults)
         text += QStringLiteral("  %1  %2\n")
                     .arg(sessionreview::countText(fault.learners, fault.judged),

@@ -83,6 +83,9 @@ QFont PageText::font(const Look &look) const
     QFont font = m_theme.font;
     font.setPixelSize(qMax(1, qRound(units(look.points))));
     font.setBold(look.isBold);
+    // Text with letters that are joined to one, as in "file", cannot be searched for.
+    constexpr qreal notJoined = 0.05;
+    font.setLetterSpacing(QFont::AbsoluteSpacing, notJoined);
     return font;
 }
 

@@ -47,8 +47,8 @@ private:
 };
 
 /// A text for printed pages: paragraphs and tables. What is inserted is plain text, never markup;
-/// what somebody chose is shown as PrintableText::shown(). It is laid out once, by layOut(), when all
-/// of it is there: a text that is laid out while it grows takes ten times as long.
+/// what somebody chose is shown as PrintableText::shown(). It is laid out once, by layOut(), when
+/// all of it is there: a text that is laid out while it grows takes ten times as long.
 class PageText {
 public:
     /// For paper of \a width units. \a scale shrinks all texts and distances.

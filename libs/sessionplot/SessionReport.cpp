@@ -115,7 +115,7 @@ void addHeading(PageText &page, const Content &content)
                  QStringList({protocolText(figures.protocol), lengthText(content.model)})
                      .join(QStringLiteral(" \u00b7 ")),
                  body, 1);
-    page.addLine(cursor, page.fitted(equipmentText(content.model.review()), muted, width, 1), muted,
+    page.addLine(cursor, page.fitted(equipmentText(content.model.review()), muted, width, 2), muted,
                  1);
 
     const auto right = [](Look look) {
@@ -144,7 +144,8 @@ void addHeading(PageText &page, const Content &content)
     }
 }
 
-/// The parts of the score, and what the manikin says.
+/// The parts of the score. The manikin's advice is left out: it goes by its own rules and could
+/// contradict what is said below.
 void addScores(PageText &page, const Figures &figures)
 {
     if (!figures.hasScores)
@@ -159,14 +160,7 @@ void addScores(PageText &page, const Figures &figures)
         add(translated(QT_TRANSLATE_NOOP("sessionplot", "Ventilations")), figures.ventilationScore);
     if (figures.training.compressions)
         add(translated(QT_TRANSLATE_NOOP("sessionplot", "Flow time")), figures.flowTime);
-    QString text = scores.join(QStringLiteral(" \u00b7 "));
-    QStringList advices{adviceText(figures.primaryAdvice, figures.primarySide),
-                        adviceText(figures.secondaryAdvice, figures.secondarySide)};
-    advices.removeAll(QString());
-    if (!advices.isEmpty())
-        text = translated(QT_TRANSLATE_NOOP("sessionplot", "%1. The manikin advises: %2"))
-                   .arg(text, advices.join(QLatin1Char(' ')));
-    page.paragraph(text, muted, 3);
+    page.paragraph(scores.join(QStringLiteral(" \u00b7 ")), muted, 3);
 }
 
 void addFindings(PageText &page, QTextTable *table, int column, const QString &title,

@@ -651,8 +651,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, option);
         const Answer answer = run({"generate", QTest::currentDataTag()});
         QCOMPARE(answer.status, 0);
-        for (const char *verb :
-             {"simulate", "replay", "recover", "info", "validate", "export", "plot", "diff"})
+        for (const char *verb : {"simulate", "replay", "recover", "info", "validate", "export",
+                                 "plot", "diff", "report", "class"})
             QVERIFY2(answer.output.contains(verb), verb);
         QVERIFY2(answer.output.contains(option), answer.output.constData());
         QVERIFY(!answer.output.contains("generate"));

@@ -3129,10 +3129,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Nicht bestanden</translation>
     </message>
     <message>
-        <source>%1. The manikin advises: %2</source>
-        <translation>%1. Die Übungspuppe empfiehlt: %2</translation>
-    </message>
-    <message>
         <source>%1 (target: %2)</source>
         <translation>%1 (Ziel: %2)</translation>
     </message>
