@@ -302,7 +302,7 @@ QString momentText(const Moment &moment, const QLocale &locale)
         const double secs = (double(moment.end) - moment.begin) / Units::msecsPerSecond;
         return text.arg(locale.toString(secs, 'f', 1));
     }
-    return QCoreApplication::translate("sessionreview", "%1, %2 in a row")
+    return QCoreApplication::translate("sessionreview", "%1, %2 times")
         .arg(text, locale.toString(moment.count));
 }
 
@@ -329,8 +329,9 @@ QString remarkOf(const QString &typed)
     for (const uint code : QString::fromUtf8(typed.simplified().toUtf8()).toUcs4()) {
         const bool isStorable = QChar::category(code) != QChar::Other_Control
             && !QChar::isNonCharacter(code) && code != QChar::ByteOrderMark;
-        if (isStorable && text.size() + 2 <= maxRemarkLength)
-            text += QString::fromUcs4(&code, 1);
+        const QString character = QString::fromUcs4(&code, 1);
+        if (isStorable && text.size() + character.size() <= maxRemarkLength)
+            text += character;
     }
     return text.simplified();
 }
