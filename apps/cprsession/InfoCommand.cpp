@@ -20,6 +20,7 @@
 #include <QMetaEnum>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -152,6 +153,11 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
         line("Scores", QStringLiteral("not received"));
     }
     line("Guidelines", orUnknown(figures.guidelines));
+    const char *label = "Remarks";
+    for (const sessionreview::Flag &remark : sessionreview::remarksOf(review))
+        line(std::exchange(label, ""),
+             QStringLiteral("%1  %2").arg(duration(remark.msecs / Units::msecsPerSecond),
+                                          PrintableText::shown(remark.name)));
     if (loaded.isRecording)
         line("Recording", loaded.isComplete ? QStringLiteral("all read") : loaded.problem);
     else if (loaded.isComplete)
@@ -185,6 +191,12 @@ QJsonObject infoObject(const QString &name, const CPRData &session, const Sessio
         {QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing())},
         {QStringLiteral("recorded"), recordedObject(review)},
     };
+    QJsonArray remarks;
+    for (const sessionreview::Flag &remark : sessionreview::remarksOf(review))
+        remarks.append(
+            QJsonObject{{QStringLiteral("time_s"), double(remark.msecs) / Units::msecsPerSecond},
+                        {QStringLiteral("text"), remark.name}});
+    object.insert(QStringLiteral("remarks"), remarks);
     if (figures.hasStatistics) {
         object.insert(QStringLiteral("mean_depth_mm"), figures.meanDepth);
         object.insert(QStringLiteral("mean_rate_per_min"), figures.meanRate);

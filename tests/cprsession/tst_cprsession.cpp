@@ -81,6 +81,7 @@ private Q_SLOTS:
                                                    {"peri_shock_pause_s", 10.7}}}));
         const QByteArray text = run({"info", "session.zip"}).output;
         QVERIFY2(text.contains("Chest compression fraction          76\u00a0%\n"), text);
+        QVERIFY2(text.contains("\nRemarks       1 min 36 s  Change of rescuer\n"), text);
         const QJsonObject expected{
             {"file", "session.zip"},
             {"learners", QJsonArray{"Mira Holm", QString::fromUtf8("Jörg Aldane")}},
@@ -104,6 +105,7 @@ private Q_SLOTS:
             {"primary_advice_text", "Put the hands in the right place on the chest."},
             {"secondary_advice_text", "Press deeper."},
             {"guidelines", "2025-EU-STD-A-01-20250901"},
+            {"remarks", QJsonArray{QJsonObject{{"time_s", 96}, {"text", "Change of rescuer"}}}},
             {"complete", true},
             {"missing_members", QJsonArray()},
         };
