@@ -324,11 +324,13 @@ QString remarkText(const QString &name)
 
 QString remarkOf(const QString &typed)
 {
+    constexpr char32_t byteOrderMark = 0xFEFF;
     QString text;
     // What is no character becomes one that says so.
-    for (const uint code : QString::fromUtf8(typed.simplified().toUtf8()).toUcs4()) {
+    for (const uint value : QString::fromUtf8(typed.simplified().toUtf8()).toUcs4()) {
+        const auto code = static_cast<char32_t>(value);
         const bool isStorable = QChar::category(code) != QChar::Other_Control
-            && !QChar::isNonCharacter(code) && code != QChar::ByteOrderMark;
+            && !QChar::isNonCharacter(code) && code != byteOrderMark;
         const QString character = QString::fromUcs4(&code, 1);
         if (isStorable && text.size() + character.size() <= maxRemarkLength)
             text += character;
