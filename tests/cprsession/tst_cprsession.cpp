@@ -258,8 +258,8 @@ private Q_SLOTS:
     {
         // The lines are those on stdout and stderr; the text is among them.
         const auto row = columns<QStringList, int, QByteArray>("arguments", "lines", "text");
-        row("info", {"info"}, 54, "NOT READ: A\\u000aB\\u009d0;");
-        row("JSON", {"info", "--json"}, 80, "=1+1\\nMembers       all read\\u009b31m\\u2028");
+        row("info", {"info"}, 55, "NOT READ: A\\u000aB\\u009d0;");
+        row("JSON", {"info", "--json"}, 86, "=1+1\\nMembers       all read\\u009b31m\\u2028");
         row("diff", {"diff", "session.zip"}, 1, "=1+1\\u000a\\u009b.zip cannot be read whole");
         row("validate", {"validate"}, 3, "A\\u000aB\\u009d0;");
         row("recover", {"recover", "-o", "forged.zip"}, 5, "VENT.WV: whole");
