@@ -129,7 +129,8 @@ def make_logs():
     save("fuzz_log", "short", "\n".join(golden[:12]).encode())
     kinds = ["cprlog 1", "# remark", "", "0 start 2026-01-31T09:00:00Z", "0 manikin M 1",
              "0 state CPR_INIT", "1 state CPR_START", "2 learner Ann", "3 header 1",
-             "3 wave 9 100 1", "4 msg 68 1 00", "4 msg 200 1"]
+             "3 wave 9 100 1", "4 msg 68 1 00", "4 msg 200 1", "5 remark 3 Hands",
+             "6 unremark 3 Hands"]
     save("fuzz_log", "kinds", "\r\n".join(kinds).encode())
 
 
@@ -143,6 +144,7 @@ def make_dictionary():
              "<!DOCTYPE a [<!ENTITY b \"c\">]>", "&amp;", "&#10;", "<![CDATA[", "]]>", "<!--", "-->",
              "COMP.WV", "VENT.WV", "\\xff\\xfe", "PK\\x01\\x02", "PK\\x03\\x04", "PK\\x05\\x06",
              "PK\\x06\\x06", "cprlog 1", " msg ", " header ", " wave ", " state ", " learner ", " start ", " manikin ",
+             " remark ", " unremark ",
              "2147483647", "-2147483648", "4294967295", "1e38", "nan", "inf", "-1"]
     words += STATES
     for enum in ("EventType", "ParameterType"):

@@ -19,6 +19,7 @@
 #include <QMetaEnum>
 
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -143,6 +144,11 @@ QString infoText(const QString &name, const CPRData &session, const SessionRevie
         line("Scores", QStringLiteral("not received"));
     }
     line("Guidelines", orUnknown(figures.guidelines));
+    const char *label = "Remarks";
+    for (const sessionreview::Flag &remark : sessionreview::remarksOf(review))
+        line(std::exchange(label, ""),
+             QStringLiteral("%1  %2").arg(duration(remark.msecs / Units::msecsPerSecond),
+                                          PrintableText::shown(remark.name)));
     if (loaded.isRecording)
         line("Recording", loaded.isComplete ? QStringLiteral("all read") : loaded.problem);
     else if (loaded.isComplete)
@@ -163,6 +169,12 @@ QJsonObject infoObject(const QString &name, const SessionReview &review,
     object.insert(QStringLiteral("complete"), loaded.isComplete);
     object.insert(QStringLiteral("missing_members"), QJsonArray::fromStringList(loaded.missing()));
     object.insert(QStringLiteral("recorded"), recordedObject(review));
+    QJsonArray remarks;
+    for (const sessionreview::Flag &remark : sessionreview::remarksOf(review))
+        remarks.append(
+            QJsonObject{{QStringLiteral("time_s"), double(remark.msecs) / Units::msecsPerSecond},
+                        {QStringLiteral("text"), remark.name}});
+    object.insert(QStringLiteral("remarks"), remarks);
     return object;
 }
 

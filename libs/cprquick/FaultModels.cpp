@@ -80,8 +80,6 @@ QVariant CycleModel::data(const QModelIndex &index, int role) const
         return row.right;
     case VentilationsRole:
         return row.cycle.ventilations;
-    case RightVentilationsRole:
-        return row.rightVentilations;
     case MiscountedRole:
         return row.cycle.isMiscounted;
     case Qt::DisplayRole:
@@ -96,14 +94,13 @@ QHash<int, QByteArray> CycleModel::roleNames() const
 {
     // clang-format off
     return {
-        {StartRole,             "start"},
-        {EndRole,               "end"},
-        {CompressionsRole,      "compressions"},
-        {RightRole,             "rightCompressions"},
-        {VentilationsRole,      "ventilations"},
-        {RightVentilationsRole, "rightVentilations"},
-        {MiscountedRole,        "isMiscounted"},
-        {FaultTextRole,         "faultText"},
+        {StartRole,        "start"},
+        {EndRole,          "end"},
+        {CompressionsRole, "compressions"},
+        {RightRole,        "rightCompressions"},
+        {VentilationsRole, "ventilations"},
+        {MiscountedRole,   "isMiscounted"},
+        {FaultTextRole,    "faultText"},
     };
     // clang-format on
 }

@@ -76,7 +76,6 @@ public:
         CompressionsRole, ///< compressions: their number
         RightRole, ///< rightCompressions: those without a fault
         VentilationsRole, ///< ventilations: their number
-        RightVentilationsRole, ///< rightVentilations: ventilations without a fault
         MiscountedRole, ///< isMiscounted: other numbers than the guidelines ask for
         FaultTextRole ///< faultText: the kinds of faults with their numbers; empty for none
     };

@@ -9,6 +9,7 @@
 #include <limits>
 #include <optional>
 #include <tuple>
+#include <utility>
 
 namespace sessionreview {
 
@@ -46,6 +47,7 @@ void addRuns(std::vector<Moment> &moments, Prompt prompt, const Entries &entries
              Has has)
 {
     Moment run{prompt, 0, 0, 0};
+    bool isRightBefore = false;
     const auto close = [&] {
         if (run.count >= minCount)
             moments.push_back(run);
@@ -56,9 +58,11 @@ void addRuns(std::vector<Moment> &moments, Prompt prompt, const Entries &entries
         if (!isFaulty)
             continue;
         if (!*isFaulty) {
-            close();
+            if (std::exchange(isRightBefore, true))
+                close();
             continue;
         }
+        isRightBefore = false;
         if (run.count++ == 0)
             run.begin = entry.begin;
         run.end = entry.end;
@@ -144,10 +148,8 @@ std::vector<CycleFaults> faultsPerCycle(const SessionReview &review)
         }
         // They stand behind the compressions, in the number that the cycle has.
         for (int i = 0; i < cycle->ventilations && ventilation != review.ventilations.end();
-             ++i, ++ventilation) {
-            found.rightVentilations += !ventilation->faults;
+             ++i, ++ventilation)
             found.faults.add(ventilation->faults);
-        }
         all.push_back(found);
     }
     return all;

@@ -32,8 +32,7 @@ FaultCounts faultsIn(const SessionReview &review);
 struct CycleFaults {
     Cycle cycle; ///< its times and numbers
     int right = 0; ///< compressions without a fault; those of which no message arrived are not
-    int rightVentilations = 0; ///< ventilations without a fault
-    FaultCounts faults; ///< of both
+    FaultCounts faults; ///< of compressions and ventilations
 };
 
 /// Of each cycle of \a review, in order of time.
@@ -44,17 +43,17 @@ struct Moment {
     Prompt prompt = Prompt::None; ///< what would be said of it; always about a fault
     int begin = 0; ///< ms of session time
     int end = 0; ///< ms of session time
-    int count = 0; ///< compressions or ventilations in a row with the fault; 0 for a pause
+    int count = 0; ///< compressions or ventilations with the fault; 0 for a pause
 };
 
 /// The worst stretches of a session, at most \a maxCount, the most harmful first.
 ///
 /// A stretch is a pause in compressions of more than 10 s, which guidelines ask to avoid, or a run
 /// of events with the same fault, as many as LiveAdvice needs before it says anything: one that is
-/// wrong by chance teaches nothing. An event that cannot be judged, as the rate of the first
-/// compression of a run, does not end a run. Kinds of stretches stand in the order of Prompt, by
-/// the harm they do; among those of a kind the longest pause, or the run of most events, is the
-/// worst.
+/// wrong by chance teaches nothing. A single right one does not end a run, two in a row do; an
+/// event that cannot be judged, as the rate of the first compression after a pause, counts as
+/// neither. Kinds of stretches stand in the order of Prompt, by the harm they do; among those of a
+/// kind the longest pause, or the run of most faults, is the worst.
 ///
 /// The worst stretch of each kind has its place before any second one: an instructor wants to know
 /// all that has to be taught, not the same thing five times.

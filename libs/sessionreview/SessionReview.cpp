@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace sessionreview {
@@ -243,6 +244,16 @@ int lostMsecs(const SessionReview &review)
     for (const Span &loss : review.losses)
         msecs += qint64(loss.end) - loss.begin;
     return Units::sessionMsecs(msecs);
+}
+
+std::vector<Flag> remarksOf(const SessionReview &review)
+{
+    std::vector<Flag> remarks;
+    std::copy_if(review.flags.begin(), review.flags.end(), std::back_inserter(remarks),
+                 [](const Flag &flag) { return flag.kind == Flag::Kind::User; });
+    std::stable_sort(remarks.begin(), remarks.end(),
+                     [](const Flag &a, const Flag &b) { return a.msecs < b.msecs; });
+    return remarks;
 }
 
 SessionReview reviewOf(const CPRData &session)

@@ -71,6 +71,9 @@ struct SessionReview {
 /// How much of the session the link lost, ms.
 int lostMsecs(const SessionReview &review);
 
+/// What people or programs remarked on: the user events, in order of time.
+std::vector<Flag> remarksOf(const SessionReview &review);
+
 /// Walks over all events of the session.
 SessionReview reviewOf(const CPRData &session);
 

@@ -303,7 +303,7 @@ QString momentText(const Moment &moment, const QLocale &locale)
         const double secs = (double(moment.end) - moment.begin) / Units::msecsPerSecond;
         return text.arg(locale.toString(secs, 'f', 1));
     }
-    return QCoreApplication::translate("sessionreview", "%1, %2 in a row")
+    return QCoreApplication::translate("sessionreview", "%1, %2 times")
         .arg(text, locale.toString(moment.count));
 }
 
@@ -325,13 +325,16 @@ QString remarkText(const QString &name)
 
 QString remarkOf(const QString &typed)
 {
+    constexpr char32_t byteOrderMark = 0xFEFF;
     QString text;
     // What is no character becomes one that says so.
-    for (const uint code : QString::fromUtf8(typed.simplified().toUtf8()).toUcs4()) {
+    for (const uint value : QString::fromUtf8(typed.simplified().toUtf8()).toUcs4()) {
+        const auto code = static_cast<char32_t>(value);
         const bool isStorable = QChar::category(code) != QChar::Other_Control
-            && !QChar::isNonCharacter(code) && code != QChar::ByteOrderMark;
-        if (isStorable && text.size() + 2 <= maxRemarkLength)
-            text += QString::fromUcs4(&code, 1);
+            && !QChar::isNonCharacter(code) && code != byteOrderMark;
+        const QString character = QString::fromUcs4(&code, 1);
+        if (isStorable && text.size() + character.size() <= maxRemarkLength)
+            text += character;
     }
     return text.simplified();
 }

@@ -82,6 +82,7 @@ private Q_SLOTS:
                                                    {"peri_shock_pause_s", 10.7}}}));
         const QByteArray text = run({"info", "session.zip"}).output;
         QVERIFY2(text.contains("Chest compression fraction          76\u00a0%\n"), text);
+        QVERIFY2(text.contains("\nRemarks       1 min 36 s  Change of rescuer\n"), text);
         const QJsonObject expected{
             {"file", "session.zip"},
             {"learners", QJsonArray{"Mira Holm", QString::fromUtf8("Jörg Aldane")}},
@@ -107,6 +108,7 @@ private Q_SLOTS:
             {"primary_advice_text", "Put the hands in the right place on the chest."},
             {"secondary_advice_text", "Press deeper."},
             {"guidelines", "2025-EU-STD-A-01-20250901"},
+            {"remarks", QJsonArray{QJsonObject{{"time_s", 96}, {"text", "Change of rescuer"}}}},
             {"complete", true},
             {"missing_members", QJsonArray()},
         };
@@ -275,8 +277,8 @@ private Q_SLOTS:
     {
         // The lines are those on stdout and stderr; the text is among them.
         const auto row = columns<QStringList, int, QByteArray>("arguments", "lines", "text");
-        row("info", {"info"}, 54, "NOT READ: A\\u000aB\\u009d0;");
-        row("JSON", {"info", "--json"}, 82, "=1+1\\nMembers       all read\\u009b31m\\u2028");
+        row("info", {"info"}, 55, "NOT READ: A\\u000aB\\u009d0;");
+        row("JSON", {"info", "--json"}, 88, "=1+1\\nMembers       all read\\u009b31m\\u2028");
         row("diff", {"diff", "session.zip"}, 1, "=1+1\\u000a\\u009b.zip cannot be read whole");
         row("validate", {"validate"}, 3, "A\\u000aB\\u009d0;");
         row("recover", {"recover", "-o", "forged.zip"}, 5, "VENT.WV: whole");

@@ -101,6 +101,84 @@ ViewerCase {
         window.show(2);
         compare(state(), before);
     }
+    function test_faults() {
+        review();
+        page.events.faultsOnly = true;
+        // Of the runs 2 + 2 + 29 + 12 + 2 compressions, four breaths, and both pauses: of ten seconds
+        // the AED asked for three.
+        compare(page.events.count, 53);
+        page.goTo(45000);
+        keyClick(Qt.Key_N, Qt.ShiftModifier);
+        compare([page.chosen.msec, page.timelinePanel.position], [47700, 47700]);
+        keyClick(Qt.Key_P, Qt.ShiftModifier);
+        compare(page.chosen.msec, 43380);
+        const timeline = page.timelinePanel.timeline;
+        verify(!item("overviewStrip").visible);
+        timeline.showTime(52000, 56000);
+        tryVerify(() => timeline.plotArea.width > 0 && item("overviewStrip").visible);
+        wait(50); // drawn
+        // What is right is picked, too: the filter goes.
+        const x = timeline.xAt(54400);
+        mouseClick(item("timelineView"), x, timeline.plotArea.y + timeline.plotArea.height * 0.25);
+        compare([page.chosen.type, page.chosen.msec, page.events.faultsOnly], [CPREventBase.CprCompEvent, 54180, false]);
+        mouseClick(item("overview"), item("overview").width / 2, 5); // 60 s of 120 s
+        tryCompare(timeline, "shownFrom", 58000);
+        page.sidePanel.currentIndex = 1;
+        tryVerify(() => texts(item("cycleList")).includes("1:19   Too shallow, 22 times"));
+        page.goTo(43000);
+        tryCompare(item("depthThen"), "text", "54");
+        compare([item("rateThen").text, item("volumeThen").text], ["111", "600"]);
+    }
+    function test_remarks() {
+        cleanup();
+        begin(true);
+        replay(30);
+        const at = viewer.session.cprEvents.sessionTime;
+        keyClick(Qt.Key_1);
+        keyClick(Qt.Key_T);
+        keyClick(Qt.Key_X);
+        keyClick(Qt.Key_Return);
+        compare(item("remarkNotice").text, "⚑ 0:30  x");
+        viewer.addRemark("now", at);
+        viewer.correctRemark(viewer.addRemark("then", 7000), "Depth");
+        viewer.removeRemark(viewer.addRemark("gone", 8000));
+        compare(viewer.addRemark(" ", 9000), null);
+        cleanup();
+        begin(true); // from the journal
+        shown.clear();
+        viewer.bringBack(viewer.leftSessions[0].target);
+        shown.wait(20000);
+        page = window.pageItem;
+        const remarks = () => {
+            const all = [];
+            page.events.tags = CPREventBase.TagCprGui;
+            for (let row = 0; row < page.events.count; ++row)
+                all.push([page.events.data(page.events.index(row, 0), EventListModel.StartRole),
+                          page.events.data(page.events.index(row, 0), EventListModel.DetailRole)].join(" "));
+            return all.filter(text => !text.includes("AED")).sort();
+        };
+        compare(remarks(), [`${at} Hands`, `${at} now`, `${at} x`, "7000 Depth"].sort());
+        const saved = desk.newFile("remarks.zip");
+        write(() => viewer.save("file:" + saved, false));
+        load(saved);
+        page = window.pageItem;
+        verify(!viewer.isUnsaved);
+        page.goTo(9000);
+        keyClick(Qt.Key_9);
+        verify(viewer.isUnsaved && page.chosen.msec === 9000);
+        compare(viewer.proposedFile(".zip").toString(), "file://" + saved);
+        write(() => viewer.save("file:" + saved, true));
+        verify(!viewer.isUnsaved);
+        load(saved);
+        page = window.pageItem;
+        compare(remarks().length, 5);
+        page.pick(page.events.rowAt(9000));
+        keyClick(Qt.Key_Delete);
+        tryVerify(() => item("removeDialog").opened);
+        mouseClick(findChild(item("removeDialog").contentItem, "yes"));
+        compare(remarks().length, 4);
+        viewer.discard();
+    }
     function test_files() {
         window.firstPage = "live";
         load(desk.data("golden.zip"));

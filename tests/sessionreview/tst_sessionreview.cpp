@@ -260,6 +260,83 @@ private Q_SLOTS:
         QVERIFY(review.cycles.at(4).isMiscounted);
     }
 
+    // By the scenario's runs: 4 is slow and ends too shallow, all of 5 is too shallow and fast; of
+    // the breaths only those behind run 4 are wrong in a row.
+    void faultsAreFound()
+    {
+        const SessionReview review = reviewOf(m_session);
+        QStringList cycles;
+        for (const CycleFaults &each : faultsPerCycle(review))
+            cycles.append(QString::number(each.right) + '|' + faultTexts(each.faults).join(", "));
+        QCOMPARE(cycles,
+                 (QStringList{"30|", "28|Incomplete release 2, Too little 1", "28|Hand position 2",
+                              "1|Too shallow 10, Too slow 29, Too much 2",
+                              "0|Too shallow 12, Incomplete release 4, Too fast 11",
+                              "28|Incomplete release 2, Too little 1"}));
+        const auto texts = [](const SessionReview &in, int maxCount) {
+            QStringList found;
+            for (const Moment &each : worstMoments(in, maxCount))
+                found.append(QStringLiteral("%1-%2 %3")
+                                 .arg(each.begin)
+                                 .arg(each.end)
+                                 .arg(momentText(each, QLocale::c())));
+            return found;
+        };
+        const QStringList worst{"79720-94300 Too shallow, 22 times",
+                                "67560-85900 Too slow, 29 times", "89080-94300 Too fast, 11 times",
+                                "86000-88500 Too much air, 2 times"};
+        QCOMPARE(texts(review, 5), worst);
+        QCOMPARE(texts(review, 2), worst.mid(0, 2));
+
+        CPRData session;
+        int msecs = 0;
+        const auto press = [&session, &msecs](float depth) {
+            session.cprEvents()->addEvent(eventOf({msecs, depth}, session.cprEvents()), false);
+            msecs += 545;
+        };
+        // A right one among wrong ones ends no run, two do; each kind comes before a second of one.
+        for (float depth :
+             {45, 45, 55, 45, 45, 45, 55, 55, 45, 45, 45, 45, 45, 45, 55, 55, 65, 65, 65, 65, 65})
+            press(depth);
+        msecs += 12000;
+        press(55);
+        QCOMPARE(texts(reviewOf(session), 3),
+                 (QStringList{"11300-23445 Pause of 12.1 s", "4360-7485 Too shallow, 6 times",
+                              "8720-11300 Too deep, 5 times"}));
+        QCOMPARE(texts(reviewOf(session), 5).size(), 4);
+    }
+
+    // At 43000 compression 5 of run 3 is the last that has ended and 6 has begun; at 60000 nothing
+    // was done since 56220.
+    void latestEventsThen()
+    {
+        const Targets targets = targetsOf(m_session);
+        const LatestEvents then = latestEventsOf(m_session, targets, 43000);
+        QCOMPARE(QVector<int>({then.compression->begin, then.compressionsInCycle, then.rate,
+                               then.ventilation->volume, then.ventilationRate,
+                               begunUntil(*m_session.cprEvents(), E::TagComp, 43000)}),
+                 QVector<int>({42300, 5, 111, 600, 6, 66}));
+        QCOMPARE(latestEventsOf(m_session, targets, 60000).rate, 0);
+        QVERIFY(!latestEventsOf(m_session, targets, 2100).compression);
+    }
+
+    void remarksCanBeStored_data()
+    {
+        const auto row = columns<QString, QString>("typed", "stored");
+        row("as it is", "Hände 7 + 1 \xf0\x9f\x91\x8d", "Hände 7 + 1 \xf0\x9f\x91\x8d");
+        row("one line", " a\n\tb \r", "a b");
+        row("blank", " \n", "");
+        row("no characters", QString("a") + QChar(1) + QChar(0xFFFE), "a");
+        row("half a character", QString("a") + QChar(0xD800), "a?");
+        row("long", QString(1000, 'x'), QString(200, 'x'));
+    }
+
+    void remarksCanBeStored()
+    {
+        QFETCH(QString, typed);
+        QTEST(remarkOf(typed), "stored");
+    }
+
     void latestEvents_data()
     {
         // Times are those of ventilations when negative; numbers are those in the cycle, then

@@ -14,7 +14,6 @@ Item {
     required property int compressions
     required property int rightCompressions
     required property int ventilations
-    required property int rightVentilations
     required property bool isMiscounted
     required property string faultText
     property bool hasCycles: true
@@ -22,7 +21,7 @@ Item {
     signal picked(int index)
 
     readonly property string numbers: qsTr("%1 of %2 right").arg(row.rightCompressions).arg(row.compressions)
-    readonly property string breaths: !row.hasCycles ? "" : qsTr("%1 of %2 breaths").arg(row.rightVentilations).arg(row.ventilations)
+    readonly property string breaths: !row.hasCycles ? "" : qsTr("%n breath(s)", "", row.ventilations)
     readonly property string wrong: [row.isMiscounted ? qsTr("Wrong number") : "", row.faultText].filter(part => part.length > 0).join(", ")
     readonly property bool isFault: row.wrong.length > 0
 
@@ -39,7 +38,7 @@ Item {
     PageText {
         id: number
         anchors { left: parent.left; top: texts.top }
-        width: Math.round(34 * Look.textUnit)
+        width: Math.round(26 * Look.textUnit)
         horizontalAlignment: Text.AlignRight
         text: (row.index + 1).toString()
         color: Look.muted
@@ -48,8 +47,10 @@ Item {
     PageText {
         id: time
         anchors { left: number.right; leftMargin: Look.gap / 2; top: texts.top }
-        width: Math.round(52 * Look.textUnit)
+        width: Math.round(46 * Look.textUnit)
         horizontalAlignment: Text.AlignRight
+        fontSizeMode: Text.HorizontalFit // of hours
+        minimumPixelSize: Math.round(9 * Look.unit)
         text: Words.time(row.start)
         color: Look.muted
         Accessible.ignored: true

@@ -186,7 +186,7 @@ FocusScope {
             }
             ActionButton {
                 objectName: "remark"
-                anchors { right: parent.right; top: parent.top; margins: Look.gap }
+                anchors { left: parent.left; verticalCenter: parent.verticalCenter; leftMargin: Look.gap; verticalCenterOffset: Look.gap / 2 }
                 text: "⚑"
                 help: qsTr("Remark on this time (T)")
                 onClicked: remarkBar.open(page.viewer.session.cprEvents.sessionTime)

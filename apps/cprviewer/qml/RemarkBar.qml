@@ -48,7 +48,7 @@ Card {
     function correct(remark) {
         bar.corrected = remark;
         bar.time = remark.msec;
-        bar.begin(bar.viewer.remarkText(remark));
+        bar.begin(Words.remark(bar.viewer.remarkText(remark)));
     }
     function begin(text) {
         if (!bar.isOpen)
@@ -63,7 +63,10 @@ Card {
         const old = bar.corrected;
         const time = bar.time;
         bar.close();
-        bar.show(old === null ? bar.viewer.addRemark(text, time) : bar.viewer.correctRemark(old, text));
+        if (old === null)
+            bar.remark(text, time);
+        else if (text !== Words.remark(bar.viewer.remarkText(old)))
+            bar.show(bar.viewer.correctRemark(old, text));
     }
     function close() {
         bar.isOpen = false;

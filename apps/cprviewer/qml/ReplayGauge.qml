@@ -32,38 +32,28 @@ ColumnLayout {
 
     Layout.fillWidth: true
     Layout.preferredWidth: 100
-    spacing: Math.round(5 * Look.unit)
+    spacing: Math.round(2 * Look.unit)
     Accessible.role: Accessible.Indicator
     Accessible.name: [gauge.title + ": " + gauge.text + " " + gauge.unit, gauge.sideText].filter(part => part.length > 0).join(", ")
 
-    Item {
-        Layout.fillWidth: true
-        implicitHeight: numberText.implicitHeight
+    PlainText {
+        text: gauge.title
+        color: Look.muted
+        font.pixelSize: Look.small
+    }
+    Row {
+        spacing: Math.round(4 * Look.unit)
 
-        Row {
-            id: line
-            spacing: Math.round(4 * Look.unit)
-
-            PlainText {
-                id: numberText
-                text: gauge.isFault ? (gauge.side === LiveFigures.Below ? "↓ " : "↑ ") + gauge.text : gauge.text
-                color: gauge.isFault ? Look.fault : gauge.isOutdated ? Look.muted : Look.text
-                font.pixelSize: Math.round(22 * Look.unit)
-                font.bold: true
-            }
-            PlainText {
-                anchors.baseline: numberText.baseline
-                text: gauge.unit
-                color: Look.muted
-                font.pixelSize: Look.small
-            }
+        PlainText {
+            id: numberText
+            text: gauge.isFault ? (gauge.side === LiveFigures.Below ? "↓ " : "↑ ") + gauge.text : gauge.text
+            color: gauge.isFault ? Look.fault : gauge.isOutdated ? Look.muted : Look.text
+            font.pixelSize: Math.round(22 * Look.unit)
+            font.bold: true
         }
         PlainText {
-            id: titleText
-            // The unit tells as much where there is no room.
-            visible: line.width + titleText.implicitWidth + Look.gap / 2 < parent.width
-            anchors { right: parent.right; bottom: parent.bottom; bottomMargin: Math.round(3 * Look.unit) }
-            text: gauge.title
+            anchors.baseline: numberText.baseline
+            text: gauge.unit
             color: Look.muted
             font.pixelSize: Look.small
         }

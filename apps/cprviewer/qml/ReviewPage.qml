@@ -165,6 +165,6 @@ FocusScope {
         anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: Look.controlHeight + 4 * Look.gap }
         width: Math.min(implicitWidth, parent.width - 4 * Look.padding)
         viewer: page.viewer
-        onRemarked: remark => page.show(remark)
+        onRemarked: remark => { if (!timelinePanel.isPlaying) page.show(remark); }
     }
 }

@@ -224,12 +224,15 @@
         <translation>%1 von %2 richtig</translation>
     </message>
     <message>
-        <source>%1 of %2 breaths</source>
-        <translation>%1 von %2 Beatmungen</translation>
-    </message>
-    <message>
         <source>Wrong number</source>
         <translation>Falsche Zahl</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n breath(s)</source>
+        <translation>
+            <numerusform>%n Beatmung</numerusform>
+            <numerusform>%n Beatmungen</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -3704,8 +3707,8 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Gut gemacht</translation>
     </message>
     <message>
-        <source>%1, %2 in a row</source>
-        <translation>%1, %2 in Folge</translation>
+        <source>%1, %2 times</source>
+        <translation>%1, %2-mal</translation>
     </message>
     <message>
         <source>(no name)</source>

@@ -2,6 +2,16 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>CycleRow</name>
+    <message numerus="yes">
+        <source>%n breath(s)</source>
+        <translation>
+            <numerusform>%n breath</numerusform>
+            <numerusform>%n breaths</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>EventsPage</name>
     <message numerus="yes">
         <source>%n event(s)</source>
