@@ -59,9 +59,9 @@ void read(const QString &path, SessionEntry &entry, const sessionfiles::Progress
         return;
     }
     entry.reason = reasonOf(loaded);
-    if (loaded.isCancelled)
-        return;
-    // More is found than load() finds, and the same as when it is opened or recovered.
+    if (loaded.isCancelled || (loaded.isArchive && !loaded.hasMembers()))
+        return; // whatever it is, it was no session
+    // More is found than load() finds, and the same as when it is recovered.
     const sessionfiles::SalvagedSession salvaged = sessionfiles::salvage(path);
     if (!salvaged.holdsAnything)
         return;
