@@ -469,7 +469,9 @@ void TestSessionLibrary::together()
         QVERIFY(make(QString::number(i) + ".zip"));
     SessionLibrary library;
     QVERIFY(library.open(m_folder).isOpen);
-    const qint64 version = library.version();
+    SessionLibrary viewer;
+    QVERIFY(viewer.open(m_folder).isOpen);
+    const qint64 version = viewer.version();
     QProcess one;
     QProcess two;
     for (QProcess *each : {&one, &two})
@@ -482,7 +484,7 @@ void TestSessionLibrary::together()
     }
     QCOMPARE(library.count(), std::optional(30));
     QCOMPARE(library.learners()->at(0).sessions, 30);
-    QVERIFY(library.version() != version);
+    QVERIFY(viewer.version() != version && viewer.count() == 30);
 }
 
 void TestSessionLibrary::follow()
@@ -561,12 +563,14 @@ void TestSessionLibrary::forget()
 {
     QFETCH(bool, inArchives);
     const QString name = QStringLiteral("Xaverius Quint");
-    for (int i = 0; i < 250; ++i) // two batches, so that words lie in several parts of the index
-        QVERIFY(make(QString::number(i) + ".zip", i % 125 == 7 ? "Tom," + name : mira));
     SessionLibrary library;
-    QVERIFY(library.open(m_folder).isOpen && scan(library).isComplete);
+    QVERIFY(library.open(m_folder).isOpen);
+    for (int i = 0; i < 12; ++i) { // so that words lie in several parts of the index
+        QVERIFY(make(QString::number(i) + ".zip", i % 4 == 3 && i > 4 ? "Tom," + name : mira));
+        QVERIFY(scan(library).isComplete);
+    }
     SessionLibrary reader; // a viewer
-    QVERIFY(reader.open(m_folder).isOpen && reader.count() == 250);
+    QVERIFY(reader.open(m_folder).isOpen && reader.count() == 12);
     const QByteArray archive = bytesOf(path("7.zip"));
     const ForgottenLearner forgotten = forgetLearner(library, name, inArchives);
     QVERIFY2(forgotten.isForgotten, qPrintable(forgotten.change.error));
@@ -579,7 +583,7 @@ void TestSessionLibrary::forget()
     }
     QVERIFY(scan(library).isComplete);
     QTEST(int(library.sessionsOf(name)->size()), "left"); // what archives hold comes back
-    QCOMPARE(library.count(), std::optional(250));
+    QCOMPARE(library.count(), std::optional(12));
     QCOMPARE(library.sessionsOf("Tom")->size(), std::size_t(2));
 }
 
