@@ -13,7 +13,6 @@
 #include <QSqlError>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <atomic>
 
@@ -269,16 +268,11 @@ bool IndexConnection::fail(const QSqlQuery &query)
 
 bool IndexConnection::writeBack()
 {
-    // A reader of another process may be in the way for a moment.
-    constexpr int attempts = 20;
-    constexpr unsigned long waitMs = 100;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        QSqlQuery query = select(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-        if (query.next() && query.value(0).toInt() == 0)
-            return true;
-        QThread::msleep(waitMs);
-    }
-    return false;
+    QSqlQuery query = select(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    const bool isDone = query.next() && query.value(0).toInt() == 0;
+    if (!isDone) // it has waited for some seconds
+        m_error = translated("another program reads the index all the time; try it again");
+    return isDone;
 }
 
 } // namespace sessionlibrary
