@@ -54,23 +54,23 @@ void openNew(SessionLibrary &library, const QString &folder)
 // The folder and index of 10,000 sessions of 400 learners.
 struct LargeLibrary {
     explicit LargeLibrary(Bench &bench)
-        : folder(bench.sessions.file(QStringLiteral("many"))), paths(makeFolder(bench, folder, many))
+        : folder(bench.sessions.file(QStringLiteral("many"))),
+          paths(makeFolder(bench, folder, many))
     {
         openNew(library, folder);
         constexpr int learners = 400;
         constexpr int names = 20;
         constexpr qint64 secondsBetween = 5000;
-        const SessionEntry model =
-            readEntry(folder, QFileInfo(paths.first()).fileName()).entry;
+        const SessionEntry model = readEntry(folder, QFileInfo(paths.first()).fileName()).entry;
         const QDateTime first(QDate(2020, 1, 1), QTime(8, 0), Qt::UTC);
         std::vector<SessionEntry> entries;
         for (int i = 0; i < many; ++i) {
             SessionEntry entry = model;
             const int learner = i * 7 % learners;
             entry.file = QFileInfo(paths.at(i)).fileName();
-            entry.figures.learners = QStringList(
-                QStringLiteral("%1ira %2olm").arg(QChar('A' + learner % names)).arg(
-                    QChar('A' + learner / names)));
+            entry.figures.learners = QStringList(QStringLiteral("%1ira %2olm")
+                                                     .arg(QChar('A' + learner % names))
+                                                     .arg(QChar('A' + learner / names)));
             entry.figures.startTime = first.addSecs(i * secondsBetween).toString(Qt::ISODate);
             entry.figures.overallScore = i % 101;
             entries.push_back(entry);

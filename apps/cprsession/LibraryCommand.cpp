@@ -89,10 +89,13 @@ std::unique_ptr<SessionLibrary> scanned(const LibraryOptions &options, ScanResul
     result = sessionlibrary::scan(*library, how);
     showLibraryLog(true);
     progress.hide();
-    if (result.error.isEmpty())
-        return library;
-    complain(result.error);
-    return nullptr;
+    if (!result.error.isEmpty()) {
+        complain(result.error);
+        return nullptr;
+    }
+    if (!result.isComplete)
+        complainOf(library->folder(), result.problems);
+    return library;
 }
 
 QString stateText(State state)
@@ -263,7 +266,7 @@ ExitStatus runScan(const LibraryOptions &options)
                       .arg(result.changed)
                       .arg(result.removed)
                       .arg(result.unchanged));
-    if (!options.asJson)
+    if (!options.asJson && result.isComplete)
         complainOf(library->folder(), result.problems);
     return result.problems.isEmpty() ? ExitStatus::Done : ExitStatus::Failed;
 }
@@ -277,7 +280,9 @@ ExitStatus runList(const LibraryOptions &options)
         return ExitStatus::Failed;
     Filter filter;
     filter.text = textOf(options.text);
-    return show(*library, library->page(filter, {}, 0, all), options.asJson, listText);
+    const ExitStatus status =
+        show(*library, library->page(filter, {}, 0, all), options.asJson, listText);
+    return result.isComplete ? status : ExitStatus::Failed;
 }
 
 ExitStatus runLearner(const LibraryOptions &options)

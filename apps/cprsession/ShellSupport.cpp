@@ -20,9 +20,27 @@ std::vector<const CLI::App *> verbs(const CLI::App &app)
     return app.get_subcommands(isShown);
 }
 
+// The names of what a verb can be asked to do; none for most.
+std::vector<std::string> parts(const CLI::App &verb)
+{
+    std::vector<std::string> names;
+    for (const CLI::App *part : verbs(verb))
+        names.push_back(part->get_name());
+    return names;
+}
+
+// Those of a verb's parts, too.
 std::vector<const CLI::Option *> options(const CLI::App &app)
 {
-    return app.get_options([](const CLI::Option *option) { return !option->get_positional(); });
+    std::vector<const CLI::Option *> all =
+        app.get_options([](const CLI::Option *option) { return !option->get_positional(); });
+    for (const CLI::App *part : verbs(app)) {
+        for (const CLI::Option *option : options(*part)) {
+            if (!option->check_lname("help"))
+                all.push_back(option);
+        }
+    }
+    return all;
 }
 
 bool hasValue(const CLI::Option &option)
@@ -73,6 +91,17 @@ std::string roff(const std::string &text)
     return result;
 }
 
+// What a verb takes besides options, for the manual.
+std::string positionals(const CLI::App &verb)
+{
+    std::string text;
+    for (const CLI::Option *option : verb.get_options()) {
+        if (option->get_positional())
+            text += " " + roff(option->get_type_name());
+    }
+    return text;
+}
+
 } // namespace
 
 std::string bashCompletion(const CLI::App &app)
@@ -94,13 +123,16 @@ std::string bashCompletion(const CLI::App &app)
             for (const std::string &name : spellings(*option))
                 all.push_back(name);
         }
+        const std::vector<std::string> named = parts(*verb);
+        all.insert(all.end(), named.begin(), named.end());
         out << "            " << verb->get_name() << ") words=\"" << joined(all, " ") << "\" ;;\n";
     }
     out << "        esac\n"
         << "    fi\n"
         << "    case \"$word\" in\n"
         << "        -*) mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$word\") ;;\n"
-        << "        *)  if [ \"$COMP_CWORD\" -eq 1 ]; then\n"
+        << "        *)  if [ \"$COMP_CWORD\" -eq 1 ]"
+        << " || { [ \"$COMP_CWORD\" -eq 2 ] && [[ \" $words\" == *\" \"[a-z]* ]]; }; then\n"
         << "                mapfile -t COMPREPLY < <(compgen -W \"$words\" -- \"$word\")\n"
         << "            else\n"
         << "                mapfile -t COMPREPLY < <(compgen -f -- \"$word\")\n"
@@ -136,6 +168,8 @@ std::string zshCompletion(const CLI::App &app)
                     << "]" << (hasValue(*option) ? ":value:_files" : "") << "\"";
             }
         }
+        if (const std::vector<std::string> named = parts(*verb); !named.empty())
+            out << " \\\n            \"1:part:(" << joined(named, " ") << ")\"";
         out << " \\\n            \"*:file:_files\"\n"
             << "        ;;\n";
     }
@@ -151,6 +185,10 @@ std::string fishCompletion(const CLI::App &app)
     for (const CLI::App *verb : verbs(app)) {
         out << "complete -c " << program << " -n __fish_use_subcommand -f -a " << verb->get_name()
             << " -d " << quoted(verb->get_description()) << "\n";
+        for (const CLI::App *part : verbs(*verb))
+            out << "complete -c " << program << " -n '__fish_seen_subcommand_from "
+                << verb->get_name() << "' -f -a " << part->get_name() << " -d "
+                << quoted(part->get_description()) << "\n";
         for (const CLI::Option *option : options(*verb)) {
             out << "complete -c " << program << " -n '__fish_seen_subcommand_from "
                 << verb->get_name() << "'";
@@ -178,11 +216,11 @@ std::string manPage(const CLI::App &app, const std::string &version)
         << "[options]\n"
         << ".SH VERBS\n";
     for (const CLI::App *verb : verbs(app)) {
-        out << ".SS " << program << " " << verb->get_name();
-        for (const CLI::Option *option : verb->get_options())
-            if (option->get_positional())
-                out << " " << roff(option->get_type_name());
-        out << "\n" << roff(verb->get_description()) << ".\n";
+        out << ".SS " << program << " " << verb->get_name() << positionals(*verb) << "\n"
+            << roff(verb->get_description()) << ".\n";
+        for (const CLI::App *part : verbs(*verb))
+            out << ".TP\n\\fB" << part->get_name() << "\\fR" << positionals(*part) << "\n"
+                << roff(part->get_description()) << "\n";
         for (const CLI::Option *option : options(*verb)) {
             out << ".TP\n\\fB" << roff(joined(spellings(*option), ", ")) << "\\fR";
             if (hasValue(*option))

@@ -51,6 +51,8 @@ std::optional<QString> whyRefused(const CLI::App &app)
                 return QStringLiteral("%1 needs a text that is not empty")
                     .arg(QString::fromStdString(option->get_name()));
         }
+        if (const std::optional<QString> reason = whyRefused(*verb))
+            return reason;
     }
     return std::nullopt;
 }

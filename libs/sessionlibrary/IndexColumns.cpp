@@ -120,7 +120,8 @@ std::vector<IndexColumn> allColumns()
 
 QVariant notNull(const QVariant &value)
 {
-    return value.isNull() ? QVariant(QLatin1String("")) : value;
+    const bool isNullText = value.userType() == QMetaType::QString && value.toString().isNull();
+    return isNullText ? QVariant(QStringLiteral("")) : value;
 }
 
 const std::vector<IndexColumn> &indexColumns()

@@ -5,7 +5,6 @@
 
 #include "private/FileCalls.h"
 #include "sessionlibrary/ArchiveFolder.h"
-#include "sessionlibrary/IndexSchema.h"
 
 #include <QCoreApplication>
 #include <QCryptographicHash>
@@ -14,7 +13,6 @@
 #include <QSqlError>
 #include <QStandardPaths>
 #include <QTemporaryDir>
-#include <QThread>
 
 #include <atomic>
 
@@ -88,18 +86,18 @@ private:
 };
 
 // The database gets its permissions before there is anything in it; SQLite gives them to the files
-// beside it.
+// beside it. One that is there is not opened: closing it would end all locks that other connections
+// of this process have on it.
 bool makePrivateFile(const QString &file)
 {
     const QByteArray name = QFile::encodeName(file);
     const int descriptor = FileCalls::repeated([&name] {
-        return ::open(name.constData(), O_CREAT | O_RDWR | O_CLOEXEC | O_NOFOLLOW, onlyUserFile);
+        return ::open(name.constData(), O_CREAT | O_EXCL | O_WRONLY | O_CLOEXEC, onlyUserFile);
     });
     if (descriptor < 0)
-        return false;
-    const bool isPrivate = ::fchmod(descriptor, onlyUserFile) == 0;
+        return errno == EEXIST && ::chmod(name.constData(), onlyUserFile) == 0;
     ::close(descriptor);
-    return isPrivate;
+    return true;
 }
 
 qint64 inodeOf(const QString &file)
@@ -161,7 +159,6 @@ void IndexConnection::close()
 // With the lock held.
 bool IndexConnection::openFile(Check check, OpenResult &result)
 {
-    static std::atomic<int> connections{0};
     constexpr int attempts = 2; // the second after what was there is gone
     for (int attempt = 0; attempt < attempts; ++attempt) {
         close();
@@ -169,24 +166,7 @@ bool IndexConnection::openFile(Check check, OpenResult &result)
             m_error = translated("%1 cannot be written: %2").arg(m_file, FileCalls::reason());
             return false;
         }
-        m_name = QStringLiteral("sessionlibrary-%1").arg(++connections);
-        QSqlDatabase index = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
-        index.setDatabaseName(m_file);
-        index.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
-        if (!index.open()) {
-            m_error = reasonOf(index.lastError());
-            return false;
-        }
-        // Names must not stay in freed pages, nor go to files elsewhere.
-        for (const char *pragma : {"secure_delete=ON", "temp_store=MEMORY", "journal_mode=WAL",
-                                   "synchronous=NORMAL", "foreign_keys=ON", "trusted_schema=OFF"})
-            select(QLatin1String("PRAGMA ") + QLatin1String(pragma));
-        SchemaResult schema = SchemaResult::Failed;
-        if (QSqlError error; !m_isBroken) {
-            schema = prepareSchema(index, error);
-            m_isBroken = schema == SchemaResult::Failed && isCorruption(error);
-            m_error = reasonOf(error);
-        }
+        const SchemaResult schema = openDatabase();
         const bool isSoundIndex =
             schema != SchemaResult::Failed && schema != SchemaResult::Foreign && isSound(check);
         if (isSoundIndex) {
@@ -212,6 +192,32 @@ bool IndexConnection::openFile(Check check, OpenResult &result)
         removeFiles();
     }
     return false;
+}
+
+SchemaResult IndexConnection::openDatabase()
+{
+    static std::atomic<int> connections{0};
+    m_name = QStringLiteral("sessionlibrary-%1").arg(++connections);
+    QSqlDatabase index = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
+    index.setDatabaseName(m_file);
+    index.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
+    if (!index.open()) {
+        m_error = reasonOf(index.lastError());
+        return SchemaResult::Failed;
+    }
+    // Names must not stay in freed pages, nor go to files elsewhere.
+    for (const char *pragma : {"secure_delete=ON", "temp_store=MEMORY", "journal_mode=WAL",
+                               "synchronous=NORMAL", "foreign_keys=ON", "trusted_schema=OFF"})
+        select(QLatin1String("PRAGMA ") + QLatin1String(pragma));
+    if (m_isBroken)
+        return SchemaResult::Failed;
+    QSqlError error;
+    const SchemaResult schema = prepareSchema(index, error);
+    if (schema == SchemaResult::Failed) {
+        m_isBroken = isCorruption(error);
+        m_error = reasonOf(error);
+    }
+    return schema;
 }
 
 bool IndexConnection::isSound(Check check)
@@ -262,16 +268,11 @@ bool IndexConnection::fail(const QSqlQuery &query)
 
 bool IndexConnection::writeBack()
 {
-    // A reader of another process may be in the way for a moment.
-    constexpr int attempts = 20;
-    constexpr unsigned long waitMs = 100;
-    for (int attempt = 0; attempt < attempts; ++attempt) {
-        QSqlQuery query = select(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
-        if (query.next() && query.value(0).toInt() == 0)
-            return true;
-        QThread::msleep(waitMs);
-    }
-    return false;
+    QSqlQuery query = select(QStringLiteral("PRAGMA wal_checkpoint(TRUNCATE)"));
+    const bool isDone = query.next() && query.value(0).toInt() == 0;
+    if (!isDone) // it has waited for some seconds
+        m_error = translated("another program reads the index all the time; try it again");
+    return isDone;
 }
 
 } // namespace sessionlibrary

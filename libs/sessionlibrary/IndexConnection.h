@@ -4,9 +4,9 @@
 #ifndef SESSIONLIBRARY_INDEXCONNECTION_H
 #define SESSIONLIBRARY_INDEXCONNECTION_H
 
+#include "sessionlibrary/IndexSchema.h"
 #include "sessionlibrary/SessionLibrary.h"
 
-#include <QSqlDatabase>
 #include <QSqlQuery>
 #include <QVariantList>
 
@@ -39,6 +39,7 @@ public:
 
 private:
     bool openFile(Check check, OpenResult &result);
+    SchemaResult openDatabase();
     bool isSound(Check check);
     void removeFiles();
 

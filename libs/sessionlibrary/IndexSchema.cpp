@@ -44,8 +44,9 @@ const QVector<QStringList> &steps()
                        " learner INTEGER NOT NULL REFERENCES learners(id),"
                        " PRIMARY KEY(session, position)) WITHOUT ROWID"),
         QStringLiteral("CREATE INDEX session_learners_learner ON session_learners(learner)"),
-        QStringLiteral("CREATE VIRTUAL TABLE search USING fts5(learners, file, manikin, notes,"
-                       " tokenize='unicode61 remove_diacritics 2', prefix='1 2 3')"),
+        QStringLiteral(
+            "CREATE VIRTUAL TABLE search USING fts5(learners, file, start, manikin, notes,"
+            " tokenize='unicode61 remove_diacritics 2', prefix='1 2 3')"),
     }};
     return all;
 }

@@ -39,8 +39,8 @@ QString textOf(int statement)
         return QStringLiteral("INSERT INTO sessions(id,%1) VALUES(%2)").arg(columnNames(), marks);
     }
     case InsertSearch:
-        return QStringLiteral("INSERT INTO search(rowid, learners, file, manikin, notes)"
-                              " VALUES(?, ?, ?, ?, ?)");
+        return QStringLiteral("INSERT INTO search(rowid, learners, file, start, manikin, notes)"
+                              " VALUES(?, ?, ?, ?, ?, ?)");
     case InsertName:
         return QStringLiteral("INSERT OR IGNORE INTO learners(name) VALUES(?)");
     case InsertLearner:
@@ -168,7 +168,8 @@ bool IndexWriter::insert(const SessionEntry &entry)
     const qint64 id = query.lastInsertId().toLongLong();
     return execute(prepared(InsertSearch),
                    {id, entry.figures.learners.join(QLatin1Char('\n')), entry.file,
-                    entry.figures.manikinName, entry.notes.join(QLatin1Char('\n'))})
+                    entry.figures.startTime, entry.figures.manikinName,
+                    entry.notes.join(QLatin1Char('\n'))})
         && insertLearners(id, entry.figures.learners);
 }
 

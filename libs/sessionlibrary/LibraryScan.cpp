@@ -47,7 +47,7 @@ public:
         if (!read() || !flush() || !m_writer.remove(m_gone))
             return failed();
         m_result.removed = int(m_gone.size());
-        m_result.isComplete = !m_result.isCancelled && list.unreadable.isEmpty() && !m_isChanging;
+        m_result.isComplete = !m_result.isCancelled && list.unreadable.isEmpty() && !m_isLeft;
         return m_result;
     }
 
@@ -156,11 +156,15 @@ private:
                 m_gone.append(file.file);
             break;
         case ReadEntry::Result::Changing:
-            m_isChanging = m_result.isUnsettled = true;
+            m_isLeft = m_result.isUnsettled = true;
             m_result.problems.append(
                 {file.file,
                  QCoreApplication::translate("sessionlibrary",
                                              "it is being written; the next scan reads it")});
+            break;
+        case ReadEntry::Result::Unreadable:
+            m_isLeft = true;
+            m_result.problems.append({file.file, read.reason});
             break;
         case ReadEntry::Result::Cancelled:
             break;
@@ -202,7 +206,7 @@ private:
     QElapsedTimer m_sinceFlush;
     int m_done = 0;
     int m_total = 0;
-    bool m_isChanging = false;
+    bool m_isLeft = false; // an archive, as it was
 };
 
 } // namespace

@@ -5,6 +5,9 @@
 
 #include <QThread>
 
+#include <memory>
+#include <utility>
+
 namespace sessionlibrary {
 
 namespace {
@@ -59,13 +62,16 @@ void LibraryWatcher::scan()
         return;
     m_isCancelled = false;
     m_polls = 0;
-    m_thread = QThread::create([this, folder = m_folder] { run(folder); });
+    const auto outcome = std::make_shared<Outcome>();
+    m_thread = QThread::create([this, folder = m_folder, outcome] { run(folder, *outcome); });
     m_thread->setParent(this);
-    connect(m_thread, &QThread::finished, this, [this, thread = m_thread] {
+    connect(m_thread, &QThread::finished, this, [this, thread = m_thread, outcome] {
         if (thread != m_thread)
             return; // given up since
         m_thread = nullptr;
         thread->deleteLater();
+        m_opened = outcome->opened;
+        m_result = outcome->result;
         watchFolders();
         askIndex();
         m_polling.start();
@@ -86,14 +92,14 @@ void LibraryWatcher::cancel()
 }
 
 // Runs on m_thread. Signals are delivered on that of their receivers.
-void LibraryWatcher::run(const QString &folder)
+void LibraryWatcher::run(const QString &folder, Outcome &outcome)
 {
     SessionLibrary library;
-    m_opened = library.open(folder, Check::Thorough);
-    m_result = ScanResult();
-    m_result.error = m_opened.isOpen ? QString() : m_opened.reason;
-    if (!m_opened.isOpen)
+    outcome.opened = library.open(folder, Check::Thorough);
+    if (!outcome.opened.isOpen) {
+        outcome.result.error = outcome.opened.reason;
         return;
+    }
     constexpr int steps = 100;
     int reported = 0;
     ScanOptions options;
@@ -106,7 +112,7 @@ void LibraryWatcher::run(const QString &folder)
         }
     };
     options.stored = [this] { Q_EMIT changed(); };
-    m_result = sessionlibrary::scan(library, options);
+    outcome.result = sessionlibrary::scan(library, options);
 }
 
 void LibraryWatcher::watchFolders()

@@ -55,14 +55,19 @@ Q_SIGNALS:
     void finished();
 
 private:
-    void run(const QString &folder);
+    // How a scan ended; its thread has it until then.
+    struct Outcome {
+        OpenResult opened;
+        ScanResult result;
+    };
+    void run(const QString &folder, Outcome &outcome);
     void watchFolders();
     void askIndex();
 
     QString m_folder;
     QThread *m_thread = nullptr; // a child of this object while it runs
     std::atomic<bool> m_isCancelled{false};
-    OpenResult m_opened; // with m_result, belongs to m_thread while that runs
+    OpenResult m_opened;
     ScanResult m_result;
     bool m_isScanWanted = false; // after the one that runs
     SessionLibrary m_index; // of this object's thread

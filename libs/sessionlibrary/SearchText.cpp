@@ -60,18 +60,21 @@ QString Conditions::where() const
     return sql.isEmpty() ? QString() : QStringLiteral(" WHERE ") + sql.join(QLatin1String(" AND "));
 }
 
+// The + lets SQLite walk through the sessions in their order and stop at the end of a page, instead
+// of sorting all that are found.
 void addSearch(Conditions &conditions, const QString &text)
 {
     static const QRegularExpression blanks(QStringLiteral("\\s+"));
     const QStringList words = text.split(blanks, Qt::SkipEmptyParts);
     for (const QString &word : words) {
         if (!hasWords(word)) {
-            conditions.add(QStringLiteral("id IN (SELECT rowid FROM search WHERE instr(%1, ?))")
+            conditions.add(QStringLiteral("+id IN (SELECT rowid FROM search WHERE instr(%1, ?))")
                                .arg(searchedText),
                            {word});
             continue;
         }
-        QString condition = QStringLiteral("id IN (SELECT rowid FROM search WHERE search MATCH ?)");
+        QString condition =
+            QStringLiteral("+id IN (SELECT rowid FROM search WHERE search MATCH ?)");
         if (const QStringList numbers = protocolsWith(word); !numbers.isEmpty())
             condition = QStringLiteral("(%1 OR (protocol IN (%2) AND state < 2))")
                             .arg(condition, numbers.join(QLatin1Char(',')));
@@ -82,12 +85,12 @@ void addSearch(Conditions &conditions, const QString &text)
 void addMention(Conditions &conditions, const QString &name)
 {
     if (hasWords(name))
-        conditions.add(QStringLiteral("id IN (SELECT rowid FROM search WHERE search MATCH ?)"),
+        conditions.add(QStringLiteral("+id IN (SELECT rowid FROM search WHERE search MATCH ?)"),
                        {quoted(name)});
     else
-        conditions.add(
-            QStringLiteral("id IN (SELECT rowid FROM search WHERE instr(%1, ?))").arg(searchedText),
-            {name});
+        conditions.add(QStringLiteral("+id IN (SELECT rowid FROM search WHERE instr(%1, ?))")
+                           .arg(searchedText),
+                       {name});
 }
 
 } // namespace sessionlibrary

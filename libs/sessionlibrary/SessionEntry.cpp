@@ -11,6 +11,7 @@
 #include <CPRData.h>
 
 #include <QCoreApplication>
+#include <QFile>
 
 #include <algorithm>
 #include <cstring>
@@ -49,19 +50,38 @@ void describe(const CPRData &session, SessionEntry &entry)
     }
 }
 
-void read(const QString &path, SessionEntry &entry, const sessionfiles::Progress &progress)
+// Why the system does not give all bytes of a file; none when it does.
+std::optional<QString> whyUnreadable(const QString &path)
+{
+    constexpr qint64 blockSize = 1 << 20;
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return file.errorString();
+    QByteArray block(blockSize, Qt::Uninitialized);
+    qint64 size = 0;
+    do {
+        size = file.read(block.data(), blockSize);
+    } while (size > 0);
+    return size < 0 ? std::optional(file.errorString()) : std::nullopt;
+}
+
+// Whether the archive was loaded whole, and described.
+bool isDescribed(const QString &path, SessionEntry &entry, const sessionfiles::Progress &progress)
 {
     CPRData session;
     const sessionfiles::LoadResult loaded = sessionfiles::load(path, session, progress);
-    if (loaded.isComplete && loaded.isArchive) {
-        entry.state = State::Whole;
+    const bool isWhole = loaded.isComplete && loaded.isArchive;
+    entry.state = isWhole ? State::Whole : State::Damaged;
+    entry.reason = isWhole ? QString() : reasonOf(loaded);
+    if (isWhole)
         describe(session, entry);
-        return;
-    }
-    entry.reason = reasonOf(loaded);
-    if (loaded.isCancelled)
-        return;
-    // More is found than load() finds, and the same as when it is opened or recovered.
+    // Whatever it is otherwise, it was no session.
+    return isWhole || loaded.isCancelled || (loaded.isArchive && !loaded.hasMembers());
+}
+
+// Of a damaged archive more is found than load() finds, and the same as when it is recovered.
+void describeLeft(const QString &path, SessionEntry &entry)
+{
     const sessionfiles::SalvagedSession salvaged = sessionfiles::salvage(path);
     if (!salvaged.holdsAnything)
         return;
@@ -69,6 +89,21 @@ void read(const QString &path, SessionEntry &entry, const sessionfiles::Progress
     sessionfiles::load(salvaged, left);
     entry.state = State::Salvaged;
     describe(left, entry);
+}
+
+// What looks damaged may be a disk or a network that has failed for a moment: it is read again.
+ReadEntry::Result read(const QString &path, ReadEntry &result,
+                       const sessionfiles::Progress &progress)
+{
+    if (isDescribed(path, result.entry, progress))
+        return ReadEntry::Result::Read;
+    if (const std::optional<QString> reason = whyUnreadable(path)) {
+        result.reason = *reason;
+        return ReadEntry::Result::Unreadable;
+    }
+    if (!isDescribed(path, result.entry, progress))
+        describeLeft(path, result.entry);
+    return ReadEntry::Result::Read;
 }
 
 } // namespace
@@ -101,15 +136,13 @@ ReadEntry readEntry(const QString &folder, const QString &file,
             result.result = ReadEntry::Result::Gone;
             return result;
         }
-        read(path, result.entry, progress);
+        result.result = read(path, result, progress);
         if (isCancelled && isCancelled()) {
             result.result = ReadEntry::Result::Cancelled;
             return result;
         }
-        if (stampOf(path) == result.entry.stamp) {
-            result.result = ReadEntry::Result::Read;
+        if (stampOf(path) == result.entry.stamp)
             return result;
-        }
     }
     result.result = ReadEntry::Result::Changing;
     return result;

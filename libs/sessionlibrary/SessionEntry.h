@@ -59,10 +59,12 @@ struct SessionEntry {
 /// What became of reading an archive.
 struct ReadEntry {
     /// Gone: the file is there no more. Changing: it was written while it was read, several times.
-    enum class Result { Read, Gone, Changing, Cancelled };
+    /// Unreadable: the system does not give all of it, which says nothing of its content.
+    enum class Result { Read, Gone, Changing, Unreadable, Cancelled };
 
     Result result = Result::Gone; ///< decides whether there is an entry
     SessionEntry entry; ///< without id
+    QString reason; ///< of an unreadable file, for people
 };
 
 /// Reads the archive \a file of \a folder. \a isCancelled is asked now and then and may be null. A

@@ -181,9 +181,12 @@ std::optional<std::vector<SessionEntry>> SessionLibrary::page(const Filter &filt
                                                               int limit)
 {
     Conditions conditions = conditionsOf(filter);
-    const QString where = conditions.where();
+    // Only what is on the page is sorted with all of its columns.
+    const QString ordered = orderOf(order);
+    const QString ids = QStringLiteral("SELECT id FROM sessions") + conditions.where() + ordered
+        + QStringLiteral(" LIMIT ? OFFSET ?");
     conditions.values << limit << offset;
-    return entries(*m_index, where + orderOf(order) + QStringLiteral(" LIMIT ? OFFSET ?"),
+    return entries(*m_index, QStringLiteral(" WHERE id IN (%1)").arg(ids) + ordered,
                    conditions.values);
 }
 

@@ -29,8 +29,8 @@ struct Filter {
     std::optional<int> maxScore; ///< the same
 };
 
-/// By what sessions are in order. Those without the value stand at the end of the ascending order's
-/// begin: NULL is least. Equal ones are in order of their start, then of their file.
+/// By what sessions are in order. Those without the value come first in ascending order. Equal ones
+/// are in order of their start.
 enum class SortBy { Start, Learner, Length, Protocol, Score, File };
 
 /// The order of a list.

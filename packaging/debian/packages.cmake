@@ -57,6 +57,7 @@ if(CPRDATA_QT EQUAL 6)
         qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
         qml6-module-qtquick-window)
     set(tools_needs
+        libqt6sql6-sqlite
         qml6-module-qt-labs-platform qml6-module-qtquick-controls qml6-module-qtquick-layouts
         qml6-module-qtquick-templates)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools)
@@ -68,6 +69,7 @@ else()
     set(devel_needs qtbase5-dev qtdeclarative5-dev)
     set(qml_needs qml-module-qtquick-window2 qml-module-qtquick2)
     set(tools_needs
+        libqt5sql5-sqlite
         qml-module-qt-labs-platform qml-module-qtquick-controls2 qml-module-qtquick-layouts
         qml-module-qtquick-templates2)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools-qt6)
