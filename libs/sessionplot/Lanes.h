@@ -52,7 +52,7 @@ void paintRate(const LaneContext &context, const LaneArea &area);
 void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 
 /// Pauses and packet losses, over \a stack, the area of all lanes that they concern.
-void paintPauseShades(const LaneContext &context, const QRectF &stack);
+void paintPauseShades(const LaneContext &context, const QRectF &stack, const QRectF &hatched);
 void paintLosses(const LaneContext &context, const QRectF &stack);
 
 /// The lengths of the pauses.

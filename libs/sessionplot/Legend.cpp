@@ -80,6 +80,8 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
         items.push_back({QCoreApplication::translate("sessionplot", "pause"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              painter->fillRect(swatch, style.theme.pause);
+                             drawHatching(painter, swatch, 0.5 * style.em, style.hair,
+                                          style.theme.pauseLines, Slant::Falling);
                          }});
     if (std::any_of(model.review().cycles.begin(), model.review().cycles.end(),
                     [](const Cycle &cycle) { return cycle.isMiscounted; }))

@@ -244,8 +244,9 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
         if (!lane->plot.isNull())
             paintGround(context, lane->plot);
     }
-    paintPauseShades(context, m_stack);
-    paintTimeGrid(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
+    const QRectF underLanes(QPointF(plotLeft, lanesTop), m_stack.bottomRight());
+    paintPauseShades(context, m_stack, underLanes);
+    paintTimeGrid(context, underLanes);
 
     if (layout.parts.testFlag(FlagsPart))
         layout.flags.paint(context, flags, lanesTop, stackBottom);
@@ -261,7 +262,7 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
         paintRate(context, rate);
     if (layout.parts.testFlag(VolumePart))
         paintVolume(context, volume, m_volumePainter);
-    paintLosses(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
+    paintLosses(context, underLanes);
     if (layout.parts.testFlag(TimeAxisPart))
         paintTimeAxis(context, axis);
     if (layout.parts.testFlag(LegendPart))

@@ -29,9 +29,11 @@ struct Theme {
     QColor curveArea; ///< translucent
     QColor bars;
     QColor pause;
+    QColor pauseLines; ///< hatching, by which a pause is told from the band without colour
     QColor loss;
     QColor fault;
     QColor flag;
+    QColor cursor; ///< the time that is looked at; unlike all others
     QFont font; ///< its size is not used
 
     static Theme light();

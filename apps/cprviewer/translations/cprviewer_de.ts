@@ -97,6 +97,17 @@
         <source>%1 mm not released</source>
         <translation>Resttiefe %1 mm</translation>
     </message>
+    <message>
+        <source>none yet</source>
+        <translation>noch keine</translation>
+    </message>
+</context>
+<context>
+    <name>EventRow</name>
+    <message>
+        <source>right</source>
+        <translation>richtig</translation>
+    </message>
 </context>
 <context>
     <name>EventsPage</name>
@@ -509,6 +520,29 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>%1 s missing</source>
         <translation>%1 s fehlen</translation>
     </message>
+    <message>
+        <source>Too many</source>
+        <translation>Zu viele</translation>
+    </message>
+    <message>
+        <source>Too slow</source>
+        <translation>Zu langsam</translation>
+    </message>
+    <message>
+        <source>Too fast</source>
+        <translation>Zu schnell</translation>
+    </message>
+    <message>
+        <source>Too long</source>
+        <translation>Zu lang</translation>
+    </message>
+</context>
+<context>
+    <name>LivePanel</name>
+    <message>
+        <source>%1 (earlier)</source>
+        <translation>%1 (vorhin)</translation>
+    </message>
 </context>
 <context>
     <name>LoadingDialog</name>
@@ -909,6 +943,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 s not received</source>
         <translation>%1 s nicht empfangen</translation>
+    </message>
+    <message>
+        <source>Stop the playback (space)</source>
+        <translation>Wiedergabe anhalten (Leertaste)</translation>
     </message>
 </context>
 <context>
