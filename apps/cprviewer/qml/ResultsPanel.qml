@@ -8,6 +8,7 @@ import "."
 // Who trained what, the scores, and both advices.
 Card {
     id: panel
+    objectName: "summary"
 
     property alias session: summary.session
     property bool isLive: false
@@ -51,9 +52,9 @@ Card {
 
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
         ScoreTile { objectName: "overall"; title: qsTr("Overall"); percent: summary.overallScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced); isMain: true }
-        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
-        ScoreTile { visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
-        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime; verdict: summary.verdictText(percent, least) }
+        ScoreTile { objectName: "compressionScore"; visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
+        ScoreTile { objectName: "ventilationScore"; visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
+        ScoreTile { objectName: "flowTime"; visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime; verdict: summary.verdictText(percent, least) }
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
     }
     Row {
