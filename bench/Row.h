@@ -28,6 +28,7 @@ struct Row {
 // The rows by what they are about. Each yardstick stands where its row is measured.
 std::vector<Row> archiveRows();
 std::vector<Row> liveRows();
+std::vector<Row> pageRows();
 std::vector<Row> peerRows();
 std::vector<Row> pictureRows();
 
