@@ -59,7 +59,7 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                                       style.theme.fault);
                      }});
     if (model.review().figures.training.compressions)
-        items.push_back({QCoreApplication::translate("sessionplot", "depths, with their median"),
+        items.push_back({QCoreApplication::translate("sessionplot", "depths, with the median of several"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              painter->fillRect(swatch, style.theme.bars);
                              const qreal line = 2 * style.hair;

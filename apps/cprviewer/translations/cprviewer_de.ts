@@ -2380,6 +2380,53 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>manikinlog</name>
+    <message>
+        <source>%1 is in use by another program; wait until that ends, or choose another name for the session</source>
+        <translation>%1 wird von einem anderen Programm benutzt; warten, bis es endet, oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2; remove it, or choose another name for the session</source>
+        <translation>%1 kann nicht gelesen werden: %2; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 is no regular file; remove it, or choose another name for the session</source>
+        <translation>%1 ist keine gewöhnliche Datei; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be created: %2</source>
+        <translation>%1 kann nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 holds a session that was not saved; recover it, or say that it can be discarded</source>
+        <translation>%1 enthält eine Sitzung, die nicht gespeichert ist; sie wiederherstellen oder verwerfen lassen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed: %2</source>
+        <translation>%1 kann nicht entfernt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>%1: a record is left out: %2</source>
+        <translation>%1: ein Eintrag wird ausgelassen: %2</translation>
+    </message>
+    <message>
+        <source>; it ends here, as too many records wait</source>
+        <translation>; es endet hier, weil zu viele Einträge warten</translation>
+    </message>
+    <message>
+        <source>; its records wait in memory</source>
+        <translation>; seine Einträge warten im Speicher</translation>
+    </message>
+</context>
+<context>
     <name>sessionfiles</name>
     <message>
         <source>it does not go with the other members</source>
@@ -2685,8 +2732,8 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>%1 s nicht empfangen</translation>
     </message>
     <message>
-        <source>depths, with their median</source>
-        <translation>Tiefen, mit Median</translation>
+        <source>depths, with the median of several</source>
+        <translation>Tiefen, mit dem Median mehrerer</translation>
     </message>
 </context>
 <context>
