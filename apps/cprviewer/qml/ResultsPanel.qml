@@ -105,7 +105,7 @@ Card {
             objectName: "primaryAdvice"
             width: parent.width
             text: summary.primaryAdviceText.length > 0 ? "1.  " + summary.primaryAdviceText
-                                                      : qsTr("None: nothing to correct.")
+                                                      : qsTr("None was given.")
             font.pixelSize: Math.round(17 * Look.unit)
             font.bold: true
             wrapMode: Text.WordWrap

@@ -498,7 +498,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>Ventilation rate</source>
-        <translation>Beatmungsfrequenz</translation>
+        <translation>Beatmungsrate</translation>
     </message>
     <message>
         <source>target %1–%2</source>
@@ -755,16 +755,16 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Empfehlung</translation>
     </message>
     <message>
-        <source>None: nothing to correct.</source>
-        <translation>Keine: nichts zu verbessern.</translation>
-    </message>
-    <message>
         <source>Scores come at the end.</source>
         <translation>Die Bewertung kommt am Ende.</translation>
     </message>
     <message>
         <source>These figures are worked out from the recorded events.</source>
         <translation>Diese Werte sind aus den aufgezeichneten Ereignissen berechnet.</translation>
+    </message>
+    <message>
+        <source>None was given.</source>
+        <translation>Keine gegeben.</translation>
     </message>
 </context>
 <context>
@@ -2580,10 +2580,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Empfehlung</translation>
     </message>
     <message>
-        <source>none, nothing to correct</source>
-        <translation>keine, nichts zu verbessern</translation>
-    </message>
-    <message>
         <source>First advice</source>
         <translation>Erste Empfehlung</translation>
     </message>
@@ -2734,6 +2730,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>depths, with the median of several</source>
         <translation>Tiefen, mit dem Median mehrerer</translation>
+    </message>
+    <message>
+        <source>none was given</source>
+        <translation>keine gegeben</translation>
     </message>
 </context>
 <context>
@@ -3201,6 +3201,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>advanced, from %1 %</source>
         <translation>Fortgeschritten ab %1 %</translation>
+    </message>
+    <message>
+        <source>Continue ventilations.</source>
+        <translation>Weiter beatmen.</translation>
     </message>
 </context>
 </TS>
