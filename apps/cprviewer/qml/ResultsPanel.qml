@@ -86,7 +86,7 @@ Card {
         anchors { left: who.right; right: parent.right; leftMargin: 2 * Look.padding; rightMargin: Look.padding }
         y: recorded.hasTiles ? panel.height - height - Look.gap / 2 : (panel.height - height) / 2
         visible: !summary.hasScores
-        text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores."))
+        text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("There are no scores."))
               + (recorded.hasTiles ? " " + qsTr("These figures are worked out from the recorded events.") : "")
         color: Look.muted
         font.pixelSize: recorded.hasTiles ? Look.small : Look.title

@@ -720,8 +720,8 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Eine leere Zelle wurde nicht gesendet oder lässt sich nicht berechnen.</translation>
     </message>
     <message>
-        <source>The manikin has sent no figures of its own.</source>
-        <translation>Die Übungspuppe hat keine eigenen Werte gesendet.</translation>
+        <source>There are no figures of the manikin&apos;s own.</source>
+        <translation>Es gibt keine eigenen Werte der Übungspuppe.</translation>
     </message>
 </context>
 <context>
@@ -747,10 +747,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Hands-on-Zeit</translation>
     </message>
     <message>
-        <source>The manikin has sent no scores.</source>
-        <translation>Die Übungspuppe hat keine Bewertung gesendet.</translation>
-    </message>
-    <message>
         <source>Advice</source>
         <translation>Empfehlung</translation>
     </message>
@@ -765,6 +761,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>None was given.</source>
         <translation>Keine gegeben.</translation>
+    </message>
+    <message>
+        <source>There are no scores.</source>
+        <translation>Es gibt keine Bewertung.</translation>
     </message>
 </context>
 <context>
@@ -828,10 +828,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Sitzung</translation>
     </message>
     <message>
-        <source>The manikin has sent no statistics.</source>
-        <translation>Die Übungspuppe hat keine Statistik gesendet.</translation>
-    </message>
-    <message>
         <source>Shares in percent</source>
         <translation>Anteile in Prozent</translation>
     </message>
@@ -850,6 +846,14 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Session and manikin</source>
         <translation>Sitzung und Übungspuppe</translation>
+    </message>
+    <message>
+        <source>There are no statistics.</source>
+        <translation>Es gibt keine Statistik.</translation>
+    </message>
+    <message>
+        <source>The session names no guideline set. What it does not hold has the values of a new session.</source>
+        <translation>Die Sitzung nennt keinen Leitliniensatz. Was sie nicht enthält, hat die Werte einer neuen Sitzung.</translation>
     </message>
 </context>
 <context>
@@ -2282,6 +2286,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 is no session any more, if it was one; something may be left</source>
         <translation>%1 ist keine Sitzung mehr, falls es eine war; vielleicht ist etwas übrig</translation>
+    </message>
+    <message>
+        <source>Sum of all reports of pauses</source>
+        <translation>Summe aller Pausenmeldungen</translation>
     </message>
 </context>
 <context>
