@@ -47,7 +47,8 @@ ValueScale volumeScale(const PlotModel &model, const QRectF &plot);
 
 /// Lanes with a scale: the ground first, then what lies behind all lanes, then the values.
 void paintGround(const LaneContext &context, const QRectF &plot);
-void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave);
+/// True when it shows the depths by columns, as a curve would fill the area.
+bool paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 void paintRate(const LaneContext &context, const LaneArea &area);
 void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 

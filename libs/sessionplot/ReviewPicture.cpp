@@ -254,8 +254,8 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
         paintPauseLengths(context, pauses);
     if (layout.parts.testFlag(CyclesPart))
         paintCycles(context, cycles);
-    if (layout.parts.testFlag(DepthPart))
-        paintDepth(context, depth, m_depthPainter);
+    const bool hasDepthSpread =
+        layout.parts.testFlag(DepthPart) && paintDepth(context, depth, m_depthPainter);
     if (layout.parts.testFlag(FaultsPart))
         paintFaults(context, faults);
     if (layout.parts.testFlag(RatePart))
@@ -266,7 +266,7 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
     if (layout.parts.testFlag(TimeAxisPart))
         paintTimeAxis(context, axis);
     if (layout.parts.testFlag(LegendPart))
-        paintLegend(painter, style, *m_model,
+        paintLegend(painter, style, *m_model, hasDepthSpread,
                     QRectF(area.left(), y, area.width(), area.bottom() - y));
 }
 

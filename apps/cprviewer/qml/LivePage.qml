@@ -122,7 +122,7 @@ FocusScope {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.preferredWidth: 270
-                title: pause.isRunning && live.isPauseAskedFor ? qsTr("Pause for the AED") : qsTr("Pause")
+                title: pause.isRunning && live.isPauseAskedFor ? qsTr("AED pause") : qsTr("Pause")
                 number: pause.isRunning ? live.pause.toString() : "–"
                 unit: pause.isRunning ? qsTr("s") : ""
                 fault: pause.isRunning && live.isPauseTooLong ? qsTr("Too long") : ""

@@ -81,7 +81,7 @@ Card {
             cursor: panel.position
         }
         Rectangle {
-            visible: x >= timeline.plotArea.x && x <= timeline.plotArea.x + timeline.plotArea.width
+            visible: timeline.cursorX >= timeline.plotArea.left && timeline.cursorX <= timeline.plotArea.right
             x: Math.round(timeline.cursorX) - 1
             y: timeline.plotArea.y
             width: Math.max(2, Math.round(2 * Look.unit)) + 2

@@ -505,10 +505,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Ziel %1–%2</translation>
     </message>
     <message>
-        <source>Pause for the AED</source>
-        <translation>Pause für den AED</translation>
-    </message>
-    <message>
         <source>AED</source>
         <translation>AED</translation>
     </message>
@@ -535,6 +531,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Too long</source>
         <translation>Zu lang</translation>
+    </message>
+    <message>
+        <source>AED pause</source>
+        <translation>AED-Pause</translation>
     </message>
 </context>
 <context>
