@@ -40,8 +40,9 @@ bool isFault(Prompt prompt);
 ///
 /// A fault is said when three of the last ten compressions, or half of the last four ventilations,
 /// have it, and until it has become rare. What is said stays for 4 s, so that it can be read; that
-/// a pause has to end is said for 2 s when it is over; only what the AED asks for comes at once. All times are those of the session, in steps of a
-/// quarter of a second: a replay says the same at any speed.
+/// a pause has to end is said for 2 s when it is over; only what the AED asks for comes at once.
+/// All times are those of the session, in steps of a quarter of a second: a replay says the same at
+/// any speed.
 class LiveAdvice {
 public:
     /// Brings it up to \a msecs of session time. An earlier time than the last begins anew.
