@@ -29,6 +29,7 @@ struct Row {
 std::vector<Row> archiveRows();
 std::vector<Row> libraryRows();
 std::vector<Row> liveRows();
+std::vector<Row> pageRows();
 std::vector<Row> peerRows();
 std::vector<Row> pictureRows();
 

@@ -3,7 +3,7 @@
 
 #include "FollowedFile.h"
 
-#include "private/FileCalls.h"
+#include <manikinlog/FileChange.h>
 
 #include <QThread>
 
@@ -53,13 +53,15 @@ qint64 FollowedFile::writeData(const char * /*data*/, qint64 /*maxSize*/)
 
 const char *FollowedFile::change() const
 {
-    const QByteArray name = QFile::encodeName(m_file.fileName());
-    struct stat named { };
-    struct stat opened { };
-    if (::stat(name.constData(), &named) != 0)
+    switch (manikinlog::changeOf(m_file)) {
+    case manikinlog::FileChange::None:
+        break;
+    case manikinlog::FileChange::Gone:
         return "it is not there any more";
-    if (::fstat(m_file.handle(), &opened) != 0 || named.st_dev != opened.st_dev
-        || named.st_ino != opened.st_ino)
+    case manikinlog::FileChange::Replaced:
         return "it was replaced by another file";
-    return opened.st_size < m_file.pos() ? "it was cut" : nullptr;
+    case manikinlog::FileChange::Cut:
+        return "it was cut";
+    }
+    return nullptr;
 }

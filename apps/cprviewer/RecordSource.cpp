@@ -3,6 +3,7 @@
 
 #include "RecordSource.h"
 
+#include <manikinlog/FileChange.h>
 #include <manikinlog/ManikinLogReader.h>
 #include <manikinsim/Simulator.h>
 
@@ -44,11 +45,11 @@ public:
                         .arg(m_file.fileName(), QString::number(m_reader.line()));
             return false;
         }
-        const QFileInfo named(m_file.fileName());
-        if (!named.exists())
+        const manikinlog::FileChange change = manikinlog::changeOf(m_file);
+        if (change == manikinlog::FileChange::Gone)
             m_end = QCoreApplication::translate("cprviewer", "%1 is not there any more")
                         .arg(m_file.fileName());
-        else if (named.size() < m_file.pos())
+        else if (change != manikinlog::FileChange::None)
             m_end = QCoreApplication::translate("cprviewer", "%1 was cut or replaced")
                         .arg(m_file.fileName());
         return false;

@@ -36,8 +36,11 @@ class CPRQUICK_EXPORT PlotColors : public QObject {
     Q_PROPERTY(QColor otherCurve READ otherCurve           NOTIFY darkChanged) ///< of another session
     Q_PROPERTY(QColor bars       READ bars                 NOTIFY darkChanged)
     Q_PROPERTY(QColor pause      READ pause                NOTIFY darkChanged)
+    Q_PROPERTY(QColor pauseLines READ pauseLines           NOTIFY darkChanged) ///< hatching
+    Q_PROPERTY(QColor loss       READ loss                 NOTIFY darkChanged) ///< hatching
     Q_PROPERTY(QColor fault      READ fault                NOTIFY darkChanged)
     Q_PROPERTY(QColor flag       READ flag                 NOTIFY darkChanged)
+    Q_PROPERTY(QColor cursor     READ cursor               NOTIFY darkChanged)
     /// @}
     // clang-format on
 
@@ -68,8 +71,11 @@ public:
     QColor otherCurve() const { return m_theme.otherCurve; }
     QColor bars() const { return m_theme.bars; }
     QColor pause() const { return m_theme.pause; }
+    QColor pauseLines() const { return m_theme.pauseLines; }
+    QColor loss() const { return m_theme.loss; }
     QColor fault() const { return m_theme.fault; }
     QColor flag() const { return m_theme.flag; }
+    QColor cursor() const { return m_theme.cursor; }
     /// @}
 
 Q_SIGNALS:

@@ -10,6 +10,8 @@
 #include <private/PrintableText.h>
 #include <sessionplot/Scales.h>
 
+#include <QAccessible>
+
 namespace cprquick {
 
 namespace {
@@ -82,6 +84,12 @@ QString SessionWords::time(int msecs, bool withTenths) const
     constexpr qint64 tenth = 100;
     return sessionplot::timeText(msecs, withTenths ? tenth : second,
                                  sessionplot::needsHours({0, msecs}));
+}
+
+void SessionWords::announce(QObject *item) const
+{
+    QAccessibleEvent event(item, QAccessible::Alert);
+    QAccessible::updateAccessibility(&event);
 }
 
 } // namespace cprquick

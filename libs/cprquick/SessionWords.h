@@ -47,6 +47,8 @@ public:
     Q_INVOKABLE QString remark(const QString &stored) const;
     /// ms of session time: m:ss, or h:mm:ss from two hours on, with tenths when asked for.
     Q_INVOKABLE QString time(int msecs, bool withTenths = false) const;
+    /// Has screen readers say the accessible name of \a item, as something has happened.
+    Q_INVOKABLE void announce(QObject *item) const;
 };
 
 } // namespace cprquick

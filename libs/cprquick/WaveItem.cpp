@@ -64,7 +64,7 @@ void WaveItem::paint(QPainter *painter)
     };
     LaneArea area{plot, beside(0, plot.left()), beside(plot.right(), width())};
     paintGround(context, plot);
-    paintPauseShades(context, plot);
+    paintPauseShades(context, plot, plot);
     paintTimeGrid(context, plot);
     switch (m_kind) {
     case Depth:

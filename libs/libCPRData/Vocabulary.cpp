@@ -290,7 +290,7 @@ struct OtherLabel {
 
 constexpr OtherLabel otherLabels[] = {
     {E::compMeanRate,   E::CprCompEvent,   QT_TRANSLATE_NOOP("cprquick", "Compression rate, running mean")},
-    {E::compInactivity, E::CprSessionInfo, QT_TRANSLATE_NOOP("cprquick", "Length of all pauses")},
+    {E::compInactivity, E::CprSessionInfo, QT_TRANSLATE_NOOP("cprquick", "Sum of all reports of pauses")},
 };
 
 constexpr EventKind eventKinds[] = {

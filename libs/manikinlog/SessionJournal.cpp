@@ -7,6 +7,7 @@
 #include "private/FileCalls.h"
 #include "private/Limits.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 #include <QFileInfo>
 #include <QSignalBlocker>
@@ -59,18 +60,23 @@ Claimed claimed(const QString &name)
 QString whyNotClaimed(const Claimed &claimed, const QString &name)
 {
     if (claimed.isHeld)
-        return QStringLiteral("%1 is in use by another program; wait until that ends, or choose "
-                              "another name for the session")
+        return QCoreApplication::translate(
+                   "manikinlog",
+                   "%1 is in use by another program; wait until that ends, or choose "
+                   "another name for the session")
             .arg(name);
-    return QStringLiteral(
+    return QCoreApplication::translate(
+               "manikinlog",
                "%1 cannot be read: %2; remove it, or choose another name for the session")
         .arg(name, FileCalls::reason());
 }
 
 QString notRegular(const QString &name)
 {
-    return QStringLiteral("%1 is no regular file; remove it, or choose another name for the "
-                          "session")
+    return QCoreApplication::translate(
+               "manikinlog",
+               "%1 is no regular file; remove it, or choose another name for the "
+               "session")
         .arg(name);
 }
 
@@ -169,12 +175,12 @@ bool SessionJournal::makeFile(LeftJournal left, unsigned permissions)
         if (file < 0 && errno == EEXIST)
             continue;
         if (file < 0)
-            return fail(QStringLiteral("%1 cannot be created: %2")
+            return fail(QCoreApplication::translate("manikinlog", "%1 cannot be created: %2")
                             .arg(m_file.fileName(), FileCalls::reason()));
         ::close(file);
         // Without a buffer, which would write its content again after it was written in part.
         if (!m_file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
-            return fail(QStringLiteral("%1 cannot be opened: %2")
+            return fail(QCoreApplication::translate("manikinlog", "%1 cannot be opened: %2")
                             .arg(m_file.fileName(), m_file.errorString()));
         // Another program may have found the file, and removed it, before it was locked.
         if (lockPatiently(m_file.handle()) && FileCalls::isNamed(m_file.handle(), name))
@@ -201,11 +207,13 @@ bool SessionJournal::removeLeft(LeftJournal left)
     FileCalls::closeQuietly(journal.file);
     if (isRemoved)
         return true;
-    return fail(isNeeded
-                    ? QStringLiteral("%1 holds a session that was not saved; recover it, or say "
-                                     "that it can be discarded")
-                          .arg(name)
-                    : QStringLiteral("%1 cannot be removed: %2").arg(name, FileCalls::reason()));
+    return fail(isNeeded ? QCoreApplication::translate(
+                               "manikinlog",
+                               "%1 holds a session that was not saved; recover it, or say "
+                               "that it can be discarded")
+                               .arg(name)
+                         : QCoreApplication::translate("manikinlog", "%1 cannot be removed: %2")
+                               .arg(name, FileCalls::reason()));
 }
 
 bool SessionJournal::create()
@@ -221,7 +229,7 @@ bool SessionJournal::create()
     if (!sync())
         return false;
     return FileCalls::syncFolderOf(m_file.fileName())
-        || fail(QStringLiteral("%1 cannot be written: %2")
+        || fail(QCoreApplication::translate("manikinlog", "%1 cannot be written: %2")
                     .arg(m_file.fileName(), FileCalls::reason()));
 }
 
@@ -246,7 +254,7 @@ bool SessionJournal::add(const Record &record)
 bool SessionJournal::write(const Record &record)
 {
     return m_writer->write(record)
-        || fail(QStringLiteral("%1: a record is left out: %2")
+        || fail(QCoreApplication::translate("manikinlog", "%1: a record is left out: %2")
                     .arg(m_file.fileName(), m_writer->errorString()));
 }
 
@@ -332,11 +340,13 @@ void SessionJournal::waitForDisk(const QString &reason)
         end();
     if (!isFirst && !isTooMuch)
         return;
-    QString text = QStringLiteral("%1 cannot be written: %2").arg(m_file.fileName(), reason);
+    QString text = QCoreApplication::translate("manikinlog", "%1 cannot be written: %2")
+                       .arg(m_file.fileName(), reason);
     if (isTooMuch)
-        text += QStringLiteral("; it ends here, as too many records wait");
+        text +=
+            QCoreApplication::translate("manikinlog", "; it ends here, as too many records wait");
     else if (m_syncedBytes > 0)
-        text += QStringLiteral("; its records wait in memory");
+        text += QCoreApplication::translate("manikinlog", "; its records wait in memory");
     fail(text);
 }
 
@@ -349,8 +359,8 @@ bool SessionJournal::remove()
     const bool isRemoved =
         !FileCalls::isNamed(m_file.handle(), name) || ::unlink(name.constData()) == 0;
     if (!isRemoved)
-        fail(
-            QStringLiteral("%1 cannot be removed: %2").arg(m_file.fileName(), FileCalls::reason()));
+        fail(QCoreApplication::translate("manikinlog", "%1 cannot be removed: %2")
+                 .arg(m_file.fileName(), FileCalls::reason()));
     close();
     return isRemoved;
 }

@@ -93,7 +93,7 @@ std::vector<AdviceLine> adviceLines(const Figures &figures)
     const QString primary = adviceText(figures.primaryAdvice, figures.primarySide);
     const QString secondary = adviceText(figures.secondaryAdvice, figures.secondarySide);
     if (primary.isEmpty() && secondary.isEmpty())
-        return {{advice, QCoreApplication::translate("sessionplot", "none, nothing to correct")}};
+        return {{advice, QCoreApplication::translate("sessionplot", "none was given")}};
     std::vector<AdviceLine> lines;
     lines.push_back({QCoreApplication::translate("sessionplot", "First advice"), primary});
     if (!secondary.isEmpty())

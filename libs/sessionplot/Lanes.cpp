@@ -298,7 +298,7 @@ void paintGround(const LaneContext &context, const QRectF &plot)
     context.painter->fillRect(plot, context.style->theme.lane);
 }
 
-void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave)
+bool paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave)
 {
     const Style &style = *context.style;
     const Targets &targets = context.model->review().targets;
@@ -347,6 +347,7 @@ void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &w
     if (samples.count() == 0 && first == last)
         paintNotice(context, area.plot,
                     QCoreApplication::translate("sessionplot", "no compressions recorded"));
+    return !showsPeaks && first != last;
 }
 
 void paintRate(const LaneContext &context, const LaneArea &area)

@@ -47,7 +47,8 @@ ValueScale volumeScale(const PlotModel &model, const QRectF &plot);
 
 /// Lanes with a scale: the ground first, then what lies behind all lanes, then the values.
 void paintGround(const LaneContext &context, const QRectF &plot);
-void paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave);
+/// True when it shows the depths by columns, as a curve would fill the area.
+bool paintDepth(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 void paintRate(const LaneContext &context, const LaneArea &area);
 void paintVolume(const LaneContext &context, const LaneArea &area, WavePainter &wave);
 /// The depths of two sessions, over one another: the other's lighter and dashed. Curves where there
@@ -56,7 +57,7 @@ void paintTwoDepths(const LaneContext &context, const LaneContext &other, const 
                     WavePainter &wave, WavePainter &otherWave);
 
 /// Pauses and packet losses, over \a stack, the area of all lanes that they concern.
-void paintPauseShades(const LaneContext &context, const QRectF &stack);
+void paintPauseShades(const LaneContext &context, const QRectF &stack, const QRectF &hatched);
 void paintLosses(const LaneContext &context, const QRectF &stack);
 
 /// The lengths of the pauses.

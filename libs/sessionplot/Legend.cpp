@@ -42,7 +42,7 @@ void paintSymbols(QPainter *painter, const Style &style, const QRectF &swatch,
     }
 }
 
-std::vector<LegendItem> legendItems(const PlotModel &model)
+std::vector<LegendItem> legendItems(const PlotModel &model, bool hasDepthSpread)
 {
     std::vector<LegendItem> items;
     items.push_back({QCoreApplication::translate("sessionplot", "target band"),
@@ -58,15 +58,16 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
                                       {Symbol::TriangleUp, Symbol::TriangleDown},
                                       style.theme.fault);
                      }});
-    if (model.review().figures.training.compressions)
-        items.push_back({QCoreApplication::translate("sessionplot", "depths, with their median"),
-                         [](QPainter *painter, const Style &style, const QRectF &swatch) {
-                             painter->fillRect(swatch, style.theme.bars);
-                             const qreal line = 2 * style.hair;
-                             painter->fillRect(QRectF(swatch.left(), swatch.center().y() - line / 2,
-                                                      swatch.width(), line),
-                                               style.theme.text);
-                         }});
+    if (hasDepthSpread)
+        items.push_back(
+            {QCoreApplication::translate("sessionplot", "depths, with the median of several"),
+             [](QPainter *painter, const Style &style, const QRectF &swatch) {
+                 painter->fillRect(swatch, style.theme.bars);
+                 const qreal line = 2 * style.hair;
+                 painter->fillRect(
+                     QRectF(swatch.left(), swatch.center().y() - line / 2, swatch.width(), line),
+                     style.theme.text);
+             }});
     if (model.review().figures.training.compressions)
         items.push_back({QCoreApplication::translate("sessionplot", "release line"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
@@ -80,6 +81,8 @@ std::vector<LegendItem> legendItems(const PlotModel &model)
         items.push_back({QCoreApplication::translate("sessionplot", "pause"),
                          [](QPainter *painter, const Style &style, const QRectF &swatch) {
                              painter->fillRect(swatch, style.theme.pause);
+                             drawHatching(painter, swatch, 0.5 * style.em, style.hair,
+                                          style.theme.pauseLines, Slant::Falling);
                          }});
     if (std::any_of(model.review().cycles.begin(), model.review().cycles.end(),
                     [](const Cycle &cycle) { return cycle.isMiscounted; }))
@@ -138,21 +141,25 @@ int layOutLegend(const Style &style, const std::vector<LegendItem> &items, const
 
 qreal legendHeight(const Style &style, const PlotModel &model, qreal width)
 {
-    const int lines = layOutLegend(style, legendItems(model), QRectF(0, 0, width, 0),
+    const bool canHaveSpread = model.review().figures.training.compressions;
+    const int lines = layOutLegend(style, legendItems(model, canHaveSpread), QRectF(0, 0, width, 0),
                                    [](const LegendItem &, const QRectF &) {});
     return std::ceil(lines * style.small.line());
 }
 
-void paintLegend(QPainter *painter, const Style &style, const PlotModel &model, const QRectF &area)
+void paintLegend(QPainter *painter, const Style &style, const PlotModel &model, bool hasDepthSpread,
+                 const QRectF &area)
 {
-    layOutLegend(style, legendItems(model), area, [&](const LegendItem &item, const QRectF &box) {
-        const qreal inset = 0.18 * box.height();
-        const QRectF swatch(box.left(), box.top() + inset, swatchWidth * style.em,
-                            box.height() - 2 * inset);
-        item.paintSwatch(painter, style, swatch);
-        style.small.draw(painter, box.adjusted((swatchWidth + 0.5) * style.em, 0, 1, 0),
-                         Qt::AlignLeft, item.text, style.theme.text);
-    });
+    layOutLegend(style, legendItems(model, hasDepthSpread), area,
+                 [&](const LegendItem &item, const QRectF &box) {
+                     const qreal inset = 0.18 * box.height();
+                     const QRectF swatch(box.left(), box.top() + inset, swatchWidth * style.em,
+                                         box.height() - 2 * inset);
+                     item.paintSwatch(painter, style, swatch);
+                     style.small.draw(painter,
+                                      box.adjusted((swatchWidth + 0.5) * style.em, 0, 1, 0),
+                                      Qt::AlignLeft, item.text, style.theme.text);
+                 });
 }
 
 } // namespace sessionplot

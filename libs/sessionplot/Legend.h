@@ -14,10 +14,11 @@ namespace sessionplot {
 class PlotModel;
 struct Style;
 
-/// Height of the legend in a picture of that width.
+/// The most height that the legend takes in a picture of that width.
 qreal legendHeight(const Style &style, const PlotModel &model, qreal width);
 /// What the marks mean that occur in the session.
-void paintLegend(QPainter *painter, const Style &style, const PlotModel &model, const QRectF &area);
+void paintLegend(QPainter *painter, const Style &style, const PlotModel &model, bool hasDepthSpread,
+                 const QRectF &area);
 
 } // namespace sessionplot
 

@@ -258,8 +258,9 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
         if (!lane->plot.isNull())
             paintGround(context, lane->plot);
     }
-    paintPauseShades(context, m_stack);
-    paintTimeGrid(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
+    const QRectF underLanes(QPointF(plotLeft, lanesTop), m_stack.bottomRight());
+    paintPauseShades(context, m_stack, underLanes);
+    paintTimeGrid(context, underLanes);
 
     if (layout.parts.testFlag(FlagsPart))
         m_flags = layout.flags.paint(context, flags, lanesTop, stackBottom);
@@ -267,19 +268,19 @@ void ReviewPicture::paintParts(QPainter *painter, const Style &style, const Layo
         paintPauseLengths(context, pauses);
     if (layout.parts.testFlag(CyclesPart))
         paintCycles(context, cycles);
-    if (layout.parts.testFlag(DepthPart))
-        paintDepth(context, depth, m_depthPainter);
+    const bool hasDepthSpread =
+        layout.parts.testFlag(DepthPart) && paintDepth(context, depth, m_depthPainter);
     if (layout.parts.testFlag(FaultsPart))
         paintFaults(context, faults);
     if (layout.parts.testFlag(RatePart))
         paintRate(context, rate);
     if (layout.parts.testFlag(VolumePart))
         paintVolume(context, volume, m_volumePainter);
-    paintLosses(context, QRectF(QPointF(plotLeft, lanesTop), m_stack.bottomRight()));
+    paintLosses(context, underLanes);
     if (layout.parts.testFlag(TimeAxisPart))
         paintTimeAxis(context, axis);
     if (layout.parts.testFlag(LegendPart))
-        paintLegend(painter, style, *m_model,
+        paintLegend(painter, style, *m_model, hasDepthSpread,
                     QRectF(area.left(), y, area.width(), area.bottom() - y));
 }
 

@@ -61,8 +61,9 @@ qreal timeAxisHeight(const Style &style)
     return std::ceil(style.small.line() + 0.5 * style.em);
 }
 
-void paintPauseShades(const LaneContext &context, const QRectF &stack)
+void paintPauseShades(const LaneContext &context, const QRectF &stack, const QRectF &hatched)
 {
+    const Style &style = *context.style;
     // In a picture of many hours all pauses together would cover everything.
     constexpr qreal minWidth = 0.5;
     for (const Span &pause : context.model->review().pauses) {
@@ -72,9 +73,11 @@ void paintPauseShades(const LaneContext &context, const QRectF &stack)
         const qreal right = context.time.boundedX(pause.end);
         if (right - left < minWidth)
             continue;
-        const qreal width = qMax(right - left, context.style->hair);
+        const qreal width = qMax(right - left, style.hair);
         context.painter->fillRect(snapped(QRectF(left, stack.top(), width, stack.height())),
-                                  context.style->theme.pause);
+                                  style.theme.pause);
+        drawHatching(context.painter, QRectF(left, hatched.top(), width, hatched.height()),
+                     0.5 * style.em, style.hair, style.theme.pauseLines, Slant::Falling);
     }
 }
 

@@ -47,15 +47,17 @@ Theme Theme::light()
     theme.text = QColor(22, 26, 31);
     theme.mutedText = QColor(86, 94, 104);
     theme.band = QColor(0, 158, 115, 56);
-    theme.bandEdge = QColor(0, 128, 92);
+    theme.bandEdge = QColor(0, 116, 82);
     theme.curve = QColor(0, 82, 147);
     theme.curveArea = QColor(0, 114, 178, 70);
     theme.otherCurve = QColor(190, 100, 150);
     theme.bars = QColor(0, 114, 178);
     theme.pause = QColor(221, 223, 227);
+    theme.pauseLines = QColor(150, 157, 166);
     theme.loss = QColor(100, 60, 110);
-    theme.fault = QColor(196, 72, 0);
+    theme.fault = QColor(176, 62, 0);
     theme.flag = QColor(40, 46, 54);
+    theme.cursor = QColor(122, 0, 224);
     return theme;
 }
 
@@ -75,9 +77,11 @@ Theme Theme::dark()
     theme.otherCurve = QColor(176, 98, 140);
     theme.bars = QColor(86, 180, 233);
     theme.pause = QColor(58, 64, 72);
+    theme.pauseLines = QColor(116, 124, 134);
     theme.loss = QColor(214, 150, 190);
     theme.fault = QColor(240, 146, 40);
     theme.flag = QColor(225, 229, 234);
+    theme.cursor = QColor(255, 232, 60);
     return theme;
 }
 

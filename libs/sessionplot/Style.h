@@ -30,9 +30,11 @@ struct Theme {
     QColor otherCurve; ///< of another session; differs in lightness
     QColor bars;
     QColor pause;
+    QColor pauseLines; ///< hatching, by which a pause is told from the band without colour
     QColor loss;
     QColor fault;
     QColor flag;
+    QColor cursor; ///< the time that is looked at; unlike all others
     QFont font; ///< its size is not used
 
     static Theme light();

@@ -121,17 +121,20 @@ void drawRule(QPainter *painter, const QPointF &from, const QPointF &to, qreal w
 }
 
 void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal lineWidth,
-                  const QColor &color)
+                  const QColor &color, Slant slant)
 {
     if (!(area.width() > 0) || !(area.height() > 0) || !(distance > 0))
         return;
-    // The lines are x + y = sum.
+    // The lines are x + y = sum; falling ones are these upside down.
+    const auto height = [&](qreal y) {
+        return slant == Slant::Rising ? y : area.top() + area.bottom() - y;
+    };
     QVector<QLineF> lines;
     const qreal first = std::ceil((area.left() + area.top()) / distance) * distance;
     for (qreal sum = first; sum < area.right() + area.bottom(); sum += distance) {
         const qreal fromX = qMax(area.left(), sum - area.bottom());
         const qreal toX = qMin(area.right(), sum - area.top());
-        lines.append(QLineF(fromX, sum - fromX, toX, sum - toX));
+        lines.append(QLineF(fromX, height(sum - fromX), toX, height(sum - toX)));
     }
     const bool wasAntialiasing = painter->testRenderHint(QPainter::Antialiasing);
     // In a narrow strip sharp lines do as well, and cost much less.

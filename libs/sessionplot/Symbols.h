@@ -56,10 +56,12 @@ QRect snapped(const QRectF &area);
 void drawRule(QPainter *painter, const QPointF &from, const QPointF &to, qreal width,
               const QColor &color);
 
+enum class Slant { Rising, Falling };
+
 /// Draws slanting lines \a distance apart. They are cut at the edges by computation, because not
 /// every paint device can clip, and go on from one area to the next.
 void drawHatching(QPainter *painter, const QRectF &area, qreal distance, qreal lineWidth,
-                  const QColor &color);
+                  const QColor &color, Slant slant = Slant::Rising);
 
 /// A dashed curve. Of straight lines it costs a fraction of what it costs as a polyline with a pen.
 void drawDashed(QPainter *painter, const QPolygonF &curve, const QColor &color, qreal lineWidth);

@@ -11,6 +11,7 @@
 #include <CPREventSessionStatistics.h>
 #include <private/Units.h>
 
+#include <algorithm>
 #include <tuple>
 
 namespace sessionreview {
@@ -130,6 +131,12 @@ Figures figuresOf(const CPRData &session)
         figures.manikinType = info->getManikinType();
         figures.ageLetter = info->patientAgeType();
         figures.firmware = textOf(info, E::manikinFirmwareVersion);
+    }
+    // A session of which a part of the wave is lost is loaded with the length of the rest.
+    for (const E::EventTag tag : {E::TagComp, E::TagVent}) {
+        const E *last = events->at(tag, events->count(tag) - 1);
+        if (last && figures.secs > 0)
+            figures.secs = std::max(figures.secs, last->eventEndTime() / Units::msecsPerSecond);
     }
     figures.secsSoFar =
         figures.secs > 0 ? figures.secs : events->sessionTime() / Units::msecsPerSecond;

@@ -23,7 +23,7 @@ struct Figures {
     int protocol = 0; ///< the CPR protocol, 0 to 5
     /// What the protocol trains, and what was done in the session all the same.
     Training training = trainingOf(protocol);
-    int secs = 0; ///< length of the session; 0 until the manikin has sent it
+    int secs = 0; ///< length, to the last event at least; 0 until the manikin has sent it
     int secsSoFar = 0; ///< the same; until then the session time
     QString manikinName; ///< empty when it has none
     int manikinType = 0; ///< CPREventBase::ManikinType

@@ -22,6 +22,7 @@ using E = CPREventBase;
 constexpr int stepMs = 250;
 constexpr int delayMs = 250; // messages that are on their way
 constexpr int minShownMs = 4000;
+constexpr int minShownDoneMs = 2000; // of what the learner does already
 // Whoever looks on again after a while is told what matters now.
 constexpr int maxCaughtUpMs = 120000;
 
@@ -154,9 +155,9 @@ void LiveAdvice::step(const CPRData &session, const Targets &targets, int msecs)
     if (isStandClear(clear, msecs))
         show(Prompt::StandClear, msecs);
     else if (m_shown == Prompt::StandClear)
-        show(Prompt::ContinueCompressions, msecs);
+        show(isPressed ? Prompt::ContinueCompressions : Prompt::ContinueVentilations, msecs);
     else if ((m_shown != Prompt::ContinueCompressions || goesOn || pause.isTooLong)
-             && msecs - m_since >= minShownMs)
+             && msecs - m_since >= (m_shown == Prompt::EndPause ? minShownDoneMs : minShownMs))
         show(wanted, msecs);
 }
 

@@ -17,6 +17,7 @@ namespace sessionreview {
 enum class Prompt {
     StandClear, ///< the AED analyses, charges or shocks
     ContinueCompressions, ///< the AED has let go, and nobody presses yet
+    ContinueVentilations, ///< the same where only ventilations are trained
     EndPause, ///< the first of the faults
     PressDeeper,
     PressFaster,
@@ -49,9 +50,10 @@ constexpr int minJudgedVentilations = 2;
 /// Follows a running session and says one thing at a time.
 ///
 /// A fault is said when three of the last ten compressions, or half of the last four ventilations,
-/// have it, and until it has become rare. What is said stays for 4 s, so that it can be read; only
-/// what the AED asks for comes at once. All times are those of the session, in steps of a
-/// quarter of a second: a replay says the same at any speed.
+/// have it, and until it has become rare. What is said stays for 4 s, so that it can be read; that
+/// a pause has to end is said for 2 s when it is over; only what the AED asks for comes at once.
+/// All times are those of the session, in steps of a quarter of a second: a replay says the same at
+/// any speed.
 class LiveAdvice {
 public:
     /// Brings it up to \a msecs of session time. An earlier time than the last begins anew.

@@ -52,6 +52,7 @@ struct PromptWord {
 constexpr PromptWord prompts[] = {
     {Prompt::StandClear,           QT_TRANSLATE_NOOP("sessionreview", "Stand clear.")},
     {Prompt::ContinueCompressions, QT_TRANSLATE_NOOP("sessionreview", "Continue compressions.")},
+    {Prompt::ContinueVentilations, QT_TRANSLATE_NOOP("sessionreview", "Continue ventilations.")},
     {Prompt::EndPause,             QT_TRANSLATE_NOOP("sessionreview", "Go on, keep the pause short.")},
     {Prompt::PressDeeper,          QT_TRANSLATE_NOOP("sessionreview", "Press deeper.")},
     {Prompt::PressFaster,          QT_TRANSLATE_NOOP("sessionreview", "Press faster.")},

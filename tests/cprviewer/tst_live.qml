@@ -60,6 +60,12 @@ ViewerCase {
         tryVerify(() => panels.filter(name => item(name).visible).join() === data.shown.join()
                         && (!data.title || item("compressions").title === data.title));
     }
+    function test_continuesWhatIsTrained() {
+        replay(61.5);
+        desk.setProtocol(2); // ventilations only
+        desk.advance(64.5);
+        tryCompare(item("advice"), "words", "Continue ventilations.");
+    }
     function test_goesOnFromThere() {
         verify(viewer.startReplay(desk.data("two-rescuers.cprlog"), 1));
         desk.advance(60);

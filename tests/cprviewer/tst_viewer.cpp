@@ -99,6 +99,11 @@ public:
         const QSize size = QImage(picture).size();
         return {answer.status, size.width(), size.height(), int(answer.errors.count('\n'))};
     }
+    /// What the other program prints.
+    Q_INVOKABLE QString cprsession(const QStringList &arguments) const
+    {
+        return testsupport::run(CPRSESSION_PROGRAM, arguments, m_home->path()).output;
+    }
     /// Lets the program record a session and kills it as soon as nine seconds are on the disk.
     Q_INVOKABLE bool killRecording()
     {

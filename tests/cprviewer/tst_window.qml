@@ -155,11 +155,14 @@ ViewerCase {
         tryCompare(viewer, "isLive", false);
         window.show(Main.Review);
         tryCompare(window.pageItem.events, "count", 187);
-        verify(desk.append("gone.cprlog", text.slice(0, half)) && viewer.startReplay(desk.newFile("gone.cprlog"), 1000));
-        desk.advance(1000);
-        verify(desk.remove("gone.cprlog"));
-        tryCompare(viewer, "isLive", false);
-        compare(viewer.problem, desk.newFile("gone.cprlog") + " is not there any more");
+        for (const [replaced, reason] of [["", " is not there any more"], [text, " was cut or replaced"]]) {
+            verify(desk.append("gone.cprlog", text.slice(0, half)) && viewer.startReplay(desk.newFile("gone.cprlog"), 1000));
+            desk.advance(1000);
+            verify(desk.remove("gone.cprlog") && (!replaced || desk.append("gone.cprlog", replaced)));
+            tryCompare(viewer, "isLive", false);
+            compare(viewer.problem, desk.newFile("gone.cprlog") + reason);
+            viewer.discard();
+        }
     }
     function test_space() {
         load(desk.data("two-rescuers.cprlog"));

@@ -10,13 +10,16 @@ Button {
     id: button
 
     property string help: ""
+    property color focusColor: Look.accent // stands out from what the button lies on
+    readonly property bool isSymbol: !/\w/.test(button.text)
 
     implicitHeight: Look.controlHeight
     // Whole pixels: a width that is a trace too small cuts the text.
     leftPadding: Math.round(Look.padding * 0.8)
     rightPadding: Math.round(Look.padding * 0.8)
     font.pixelSize: Look.normal
-    Accessible.name: button.help.length > 0 ? button.help : button.text
+    Accessible.name: button.isSymbol ? button.help : button.text
+    Accessible.description: button.isSymbol ? "" : button.help
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
@@ -46,7 +49,8 @@ Button {
         color: button.highlighted ? Look.accent
                                   : button.down || button.hovered ? Look.controlHover : Look.control
         opacity: button.enabled ? 1 : 0.6
+        border { color: Look.outline; width: button.highlighted ? 0 : 1 }
 
-        FocusFrame { visible: button.visualFocus }
+        FocusFrame { visible: button.visualFocus; border.color: button.focusColor }
     }
 }

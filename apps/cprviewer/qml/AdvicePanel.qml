@@ -31,6 +31,7 @@ Card {
          : panel.tone === LiveFigures.Instruction ? Look.accent : Look.card
     Accessible.role: panel.isLoud ? Accessible.AlertMessage : Accessible.StaticText
     Accessible.name: qsTr("Advice") + ": " + panel.words
+    Accessible.onNameChanged: if (panel.visible) Words.announce(panel)
 
     RowLayout {
         anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
@@ -59,6 +60,7 @@ Card {
             objectName: "stop"
             visible: panel.isLive
             text: qsTr("End session")
+            focusColor: panel.isLoud ? Look.accentText : Look.accent
             onClicked: panel.stopWanted()
         }
         ActionButton {

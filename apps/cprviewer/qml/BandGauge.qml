@@ -42,9 +42,14 @@ Item {
             width: parent.width
             y: Math.min(gauge.position(gauge.bandFrom), gauge.position(gauge.bandTo))
             height: Math.abs(gauge.position(gauge.bandTo) - gauge.position(gauge.bandFrom))
-            color: Look.colors.band
-            border.color: Look.good
-            border.width: Math.max(2, Math.round(3 * Look.unit))
+            color: "transparent"
+            border { color: Look.card; width: 2 } // keeps the edges apart from what fills the column
+
+            Rectangle {
+                anchors { fill: parent; margins: 2 }
+                color: Look.colors.band
+                border { color: Look.good; width: Math.max(2, Math.round(3 * Look.unit)) }
+            }
         }
         Rectangle {
             visible: gauge.limit > 0

@@ -10,9 +10,10 @@ LivePanel {
 
     property string number: "–"
     property string unit: ""
-    property bool isFault: false
+    property string fault: "" // what is wrong with it
+    readonly property bool isFault: panel.fault.length > 0
 
-    spoken: panel.number + " " + panel.unit
+    spoken: [panel.number + " " + panel.unit, panel.fault].filter(part => part.length > 0).join(", ")
     border.color: panel.isFault ? Look.fault : Look.frame
     border.width: panel.isFault ? Math.max(2, Math.round(4 * Look.unit)) : 1
 

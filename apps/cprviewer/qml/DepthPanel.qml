@@ -21,7 +21,7 @@ LivePanel {
     title: qsTr("Depth")
     corner: panel.figures.depthMax > 0
             ? qsTr("Target %1–%2 mm").arg(panel.figures.depthMin.toFixed(0)).arg(panel.figures.depthMax.toFixed(0)) : ""
-    spoken: qsTr("%1 mm, %2, %3").arg(panel.shown).arg(depthVerdict.words).arg(releaseVerdict.words)
+    spoken: !panel.hasLast ? qsTr("none yet") : qsTr("%1 mm, %2, %3").arg(panel.shown).arg(depthVerdict.words).arg(releaseVerdict.words)
 
     BandGauge {
         id: gauge

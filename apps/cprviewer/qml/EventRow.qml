@@ -19,7 +19,7 @@ Item {
 
     height: Look.rowHeight
     Accessible.role: Accessible.ListItem
-    Accessible.name: [row.startText, row.typeName, row.detail, row.faultText].filter(part => part.length > 0).join(", ")
+    Accessible.name: [row.startText, row.typeName, row.detail, row.correct === true ? qsTr("right") : row.faultText].filter(part => part.length > 0).join(", ")
     Accessible.selected: row.isChosen
     Accessible.onPressAction: row.picked(row.index)
 
@@ -28,6 +28,8 @@ Item {
         color: row.isChosen ? Look.chosen : "transparent"
         border.color: Look.accent
         border.width: row.isChosen && row.ListView.view.activeFocus ? 2 : 0
+
+        Rectangle { visible: row.isChosen; width: Math.round(4 * Look.unit); height: parent.height; color: Look.accent }
     }
     PageText {
         id: time
@@ -62,7 +64,7 @@ Item {
             visible: row.faultText.length > 0
             width: parent.width
             text: row.faultText
-            color: row.isChosen ? Look.text : Look.fault // has too little contrast there
+            color: Look.fault
             font.pixelSize: Look.small
             Accessible.ignored: true
         }

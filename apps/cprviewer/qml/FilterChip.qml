@@ -31,6 +31,7 @@ AbstractButton {
     background: Rectangle {
         radius: height / 2
         color: chip.checked ? Look.accent : chip.hovered ? Look.controlHover : Look.control
+        border { color: Look.outline; width: chip.checked ? 0 : 1 }
 
         FocusFrame { visible: chip.visualFocus; radius: height / 2 }
     }

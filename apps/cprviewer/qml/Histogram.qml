@@ -18,12 +18,13 @@ Item {
     required property int total // compressions or ventilations in all bars; 0 when it is not known
     property int chosen: -1
 
-    readonly property string shown: histogram.chosen < 0 ? "" : histogram.total > 0
-        ? qsTr("%1: %2 % ≈ %3 of %4").arg(histogram.ranges[histogram.chosen]).arg(histogram.values[histogram.chosen])
-          .arg(Math.round(histogram.values[histogram.chosen] * histogram.total / 100)).arg(histogram.total)
-        : histogram.share(histogram.chosen)
+    readonly property string shown: histogram.chosen < 0 ? "" : histogram.share(histogram.chosen)
 
-    function share(bar) { return qsTr("%1: %2 %").arg(histogram.ranges[bar]).arg(histogram.values[bar]); }
+    function share(bar) {
+        const range = histogram.ranges[bar], percent = histogram.values[bar];
+        return histogram.total === 0 ? qsTr("%1: %2 %").arg(range).arg(percent)
+            : qsTr("%1: %2 % ≈ %3 of %4").arg(range).arg(percent).arg(Math.round(percent * histogram.total / 100)).arg(histogram.total);
+    }
 
     function move(step) {
         histogram.chosen = Math.max(0, Math.min(histogram.values.length - 1, histogram.chosen + step));
@@ -35,7 +36,8 @@ Item {
     Keys.onLeftPressed: histogram.move(-1)
     Keys.onRightPressed: histogram.move(1)
     Accessible.role: Accessible.Chart
-    Accessible.name: histogram.name + ": " + (histogram.shown || histogram.values.map((value, bar) => histogram.share(bar)).join(", "))
+    Accessible.name: qsTr("%1, %2").arg(histogram.name).arg(histogram.unit) + (histogram.shown ? ": " + histogram.shown : "")
+    Accessible.description: histogram.values.map((value, bar) => histogram.share(bar)).join("; ")
     Accessible.focusable: true
 
     Column {

@@ -93,7 +93,7 @@ FocusScope {
                 title: page.hasCycles ? qsTr("Compressions in cycle") : qsTr("Compressions")
                 number: page.hasCycles ? live.compressionsInCycle.toString() : live.compressionCount.toString()
                 unit: page.hasCycles ? qsTr("of %1").arg(live.compressionsPerCycle) : ""
-                isFault: live.hasTooManyCompressions
+                fault: live.hasTooManyCompressions ? qsTr("Too many") : ""
             }
             CounterPanel {
                 objectName: "ventilations"
@@ -104,7 +104,7 @@ FocusScope {
                 title: page.hasCycles ? qsTr("Ventilations in cycle") : qsTr("Ventilations")
                 number: page.hasCycles ? live.ventilationsInCycle.toString() : live.ventilationCount.toString()
                 unit: page.hasCycles ? qsTr("of %1").arg(live.ventilationsPerCycle) : ""
-                isFault: live.hasTooManyVentilations
+                fault: live.hasTooManyVentilations ? qsTr("Too many") : ""
             }
             CounterPanel {
                 id: breathing
@@ -117,8 +117,8 @@ FocusScope {
                 number: live.ventilationRate > 0 ? live.ventilationRate.toString() : "–"
                 unit: qsTr("target %1–%2").arg(live.ventilationRateMin).arg(live.ventilationRateMax)
                 isOutdated: page.isOver || live.isVentilationOutdated
-                isFault: !breathing.isOutdated && (live.ventilationRateSide === LiveFigures.Below
-                                                   || live.ventilationRateSide === LiveFigures.Above)
+                fault: breathing.isOutdated ? "" : live.ventilationRateSide === LiveFigures.Below ? qsTr("Too slow")
+                       : live.ventilationRateSide === LiveFigures.Above ? qsTr("Too fast") : ""
             }
             CounterPanel {
                 id: pause
@@ -127,10 +127,10 @@ FocusScope {
                 Layout.fillWidth: true
                 Layout.fillHeight: true
                 Layout.preferredWidth: 270
-                title: pause.isRunning && live.isPauseAskedFor ? qsTr("Pause for the AED") : qsTr("Pause")
+                title: pause.isRunning && live.isPauseAskedFor ? qsTr("AED pause") : qsTr("Pause")
                 number: pause.isRunning ? live.pause.toString() : "–"
                 unit: pause.isRunning ? qsTr("s") : ""
-                isFault: pause.isRunning && live.isPauseTooLong
+                fault: pause.isRunning && live.isPauseTooLong ? qsTr("Too long") : ""
             }
             CounterPanel {
                 objectName: "aed"

@@ -15,7 +15,7 @@ Card {
     default property alias content: body.data
 
     Accessible.role: Accessible.Indicator
-    Accessible.name: panel.title + ": " + panel.spoken
+    Accessible.name: panel.title + ": " + (panel.isOutdated ? qsTr("%1 (earlier)").arg(panel.spoken) : panel.spoken)
 
     PageText {
         id: titleText

@@ -35,6 +35,11 @@ AppDialog {
         Layout.preferredHeight: Math.round(10 * Look.unit)
         radius: height / 2
         color: Look.control
+        // A screen reader looks for these names.
+        readonly property real minimumValue: 0
+        readonly property real maximumValue: 1
+        readonly property real value: dialog.viewer.loadedShare
+
         Accessible.role: Accessible.ProgressBar
         Accessible.name: qsTr("%1 % loaded").arg(Math.round(100 * dialog.viewer.loadedShare))
 

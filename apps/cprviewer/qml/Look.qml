@@ -26,6 +26,7 @@ QtObject {
     readonly property color muted: look.colors.mutedText
     readonly property color accent: look.dark ? look.colors.bars : "#005a9e"
     readonly property color accentText: look.dark ? "#0b0f13" : "#ffffff"
+    readonly property color outline: look.dark ? "#858f9b" : "#737d8a" // of controls
     readonly property color chosen: look.dark ? "#23384a" : "#dcebf7"
     readonly property color good: look.colors.bandEdge
     readonly property color fault: look.colors.fault

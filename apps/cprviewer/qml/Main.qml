@@ -97,7 +97,7 @@ ApplicationWindow {
     palette.buttonText: Look.text
     palette.light: Look.controlHover
     palette.midlight: Look.controlHover
-    palette.mid: Look.frame
+    palette.mid: Look.outline
     palette.dark: Look.muted
     palette.highlight: Look.accent
     palette.highlightedText: Look.accentText

@@ -3,6 +3,7 @@
 
 import QtQuick 2.15
 import QtQuick.Layouts 1.15
+import CPRData 1.0
 import "."
 
 // What went wrong, or what may be done now, until somebody has seen it.
@@ -19,6 +20,7 @@ Rectangle {
     color: Look.fault
     Accessible.role: Accessible.AlertMessage
     Accessible.name: bar.text
+    Accessible.onNameChanged: if (bar.visible) Words.announce(bar)
 
     RowLayout {
         // Not as high as the bar, which would lay the text out again for a height that it gave.
@@ -38,7 +40,7 @@ Rectangle {
             wrapMode: Text.WrapAtWordBoundaryOrAnywhere
             maximumLineCount: 3
         }
-        ActionButton { objectName: "act"; visible: bar.action.length > 0; text: bar.action; onClicked: bar.acted() }
-        ActionButton { objectName: "dismiss"; text: qsTr("Close"); onClicked: bar.dismissed() }
+        ActionButton { objectName: "act"; visible: bar.action.length > 0; text: bar.action; focusColor: Look.accentText; onClicked: bar.acted() }
+        ActionButton { objectName: "dismiss"; text: qsTr("Close"); focusColor: Look.accentText; onClicked: bar.dismissed() }
     }
 }

@@ -89,6 +89,6 @@ Column {
         text: figures.hasManikin
               ? qsTr("Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording's mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.")
                 + " " + qsTr("An empty cell was not sent, or there is nothing to work it out from.")
-              : qsTr("The manikin has sent no figures of its own.")
+              : qsTr("There are no figures of the manikin's own.")
     }
 }

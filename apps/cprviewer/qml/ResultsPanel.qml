@@ -8,6 +8,7 @@ import "."
 // Who trained what, the scores, and both advices.
 Card {
     id: panel
+    objectName: "summary"
 
     property alias session: summary.session
     property bool isLive: false
@@ -51,9 +52,9 @@ Card {
 
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
         ScoreTile { objectName: "overall"; title: qsTr("Overall"); percent: summary.overallScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced); isMain: true }
-        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
-        ScoreTile { visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
-        ScoreTile { visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime; verdict: summary.verdictText(percent, least) }
+        ScoreTile { objectName: "compressionScore"; visible: summary.trainsCompressions; title: qsTr("Compressions"); percent: summary.compressionScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
+        ScoreTile { objectName: "ventilationScore"; visible: summary.trainsVentilations; title: qsTr("Ventilations"); percent: summary.ventilationScore; least: summary.basicThreshold; advanced: summary.advancedThreshold; verdict: summary.verdictText(percent, least, advanced) }
+        ScoreTile { objectName: "flowTime"; visible: summary.trainsCompressions; title: qsTr("Flow time"); percent: summary.flowTime; least: summary.leastFlowTime; verdict: summary.verdictText(percent, least) }
         Rectangle { width: 1; height: panel.height - 2 * Look.padding; color: Look.frame }
     }
     Row {
@@ -85,7 +86,7 @@ Card {
         anchors { left: who.right; right: parent.right; leftMargin: 2 * Look.padding; rightMargin: Look.padding }
         y: recorded.hasTiles ? panel.height - height - Look.gap / 2 : (panel.height - height) / 2
         visible: !summary.hasScores
-        text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("The manikin has sent no scores."))
+        text: (panel.isLive ? qsTr("Scores come at the end.") : qsTr("There are no scores."))
               + (recorded.hasTiles ? " " + qsTr("These figures are worked out from the recorded events.") : "")
         color: Look.muted
         font.pixelSize: recorded.hasTiles ? Look.small : Look.title
@@ -104,7 +105,7 @@ Card {
             objectName: "primaryAdvice"
             width: parent.width
             text: summary.primaryAdviceText.length > 0 ? "1.  " + summary.primaryAdviceText
-                                                      : qsTr("None: nothing to correct.")
+                                                      : qsTr("None was given.")
             font.pixelSize: Math.round(17 * Look.unit)
             font.bold: true
             wrapMode: Text.WordWrap

@@ -83,6 +83,7 @@ AppDialog {
             editable: true
             font.pixelSize: Look.normal
             Accessible.name: qsTr("Seed")
+            background: Rectangle { implicitWidth: Math.round(160 * Look.textUnit); color: Look.card; border.color: Look.outline }
         }
         PageText {
             Layout.fillWidth: true

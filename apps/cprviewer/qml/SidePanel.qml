@@ -23,6 +23,8 @@ Card {
     signal timeWanted(int from, int to) // ms of session time
     signal correctWanted(CPREventBase remark)
 
+    SessionSummary { id: summary; session: panel.session }
+
     TabBar {
         id: tabs
         anchors { left: parent.left; right: parent.right; top: parent.top; topMargin: 1; leftMargin: Look.gap / 2; rightMargin: Look.gap / 2 }
@@ -73,7 +75,7 @@ Card {
                 topPadding: Look.gap
                 width: parent.width
                 wrapMode: Text.WordWrap
-                text: qsTr("The manikin has sent no statistics.")
+                text: qsTr("There are no statistics.")
                 color: Look.muted
             }
             PageText {
@@ -110,6 +112,14 @@ Card {
         FactsPage {
             title: qsTr("Guidelines")
 
+            PageText {
+                objectName: "noGuidelines"
+                visible: summary.guidelines.length === 0
+                topPadding: Look.gap
+                width: parent.width
+                wrapMode: Text.WordWrap
+                text: qsTr("The session names no guideline set. What it does not hold has the values of a new session.")
+            }
             Facts {
                 objectName: "guidelines"
                 width: parent.width

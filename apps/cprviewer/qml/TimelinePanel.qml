@@ -85,12 +85,13 @@ Card {
             cursor: panel.position
         }
         Rectangle {
-            visible: x >= timeline.plotArea.x && x <= timeline.plotArea.x + timeline.plotArea.width
-            x: Math.round(timeline.cursorX)
+            visible: timeline.cursorX >= timeline.plotArea.left && timeline.cursorX <= timeline.plotArea.right
+            x: Math.round(timeline.cursorX) - 1
             y: timeline.plotArea.y
-            width: Math.max(2, Math.round(2 * Look.unit))
+            width: Math.max(2, Math.round(2 * Look.unit)) + 2
             height: timeline.plotArea.height
-            color: Look.fault
+            color: Look.colors.cursor
+            border { color: Look.card; width: 1 } // keeps it apart from what it crosses
         }
         FocusFrame { visible: view.activeFocus }
         MouseArea {
@@ -141,7 +142,7 @@ Card {
             highlighted: true
             Layout.minimumWidth: Math.round(104 * Look.unit)
             text: panel.isPlaying ? qsTr("Pause") : qsTr("Play")
-            help: qsTr("Play the session back (space)")
+            help: panel.isPlaying ? qsTr("Stop the playback (space)") : qsTr("Play the session back (space)")
             onClicked: panel.togglePlaying()
         }
         ActionButton {

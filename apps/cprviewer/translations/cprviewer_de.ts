@@ -296,6 +296,10 @@
         <source>%1 mm not released</source>
         <translation>Resttiefe %1 mm</translation>
     </message>
+<message>
+        <source>none yet</source>
+        <translation>noch keine</translation>
+    </message>
 </context>
 <context>
     <name>EventsPage</name>
@@ -787,6 +791,26 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Remark on this time (T)</source>
         <translation>Vermerk zu diesem Zeitpunkt (T)</translation>
     </message>
+<message>
+        <source>Too many</source>
+        <translation>Zu viele</translation>
+    </message>
+    <message>
+        <source>Too slow</source>
+        <translation>Zu langsam</translation>
+    </message>
+    <message>
+        <source>Too fast</source>
+        <translation>Zu schnell</translation>
+    </message>
+    <message>
+        <source>Too long</source>
+        <translation>Zu lang</translation>
+    </message>
+    <message>
+        <source>AED pause</source>
+        <translation>AED-Pause</translation>
+    </message>
 </context>
 <context>
     <name>LoadingDialog</name>
@@ -963,7 +987,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Übungspuppe</translation>
     </message>
     <message>
-        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording&apos;s mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
+        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording's mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
         <translation>Aufzeichnung: aus den angekommenen Ereignissen berechnet. Übungspuppe: von ihr gesendet, nach ihren eigenen Regeln. Beide können voneinander abweichen: Die mittlere Frequenz der Aufzeichnung folgt aus dem Abstand zweier Kompressionen, die Anteile aus der laufenden Frequenz, die die Puppe anzeigte; Lücken bis 2 s zählen als Kompressionszeit; was unterwegs verloren ging, kennt nur die Puppe.</translation>
     </message>
     <message>
@@ -973,6 +997,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>The manikin has sent no figures of its own.</source>
         <translation>Die Übungspuppe hat keine eigenen Werte gesendet.</translation>
+    </message>
+<message>
+        <source>There are no figures of the manikin's own.</source>
+        <translation>Es gibt keine eigenen Werte der Übungspuppe.</translation>
     </message>
 </context>
 <context>
@@ -1109,6 +1137,14 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>These figures are worked out from the recorded events.</source>
         <translation>Diese Werte sind aus den aufgezeichneten Ereignissen berechnet.</translation>
     </message>
+<message>
+        <source>None was given.</source>
+        <translation>Keine gegeben.</translation>
+    </message>
+    <message>
+        <source>There are no scores.</source>
+        <translation>Es gibt keine Bewertung.</translation>
+    </message>
 </context>
 <context>
     <name>ScenarioDialog</name>
@@ -1197,6 +1233,14 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Faults</source>
         <translation>Fehler</translation>
+    </message>
+<message>
+        <source>There are no statistics.</source>
+        <translation>Es gibt keine Statistik.</translation>
+    </message>
+    <message>
+        <source>The session names no guideline set. What it does not hold has the values of a new session.</source>
+        <translation>Die Sitzung nennt keinen Leitliniensatz. Was sie nicht enthält, hat die Werte einer neuen Sitzung.</translation>
     </message>
 </context>
 <context>
@@ -1303,6 +1347,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Remark on this time (T)</source>
         <translation>Vermerk zu diesem Zeitpunkt (T)</translation>
     </message>
+<message>
+        <source>Stop the playback (space)</source>
+        <translation>Wiedergabe anhalten (Leertaste)</translation>
+    </message>
 </context>
 <context>
     <name>Viewer</name>
@@ -1311,7 +1359,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Wiederhergestellte Sitzung</translation>
     </message>
     <message>
-        <source>There is no scenario &quot;%1&quot;.</source>
+        <source>There is no scenario "%1".</source>
         <translation>Es gibt kein Szenario „%1“.</translation>
     </message>
     <message>
@@ -1319,7 +1367,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Simuliert: %1</translation>
     </message>
     <message>
-        <source>The session&apos;s journal is written again; nothing is missing.</source>
+        <source>The session's journal is written again; nothing is missing.</source>
         <translation>Die Sitzung wird wieder gesichert; es fehlt nichts.</translation>
     </message>
     <message>
@@ -2024,7 +2072,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Name der Übungspuppe</translation>
     </message>
     <message>
-        <source>Compressions in the manikin&apos;s life</source>
+        <source>Compressions in the manikin's life</source>
         <translation>Kompressionen insgesamt auf der Übungspuppe</translation>
     </message>
     <message>
@@ -2328,7 +2376,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Beatmungen zu Beginn</translation>
     </message>
     <message>
-        <source>Ventilations in the manikin&apos;s life</source>
+        <source>Ventilations in the manikin's life</source>
         <translation>Beatmungen insgesamt an der Übungspuppe</translation>
     </message>
     <message>
@@ -2641,6 +2689,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 is no session any more, if it was one; something may be left</source>
         <translation>%1 ist keine Sitzung mehr, falls es eine war; vielleicht ist etwas übrig</translation>
+    </message>
+<message>
+        <source>Sum of all reports of pauses</source>
+        <translation>Summe aller Pausenmeldungen</translation>
     </message>
 </context>
 <context>
@@ -3100,7 +3152,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Bestanden: %1</translation>
     </message>
     <message>
-        <source>Figures are those of each learner&apos;s last session, worked out from the events that were recorded. A dash stands for what was not recorded or not received.</source>
+        <source>Figures are those of each learner's last session, worked out from the events that were recorded. A dash stands for what was not recorded or not received.</source>
         <translation>Die Werte sind die der jeweils letzten Sitzung, berechnet aus den aufgezeichneten Ereignissen. Ein Strich steht für das, was nicht aufgezeichnet oder nicht empfangen wurde.</translation>
     </message>
     <message>
@@ -3116,7 +3168,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Datum</translation>
     </message>
     <message>
-        <source>Instructor&apos;s name and signature</source>
+        <source>Instructor's name and signature</source>
         <translation>Name und Unterschrift der Kursleitung</translation>
     </message>
     <message>
@@ -3168,20 +3220,28 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Die letzten Sitzungen</translation>
     </message>
     <message>
-        <source>Instructor&apos;s remark</source>
+        <source>Instructor's remark</source>
         <translation>Bemerkung der Kursleitung</translation>
     </message>
     <message>
-        <source>Figures are worked out from the events that were recorded, and judged by the session&apos;s guideline set. A dash stands for what was not recorded or not received.</source>
+        <source>Figures are worked out from the events that were recorded, and judged by the session's guideline set. A dash stands for what was not recorded or not received.</source>
         <translation>Die Werte sind aus den aufgezeichneten Ereignissen berechnet und nach den Leitlinien der Sitzung beurteilt. Ein Strich steht für das, was nicht aufgezeichnet oder nicht empfangen wurde.</translation>
     </message>
     <message>
-        <source>The session&apos;s file is damaged. This page shows what could be read.</source>
+        <source>The session's file is damaged. This page shows what could be read.</source>
         <translation>Die Datei der Sitzung ist beschädigt. Diese Seite zeigt, was sich lesen ließ.</translation>
     </message>
     <message>
         <source>mm, mean</source>
         <translation>mm, Mittel</translation>
+    </message>
+<message>
+        <source>depths, with the median of several</source>
+        <translation>Tiefen, mit dem Median mehrerer</translation>
+    </message>
+    <message>
+        <source>none was given</source>
+        <translation>keine gegeben</translation>
     </message>
 </context>
 <context>
@@ -3801,6 +3861,71 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>other rules</source>
         <translation>andere Regeln</translation>
+    </message>
+<message>
+        <source>Continue ventilations.</source>
+        <translation>Weiter beatmen.</translation>
+    </message>
+</context>
+<context>
+    <name>EventRow</name>
+    <message>
+        <source>right</source>
+        <translation>richtig</translation>
+    </message>
+</context>
+<context>
+    <name>LivePanel</name>
+    <message>
+        <source>%1 (earlier)</source>
+        <translation>%1 (vorhin)</translation>
+    </message>
+</context>
+<context>
+    <name>manikinlog</name>
+    <message>
+        <source>%1 is in use by another program; wait until that ends, or choose another name for the session</source>
+        <translation>%1 wird von einem anderen Programm benutzt; warten, bis es endet, oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2; remove it, or choose another name for the session</source>
+        <translation>%1 kann nicht gelesen werden: %2; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 is no regular file; remove it, or choose another name for the session</source>
+        <translation>%1 ist keine gewöhnliche Datei; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be created: %2</source>
+        <translation>%1 kann nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 holds a session that was not saved; recover it, or say that it can be discarded</source>
+        <translation>%1 enthält eine Sitzung, die nicht gespeichert ist; sie wiederherstellen oder verwerfen lassen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed: %2</source>
+        <translation>%1 kann nicht entfernt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>%1: a record is left out: %2</source>
+        <translation>%1: ein Eintrag wird ausgelassen: %2</translation>
+    </message>
+    <message>
+        <source>; it ends here, as too many records wait</source>
+        <translation>; es endet hier, weil zu viele Einträge warten</translation>
+    </message>
+    <message>
+        <source>; its records wait in memory</source>
+        <translation>; seine Einträge warten im Speicher</translation>
     </message>
 </context>
 </TS>
