@@ -2435,6 +2435,22 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>%1 is saved, but will not be read whole: %2</source>
         <translation>%1 ist gespeichert, lässt sich aber nicht vollständig lesen: %2</translation>
     </message>
+    <message>
+        <source>the archive cannot be read everywhere: %1</source>
+        <translation>das Archiv lässt sich nicht überall lesen: %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 lässt sich nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>it is not what it was before</source>
+        <translation>der Inhalt ist nicht mehr derselbe</translation>
+    </message>
+    <message>
+        <source>it can be read only to byte %1: %2</source>
+        <translation>lässt sich nur bis Byte %1 lesen: %2</translation>
+    </message>
 </context>
 <context>
     <name>sessionplot</name>
