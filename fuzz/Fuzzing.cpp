@@ -96,13 +96,13 @@ Cost::~Cost()
 #ifdef COUNTS_MEMORY
     constexpr qint64 memory = 160 * 1024 * 1024; // two sessions, each with a gap of a day filled
     constexpr qint64 memoryPerByte = 64; // an event of 30 bytes is an object of a thousand
-    constexpr qint64 microseconds = 500'000;
-    constexpr qint64 microsecondsPerByte = 10; // with both sanitizers
     require(mostInUse - m_memory <= memory + memoryPerByte * m_bytes,
             "memory is bounded by the bytes that are read");
+#endif
+    constexpr qint64 microseconds = 500'000;
+    constexpr qint64 microsecondsPerByte = 10; // with both sanitizers
     require(microsecondsOfThread() - m_microseconds <= microseconds + microsecondsPerByte * m_bytes,
             "time is bounded by the bytes that are read");
-#endif
 }
 
 void prepare()

@@ -129,6 +129,8 @@ private:
                 archive.add(Finding::Warning, QStringLiteral("a session's members only"),
                             quoted(name));
         }
+        if (file.failure())
+            reportUnreadable(*file.failure());
         if (directory.entries > maxEntries) {
             archive.error(QStringLiteral("at most %1 members").arg(maxEntries),
                           QStringLiteral("more; the rest is not looked at"));
