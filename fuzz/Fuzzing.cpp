@@ -5,6 +5,7 @@
 
 #include "CPRData.h"
 
+#include <QAbstractEventDispatcher>
 #include <QCoreApplication>
 #include <QHash>
 #include <QLoggingCategory>
@@ -207,6 +208,18 @@ void fireTimers(CPRData &session)
             QCoreApplication::sendEvent(timer, &due);
         }
     }
+    // Single shots belong to the dispatcher, and outlive those that they are for. None may be left,
+    // neither of them nor of posted events: to look for one takes longer with each.
+    QAbstractEventDispatcher *dispatcher = QAbstractEventDispatcher::instance();
+    const QObjectList shots = dispatcher->children();
+    for (QObject *shot : shots) {
+        for (const QAbstractEventDispatcher::TimerInfo &timer :
+             dispatcher->registeredTimers(shot)) {
+            QTimerEvent due(timer.timerId);
+            QCoreApplication::sendEvent(shot, &due);
+        }
+    }
+    QCoreApplication::sendPostedEvents();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
