@@ -196,10 +196,10 @@ SessionLoader::Result SessionLoader::salvageArchive(const QString &name, const R
         return loadLog(name, Kind::Salvaged, report);
     Result result;
     auto session = std::make_unique<CPRData>();
-    sessionfiles::load(salvaged, *session);
+    const sessionfiles::LoadResult loaded = sessionfiles::load(salvaged, *session);
     result.session = std::move(session);
-    result.isDamaged = !salvaged.isAll;
-    result.report = salvaged.report;
+    result.isDamaged = !salvaged.isAll || !loaded.isComplete; // else it was changed meanwhile
+    result.report = salvaged.report + reportOf(loaded);
     return result;
 }
 
