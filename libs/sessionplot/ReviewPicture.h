@@ -55,13 +55,14 @@ public:
     /// The time to show, ms. A negative \a to stands for the end of the session; limits in the
     /// wrong order are exchanged.
     void setRange(qint64 from, qint64 to);
-    /// The size of the text, pixels, at most 1,000; 0, as it is from the start, and all else below 1
-    /// for one that suits the picture.
+    /// The size of the text, pixels, at most 1,000; 0, as it is from the start, and all else below
+    /// 1 for one that suits the picture.
     void setTextSize(qreal size);
     /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
     /// host that moves the picture along the session wants lanes that stay where they are.
     void setFlagRows(int rows) { m_flagRows = rows; }
-    /// For devices without pixels; see WavePainter. At most 10; 0 stands for what is no number, too.
+    /// For devices without pixels; see WavePainter. At most 10; 0 stands for what is no number,
+    /// too.
     void setColumnsPerUnit(qreal columns);
 
     /// Draws nothing with a \a painter that is null or has nothing to draw on, nor in an \a area
