@@ -27,7 +27,7 @@ namespace fuzzing {
 void prepare();
 
 /// What one input may cost, from here to the end of the scope: memory and processor time bounded by
-/// the bytes that are read. Under AddressSanitizer only, as others do not count the memory; the
+/// the bytes that are read. Memory under AddressSanitizer only, as others do not count it; the
 /// bounds are far above what is needed, and far below what grows with the square.
 class Cost {
 public:
@@ -42,7 +42,7 @@ public:
 
 private:
     qint64 m_bytes;
-    qint64 m_memory; // in use at the beginning, bytes
+    [[maybe_unused]] qint64 m_memory; // in use at the beginning, bytes
     qint64 m_microseconds; // of this thread at the beginning
 };
 

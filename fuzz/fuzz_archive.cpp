@@ -164,5 +164,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     if (choice >= 6)
         storeAndLoad(session, name,
                      choice == 6 ? CPRFileHandlerZip::Create : CPRFileHandlerZip::Add);
+    fireTimers(session);
     return 0;
 }

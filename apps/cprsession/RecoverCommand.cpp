@@ -63,7 +63,7 @@ ExitStatus recoverLog(const QString &input, const QString &target)
         });
     }
     if (records == 0)
-        return nothingIn(input);
+        return reader.errorString().isEmpty() ? nothingIn(input) : fail(reader.errorString());
     const sessionfiles::SaveResult saved = sessionfiles::save(target, session);
     if (!saved.isSaved)
         return fail(saved.reason);
@@ -95,6 +95,8 @@ ExitStatus recoverArchive(const QString &input, const QString &target)
             input, [&progress](qint64 done, qint64 total) { progress.report(done, total); });
     }
     showLibraryLog(true);
+    if (!session.holdsAnything && session.failure)
+        return fail(QStringLiteral("%1 cannot be read: %2").arg(input, *session.failure));
     // A log whose first line is damaged looks like anything.
     if (!session.holdsAnything)
         return recoverLog(input, target);

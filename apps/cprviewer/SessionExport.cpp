@@ -43,7 +43,7 @@ bool copyFile(const QString &from, const QString &to, QString *reason)
 {
     QFile source(from);
     const QByteArray content = source.open(QIODevice::ReadOnly) ? source.readAll() : QByteArray();
-    if (source.error() != QFile::NoError) {
+    if (source.error() != QFile::NoError || content.size() != source.size()) {
         *reason = source.errorString();
         return false;
     }

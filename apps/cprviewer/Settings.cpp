@@ -9,22 +9,31 @@
 #include <QJsonDocument>
 #include <QSettings>
 
+#include <optional>
+
 namespace {
 
-// The object that the file holds; an empty one when it holds none.
-QJsonObject stored(const QString &name)
+// The object that the file holds; an empty one when it holds none. None when it cannot be read.
+std::optional<QJsonObject> stored(const QString &name)
 {
     constexpr qint64 maxBytes = 1 << 20; // a file that nobody could have chosen
     QFile file(name);
-    return QFile::exists(name) && file.open(QIODevice::ReadOnly)
-        ? QJsonDocument::fromJson(file.read(maxBytes)).object()
-        : QJsonObject();
+    if (!QFile::exists(name))
+        return QJsonObject();
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.read(maxBytes) : QByteArray();
+    if (file.error() != QFile::NoError || text.size() < qMin(maxBytes, file.size()))
+        return std::nullopt;
+    return QJsonDocument::fromJson(text).object();
 }
 
 } // namespace
 
-Settings::Settings(const QString &file) : m_file(file), m_values(stored(file))
+Settings::Settings(const QString &file) : m_file(file)
 {
+    const std::optional<QJsonObject> values = stored(file);
+    if (!values)
+        m_file.clear(); // what cannot be read is not replaced
+    m_values = values.value_or(QJsonObject());
     if (m_file.isEmpty() || QFile::exists(m_file))
         return;
     const QFileInfo info(m_file);

@@ -186,15 +186,20 @@ SessionLoader::Result SessionLoader::salvageArchive(const QString &name, const R
 {
     sessionfiles::SalvagedSession salvaged = sessionfiles::salvage(
         name, [&report](qint64 done, qint64 total) { return report && report(done, total); });
+    if (!salvaged.holdsAnything && salvaged.failure) {
+        Result result;
+        result.problem = noRead(name);
+        return result;
+    }
     // A log whose first line is damaged looks like anything.
     if (!salvaged.holdsAnything)
         return loadLog(name, Kind::Salvaged, report);
     Result result;
     auto session = std::make_unique<CPRData>();
-    sessionfiles::load(salvaged, *session);
+    const sessionfiles::LoadResult loaded = sessionfiles::load(salvaged, *session);
     result.session = std::move(session);
-    result.isDamaged = !salvaged.isAll;
-    result.report = salvaged.report;
+    result.isDamaged = !salvaged.isAll || !loaded.isComplete; // else it was changed meanwhile
+    result.report = salvaged.report + reportOf(loaded);
     return result;
 }
 
@@ -230,7 +235,8 @@ SessionLoader::Result SessionLoader::loadLog(const QString &name, Kind kind, con
                                  .arg(reader.line()));
     }
     // The half line that a killed program leaves is no damage.
-    const bool isHalf = kind == Kind::Salvaged && skipped == 1 && !endsWithLine(file);
+    const bool isHalf = kind == Kind::Salvaged && skipped == 1 && reader.errorString().isEmpty()
+        && !endsWithLine(file);
     result.isDamaged = !isHalf && !result.report.isEmpty();
     if (hasPlayed)
         result.session = std::move(session);

@@ -294,6 +294,12 @@ bool CPRFileHandlerZip::close()
     return !m_isLost;
 }
 
+void CPRFileHandlerZip::discard(const QString &reason)
+{
+    lose(reason);
+    close();
+}
+
 QIODevice *CPRFileHandlerZip::openFileForReading(const QString &name)
 {
     QString reason;
@@ -392,6 +398,8 @@ void CPRFileHandlerZip::finishMember()
     if (m_file && m_member->getZipError() != ZIP_OK) {
         lose(QStringLiteral("%1: %2").arg(m_written.last(),
                                           whyNotWritten(*m_file, m_member->getZipError())));
+    } else if (!m_file && m_member->getZipError() != UNZ_OK) {
+        lose(QStringLiteral("a member was changed while it was read"));
     }
     m_member.clear();
 }

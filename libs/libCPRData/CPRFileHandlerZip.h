@@ -58,6 +58,10 @@ public:
     /// archive is then in place, and a power cut may bring the old one back. When nothing was
     /// written, such a file stays, too. A further call gives the result of the first.
     bool close();
+    /// Gives up what was written since open(), as close() would when a write had failed; a file of
+    /// that name stays as it was. For a host that cannot go on with a member it has begun: \a
+    /// reason becomes the errorString(), unless a write has failed before.
+    void discard(const QString &reason);
     /// What was refused or failed first since open(); empty when nothing was.
     QString errorString() const { return m_error; }
 

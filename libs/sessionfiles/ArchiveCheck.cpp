@@ -4,6 +4,7 @@
 #include "sessionfiles/ArchiveCheck.h"
 
 #include "private/PrintableText.h"
+#include "sessionfiles/ArchiveFile.h"
 #include "sessionfiles/ArchiveMember.h"
 #include "sessionfiles/EventListCheck.h"
 #include "sessionfiles/GuidelinesCheck.h"
@@ -84,14 +85,23 @@ private:
         return MemberReport(m_list, memberName(index), isLoaded(index));
     }
 
+    // Of what could be read once, and now not any more, nothing can be said.
+    void reportUnreadable(const QString &reason)
+    {
+        MemberReport(m_list).error(QStringLiteral("what can be read again"), reason);
+    }
+
     // Each member once, and nothing else.
     void checkDirectory()
     {
         MemberReport archive(m_list, QString(), m_loaded.isComplete);
-        QFile file(m_name);
-        if (!file.open(QIODevice::ReadOnly))
+        ArchiveFile file(m_name);
+        const zip::Directory directory =
+            file.open(QIODevice::ReadOnly) ? zip::directoryOf(file, maxEntries) : zip::Directory();
+        if (file.failure()) {
+            reportUnreadable(*file.failure());
             return;
-        const zip::Directory directory = zip::directoryOf(file, maxEntries);
+        }
         if (!directory.isFound) {
             archive.error(QStringLiteral("the end of the directory at the end of the file"),
                           QStringLiteral("none; is the file cut short?"));
@@ -119,6 +129,8 @@ private:
                 archive.add(Finding::Warning, QStringLiteral("a session's members only"),
                             quoted(name));
         }
+        if (file.failure())
+            reportUnreadable(*file.failure());
         if (directory.entries > maxEntries) {
             archive.error(QStringLiteral("at most %1 members").arg(maxEntries),
                           QStringLiteral("more; the rest is not looked at"));
@@ -160,6 +172,10 @@ private:
             XmlMember xml(begin, report);
             check(xml, report);
             isReported = xml.isDamaged();
+            if (begin.hasFailed() && isLoaded(index))
+                reportUnreadable(begin.errorString());
+        } else if (member->bytesRead > 0) {
+            reportUnreadable(m_zip.errorString());
         }
         m_zip.releaseFile(device);
         if (member->state == LoadedMember::Damaged && !isReported)

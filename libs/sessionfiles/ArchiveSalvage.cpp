@@ -106,6 +106,14 @@ public:
     bool endsEarly() const { return m_endsEarly; }
     // An end tag stands behind the last element.
     bool hasEnd() const { return m_hasEnd; }
+    // Passes over what is left of the document; why it cannot be read to its end, none when it can.
+    std::optional<QString> failureToEnd()
+    {
+        do
+            m_at = int(m_buffer.size());
+        while (readOn());
+        return m_failure;
+    }
 
 private:
     int sizeOfElement(const QByteArray &range) const
@@ -157,6 +165,8 @@ private:
         m_buffer.resize(size + int(blockSize));
         const qint64 count = m_document->read(m_buffer.data() + size, blockSize);
         m_buffer.resize(size + int(qMax<qint64>(count, 0)));
+        if (count < 0)
+            m_failure = m_document->errorString();
         return count > 0;
     }
 
@@ -168,6 +178,7 @@ private:
     int m_begun = 0;
     bool m_endsEarly = false;
     bool m_hasEnd = false;
+    std::optional<QString> m_failure;
 };
 
 constexpr char separator[] = "\n    ";
@@ -206,13 +217,15 @@ public:
     }
 
     bool isSequential() const override { return true; }
-    bool atEnd() const override { return m_isOver && m_pending.isEmpty(); }
+    bool atEnd() const override { return m_isOver && (m_hasFailed || m_pending.isEmpty()); }
 
 protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
         while (!m_isOver && m_pending.size() < maxSize)
             addNext();
+        if (m_hasFailed)
+            return -1;
         const int count = int(qMin<qint64>(maxSize, m_pending.size()));
         std::copy_n(m_pending.begin(), count, data);
         m_pending.remove(0, count);
@@ -227,6 +240,11 @@ private:
         if (m_index == m_plan->isAccepted.size() || !m_elements.next(element)) {
             m_isOver = true;
             m_pending += m_plan->tail;
+            // Only its end tells whether the document is the one that was planned for.
+            if (const std::optional<QString> failure = m_elements.failureToEnd()) {
+                m_hasFailed = true;
+                setErrorString(*failure);
+            }
             return;
         }
         const std::size_t index = m_index++;
@@ -244,6 +262,7 @@ private:
     std::size_t m_index = 0; // of the next element
     bool m_hasElement = false;
     bool m_isOver = false;
+    bool m_hasFailed = false;
 };
 
 // What a check of the document finds. The check takes an XmlMember and a MemberReport.
@@ -289,7 +308,10 @@ class Salvage {
     Q_DECLARE_TR_FUNCTIONS(sessionfiles)
 
 public:
-    explicit Salvage(ArchiveScan::Members &&scanned) : m_scanned(std::move(scanned)) { }
+    explicit Salvage(ArchiveScan::Found &&found) : m_scanned(std::move(found.members))
+    {
+        m_session.failure = found.failure;
+    }
 
     SalvagedSession run()
     {
@@ -299,6 +321,11 @@ public:
         describeLengths();
         salvageEvents();
         salvageGuidelines();
+        if (m_session.failure) {
+            m_session.isAll = false;
+            m_session.report.append(
+                tr("the archive cannot be read everywhere: %1").arg(*m_session.failure));
+        }
         return std::move(m_session);
     }
 
@@ -489,8 +516,11 @@ private:
         if (const auto samples = member.isFound ? member.open() : bufferOf({}))
             session.compressionData()->readCompresseionWave(samples.get());
         const int kept = session.compressionData()->count();
+        if (kept > 0 && !member.shorten(kept * bytesPerSample)) {
+            reportGone(index);
+            return;
+        }
         m_samples[index - Compressions] = kept;
-        member.size = kept * bytesPerSample;
         content(index) = scannedContent(index);
         const WaveDescription &description = m_descriptions[index - Compressions];
         const int described =
@@ -623,16 +653,16 @@ private:
     SalvagedSession m_session;
 };
 
-bool copy(const Open &open, QIODevice &to)
+// False when \a from cannot be read, and when \a to cannot be written.
+bool copy(QIODevice &from, QIODevice &to)
 {
-    const std::unique_ptr<QIODevice> from = open();
     QByteArray block(64 * 1024, Qt::Uninitialized);
     qint64 count = 0;
-    while ((count = from->read(block.data(), block.size())) > 0) {
+    while ((count = from.read(block.data(), block.size())) > 0) {
         if (to.write(block.constData(), count) != count)
             return false;
     }
-    return true;
+    return count == 0;
 }
 
 } // namespace
@@ -655,8 +685,12 @@ SaveResult save(const QString &name, const SalvagedSession &session)
     bool isWritten = zip.open(name, CPRFileHandlerZip::Create);
     for (const MemberIndex index : writingOrder) {
         QIODevice *device = isWritten ? zip.openFileForWriting(nameInFolder(index)) : nullptr;
-        isWritten = device && copy(session.members.value(nameInFolder(index)), *device);
+        const Open content = session.members.value(nameInFolder(index), openerOf({}));
+        const std::unique_ptr<QIODevice> from = content();
+        isWritten = device && copy(*from, *device);
         zip.releaseFile(device);
+        if (device && !isWritten)
+            zip.discard(from->errorString()); // unless the disk was the first to fail
     }
     if (!isWritten || !zip.close())
         return SaveResult::failed(name, zip.errorString());

@@ -13,6 +13,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace sessionfiles {
 
@@ -22,11 +23,13 @@ struct SalvagedSession {
     using Open = std::function<std::unique_ptr<QIODevice>()>;
 
     /// All five members, by names such as "CPREvents.xml". They are unpacked out of the damaged
-    /// archive while they are read, so that has to stay as it was until they are saved.
+    /// archive while they are read. One that is not what it was any more, or cannot be read, gives
+    /// -1 instead of its end.
     QMap<QString, Open> members;
     QStringList report; ///< a line for each member, to be shown
     bool holdsAnything = false; ///< of what was in the archive
-    bool isAll = true; ///< all members were whole
+    bool isAll = true; ///< all members were whole, and all of the archive could be read
+    std::optional<QString> failure; ///< why not all of the archive could be read
 };
 
 /// Makes a whole session out of what is left of the archive \a name, which has to be readable. Kept
@@ -48,7 +51,7 @@ SalvagedSession salvage(const QString &name,
 LoadResult load(const SalvagedSession &salvaged, CPRData &session);
 
 /// Saves \a session as the archive \a name. Until all of it is written, a file of that name stays
-/// as it was.
+/// as it was. That fails, too, where a member cannot be read again as it was.
 SaveResult save(const QString &name, const SalvagedSession &session);
 
 } // namespace sessionfiles

@@ -3,12 +3,12 @@
 
 #include "sessionfiles/ArchiveScan.h"
 
+#include "sessionfiles/ArchiveFile.h"
 #include "sessionfiles/ZipHeader.h"
 
 #include <private/Limits.h>
 
 #include <QCoreApplication>
-#include <QFile>
 #include <QVector>
 
 #include <algorithm>
@@ -51,21 +51,28 @@ struct Location {
 };
 
 // How unpacking a content ended.
-enum class End { Complete, WrongChecksum, NoChecksum, Cut, Broken, TooLong };
+enum class End { Complete, WrongChecksum, NoChecksum, Cut, Broken, TooLong, Unreadable };
+
+quint32 sumOf(quint32 before, const char *data, qint64 size)
+{
+    return static_cast<quint32>(
+        crc32_z(before, reinterpret_cast<const Bytef *>(data), static_cast<z_size_t>(size)));
+}
 
 // Unpacks a content while it is read.
 class Content final : public QIODevice {
 public:
-    // What is packed lies before \a end; at most \a size bytes are given.
-    Content(const QString &archive, const Packing &packing, qint64 end, qint64 size)
+    // What is packed lies before \a end; at most \a size bytes are given. When their sum is known,
+    // no other bytes will do, and no fewer.
+    Content(const QString &archive, const Packing &packing, qint64 end, qint64 size,
+            std::optional<quint32> sum = std::nullopt)
         : m_file(archive), m_isDeflated(packing.method == Z_DEFLATED), m_position(packing.begin),
-          m_end(end), m_left(size)
+          m_end(end), m_left(size), m_expected(sum)
     {
         if (m_isDeflated)
             m_status = inflateInit2(&m_stream, -MAX_WBITS);
         QIODevice::open(QIODevice::ReadOnly | QIODevice::Unbuffered);
-        if (!m_file.open(QIODevice::ReadOnly))
-            m_left = 0;
+        m_file.open(QIODevice::ReadOnly); // where that fails, reading says why
     }
     ~Content() override
     {
@@ -76,6 +83,7 @@ public:
     Content &operator=(const Content &) = delete;
 
     int status() const { return m_status; } // of the last call of zlib
+    const std::optional<QString> &failure() const { return m_file.failure(); }
     qint64 position() const { return m_position - m_stream.avail_in; } // behind what was unpacked
 
     bool isSequential() const override { return true; }
@@ -85,9 +93,19 @@ protected:
     qint64 readData(char *data, qint64 maxSize) override
     {
         const qint64 size = qMin(maxSize, m_left);
-        const qint64 count = m_isDeflated ? inflated(data, size) : stored(data, size);
+        qint64 count = 0;
+        if (m_file.isOpen())
+            count = m_isDeflated ? inflated(data, size) : stored(data, size);
         m_left = count < size ? 0 : m_left - count;
-        return count;
+        m_sum = sumOf(m_sum, data, count);
+        if (!m_expected || (count == size && (m_left > 0 || m_sum == *m_expected)))
+            return count;
+        m_left = 0;
+        setErrorString(QCoreApplication::translate("sessionfiles", "%1 cannot be read: %2")
+                           .arg(m_file.fileName(),
+                                failure().value_or(QCoreApplication::translate(
+                                    "sessionfiles", "it is not what it was before"))));
+        return -1;
     }
     qint64 writeData(const char * /*data*/, qint64 /*size*/) override { return -1; }
 
@@ -118,29 +136,43 @@ private:
         return size - m_stream.avail_out;
     }
 
-    QFile m_file;
+    ArchiveFile m_file;
     bool m_isDeflated;
     int m_status = Z_OK;
     qint64 m_position;
     qint64 m_end;
     qint64 m_left; // bytes to give
+    std::optional<quint32> m_expected;
+    quint32 m_sum = 0; // of the bytes that were given
     QByteArray m_packed;
     z_stream m_stream{};
 };
+
+// Reads the content to its end, or to where it fails. Returns the bytes and the sum of those before
+// \a limit.
+qint64 read(QIODevice &content, qint64 limit, quint32 &sum)
+{
+    QByteArray block(256 * 1024, Qt::Uninitialized);
+    qint64 size = 0;
+    for (qint64 count = 0; (count = content.read(block.data(), block.size())) > 0; size += count)
+        sum = sumOf(sum, block.constData(), qBound<qint64>(0, limit - size, count));
+    return size;
+}
 
 class Scanner {
 public:
     explicit Scanner(const QString &name) : m_file(name) { }
 
-    Members run(const std::function<void(qint64, qint64)> &advance)
+    Found run(const std::function<void(qint64, qint64)> &advance)
     {
-        Members result;
+        Found result;
         // Headers are short and far from each other, so that a buffer would be read in vain.
-        if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
-            return result;
-        findLocations(advance);
-        for (const bool isExact : {true, false})
-            unpackLocations(isExact, result);
+        if (m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
+            findLocations(advance);
+            for (const bool isExact : {true, false})
+                unpackLocations(isExact, result.members);
+        }
+        result.failure = m_failure ? m_failure : m_file.failure();
         return result;
     }
 
@@ -198,7 +230,7 @@ private:
             }
             if (advance)
                 advance(qMin(begin + blockSize, m_file.size()), m_file.size());
-            if (block.size() < blockSize)
+            if (begin + blockSize >= m_file.size())
                 break;
         }
     }
@@ -255,7 +287,7 @@ private:
             Member member = unpack(packing, location, next);
             // What is encrypted unpacks to noise.
             if (!member.isComplete && (packing.flags & encryptedFlag) != 0) {
-                member.size = 0;
+                member.size = member.sum = 0;
                 member.damage = QCoreApplication::translate("sessionfiles", "it is encrypted");
             }
             if (!best.isFound || member.isComplete || best.size == 0)
@@ -278,46 +310,37 @@ private:
         if (packing.method == 0 && !hasSizes(packing))
             end = endAtDescriptor(packing.begin, member.packedEnd, expected);
         Content content(member.archive, packing, member.packedEnd, limit + 1);
-        const quint32 sum = read(content, member.size);
+        member.size = read(content, limit, member.sum);
+        m_failure = m_failure ? m_failure : content.failure();
         if (member.size > limit) {
             member.size = limit;
             end = End::TooLong;
+        } else if (packing.method != 0 && packing.method != Z_DEFLATED) {
+            member.size = member.sum = 0;
+        } else if (content.failure()) {
+            end = End::Unreadable;
         } else if (packing.method == Z_DEFLATED) {
             end = endOfDeflated(content, packing, member.packedEnd, expected);
-        } else if (packing.method != 0) {
-            member.size = 0;
         } else if (hasSizes(packing)) {
             end = member.packedEnd > m_file.size() ? End::Cut : End::WrongChecksum;
         }
         m_unpacked += member.size;
-        const auto agrees = [sum](const Packing &each) { return each.checksum == sum; };
+        const auto agrees = [&](const Packing &each) { return each.checksum == member.sum; };
         if ((end == End::WrongChecksum || end == End::NoChecksum)
-            && (expected == sum
+            && (expected == member.sum
                 || std::any_of(location.packings.begin(), location.packings.end(), agrees))) {
             end = End::Complete;
         }
-        describe(member, end);
+        describe(member, end, content.failure());
         return member;
     }
 
-    // Reads the content to its end; returns its checksum.
-    static quint32 read(QIODevice &content, qint64 &size)
-    {
-        QByteArray block(256 * 1024, Qt::Uninitialized);
-        uLong sum = 0;
-        for (qint64 count = 0; (count = content.read(block.data(), block.size())) > 0;
-             size += count)
-            sum = crc32_z(sum, reinterpret_cast<const Bytef *>(block.constData()),
-                          static_cast<z_size_t>(count));
-        return static_cast<quint32>(sum);
-    }
-
-    static void describe(Member &member, End end)
+    static void describe(Member &member, End end, const std::optional<QString> &failure)
     {
         member.isFound = true;
         member.isComplete = end == End::Complete;
         member.isCut = end == End::Cut;
-        member.isCertain = member.isComplete || member.isCut;
+        member.isCertain = member.isComplete || member.isCut || end == End::Unreadable;
         switch (end) {
         case End::Complete:
             break;
@@ -340,6 +363,11 @@ private:
             member.damage =
                 QCoreApplication::translate("sessionfiles", "it holds more than %1 bytes")
                     .arg(maxContent);
+            break;
+        case End::Unreadable:
+            member.damage =
+                QCoreApplication::translate("sessionfiles", "it can be read only to byte %1: %2")
+                    .arg(QString::number(member.size), *failure);
             break;
         }
     }
@@ -393,7 +421,8 @@ private:
         return end == m_file.size() ? End::Cut : End::Broken;
     }
 
-    QFile m_file;
+    ArchiveFile m_file;
+    std::optional<QString> m_failure; // to unpack a member
     std::map<qint64, Location> m_locations; // by the position of the member's header
     qint64 m_unpacked = 0;
 };
@@ -402,10 +431,22 @@ private:
 
 std::unique_ptr<QIODevice> Member::open() const
 {
-    return std::make_unique<Content>(archive, packing, packedEnd, size);
+    return std::make_unique<Content>(archive, packing, packedEnd, size, sum);
 }
 
-Members run(const QString &name, const std::function<void(qint64, qint64)> &advance)
+bool Member::shorten(qint64 bytes)
+{
+    const std::unique_ptr<QIODevice> content = open();
+    quint32 shortSum = 0;
+    const qint64 count = read(*content, bytes, shortSum);
+    if (count != size)
+        return false;
+    size = bytes;
+    sum = shortSum;
+    return true;
+}
+
+Found run(const QString &name, const std::function<void(qint64, qint64)> &advance)
 {
     return Scanner(name).run(advance);
 }

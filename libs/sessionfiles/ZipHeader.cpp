@@ -3,6 +3,7 @@
 
 #include "sessionfiles/ZipHeader.h"
 
+#include <private/DeviceReading.h>
 #include <private/ZipEnd.h>
 
 #include <limits>
@@ -13,7 +14,10 @@ QByteArray bytesAt(QIODevice &file, qint64 position, qint64 size)
 {
     if (position < 0 || !file.seek(position))
         return {};
-    return file.read(size);
+    QByteArray bytes(static_cast<int>(size), Qt::Uninitialized);
+    bool hasFailed = false;
+    bytes.resize(static_cast<int>(readFully(file, bytes.data(), size, hasFailed)));
+    return bytes;
 }
 
 std::optional<Header> headerAt(QIODevice &file, qint64 position, Header::Kind kind)

@@ -21,7 +21,7 @@ constexpr char localSignature[] = "PK\x03\x04";
 constexpr char directorySignature[] = "PK\x01\x02";
 constexpr char descriptorSignature[] = "PK\x07\x08";
 
-/// The bytes at \a position; fewer where the file ends, none where it has no such place.
+/// The bytes at \a position; fewer where the file ends or fails, none where it has no such place.
 QByteArray bytesAt(QIODevice &file, qint64 position, qint64 size);
 
 /// The little-endian number at \a index, which lies inside the bytes.

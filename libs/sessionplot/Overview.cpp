@@ -68,7 +68,7 @@ void paintOverview(const LaneContext &context, const QRectF &area, WavePainter &
     const Theme &theme = context.style->theme;
     const SessionReview &review = context.model->review();
     context.painter->fillRect(area, theme.lane);
-    paintPauseShades(context, area);
+    paintPauseShades(context, area, area);
 
     const qreal tick = std::round(tickShare * area.height());
     const QRectF plot = area.adjusted(0, tick, 0, -tick);

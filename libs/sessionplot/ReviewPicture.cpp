@@ -29,6 +29,24 @@ constexpr qreal minTextSize = 10;
 constexpr QSizeF tinySize(420, 260);
 constexpr qreal tinyTextSize = 8;
 
+// What a host can ask for by mistake.
+constexpr qreal maxTextSize = 1000;
+constexpr qreal maxColumnsPerUnit = 10;
+constexpr qreal maxExtent = 100'000;
+
+qreal upTo(qreal limit, qreal value)
+{
+    return value > 0 ? qMin(value, limit) : 0; // also for what is no number
+}
+
+bool canBeDrawn(const QRectF &area)
+{
+    const QRectF widest(-maxExtent, -maxExtent, 2 * maxExtent, 2 * maxExtent);
+    return area.width() > 0 && area.height() > 0 && area.left() >= widest.left()
+        && area.top() >= widest.top() && area.right() <= widest.right()
+        && area.bottom() <= widest.bottom();
+}
+
 // Lanes with a scale share what height is left.
 struct LaneShare {
     ReviewPicture::Part part;
@@ -73,10 +91,15 @@ void ReviewPicture::setWindow(const TimeRange &range, qint64 zero)
     m_zero = zero;
 }
 
+void ReviewPicture::setTextSize(qreal size)
+{
+    m_textSize = size >= 1 ? qMin(size, maxTextSize) : 0;
+}
+
 void ReviewPicture::setColumnsPerUnit(qreal columns)
 {
-    m_depthPainter.setColumnsPerUnit(columns);
-    m_volumePainter.setColumnsPerUnit(columns);
+    m_depthPainter.setColumnsPerUnit(upTo(maxColumnsPerUnit, columns));
+    m_volumePainter.setColumnsPerUnit(upTo(maxColumnsPerUnit, columns));
 }
 
 qreal ReviewPicture::suitableTextSize(const QSizeF &size)
@@ -186,15 +209,17 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
 
 void ReviewPicture::paint(QPainter *painter, const QRectF &area)
 {
+    m_areas.clear();
+    m_flags.clear();
+    if (!painter || !painter->isActive() || !canBeDrawn(area))
+        return;
     painter->save();
     // Nearly all lines are straight: without antialiasing they are sharp, and cost less. What needs
     // it turns it on.
     painter->setRenderHint(QPainter::Antialiasing, false);
     painter->setRenderHint(QPainter::TextAntialiasing);
     painter->fillRect(area, m_theme.background);
-    m_areas.clear();
-    m_flags.clear();
-    if (m_model && !area.isEmpty()) {
+    if (m_model) {
         const Style style(m_theme, m_textSize > 0 ? m_textSize : suitableTextSize(area.size()),
                           painter->device());
         const qreal margin = std::round(0.8 * style.em);

@@ -60,14 +60,18 @@ public:
     /// Shows exactly \a range instead, also where it lies outside the session. The time axis calls
     /// the session time \a zero 0:00. \a range must not be empty.
     void setWindow(const TimeRange &range, qint64 zero);
-    /// The size of the text, pixels; 0, as it is from the start, for one that suits the picture.
-    void setTextSize(qreal size) { m_textSize = size; }
+    /// The size of the text, pixels, at most 1,000; 0, as it is from the start, and all else below
+    /// 1 for one that suits the picture.
+    void setTextSize(qreal size);
     /// Rows of labels over the lanes; 0, as it is from the start, for as many as the labels need. A
     /// host that moves the picture along the session wants lanes that stay where they are.
     void setFlagRows(int rows) { m_flagRows = rows; }
-    /// For devices without pixels; see WavePainter.
+    /// For devices without pixels; see WavePainter. At most 10; 0 stands for what is no number,
+    /// too.
     void setColumnsPerUnit(qreal columns);
 
+    /// Draws nothing with a \a painter that is null or has nothing to draw on, nor in an \a area
+    /// that is empty, or reaches farther than 100,000 units from the origin.
     void paint(QPainter *painter, const QRectF &area);
 
     /// Where the last paint() put the time axis and all lanes over it. A host that zooms or shows a

@@ -384,6 +384,34 @@ private Q_SLOTS:
         QVERIFY(m_contents[memberNames.first()].contains("Ann,Bob"));
         QCOMPARE(run({"recover", "damaged.zip", "-o", "kept.zip", "--force"}), 1);
     }
+
+    void changedMeanwhile_data()
+    {
+        const auto row = columns<QByteArray, QByteArray>("archive", "later");
+        const QByteArray cut = m_archive.chopped(30);
+        const QByteArray events = m_whole[memberNames.first()];
+        const auto broken = [&](QByteArray content) {
+            return "PK" + packedEvents(content.replace("LossEnd\"", "LossEnd "), 0, events, false);
+        };
+        row("cut", cut, cut.left(cut.size() / 2));
+        row("nothing left", cut, "");
+        row("another session", cut, withFlippedBit(cut, m_headers.at(0) + 200, 0));
+        row("another value", broken(events), broken(QByteArray(events).replace("51.2", "52.2")));
+    }
+
+    // After it was salvaged, and before that is saved.
+    void changedMeanwhile()
+    {
+        QFETCH(QByteArray, archive);
+        QFETCH(QByteArray, later);
+        QVERIFY(store(path("damaged.zip"), archive));
+        const auto session = sessionfiles::salvage(path("damaged.zip"));
+        QVERIFY(session.holdsAnything && store(path("damaged.zip"), later));
+        QVERIFY(store(path("old.zip"), "old"));
+        const auto saved = sessionfiles::save(path("old.zip"), session);
+        QVERIFY2(!saved.isSaved && saved.reason.contains("damaged.zip"), qPrintable(saved.reason));
+        QCOMPARE(bytesOf(path("old.zip")), QByteArray("old"));
+    }
 };
 
 QTEST_GUILESS_MAIN(TestRecover)

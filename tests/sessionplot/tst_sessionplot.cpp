@@ -282,6 +282,40 @@ private Q_SLOTS:
         QVERIFY(pictureOf(model, {400, 300}) != pictureOf(empty, {400, 300}));
     }
 
+    void anyArguments()
+    {
+        const PlotModel model(m_session);
+        ReviewPicture picture(&model);
+        picture.paint(nullptr, QRectF(0, 0, 400, 300));
+        QPainter idle;
+        picture.paint(&idle, QRectF(0, 0, 400, 300));
+        QImage image(400, 300, QImage::Format_RGB32);
+        QPainter painter(&image);
+        constexpr qint64 times[] = {0, -1, std::numeric_limits<qint64>::min(),
+                                    std::numeric_limits<qint64>::max()};
+        for (const double odd : {qQNaN(), qInf(), -qInf(), -1.0, 0.0, 1e-300, 1e300, 1e6}) {
+            for (const QRectF &area : {QRectF(odd, 0, 400, 300), QRectF(0, odd, 400, 300),
+                                       QRectF(0, 0, odd, 300), QRectF(0, 0, 400, odd)})
+                ReviewPicture(&model).paint(&painter, area);
+            picture.setTextSize(odd);
+            picture.paint(&painter, QRectF(0, 0, 400, 300));
+            picture.setTextSize(0);
+            picture.setColumnsPerUnit(odd);
+            picture.paint(&painter, QRectF(0, 0, 400, 300));
+            picture.setColumnsPerUnit(0);
+            for (const qint64 from : times) {
+                for (const qint64 to : times)
+                    picture.setRange(from, to), picture.paint(&painter, QRectF(0, 0, 400, 300));
+            }
+        }
+        for (const int rows :
+             {-1, 7, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()}) {
+            picture.setFlagRows(rows);
+            picture.paint(&painter, QRectF(0, 0, 400, 300));
+        }
+        QVERIFY(!writePicture(QString(), QSize(10, 10), 0, -1, m_session, nullptr));
+    }
+
     void namesAreNoMarkup()
     {
         QTemporaryDir directory;

@@ -296,9 +296,16 @@
         <source>%1 mm not released</source>
         <translation>Resttiefe %1 mm</translation>
     </message>
-<message>
+    <message>
         <source>none yet</source>
         <translation>noch keine</translation>
+    </message>
+</context>
+<context>
+    <name>EventRow</name>
+    <message>
+        <source>right</source>
+        <translation>richtig</translation>
     </message>
 </context>
 <context>
@@ -772,10 +779,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Ziel %1–%2</translation>
     </message>
     <message>
-        <source>Pause for the AED</source>
-        <translation>Pause für den AED</translation>
-    </message>
-    <message>
         <source>AED</source>
         <translation>AED</translation>
     </message>
@@ -791,7 +794,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Remark on this time (T)</source>
         <translation>Vermerk zu diesem Zeitpunkt (T)</translation>
     </message>
-<message>
+    <message>
         <source>Too many</source>
         <translation>Zu viele</translation>
     </message>
@@ -810,6 +813,13 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>AED pause</source>
         <translation>AED-Pause</translation>
+    </message>
+</context>
+<context>
+    <name>LivePanel</name>
+    <message>
+        <source>%1 (earlier)</source>
+        <translation>%1 (vorhin)</translation>
     </message>
 </context>
 <context>
@@ -987,7 +997,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Übungspuppe</translation>
     </message>
     <message>
-        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording's mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
+        <source>Recording: worked out from the events that arrived. Manikin: as it has sent it, by its own rules. Both can differ: the recording&apos;s mean rate goes by the time between two compressions, the shares by the running rate that the manikin showed; gaps of up to 2 s count as compressing; what was lost on the way only the manikin knows.</source>
         <translation>Aufzeichnung: aus den angekommenen Ereignissen berechnet. Übungspuppe: von ihr gesendet, nach ihren eigenen Regeln. Beide können voneinander abweichen: Die mittlere Frequenz der Aufzeichnung folgt aus dem Abstand zweier Kompressionen, die Anteile aus der laufenden Frequenz, die die Puppe anzeigte; Lücken bis 2 s zählen als Kompressionszeit; was unterwegs verloren ging, kennt nur die Puppe.</translation>
     </message>
     <message>
@@ -995,11 +1005,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Eine leere Zelle wurde nicht gesendet oder lässt sich nicht berechnen.</translation>
     </message>
     <message>
-        <source>The manikin has sent no figures of its own.</source>
-        <translation>Die Übungspuppe hat keine eigenen Werte gesendet.</translation>
-    </message>
-<message>
-        <source>There are no figures of the manikin's own.</source>
+        <source>There are no figures of the manikin&apos;s own.</source>
         <translation>Es gibt keine eigenen Werte der Übungspuppe.</translation>
     </message>
 </context>
@@ -1118,16 +1124,8 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Hands-on-Zeit</translation>
     </message>
     <message>
-        <source>The manikin has sent no scores.</source>
-        <translation>Die Übungspuppe hat keine Bewertung gesendet.</translation>
-    </message>
-    <message>
         <source>Advice</source>
         <translation>Empfehlung</translation>
-    </message>
-    <message>
-        <source>None: nothing to correct.</source>
-        <translation>Keine: nichts zu verbessern.</translation>
     </message>
     <message>
         <source>Scores come at the end.</source>
@@ -1137,7 +1135,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>These figures are worked out from the recorded events.</source>
         <translation>Diese Werte sind aus den aufgezeichneten Ereignissen berechnet.</translation>
     </message>
-<message>
+    <message>
         <source>None was given.</source>
         <translation>Keine gegeben.</translation>
     </message>
@@ -1207,10 +1205,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Sitzung</translation>
     </message>
     <message>
-        <source>The manikin has sent no statistics.</source>
-        <translation>Die Übungspuppe hat keine Statistik gesendet.</translation>
-    </message>
-    <message>
         <source>Shares in percent</source>
         <translation>Anteile in Prozent</translation>
     </message>
@@ -1234,7 +1228,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Faults</source>
         <translation>Fehler</translation>
     </message>
-<message>
+    <message>
         <source>There are no statistics.</source>
         <translation>Es gibt keine Statistik.</translation>
     </message>
@@ -1347,7 +1341,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Remark on this time (T)</source>
         <translation>Vermerk zu diesem Zeitpunkt (T)</translation>
     </message>
-<message>
+    <message>
         <source>Stop the playback (space)</source>
         <translation>Wiedergabe anhalten (Leertaste)</translation>
     </message>
@@ -1359,7 +1353,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Wiederhergestellte Sitzung</translation>
     </message>
     <message>
-        <source>There is no scenario "%1".</source>
+        <source>There is no scenario &quot;%1&quot;.</source>
         <translation>Es gibt kein Szenario „%1“.</translation>
     </message>
     <message>
@@ -1367,7 +1361,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Simuliert: %1</translation>
     </message>
     <message>
-        <source>The session's journal is written again; nothing is missing.</source>
+        <source>The session&apos;s journal is written again; nothing is missing.</source>
         <translation>Die Sitzung wird wieder gesichert; es fehlt nichts.</translation>
     </message>
     <message>
@@ -2072,7 +2066,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Name der Übungspuppe</translation>
     </message>
     <message>
-        <source>Compressions in the manikin's life</source>
+        <source>Compressions in the manikin&apos;s life</source>
         <translation>Kompressionen insgesamt auf der Übungspuppe</translation>
     </message>
     <message>
@@ -2376,7 +2370,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Beatmungen zu Beginn</translation>
     </message>
     <message>
-        <source>Ventilations in the manikin's life</source>
+        <source>Ventilations in the manikin&apos;s life</source>
         <translation>Beatmungen insgesamt an der Übungspuppe</translation>
     </message>
     <message>
@@ -2690,7 +2684,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>%1 is no session any more, if it was one; something may be left</source>
         <translation>%1 ist keine Sitzung mehr, falls es eine war; vielleicht ist etwas übrig</translation>
     </message>
-<message>
+    <message>
         <source>Sum of all reports of pauses</source>
         <translation>Summe aller Pausenmeldungen</translation>
     </message>
@@ -2791,6 +2785,53 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>manikinlog</name>
+    <message>
+        <source>%1 is in use by another program; wait until that ends, or choose another name for the session</source>
+        <translation>%1 wird von einem anderen Programm benutzt; warten, bis es endet, oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2; remove it, or choose another name for the session</source>
+        <translation>%1 kann nicht gelesen werden: %2; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 is no regular file; remove it, or choose another name for the session</source>
+        <translation>%1 ist keine gewöhnliche Datei; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be created: %2</source>
+        <translation>%1 kann nicht angelegt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be opened: %2</source>
+        <translation>%1 kann nicht geöffnet werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 holds a session that was not saved; recover it, or say that it can be discarded</source>
+        <translation>%1 enthält eine Sitzung, die nicht gespeichert ist; sie wiederherstellen oder verwerfen lassen</translation>
+    </message>
+    <message>
+        <source>%1 cannot be removed: %2</source>
+        <translation>%1 kann nicht entfernt werden: %2</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>%1: a record is left out: %2</source>
+        <translation>%1: ein Eintrag wird ausgelassen: %2</translation>
+    </message>
+    <message>
+        <source>; it ends here, as too many records wait</source>
+        <translation>; es endet hier, weil zu viele Einträge warten</translation>
+    </message>
+    <message>
+        <source>; its records wait in memory</source>
+        <translation>; seine Einträge warten im Speicher</translation>
+    </message>
+</context>
+<context>
     <name>sessionfiles</name>
     <message>
         <source>it does not go with the other members</source>
@@ -2884,6 +2925,22 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>%1 is saved, but will not be read whole: %2</source>
         <translation>%1 ist gespeichert, lässt sich aber nicht vollständig lesen: %2</translation>
     </message>
+    <message>
+        <source>the archive cannot be read everywhere: %1</source>
+        <translation>das Archiv lässt sich nicht überall lesen: %1</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read: %2</source>
+        <translation>%1 lässt sich nicht lesen: %2</translation>
+    </message>
+    <message>
+        <source>it is not what it was before</source>
+        <translation>der Inhalt ist nicht mehr derselbe</translation>
+    </message>
+    <message>
+        <source>it can be read only to byte %1: %2</source>
+        <translation>lässt sich nur bis Byte %1 lesen: %2</translation>
+    </message>
 </context>
 <context>
     <name>sessionplot</name>
@@ -2942,10 +2999,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Advice</source>
         <translation>Empfehlung</translation>
-    </message>
-    <message>
-        <source>none, nothing to correct</source>
-        <translation>keine, nichts zu verbessern</translation>
     </message>
     <message>
         <source>First advice</source>
@@ -3096,10 +3149,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>%1 s nicht empfangen</translation>
     </message>
     <message>
-        <source>depths, with their median</source>
-        <translation>Tiefen, mit Median</translation>
-    </message>
-    <message>
         <source>What the class has to work on</source>
         <translation>Woran die Klasse arbeiten sollte</translation>
     </message>
@@ -3152,7 +3201,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Bestanden: %1</translation>
     </message>
     <message>
-        <source>Figures are those of each learner's last session, worked out from the events that were recorded. A dash stands for what was not recorded or not received.</source>
+        <source>Figures are those of each learner&apos;s last session, worked out from the events that were recorded. A dash stands for what was not recorded or not received.</source>
         <translation>Die Werte sind die der jeweils letzten Sitzung, berechnet aus den aufgezeichneten Ereignissen. Ein Strich steht für das, was nicht aufgezeichnet oder nicht empfangen wurde.</translation>
     </message>
     <message>
@@ -3168,7 +3217,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Datum</translation>
     </message>
     <message>
-        <source>Instructor's name and signature</source>
+        <source>Instructor&apos;s name and signature</source>
         <translation>Name und Unterschrift der Kursleitung</translation>
     </message>
     <message>
@@ -3220,22 +3269,22 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Die letzten Sitzungen</translation>
     </message>
     <message>
-        <source>Instructor's remark</source>
+        <source>Instructor&apos;s remark</source>
         <translation>Bemerkung der Kursleitung</translation>
     </message>
     <message>
-        <source>Figures are worked out from the events that were recorded, and judged by the session's guideline set. A dash stands for what was not recorded or not received.</source>
+        <source>Figures are worked out from the events that were recorded, and judged by the session&apos;s guideline set. A dash stands for what was not recorded or not received.</source>
         <translation>Die Werte sind aus den aufgezeichneten Ereignissen berechnet und nach den Leitlinien der Sitzung beurteilt. Ein Strich steht für das, was nicht aufgezeichnet oder nicht empfangen wurde.</translation>
     </message>
     <message>
-        <source>The session's file is damaged. This page shows what could be read.</source>
+        <source>The session&apos;s file is damaged. This page shows what could be read.</source>
         <translation>Die Datei der Sitzung ist beschädigt. Diese Seite zeigt, was sich lesen ließ.</translation>
     </message>
     <message>
         <source>mm, mean</source>
         <translation>mm, Mittel</translation>
     </message>
-<message>
+    <message>
         <source>depths, with the median of several</source>
         <translation>Tiefen, mit dem Median mehrerer</translation>
     </message>
@@ -3862,70 +3911,9 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>other rules</source>
         <translation>andere Regeln</translation>
     </message>
-<message>
+    <message>
         <source>Continue ventilations.</source>
         <translation>Weiter beatmen.</translation>
-    </message>
-</context>
-<context>
-    <name>EventRow</name>
-    <message>
-        <source>right</source>
-        <translation>richtig</translation>
-    </message>
-</context>
-<context>
-    <name>LivePanel</name>
-    <message>
-        <source>%1 (earlier)</source>
-        <translation>%1 (vorhin)</translation>
-    </message>
-</context>
-<context>
-    <name>manikinlog</name>
-    <message>
-        <source>%1 is in use by another program; wait until that ends, or choose another name for the session</source>
-        <translation>%1 wird von einem anderen Programm benutzt; warten, bis es endet, oder einen anderen Namen für die Sitzung wählen</translation>
-    </message>
-    <message>
-        <source>%1 cannot be read: %2; remove it, or choose another name for the session</source>
-        <translation>%1 kann nicht gelesen werden: %2; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
-    </message>
-    <message>
-        <source>%1 is no regular file; remove it, or choose another name for the session</source>
-        <translation>%1 ist keine gewöhnliche Datei; entfernen oder einen anderen Namen für die Sitzung wählen</translation>
-    </message>
-    <message>
-        <source>%1 cannot be created: %2</source>
-        <translation>%1 kann nicht angelegt werden: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot be opened: %2</source>
-        <translation>%1 kann nicht geöffnet werden: %2</translation>
-    </message>
-    <message>
-        <source>%1 holds a session that was not saved; recover it, or say that it can be discarded</source>
-        <translation>%1 enthält eine Sitzung, die nicht gespeichert ist; sie wiederherstellen oder verwerfen lassen</translation>
-    </message>
-    <message>
-        <source>%1 cannot be removed: %2</source>
-        <translation>%1 kann nicht entfernt werden: %2</translation>
-    </message>
-    <message>
-        <source>%1 cannot be written: %2</source>
-        <translation>%1 kann nicht geschrieben werden: %2</translation>
-    </message>
-    <message>
-        <source>%1: a record is left out: %2</source>
-        <translation>%1: ein Eintrag wird ausgelassen: %2</translation>
-    </message>
-    <message>
-        <source>; it ends here, as too many records wait</source>
-        <translation>; es endet hier, weil zu viele Einträge warten</translation>
-    </message>
-    <message>
-        <source>; its records wait in memory</source>
-        <translation>; seine Einträge warten im Speicher</translation>
     </message>
 </context>
 </TS>

@@ -4,6 +4,8 @@
 #ifndef ZIPEND_H
 #define ZIPEND_H
 
+#include "private/DeviceReading.h"
+
 #include <QIODevice>
 #include <QtEndian>
 
@@ -21,7 +23,9 @@ inline qint64 position(QIODevice &file)
     const qint64 begin = qMax<qint64>(0, file.size() - longest);
     if (!file.seek(begin))
         return -1;
-    const QByteArray tail = file.read(longest);
+    QByteArray tail(int(longest), Qt::Uninitialized);
+    bool hasFailed = false;
+    tail.resize(int(readFully(file, tail.data(), longest, hasFailed)));
     for (int i = tail.size() - recordSize; i >= 0; --i) {
         const char *const record = tail.constData() + i;
         if (qFromLittleEndian<quint32>(record) == 0x06054b50
