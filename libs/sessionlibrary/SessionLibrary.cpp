@@ -31,6 +31,7 @@ qint64 beginOf(const QDate &day)
     return day.startOfDay().toMSecsSinceEpoch();
 }
 
+// A + keeps SQLite from walking through the scores where the order is another.
 Conditions conditionsOf(const Filter &filter)
 {
     Conditions conditions;
@@ -46,9 +47,9 @@ Conditions conditionsOf(const Filter &filter)
     if (filter.protocol)
         conditions.add(QStringLiteral("protocol = ? AND state < 2"), {*filter.protocol});
     if (filter.minScore)
-        conditions.add(QStringLiteral("overall_score >= ?"), {*filter.minScore});
+        conditions.add(QStringLiteral("+overall_score >= ?"), {*filter.minScore});
     if (filter.maxScore)
-        conditions.add(QStringLiteral("overall_score <= ?"), {*filter.maxScore});
+        conditions.add(QStringLiteral("+overall_score <= ?"), {*filter.maxScore});
     return conditions;
 }
 
@@ -181,12 +182,15 @@ std::optional<std::vector<SessionEntry>> SessionLibrary::page(const Filter &filt
                                                               int limit)
 {
     Conditions conditions = conditionsOf(filter);
-    // Only what is on the page is sorted with all of its columns.
     const QString ordered = orderOf(order);
-    const QString ids = QStringLiteral("SELECT id FROM sessions") + conditions.where() + ordered
-        + QStringLiteral(" LIMIT ? OFFSET ?");
+    const QString chosen = conditions.where() + ordered + QStringLiteral(" LIMIT ? OFFSET ?");
     conditions.values << limit << offset;
-    return entries(*m_index, QStringLiteral(" WHERE id IN (%1)").arg(ids) + ordered,
+    // An index has the sessions in these orders. In the others only what is on the page is sorted
+    // with all of its columns.
+    if (order.by == SortBy::Start || order.by == SortBy::File)
+        return entries(*m_index, chosen, conditions.values);
+    return entries(*m_index,
+                   QStringLiteral(" WHERE id IN (SELECT id FROM sessions%1)").arg(chosen) + ordered,
                    conditions.values);
 }
 
