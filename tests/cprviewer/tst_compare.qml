@@ -78,7 +78,7 @@ ViewerCase {
         verify(!item("endedA").visible && !item("endedB").visible);
         page.table.currentIndex = 1;
         compare(page.comparison.faults.map(fault => [fault.count, fault.other])[0], [22, 22]);
-        tryVerify(() => texts(item("faults")).includes("Too shallow"));
+        tryVerify(() => texts(item("comparedFaults")).includes("Too shallow"));
     }
     function test_otherSession() {
         open(desk.damaged("checksum"));

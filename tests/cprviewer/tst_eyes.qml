@@ -82,7 +82,7 @@ ViewerCase {
         keyClick(Qt.Key_Space);
         compare([item("play").Accessible.name, item("play").Accessible.description], ["Pause", "Stop the playback (space)"]);
         compare(item("menu").Accessible.name, "Menu (F10)");
-        window.pageItem.sidePanel.currentIndex = 1;
+        window.pageItem.sidePanel.currentIndex = 2;
         tryVerify(() => item("histograms").visible);
         const depth = item("histograms").children[0];
         verify(depth.Accessible.description.startsWith("below 45 mm: 0 % ≈ 0 of 162; 45–50 mm: 14 % ≈ 23 of 162; "));

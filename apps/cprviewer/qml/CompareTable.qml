@@ -65,7 +65,7 @@ Card {
     CompareList {
         id: faults
         anchors { left: parent.left; right: parent.right; top: titles.bottom; bottom: note.top; bottomMargin: Look.gap / 2; leftMargin: Look.gap / 2; rightMargin: Look.gap }
-        objectName: "faults"
+        objectName: "comparedFaults"
         visible: tabs.currentIndex === 1
         Accessible.name: qsTr("Faults")
         model: table.comparison.faults
