@@ -114,12 +114,18 @@ int main(int argc, char *argv[])
     if (line.isDark || line.isLight)
         viewer.appearance()->useMode(line.isDark ? Appearance::Dark : Appearance::Light);
 
+    if (!line.library.isEmpty())
+        viewer.library()->setFolder(line.library);
+    if (!line.classList.isEmpty())
+        viewer.classList()->addFile(QUrl::fromLocalFile(line.classList));
+
     QQmlApplicationEngine engine;
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
     QVariantMap properties{{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
                            {QStringLiteral("visible"), false}, // until it has its place
-                           {QStringLiteral("firstPage"), line.page}};
+                           {QStringLiteral("firstPage"), line.page},
+                           {QStringLiteral("firstLearner"), line.learner}};
     const bool hasPlace = line.size.isEmpty();
     const QRect place = hasPlace ? WindowPlace::stored(*viewer.settings()) : QRect({}, line.size);
     properties.insert(QStringLiteral("width"), place.width());

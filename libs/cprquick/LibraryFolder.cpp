@@ -174,6 +174,11 @@ std::vector<sessionreview::SessionResult> LibraryFolder::resultsOf(const QString
     return results;
 }
 
+QString LibraryFolder::storedName(const QString &name)
+{
+    return sessionlibrary::storedName(name);
+}
+
 void LibraryFolder::setWorking(const QObject *worker, bool isWorking)
 {
     if (isWorking)

@@ -73,6 +73,8 @@ public:
     /// another one is being corrected.
     Q_INVOKABLE bool setLearners(const QString &file, const QStringList &names);
 
+    /// The name as archives have it: they separate learners by commas, so a name has none there.
+    static QString storedName(const QString &name);
     /// The index, for this object's thread. It may not be open.
     sessionlibrary::SessionLibrary &index() { return m_index; }
     /// The sessions of these learners, each once, as far as the index knows them.

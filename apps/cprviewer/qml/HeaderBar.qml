@@ -12,7 +12,7 @@ Rectangle {
     id: bar
 
     required property Viewer viewer
-    property int page: 0 // 0 start, 1 live, 2 review
+    property int page: 0 // 0 start, 1 live, 2 review, 3 library
     property alias menuButton: menuButton
     signal pageWanted(int page)
     signal openWanted()
@@ -36,10 +36,9 @@ Rectangle {
         spacing: Look.gap
 
         TabBar {
-            visible: bar.hasSession
             background: null
             spacing: 0
-            currentIndex: bar.page === 2 ? 1 : 0
+            currentIndex: Math.max(0, bar.page - 1)
             Layout.alignment: Qt.AlignVCenter
 
             PageTab {
@@ -54,10 +53,19 @@ Rectangle {
             }
             PageTab {
                 objectName: "reviewTab"
+                visible: bar.hasSession
+                width: visible ? implicitWidth : 0
                 text: qsTr("Review")
                 font.pixelSize: Look.title
                 checked: bar.page === 2
                 onClicked: bar.pageWanted(2)
+            }
+            PageTab {
+                objectName: "libraryTab"
+                text: qsTr("Library")
+                font.pixelSize: Look.title
+                checked: bar.page === 3
+                onClicked: bar.pageWanted(3)
             }
         }
         PageText {

@@ -16,6 +16,8 @@ FocusScope {
     signal simulationWanted()
     signal fileWanted(string name)
     signal saveLeftWanted(string target)
+    signal libraryWanted(int view)
+    readonly property ClassList names: page.viewer.classList
 
     ColumnLayout {
         anchors.centerIn: parent
@@ -95,6 +97,37 @@ FocusScope {
                         objectName: "startSimulation"
                         text: qsTr("Simulated manikin…")
                         onClicked: page.simulationWanted()
+                    }
+                    ActionButton {
+                        objectName: "startLibrary"
+                        text: qsTr("Library")
+                        help: qsTr("The stored sessions (Ctrl+3)")
+                        onClicked: page.libraryWanted(0)
+                    }
+                    ActionButton {
+                        objectName: "startClassList"
+                        text: qsTr("Class list")
+                        help: qsTr("Who trains today (Ctrl+5)")
+                        onClicked: page.libraryWanted(3)
+                    }
+                }
+                Row {
+                    visible: page.names.count > 0
+                    width: parent.width
+                    spacing: Look.gap
+
+                    ActionButton {
+                        id: lastClass
+                        objectName: "startClass"
+                        text: qsTr("Last class")
+                        help: qsTr("How the class did (Ctrl+4)")
+                        onClicked: page.libraryWanted(2)
+                    }
+                    PageText {
+                        objectName: "startNextLearner"
+                        width: parent.width - lastClass.width - Look.gap
+                        height: parent.height
+                        text: qsTr("Next: %1").arg(page.names.nextText)
                     }
                 }
                 PageText {
