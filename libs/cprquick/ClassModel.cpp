@@ -128,8 +128,8 @@ void ClassModel::refresh()
     QStringList files;
     QVector<sessionlibrary::FileStamp> stamps;
     m_hasMore = false;
-    if (filter.from.isValid()) {
-        const auto entries = m_library->index().page(
+    if (filter.from.isValid() && m_library->index()) {
+        const auto entries = m_library->index()->page(
             filter, {sessionlibrary::SortBy::Start, Qt::AscendingOrder}, 0, -1);
         for (const SessionEntry &entry : entries.value_or(std::vector<SessionEntry>())) {
             const QStringList &names = entry.figures.learners;
@@ -227,14 +227,14 @@ QVariantList ClassModel::faults() const
 QString ClassModel::otherDay(int step) const
 {
     const QDate day = dayOf(m_firstDay);
-    if (!m_library || !day.isValid())
+    if (!m_library || !m_library->index() || !day.isValid())
         return QString();
     sessionlibrary::Filter filter;
     if (step < 0)
         filter.to = day.addDays(-1);
     else
         filter.from = day.addDays(1);
-    const auto found = m_library->index().page(
+    const auto found = m_library->index()->page(
         filter,
         {sessionlibrary::SortBy::Start, step < 0 ? Qt::DescendingOrder : Qt::AscendingOrder}, 0, 1);
     // Sessions without a start are not asked for in either direction.

@@ -18,15 +18,6 @@ namespace cprquick {
 
 using namespace sessionlibrary;
 
-namespace {
-
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("cprquick", text);
-}
-
-} // namespace
-
 LibraryFolder::LibraryFolder(QObject *parent) : QObject(parent)
 {
     const auto announceScan = [this] {
@@ -90,7 +81,8 @@ void LibraryFolder::findProblem()
     const ScanResult &result = m_watcher.result();
     QString problem;
     if (!QFileInfo(m_folder).isDir()) {
-        problem = translated("The folder %1 is not there.").arg(QDir::toNativeSeparators(m_folder));
+        problem = QCoreApplication::translate("cprquick", "The folder %1 is not there.")
+                      .arg(QDir::toNativeSeparators(m_folder));
     } else if (!result.error.isEmpty()) {
         problem = result.error;
     } else {
@@ -103,7 +95,8 @@ void LibraryFolder::findProblem()
             && (opened.rebuilt == OpenResult::Rebuilt::Damaged || opened.isTemporary))
             problem = opened.reason;
         if (problem.isEmpty() && result.isCancelled)
-            problem = translated("The scan was cancelled; not all sessions may be in the list.");
+            problem = QCoreApplication::translate(
+                "cprquick", "The scan was cancelled; not all sessions may be in the list.");
     }
     problem = PrintableText::shown(problem.trimmed());
     if (std::exchange(m_problem, problem) != problem)
@@ -112,13 +105,13 @@ void LibraryFolder::findProblem()
 
 QStringList LibraryFolder::learnersOf(const QString &file)
 {
-    const auto entry = m_index.session(file);
+    const auto entry = index() ? m_index.session(file) : std::nullopt;
     return entry ? entry->figures.learners : QStringList();
 }
 
 QString LibraryFolder::lastDay()
 {
-    const auto newest = m_index.page({}, {}, 0, 1);
+    const auto newest = index() ? m_index.page({}, {}, 0, 1) : std::nullopt;
     if (!newest || newest->empty())
         return QString();
     return newest->front().figures.start().toLocalTime().date().toString(Qt::ISODate);
@@ -126,7 +119,7 @@ QString LibraryFolder::lastDay()
 
 bool LibraryFolder::setLearners(const QString &file, const QStringList &names)
 {
-    if (m_corrector || !m_index.isOpen())
+    if (m_corrector || !index())
         return false;
     const auto change = std::make_shared<LearnerChange>();
     m_corrector = QThread::create([change, folder = m_folder, file, names] {
@@ -140,10 +133,12 @@ bool LibraryFolder::setLearners(const QString &file, const QStringList &names)
     m_corrector->setParent(this);
     connect(m_corrector, &QThread::finished, this, [this, change, file] {
         std::exchange(m_corrector, nullptr)->deleteLater();
-        QString text = translated("The learners of %1 are corrected.").arg(file);
+        QString text =
+            QCoreApplication::translate("cprquick", "The learners of %1 are corrected.").arg(file);
         if (!change->left.isEmpty())
-            text = translated("The learners of %1 stay as they were: %2")
-                       .arg(file, change->left.first().reason);
+            text =
+                QCoreApplication::translate("cprquick", "The learners of %1 stay as they were: %2")
+                    .arg(file, change->left.first().reason);
         else if (!change->error.isEmpty())
             text = change->error;
         Q_EMIT changed();
@@ -162,7 +157,7 @@ std::vector<sessionreview::SessionResult> LibraryFolder::resultsOf(const QString
     std::vector<sessionreview::SessionResult> results;
     QSet<qint64> known;
     for (const QString &learner : learners) {
-        const auto entries = m_index.sessionsOf(learner);
+        const auto entries = index() ? m_index.sessionsOf(learner) : std::nullopt;
         if (!entries)
             break;
         for (const SessionEntry &entry : *entries) {

@@ -75,8 +75,8 @@ public:
 
     /// The name as archives have it: they separate learners by commas, so a name has none there.
     static QString storedName(const QString &name);
-    /// The index, for this object's thread. It may not be open.
-    sessionlibrary::SessionLibrary &index() { return m_index; }
+    /// The index, for this object's thread; null when it is not open.
+    sessionlibrary::SessionLibrary *index() { return m_index.isOpen() ? &m_index : nullptr; }
     /// The sessions of these learners, each once, as far as the index knows them.
     std::vector<sessionreview::SessionResult> resultsOf(const QStringList &learners);
     /// \a worker works for this folder on a thread, or does so no more.

@@ -59,6 +59,11 @@ QString stateText(State state)
     return QString();
 }
 
+SessionLibrary *indexOf(LibraryFolder *library)
+{
+    return library ? library->index() : nullptr;
+}
+
 std::optional<int> percentOf(int percent)
 {
     return percent < 0 ? std::nullopt : std::optional(percent);
@@ -149,7 +154,8 @@ void LibraryModel::setDescending(bool isDescending)
 
 void LibraryModel::refresh()
 {
-    const auto found = m_library ? m_library->index().count(m_filter) : std::nullopt;
+    SessionLibrary *index = indexOf(m_library);
+    const auto found = index ? index->count(m_filter) : std::nullopt;
     const int count = found.value_or(0);
     m_pages.clear();
     if (count != m_count) {
@@ -158,18 +164,19 @@ void LibraryModel::refresh()
         endResetModel();
         Q_EMIT countChanged();
     } else if (m_count > 0) {
-        Q_EMIT dataChanged(index(0), index(m_count - 1));
+        Q_EMIT dataChanged(this->index(0), this->index(m_count - 1));
     }
 }
 
 const SessionEntry *LibraryModel::entryAt(int row) const
 {
-    if (row < 0 || row >= m_count || !m_library)
+    SessionLibrary *index = indexOf(m_library);
+    if (row < 0 || row >= m_count || !index)
         return nullptr;
     const int number = row / rowsPerPage;
     const Page *page = m_pages.object(number);
     if (!page) {
-        auto asked = m_library->index().page(m_filter, m_order, number * rowsPerPage, rowsPerPage);
+        auto asked = index->page(m_filter, m_order, number * rowsPerPage, rowsPerPage);
         page = new Page(asked ? std::move(*asked) : Page());
         m_pages.insert(number, const_cast<Page *>(page));
     }
@@ -282,7 +289,8 @@ void LearnerModel::setText(const QString &text)
 void LearnerModel::refresh()
 {
     const int before = count();
-    auto all = m_library ? m_library->index().learners() : std::nullopt;
+    SessionLibrary *index = indexOf(m_library);
+    auto all = index ? index->learners() : std::nullopt;
     beginResetModel();
     m_rows = all ? std::move(*all) : std::vector<sessionlibrary::Learner>();
     m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(),

@@ -86,8 +86,9 @@ void TrendItem::setTextSize(qreal size)
 
 void TrendItem::refresh()
 {
-    const auto entries =
-        m_library && !m_learner.isEmpty() ? m_library->index().sessionsOf(m_learner) : std::nullopt;
+    const auto entries = m_library && m_library->index() && !m_learner.isEmpty()
+        ? m_library->index()->sessionsOf(m_learner)
+        : std::nullopt;
     m_results.clear();
     QString last;
     if (entries) {

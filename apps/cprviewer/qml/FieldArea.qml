@@ -24,6 +24,7 @@ ScrollView {
 
     TextArea {
         id: area
+        focus: true
         textFormat: TextEdit.PlainText
         font.pixelSize: Look.normal
         color: Look.text

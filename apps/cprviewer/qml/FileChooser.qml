@@ -40,9 +40,8 @@ Item {
                       (url, replaces) => chooser.viewer.exportReport(url, remark, isA4, replaces), null);
     }
     function exportClass(model) {
-        chooser.write(qsTr("Save class"), `-${qsTr("class")}.pdf`, [qsTr("Class (*.pdf)")],
+        chooser.write(qsTr("Save class"), "-class.pdf", [qsTr("Class (*.pdf)")],
                       (url, replaces) => chooser.viewer.exportClass(model, url, chooser.isA4, replaces), null);
-        saveDialog.currentFile = chooser.viewer.proposedFile(`-${qsTr("class")}.pdf`);
     }
     function exportReports(model) {
         chooser.job = (url, replaces) => chooser.viewer.exportReports(model, url, chooser.isA4, replaces);

@@ -19,6 +19,13 @@ FocusScope {
     signal libraryWanted(int view)
     readonly property ClassList names: page.viewer.classList
 
+    property string lastDay: page.viewer.library.lastDay()
+    ClassModel { id: lastClass; firstDay: page.lastDay } // for its words alone
+    Connections {
+        target: page.viewer.library
+        function onChanged() { page.lastDay = page.viewer.library.lastDay(); }
+    }
+
     ColumnLayout {
         anchors.centerIn: parent
         width: Math.min(parent.width - 2 * Look.padding, Math.round(760 * Look.textUnit))
@@ -111,24 +118,31 @@ FocusScope {
                         onClicked: page.libraryWanted(3)
                     }
                 }
-                Row {
+                RowLayout {
                     visible: page.names.count > 0
                     width: parent.width
                     spacing: Look.gap
 
                     ActionButton {
-                        id: lastClass
+                        objectName: "startNextLearner"
+                        text: qsTr("Next learner…")
+                        help: qsTr("Start the session of the next learner (Ctrl+N)")
+                        onClicked: page.simulationWanted()
+                    }
+                    PageText { Layout.fillWidth: true; text: page.names.nextText }
+                }
+                RowLayout {
+                    visible: page.lastDay.length > 0
+                    width: parent.width
+                    spacing: Look.gap
+
+                    ActionButton {
                         objectName: "startClass"
                         text: qsTr("Last class")
                         help: qsTr("How the class did (Ctrl+4)")
                         onClicked: page.libraryWanted(2)
                     }
-                    PageText {
-                        objectName: "startNextLearner"
-                        width: parent.width - lastClass.width - Look.gap
-                        height: parent.height
-                        text: qsTr("Next: %1").arg(page.names.nextText)
-                    }
+                    PageText { Layout.fillWidth: true; text: lastClass.dayText }
                 }
                 PageText {
                     visible: recent.count > 0
