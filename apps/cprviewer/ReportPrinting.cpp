@@ -7,6 +7,7 @@
 #include <QMarginsF>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
+#include <QScreen>
 #include <QWindow>
 
 #include <memory>
@@ -27,6 +28,8 @@ void previewReport(const QString &title, QPageLayout::Orientation orientation,
                      [print](QPrinter *device) { print(device); });
     // The dialog prints on it until it is gone.
     QObject::connect(dialog, &QObject::destroyed, [printer] {});
+    constexpr double share = 0.8;
+    dialog->resize(QGuiApplication::primaryScreen()->availableSize() * share);
     dialog->winId(); // makes the window that belongs to the viewer's
     dialog->windowHandle()->setTransientParent(QGuiApplication::focusWindow());
     dialog->open();

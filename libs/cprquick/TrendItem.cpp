@@ -116,14 +116,15 @@ QStringList TrendItem::texts() const
         return texts;
     const SessionResult &last = m_results.back();
     const QLocale locale;
-    for (std::size_t i = 0; i < classFigures().size() && i < last.figures.size(); ++i) {
-        const RecordedFigure &figure = *classFigures()[i];
-        if (!last.figures[i])
+    for (const char *key : {"mean_depth_mm", "mean_rate_per_min", "compression_fraction",
+                            "longest_pause_s", "mean_volume_ml"}) {
+        const RecordedFigure &figure = *recordedFigure(key);
+        const std::optional<double> value = last.figure(key);
+        if (!value)
             continue;
         const QString target = targetText(figure, last.targets, locale);
-        texts.append(QStringLiteral("%1: %2%3")
-                         .arg(figure.titleText(), figure.text(*last.figures[i], locale),
-                              target.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(target)));
+        texts.append(QStringLiteral("%1: %2").arg(figure.titleText(), figure.text(*value, locale))
+                     + (target.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(target)));
     }
     return texts;
 }

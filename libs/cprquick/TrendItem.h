@@ -30,7 +30,7 @@ class CPRQUICK_EXPORT TrendItem : public QQuickPaintedItem {
     Q_PROPERTY(bool    dark     READ isDark   WRITE setDark     NOTIFY lookChanged)
     /// Pixels; 0, as it is from the start, for the size of the application's font.
     Q_PROPERTY(qreal   textSize READ textSize WRITE setTextSize NOTIFY lookChanged)
-    /// The last figures with their targets, a line each, for those who cannot see them.
+    /// The figures of the last session with their targets, a line each.
     Q_PROPERTY(QStringList texts READ texts                    NOTIFY textsChanged)
     // clang-format on
 

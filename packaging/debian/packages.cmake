@@ -55,9 +55,9 @@ if(CPRDATA_QT EQUAL 6)
     set(devel_needs qt6-base-dev qt6-declarative-dev)
     set(qml_needs
         qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
-        qml6-module-qtquick-window)
+        qml6-module-qtquick-window libqt6sql6-sqlite)
     set(tools_needs
-        qml6-module-qt-labs-platform qml6-module-qtquick-controls qml6-module-qtquick-layouts
+        libqt6sql6-sqlite qml6-module-qt-labs-platform qml6-module-qtquick-controls qml6-module-qtquick-layouts
         qml6-module-qtquick-templates)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools)
 else()
@@ -66,9 +66,9 @@ else()
     set(tools cprdata-tools)
     set(qml qml-module-cprdata)
     set(devel_needs qtbase5-dev qtdeclarative5-dev)
-    set(qml_needs qml-module-qtquick-window2 qml-module-qtquick2)
+    set(qml_needs libqt5sql5-sqlite qml-module-qtquick-window2 qml-module-qtquick2)
     set(tools_needs
-        qml-module-qt-labs-platform qml-module-qtquick-controls2 qml-module-qtquick-layouts
+        libqt5sql5-sqlite qml-module-qt-labs-platform qml-module-qtquick-controls2 qml-module-qtquick-layouts
         qml-module-qtquick-templates2)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools-qt6)
 endif()

@@ -17,6 +17,12 @@ ViewerCase {
         viewer.chooseLibrary("file:" + folder);
         tryVerify(() => !library.isBusy, 60000);
     }
+    function checkPreview(title) {
+        const shown = desk.closePreview();
+        verify(shown.startsWith(title), shown);
+        window.requestActivate();
+        tryVerify(() => window.active);
+    }
     function test_listParsing_data() {
         return [
             { tag: "typed", text: "Mira Holm\n\n  Jörg   Aldane \n", wanted: ["Mira Holm||-1", "Jörg Aldane||-1"] },
@@ -123,12 +129,17 @@ ViewerCase {
         write(() => viewer.exportReport("file:" + desk.newFile("ann.pdf"), "Well done", true, false));
         verify(desk.textOf(desk.newFile("ann.pdf")).startsWith("%PDF"));
 
+        viewer.printReport("Well done");
+        checkPreview("Ann, ");
+
         keyClick(Qt.Key_4, Qt.ControlModifier);
         const page = item("classPage");
         tryVerify(() => page.model.count === 6 && !page.model.isLoading, 20000);
         verify(page.model.summary.startsWith("Learners: 6 · Sessions: 12 · Passed: "));
         // All do what a beginner does with seed 1: they share all faults.
         verify(page.model.faults.length > 0 && page.model.faults.every(fault => fault.countText === "6 of 6" && fault.share === 1));
+        keyClick(Qt.Key_P, Qt.ControlModifier);
+        checkPreview("Class, ");
         page.model.learners = ["Bo"];
         tryCompare(page.model, "count", 1);
         page.model.learners = [];

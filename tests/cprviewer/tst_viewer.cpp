@@ -13,6 +13,7 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QTemporaryDir>
+#include <QWidget>
 #include <QtQuickTest>
 #include <QtTest>
 
@@ -78,6 +79,21 @@ public:
             QFile::copy(data("golden.zip"),
                         QStringLiteral("%1/%2.zip").arg(folder).arg(i, 3, 10, QLatin1Char('0')));
         return folder;
+    }
+    /// The title of the print preview that is open; it is closed. Empty when there is none.
+    Q_INVOKABLE QString closePreview() const
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            if (!window->inherits("QPrintPreviewDialog") || !window->isVisible())
+                continue;
+            const QString picture = qEnvironmentVariable("CPRVIEWER_PREVIEW"); // to look at
+            if (!picture.isEmpty())
+                window->grab().save(picture);
+            window->close();
+            return window->windowTitle();
+        }
+        return QString();
     }
     Q_INVOKABLE bool isPrivate(const QString &name) const
     {

@@ -142,7 +142,7 @@ FocusScope {
                     }
                 }
                 Rectangle { Layout.fillWidth: true; Layout.preferredHeight: 1; color: Look.frame }
-                PageText { Layout.fillWidth: true; text: qsTr("Add learners: name, manikin, protocol"); font.bold: true }
+                PageText { Layout.fillWidth: true; text: qsTr("Add learners: name, manikin, protocol"); font.bold: true; wrapMode: Text.WordWrap }
                 FieldArea {
                     id: typed
                     objectName: "typedNames"

@@ -83,7 +83,7 @@ FocusScope {
             PageText {
                 objectName: "classSummary"
                 Layout.fillWidth: true
-                text: page.model.isLoading ? qsTr("Reading sessions…") : page.model.problem.length > 0 ? page.model.summary + "   ⚠ " + page.model.problem : page.model.summary
+                text: page.model.isLoading ? qsTr("Reading sessions…") : page.model.summary
                 color: Look.muted
             }
             ActionButton {
@@ -107,6 +107,13 @@ FocusScope {
                 help: qsTr("A page to take home of each session, as PDF into a folder")
                 onClicked: page.reportsWanted()
             }
+        }
+        PageText {
+            objectName: "classProblem"
+            visible: page.model.problem.length > 0
+            Layout.fillWidth: true
+            text: "⚠ " + page.model.problem
+            color: Look.fault
         }
         Card {
             visible: page.model.count > 0

@@ -42,12 +42,12 @@ FocusScope {
         }
         Card {
             Layout.fillWidth: true
-            Layout.preferredHeight: Math.round(220 * Look.unit)
+            Layout.preferredHeight: Math.round(250 * Look.unit)
 
             TrendItem {
                 id: trend
                 objectName: "trend"
-                anchors { fill: parent; margins: Look.padding }
+                anchors { left: parent.left; right: parent.right; top: parent.top; bottom: figures.top; margins: Look.padding; bottomMargin: Look.gap / 2 }
                 library: page.library
                 learner: page.learner
                 dark: Look.dark
@@ -55,6 +55,15 @@ FocusScope {
                 Accessible.role: Accessible.Chart
                 Accessible.name: qsTr("Progress over the sessions")
                 Accessible.description: trend.texts.join(". ")
+            }
+            PageText {
+                id: figures
+                anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: Look.padding; bottomMargin: Look.gap / 2 }
+                text: trend.texts.join("  ·  ")
+                color: Look.muted
+                font.pixelSize: Math.round(12 * Look.textUnit)
+                wrapMode: Text.WordWrap
+                maximumLineCount: 2
             }
         }
         Card {

@@ -102,7 +102,7 @@ FocusScope {
                 text: row.stateText.length > 0 ? "⚠ " + row.stateText : Words.shown(row.file.replace(/^.*\//, ""))
                 font { pixelSize: Look.small; bold: row.stateText.length > 0 }
                 color: row.stateText.length > 0 && !row.isChosen ? Look.fault : Look.muted
-                elide: Text.ElideMiddle
+                elide: row.stateText.length > 0 ? Text.ElideRight : Text.ElideMiddle
                 Accessible.ignored: true
             }
         }

@@ -81,7 +81,7 @@ FocusScope {
             Choice {
                 id: score
                 objectName: "score"
-                Layout.preferredWidth: Math.round(150 * Look.textUnit)
+                Layout.preferredWidth: Math.round(180 * Look.textUnit)
                 name: qsTr("Score")
                 model: [qsTr("All scores"), qsTr("From 75 %"), qsTr("50 to 74 %"), qsTr("Below 50 %")]
             }

@@ -3139,7 +3139,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>Damaged, in part</source>
-        <translation>Beschädigt, teilweise</translation>
+        <translation>Teils beschädigt</translation>
     </message>
     <message>
         <source>Damaged</source>
