@@ -64,6 +64,9 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         std::string log;
         std::string compared;
         std::string page;
+        std::string library;
+        std::string learner;
+        std::string classList;
         std::string screenshot;
         std::string size;
         std::string language;
@@ -92,8 +95,18 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     app.add_option("--at", given.at, "Begin a live session at this session time, s");
     app.add_option("--compare", given.compared, "Show the session beside this one")
         ->type_name("SESSION.zip|LOG");
-    app.add_option("--page", given.page, "The page to begin with: live or review")
-        ->check(CLI::IsMember({"live", "review"}));
+    app.add_option("--page", given.page,
+                   "The page to begin with: live, review, or of the library sessions, learners, "
+                   "learner, class or class-list")
+        ->check(CLI::IsMember(
+            {"live", "review", "sessions", "learners", "learner", "class", "class-list"}));
+    app.add_option("--library", given.library,
+                   "Folder of session archives, instead of the one that was chosen")
+        ->type_name("FOLDER");
+    app.add_option("--learner", given.learner, "Whose page is shown with --page learner")
+        ->type_name("NAME");
+    app.add_option("--class", given.classList, "Learners that are added to the class list")
+        ->type_name("FILE.csv");
     app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
         ->type_name("FILE.png");
     app.add_option("--size", given.size,
@@ -121,6 +134,9 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     log = fromShell(given.log);
     compared = fromShell(given.compared);
     page = fromShell(given.page);
+    library = fromShell(given.library);
+    learner = QString::fromLocal8Bit(given.learner.c_str());
+    classList = fromShell(given.classList);
     screenshot = fromShell(given.screenshot);
     language = fromShell(given.language);
     if (!given.size.empty())
@@ -157,7 +173,11 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         return refuse(QStringLiteral("there is no scenario \"%1\"; there are %2")
                           .arg(scenario, names.join(QLatin1String(", "))));
     }
-    for (const QString &input : {file, log, compared}) {
+    if (!library.isEmpty() && !QFileInfo(library).isDir()) {
+        complain(QStringLiteral("there is no folder %1").arg(library));
+        return ExitStatus::Failed;
+    }
+    for (const QString &input : {file, log, compared, classList}) {
         if (input.isEmpty())
             continue;
         const QFileInfo info(input);

@@ -25,7 +25,10 @@ struct CommandLine {
     QString compared; ///< archive or log to compare the session with
     double speed = 1;
     std::optional<double> atSecs; ///< of session time; where a live session is to begin
-    QString page; ///< live, review or empty
+    QString page; ///< live, review, a page of the library, or empty
+    QString library; ///< folder of sessions, instead of the one that was chosen
+    QString learner; ///< whose page is shown
+    QString classList; ///< a file with learners
     QString screenshot;
     QSize size; ///< empty for the usual one
     QString language;

@@ -27,6 +27,7 @@ Screenshot::Screenshot(QString file, Viewer *viewer, QQuickWindow *window)
     connect(window, &QQuickWindow::frameSwapped, this, restart);
     connect(viewer, &Viewer::isLoadingChanged, this, restart);
     connect(viewer->other(), &cprquick::SessionSource::isLoadingChanged, this, restart);
+    connect(viewer->library(), &cprquick::LibraryFolder::isBusyChanged, this, restart);
     connect(&m_quiet, &QTimer::timeout, this, &Screenshot::grab);
     m_quiet.start();
 }
@@ -35,8 +36,8 @@ Screenshot::~Screenshot() = default;
 
 void Screenshot::grab()
 {
-    if (m_viewer->isLoading() || m_viewer->other()->isLoading())
-        return; // isLoadingChanged comes at its end
+    if (m_viewer->isLoading() || m_viewer->other()->isLoading() || m_viewer->library()->isBusy())
+        return; // a signal comes at its end
     // QQuickWindow::grabWindow() gives nothing where there is no display.
     m_grab = m_window->contentItem()->grabToImage();
     if (m_grab)

@@ -9,7 +9,9 @@
 #include "sessionfiles/TableWriter.h"
 
 #include <CPRData.h>
+#include <sessionplot/ClassReport.h>
 #include <sessionplot/PictureFile.h>
+#include <sessionplot/SessionReport.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -110,4 +112,52 @@ Written SessionExport::writePicture(const QString &name, const CPRData &session)
     QString reason;
     const bool isWritten = sessionplot::writePicture(name, size, 0, -1, session, &reason);
     return isWritten ? done(name) : failed(name, reason);
+}
+
+Written SessionExport::writeReport(const QString &name, const CPRData &session,
+                                   const ReportNotes &notes)
+{
+    const sessionplot::PlotModel model(session);
+    sessionplot::SessionReport report(model);
+    report.setRemark(notes.remark);
+    report.setDamaged(notes.isDamaged);
+    report.setEarlier(
+        sessionreview::earlierOf(sessionreview::resultOf(model.review()), notes.results));
+    QString reason;
+    return sessionplot::writeReport(name, report, notes.paper, &reason) ? done(name)
+                                                                        : failed(name, reason);
+}
+
+QString SessionExport::reportName(const QString &folder, const QString &archive)
+{
+    return QDir(folder).filePath(QFileInfo(archive).completeBaseName() + QStringLiteral(".pdf"));
+}
+
+Written SessionExport::writeReports(const QString &folder, const QStringList &archives,
+                                    const ReportNotes &notes)
+{
+    Written all = done(folder);
+    for (const QString &archive : archives) {
+        CPRData session;
+        const sessionfiles::LoadResult loaded = sessionfiles::load(archive, session);
+        ReportNotes own = notes;
+        own.isDamaged = !loaded.isComplete;
+        const Written written = loaded.hasSession()
+            ? writeReport(reportName(folder, archive), session, own)
+            : failed(archive,
+                     QCoreApplication::translate("cprviewer", "%1 cannot be read as a session")
+                         .arg(archive));
+        if (!written.isComplete && all.isComplete)
+            all = {true, false, folder, {}, written.problem, false};
+    }
+    return all;
+}
+
+Written SessionExport::writeClass(const QString &name, const sessionreview::ClassFigures &figures,
+                                  QPageSize::PageSizeId paper)
+{
+    QString reason;
+    return sessionplot::writeClassReport(name, sessionplot::ClassReport(figures), paper, &reason)
+        ? done(name)
+        : failed(name, reason);
 }

@@ -4,7 +4,13 @@
 #ifndef CPRVIEWER_SESSIONEXPORT_H
 #define CPRVIEWER_SESSIONEXPORT_H
 
+#include <QPageSize>
 #include <QString>
+#include <QStringList>
+
+#include <sessionreview/ClassFigures.h>
+
+#include <vector>
 
 class CPRData;
 
@@ -35,6 +41,25 @@ Written replaceDamaged(const QString &name, CPRData &session);
 Written writeTable(const QString &name, const QString &what, const CPRData &session);
 /// The review picture; the suffix decides on the form: png, svg or pdf.
 Written writePicture(const QString &name, const CPRData &session);
+
+/// What stands on the page to take home besides the session.
+struct ReportNotes {
+    QString remark; ///< the instructor's
+    bool isDamaged = false; ///< the session could not be read whole
+    /// All sessions of its learners that are known.
+    std::vector<sessionreview::SessionResult> results;
+    QPageSize::PageSizeId paper = QPageSize::A4;
+};
+/// The page to take home, a PDF.
+Written writeReport(const QString &name, const CPRData &session, const ReportNotes &notes);
+/// The same for each of \a archives, NAME.pdf for NAME.zip, into \a folder. The problem tells of
+/// the first that could not be made.
+Written writeReports(const QString &folder, const QStringList &archives, const ReportNotes &notes);
+/// The class, a PDF.
+Written writeClass(const QString &name, const sessionreview::ClassFigures &figures,
+                   QPageSize::PageSizeId paper);
+/// The name of the report of an archive.
+QString reportName(const QString &folder, const QString &archive);
 
 } // namespace SessionExport
 

@@ -3,6 +3,7 @@
 
 #include "Viewer.h"
 
+#include "ReportPrinting.h"
 #include "ScenarioNames.h"
 #include "SessionExport.h"
 #include "sessionreview/Figures.h"
@@ -16,6 +17,8 @@
 #include <CPREventSessionStatistics.h>
 #include <CPREventUser.h>
 #include <manikinlog/ManikinLogPlayer.h>
+#include <sessionplot/ClassReport.h>
+#include <sessionplot/SessionReport.h>
 
 #include <QDateTime>
 #include <QDir>
@@ -32,6 +35,7 @@ using SessionExport::Written;
 namespace {
 
 const QLatin1String archiveSuffix("zip");
+const QLatin1String libraryKey("library");
 
 QUrl proposed(const QDateTime &start, const QString &ending)
 {
@@ -78,13 +82,19 @@ Viewer::Paths Viewer::Paths::ofUser()
     const QDir config(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
     const QDir data(QStandardPaths::writableLocation(QStandardPaths::AppDataLocation));
     return {config.filePath(QStringLiteral("cprviewer.json")),
-            data.filePath(QStringLiteral("unsaved"))};
+            data.filePath(QStringLiteral("unsaved")), data.filePath(QStringLiteral("class.json"))};
 }
 
 Viewer::Viewer(const Paths &paths, QObject *parent)
     : QObject(parent), m_settings(paths.settings), m_appearance(&m_settings),
-      m_recentFiles(&m_settings), m_unsavedSessions(paths.journals)
+      m_recentFiles(&m_settings), m_classList(paths.classList), m_unsavedSessions(paths.journals)
 {
+    m_library.setFolder(m_settings.value(libraryKey).toString());
+    connect(&m_library, &cprquick::LibraryFolder::corrected, this,
+            [this](bool isDone, const QString &text) {
+                setProblem(isDone ? QString() : text);
+                setNotice(isDone ? text : QString());
+            });
     connect(&m_appearance, &Appearance::languageChanged, this, &Viewer::scenariosChanged);
     connect(&m_loader, &SessionLoader::progressed, this, [this](double share) {
         m_loadedShare = share;
@@ -200,6 +210,32 @@ bool Viewer::startScenario(const QString &name, int seed, double speed)
     return true;
 }
 
+bool Viewer::startNext(const QString &name, int seed, double speed)
+{
+    const manikinsim::Scenario *named = manikinsim::Scenario::find(name);
+    const int number = m_classList.next();
+    if (!named || number < 0)
+        return startScenario(name, seed, speed);
+    const ClassList::Entry &entry = m_classList.entry(number);
+    manikinsim::Scenario scenario = *named;
+    scenario.learners = QStringList(entry.name);
+    scenario.manikinName = entry.manikin;
+    if (entry.protocol >= 0)
+        scenario.protocol = static_cast<manikinsim::Scenario::Protocol>(entry.protocol);
+    if (m_classList.minutes() > 0)
+        scenario.seconds = m_classList.minutes() * 60;
+    const QString problem = scenario.problem();
+    if (!problem.isEmpty()) {
+        setProblem(problem);
+        return false;
+    }
+    QStringList names{entry.name, entry.manikin, tr("Simulated: %1").arg(scenarioTitle(name))};
+    names.removeAll(QString());
+    startLive(RecordSource::simulated(scenario, static_cast<quint64>(seed)),
+              PrintableText::shown(names.join(QStringLiteral(" \u00b7 "))), speed, false, number);
+    return true;
+}
+
 bool Viewer::startReplay(const QString &name, double speed)
 {
     QString error;
@@ -213,7 +249,7 @@ bool Viewer::startReplay(const QString &name, double speed)
 }
 
 void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
-                       bool isReplay)
+                       bool isReplay, int classNumber)
 {
     m_loader.abandon();
     m_loadedLeft.reset();
@@ -229,9 +265,11 @@ void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name
     opened.name = name;
     opened.isReplay = isReplay;
     opened.isUnsaved = true;
+    opened.classNumber = classNumber;
     connect(opened.feed.get(), &LiveFeed::finished, this, [this](const QString &error) {
         if (!error.isEmpty())
             setProblem(error);
+        m_classList.endSession(std::exchange(m_opened.classNumber, -1));
         Q_EMIT isLiveChanged();
     });
     opened.feed->start(speed);
@@ -430,6 +468,109 @@ Viewer::SaveResult Viewer::save(const QUrl &url, bool replaces)
     write({session(), nullptr, true, m_changes}, copyForWriting(!m_opened.isFromArchive),
           [name, writeIt](CPRData *copy) { return writeIt(name, *copy); });
     return Started;
+}
+
+Viewer::SaveResult Viewer::saveInLibrary()
+{
+    const QDir folder(m_library.folder());
+    if (!session() || isLive() || m_library.folder().isEmpty())
+        return Failed;
+    const QString stem = proposedFile(QString()).fileName();
+    QString name;
+    for (int number = 1; name.isEmpty() || QFileInfo::exists(name); ++number)
+        name = folder.filePath(stem + (number > 1 ? QStringLiteral("-%1").arg(number) : QString())
+                               + QLatin1Char('.') + archiveSuffix);
+    return save(QUrl::fromLocalFile(name), false);
+}
+
+Viewer::SaveResult Viewer::exportReport(const QUrl &url, const QString &remark, bool isA4,
+                                        bool replaces)
+{
+    const QString name = nameOf(url, QStringLiteral("pdf"));
+    if (!session())
+        return Failed;
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    const SessionExport::ReportNotes notes{remark, isDamaged(),
+                                           m_library.resultsOf(session()->learners()),
+                                           isA4 ? QPageSize::A4 : QPageSize::Letter};
+    write({}, copyForWriting(false),
+          [name, notes](CPRData *copy) { return SessionExport::writeReport(name, *copy, notes); });
+    return Started;
+}
+
+Viewer::SaveResult Viewer::exportClass(cprquick::ClassModel *model, const QUrl &url, bool isA4,
+                                       bool replaces)
+{
+    const QString name = nameOf(url, QStringLiteral("pdf"));
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    write({}, nullptr,
+          [name, figures = model->figures(), paper = isA4 ? QPageSize::A4 : QPageSize::Letter](
+              CPRData * /*none*/) { return SessionExport::writeClass(name, figures, paper); });
+    return Started;
+}
+
+Viewer::SaveResult Viewer::exportReports(cprquick::ClassModel *model, const QUrl &folder, bool isA4,
+                                         bool replaces)
+{
+    const QString name = folder.toLocalFile();
+    const QStringList files = model->files();
+    if (name.isEmpty() || files.isEmpty())
+        return Failed;
+    for (const QString &file : files) {
+        if (const auto reason = whyNotWritten(SessionExport::reportName(name, file), replaces))
+            return *reason;
+    }
+    QStringList learners;
+    for (const sessionreview::ClassRow &row : model->figures().rows)
+        learners.append(row.learner);
+    const SessionExport::ReportNotes notes{
+        {}, false, m_library.resultsOf(learners), isA4 ? QPageSize::A4 : QPageSize::Letter};
+    write({}, nullptr, [name, files, notes](CPRData * /*none*/) {
+        return SessionExport::writeReports(name, files, notes);
+    });
+    return Started;
+}
+
+void Viewer::printReport(const QString &remark)
+{
+    if (!session())
+        return;
+    // The preview may outlive what is shown.
+    const std::shared_ptr<CPRData> copy = copyForWriting(false);
+    const auto model = std::make_shared<sessionplot::PlotModel>(*copy);
+    sessionplot::SessionReport report(*model);
+    report.setRemark(remark);
+    report.setDamaged(isDamaged());
+    report.setEarlier(sessionreview::earlierOf(sessionreview::resultOf(model->review()),
+                                               m_library.resultsOf(session()->learners())));
+    previewReport(
+        report.title(), QPageLayout::Portrait,
+        [copy, model, report](QPagedPaintDevice *device) { return report.print(device); });
+}
+
+void Viewer::printClass(cprquick::ClassModel *model)
+{
+    const sessionplot::ClassReport report(model->figures());
+    previewReport(report.title(), QPageLayout::Landscape,
+                  [report](QPagedPaintDevice *device) { return report.print(device); });
+}
+
+void Viewer::chooseLibrary(const QUrl &folder)
+{
+    const QString name = folder.toLocalFile();
+    if (name.isEmpty())
+        return;
+    m_settings.setValue(libraryKey, name);
+    m_library.setFolder(name);
+}
+
+void Viewer::readClassList(const QUrl &url)
+{
+    const int added = m_classList.addFile(url);
+    setProblem(added >= 0 ? QString() : tr("%1 cannot be read.").arg(fileName(url)));
+    setNotice(added >= 0 ? tr("%n learner(s) added.", "", added) : QString());
 }
 
 Viewer::SaveResult Viewer::exportTable(const QUrl &url, const QString &what, bool replaces)

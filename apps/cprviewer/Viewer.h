@@ -5,11 +5,13 @@
 #define CPRVIEWER_VIEWER_H
 
 #include "Appearance.h"
+#include "ClassList.h"
 #include "LiveFeed.h"
 #include "RecentFiles.h"
 #include "SessionWriter.h"
 #include "Settings.h"
 #include "UnsavedSessions.h"
+#include "cprquick/ClassModel.h"
 #include "cprquick/SessionLoader.h"
 #include "cprquick/SessionSource.h"
 
@@ -79,6 +81,9 @@ class Viewer final : public QObject {
     Q_PROPERTY(cprquick::SessionSource *other READ other   CONSTANT)
     Q_PROPERTY(Appearance  *appearance   READ appearance   CONSTANT)
     Q_PROPERTY(RecentFiles *recentFiles  READ recentFiles  CONSTANT)
+    /// The stored sessions, in the folder that the instructor has chosen.
+    Q_PROPERTY(cprquick::LibraryFolder *library READ library CONSTANT)
+    Q_PROPERTY(ClassList   *classList    READ classList    CONSTANT)
     /// Scenarios of the simulated manikin: maps with name, title and description.
     Q_PROPERTY(QVariantList scenarios    READ scenarios    NOTIFY scenariosChanged)
     // clang-format on
@@ -88,6 +93,7 @@ public:
     struct Paths {
         QString settings; ///< a file; empty when nothing is to be stored
         QString journals; ///< a folder; empty when nothing is to be journalled
+        QString classList = {}; ///< a file; empty when none is to be stored
         /// The user's own.
         static Paths ofUser();
     };
@@ -126,6 +132,8 @@ public:
     Appearance  *appearance()            { return &m_appearance; }
     cprquick::SessionSource *other()     { return &m_other; }
     RecentFiles *recentFiles()           { return &m_recentFiles; }
+    cprquick::LibraryFolder *library()   { return &m_library; }
+    ClassList   *classList()             { return &m_classList; }
     QVariantList scenarios() const;
     // clang-format on
 
@@ -141,6 +149,9 @@ public:
     /// Starts the simulated manikin. False, with a problem, when there is no such scenario. With
     /// speed 0 time stands still; see advanceTo().
     Q_INVOKABLE bool startScenario(const QString &name, int seed, double speed = 1);
+    /// The same for the learner of the class list who is next: with that name and manikin, in that
+    /// protocol, and as long as the list says. When the session ends the one behind is next.
+    Q_INVOKABLE bool startNext(const QString &name, int seed, double speed = 1);
     /// Plays a recorded log as if it came from the manikin. False when it cannot be opened.
     Q_INVOKABLE bool startReplay(const QString &name, double speed);
     /// Plays what a live session has before the session time \a msecs at once.
@@ -164,9 +175,26 @@ public:
     /// Saves the session under \a url, to which the suffix is added if it has none. A file that is
     /// there is replaced only when \a replaces says so; a damaged one is kept beside it.
     Q_INVOKABLE Viewer::SaveResult save(const QUrl &url, bool replaces);
-    /// The same for a table (events, summary, waves, guidelines) and the review picture.
+    /// Saves it in the library's folder, under a name of its own.
+    Q_INVOKABLE Viewer::SaveResult saveInLibrary();
+    /// The same as save() for a table (events, summary, waves, guidelines) and the review picture.
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
     Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
+    /// The page to take home as a PDF, with the instructor's \a remark, on A4 or else on Letter.
+    Q_INVOKABLE Viewer::SaveResult exportReport(const QUrl &url, const QString &remark, bool isA4,
+                                                bool replaces);
+    /// The class as a PDF, and a page to take home of each of its sessions into a folder.
+    Q_INVOKABLE Viewer::SaveResult exportClass(cprquick::ClassModel *model, const QUrl &url,
+                                               bool isA4, bool replaces);
+    Q_INVOKABLE Viewer::SaveResult exportReports(cprquick::ClassModel *model, const QUrl &folder,
+                                                 bool isA4, bool replaces);
+    /// Shows what would be printed, and prints it from there.
+    Q_INVOKABLE void printReport(const QString &remark);
+    Q_INVOKABLE void printClass(cprquick::ClassModel *model);
+    /// Chooses the library's folder.
+    Q_INVOKABLE void chooseLibrary(const QUrl &folder);
+    /// Adds the learners of a file to the class list, and says how many they are.
+    Q_INVOKABLE void readClassList(const QUrl &url);
     /// The name of a file without its folder, in front of people.
     Q_INVOKABLE QString fileName(const QUrl &url) const;
     /// A file to propose for the session; its name ends as \a ending, "-events.csv", say.
@@ -219,6 +247,7 @@ private:
         bool isUnsaved = false;
         bool isDamaged = false;
         bool isSalvaged = false;
+        int classNumber = -1; // of its learner in the class list, until the session was counted
     };
     // What is to be done when a file is written.
     struct Writing {
@@ -232,7 +261,8 @@ private:
     void load(const QString &name, cprquick::SessionLoader::Kind kind);
     void showLoaded();
     void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
-                   bool isReplay);
+                   bool isReplay, int classNumber = -1);
+
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
     void show(Opened opened);
     std::unique_ptr<CPRData> copyForWriting(bool isAsListed) const;
@@ -248,6 +278,8 @@ private:
     Settings m_settings;
     Appearance m_appearance;
     RecentFiles m_recentFiles;
+    cprquick::LibraryFolder m_library;
+    ClassList m_classList;
     UnsavedSessions m_unsavedSessions;
     Opened m_opened;
     cprquick::SessionLoader m_loader;

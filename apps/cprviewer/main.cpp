@@ -116,6 +116,11 @@ int main(int argc, char *argv[])
     if (line.isDark || line.isLight)
         viewer.appearance()->useMode(line.isDark ? Appearance::Dark : Appearance::Light);
 
+    if (!line.library.isEmpty())
+        viewer.library()->setFolder(line.library);
+    if (!line.classList.isEmpty())
+        viewer.classList()->addFile(QUrl::fromLocalFile(line.classList));
+
     QQmlApplicationEngine engine;
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
@@ -123,7 +128,8 @@ int main(int argc, char *argv[])
     QVariantMap properties{
         {QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
         {QStringLiteral("visible"), false}, // until it has its place
-        {QStringLiteral("firstPage"), isCompared ? QStringLiteral("compare") : line.page}};
+        {QStringLiteral("firstPage"), isCompared ? QStringLiteral("compare") : line.page},
+        {QStringLiteral("firstLearner"), line.learner}};
     const bool hasPlace = line.size.isEmpty();
     const QRect place = hasPlace ? WindowPlace::stored(*viewer.settings()) : QRect({}, line.size);
     properties.insert(QStringLiteral("width"), place.width());

@@ -114,7 +114,9 @@ OpenResult IndexConnection::open(const QString &folder, Check check)
     m_folder = QFileInfo(folder).canonicalFilePath();
     if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir()) {
         m_folder = folder;
-        m_error = translated("%1 is no folder that can be read").arg(folder);
+        m_error =
+            translated(QT_TRANSLATE_NOOP("sessionlibrary", "%1 is no folder that can be read"))
+                .arg(folder);
         result.reason = m_error;
         return result;
     }
@@ -127,7 +129,8 @@ OpenResult IndexConnection::open(const QString &folder, Check check)
         if (parent.isEmpty() || !makePrivateFolder(parent) || !makePrivateFolder(place)) {
             if (!isTemporary)
                 result.reason =
-                    translated("%1 cannot be written: %2").arg(place, FileCalls::reason());
+                    translated(QT_TRANSLATE_NOOP("sessionlibrary", "%1 cannot be written: %2"))
+                        .arg(place, FileCalls::reason());
             continue;
         }
         const Lock lock(place + QStringLiteral("/lock"));
@@ -163,7 +166,8 @@ bool IndexConnection::openFile(Check check, OpenResult &result)
     for (int attempt = 0; attempt < attempts; ++attempt) {
         close();
         if (!makePrivateFile(m_file)) {
-            m_error = translated("%1 cannot be written: %2").arg(m_file, FileCalls::reason());
+            m_error = translated(QT_TRANSLATE_NOOP("sessionlibrary", "%1 cannot be written: %2"))
+                          .arg(m_file, FileCalls::reason());
             return false;
         }
         const SchemaResult schema = openDatabase();
@@ -181,10 +185,12 @@ bool IndexConnection::openFile(Check check, OpenResult &result)
         }
         if (schema == SchemaResult::Foreign) {
             result.rebuilt = OpenResult::Rebuilt::OtherVersion;
-            result.reason = translated("the index was another version's and is made anew");
+            result.reason = translated(QT_TRANSLATE_NOOP(
+                "sessionlibrary", "the index was another version's and is made anew"));
         } else if (m_isBroken) {
             result.rebuilt = OpenResult::Rebuilt::Damaged;
-            result.reason = translated("the index was damaged and is made anew");
+            result.reason = translated(
+                QT_TRANSLATE_NOOP("sessionlibrary", "the index was damaged and is made anew"));
         } else {
             return false; // a full disk, say
         }
@@ -262,7 +268,8 @@ QSqlQuery IndexConnection::select(const QString &sql, const QVariantList &values
 bool IndexConnection::fail(const QSqlQuery &query)
 {
     m_isBroken = m_isBroken || isCorruption(query.lastError());
-    m_error = translated("the index cannot be used: %1").arg(reasonOf(query.lastError()));
+    m_error = translated(QT_TRANSLATE_NOOP("sessionlibrary", "the index cannot be used: %1"))
+                  .arg(reasonOf(query.lastError()));
     return false;
 }
 

@@ -29,7 +29,7 @@ std::optional<QString> changeArchive(const QString &path, const Names &names)
     CPRData loaded;
     const sessionfiles::LoadResult read = sessionfiles::load(path, loaded);
     if (!read.isComplete || !read.isArchive)
-        return translated("it is damaged; recover it first");
+        return translated(QT_TRANSLATE_NOOP("sessionlibrary", "it is damaged; recover it first"));
     CPRData session(loaded); // lists statistics and score, which are saved then
     QStringList wanted;
     for (const QString &name : names(session.learners())) {
@@ -42,7 +42,7 @@ std::optional<QString> changeArchive(const QString &path, const Names &names)
     for (const QString &name : qAsConst(wanted))
         session.assignLearner(name);
     if (stampOf(path) != before)
-        return translated("somebody else is writing it");
+        return translated(QT_TRANSLATE_NOOP("sessionlibrary", "somebody else is writing it"));
     const sessionfiles::SaveResult saved = sessionfiles::save(path, session);
     return saved.isComplete ? std::nullopt : std::optional<QString>(saved.reason);
 }
@@ -57,7 +57,8 @@ LearnerChange changeArchives(SessionLibrary &library, const QStringList &files, 
     for (int i = 0; i < files.size(); ++i) {
         const QString &file = files.at(i);
         if (progress && !progress(i, int(files.size()))) {
-            change.left.append({file, translated("cancelled")});
+            change.left.append(
+                {file, translated(QT_TRANSLATE_NOOP("sessionlibrary", "cancelled"))});
             continue;
         }
         if (const std::optional<QString> reason = changeArchive(library.pathOf(file), names)) {
@@ -112,7 +113,9 @@ LearnerChange renameLearner(SessionLibrary &library, const QString &name, const 
         if (all->contains(file))
             chosen.append(file);
         else
-            change.left.append({file, translated("it has no learner of that name")});
+            change.left.append({file,
+                                translated(QT_TRANSLATE_NOOP("sessionlibrary",
+                                                             "it has no learner of that name"))});
     }
     const auto renamed = [&](QStringList names) {
         for (QString &each : names) {

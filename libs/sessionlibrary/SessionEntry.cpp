@@ -118,6 +118,20 @@ std::optional<double> SessionEntry::recordedValue(const char *key) const
     return std::nullopt;
 }
 
+sessionreview::SessionResult SessionEntry::result() const
+{
+    sessionreview::SessionResult result;
+    result.learners = figures.learners;
+    result.start = figures.start();
+    if (figures.hasScores)
+        result.score = figures.overallScore;
+    result.basicThreshold = figures.basicThreshold;
+    result.advancedThreshold = figures.advancedThreshold;
+    for (const sessionreview::RecordedFigure *figure : sessionreview::classFigures())
+        result.figures.push_back(recordedValue(figure->key));
+    return result;
+}
+
 ReadEntry readEntry(const QString &folder, const QString &file,
                     const std::function<bool()> &isCancelled)
 {

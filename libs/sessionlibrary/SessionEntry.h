@@ -4,6 +4,7 @@
 #ifndef SESSIONLIBRARY_SESSIONENTRY_H
 #define SESSIONLIBRARY_SESSIONENTRY_H
 
+#include "sessionreview/ClassFigures.h"
 #include "sessionreview/Figures.h"
 
 #include <QString>
@@ -54,6 +55,9 @@ struct SessionEntry {
 
     /// The value of one of sessionreview::recordedFigures() by its key; none for an unknown key.
     std::optional<double> recordedValue(const char *key) const;
+    /// What can be compared with other sessions. It has no targets and no faults, which nobody
+    /// stores; resultOf() of the session itself has them.
+    sessionreview::SessionResult result() const;
 };
 
 /// What became of reading an archive.

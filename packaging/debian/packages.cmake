@@ -55,7 +55,7 @@ if(CPRDATA_QT EQUAL 6)
     set(devel_needs qt6-base-dev qt6-declarative-dev)
     set(qml_needs
         qml6-module-qtqml qml6-module-qtqml-workerscript qml6-module-qtquick
-        qml6-module-qtquick-window)
+        qml6-module-qtquick-window libqt6sql6-sqlite)
     set(tools_needs
         libqt6sql6-sqlite
         qml6-module-qt-labs-platform qml6-module-qtquick-controls qml6-module-qtquick-layouts
@@ -67,7 +67,7 @@ else()
     set(tools cprdata-tools)
     set(qml qml-module-cprdata)
     set(devel_needs qtbase5-dev qtdeclarative5-dev)
-    set(qml_needs qml-module-qtquick-window2 qml-module-qtquick2)
+    set(qml_needs libqt5sql5-sqlite qml-module-qtquick-window2 qml-module-qtquick2)
     set(tools_needs
         libqt5sql5-sqlite
         qml-module-qt-labs-platform qml-module-qtquick-controls2 qml-module-qtquick-layouts

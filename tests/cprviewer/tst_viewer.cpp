@@ -13,6 +13,7 @@
 #include <QQmlContext>
 #include <QQmlEngine>
 #include <QTemporaryDir>
+#include <QWidget>
 #include <QtQuickTest>
 #include <QtTest>
 
@@ -28,8 +29,9 @@ public:
         if (!keepsJournals)
             m_home = std::make_unique<QTemporaryDir>();
         QFile::remove(m_home->filePath("settings"));
-        m_viewer = std::make_unique<Viewer>(
-            Viewer::Paths{m_home->filePath("settings"), m_home->filePath(m_folder)});
+        m_viewer = std::make_unique<Viewer>(Viewer::Paths{m_home->filePath("settings"),
+                                                          m_home->filePath(m_folder),
+                                                          m_home->filePath("class/list.json")});
         m_viewer->appearance()->useLanguage("en");
         QQmlEngine::setObjectOwnership(m_viewer.get(), QQmlEngine::CppOwnership);
         connect(m_viewer->appearance(), &Appearance::languageChanged, m_engine,
@@ -67,6 +69,40 @@ public:
         const QString name = newFile(what + ".zip");
         QFile file(name);
         return file.open(QIODevice::WriteOnly) && file.write(zip) == zip.size() ? name : QString();
+    }
+    /// A folder with so many sessions of golden.zip, named 000.zip and on.
+    Q_INVOKABLE QString copies(int count) const
+    {
+        const QString folder = newFile("library");
+        QDir().mkpath(folder);
+        for (int i = 0; i < count; ++i)
+            QFile::copy(data("golden.zip"),
+                        QStringLiteral("%1/%2.zip").arg(folder).arg(i, 3, 10, QLatin1Char('0')));
+        return folder;
+    }
+    /// The title of the print preview that is open; it is closed. Empty when there is none.
+    Q_INVOKABLE QString closePreview() const
+    {
+        const QWidgetList windows = QApplication::topLevelWidgets();
+        for (QWidget *window : windows) {
+            if (!window->inherits("QPrintPreviewDialog") || !window->isVisible())
+                continue;
+            const QString picture = qEnvironmentVariable("CPRVIEWER_PREVIEW"); // to look at
+            if (!picture.isEmpty())
+                window->grab().save(picture);
+            window->close();
+            return window->windowTitle();
+        }
+        return QString();
+    }
+    Q_INVOKABLE bool isPrivate(const QString &name) const
+    {
+        const QFile::Permissions others = QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther;
+        return QFile::exists(newFile(name)) && !(QFile::permissions(newFile(name)) & others);
+    }
+    Q_INVOKABLE QStringList filesIn(const QString &name) const
+    {
+        return QDir(newFile(name)).entryList(QDir::Files);
     }
     Q_INVOKABLE bool isSame(const QString &name, const QString &other) const
     {
@@ -150,6 +186,8 @@ private:
 
 int main(int argc, char *argv[])
 {
+    const QTemporaryDir dataHome; // for the indexes of libraries
+    qputenv("XDG_DATA_HOME", QFile::encodeName(dataHome.path()));
     const QApplication application(argc, argv);
     useViewerTypes();
     Desk desk;

@@ -35,6 +35,33 @@ Item {
         chooser.write(qsTr("Export picture"), ".png", [qsTr("Picture (*.png *.svg *.pdf)")],
                       (url, replaces) => chooser.viewer.exportPicture(url, replaces), null);
     }
+    function exportReport(remark, isA4) {
+        chooser.write(qsTr("Save report"), "-report.pdf", [qsTr("Report (*.pdf)")],
+                      (url, replaces) => chooser.viewer.exportReport(url, remark, isA4, replaces), null);
+    }
+    function exportClass(model) {
+        chooser.write(qsTr("Save class"), "-class.pdf", [qsTr("Class (*.pdf)")],
+                      (url, replaces) => chooser.viewer.exportClass(model, url, chooser.isA4, replaces), null);
+    }
+    function exportReports(model) {
+        chooser.job = (url, replaces) => chooser.viewer.exportReports(model, url, chooser.isA4, replaces);
+        chooser.done = null;
+        chooser.askForFolder(qsTr("Folder for the reports"), folder => chooser.finish(folder, false));
+    }
+    function saveInLibrary(done) {
+        chooser.whenWritten = chooser.viewer.saveInLibrary() === Viewer.Started ? done : null;
+    }
+    function chooseLibrary() {
+        chooser.askForFolder(qsTr("Folder of the library"), folder => chooser.viewer.chooseLibrary(folder));
+    }
+    function readClassList() { listDialog.open(); }
+    function askForFolder(title, action) {
+        folderDialog.title = title;
+        folderDialog.action = action;
+        folderDialog.open();
+    }
+    // What printers have where people do not write letters on A4.
+    readonly property bool isA4: Qt.locale().measurementSystem !== Locale.ImperialUSSystem
     function write(title, ending, filters, job, done) {
         chooser.job = job;
         chooser.done = done;
@@ -77,6 +104,17 @@ Item {
         fileMode: Platform.FileDialog.SaveFile
         options: Platform.FileDialog.DontConfirmOverwrite // it is asked for below, for every platform
         onAccepted: chooser.finish(file, false)
+    }
+    Platform.FolderDialog {
+        id: folderDialog
+        property var action: null
+        onAccepted: folderDialog.action(folder)
+    }
+    Platform.FileDialog {
+        id: listDialog
+        title: qsTr("Read learners")
+        nameFilters: [qsTr("Lists (*.csv *.tsv *.txt)"), qsTr("All files (*)")]
+        onAccepted: chooser.viewer.readClassList(file)
     }
     QuestionDialog {
         id: replaceDialog

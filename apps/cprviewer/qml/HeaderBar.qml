@@ -12,7 +12,7 @@ Rectangle {
     id: bar
 
     required property Viewer viewer
-    property int page: 0 // 0 start, 1 live, 2 review, 3 compare
+    property int page: 0 // 0 start, 1 live, 2 review, 3 library, 4 compare
     property alias menuButton: menuButton
     signal pageWanted(int page)
     signal openWanted()
@@ -36,7 +36,6 @@ Rectangle {
         spacing: Look.gap
 
         TabBar {
-            visible: bar.hasSession
             background: null
             spacing: 0
             currentIndex: Math.max(0, bar.page - 1)
@@ -54,20 +53,29 @@ Rectangle {
             }
             PageTab {
                 objectName: "reviewTab"
+                visible: bar.hasSession
+                width: visible ? implicitWidth : 0
                 text: qsTr("Review")
                 font.pixelSize: Look.title
                 checked: bar.page === 2
                 onClicked: bar.pageWanted(2)
             }
             PageTab {
-                id: compareTab
-                objectName: "compareTab"
-                visible: bar.page === 3 || bar.viewer.other.session !== null
-                width: compareTab.visible ? compareTab.implicitWidth : 0
-                text: qsTr("Compare")
+                objectName: "libraryTab"
+                text: qsTr("Library")
                 font.pixelSize: Look.title
                 checked: bar.page === 3
                 onClicked: bar.pageWanted(3)
+            }
+            PageTab {
+                id: compareTab
+                objectName: "compareTab"
+                visible: bar.page === 4 || bar.viewer.other.session !== null
+                width: compareTab.visible ? compareTab.implicitWidth : 0
+                text: qsTr("Compare")
+                font.pixelSize: Look.title
+                checked: bar.page === 4
+                onClicked: bar.pageWanted(4)
             }
         }
         PageText {

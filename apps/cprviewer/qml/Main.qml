@@ -13,10 +13,11 @@ import "."
 ApplicationWindow {
     id: window
 
-    enum Page { Start, Live, Review, Compare }
+    enum Page { Start, Live, Review, Library, Compare }
 
     required property Viewer viewer
-    property string firstPage: "" // live or review, instead of the one that suits the first session
+    property string firstPage: "" // instead of the one that suits the first session
+    property string firstLearner: "" // whose page is shown
     property int page: Main.Start
     property bool isLeftForLater: false // the sessions that killed viewers have left
     property bool isClosing: false // as soon as the file is written
@@ -25,15 +26,17 @@ ApplicationWindow {
     property bool usesLive: false
     property bool usesReview: false
     property bool usesCompare: false
+    property bool usesLibrary: false
     property bool isJustEnded: false // which can be taken back for a while
     readonly property int leftCount: window.viewer.leftSessions.length
-    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, compareLoader.item][window.page]
+    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, libraryLoader.item, compareLoader.item][window.page]
 
     onPageChanged: window.usePage()
     function usePage() {
         window.usesLive = window.usesLive || window.page === Main.Live;
         window.usesReview = window.usesReview || window.page === Main.Review;
         window.usesCompare = window.usesCompare || window.page === Main.Compare;
+        window.usesLibrary = window.usesLibrary || window.page === Main.Library;
     }
     function showSession() {
         if (window.viewer.session === null)
@@ -45,15 +48,32 @@ ApplicationWindow {
         window.firstPage = "";
         window.isJustEnded = false;
     }
+    // One of the library's views: sessions, learners, class, class list.
+    function showLibrary(view) {
+        window.page = Main.Library;
+        libraryLoader.item.showView(view);
+    }
+    Component.onCompleted: {
+        const view = ["sessions", "learners", "class", "class-list"].indexOf(window.firstPage);
+        if (view < 0 && window.firstPage !== "learner")
+            return;
+        window.showLibrary(Math.max(0, view));
+        libraryLoader.item.learner = window.firstPage === "learner" ? window.firstLearner : "";
+    }
     // Does something that would replace a session which is not saved; asks first.
     function leave(action) {
         if (!window.viewer.isUnsaved) {
             action();
             return;
         }
+        const intoLibrary = window.savesInLibrary;
+        unsavedDialog.yes = intoLibrary ? qsTr("Save in the library") : qsTr("Save…");
         unsavedDialog.yesAction = () => {
             window.viewer.stop();
-            chooser.save(action);
+            if (intoLibrary)
+                chooser.saveInLibrary(action);
+            else
+                chooser.save(action);
         };
         unsavedDialog.noAction = () => {
             window.viewer.discard();
@@ -66,9 +86,18 @@ ApplicationWindow {
         if (window.viewer.session !== null && !window.viewer.isLive && !window.viewer.isWriting)
             chooser.save(null);
     }
+    // A session that no file holds yet goes into the library at once.
+    readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
+                                           && window.viewer.isUnsaved && window.viewer.source.length === 0
+    function saveInLibrary() {
+        if (!window.viewer.isLive && !window.viewer.isWriting)
+            chooser.saveInLibrary(null);
+    }
     function salvage(name) { window.leave(() => window.viewer.salvage(name)); }
     function show(page) {
-        if (window.viewer.session !== null && (page !== Main.Live || window.viewer.wasLive))
+        if (page === Main.Library)
+            window.page = page;
+        else if (window.viewer.session !== null && (page !== Main.Live || window.viewer.wasLive))
             window.page = page;
     }
     // Beside the session that is open.
@@ -135,7 +164,7 @@ ApplicationWindow {
     Connections {
         target: window.viewer.appearance
         function onLanguageChanged() {
-            window.hasPages = window.usesLive = window.usesReview = window.usesCompare = false;
+            window.hasPages = window.usesLive = window.usesReview = window.usesCompare = window.usesLibrary = false;
             window.usePage();
             window.hasPages = true;
         }
@@ -206,6 +235,7 @@ ApplicationWindow {
             onOpenWanted: chooser.open()
             onSimulationWanted: scenarioDialog.open()
             onFileWanted: name => window.openFile(name)
+            onLibraryWanted: view => window.showLibrary(view)
             onSaveLeftWanted: target => chooser.saveLeft(target)
         }
         onLoaded: startLoader.item.forceActiveFocus()
@@ -241,6 +271,24 @@ ApplicationWindow {
         sourceComponent: ComparePage { focus: true; viewer: window.viewer; onBackWanted: window.show(Main.Review) }
         onVisibleChanged: if (compareLoader.visible && compareLoader.item) compareLoader.item.forceActiveFocus()
         onLoaded: if (compareLoader.visible) compareLoader.item.forceActiveFocus()
+    }
+    Loader {
+        id: libraryLoader
+        anchors.fill: parent
+        active: window.hasPages && window.usesLibrary
+        visible: window.page === Main.Library
+        sourceComponent: LibraryPage {
+            focus: true
+            viewer: window.viewer
+            onOpenWanted: path => window.openFile(path)
+            onFolderWanted: chooser.chooseLibrary()
+            onClassFileWanted: chooser.readClassList()
+            onStartWanted: scenarioDialog.open()
+            onClassPdfWanted: model => chooser.exportClass(model)
+            onReportsWanted: model => chooser.exportReports(model)
+        }
+        onVisibleChanged: if (libraryLoader.visible && libraryLoader.item) libraryLoader.item.focusView()
+        onLoaded: if (libraryLoader.visible) libraryLoader.item.focusView()
     }
     Timer {
         interval: 60000
@@ -285,7 +333,15 @@ ApplicationWindow {
         id: scenarioDialog
         objectName: "scenarioDialog"
         scenarios: window.viewer.scenarios
-        onChosen: (name, seed) => window.leave(() => window.viewer.startScenario(name, seed))
+        names: window.viewer.classList
+        onChosen: (name, seed, isNext) => window.leave(() => isNext ? window.viewer.startNext(name, seed)
+                                                                     : window.viewer.startScenario(name, seed))
+    }
+    ReportDialog {
+        id: reportDialog
+        objectName: "reportDialog"
+        viewer: window.viewer
+        onPdfWanted: (remark, isA4) => chooser.exportReport(remark, isA4)
     }
     QuestionDialog {
         id: unsavedDialog
@@ -314,21 +370,27 @@ ApplicationWindow {
         onCompareWanted: window.show(Main.Compare)
         onTableWanted: what => chooser.exportTable(what)
         onPictureWanted: chooser.exportPicture()
+        onReportWanted: reportDialog.open()
+        onLibraryWanted: view => window.showLibrary(view)
         onKeysWanted: keysDialog.open()
         onQuitWanted: window.close()
     }
 
     Shortcut { sequence: StandardKey.Open; onActivated: chooser.open() }
     Shortcut { sequence: StandardKey.New; onActivated: scenarioDialog.open() }
-    Shortcut { sequence: StandardKey.Save; onActivated: window.save() }
+    Shortcut { sequence: StandardKey.Save; onActivated: window.savesInLibrary ? window.saveInLibrary() : window.save() }
     Shortcut { sequence: StandardKey.Quit; onActivated: window.close() }
     Shortcut { sequence: "Ctrl+1"; onActivated: window.show(Main.Live) }
     Shortcut { sequence: "Ctrl+2"; onActivated: window.show(Main.Review) }
-    Shortcut { sequence: "Ctrl+3"; onActivated: window.show(Main.Compare) }
+    Shortcut { sequence: "Ctrl+6"; onActivated: window.show(Main.Compare) }
+    Shortcut { sequence: "Ctrl+3"; onActivated: window.show(Main.Library) }
+    Shortcut { sequence: "Ctrl+4"; onActivated: window.showLibrary(2) }
+    Shortcut { sequence: "Ctrl+5"; onActivated: window.showLibrary(3) }
+    Shortcut { sequence: "Ctrl+R"; enabled: window.viewer.session !== null; onActivated: reportDialog.open() }
     // Whatever has the focus, but not where it is typed.
     Shortcut {
         sequence: "Space"
-        enabled: window.page === Main.Review && !menu.visible && !(window.activeFocusItem instanceof TextInput)
+        enabled: window.page === Main.Review && !menu.visible && !(window.activeFocusItem instanceof TextInput || window.activeFocusItem instanceof TextEdit)
         onActivated: reviewLoader.item.timelinePanel.togglePlaying()
     }
     Shortcut { sequence: "F1"; onActivated: keysDialog.open() }

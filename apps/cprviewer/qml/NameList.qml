@@ -23,6 +23,7 @@ PageText {
         }
         return text;
     }
+    horizontalAlignment: Text.AlignLeft // of names that are read from right to left, too
     text: line.names.length > 0 ? line.fitting() : qsTr("No learner named")
     Accessible.name: Words.shown(line.names.join(", ")) || line.text
 

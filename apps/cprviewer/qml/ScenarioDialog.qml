@@ -4,6 +4,7 @@
 import QtQuick 2.15
 import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
+import CPRViewer 1.0
 import "."
 
 // What the simulated manikin is to do.
@@ -11,7 +12,9 @@ AppDialog {
     id: dialog
 
     property var scenarios: []
-    signal chosen(string name, int seed)
+    property ClassList names: null
+    readonly property bool hasNext: dialog.names !== null && dialog.names.count > 0
+    signal chosen(string name, int seed, bool isNext)
 
     title: qsTr("Simulated manikin")
     text: qsTr("A simulated rescuer trains, in real time.")
@@ -19,7 +22,7 @@ AppDialog {
 
     function accept() {
         dialog.close();
-        dialog.chosen(dialog.scenarios[list.currentIndex].name, seed.value);
+        dialog.chosen(dialog.scenarios[list.currentIndex].name, seed.value, dialog.hasNext && nextChip.checked);
     }
     firstItem: list
 
@@ -69,6 +72,18 @@ AppDialog {
                 onDoubleClicked: dialog.accept()
             }
         }
+    }
+    RowLayout {
+        spacing: Look.gap
+        visible: dialog.hasNext
+
+        FilterChip {
+            id: nextChip
+            objectName: "forNext"
+            checked: true
+            text: qsTr("For the next learner")
+        }
+        PageText { objectName: "scenarioNext"; Layout.fillWidth: true; text: dialog.names !== null ? dialog.names.nextText : "" }
     }
     RowLayout {
         spacing: Look.gap

@@ -16,6 +16,15 @@ FocusScope {
     signal simulationWanted()
     signal fileWanted(string name)
     signal saveLeftWanted(string target)
+    signal libraryWanted(int view)
+    readonly property ClassList names: page.viewer.classList
+
+    property string lastDay: page.viewer.library.lastDay()
+    ClassModel { id: lastClass; firstDay: page.lastDay } // for its words alone
+    Connections {
+        target: page.viewer.library
+        function onChanged() { page.lastDay = page.viewer.library.lastDay(); }
+    }
 
     ColumnLayout {
         anchors.centerIn: parent
@@ -96,6 +105,44 @@ FocusScope {
                         text: qsTr("Simulated manikin…")
                         onClicked: page.simulationWanted()
                     }
+                    ActionButton {
+                        objectName: "startLibrary"
+                        text: qsTr("Library")
+                        help: qsTr("The stored sessions (Ctrl+3)")
+                        onClicked: page.libraryWanted(0)
+                    }
+                    ActionButton {
+                        objectName: "startClassList"
+                        text: qsTr("Class list")
+                        help: qsTr("Who trains today (Ctrl+5)")
+                        onClicked: page.libraryWanted(3)
+                    }
+                }
+                RowLayout {
+                    visible: page.names.count > 0
+                    width: parent.width
+                    spacing: Look.gap
+
+                    ActionButton {
+                        objectName: "startNextLearner"
+                        text: qsTr("Next learner…")
+                        help: qsTr("Start the session of the next learner (Ctrl+N)")
+                        onClicked: page.simulationWanted()
+                    }
+                    PageText { Layout.fillWidth: true; text: page.names.nextText }
+                }
+                RowLayout {
+                    visible: page.lastDay.length > 0
+                    width: parent.width
+                    spacing: Look.gap
+
+                    ActionButton {
+                        objectName: "startClass"
+                        text: qsTr("Last class")
+                        help: qsTr("How the class did (Ctrl+4)")
+                        onClicked: page.libraryWanted(2)
+                    }
+                    PageText { Layout.fillWidth: true; text: lastClass.dayText }
                 }
                 PageText {
                     visible: recent.count > 0

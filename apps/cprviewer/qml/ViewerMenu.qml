@@ -19,6 +19,8 @@ PageMenu {
     signal compareWanted()
     signal tableWanted(string what)
     signal pictureWanted()
+    signal reportWanted()
+    signal libraryWanted(int view)
     signal keysWanted()
     signal quitWanted()
 
@@ -28,6 +30,14 @@ PageMenu {
 
     Action { text: qsTr("&Open…"); onTriggered: menu.openWanted() }
     Action { text: qsTr("Simulated &manikin…"); onTriggered: menu.simulationWanted() }
+    PageMenu {
+        title: qsTr("&Library")
+
+        Action { text: qsTr("Sessions"); onTriggered: menu.libraryWanted(0) }
+        Action { text: qsTr("Learners"); onTriggered: menu.libraryWanted(1) }
+        Action { text: qsTr("Class"); onTriggered: menu.libraryWanted(2) }
+        Action { text: qsTr("Class list"); onTriggered: menu.libraryWanted(3) }
+    }
     PageMenu {
         id: recent
         title: qsTr("&Recent files")
@@ -67,6 +77,7 @@ PageMenu {
         Action { text: qsTr("Guidelines…"); onTriggered: menu.tableWanted("guidelines") }
     }
     Action { text: qsTr("Export &picture…"); enabled: menu.canWrite; onTriggered: menu.pictureWanted() }
+    Action { text: qsTr("Re&port…"); enabled: menu.hasSession; onTriggered: menu.reportWanted() }
     MenuSeparator { }
     PageMenu {
         title: qsTr("&Appearance")

@@ -37,6 +37,219 @@
     </message>
 </context>
 <context>
+    <name>ClassList</name>
+    <message numerus="yes">
+        <source>%n minute(s)</source>
+        <translation>
+            <numerusform>%n Minute</numerusform>
+            <numerusform>%n Minuten</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ClassListPage</name>
+    <message>
+        <source>Class list</source>
+        <translation>Kursliste</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Als Nächstes</translation>
+    </message>
+    <message>
+        <source>Nobody is on the class list. Type names, paste them from a spreadsheet or read a CSV file.</source>
+        <translation>Die Kursliste ist leer. Namen eintippen, aus einer Tabelle einfügen oder eine CSV-Datei lesen.</translation>
+    </message>
+    <message>
+        <source>The chosen learner is next (Enter)</source>
+        <translation>Die gewählte Person kommt als Nächstes (Eingabe)</translation>
+    </message>
+    <message>
+        <source>Correct…</source>
+        <translation>Berichtigen…</translation>
+    </message>
+    <message>
+        <source>Name, manikin and protocol of the chosen learner (F2)</source>
+        <translation>Name, Puppe und Protokoll der gewählten Person (F2)</translation>
+    </message>
+    <message>
+        <source>Move up (Ctrl+Up)</source>
+        <translation>Nach oben (Strg+Auf)</translation>
+    </message>
+    <message>
+        <source>Move down (Ctrl+Down)</source>
+        <translation>Nach unten (Strg+Ab)</translation>
+    </message>
+    <message>
+        <source>Remove</source>
+        <translation>Entfernen</translation>
+    </message>
+    <message>
+        <source>Take the chosen learner from the list (Del)</source>
+        <translation>Die gewählte Person aus der Liste nehmen (Entf)</translation>
+    </message>
+    <message>
+        <source>Next learner</source>
+        <translation>Nächste Person</translation>
+    </message>
+    <message>
+        <source>Start session…</source>
+        <translation>Sitzung beginnen…</translation>
+    </message>
+    <message>
+        <source>Start the session of the next learner (Ctrl+N)</source>
+        <translation>Die Sitzung der nächsten Person beginnen (Strg+N)</translation>
+    </message>
+    <message>
+        <source>Minutes a session</source>
+        <translation>Minuten je Sitzung</translation>
+    </message>
+    <message>
+        <source>any</source>
+        <translation>offen</translation>
+    </message>
+    <message>
+        <source>Add learners: name, manikin, protocol</source>
+        <translation>Lernende hinzufügen: Name, Puppe, Protokoll</translation>
+    </message>
+    <message>
+        <source>Mira Holm; Manikin 1
+Jörg Aldane; Manikin 2</source>
+        <translation>Mira Holm; Puppe 1
+Jörg Aldane; Puppe 2</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
+    </message>
+    <message>
+        <source>Add the typed learners</source>
+        <translation>Die eingetippten Lernenden hinzufügen</translation>
+    </message>
+    <message>
+        <source>Read CSV…</source>
+        <translation>CSV lesen…</translation>
+    </message>
+    <message>
+        <source>New day</source>
+        <translation>Neuer Tag</translation>
+    </message>
+    <message>
+        <source>The class begins today, with the first learner</source>
+        <translation>Der Kurs beginnt heute, mit der ersten Person</translation>
+    </message>
+    <message>
+        <source>Clear…</source>
+        <translation>Leeren…</translation>
+    </message>
+    <message>
+        <source>Take everybody from the class list?</source>
+        <translation>Alle aus der Kursliste nehmen?</translation>
+    </message>
+    <message>
+        <source>Stored sessions stay as they are.</source>
+        <translation>Gespeicherte Sitzungen bleiben, wie sie sind.</translation>
+    </message>
+    <message>
+        <source>Clear</source>
+        <translation>Leeren</translation>
+    </message>
+</context>
+<context>
+    <name>ClassPage</name>
+    <message>
+        <source>The class before (left arrow)</source>
+        <translation>Der Kurs davor (Pfeil links)</translation>
+    </message>
+    <message>
+        <source>Class list, since %1</source>
+        <translation>Kursliste, seit %1</translation>
+    </message>
+    <message>
+        <source>The class behind (right arrow)</source>
+        <translation>Der Kurs danach (Pfeil rechts)</translation>
+    </message>
+    <message>
+        <source>Class list</source>
+        <translation>Kursliste</translation>
+    </message>
+    <message>
+        <source>Reading sessions…</source>
+        <translation>Sitzungen werden gelesen…</translation>
+    </message>
+    <message>
+        <source>Print…</source>
+        <translation>Drucken…</translation>
+    </message>
+    <message>
+        <source>Print the class, with a preview (Ctrl+P)</source>
+        <translation>Den Kurs drucken, mit Vorschau (Strg+P)</translation>
+    </message>
+    <message>
+        <source>PDF…</source>
+        <translation>PDF…</translation>
+    </message>
+    <message>
+        <source>The class as PDF</source>
+        <translation>Der Kurs als PDF</translation>
+    </message>
+    <message>
+        <source>Reports…</source>
+        <translation>Berichte…</translation>
+    </message>
+    <message>
+        <source>A page to take home of each session, as PDF into a folder</source>
+        <translation>Von jeder Sitzung eine Seite zum Mitnehmen, als PDF in einen Ordner</translation>
+    </message>
+    <message>
+        <source>What to teach next</source>
+        <translation>Was als Nächstes zu üben ist</translation>
+    </message>
+    <message>
+        <source>No fault was found.</source>
+        <translation>Kein Fehler gefunden.</translation>
+    </message>
+    <message>
+        <source>%1 learners</source>
+        <translation>%1 Lernenden</translation>
+    </message>
+    <message>
+        <source>Learner, last session</source>
+        <translation>Name, letzte Sitzung</translation>
+    </message>
+    <message>
+        <source>Score</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>Learners by figures</source>
+        <translation>Lernende nach Werten</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n Sitzung</numerusform>
+            <numerusform>%n Sitzungen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>passed</source>
+        <translation>bestanden</translation>
+    </message>
+    <message>
+        <source>not passed</source>
+        <translation>nicht bestanden</translation>
+    </message>
+    <message>
+        <source>Mean of the class</source>
+        <translation>Mittel des Kurses</translation>
+    </message>
+    <message>
+        <source>No session found.</source>
+        <translation>Keine Sitzung gefunden.</translation>
+    </message>
+</context>
+<context>
     <name>CompareChooser</name>
     <message>
         <source>Loading %1</source>
@@ -302,6 +515,41 @@
     </message>
 </context>
 <context>
+    <name>EntryDialog</name>
+    <message>
+        <source>Learner of the class list</source>
+        <translation>Person der Kursliste</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Manikin</source>
+        <translation>Puppe</translation>
+    </message>
+    <message>
+        <source>Any manikin</source>
+        <translation>Beliebige Puppe</translation>
+    </message>
+    <message>
+        <source>Protocol</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Any protocol</source>
+        <translation>Beliebiges Protokoll</translation>
+    </message>
+    <message>
+        <source>Keep</source>
+        <translation>Übernehmen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>EventRow</name>
     <message>
         <source>right</source>
@@ -427,6 +675,38 @@ The damaged file is kept beside it.</source>
 %2
 Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
+    <message>
+        <source>Save report</source>
+        <translation>Bericht speichern</translation>
+    </message>
+    <message>
+        <source>Report (*.pdf)</source>
+        <translation>Bericht (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Save class</source>
+        <translation>Kurs speichern</translation>
+    </message>
+    <message>
+        <source>Class (*.pdf)</source>
+        <translation>Kurs (*.pdf)</translation>
+    </message>
+    <message>
+        <source>Folder for the reports</source>
+        <translation>Ordner für die Berichte</translation>
+    </message>
+    <message>
+        <source>Folder of the library</source>
+        <translation>Ordner der Bibliothek</translation>
+    </message>
+    <message>
+        <source>Read learners</source>
+        <translation>Lernende lesen</translation>
+    </message>
+    <message>
+        <source>Lists (*.csv *.tsv *.txt)</source>
+        <translation>Listen (*.csv *.tsv *.txt)</translation>
+    </message>
 </context>
 <context>
     <name>HeaderBar</name>
@@ -509,6 +789,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Compare</source>
         <translation>Vergleich</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
     </message>
 </context>
 <context>
@@ -669,10 +953,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Gewählten Vermerk ändern und entfernen</translation>
     </message>
     <message>
-        <source>Ctrl+3</source>
-        <translation>Strg+3</translation>
-    </message>
-    <message>
         <source>Compare with another session</source>
         <translation>Mit einer anderen Sitzung vergleichen</translation>
     </message>
@@ -683,6 +963,104 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Overlay two sessions, move the time by 1 s</source>
         <translation>Zwei Sitzungen überlagern, Zeit um 1 s verschieben</translation>
+    </message>
+    <message>
+        <source>Ctrl+3, 4, 5</source>
+        <translation>Strg+3, 4, 5</translation>
+    </message>
+    <message>
+        <source>Library, class, class list</source>
+        <translation>Bibliothek, Kurs, Kursliste</translation>
+    </message>
+    <message>
+        <source>Ctrl+F, F5</source>
+        <translation>Strg+F, F5</translation>
+    </message>
+    <message>
+        <source>Search the library, read it again</source>
+        <translation>In der Bibliothek suchen, sie neu lesen</translation>
+    </message>
+    <message>
+        <source>Ctrl+R</source>
+        <translation>Strg+R</translation>
+    </message>
+    <message>
+        <source>Report to take home</source>
+        <translation>Bericht zum Mitnehmen</translation>
+    </message>
+    <message>
+        <source>Ctrl+6</source>
+        <translation type="unfinished">Strg+6</translation>
+    </message>
+</context>
+<context>
+    <name>LearnerPage</name>
+    <message>
+        <source>Back</source>
+        <translation>Zurück</translation>
+    </message>
+    <message>
+        <source>Back to the list (Esc)</source>
+        <translation>Zurück zur Liste (Esc)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n Sitzung</numerusform>
+            <numerusform>%n Sitzungen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Progress over the sessions</source>
+        <translation>Fortschritt über die Sitzungen</translation>
+    </message>
+</context>
+<context>
+    <name>LearnersDialog</name>
+    <message>
+        <source>Learners of the session</source>
+        <translation>Lernende der Sitzung</translation>
+    </message>
+    <message>
+        <source>One name a line. The session is saved anew with them.</source>
+        <translation>Ein Name je Zeile. Die Sitzung wird mit ihnen neu gespeichert.</translation>
+    </message>
+    <message>
+        <source>Correct</source>
+        <translation>Berichtigen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
+    <name>LearnersPage</name>
+    <message>
+        <source>Search learner</source>
+        <translation>Lernende suchen</translation>
+    </message>
+    <message>
+        <source>Learners</source>
+        <translation>Lernende</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n Sitzung</numerusform>
+            <numerusform>%n Sitzungen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>last %1</source>
+        <translation>zuletzt %1</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n learner(s)</source>
+        <translation>
+            <numerusform>%n Lernende(r)</numerusform>
+            <numerusform>%n Lernende</numerusform>
+        </translation>
     </message>
 </context>
 <context>
@@ -726,6 +1104,61 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Throw away</source>
         <translation>Verwerfen</translation>
+    </message>
+</context>
+<context>
+    <name>LibraryPage</name>
+    <message>
+        <source>Sessions</source>
+        <translation>Sitzungen</translation>
+    </message>
+    <message>
+        <source>Learners</source>
+        <translation>Lernende</translation>
+    </message>
+    <message>
+        <source>Class</source>
+        <translation>Kurs</translation>
+    </message>
+    <message>
+        <source>Class list</source>
+        <translation>Kursliste</translation>
+    </message>
+    <message>
+        <source>Reading sessions: %1 of %2</source>
+        <translation>Sitzungen werden gelesen: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Looking for sessions…</source>
+        <translation>Sitzungen werden gesucht…</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Stop reading sessions</source>
+        <translation>Das Lesen der Sitzungen abbrechen</translation>
+    </message>
+    <message>
+        <source>Look for sessions again (F5)</source>
+        <translation>Noch einmal nach Sitzungen suchen (F5)</translation>
+    </message>
+    <message>
+        <source>Folder…</source>
+        <translation>Ordner…</translation>
+    </message>
+    <message>
+        <source>Choose the folder of the library</source>
+        <translation>Den Ordner der Bibliothek wählen</translation>
+    </message>
+    <message>
+        <source>Choose the folder in which your sessions are stored. All archives in it and below it are listed; none is changed.</source>
+        <translation>Wählen Sie den Ordner, in dem Ihre Sitzungen liegen. Alle Archive darin und darunter werden aufgelistet; keines wird geändert.</translation>
+    </message>
+    <message>
+        <source>Choose folder…</source>
+        <translation>Ordner wählen…</translation>
     </message>
 </context>
 <context>
@@ -909,6 +1342,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+    <message>
+        <source>Save in the library</source>
+        <translation>In der Bibliothek speichern</translation>
     </message>
 </context>
 <context>
@@ -1102,6 +1539,49 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>ReportDialog</name>
+    <message>
+        <source>Report to take home</source>
+        <translation>Bericht zum Mitnehmen</translation>
+    </message>
+    <message>
+        <source>One page: the score, what was good and what to work on, the figures and the last sessions.</source>
+        <translation>Eine Seite: das Ergebnis, was gut war und was zu üben ist, die Werte und die letzten Sitzungen.</translation>
+    </message>
+    <message>
+        <source>Instructor&apos;s remark; without one there are lines to write on</source>
+        <translation>Anmerkung der Kursleitung; ohne sie stehen dort Schreiblinien</translation>
+    </message>
+    <message>
+        <source>Instructor&apos;s remark</source>
+        <translation>Anmerkung der Kursleitung</translation>
+    </message>
+    <message>
+        <source>Paper of the PDF</source>
+        <translation>Papier des PDFs</translation>
+    </message>
+    <message>
+        <source>Letter</source>
+        <translation>Letter</translation>
+    </message>
+    <message>
+        <source>Save as PDF…</source>
+        <translation>Als PDF speichern…</translation>
+    </message>
+    <message>
+        <source>Print…</source>
+        <translation>Drucken…</translation>
+    </message>
+    <message>
+        <source>Print the page, with a preview</source>
+        <translation>Die Seite drucken, mit Vorschau</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>ResultsPanel</name>
     <message>
         <source>Date not known</source>
@@ -1174,6 +1654,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Cancel</source>
         <translation>Abbrechen</translation>
     </message>
+    <message>
+        <source>For the next learner</source>
+        <translation>Für die nächste Person</translation>
+    </message>
 </context>
 <context>
     <name>ScoreTile</name>
@@ -1184,6 +1668,139 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 %</source>
         <translation>%1 %</translation>
+    </message>
+</context>
+<context>
+    <name>SessionList</name>
+    <message>
+        <source>Begin</source>
+        <translation>Beginn</translation>
+    </message>
+    <message>
+        <source>Learners</source>
+        <translation>Lernende</translation>
+    </message>
+    <message>
+        <source>Protocol</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Dauer</translation>
+    </message>
+    <message>
+        <source>Score</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>Datei</translation>
+    </message>
+    <message>
+        <source>Sessions</source>
+        <translation>Sitzungen</translation>
+    </message>
+    <message>
+        <source>passed</source>
+        <translation>bestanden</translation>
+    </message>
+    <message>
+        <source>not passed</source>
+        <translation>nicht bestanden</translation>
+    </message>
+</context>
+<context>
+    <name>SessionsPage</name>
+    <message>
+        <source>Search learner, file, manikin or remark</source>
+        <translation>Name, Datei, Puppe oder Anmerkung suchen</translation>
+    </message>
+    <message>
+        <source>Day or month</source>
+        <translation>Tag oder Monat</translation>
+    </message>
+    <message>
+        <source>No day</source>
+        <translation>Kein Tag</translation>
+    </message>
+    <message>
+        <source>A day, a month or a year: 2026-03-02, 2026-03, 2026</source>
+        <translation>Ein Tag, ein Monat oder ein Jahr: 2026-03-02, 2026-03, 2026</translation>
+    </message>
+    <message>
+        <source>Protocol</source>
+        <translation>Protokoll</translation>
+    </message>
+    <message>
+        <source>All protocols</source>
+        <translation>Alle Protokolle</translation>
+    </message>
+    <message>
+        <source>Score</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>All scores</source>
+        <translation>Alle Ergebnisse</translation>
+    </message>
+    <message>
+        <source>From 75 %</source>
+        <translation>Ab 75 %</translation>
+    </message>
+    <message>
+        <source>50 to 74 %</source>
+        <translation>50 bis 74 %</translation>
+    </message>
+    <message>
+        <source>Below 50 %</source>
+        <translation>Unter 50 %</translation>
+    </message>
+    <message>
+        <source>The folder is being read…</source>
+        <translation>Der Ordner wird gelesen…</translation>
+    </message>
+    <message>
+        <source>No session found.</source>
+        <translation>Keine Sitzung gefunden.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n Sitzung</numerusform>
+            <numerusform>%n Sitzungen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>Learners…</source>
+        <translation>Lernende…</translation>
+    </message>
+    <message>
+        <source>Correct the learners of the chosen session (F2)</source>
+        <translation>Die Lernenden der gewählten Sitzung berichtigen (F2)</translation>
+    </message>
+    <message>
+        <source>Progress</source>
+        <translation>Fortschritt</translation>
+    </message>
+    <message>
+        <source>All sessions of the learner (L)</source>
+        <translation>Alle Sitzungen der Person (L)</translation>
+    </message>
+    <message>
+        <source>Class of the day</source>
+        <translation>Kurs des Tages</translation>
+    </message>
+    <message>
+        <source>All learners of that day (C)</source>
+        <translation>Alle Lernenden dieses Tages (C)</translation>
+    </message>
+    <message>
+        <source>Open</source>
+        <translation>Öffnen</translation>
+    </message>
+    <message>
+        <source>Open the chosen session (Enter)</source>
+        <translation>Die gewählte Sitzung öffnen (Eingabe)</translation>
     </message>
 </context>
 <context>
@@ -1238,6 +1855,17 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>SortHead</name>
+    <message>
+        <source>%1, descending</source>
+        <translation>%1, absteigend</translation>
+    </message>
+    <message>
+        <source>%1, ascending</source>
+        <translation>%1, aufsteigend</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Begin</source>
@@ -1269,6 +1897,38 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>The viewer ended while they were recorded. Everything up to then is there.</source>
         <translation>Das Programm endete während der Aufzeichnung. Alles bis dahin ist da.</translation>
+    </message>
+    <message>
+        <source>Library</source>
+        <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>The stored sessions (Ctrl+3)</source>
+        <translation>Die gespeicherten Sitzungen (Strg+3)</translation>
+    </message>
+    <message>
+        <source>Class list</source>
+        <translation>Kursliste</translation>
+    </message>
+    <message>
+        <source>Who trains today (Ctrl+5)</source>
+        <translation>Wer heute übt (Strg+5)</translation>
+    </message>
+    <message>
+        <source>Next learner…</source>
+        <translation>Nächste Person…</translation>
+    </message>
+    <message>
+        <source>Start the session of the next learner (Ctrl+N)</source>
+        <translation>Die Sitzung der nächsten Person beginnen (Strg+N)</translation>
+    </message>
+    <message>
+        <source>Last class</source>
+        <translation>Letzter Kurs</translation>
+    </message>
+    <message>
+        <source>How the class did (Ctrl+4)</source>
+        <translation>Wie der Kurs abschnitt (Strg+4)</translation>
     </message>
 </context>
 <context>
@@ -1384,6 +2044,17 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>salvaged</source>
         <translation>gerettet</translation>
     </message>
+    <message>
+        <source>%1 cannot be read.</source>
+        <translation>%1 ist nicht lesbar.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n learner(s) added.</source>
+        <translation>
+            <numerusform>%n Lernende(r) hinzugefügt.</numerusform>
+            <numerusform>%n Lernende hinzugefügt.</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>ViewerMenu</name>
@@ -1458,6 +2129,30 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>&amp;Compare…</source>
         <translation>&amp;Vergleichen…</translation>
+    </message>
+    <message>
+        <source>&amp;Library</source>
+        <translation>&amp;Bibliothek</translation>
+    </message>
+    <message>
+        <source>Sessions</source>
+        <translation>Sitzungen</translation>
+    </message>
+    <message>
+        <source>Learners</source>
+        <translation>Lernende</translation>
+    </message>
+    <message>
+        <source>Class</source>
+        <translation>Kurs</translation>
+    </message>
+    <message>
+        <source>Class list</source>
+        <translation>Kursliste</translation>
+    </message>
+    <message>
+        <source>Re&amp;port…</source>
+        <translation>Be&amp;richt…</translation>
     </message>
 </context>
 <context>
@@ -2688,6 +3383,38 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Sum of all reports of pauses</source>
         <translation>Summe aller Pausenmeldungen</translation>
     </message>
+    <message>
+        <source>Only the first %1 sessions are counted.</source>
+        <translation>Nur die ersten %1 Sitzungen zählen.</translation>
+    </message>
+    <message>
+        <source>Sessions that cannot be read: %1</source>
+        <translation>Nicht lesbare Sitzungen: %1</translation>
+    </message>
+    <message>
+        <source>Damaged, in part</source>
+        <translation>Teils beschädigt</translation>
+    </message>
+    <message>
+        <source>Damaged</source>
+        <translation>Beschädigt</translation>
+    </message>
+    <message>
+        <source>The folder %1 is not there.</source>
+        <translation>Den Ordner %1 gibt es nicht.</translation>
+    </message>
+    <message>
+        <source>The scan was cancelled; not all sessions may be in the list.</source>
+        <translation>Das Lesen wurde abgebrochen; in der Liste fehlen vielleicht Sitzungen.</translation>
+    </message>
+    <message>
+        <source>The learners of %1 are corrected.</source>
+        <translation>Die Lernenden von %1 sind berichtigt.</translation>
+    </message>
+    <message>
+        <source>The learners of %1 stay as they were: %2</source>
+        <translation>Die Lernenden von %1 bleiben, wie sie waren: %2</translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -2782,6 +3509,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 is damaged in line %2; the session ends there</source>
         <translation>%1 ist in Zeile %2 beschädigt; die Sitzung endet dort</translation>
+    </message>
+    <message>
+        <source>%1 cannot be read as a session</source>
+        <translation>%1 ist nicht als Sitzung lesbar</translation>
     </message>
 </context>
 <context>
@@ -2940,6 +3671,61 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>it can be read only to byte %1: %2</source>
         <translation>lässt sich nur bis Byte %1 lesen: %2</translation>
+    </message>
+</context>
+<context>
+    <name>sessionlibrary</name>
+    <message>
+        <source>it is being written; the next scan reads it</source>
+        <translation>sie wird gerade geschrieben; beim nächsten Mal wird sie gelesen</translation>
+    </message>
+    <message>
+        <source>it is no archive that can be opened</source>
+        <translation>sie lässt sich nicht als Archiv öffnen</translation>
+    </message>
+    <message>
+        <source>there is no session in it</source>
+        <translation>es ist keine Sitzung darin</translation>
+    </message>
+    <message>
+        <source>%1 missing</source>
+        <translation>%1 fehlt</translation>
+    </message>
+    <message>
+        <source>%1 is no folder that can be read</source>
+        <translation>%1 ist kein lesbarer Ordner</translation>
+    </message>
+    <message>
+        <source>%1 cannot be written: %2</source>
+        <translation>%1 kann nicht geschrieben werden: %2</translation>
+    </message>
+    <message>
+        <source>the index was another version&apos;s and is made anew</source>
+        <translation>das Verzeichnis stammt von einer anderen Version und wird neu angelegt</translation>
+    </message>
+    <message>
+        <source>the index was damaged and is made anew</source>
+        <translation>das Verzeichnis war beschädigt und wird neu angelegt</translation>
+    </message>
+    <message>
+        <source>the index cannot be used: %1</source>
+        <translation>das Verzeichnis ist nicht benutzbar: %1</translation>
+    </message>
+    <message>
+        <source>it is damaged; recover it first</source>
+        <translation>sie ist beschädigt; stellen Sie sie erst wieder her</translation>
+    </message>
+    <message>
+        <source>somebody else is writing it</source>
+        <translation>jemand anders schreibt sie gerade</translation>
+    </message>
+    <message>
+        <source>cancelled</source>
+        <translation>abgebrochen</translation>
+    </message>
+    <message>
+        <source>it has no learner of that name</source>
+        <translation>niemand darin heißt so</translation>
     </message>
 </context>
 <context>

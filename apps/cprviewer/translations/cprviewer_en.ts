@@ -2,6 +2,26 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="en" sourcelanguage="en">
 <context>
+    <name>ClassList</name>
+    <message numerus="yes">
+        <source>%n minute(s)</source>
+        <translation>
+            <numerusform>%n minute</numerusform>
+            <numerusform>%n minutes</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ClassPage</name>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n session</numerusform>
+            <numerusform>%n sessions</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>CycleRow</name>
     <message numerus="yes">
         <source>%n breath(s)</source>
@@ -22,6 +42,33 @@
     </message>
 </context>
 <context>
+    <name>LearnerPage</name>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n session</numerusform>
+            <numerusform>%n sessions</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>LearnersPage</name>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n session</numerusform>
+            <numerusform>%n sessions</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n learner(s)</source>
+        <translation>
+            <numerusform>%n learner</numerusform>
+            <numerusform>%n learners</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>Main</name>
     <message numerus="yes">
         <source>%n session(s) were recorded, but not saved.</source>
@@ -32,12 +79,32 @@
     </message>
 </context>
 <context>
+    <name>SessionsPage</name>
+    <message numerus="yes">
+        <source>%n session(s)</source>
+        <translation>
+            <numerusform>%n session</numerusform>
+            <numerusform>%n sessions</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message numerus="yes">
         <source>%n session(s) were not saved</source>
         <translation>
             <numerusform>%n session was not saved</numerusform>
             <numerusform>%n sessions were not saved</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>Viewer</name>
+    <message numerus="yes">
+        <source>%n learner(s) added.</source>
+        <translation>
+            <numerusform>%n learner added.</numerusform>
+            <numerusform>%n learners added.</numerusform>
         </translation>
     </message>
 </context>

@@ -1,0 +1,20 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRVIEWER_REPORTPRINTING_H
+#define CPRVIEWER_REPORTPRINTING_H
+
+#include <QPageLayout>
+#include <QString>
+
+#include <functional>
+
+class QPagedPaintDevice;
+
+/// Opens a window with the pages as they will be printed, in which printer and paper are chosen.
+/// \a print draws them; it is called again whenever they change, until the window is closed. Needs
+/// a QApplication.
+void previewReport(const QString &title, QPageLayout::Orientation orientation,
+                   const std::function<bool(QPagedPaintDevice *device)> &print);
+
+#endif

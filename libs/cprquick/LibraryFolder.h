@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+#ifndef CPRQUICK_LIBRARYFOLDER_H
+#define CPRQUICK_LIBRARYFOLDER_H
+
+#include "cprquick_export.h"
+
+#include <sessionlibrary/LibraryWatcher.h>
+
+#include <QObject>
+#include <QSet>
+#include <QStringList>
+#include <QtQml/qqml.h>
+
+class QThread;
+
+namespace cprquick {
+
+/// A folder of session archives and its index, for models and pages. It is scanned and followed on
+/// threads of its own; archives are the truth.
+class CPRQUICK_EXPORT LibraryFolder : public QObject {
+    Q_OBJECT
+    QML_NAMED_ELEMENT(LibraryFolder)
+
+    // clang-format off
+    /// The folder; empty, as it is from the start, for none.
+    Q_PROPERTY(QString folder       READ folder   WRITE setFolder NOTIFY folderChanged)
+    /// Archives are looked for, or read.
+    Q_PROPERTY(bool    isScanning   READ isScanning               NOTIFY isScanningChanged)
+    /// @{
+    /// Of the scan that runs: how many archives that are new or have changed were read, of how many.
+    Q_PROPERTY(int     scanned      READ scanned                  NOTIFY scannedChanged)
+    Q_PROPERTY(int     toScan       READ toScan                   NOTIFY scannedChanged)
+    /// @}
+    /// Why there is no list, or not all of it, for people; empty when all is well.
+    Q_PROPERTY(QString problem      READ problem                  NOTIFY problemChanged)
+    /// Somebody scans, or works for this folder on a thread.
+    Q_PROPERTY(bool    isBusy       READ isBusy                   NOTIFY isBusyChanged)
+    /// Learners are being corrected in an archive; corrected() comes at the end.
+    Q_PROPERTY(bool    isCorrecting READ isCorrecting             NOTIFY isCorrectingChanged)
+    // clang-format on
+
+public:
+    /// Follows no folder yet.
+    explicit LibraryFolder(QObject *parent = nullptr);
+    /// Gives up a scan; waits for an archive that is being corrected.
+    ~LibraryFolder() override;
+
+    /// @{
+    /// Getters and setters of the properties.
+    QString folder() const { return m_folder; }
+    void setFolder(const QString &folder);
+    bool isScanning() const { return m_watcher.isScanning(); }
+    int scanned() const { return m_scanned; }
+    int toScan() const { return m_toScan; }
+    QString problem() const { return m_problem; }
+    bool isBusy() const { return isScanning() || isCorrecting() || !m_workers.isEmpty(); }
+    bool isCorrecting() const { return m_corrector != nullptr; }
+    /// @}
+
+    /// Scans now.
+    Q_INVOKABLE void scan() { m_watcher.scan(); }
+    /// Gives the scan that runs up. What was read is in the list.
+    Q_INVOKABLE void cancelScan() { m_watcher.cancel(); }
+    /// The absolute name of an archive; \a file is relative to the folder.
+    Q_INVOKABLE QString pathOf(const QString &file) const { return m_index.pathOf(file); }
+    /// The learners of an archive as they are stored.
+    Q_INVOKABLE QStringList learnersOf(const QString &file);
+    /// The day, as ISO 8601 text, on which the newest session began; empty when there is none.
+    Q_INVOKABLE QString lastDay();
+    /// Makes \a names the learners of an archive and saves it, on a thread of its own. False when
+    /// another one is being corrected.
+    Q_INVOKABLE bool setLearners(const QString &file, const QStringList &names);
+
+    /// The name as archives have it: they separate learners by commas, so a name has none there.
+    static QString storedName(const QString &name);
+    /// The index, for this object's thread; null when it is not open.
+    sessionlibrary::SessionLibrary *index() { return m_index.isOpen() ? &m_index : nullptr; }
+    /// The sessions of these learners, each once, as far as the index knows them.
+    std::vector<sessionreview::SessionResult> resultsOf(const QStringList &learners);
+    /// \a worker works for this folder on a thread, or does so no more.
+    void setWorking(const QObject *worker, bool isWorking);
+
+Q_SIGNALS:
+    /// @{
+    /// The property of that name has changed.
+    void folderChanged();
+    void isScanningChanged();
+    void scannedChanged();
+    void problemChanged();
+    void isBusyChanged();
+    void isCorrectingChanged();
+    /// @}
+    /// The list may be another one.
+    void changed();
+    /// An archive's learners were corrected, or why they were not, for people.
+    void corrected(bool isDone, const QString &text);
+
+private:
+    void findProblem();
+    void open();
+
+    QString m_folder;
+    sessionlibrary::SessionLibrary m_index;
+    sessionlibrary::LibraryWatcher m_watcher;
+    QThread *m_corrector = nullptr; // a child of this object while it runs
+    int m_scanned = 0;
+    int m_toScan = 0;
+    QString m_problem;
+    QSet<const QObject *> m_workers; // not owned
+};
+
+} // namespace cprquick
+
+#endif

@@ -1,0 +1,173 @@
+// SPDX-License-Identifier: MIT
+// Copyright (c) 2026 The libCPRData authors
+
+import QtQuick 2.15
+import QtTest 1.15
+import CPRData 1.0
+import CPRViewer 1.0
+import "qrc:/cprviewer/qml"
+
+// A folder of sessions, and a class from its list to its reports.
+ViewerCase {
+    name: "Library"
+
+    readonly property LibraryFolder library: viewer !== null ? viewer.library : null
+
+    function useFolder(folder) {
+        viewer.chooseLibrary("file:" + folder);
+        tryVerify(() => !library.isBusy, 60000);
+    }
+    function checkPreview(title) {
+        const shown = desk.closePreview();
+        verify(shown.startsWith(title), shown);
+        window.requestActivate();
+        tryVerify(() => window.active);
+    }
+    function test_listParsing_data() {
+        return [
+            { tag: "typed", text: "Mira Holm\n\n  Jörg   Aldane \n", wanted: ["Mira Holm||-1", "Jörg Aldane||-1"] },
+            { tag: "spreadsheet", text: "Mira, Holm\tM 1\t0\r\nJörg\tM;2\tx\r\n", wanted: ["Mira Holm|M 1|0", "Jörg|M;2|-1"] },
+            { tag: "head", text: "\ufeffProtocol;Name;E-Mail;Manikin\n1;Mira;m@x;M 1\n;;;\n9;Bo;;", wanted: ["Mira|M 1|1", "Bo||-1"] },
+            { tag: "quotes", text: '"Holm, ""Mira""","M\n1",5\r"Bo","",', wanted: ['Holm "Mira"|M 1|5', "Bo||-1"] },
+            { tag: "words", text: "Mira;;CPR with two rescuers\nname;;", wanted: ["Mira||4", "name||-1"] },
+            { tag: "nobody", text: "name;manikin\n;M 1\n", wanted: [] }
+        ];
+    }
+    function test_listParsing(data) {
+        compare(viewer.classList.add(data.text), data.wanted.length);
+        compare(viewer.classList.entries.map(entry => [entry.name, entry.manikin, entry.protocol].join("|")), data.wanted);
+    }
+    function test_list() {
+        const list = viewer.classList;
+        list.add("A;1\nB;2;1\nC");
+        list.minutes = 2;
+        verify(desk.isPrivate("class/list.json"));
+        list.next = 1;
+        compare(list.nextText, "B · 2 · Compressions only · 2 minutes");
+        list.move(1, 1);
+        compare([list.names.join(""), list.next], ["ACB", 2]);
+        list.remove(2);
+        compare([list.names.join(""), list.next], ["AC", 1]);
+        list.correct(1, " ", "", 0); // nobody has no name
+        list.correct(1, "D, E", "", 0);
+        compare(list.names.join(), "A,D E");
+        cleanup();
+        begin(true);
+        compare([viewer.classList.names.join(), viewer.classList.next, viewer.classList.minutes], ["A,D E", 1, 2]);
+    }
+    function test_rows() {
+        useFolder(desk.copies(250));
+        window.showLibrary(0);
+        const model = item("sessionsPage").model, list = item("sessionList");
+        compare(model.count, 250);
+        model.sortBy = LibraryModel.File;
+        compare([0, 99, 100, 249, 250].map(row => model.fileAt(row)), ["249.zip", "150.zip", "149.zip", "000.zip", ""]);
+        model.isDescending = false;
+        compare([model.fileAt(0), model.fileAt(249)], ["000.zip", "249.zip"]);
+        list.pick(110);
+        verify(desk.append("library/0995.zip", "no session") && desk.append("library/zzz.zip", "PK"));
+        tryCompare(model, "count", 252, 20000);
+        compare([list.row, item("sessions").file], [111, "110.zip"]); // one has come before it
+        compare(model.data(model.index(100, 0), LibraryModel.StateTextRole), "Damaged");
+        for (const [property, value, count] of [["day", "2019", 0], ["day", "nonsense", 252], ["day", "", 252], ["protocol", 5, 0], ["protocol", -1, 252],
+                                                ["text", "24", 10], ["text", "", 252], ["learner", "nobody", 0], ["learner", "", 252]]) {
+            model[property] = value;
+            compare(model.count, count, property + value);
+        }
+    }
+    function test_problems() {
+        useFolder(desk.newFile("gone"));
+        window.showLibrary(0);
+        verify(item("libraryProblem").text.includes("gone is not there"));
+    }
+    // Six learners with two sessions each, by keyboard alone.
+    function test_class() {
+        const list = viewer.classList, names = ["Ann", "Bo", "דוד", "<b>Di</b>", "Eve", "Fay"];
+        useFolder(desk.copies(0));
+        keyClick(Qt.Key_5, Qt.ControlModifier);
+        compare(window.activeFocusItem.Accessible.name, "Add learners: name, manikin, protocol");
+        item("typedNames").text = names.map((name, i) => `${name};M ${i % 2 + 1};0`).join("\n"); // is pasted
+        item("addNames").forceActiveFocus();
+        keyClick(Qt.Key_Return);
+        list.minutes = 1;
+        for (let session = 0; session < 12; ++session) {
+            compare(list.next, session % 6);
+            keyClick(Qt.Key_N, Qt.ControlModifier);
+            tryVerify(() => item("scenarioDialog").opened);
+            keyClick(Qt.Key_Return);
+            tryCompare(viewer, "isLive", true);
+            desk.advance(1000);
+            tryCompare(viewer, "isLive", false);
+            compare(viewer.session.learners, [names[session % 6]]);
+            keyClick(Qt.Key_S, Qt.ControlModifier);
+            tryVerify(() => !viewer.isUnsaved && !viewer.isWriting);
+        }
+        compare(list.entries.map(entry => entry.sessions).join(), "2,2,2,2,2,2");
+        compare(desk.filesIn("library").length, 12);
+
+        keyClick(Qt.Key_3, Qt.ControlModifier);
+        const model = item("sessionsPage").model;
+        tryCompare(model, "count", 12, 20000);
+        keyClick(Qt.Key_F, Qt.ControlModifier);
+        for (const letter of "ann")
+            keyClick(letter);
+        compare(model.count, 2);
+        keyClick(Qt.Key_Down);
+        keyClick(Qt.Key_L);
+        compare(item("learnerName").text, "Ann");
+        tryVerify(() => item("trend").texts.includes("Mean depth: " + item("trend").texts[0].split(": ")[1]) && item("trend").texts[0].includes("50–60"));
+        keyClick(Qt.Key_Escape);
+        shown.clear();
+        item("sessionList").forceActiveFocus();
+        keyClick(Qt.Key_Return);
+        shown.wait(20000);
+        compare([window.page, viewer.session.learners], [Main.Review, ["Ann"]]);
+
+        keyClick(Qt.Key_R, Qt.ControlModifier);
+        tryVerify(() => item("reportDialog").opened);
+        keyClick(Qt.Key_Escape);
+        write(() => viewer.exportReport("file:" + desk.newFile("ann.pdf"), "Well done", true, false));
+        verify(desk.textOf(desk.newFile("ann.pdf")).startsWith("%PDF"));
+
+        viewer.printReport("Well done");
+        checkPreview("Ann, ");
+
+        keyClick(Qt.Key_4, Qt.ControlModifier);
+        const page = item("classPage");
+        tryVerify(() => page.model.count === 6 && !page.model.isLoading, 20000);
+        verify(page.model.summary.startsWith("Learners: 6 · Sessions: 12 · Passed: "));
+        // All do what a beginner does with seed 1: they share all faults.
+        verify(page.model.faults.length > 0 && page.model.faults.every(fault => fault.countText === "6 of 6" && fault.share === 1));
+        keyClick(Qt.Key_P, Qt.ControlModifier);
+        checkPreview("Class, ");
+        page.model.learners = ["Bo"];
+        tryCompare(page.model, "count", 1);
+        page.model.learners = [];
+        tryCompare(page.model, "count", 6);
+        const reports = desk.newFile("reports");
+        verify(desk.append("reports/note", ""));
+        write(() => viewer.exportReports(page.model, "file:" + reports, true, false));
+        compare([viewer.problem, desk.filesIn("reports").length], ["", 13]);
+        compare(viewer.exportReports(page.model, "file:" + reports, true, false), Viewer.Exists);
+        write(() => viewer.exportClass(page.model, "file:" + reports + "/class", false, false));
+        verify(desk.textOf(reports + "/class.pdf").startsWith("%PDF"));
+    }
+    function test_correction() {
+        useFolder(desk.copies(2));
+        window.showLibrary(0);
+        const list = item("sessionList"), dialog = item("learnersDialog");
+        list.forceActiveFocus();
+        keyClick(Qt.Key_F2);
+        tryVerify(() => dialog.opened);
+        item("learnerNames").text = "Ada, Jr.\n\nBo";
+        mouseClick(item("acceptLearners"));
+        tryVerify(() => viewer.notice.includes("are corrected"), 20000);
+        tryVerify(() => library.learnersOf(item("sessions").file).join("|") === "Ada Jr.|Bo");
+        load(library.pathOf(item("sessions").file));
+        compare([viewer.session.learners, viewer.isDamaged], [["Ada Jr.", "Bo"], false]);
+        verify(desk.append("library/cut.zip", "PK"));
+        tryVerify(() => library.learnersOf("cut.zip") !== undefined && item("sessionsPage").model.count === 3, 20000);
+        verify(library.setLearners("cut.zip", ["Ann"]));
+        tryVerify(() => viewer.problem.includes("stay as they were"), 20000);
+    }
+}
