@@ -99,7 +99,7 @@ ViewerCase {
         compare([page.hasOther, window.page, viewer.name], [false, Main.Compare, "two-rescuers.cprlog"]);
         mouseClick(item("cancelCompare"));
         compare([window.page, item("compareTab").visible], [Main.Review, false]);
-        keyClick("3", Qt.ControlModifier);
+        keyClick("6", Qt.ControlModifier);
         compare(window.page, Main.Compare);
     }
 }

@@ -990,7 +990,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>Ctrl+6</source>
-        <translation type="unfinished">Strg+6</translation>
+        <translation>Strg+6</translation>
     </message>
 </context>
 <context>
