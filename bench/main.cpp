@@ -92,8 +92,7 @@ void printPageTail(Bench &bench)
 std::vector<Row> allRows()
 {
     std::vector<Row> rows;
-    for (const auto part :
-         {archiveRows, libraryRows, liveRows, pageRows, peerRows, pictureRows}) {
+    for (const auto part : {archiveRows, libraryRows, liveRows, pageRows, peerRows, pictureRows}) {
         const std::vector<Row> some = part();
         rows.insert(rows.end(), some.begin(), some.end());
     }

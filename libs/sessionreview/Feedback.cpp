@@ -135,10 +135,10 @@ std::optional<Finding> pausesIn(const Review &review)
 }
 
 /// How a skill went that is judged by the share without its faults.
-std::optional<Finding> sharesIn(const Review &review, const SkillRow &row)
+std::optional<Finding> sharesIn(const Review &review, const SkillRow &row, double goodPercent)
 {
     const std::optional<Finding> correct = found(review, row.skill, Prompt::Right, row.correct);
-    if (!correct || correct->value >= goodSharePercent)
+    if (!correct || correct->value >= goodPercent)
         return correct;
     std::optional<Finding> worst;
     for (const FaultRow &fault : faults) {
@@ -196,6 +196,26 @@ QString atLeast(const QString &text)
     return translated(QT_TRANSLATE_NOOP("sessionreview", "at least %1")).arg(text);
 }
 
+Feedback feedbackBy(double goodPercent, const Review &review)
+{
+    const Training training = trainingOf(review.figures.protocol);
+    Feedback feedback;
+    for (const SkillRow &row : skills) {
+        if (!(training.*row.training) || !isDoneOftenEnough(review, row.training))
+            continue;
+        const std::optional<Finding> finding =
+            row.skill == Skill::Pauses ? pausesIn(review) : sharesIn(review, row, goodPercent);
+        if (finding)
+            (finding->isGood() ? feedback.good : feedback.toWorkOn).push_back(*finding);
+    }
+    std::sort(feedback.good.begin(), feedback.good.end(), [](const Finding &a, const Finding &b) {
+        return worstOf(a.skill) < worstOf(b.skill);
+    });
+    std::sort(feedback.toWorkOn.begin(), feedback.toWorkOn.end(),
+              [](const Finding &a, const Finding &b) { return a.prompt < b.prompt; });
+    return feedback;
+}
+
 } // namespace
 
 QString Finding::text() const
@@ -211,22 +231,8 @@ QString Finding::figureText(const QLocale &locale) const
 
 Feedback feedbackOn(const Review &review)
 {
-    const Training training = trainingOf(review.figures.protocol);
-    Feedback feedback;
-    for (const SkillRow &row : skills) {
-        if (!(training.*row.training) || !isDoneOftenEnough(review, row.training))
-            continue;
-        const std::optional<Finding> finding =
-            row.skill == Skill::Pauses ? pausesIn(review) : sharesIn(review, row);
-        if (finding)
-            (finding->isGood() ? feedback.good : feedback.toWorkOn).push_back(*finding);
-    }
-    std::sort(feedback.good.begin(), feedback.good.end(), [](const Finding &a, const Finding &b) {
-        return worstOf(a.skill) < worstOf(b.skill);
-    });
-    std::sort(feedback.toWorkOn.begin(), feedback.toWorkOn.end(),
-              [](const Finding &a, const Finding &b) { return a.prompt < b.prompt; });
-    return feedback;
+    const Feedback feedback = feedbackBy(goodSharePercent, review);
+    return feedback.toWorkOn.empty() ? feedbackBy(excellentSharePercent, review) : feedback;
 }
 
 Skill skillOf(Prompt fault)

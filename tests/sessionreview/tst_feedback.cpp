@@ -125,8 +125,15 @@ private Q_SLOTS:
              "80 "
              "%)"},
             {pauses, rate});
-        row("eight of ten are good", 1, 10, {{Fault::TooShallow, 2}}, 0, 0, {}, 0, {},
-            {pauses, "Pressed to the right depth. Correct depth: 80 % (50–60 mm)", rate, release,
+        row("eight of ten are good", 1, 10, {{Fault::TooShallow, 2}, {Fault::IncompleteRelease, 4}},
+            0, 0, {}, 0,
+            {"Release the chest completely after each compression. Incomplete release (leaning): "
+             "40 % (at most 5 mm)"},
+            {pauses, "Pressed to the right depth. Correct depth: 80 % (50–60 mm)", rate, hands});
+        row("what is left of a good session", 1, 20,
+            {{Fault::TooShallow, 2}, {Fault::IncompleteRelease, 1}}, 0, 0, {}, 0,
+            {"Press deeper. Too shallow: 10 % (50–60 mm)"},
+            {pauses, rate, "Released the chest completely. Complete release: 95 % (at most 5 mm)",
              hands});
         row("the more frequent side", 1, 10, {{Fault::TooShallow, 1}, {Fault::TooDeep, 3}}, 0, 0,
             {}, 0, {"Do not press so deep. Too deep: 30 % (50–60 mm)"},
