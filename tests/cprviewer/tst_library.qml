@@ -75,6 +75,34 @@ ViewerCase {
             compare(model.count, count, property + value);
         }
     }
+    function test_keyboardWalk_data() {
+        return [
+            { tag: "sessions", view: 0, wanted: ["search", "day", "protocol", "score", "sortScore", "sessionList", "openSession", "chooseFolder"] },
+            { tag: "learners", view: 1, wanted: ["learnerSearch", "learnerList"] },
+            { tag: "class", view: 2, wanted: ["classRows", "printClass", "classPdf", "classReports", "classListed"] },
+            { tag: "class list", view: 3, wanted: ["classList", "typedNames", "startNext", "makeNext", "editEntry", "removeEntry", "readNames", "clearClass"] }
+        ];
+    }
+    function test_keyboardWalk(data) {
+        viewer.classList.add("A\nB");
+        useFolder(desk.copies(2));
+        window.showLibrary(data.view);
+        tryVerify(() => !library.isBusy);
+        const lists = ["sessionList", "learnerList", "classRows", "classList"];
+        item(lists[data.view]).forceActiveFocus();
+        keyClick(Qt.Key_Down, data.view === 3 ? Qt.ControlModifier : Qt.NoModifier);
+        compare(viewer.classList.names.join(""), data.view === 3 ? "BA" : "AB");
+        const names = [], visited = [];
+        while (!visited.includes(window.activeFocusItem)) {
+            const focused = window.activeFocusItem;
+            verify(focused.visible && (focused.Accessible.name || focused.parent.Accessible.name).length > 0, focused + focused.objectName);
+            visited.push(focused);
+            for (let named = focused; named && named !== window.contentItem; named = named.parent)
+                names.push(named.objectName);
+            keyClick(Qt.Key_Tab);
+        }
+        data.wanted.forEach(name => verify(names.includes(name), name + " in " + names));
+    }
     function test_problems() {
         useFolder(desk.newFile("gone"));
         window.showLibrary(0);
