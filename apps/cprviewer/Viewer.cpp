@@ -90,6 +90,9 @@ Viewer::Viewer(const Paths &paths, QObject *parent)
       m_recentFiles(&m_settings), m_classList(paths.classList), m_unsavedSessions(paths.journals)
 {
     m_library.setFolder(m_settings.value(libraryKey).toString());
+    connect(&m_classList, &ClassList::failed, this, [this](const QString &reason) {
+        setProblem(tr("The class list cannot be stored: %1").arg(reason));
+    });
     connect(&m_library, &cprquick::LibraryFolder::corrected, this,
             [this](bool isDone, const QString &text) {
                 setProblem(isDone ? QString() : text);

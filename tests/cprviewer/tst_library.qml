@@ -69,7 +69,8 @@ ViewerCase {
         tryCompare(model, "count", 252, 20000);
         compare([list.row, item("sessions").file], [111, "110.zip"]); // one has come before it
         compare(model.data(model.index(100, 0), LibraryModel.StateTextRole), "Damaged");
-        for (const [property, value, count] of [["day", "2019", 0], ["day", "nonsense", 252], ["day", "", 252], ["protocol", 5, 0], ["protocol", -1, 252],
+        for (const [property, value, count] of [["day", "2019", 0], ["day", "2026-03-04", 250], ["day", "3/4/26", 250], ["day", "2026-02", 0], ["day", "2026-03", 250], ["day", "2026", 250], ["day", "", 252],
+                                                ["minScore", 20, 0], ["minScore", 19, 250], ["minScore", -1, 252], ["maxScore", 18, 0], ["maxScore", -1, 252], ["day", "nonsense", 252], ["day", "", 252], ["protocol", 5, 0], ["protocol", -1, 252],
                                                 ["text", "24", 10], ["text", "", 252], ["learner", "nobody", 0], ["learner", "", 252]]) {
             model[property] = value;
             compare(model.count, count, property + value);
