@@ -468,6 +468,8 @@ Viewer::SaveResult Viewer::saveInLibrary()
     const QDir folder(m_library.folder());
     if (!session() || isLive() || m_library.folder().isEmpty())
         return Failed;
+    if (!m_opened.archive.isEmpty())
+        return save(QUrl::fromLocalFile(m_opened.archive), true);
     const QString stem = proposedFile(QString()).fileName();
     QString name;
     for (int number = 1; name.isEmpty() || QFileInfo::exists(name); ++number)

@@ -51,6 +51,12 @@ ViewerCase {
         list.correct(1, " ", "", 0); // nobody has no name
         list.correct(1, "D, E", "", 0);
         compare(list.names.join(), "A,D E");
+        verify(desk.append("names.csv", "\ufeffName\r\nÖ\r\n"));
+        viewer.readClassList("file:" + desk.newFile("names.csv"));
+        compare([list.names.join(), viewer.notice], ["A,D E,Ö", "1 learner added."]);
+        viewer.readClassList("file:" + desk.newFile("none.csv"));
+        compare([viewer.problem, viewer.notice], ["none.csv cannot be read.", ""]);
+        list.remove(2);
         cleanup();
         begin(true);
         compare([viewer.classList.names.join(), viewer.classList.next, viewer.classList.minutes], ["A,D E", 1, 2]);
@@ -132,6 +138,9 @@ ViewerCase {
             tryVerify(() => !viewer.isUnsaved && !viewer.isWriting);
         }
         compare(list.entries.map(entry => entry.sessions).join(), "2,2,2,2,2,2");
+        verify(viewer.addRemark("again", 0) !== null);
+        keyClick(Qt.Key_S, Qt.ControlModifier); // where it was
+        tryVerify(() => !viewer.isUnsaved && !viewer.isWriting);
         compare(desk.filesIn("library").length, 12);
 
         keyClick(Qt.Key_3, Qt.ControlModifier);

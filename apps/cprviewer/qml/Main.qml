@@ -27,6 +27,9 @@ ApplicationWindow {
     property bool usesReview: false
     property bool usesLibrary: false
     property bool isJustEnded: false // which can be taken back for a while
+    // A session that no file holds yet goes into the library at once.
+    readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
+                                           && window.viewer.isUnsaved && window.viewer.source.length === 0
     readonly property int leftCount: window.viewer.leftSessions.length
     readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, libraryLoader.item][window.page]
 
@@ -82,9 +85,6 @@ ApplicationWindow {
         if (window.viewer.session !== null && !window.viewer.isLive && !window.viewer.isWriting)
             chooser.save(null);
     }
-    // A session that no file holds yet goes into the library at once.
-    readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
-                                           && window.viewer.isUnsaved && window.viewer.source.length === 0
     function saveSoon() {
         if (!window.savesInLibrary)
             window.save();
