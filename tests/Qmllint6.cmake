@@ -10,7 +10,7 @@ lint_test(qmllint "\"join\" not found" ${module_pages})
 # Nor what a Loader holds, what only some items have, that a property may be a function, and names of
 # the page around a component.
 lint_test(qmllint_viewer
-    "\"(join|filter|focusReason)\" not found|\"callLater\"|type \"?Q(Object|QuickMenu)|variant property|Cannot defer|Unqualified"
+    "\"(join|filter|map|concat|focusReason)\" not found|\"callLater\"|type \"?Q(Object|QuickMenu)|variant property|Cannot defer|Unqualified"
     ${viewer_pages})
 # The example's page uses what its host hands it by name alone, types included.
 lint_test(qmllint_examples "Unqualified|CPRDataTypes" ${example_page})

@@ -161,11 +161,11 @@ void ClassList::store()
     QDir().mkpath(folder);
     QFile::setPermissions(folder, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     AtomicFile file(m_file);
-    if (!file.open(QIODevice::WriteOnly))
-        return;
-    file.write(QJsonDocument(object).toJson());
-    file.finish();
-    QFile::setPermissions(m_file, QFile::ReadOwner | QFile::WriteOwner);
+    const QByteArray json = QJsonDocument(object).toJson();
+    if (!file.open(QIODevice::WriteOnly) || file.write(json) != json.size() || !file.finish())
+        Q_EMIT failed(file.errorString());
+    else
+        QFile::setPermissions(m_file, QFile::ReadOwner | QFile::WriteOwner);
 }
 
 QVariantList ClassList::entries() const

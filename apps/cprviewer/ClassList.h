@@ -79,6 +79,8 @@ public:
 
 Q_SIGNALS:
     void changed();
+    /// The list is not on the disk; it lasts as long as the program.
+    void failed(const QString &reason);
 
 private:
     void store();

@@ -90,6 +90,9 @@ Viewer::Viewer(const Paths &paths, QObject *parent)
       m_recentFiles(&m_settings), m_classList(paths.classList), m_unsavedSessions(paths.journals)
 {
     m_library.setFolder(m_settings.value(libraryKey).toString());
+    connect(&m_classList, &ClassList::failed, this, [this](const QString &reason) {
+        setProblem(tr("The class list cannot be stored: %1").arg(reason));
+    });
     connect(&m_library, &cprquick::LibraryFolder::corrected, this,
             [this](bool isDone, const QString &text) {
                 setProblem(isDone ? QString() : text);
@@ -475,6 +478,8 @@ Viewer::SaveResult Viewer::saveInLibrary()
     const QDir folder(m_library.folder());
     if (!session() || isLive() || m_library.folder().isEmpty())
         return Failed;
+    if (!m_opened.archive.isEmpty())
+        return save(QUrl::fromLocalFile(m_opened.archive), true);
     const QString stem = proposedFile(QString()).fileName();
     QString name;
     for (int number = 1; name.isEmpty() || QFileInfo::exists(name); ++number)

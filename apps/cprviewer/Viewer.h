@@ -175,7 +175,7 @@ public:
     /// Saves the session under \a url, to which the suffix is added if it has none. A file that is
     /// there is replaced only when \a replaces says so; a damaged one is kept beside it.
     Q_INVOKABLE Viewer::SaveResult save(const QUrl &url, bool replaces);
-    /// Saves it in the library's folder, under a name of its own.
+    /// Saves it in the library's folder, under a name of its own, or again where it was saved.
     Q_INVOKABLE Viewer::SaveResult saveInLibrary();
     /// The same as save() for a table (events, summary, waves, guidelines) and the review picture.
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);

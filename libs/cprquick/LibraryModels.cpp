@@ -288,19 +288,25 @@ void LearnerModel::setText(const QString &text)
 
 void LearnerModel::refresh()
 {
-    const int before = count();
     SessionLibrary *index = indexOf(m_library);
     auto all = index ? index->learners() : std::nullopt;
+    auto rows = all ? std::move(*all) : std::vector<sessionlibrary::Learner>();
+    rows.erase(std::remove_if(rows.begin(), rows.end(),
+                              [this](const sessionlibrary::Learner &learner) {
+                                  return !learner.name.contains(m_text, Qt::CaseInsensitive);
+                              }),
+               rows.end());
+    // A view stays where it is while learners are counted anew.
+    if (rows.size() == m_rows.size()) {
+        m_rows = std::move(rows);
+        if (!m_rows.empty())
+            Q_EMIT dataChanged(this->index(0), this->index(count() - 1));
+        return;
+    }
     beginResetModel();
-    m_rows = all ? std::move(*all) : std::vector<sessionlibrary::Learner>();
-    m_rows.erase(std::remove_if(m_rows.begin(), m_rows.end(),
-                                [this](const sessionlibrary::Learner &learner) {
-                                    return !learner.name.contains(m_text, Qt::CaseInsensitive);
-                                }),
-                 m_rows.end());
+    m_rows = std::move(rows);
     endResetModel();
-    if (count() != before)
-        Q_EMIT countChanged();
+    Q_EMIT countChanged();
 }
 
 QString LearnerModel::nameAt(int row) const

@@ -83,7 +83,6 @@ void SessionResults::run()
         }
         m_read.push_back(now.result);
         known.insert(name, std::move(now));
-        Q_EMIT progressed(i + 1, static_cast<int>(m_names.size()));
     }
     // What is not shown any more is kept as long as nothing else was read instead.
     if (m_isCancelled) {

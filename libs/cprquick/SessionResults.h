@@ -24,6 +24,7 @@ class SessionResults final : public QObject {
     Q_OBJECT
 
 public:
+    /// Reads nothing yet.
     explicit SessionResults(QObject *parent = nullptr);
     /// Gives up what is being read.
     ~SessionResults() override;
@@ -31,6 +32,7 @@ public:
     /// Reads the archives of these absolute names; what is being read is given up. finished()
     /// comes, once for several calls.
     void read(const QStringList &names);
+    /// finished() is still to come.
     bool isReading() const { return m_thread != nullptr; }
     /// Of the archives that could be read, in the order of their names in read().
     const std::vector<sessionreview::SessionResult> &results() const { return m_results; }
@@ -38,7 +40,7 @@ public:
     int unreadCount() const { return m_unread; }
 
 Q_SIGNALS:
-    void progressed(int done, int total);
+    /// results() has what was read.
     void finished();
 
 private:

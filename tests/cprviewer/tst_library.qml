@@ -51,6 +51,12 @@ ViewerCase {
         list.correct(1, " ", "", 0); // nobody has no name
         list.correct(1, "D, E", "", 0);
         compare(list.names.join(), "A,D E");
+        verify(desk.append("names.csv", "\ufeffName\r\nÖ\r\n"));
+        viewer.readClassList("file:" + desk.newFile("names.csv"));
+        compare([list.names.join(), viewer.notice], ["A,D E,Ö", "1 learner added."]);
+        viewer.readClassList("file:" + desk.newFile("none.csv"));
+        compare([viewer.problem, viewer.notice], ["none.csv cannot be read.", ""]);
+        list.remove(2);
         cleanup();
         begin(true);
         compare([viewer.classList.names.join(), viewer.classList.next, viewer.classList.minutes], ["A,D E", 1, 2]);
@@ -69,11 +75,40 @@ ViewerCase {
         tryCompare(model, "count", 252, 20000);
         compare([list.row, item("sessions").file], [111, "110.zip"]); // one has come before it
         compare(model.data(model.index(100, 0), LibraryModel.StateTextRole), "Damaged");
-        for (const [property, value, count] of [["day", "2019", 0], ["day", "nonsense", 252], ["day", "", 252], ["protocol", 5, 0], ["protocol", -1, 252],
+        for (const [property, value, count] of [["day", "2019", 0], ["day", "2026-03-04", 250], ["day", "3/4/26", 250], ["day", "2026-02", 0], ["day", "2026-03", 250], ["day", "2026", 250], ["day", "", 252],
+                                                ["minScore", 20, 0], ["minScore", 19, 250], ["minScore", -1, 252], ["maxScore", 18, 0], ["maxScore", -1, 252], ["day", "nonsense", 252], ["day", "", 252], ["protocol", 5, 0], ["protocol", -1, 252],
                                                 ["text", "24", 10], ["text", "", 252], ["learner", "nobody", 0], ["learner", "", 252]]) {
             model[property] = value;
             compare(model.count, count, property + value);
         }
+    }
+    function test_keyboardWalk_data() {
+        return [
+            { tag: "sessions", view: 0, wanted: ["search", "day", "protocol", "score", "sortScore", "sessionList", "openSession", "chooseFolder"] },
+            { tag: "learners", view: 1, wanted: ["learnerSearch", "learnerList"] },
+            { tag: "class", view: 2, wanted: ["classRows", "printClass", "classPdf", "classReports", "classListed"] },
+            { tag: "class list", view: 3, wanted: ["classList", "typedNames", "startNext", "makeNext", "editEntry", "removeEntry", "readNames", "clearClass"] }
+        ];
+    }
+    function test_keyboardWalk(data) {
+        viewer.classList.add("A\nB");
+        useFolder(desk.copies(2));
+        window.showLibrary(data.view);
+        tryVerify(() => !library.isBusy);
+        const lists = ["sessionList", "learnerList", "classRows", "classList"];
+        item(lists[data.view]).forceActiveFocus();
+        keyClick(Qt.Key_Down, data.view === 3 ? Qt.ControlModifier : Qt.NoModifier);
+        compare(viewer.classList.names.join(""), data.view === 3 ? "BA" : "AB");
+        const names = [], visited = [];
+        while (!visited.includes(window.activeFocusItem)) {
+            const focused = window.activeFocusItem;
+            verify(focused.visible && (focused.Accessible.name || focused.parent.Accessible.name).length > 0, focused + focused.objectName);
+            visited.push(focused);
+            for (let named = focused; named && named !== window.contentItem; named = named.parent)
+                names.push(named.objectName);
+            keyClick(Qt.Key_Tab);
+        }
+        data.wanted.forEach(name => verify(names.includes(name), name + " in " + names));
     }
     function test_problems() {
         useFolder(desk.newFile("gone"));
@@ -103,6 +138,9 @@ ViewerCase {
             tryVerify(() => !viewer.isUnsaved && !viewer.isWriting);
         }
         compare(list.entries.map(entry => entry.sessions).join(), "2,2,2,2,2,2");
+        verify(viewer.addRemark("again", 0) !== null);
+        keyClick(Qt.Key_S, Qt.ControlModifier); // where it was
+        tryVerify(() => !viewer.isUnsaved && !viewer.isWriting);
         compare(desk.filesIn("library").length, 12);
 
         keyClick(Qt.Key_3, Qt.ControlModifier);

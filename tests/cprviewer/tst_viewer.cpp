@@ -188,6 +188,7 @@ int main(int argc, char *argv[])
 {
     const QTemporaryDir dataHome; // for the indexes of libraries
     qputenv("XDG_DATA_HOME", QFile::encodeName(dataHome.path()));
+    qputenv("TZ", "UTC"); // days are those of the place
     const QApplication application(argc, argv);
     useViewerTypes();
     Desk desk;

@@ -161,7 +161,12 @@ FocusScope {
                         enabled: typed.text.trim().length > 0
                         text: qsTr("Add")
                         help: qsTr("Add the typed learners")
-                        onClicked: if (page.names.add(typed.text) > 0) typed.text = ""
+                        onClicked: {
+                            if (page.names.add(typed.text) === 0)
+                                return;
+                            typed.text = "";
+                            list.forceActiveFocus();
+                        }
                     }
                     ActionButton { objectName: "readNames"; text: qsTr("Read CSV…"); onClicked: page.fileWanted() }
                     ActionButton { objectName: "restartClass"; enabled: page.names.count > 0; text: qsTr("New day"); help: qsTr("The class begins today, with the first learner"); onClicked: page.names.restart() }

@@ -128,12 +128,14 @@ FocusScope {
                 PageText { text: qsTr("What to teach next"); font.bold: true }
                 PageText { visible: page.model.faults.length === 0; text: qsTr("No fault was found."); color: Look.muted }
                 Repeater {
-                    model: page.model.faults.slice(0, 5)
+                    model: page.model.faults
                     delegate: RowLayout {
                         id: fault
 
+                        required property int index
                         required property var modelData
 
+                        visible: fault.index < 5
                         Layout.fillWidth: true
                         spacing: Look.gap
                         Accessible.role: Accessible.ListItem

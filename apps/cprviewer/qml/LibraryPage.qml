@@ -68,7 +68,8 @@ FocusScope {
                 elide: Text.ElideMiddle
                 color: Look.muted
                 font.pixelSize: Look.small
-                text: !page.library.isScanning ? Words.shown(page.library.folder)
+                Accessible.name: page.library.isScanning ? text : Words.shown(page.library.folder)
+                text: !page.library.isScanning ? Words.shown(page.library.folder.replace(/^.*\//, ""))
                     : page.library.toScan > 0 ? qsTr("Reading sessions: %1 of %2").arg(page.library.scanned).arg(page.library.toScan)
                                               : qsTr("Looking for sessions…")
             }

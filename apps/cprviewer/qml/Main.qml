@@ -28,6 +28,9 @@ ApplicationWindow {
     property bool usesCompare: false
     property bool usesLibrary: false
     property bool isJustEnded: false // which can be taken back for a while
+    // A session that no file holds yet goes into the library at once.
+    readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
+                                           && window.viewer.isUnsaved && window.viewer.source.length === 0
     readonly property int leftCount: window.viewer.leftSessions.length
     readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, libraryLoader.item, compareLoader.item][window.page]
 
@@ -86,11 +89,10 @@ ApplicationWindow {
         if (window.viewer.session !== null && !window.viewer.isLive && !window.viewer.isWriting)
             chooser.save(null);
     }
-    // A session that no file holds yet goes into the library at once.
-    readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
-                                           && window.viewer.isUnsaved && window.viewer.source.length === 0
-    function saveInLibrary() {
-        if (!window.viewer.isLive && !window.viewer.isWriting)
+    function saveSoon() {
+        if (!window.savesInLibrary)
+            window.save();
+        else if (!window.viewer.isLive && !window.viewer.isWriting)
             chooser.saveInLibrary(null);
     }
     function salvage(name) { window.leave(() => window.viewer.salvage(name)); }
@@ -179,7 +181,7 @@ ApplicationWindow {
             onPageWanted: page => window.show(page)
             onOpenWanted: chooser.open()
             onSimulationWanted: scenarioDialog.open()
-            onSaveWanted: window.save()
+            onSaveWanted: window.saveSoon()
             onMenuWanted: at => menu.popup(at, 0, at.height)
             onReportWanted: damageDialog.open()
         }
@@ -378,14 +380,14 @@ ApplicationWindow {
 
     Shortcut { sequence: StandardKey.Open; onActivated: chooser.open() }
     Shortcut { sequence: StandardKey.New; onActivated: scenarioDialog.open() }
-    Shortcut { sequence: StandardKey.Save; onActivated: window.savesInLibrary ? window.saveInLibrary() : window.save() }
+    Shortcut { sequence: StandardKey.Save; onActivated: window.saveSoon() }
     Shortcut { sequence: StandardKey.Quit; onActivated: window.close() }
     Shortcut { sequence: "Ctrl+1"; onActivated: window.show(Main.Live) }
     Shortcut { sequence: "Ctrl+2"; onActivated: window.show(Main.Review) }
-    Shortcut { sequence: "Ctrl+6"; onActivated: window.show(Main.Compare) }
-    Shortcut { sequence: "Ctrl+3"; onActivated: window.show(Main.Library) }
+    Shortcut { sequence: "Ctrl+3"; onActivated: window.showLibrary(0) }
     Shortcut { sequence: "Ctrl+4"; onActivated: window.showLibrary(2) }
     Shortcut { sequence: "Ctrl+5"; onActivated: window.showLibrary(3) }
+    Shortcut { sequence: "Ctrl+6"; onActivated: window.show(Main.Compare) }
     Shortcut { sequence: "Ctrl+R"; enabled: window.viewer.session !== null; onActivated: reportDialog.open() }
     // Whatever has the focus, but not where it is typed.
     Shortcut {

@@ -39,12 +39,12 @@ ListView {
     Accessible.name: list.name
     onActiveFocusChanged: if (list.activeFocus && list.row < 0 && list.count > 0) list.pick(0)
 
-    Keys.onUpPressed: list.pick(list.row - 1)
-    Keys.onDownPressed: list.pick(list.row + 1)
     Keys.onReturnPressed: if (list.row >= 0) list.accepted(list.row)
     Keys.onEnterPressed: if (list.row >= 0) list.accepted(list.row)
     Keys.onPressed: event => {
         const targets = {};
+        targets[Qt.Key_Up] = list.row - 1;
+        targets[Qt.Key_Down] = list.row + 1;
         targets[Qt.Key_PageUp] = list.row - list.pageRows;
         targets[Qt.Key_PageDown] = list.row + list.pageRows;
         targets[Qt.Key_Home] = 0;

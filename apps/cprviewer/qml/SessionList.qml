@@ -14,6 +14,8 @@ FocusScope {
     property string file: "" // the chosen one
     readonly property string day: panel.file.length > 0 && list.row >= 0
                                   ? panel.model.data(panel.model.index(list.row, 0), LibraryModel.DayRole) : ""
+    readonly property string reason: panel.file.length > 0 && list.row >= 0
+                                     ? panel.model.data(panel.model.index(list.row, 0), LibraryModel.ReasonRole) : ""
     property alias list: list
     signal accepted(string file)
 

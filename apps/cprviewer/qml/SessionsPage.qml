@@ -110,8 +110,8 @@ FocusScope {
             PageText {
                 objectName: "sessionCount"
                 Layout.fillWidth: true
-                text: qsTr("%n session(s)", "", sessions.count)
-                color: Look.muted
+                text: list.reason.length > 0 ? "⚠ " + Words.shown(list.reason) : qsTr("%n session(s)", "", sessions.count)
+                color: list.reason.length > 0 ? Look.fault : Look.muted
             }
             ActionButton {
                 id: correctButton

@@ -2055,6 +2055,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
             <numerusform>%n Lernende hinzugefügt.</numerusform>
         </translation>
     </message>
+    <message>
+        <source>The class list cannot be stored: %1</source>
+        <translation>Die Kursliste kann nicht gespeichert werden: %1</translation>
+    </message>
 </context>
 <context>
     <name>ViewerMenu</name>
