@@ -22,8 +22,8 @@ enum class Skill { Pauses, Depth, Rate, Release, Hands, VentilationRate, Volume,
 /// A skill is good from that share of compressions, ventilations or cycles on that have none of its
 /// faults, percent. Programmes that look after the quality of CPR ask for as much.
 constexpr double goodSharePercent = 80;
-/// The share by which a session is looked over once more in which all skills were good, percent: one
-/// fault in ten is worth a word when there is nothing worse.
+/// The share by which a session is looked over once more in which all skills were good, percent:
+/// one fault in ten is worth a word when there is nothing worse.
 constexpr double excellentSharePercent = 95;
 
 /// How a skill went.
