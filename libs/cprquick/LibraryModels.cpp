@@ -226,8 +226,9 @@ QVariant LibraryModel::data(const QModelIndex &index, int role) const
     case DayRole:
         return start.date().toString(Qt::ISODate);
     case LengthTextRole:
-        return isRead ? sessionplot::timeText(qint64(figures.secsSoFar) * 1000, 1000, false)
-                      : QString();
+        return figures.secsSoFar > 0
+            ? sessionplot::timeText(qint64(figures.secsSoFar) * 1000, 1000, false)
+            : QString();
     case ProtocolTextRole:
         return isRead ? sessionreview::protocolText(figures.protocol) : QString();
     case ScoreTextRole:

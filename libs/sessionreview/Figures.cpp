@@ -132,14 +132,17 @@ Figures figuresOf(const CPRData &session)
         figures.ageLetter = info->patientAgeType();
         figures.firmware = textOf(info, E::manikinFirmwareVersion);
     }
-    // A session of which a part of the wave is lost is loaded with the length of the rest.
+    // A session of which the wave, or a part of it, is lost is loaded with the length of the rest.
+    int lastSecs = 0;
     for (const E::EventTag tag : {E::TagComp, E::TagVent}) {
-        const E *last = events->at(tag, events->count(tag) - 1);
-        if (last && figures.secs > 0)
-            figures.secs = std::max(figures.secs, last->eventEndTime() / Units::msecsPerSecond);
+        if (const E *last = events->at(tag, events->count(tag) - 1))
+            lastSecs = std::max(lastSecs, last->eventEndTime() / Units::msecsPerSecond);
     }
-    figures.secsSoFar =
-        figures.secs > 0 ? figures.secs : events->sessionTime() / Units::msecsPerSecond;
+    if (figures.secs > 0)
+        figures.secs = std::max(figures.secs, lastSecs);
+    figures.secsSoFar = figures.secs > 0
+        ? figures.secs
+        : std::max(events->sessionTime() / Units::msecsPerSecond, lastSecs);
     figures.training = trainingOf(figures.protocol);
     figures.training.compressions |= figures.compressions > 0;
     figures.training.ventilations |= figures.ventilations > 0;

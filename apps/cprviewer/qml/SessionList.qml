@@ -90,7 +90,7 @@ FocusScope {
             PageText { width: panel.widths[0]; height: parent.height; text: row.startText.length > 0 ? row.startText : "–"; color: Look.muted; Accessible.ignored: true }
             NameList { id: names; visible: panel.hasLearners; width: panel.widths[1]; height: parent.height; names: row.learners; Accessible.ignored: true }
             PageText { width: panel.widths[2]; height: parent.height; text: row.protocolText; font.pixelSize: Look.small; Accessible.ignored: true }
-            PageText { width: panel.widths[3]; height: parent.height; text: row.lengthText; Accessible.ignored: true }
+            PageText { width: panel.widths[3]; height: parent.height; text: row.lengthText.length > 0 ? row.lengthText : "–"; Accessible.ignored: true }
             PageText {
                 width: panel.widths[4]
                 height: parent.height
