@@ -85,6 +85,7 @@ public:
     explicit CycleModel(QObject *parent = nullptr);
     ~CycleModel() override;
 
+    /// The property of the same name.
     bool hasCycles() const { return m_hasCycles; }
 
     /// @{

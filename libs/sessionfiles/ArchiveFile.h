@@ -19,10 +19,14 @@ public:
     /// Why it could not be read; none as long as it could.
     const std::optional<QString> &failure() const { return m_failure; }
 
+    /// @{
+    /// See QFile.
     bool open(OpenMode mode) override { return QFile::open(mode) || fail(); }
     bool seek(qint64 position) override { return QFile::seek(position) || fail(); }
+    /// @}
 
 protected:
+    /// See QIODevice.
     qint64 readData(char *data, qint64 maxSize) override
     {
         const qint64 count = QFile::readData(data, maxSize);

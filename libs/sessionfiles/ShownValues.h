@@ -21,7 +21,7 @@ QVariant shownValue(CPREventBase::ParameterType type, const QVariant &value);
 
 /// A value of a guideline set, in mm where the set has hundredths of them.
 struct ShownGuideline {
-    QVariant value;
+    QVariant value; ///< mm, or as the set has it
     QString unit; ///< empty when there is none
 };
 /// \a value of the property \a name of CPRGuidelines.
