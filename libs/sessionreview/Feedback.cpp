@@ -288,8 +288,11 @@ QString targetText(const RecordedFigure &figure, const Targets &targets, const Q
                 .arg(shortest(maxPauseSecs, locale), figureOf("longest_pause_s").unitText()));
     if (is({"pauses_over_10_s"}))
         return translated(QT_TRANSLATE_NOOP("sessionreview", "none"));
-    if (is({"correct_hands_percent", "wrong_hands_percent"}))
+    constexpr double all = 100;
+    if (is({"correct_hands_percent"}))
         return atLeast(QStringLiteral("%1\u00a0%").arg(goodSharePercent));
+    if (is({"wrong_hands_percent"}))
+        return atMost(QStringLiteral("%1\u00a0%").arg(all - goodSharePercent));
     if (is({"correct_cycles_percent"}) && targets.compressionsPerCycle > 0)
         return QStringLiteral("%1:%2")
             .arg(targets.compressionsPerCycle)

@@ -121,9 +121,8 @@ private Q_SLOTS:
             {"Press deeper. Too shallow: 30 % (50–60 mm)",
              "Release the chest completely after each compression. Incomplete release (leaning): "
              "40 % (at most 5 mm)",
-             "Put the hands in the right place on the chest. Wrong hand position: 90 % (at least "
-             "80 "
-             "%)"},
+             "Put the hands in the right place on the chest. Wrong hand position: 90 % (at most "
+             "20 %)"},
             {pauses, rate});
         row("eight of ten are good", 1, 10, {{Fault::TooShallow, 2}, {Fault::IncompleteRelease, 4}},
             0, 0, {}, 0,

@@ -167,6 +167,8 @@ Card {
             leftPadding: Look.gap
             text: qsTr("%1 of %2").arg(Words.time(panel.position, true)).arg(Words.time(timeline.length))
             font.pixelSize: Look.title
+            fontSizeMode: Text.HorizontalFit
+            minimumPixelSize: Look.small
         }
         PageText {
             objectName: "lost"
