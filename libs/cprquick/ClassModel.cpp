@@ -81,17 +81,8 @@ void ClassModel::announceLoading()
 
 void ClassModel::setLibrary(LibraryFolder *library)
 {
-    if (library == m_library)
-        return;
-    if (m_library) {
-        m_library->disconnect(this);
-        m_library->setWorking(this, false);
-    }
-    m_library = library;
-    if (m_library)
-        connect(m_library, &LibraryFolder::changed, this, &ClassModel::refresh);
-    refresh();
-    Q_EMIT libraryChanged();
+    if (showLibrary(m_library, library, this, &ClassModel::refresh))
+        Q_EMIT libraryChanged();
 }
 
 void ClassModel::setFirstDay(const QString &day)

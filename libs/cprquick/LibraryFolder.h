@@ -9,6 +9,7 @@
 #include <sessionlibrary/LibraryWatcher.h>
 
 #include <QObject>
+#include <QPointer>
 #include <QSet>
 #include <QStringList>
 #include <QtQml/qqml.h>
@@ -110,6 +111,28 @@ private:
     QString m_problem;
     QSet<const QObject *> m_workers; // not owned
 };
+
+/// Lets \a user show \a library (may be null): \a refresh is called now, when the list may be
+/// another one, and when the library goes. \a current is where the user keeps it. False when it is
+/// that already.
+template <typename User>
+bool showLibrary(QPointer<LibraryFolder> &current, LibraryFolder *library, User *user,
+                 void (User::*refresh)())
+{
+    if (library == current)
+        return false;
+    if (current) {
+        current->disconnect(user);
+        current->setWorking(user, false);
+    }
+    current = library;
+    if (library) {
+        QObject::connect(library, &LibraryFolder::changed, user, refresh);
+        QObject::connect(library, &QObject::destroyed, user, refresh);
+    }
+    (user->*refresh)();
+    return true;
+}
 
 } // namespace cprquick
 

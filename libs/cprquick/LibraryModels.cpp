@@ -87,17 +87,8 @@ LibraryModel::~LibraryModel() = default;
 
 void LibraryModel::setLibrary(LibraryFolder *library)
 {
-    if (library == m_library)
-        return;
-    if (m_library)
-        m_library->disconnect(this);
-    m_library = library;
-    if (m_library) {
-        connect(m_library, &LibraryFolder::changed, this, &LibraryModel::refresh);
-        connect(m_library, &QObject::destroyed, this, &LibraryModel::refresh);
-    }
-    refresh();
-    Q_EMIT libraryChanged();
+    if (showLibrary(m_library, library, this, &LibraryModel::refresh))
+        Q_EMIT libraryChanged();
 }
 
 template <typename Value> void LibraryModel::change(Value &member, const Value &value)
@@ -266,17 +257,8 @@ LearnerModel::~LearnerModel() = default;
 
 void LearnerModel::setLibrary(LibraryFolder *library)
 {
-    if (library == m_library)
-        return;
-    if (m_library)
-        m_library->disconnect(this);
-    m_library = library;
-    if (m_library) {
-        connect(m_library, &LibraryFolder::changed, this, &LearnerModel::refresh);
-        connect(m_library, &QObject::destroyed, this, &LearnerModel::refresh);
-    }
-    refresh();
-    Q_EMIT libraryChanged();
+    if (showLibrary(m_library, library, this, &LearnerModel::refresh))
+        Q_EMIT libraryChanged();
 }
 
 void LearnerModel::setText(const QString &text)

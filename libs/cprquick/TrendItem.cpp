@@ -51,17 +51,8 @@ TrendItem::~TrendItem()
 
 void TrendItem::setLibrary(LibraryFolder *library)
 {
-    if (library == m_library)
-        return;
-    if (m_library) {
-        m_library->disconnect(this);
-        m_library->setWorking(this, false);
-    }
-    m_library = library;
-    if (m_library)
-        connect(m_library, &LibraryFolder::changed, this, &TrendItem::refresh);
-    refresh();
-    Q_EMIT changed();
+    if (showLibrary(m_library, library, this, &TrendItem::refresh))
+        Q_EMIT changed();
 }
 
 void TrendItem::setLearner(const QString &learner)
