@@ -203,8 +203,7 @@ bool IndexConnection::openFile(Check check, OpenResult &result)
 SchemaResult IndexConnection::openDatabase()
 {
     static std::atomic<int> connections{0}; // a program and its shared library have one each
-    m_name =
-        QStringLiteral("sessionlibrary-%1-%2").arg(quintptr(&connections)).arg(++connections);
+    m_name = QStringLiteral("sessionlibrary-%1-%2").arg(quintptr(&connections)).arg(++connections);
     QSqlDatabase index = QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), m_name);
     index.setDatabaseName(m_file);
     index.setConnectOptions(QStringLiteral("QSQLITE_BUSY_TIMEOUT=10000"));
