@@ -165,14 +165,13 @@ const SessionEntry *LibraryModel::entryAt(int row) const
     if (row < 0 || row >= m_count || !index)
         return nullptr;
     const int number = row / rowsPerPage;
-    const Page *page = m_pages.object(number);
-    if (!page) {
+    if (!m_pages.contains(number)) {
         auto asked = index->page(m_filter, m_order, number * rowsPerPage, rowsPerPage);
-        page = new Page(asked ? std::move(*asked) : Page());
-        m_pages.insert(number, const_cast<Page *>(page));
+        m_pages.insert(number, new Page(asked ? std::move(*asked) : Page()));
     }
+    const Page *page = m_pages.object(number);
     const auto inPage = std::size_t(row % rowsPerPage);
-    return inPage < page->size() ? &(*page)[inPage] : nullptr;
+    return page && inPage < page->size() ? &(*page)[inPage] : nullptr;
 }
 
 QString LibraryModel::fileAt(int row) const

@@ -82,7 +82,7 @@ void SessionResults::run()
             now = {stamp, resultOf(reviewOf(session))};
         }
         m_read.push_back(now.result);
-        known.insert(name, std::move(now));
+        known.insert(name, now);
     }
     // What is not shown any more is kept as long as nothing else was read instead.
     if (m_isCancelled) {
