@@ -18,6 +18,15 @@ namespace cprquick {
 
 namespace {
 
+// A session that has come from another thread has calls waiting which start its timers: deleted
+// before them, it would leak them.
+void discard(SessionLoader::Result &result)
+{
+    if (result.session)
+        result.session.release()->deleteLater();
+    result = {};
+}
+
 using manikinlog::ManikinLogReader;
 
 QString noSession(const QString &name)
@@ -103,7 +112,7 @@ void SessionLoader::abandon()
     QThread *thread = std::exchange(m_thread, nullptr);
     thread->wait();
     delete thread;
-    m_result = Result();
+    discard(m_result);
 }
 
 SessionLoader::Result SessionLoader::handOver()
@@ -113,7 +122,7 @@ SessionLoader::Result SessionLoader::handOver()
     Result result = std::exchange(m_result, Result());
     // The thread may have been done before it was cancelled.
     if (m_isCancelled) {
-        result = Result();
+        discard(result);
         result.isCancelled = true;
     }
     return result;
@@ -133,7 +142,9 @@ void SessionLoader::run(const QString &name, Kind kind)
         return !m_isCancelled;
     };
     Result result = loadHere(name, kind, report);
-    // Its timers, which are running already, go with it.
+    if (m_isCancelled)
+        result.session.reset(); // on the thread that its timers know
+    // They are running already and go with it.
     if (result.session)
         result.session->moveToThread(thread());
     m_result = std::move(result);
