@@ -111,7 +111,8 @@ void SessionLoader::abandon()
     cancel();
     QThread *thread = std::exchange(m_thread, nullptr);
     thread->wait();
-    delete thread;
+    // Not at once: its finished() may still wait, and must not pass for that of the next thread.
+    thread->deleteLater();
     discard(m_result);
 }
 
