@@ -41,7 +41,8 @@ void LibraryWatcher::follow(const QString &folder)
     m_isCancelled = true;
     if (QThread *thread = std::exchange(m_thread, nullptr)) {
         thread->wait();
-        // Not at once: its finished() may still wait, and must not pass for that of the next thread.
+        // Not at once: its finished() may still wait, and must not pass for that of the next
+        // thread.
         thread->deleteLater();
     }
     m_settling.stop();
