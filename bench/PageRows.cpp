@@ -106,7 +106,7 @@ std::vector<Figure> measurePages(Bench &bench)
 
 std::vector<Row> pageRows()
 {
-    return {{17, "frame of a page without a graphics card, 1920 x 1080", "filling the image",
+    return {{20, "frame of a page without a graphics card, 1920 x 1080", "filling the image",
              measurePages}};
 }
 
