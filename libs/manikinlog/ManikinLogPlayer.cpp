@@ -116,6 +116,17 @@ bool ManikinLogPlayer::feed(const RemarkRemoval &removal)
     return false;
 }
 
+bool ManikinLogPlayer::feed(const Stream &)
+{
+    // What a receiver has of a stream is no part of the session; likewise a batch.
+    return true;
+}
+
+bool ManikinLogPlayer::feed(const Batch &)
+{
+    return true;
+}
+
 // The time \a msecs after the start.
 void ManikinLogPlayer::storeTime(CPREventBase::ParameterType type, qint64 msecs)
 {

@@ -53,6 +53,8 @@ private:
     bool feed(const ManikinName &manikin);
     bool feed(const Remark &remark);
     bool feed(const RemarkRemoval &removal);
+    bool feed(const Stream &stream);
+    bool feed(const Batch &batch);
     void storeTime(CPREventBase::ParameterType type, qint64 msecs);
 
     CPRData *m_session; // not owned

@@ -4,225 +4,10 @@
 #include "manikinlog/ManikinLogReader.h"
 
 #include <QFile>
-#include <QMetaEnum>
 
-#include <algorithm>
-#include <charconv>
 #include <utility>
 
 namespace manikinlog {
-
-namespace {
-
-constexpr int foundTextLength = 40;
-
-bool isHexDigit(char c)
-{
-    return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F');
-}
-
-/// The start of a line's text, fit to be shown in an error message.
-QString shortened(const QByteArray &text)
-{
-    // Without the dot in front a byte order mark would be dropped and not be seen.
-    QString shown = QString::fromUtf8('.' + text).mid(1);
-    if (shown.size() > foundTextLength)
-        shown = shown.left(foundTextLength) + QLatin1String("...");
-    std::replace_if(
-        shown.begin(), shown.end(), [](QChar c) { return !c.isPrint() && !c.isSurrogate(); },
-        QLatin1Char('?'));
-    return shown;
-}
-
-/// Parses the fields of one line from left to right. The first field that is not as expected ends
-/// it; expected() and found() say what was wrong.
-class LineParser {
-public:
-    explicit LineParser(const QByteArray &line) : m_line(line) { }
-
-    QString expected() const { return m_expected; }
-    QByteArray found() const { return m_found; }
-
-    bool parse(Record &record, qint64 minMsecs)
-    {
-        if (!parseTime(record.msecs, minMsecs))
-            return false;
-        const QByteArray kind = next();
-        if (kind == "msg")
-            return parseEntry<Message>(record);
-        if (kind == "header")
-            return parseEntry<WaveHeader>(record);
-        if (kind == "wave")
-            return parseEntry<WaveSample>(record);
-        if (kind == "state")
-            return parseEntry<State>(record);
-        if (kind == "learner")
-            return parseEntry<Learner>(record);
-        if (kind == "start")
-            return parseEntry<Start>(record);
-        if (kind == "manikin")
-            return parseEntry<ManikinName>(record);
-        if (kind == "remark")
-            return parseEntry<Remark>(record);
-        if (kind == "unremark")
-            return parseEntry<RemarkRemoval>(record);
-        return fail("msg, header, wave, state, learner, start, manikin, remark or unremark", kind);
-    }
-
-private:
-    template <typename Entry> bool parseEntry(Record &record)
-    {
-        Entry entry;
-        if (!parseFields(entry) || !parseEnd())
-            return false;
-        record.entry = std::move(entry);
-        return true;
-    }
-
-    bool parseFields(Message &message)
-    {
-        return parseNumber(message.identifier, "a message identifier")
-            && parseNumber(message.sequence, "a sequence number") && parseContent(message.content);
-    }
-
-    bool parseFields(WaveHeader &header)
-    {
-        return parseNumber(header.sequence, "a sequence number");
-    }
-
-    bool parseFields(WaveSample &sample)
-    {
-        return parseNumber(sample.waveType, "a wave type from 0 to 255")
-            && parseNumber(sample.value, "a sample value")
-            && parseNumber(sample.sequence, "a sequence number");
-    }
-
-    bool parseFields(State &state)
-    {
-        const auto states = QMetaEnum::fromType<CPRData::CprState>();
-        const QByteArray key = next();
-        const int value = states.keyToValue(key.constData());
-        // The enumerator also finds qualified keys; a log has plain ones.
-        if (key != states.valueToKey(value))
-            return fail("a session state", key);
-        state.state = static_cast<CPRData::CprState>(value);
-        return true;
-    }
-
-    bool parseFields(Learner &learner)
-    {
-        return parseName(learner.name, "a learner's name in UTF-8");
-    }
-
-    bool parseFields(Start &start)
-    {
-        const QByteArray field = next();
-        start.time = QDateTime::fromString(QString::fromLatin1(field), Qt::ISODateWithMs);
-        return (start.time.isValid() && start.time.timeSpec() == Qt::UTC)
-            || fail("a time in UTC such as 2026-01-31T09:00:00Z", field);
-    }
-
-    bool parseFields(ManikinName &manikin)
-    {
-        return parseName(manikin.name, "a manikin's name in UTF-8");
-    }
-
-    bool parseFields(Remark &remark)
-    {
-        return parseNumber(remark.msecs, "a session time")
-            && parseName(remark.text, "a remark in UTF-8");
-    }
-
-    bool parseFields(RemarkRemoval &removal)
-    {
-        return parseNumber(removal.msecs, "a session time")
-            && parseName(removal.text, "a remark in UTF-8");
-    }
-
-    bool parseName(QString &name, const char *what)
-    {
-        const QByteArray field = rest();
-        name = QString::fromUtf8(field);
-        // Decoding replaces what is not UTF-8 and drops a byte order mark. A carriage return inside
-        // would make another line of it for other readers.
-        return (!field.isEmpty() && !field.contains('\r') && name.toUtf8() == field)
-            || fail(what, field);
-    }
-
-    bool parseTime(qint64 &msecs, qint64 minMsecs)
-    {
-        const QByteArray field = next();
-        if (!toNumber(field, msecs) || msecs < minMsecs)
-            return fail(QStringLiteral("a time of at least %1 ms").arg(minMsecs), field);
-        return true;
-    }
-
-    template <typename T> bool parseNumber(T &value, const char *what)
-    {
-        const QByteArray field = next();
-        return toNumber(field, value) || fail(what, field);
-    }
-
-    bool parseContent(QByteArray &content)
-    {
-        if (isAtEnd())
-            return true; // a message without content
-        const QByteArray digits = next();
-        // QByteArray::fromHex passes over whatever is no hex digit.
-        if (digits.isEmpty() || digits.size() % 2 != 0
-            || !std::all_of(digits.begin(), digits.end(), isHexDigit))
-            return fail("content as pairs of hex digits", digits);
-        content = QByteArray::fromHex(digits);
-        return true;
-    }
-
-    bool parseEnd() { return isAtEnd() || fail("the end of the line", rest()); }
-
-    /// Digits with or without a minus, in the range of \a T; no blanks, no plus.
-    template <typename T> static bool toNumber(const QByteArray &field, T &value)
-    {
-        const char *const last = field.constData() + field.size();
-        const auto [end, error] = std::from_chars(field.constData(), last, value);
-        return error == std::errc() && end == last;
-    }
-
-    bool isAtEnd() const { return m_position > m_line.size(); }
-
-    /// The next field, empty when there is none.
-    QByteArray next()
-    {
-        const int blank = m_line.indexOf(' ', m_position);
-        return cut(blank < 0 ? m_line.size() : blank);
-    }
-
-    QByteArray rest() { return cut(m_line.size()); }
-
-    QByteArray cut(int end)
-    {
-        const QByteArray field = m_line.mid(m_position, end - m_position);
-        m_position = end + 1;
-        return field;
-    }
-
-    bool fail(const char *expected, const QByteArray &found)
-    {
-        return fail(QString::fromLatin1(expected), found);
-    }
-
-    bool fail(const QString &expected, const QByteArray &found)
-    {
-        m_expected = expected;
-        m_found = found;
-        return false;
-    }
-
-    QByteArray m_line;
-    int m_position = 0;
-    QString m_expected;
-    QByteArray m_found;
-};
-
-} // namespace
 
 ManikinLogReader::ManikinLogReader(QIODevice *device, const QString &name, Damage damage)
     : m_device(device), m_name(name), m_damage(damage)
@@ -299,9 +84,9 @@ qint64 ManikinLogReader::readMore()
 
 ManikinLogReader::Line ManikinLogReader::parse(const QByteArray &text, Record &record)
 {
-    if (text.size() > maxLineLength) {
+    if (text.size() > maxLineLength)
         return failExpecting(QStringLiteral("a line of at most %1 bytes").arg(maxLineLength), text);
-    }
+
     if (m_line > 1 && (text.isEmpty() || text.startsWith('#')))
         return Line::Empty;
     if (!m_hasLineEnd && m_damage == Damage::IsSkipped)
@@ -315,15 +100,17 @@ ManikinLogReader::Line ManikinLogReader::parse(const QByteArray &text, Record &r
 
 ManikinLogReader::Line ManikinLogReader::parseRecord(const QByteArray &text, Record &record)
 {
-    LineParser parser(text);
-    Record parsed;
-    if (!parser.parse(parsed, m_msecs))
-        return failExpecting(parser.expected(), parser.found());
+    QString error;
+    std::optional<Record> parsed = RecordText::parse(text, m_msecs, &error);
+    if (!parsed) {
+        fail(error);
+        return Line::Damaged;
+    }
     if (!m_hasLineEnd)
         return failExpecting(QStringLiteral("a whole line"), text);
     if (m_damage == Damage::IsError)
-        m_msecs = parsed.msecs;
-    record = std::move(parsed);
+        m_msecs = parsed->msecs;
+    record = std::move(*parsed);
     return Line::Record;
 }
 
@@ -352,7 +139,7 @@ void ManikinLogReader::fail(const QString &reason)
 
 ManikinLogReader::Line ManikinLogReader::failExpecting(const QString &what, const QByteArray &found)
 {
-    fail(QStringLiteral("expected %1, found \"%2\"").arg(what, shortened(found)));
+    fail(RecordText::mismatch(what, found));
     return Line::Damaged;
 }
 

@@ -5,6 +5,7 @@
 #define MANIKINLOG_MANIKINLOGREADER_H
 
 #include "manikinlog/ManikinLogRecord.h"
+#include "manikinlog/RecordText.h"
 
 #include <QByteArray>
 #include <QString>
@@ -28,6 +29,8 @@ namespace manikinlog {
 ///     <ms> manikin <name, to the end of the line>
 ///     <ms> remark <session time in ms> <text, to the end of the line>
 ///     <ms> unremark <session time in ms> <text, to the end of the line>
+///     <ms> stream <manikin> <sender> <session>
+///     <ms> batch <number>
 ///
 /// A message without content ends after its sequence number. Only as much of the log is held in
 /// memory as the longest line takes.
@@ -52,9 +55,8 @@ public:
     static constexpr char firstLine[] = "cprlog 1";
     /// Whether the file \a name begins as a log does.
     static bool isLog(const QString &name);
-    /// Bytes in a line, its end not counted; a longer line is an error. A message's content may
-    /// thus have some 32000 bytes, many times what a manikin can send.
-    static constexpr int maxLineLength = 64 * 1024;
+    /// Bytes in a line, its end not counted; a longer line is an error.
+    static constexpr int maxLineLength = RecordText::maxLineLength;
 
     /// \a device is open for reading and is not owned (null cannot be read); \a name stands for it
     /// in error messages.

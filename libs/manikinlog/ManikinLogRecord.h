@@ -77,11 +77,30 @@ struct RemarkRemoval {
     QString text; ///< the same
 };
 
+/// What follows came over a link from this manikin, by this sender, as its session of that id. The
+/// receiver's journal says it; the player passes over it.
+struct Stream {
+    QString manikin; ///< an id, see RecordText::isToken()
+    QString sender; ///< likewise: the program or person that sends
+    QString session; ///< likewise, new for each session of the sender
+};
+
+inline bool operator==(const Stream &a, const Stream &b)
+{
+    return a.manikin == b.manikin && a.sender == b.sender && a.session == b.session;
+}
+
+/// What follows, up to the next one, is this batch of the stream. It tells a receiver that goes on
+/// behind a break what it has; the player passes over it.
+struct Batch {
+    quint32 number = 0; ///< counted from 1; 0 for what the receiver itself adds
+};
+
 /// One line of a recorded log.
 struct Record {
     /// What can be recorded.
     using Entry = std::variant<Message, WaveHeader, WaveSample, State, Learner, Start, ManikinName,
-                               Remark, RemarkRemoval>;
+                               Remark, RemarkRemoval, Stream, Batch>;
 
     qint64 msecs = 0; ///< ms since the start of the recording; never decreases in a log
     Entry entry; ///< what happened

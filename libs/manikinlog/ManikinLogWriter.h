@@ -20,6 +20,8 @@ public:
     /// \a device is open for writing and is not owned. The log's first line is written at once, so
     /// that a log without records is a log as well.
     explicit ManikinLogWriter(QIODevice *device);
+    /// Goes on with a log whose last record has the time  msecs; writes no first line.
+    ManikinLogWriter(QIODevice *device, qint64 msecs) : m_device(device), m_msecs(msecs) { }
     ManikinLogWriter(const ManikinLogWriter &) = delete;
     ManikinLogWriter &operator=(const ManikinLogWriter &) = delete;
 

@@ -3,7 +3,6 @@
 
 #include "manikinlog/SessionJournal.h"
 
-#include "manikinlog/ManikinLogReader.h"
 #include "private/FileCalls.h"
 #include "private/Limits.h"
 
@@ -105,7 +104,7 @@ SessionJournal::SessionJournal(QObject *parent) : QObject(parent)
 {
     m_timer.setSingleShot(true);
     m_timer.setInterval(syncIntervalMs);
-    connect(&m_timer, &QTimer::timeout, this, &SessionJournal::sync);
+    connect(&m_timer, &QTimer::timeout, this, &SessionJournal::requestSync);
 }
 
 SessionJournal::~SessionJournal()
@@ -178,16 +177,88 @@ bool SessionJournal::makeFile(LeftJournal left, unsigned permissions)
             return fail(QCoreApplication::translate("manikinlog", "%1 cannot be created: %2")
                             .arg(m_file.fileName(), FileCalls::reason()));
         ::close(file);
-        // Without a buffer, which would write its content again after it was written in part.
-        if (!m_file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered))
-            return fail(QCoreApplication::translate("manikinlog", "%1 cannot be opened: %2")
-                            .arg(m_file.fileName(), m_file.errorString()));
+        if (!openFile())
+            return false;
         // Another program may have found the file, and removed it, before it was locked.
         if (lockPatiently(m_file.handle()) && FileCalls::isNamed(m_file.handle(), name))
             return true;
         m_file.close();
     }
     return false;
+}
+
+// Without a buffer, which would write its content again after it was written in part.
+bool SessionJournal::openFile()
+{
+    return m_file.open(QIODevice::ReadWrite | QIODevice::ExistingOnly | QIODevice::Unbuffered)
+        || fail(QCoreApplication::translate("manikinlog", "%1 cannot be opened: %2")
+                    .arg(m_file.fileName(), m_file.errorString()));
+}
+
+bool SessionJournal::resume(const QString &target)
+{
+    close();
+    const QSignalBlocker reportsByResult(this);
+    m_errorString.clear();
+    const QString name = nameFor(target);
+    m_file.setFileName(name);
+    if (!isRegular(QFileInfo(name)))
+        return fail(notRegular(name));
+    if (!openFile())
+        return false;
+    if (!lockPatiently(m_file.handle())
+        || !FileCalls::isNamed(m_file.handle(), QFile::encodeName(name))) {
+        m_file.close();
+        return fail(whyNotClaimed({-1, true}, name));
+    }
+    m_left.emplace(&m_file, name, ManikinLogReader::Damage::IsSkipped);
+    m_hasRecords = m_isRecording = false;
+    m_state = CPRData::CPR_UNINITIALIZED;
+    m_leftMsecs = 0;
+    return true;
+}
+
+ManikinLogReader::Result SessionJournal::readLeft(Record &record)
+{
+    if (!m_left || m_writer)
+        return ManikinLogReader::Result::End;
+    const auto result = m_left->read(record);
+    if (result == ManikinLogReader::Result::Record) {
+        m_hasRecords = true;
+        m_leftMsecs = record.msecs;
+        lookAt(record);
+    } else if (result == ManikinLogReader::Result::End) {
+        append();
+    } else {
+        fail(m_left->errorString());
+    }
+    return result;
+}
+
+// Goes on behind the last line that has an end.
+void SessionJournal::append()
+{
+    qint64 end = m_file.size();
+    QByteArray block;
+    while (end > 0 && !block.contains('\n')) {
+        const qint64 begin = qMax<qint64>(0, end - ManikinLogReader::maxLineLength);
+        m_file.seek(begin);
+        block = m_file.read(end - begin);
+        end = begin + block.lastIndexOf('\n') + 1;
+    }
+    m_pending.setData(QByteArray());
+    m_pending.open(QIODevice::WriteOnly);
+    if (end > 0)
+        m_writer.emplace(&m_pending, m_leftMsecs);
+    else
+        m_writer.emplace(&m_pending);
+    m_syncedBytes = end;
+    m_handedBytes = m_addedRecords = m_syncedRecords = 0;
+    m_oldest.start();
+    if (m_file.resize(end))
+        m_timer.start();
+    else
+        waitForDisk(m_file.errorString());
 }
 
 // Makes room for the file, if nobody needs what is there.
@@ -219,16 +290,22 @@ bool SessionJournal::removeLeft(LeftJournal left)
 bool SessionJournal::create()
 {
     m_syncedBytes = 0;
-    m_handedBytes = 0;
+    m_handedBytes = m_addedRecords = m_syncedRecords = 0;
     m_pending.setData(QByteArray());
     m_pending.open(QIODevice::WriteOnly);
     m_writer.emplace(&m_pending);
     m_hasRecords = m_isRecording = false;
     m_state = CPRData::CPR_UNINITIALIZED;
     m_oldest.start();
+    m_isFolderSynced = false;
+    if (m_sync) {
+        requestSync();
+        return !m_isWaiting;
+    }
     if (!sync())
         return false;
-    return FileCalls::syncFolderOf(m_file.fileName())
+    m_isFolderSynced = FileCalls::syncFolderOf(m_file.fileName());
+    return m_isFolderSynced
         || fail(QCoreApplication::translate("manikinlog", "%1 cannot be written: %2")
                     .arg(m_file.fileName(), FileCalls::reason()));
 }
@@ -241,6 +318,7 @@ bool SessionJournal::add(const Record &record)
         return false;
     if (!write(record))
         return false;
+    ++m_addedRecords;
     if (!m_oldest.isValid()) {
         m_oldest.start();
         m_timer.start();
@@ -260,14 +338,19 @@ bool SessionJournal::write(const Record &record)
 
 bool SessionJournal::needsStart(const Record &record)
 {
-    m_isRecording = m_isRecording || std::holds_alternative<Start>(record.entry);
     const bool isFirst = !std::exchange(m_hasRecords, true);
-    bool isStart = false;
-    if (const auto *state = std::get_if<State>(&record.entry)) {
-        isStart = m_state == CPRData::CPR_INIT && state->state == CPRData::CPR_START;
-        m_state = state->state;
-    }
+    const bool wasReady = m_state == CPRData::CPR_INIT;
+    lookAt(record);
+    const auto *const state = std::get_if<State>(&record.entry);
+    const bool isStart = wasReady && state && state->state == CPRData::CPR_START;
     return !m_isRecording && (isFirst || isStart);
+}
+
+void SessionJournal::lookAt(const Record &record)
+{
+    m_isRecording = m_isRecording || std::holds_alternative<Start>(record.entry);
+    if (const auto *state = std::get_if<State>(&record.entry))
+        m_state = state->state;
 }
 
 // Gives the lines to the operating system. Of what it does not take no half line stays.
@@ -299,8 +382,12 @@ bool SessionJournal::sync()
     if (!m_writer)
         return false;
     m_timer.stop();
-    if (!m_oldest.isValid())
+    if (!m_oldest.isValid() && m_ticket == 0)
         return true;
+    if (m_sync)
+        m_sync->cancel(m_ticket);
+    m_ticket = 0;
+    m_isSyncDue = false;
     if (!handOver())
         return false;
     if (FileCalls::repeated([this] { return ::fdatasync(m_file.handle()); }) != 0) {
@@ -309,23 +396,67 @@ bool SessionJournal::sync()
         waitForDisk(reason);
         return false;
     }
-    m_syncedBytes += m_handedBytes;
-    m_handedBytes = 0;
-    m_pending.buffer().clear();
-    m_pending.seek(0);
     m_oldest.invalidate();
+    isSynced(m_handedBytes, m_addedRecords);
+    return true;
+}
+
+// The disk has the first \a bytes of m_pending, and so \a records in all.
+void SessionJournal::isSynced(qint64 bytes, qint64 records)
+{
+    m_syncedBytes += bytes;
+    m_handedBytes -= bytes;
+    m_pending.buffer() = m_pending.buffer().mid(int(bytes));
+    m_pending.seek(m_pending.size());
+    m_syncedRecords = records;
     if (m_isWaiting) {
         m_isWaiting = false;
         m_errorString.clear();
         Q_EMIT resumed();
     }
-    return true;
+    Q_EMIT synced();
+}
+
+void SessionJournal::requestSync()
+{
+    if (!m_sync) {
+        sync();
+        return;
+    }
+    m_timer.stop();
+    m_isSyncDue = m_ticket != 0;
+    if (!m_writer || m_isSyncDue || !m_oldest.isValid() || !handOver())
+        return;
+    m_requestedBytes = m_handedBytes;
+    m_requestedRecords = m_addedRecords;
+    m_ticket = m_sync->request(m_file.handle(), m_isFolderSynced ? QString() : m_file.fileName(),
+                               [this](int error) { requestIsDone(error); });
+    if (m_ticket == 0)
+        sync();
+    else
+        m_oldest.invalidate();
+}
+
+void SessionJournal::requestIsDone(int error)
+{
+    m_ticket = 0;
+    const bool isSyncDue = std::exchange(m_isSyncDue, false);
+    if (error != 0) {
+        errno = error;
+        m_handedBytes = 0; // the operating system may have dropped it
+        waitForDisk(FileCalls::reason());
+        return;
+    }
+    m_isFolderSynced = true;
+    isSynced(m_requestedBytes, m_requestedRecords);
+    if (isSyncDue)
+        requestSync();
 }
 
 void SessionJournal::syncWhenDue()
 {
     if (m_oldest.isValid() && m_oldest.hasExpired(syncIntervalMs))
-        sync();
+        requestSync();
 }
 
 // The lines stay in memory until the next attempt.
@@ -376,6 +507,9 @@ bool SessionJournal::fail(const QString &reason)
 void SessionJournal::end()
 {
     m_writer.reset();
+    if (m_sync)
+        m_sync->cancel(m_ticket);
+    m_ticket = 0;
     m_timer.stop();
     m_oldest.invalidate();
     m_isWaiting = false;
@@ -388,6 +522,7 @@ void SessionJournal::close()
     if (m_writer)
         sync();
     end();
+    m_left.reset();
     m_file.close();
 }
 

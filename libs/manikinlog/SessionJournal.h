@@ -4,6 +4,8 @@
 #ifndef MANIKINLOG_SESSIONJOURNAL_H
 #define MANIKINLOG_SESSIONJOURNAL_H
 
+#include "manikinlog/JournalSync.h"
+#include "manikinlog/ManikinLogReader.h"
 #include "manikinlog/ManikinLogRecord.h"
 #include "manikinlog/ManikinLogWriter.h"
 
@@ -11,6 +13,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QObject>
+#include <QPointer>
 #include <QString>
 #include <QTimer>
 
@@ -81,8 +84,25 @@ public:
     /// left. An open journal is closed first. The file has the permissions of \a target, if that is
     /// there.
     bool open(const QString &target, LeftJournal left = LeftJournal::Keep);
+
+    /// From now on \a sync waits for the disk, so that add() never does; null for none. It is not
+    /// owned and may go first. Before open() or resume().
+    void setSync(JournalSync *sync) { m_sync = sync; }
+    /// Opens the journal that a killed process has left for \a target, to go on with it: call
+    /// readLeft() until it gives no further record, and then add(). False, with the reason in
+    /// errorString(), when it is no regular file, cannot be read and written, or another process
+    /// has it. An open journal is closed first.
+    bool resume(const QString &target);
+    /// Reads the next record of a resumed journal; damaged lines are left out. At its end half a
+    /// line is cut off, and records can be added.
+    ManikinLogReader::Result readLeft(Record &record);
+    /// How many damaged lines of a resumed journal have been left out.
+    qint64 skippedLines() const { return m_left ? m_left->skippedLines() : 0; }
+
     /// Whether records can be added; also while they wait for the disk.
     bool isOpen() const { return m_writer.has_value(); }
+    /// Whether records wait for a disk that failed.
+    bool isWaiting() const { return m_isWaiting; }
 
     /// Appends \a record, whose time is in ms since the start of the session. A journal whose
     /// records do not say themselves when they were recorded says it: in front of the first one,
@@ -93,8 +113,18 @@ public:
     /// Waits until the disk has everything; false when it has not. Blocks for as long as the disk
     /// takes, some ms as a rule.
     bool sync();
-    /// Does so if a record has waited for its second. Costs nothing else.
+    /// Does so if a record has waited for its second; with setSync() only asks for it.
     void syncWhenDue();
+    /// Asks setSync()'s for what the disk does not have yet, and does not wait. Without one it is
+    /// sync().
+    void requestSync();
+
+    /// Records that add() has accepted since open() or resume().
+    qint64 addedRecords() const { return m_addedRecords; }
+    /// How many of them the disk has.
+    qint64 syncedRecords() const { return m_syncedRecords; }
+    /// Bytes, those that wait for the disk too.
+    qint64 size() const { return m_syncedBytes + m_pending.size(); }
 
     /// Ends the journal and removes its file: the session has been saved. False when the file
     /// cannot be removed.
@@ -111,11 +141,18 @@ Q_SIGNALS:
     void failed(const QString &reason);
     /// The disk has all records again; none is missing.
     void resumed();
+    /// The disk has some more records; see syncedRecords().
+    void synced();
 
 private:
     bool create();
+    bool openFile();
+    void append();
+    void isSynced(qint64 bytes, qint64 records);
+    void requestIsDone(int error);
     bool write(const Record &record);
     bool needsStart(const Record &record);
+    void lookAt(const Record &record);
     bool handOver();
     bool fail(const QString &reason);
     bool makeFile(LeftJournal left, unsigned permissions);
@@ -126,6 +163,14 @@ private:
 
     QFile m_file; // locked while it is open
     QBuffer m_pending; // lines that may not be on the disk
+    std::optional<ManikinLogReader> m_left; // of a resumed journal
+    qint64 m_leftMsecs = 0; // time of the last record that it gave
+    QPointer<JournalSync> m_sync; // not owned
+    quint64 m_ticket = 0; // of the request that is under way; 0 for none
+    qint64 m_requestedBytes = 0; // of m_pending, that the request is about
+    qint64 m_requestedRecords = 0; // that the disk has when it is done
+    bool m_isFolderSynced = false;
+    bool m_isSyncDue = false; // again, as soon as the request is done
     std::optional<ManikinLogWriter> m_writer; // as long as m_file can be written
     bool m_hasRecords = false;
     bool m_isRecording = false; // played again: its own records say when it was recorded
@@ -134,6 +179,8 @@ private:
     QElapsedTimer m_oldest; // since the first of m_pending came, or the disk failed; or invalid
     QTimer m_timer;
     QString m_errorString;
+    qint64 m_addedRecords = 0;
+    qint64 m_syncedRecords = 0;
     qint64 m_handedBytes = 0; // of m_pending, which the operating system has
     qint64 m_syncedBytes = 0; // of m_file, before those of m_pending
     bool m_isWaiting = false; // for a disk that failed

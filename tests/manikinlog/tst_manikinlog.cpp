@@ -132,12 +132,15 @@ private Q_SLOTS:
                                     {8, ManikinName{" Manikin, \t1"}},
                                     {9, Remark{-1, " 7  Hände "}},
                                     {9, RemarkRemoval{-1, " 7  Hände "}},
+                                    {9, Stream{"m.1", "A_b-", QString(64, 'x')}},
+                                    {9, Batch{4294967295U}},
                                     {9000000000, Learner{" Ann,  Jörg "}}};
         const QByteArray text = "cprlog 1\n0 msg 4294967295 -1 00ff10\n0 msg 1 0\n5 header -7\n"
                                 "5 wave 255 -2147483648 2147483647\n6 state CPR_UNINITIALIZED\n"
                                 "7 start 2026-01-31T09:00:00Z\n7 start 2026-01-31T09:00:00.250Z\n"
                                 "8 manikin  Manikin, \t1\n9 remark -1  7  Hände \n"
-                                "9 unremark -1  7  Hände \n9000000000 learner  Ann,  Jörg \n";
+                                "9 unremark -1  7  Hände \n9 stream m.1 A_b- "
+            + QByteArray(64, 'x') + "\n9 batch 4294967295\n9000000000 learner  Ann,  Jörg \n";
         QBuffer first, second;
         first.open(QIODevice::ReadWrite);
         second.open(QIODevice::ReadWrite);
@@ -172,6 +175,7 @@ private Q_SLOTS:
         QTest::newRow("the manikin's name is empty") << Record{8, ManikinName{""}};
         QTest::newRow("the remark contains a line break") << Record{8, Remark{0, "a\nb"}};
         QTest::newRow("the remark is empty") << Record{8, RemarkRemoval{0, ""}};
+        QTest::newRow("\"..\" is no id") << Record{8, Stream{"m", "s", ".."}};
         QTest::newRow("the record needs a line of more than 65536 bytes")
             << Record{8, Message{1, 0, QByteArray(32764, 'x')}};
     }

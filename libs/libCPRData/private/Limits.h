@@ -59,6 +59,9 @@ constexpr qint64 maxGapMs             = qint64(24) * 60 * 60 * 1000;
 
 /// Bytes of records that wait while the disk takes none: five hours of a manikin's packets.
 constexpr int    maxWaitingBytes      = 64 * 1024 * 1024;
+/// Bytes of the journal of one session that comes over a link: three days of a manikin's packets. A
+/// sender that never ends must not fill the disk.
+constexpr qint64 maxJournalBytes      = qint64(1024) * 1024 * 1024;
 
 // --- the log
 
