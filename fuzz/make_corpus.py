@@ -25,6 +25,7 @@ KNOWN = [38, 47, 48, 50, 52, 64, 68, 70, 75, 77, 79, 80, 81, 87, 88, 101, 104, 1
          110, 111]
 STATES = ["CPR_MANIKIN_INIT", "CPR_INIT", "CPR_START", "CPR_ENDED", "CPR_STOP", "CPR_RECONNECTED"]
 WAVES = [9, 12, 13]
+LINK_SPLIT = b"\0"  # between the ways of fuzz_link.cpp
 NEXT_SEQUENCE = 7
 
 
@@ -130,8 +131,35 @@ def make_logs():
     kinds = ["cprlog 1", "# remark", "", "0 start 2026-01-31T09:00:00Z", "0 manikin M 1",
              "0 state CPR_INIT", "1 state CPR_START", "2 learner Ann", "3 header 1",
              "3 wave 9 100 1", "4 msg 68 1 00", "4 msg 200 1", "5 remark 3 Hands",
-             "6 unremark 3 Hands"]
+             "6 unremark 3 Hands", "6 stream manikin-1 gateway s1", "6 batch 1", "7 batch 0"]
     save("fuzz_log", "kinds", "\r\n".join(kinds).encode())
+
+
+def make_links():
+    """Streams of senders, each on a way of its own; what splits them fuzz_link.cpp knows."""
+    golden = (DATA / "golden" / "golden.cprlog").read_text().splitlines()
+    records = [line for line in golden if line.split(" ")[0].isdecimal()]
+    first = "cprlink 1 manikin-1 gateway s1"
+    short = [first, "0 batch 1", "0 manikin Manikin 1", "0 state CPR_MANIKIN_INIT", "", "# remark",
+             "5 state CPR_INIT", "10 batch 2", "10 state CPR_START", "11 header 1", "11 wave 9 100 1"]
+    save("fuzz_link", "golden", link([first, "0 batch 1", *records[:40], "9000 bye"]))
+    save("fuzz_link", "short", link([*short, "1000 beat", "2000 bye"]))
+    save("fuzz_link", "lost", link([*short, "20 lost", "30 found", "31 batch 3",
+                                    "31 state CPR_ENDED", "40 bye"]))
+    # It breaks inside of a batch, and goes on with that batch, with one before it, or behind a gap.
+    save("fuzz_link", "again", link(short, [first, *short[7:], "50 batch 3", "60 bye"]))
+    save("fuzz_link", "older", link(short, [*short, "50 batch 3", "60 bye"]))
+    save("fuzz_link", "gap", link(short, [first, "50 batch 9", "60 header 2", "70 bye"]))
+    save("fuzz_link", "others", link(short, ["cprlink 1 manikin-1 other s1", "0 batch 1"],
+                                     ["cprlink 1 manikin-1 gateway s2", *short[1:], "9 bye"],
+                                     ["cprlink 1 manikin-2 gateway s1", *short[1:]]))
+    save("fuzz_link", "strange", link([first, "0 state CPR_INIT", first, "9 batch 0", "8 batch 1",
+                                       "7 stream a b c", "-1 beat", "6 start", "99999999999 beat"],
+                                      ["cprlink 2 a b c"], ["cprlink 1 .. b c"], ["beat"]))
+
+
+def link(*streams):
+    return LINK_SPLIT.join("".join(line + "\n" for line in lines).encode() for lines in streams)
 
 
 def make_dictionary():
@@ -145,6 +173,8 @@ def make_dictionary():
              "COMP.WV", "VENT.WV", "\\xff\\xfe", "PK\\x01\\x02", "PK\\x03\\x04", "PK\\x05\\x06",
              "PK\\x06\\x06", "cprlog 1", " msg ", " header ", " wave ", " state ", " learner ", " start ", " manikin ",
              " remark ", " unremark ",
+             " stream ", " batch ", "cprlink 1 ", " beat", " lost", " found", " bye", "welcome ",
+             "ack ", "start", "stop", "refused ", "manikin-1 gateway s1",
              "2147483647", "-2147483648", "4294967295", "1e38", "nan", "inf", "-1"]
     words += STATES
     for enum in ("EventType", "ParameterType"):
@@ -162,4 +192,5 @@ make_calls()
 make_xml()
 make_archives()
 make_logs()
+make_links()
 make_dictionary()

@@ -15,15 +15,15 @@ executions=${1:-100000}
 shift || true
 targets=("$@")
 [ "${#targets[@]}" -gt 0 ] \
-    || targets=(fuzz_messages fuzz_calls fuzz_events_xml fuzz_archive fuzz_log fuzz_guidelines_waves_xml)
+    || targets=(fuzz_messages fuzz_calls fuzz_events_xml fuzz_archive fuzz_log fuzz_link fuzz_guidelines_waves_xml)
 build=${BUILD:-build/fuzz}
 work=${WORK:-build/fuzz/runs}
 
 # Each target's part of the executions, and the longest input in bytes: what the deepest code needs,
 # no more.
-declare -A share=([fuzz_messages]=15 [fuzz_calls]=15 [fuzz_events_xml]=20 [fuzz_archive]=10 [fuzz_log]=25
+declare -A share=([fuzz_messages]=15 [fuzz_calls]=15 [fuzz_events_xml]=20 [fuzz_archive]=10 [fuzz_log]=25 [fuzz_link]=15
     [fuzz_guidelines_waves_xml]=30)
-declare -A longest=([fuzz_messages]=1024 [fuzz_calls]=512 [fuzz_events_xml]=4096 [fuzz_archive]=4096 [fuzz_log]=2048
+declare -A longest=([fuzz_messages]=1024 [fuzz_calls]=512 [fuzz_events_xml]=4096 [fuzz_archive]=4096 [fuzz_log]=2048 [fuzz_link]=2048
     [fuzz_guidelines_waves_xml]=4096)
 
 # The files of the archive target lie in memory where the system has a place for that.
