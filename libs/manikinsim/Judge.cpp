@@ -169,7 +169,7 @@ void Judge::Cycles::add(int number, int wanted)
         ++wrong;
 }
 
-Judge::Judge(const Scenario &scenario) : m_scenario(scenario)
+Judge::Judge(const Scenario &scenario) : m_scenario(scenario), m_seconds(scenario.seconds)
 {
 }
 
@@ -331,7 +331,7 @@ Parameters Judge::statistics() const
     Parameters s;
     // clang-format off
     s[E::cprCardTimestamp]                    = cardTimestamp;
-    s[E::sessionDuration]                     = m_scenario.seconds;
+    s[E::sessionDuration]                     = m_seconds;
     s[E::timeFirstShock]                      = secondsOf(m_firstShock);
     s[E::timeFirstComp]                       = secondsOf(m_firstCompression);
     s[E::timeFirstVent]                       = secondsOf(m_firstBreath);
@@ -366,7 +366,7 @@ Parameters Judge::statistics() const
     s[E::minNumberOfCompressionsPerCycle]     = m_compressionCycles.minimum;
     s[E::maxNumberOfCompressionsPerCycle]     = m_compressionCycles.maximum;
     s[E::flowTimePercentage]                  = flowTimePercentage();
-    s[E::ventilationsPerMinute]               = number(rounded(60 * breaths, m_scenario.seconds));
+    s[E::ventilationsPerMinute]               = number(rounded(60 * breaths, m_seconds));
 
     const qint64 goodRates = breathRates - m_slowBreaths - m_fastBreaths;
     s[E::compCorrectDepthPercentage]          = percentage(compressions - m_shallow - m_deep, compressions);

@@ -39,6 +39,11 @@ Link::Link(const Scenario &scenario, quint64 seed)
 {
 }
 
+void Link::endAfter(int seconds)
+{
+    m_lastSequence = seconds * packetsPerSecond;
+}
+
 bool Link::isSpared(const WavePacket &packet) const
 {
     return packet.sequence <= sparedAtBegin || packet.sequence > m_lastSequence - sparedAtEnd;

@@ -25,6 +25,9 @@ public:
 
     Link(const Scenario &scenario, quint64 seed);
 
+    /// The session has \a seconds, not as many as the scenario says.
+    void endAfter(int seconds);
+
     /// What arrives in the wave period of \a packet, in this order.
     std::vector<Delivery> carry(const WavePacket &packet, std::vector<SentMessage> &messages);
 
@@ -37,7 +40,7 @@ private:
 
     const LinkFaults m_faults;
     Random m_random;
-    const qint32 m_lastSequence;
+    qint32 m_lastSequence;
     int m_lossLeft = 0; // wave packets that are still to be lost
     std::optional<WavePacket> m_late;
     std::vector<SentMessage> m_waiting;

@@ -48,6 +48,7 @@ public:
     Private(const Scenario &theScenario, quint64 seed, Listener *theListener);
 
     void goOn();
+    void stop();
 
     const Scenario scenario;
     Judge judge;
@@ -72,7 +73,7 @@ private:
     void end();
 
     const quint8 m_depthWave; // wave type
-    const qint32 m_lastSequence;
+    qint32 m_lastSequence;
     qint32 m_sequence = 0; // of the last wave period
     bool m_isPrepared = false;
     bool m_isWithAed; // time without flow is not the rescuer's fault
@@ -115,6 +116,16 @@ void Simulator::Private::goOn()
         act();
     else
         end();
+}
+
+void Simulator::Private::stop()
+{
+    const int seconds = m_sequence / packetsPerSecond + 1;
+    if (seconds >= m_lastSequence / packetsPerSecond)
+        return;
+    m_lastSequence = seconds * packetsPerSecond;
+    judge.endAfter(seconds);
+    link.endAfter(seconds);
 }
 
 /// The manikin is connected and introduces itself; the host prepares a session.
@@ -214,6 +225,11 @@ bool Simulator::next(manikinlog::Record &record)
     record = std::move(d->records.front());
     d->records.pop_front();
     return true;
+}
+
+void Simulator::stop()
+{
+    d->stop();
 }
 
 bool Simulator::write(manikinlog::ManikinLogWriter &writer)

@@ -40,6 +40,11 @@ public:
     /// A host that is to be fed live waits until the record's time has come.
     bool next(manikinlog::Record &record);
 
+    /// The session ends with the second that has begun, as when the instructor ends it; what the
+    /// scenario has behind it does not happen. The end, the statistics and the scores still come.
+    /// Changes nothing where the session ends by then anyway.
+    void stop();
+
     /// Writes all records that are left. False when the log does not take one; its errorString()
     /// says why.
     bool write(manikinlog::ManikinLogWriter &writer);

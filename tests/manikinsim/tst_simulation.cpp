@@ -178,12 +178,17 @@ QStringList shown(const CPRData &session, const Truth &truth)
     return lines;
 }
 
-void play(Simulator &simulator, CPRData &session)
+// Gives the time of the last record. The instructor ends the session at \a stopAt, if that comes.
+qint64 play(Simulator &simulator, CPRData &session, qint64 stopAt = -1)
 {
     manikinlog::ManikinLogPlayer player(&session);
     manikinlog::Record record;
-    while (simulator.next(record))
+    while (simulator.next(record)) {
         player.play(record);
+        if (record.msecs == stopAt)
+            simulator.stop();
+    }
+    return record.msecs;
 }
 
 // The first line that differs.
@@ -296,6 +301,26 @@ private Q_SLOTS:
         play(simulator, session);
         const Truth &truth = received.truth();
         QCOMPARE(difference(told(truth, variant), shown(session, truth)), QString());
+    }
+
+    // The instructor ends it within its 48th second, which comes to its end; the scores come 200 ms
+    // behind that.
+    void stoppedSessionShowsTheTruth()
+    {
+        for (const Scenario &scenario : Scenario::all()) {
+            if (scenario.link.cutGuidelines)
+                QTest::ignoreMessage(QtWarningMsg, "Invalid guideline received");
+            ReceivedSession received(scenario);
+            Simulator simulator(scenario, 3, &received);
+            CPRData session;
+            QCOMPARE(play(simulator, session, Simulator::sessionStart + 47300),
+                     Simulator::sessionStart + 48200);
+            QCOMPARE(difference(told(received.truth(), scenario), shown(session, received.truth())),
+                     QString());
+            QCOMPARE(
+                testsupport::intOf(session.cprEvents()->sessionStatistics(), E::sessionDuration),
+                48);
+        }
     }
 
     void statisticsByPlainDefinitions_data()
