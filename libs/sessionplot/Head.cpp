@@ -6,6 +6,7 @@
 #include "sessionplot/Scales.h"
 #include "sessionplot/Symbols.h"
 
+#include "sessionreview/ClassFigures.h"
 #include "sessionreview/Words.h"
 
 #include <private/Units.h>
@@ -235,9 +236,12 @@ void paintLine(QPainter *painter, const Style &style, const PlotModel &model, co
 
 QString learnersText(const Figures &figures)
 {
-    return figures.learners.isEmpty()
-        ? QCoreApplication::translate("sessionplot", "No learner named")
-        : figures.learners.join(QLatin1String(", ")).simplified();
+    if (figures.learners.isEmpty())
+        return QCoreApplication::translate("sessionplot", "No learner named");
+    QStringList names;
+    for (const QString &name : figures.learners)
+        names.append(learnerText(name));
+    return names.join(QLatin1String(", ")).simplified();
 }
 
 QString dateText(const QDateTime &start, QLocale::FormatType format)

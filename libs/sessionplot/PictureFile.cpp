@@ -7,6 +7,7 @@
 #include "private/PrintableText.h"
 #include "sessionplot/PlotModel.h"
 #include "sessionplot/ReviewPicture.h"
+#include "sessionplot/TwoSessions.h"
 
 #include <QBuffer>
 #include <QCoreApplication>
@@ -16,6 +17,7 @@
 #include <QPdfWriter>
 #include <QSvgGenerator>
 
+#include <functional>
 #include <optional>
 
 namespace sessionplot {
@@ -46,48 +48,50 @@ Canvas canvasOf(const QSize &size)
     return {size, QPageLayout(page, QPageLayout::Portrait, QMarginsF())};
 }
 
-bool paintOn(QPaintDevice *device, const QSize &size, ReviewPicture &picture)
+// What is painted, and how it is called.
+struct Drawing {
+    QString title;
+    std::function<void(QPainter *, const QRectF &, qreal columnsPerUnit)> paint;
+};
+
+bool paintOn(QPaintDevice *device, const QSize &size, const Drawing &drawing, qreal columnsPerUnit)
 {
     QPainter painter;
     if (!painter.begin(device))
         return false;
-    picture.paint(&painter, QRectF(QPointF(0, 0), QSizeF(size)));
+    drawing.paint(&painter, QRectF(QPointF(0, 0), QSizeF(size)), columnsPerUnit);
     return painter.end();
 }
 
-bool encodePng(QIODevice *device, const Canvas &canvas, const PlotModel &, ReviewPicture &picture)
+bool encodePng(QIODevice *device, const Canvas &canvas, const Drawing &drawing)
 {
     QImage image(canvas.size, QImage::Format_RGB32);
-    return !image.isNull() && paintOn(&image, canvas.size, picture) && image.save(device, "PNG");
+    return !image.isNull() && paintOn(&image, canvas.size, drawing, 0) && image.save(device, "PNG");
 }
 
-bool encodeSvg(QIODevice *device, const Canvas &canvas, const PlotModel &model,
-               ReviewPicture &picture)
+bool encodeSvg(QIODevice *device, const Canvas &canvas, const Drawing &drawing)
 {
     QSvgGenerator generator;
     generator.setOutputDevice(device);
     generator.setResolution(unitsPerInch);
     generator.setSize(canvas.size);
     generator.setViewBox(QRect(QPoint(0, 0), canvas.size));
-    generator.setTitle(title(model).toHtmlEscaped()); // Qt writes it as it is
-    picture.setColumnsPerUnit(columnsPerUnitOfVectors);
-    return paintOn(&generator, canvas.size, picture);
+    generator.setTitle(drawing.title.toHtmlEscaped()); // Qt writes it as it is
+    return paintOn(&generator, canvas.size, drawing, columnsPerUnitOfVectors);
 }
 
-bool encodePdf(QIODevice *device, const Canvas &canvas, const PlotModel &model,
-               ReviewPicture &picture)
+bool encodePdf(QIODevice *device, const Canvas &canvas, const Drawing &drawing)
 {
     QPdfWriter writer(device);
     writer.setResolution(unitsPerInch);
     writer.setPageLayout(canvas.page);
-    writer.setTitle(title(model));
-    picture.setColumnsPerUnit(columnsPerUnitOfVectors);
-    return paintOn(&writer, canvas.size, picture);
+    writer.setTitle(drawing.title);
+    return paintOn(&writer, canvas.size, drawing, columnsPerUnitOfVectors);
 }
 
 struct Format {
     const char *suffix;
-    bool (*encode)(QIODevice *, const Canvas &, const PlotModel &, ReviewPicture &);
+    bool (*encode)(QIODevice *, const Canvas &, const Drawing &);
 };
 
 constexpr Format formats[] = {{"png", encodePng}, {"svg", encodeSvg}, {"pdf", encodePdf}};
@@ -103,8 +107,7 @@ const Format *formatOf(const QString &fileName)
 }
 
 /// Returns what went wrong; nothing when the picture is written.
-std::optional<QString> write(const QString &fileName, const Canvas &canvas, const PlotModel &model,
-                             ReviewPicture &picture)
+std::optional<QString> write(const QString &fileName, const Canvas &canvas, const Drawing &drawing)
 {
     const QSize &size = canvas.size;
     const Format *format = formatOf(fileName);
@@ -126,7 +129,7 @@ std::optional<QString> write(const QString &fileName, const Canvas &canvas, cons
 
     QBuffer encoded;
     encoded.open(QIODevice::WriteOnly);
-    if (!format->encode(&encoded, canvas, model, picture))
+    if (!format->encode(&encoded, canvas, drawing))
         return QCoreApplication::translate("sessionplot",
                                            "The picture cannot be drawn; is there "
                                            "memory for %1x%2 pixels?")
@@ -143,7 +146,12 @@ bool draw(const QString &fileName, const Canvas &canvas, qint64 from, qint64 to,
     ReviewPicture picture(&model);
     picture.setTheme(theme);
     picture.setRange(from, to);
-    const std::optional<QString> problem = write(fileName, canvas, model, picture);
+    const std::optional<QString> problem = write(
+        fileName, canvas,
+        {title(model), [&picture](QPainter *painter, const QRectF &area, qreal columnsPerUnit) {
+             picture.setColumnsPerUnit(columnsPerUnit);
+             picture.paint(painter, area);
+         }});
     if (error)
         *error = problem.value_or(QString());
     return !problem;
@@ -176,6 +184,20 @@ bool writePicture(const QString &fileName, const QPageLayout &paper, qint64 from
 {
     const Canvas canvas{paper.paintRectPixels(unitsPerInch).size(), paper};
     return draw(fileName, canvas, from, to, model, theme, error);
+}
+
+bool writePicture(const QString &fileName, const QSize &size, const TwoSessions &sessions,
+                  TwoSessions::Form form, QString *error)
+{
+    const auto paint = [&](QPainter *painter, const QRectF &area, qreal columnsPerUnit) {
+        paintTwoSessions(painter, sessions, form, area, columnsPerUnit);
+    };
+    const QString titles =
+        QStringLiteral("%1 – %2").arg(title(*sessions.model), title(*sessions.other));
+    const std::optional<QString> problem = write(fileName, canvasOf(size), {titles, paint});
+    if (error)
+        *error = problem.value_or(QString());
+    return !problem;
 }
 
 } // namespace sessionplot

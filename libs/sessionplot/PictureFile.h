@@ -5,6 +5,7 @@
 #define SESSIONPLOT_PICTUREFILE_H
 
 #include "sessionplot/Style.h"
+#include "sessionplot/TwoSessions.h"
 
 #include <QPageLayout>
 #include <QSize>
@@ -32,6 +33,10 @@ bool writePicture(const QString &fileName, const QSize &size, qint64 from, qint6
 /// The same on one page of \a paper, between its margins; \a fileName has to end with .pdf.
 bool writePicture(const QString &fileName, const QPageLayout &paper, qint64 from, qint64 to,
                   const PlotModel &model, const Theme &theme, QString *error);
+/// Writes all of two sessions to \a fileName, a png, svg or pdf, in the light theme; the rest as
+/// above.
+bool writePicture(const QString &fileName, const QSize &size, const TwoSessions &sessions,
+                  TwoSessions::Form form, QString *error);
 
 } // namespace sessionplot
 

@@ -10,6 +10,7 @@
 #include "sessionplot/ReportParts.h"
 #include "sessionplot/ReviewPicture.h"
 
+#include "sessionreview/ClassFigures.h"
 #include "sessionreview/Scores.h"
 #include "sessionreview/Words.h"
 
@@ -86,13 +87,13 @@ QString namesText(const PageText &page, const QStringList &names, qreal width, L
     for (int count = names.size() - 1; count > 0; --count) {
         QStringList some;
         for (const QString &name : names.mid(0, count))
-            some.append(page.fitted(name, *look, width, 1));
+            some.append(page.fitted(learnerText(name), *look, width, 1));
         const QString text =
             some.join(QLatin1String(", ")) + QStringLiteral(" +%1").arg(names.size() - count);
         if (page.linesOf(text, *look, width) <= lines)
             return text;
     }
-    return page.fitted(names.first(), *look, width, lines);
+    return page.fitted(learnerText(names.first()), *look, width, lines);
 }
 
 void addHeading(PageText &page, const Content &content)

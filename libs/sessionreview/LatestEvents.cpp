@@ -180,4 +180,15 @@ RunningPause runningPause(const CPREvents &events, const LatestEvents &latest,
     return pause;
 }
 
+bool areCompressionsDue(const LatestEvents &latest, const RunningPause &pause,
+                        const Targets &targets, int msecs)
+{
+    if (!trainingOf(latest.protocol).compressions || isStandClear(latest.standClear, msecs))
+        return false;
+    const bool areVentilationsDue = targets.compressionsPerCycle > 0
+        && latest.compressionsInCycle >= targets.compressionsPerCycle
+        && latest.ventilationsInCycle < targets.ventilationsPerCycle;
+    return !areVentilationsDue || pause.isTooLong;
+}
+
 } // namespace sessionreview

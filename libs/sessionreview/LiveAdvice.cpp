@@ -23,6 +23,7 @@ constexpr int stepMs = 250;
 constexpr int delayMs = 250; // messages that are on their way
 constexpr int minShownMs = 4000;
 constexpr int minShownDoneMs = 2000; // of what the learner does already
+constexpr int heardAgainMs = 8000; // of a fault that stays
 // Whoever looks on again after a while is told what matters now.
 constexpr int maxCaughtUpMs = 120000;
 
@@ -159,6 +160,12 @@ void LiveAdvice::step(const CPRData &session, const Targets &targets, int msecs)
     else if ((m_shown != Prompt::ContinueCompressions || goesOn || pause.isTooLong)
              && msecs - m_since >= (m_shown == Prompt::EndPause ? minShownDoneMs : minShownMs))
         show(wanted, msecs);
+}
+
+int LiveAdvice::heardAt() const
+{
+    const int again = isFault(m_shown) ? (m_done - m_since) / heardAgainMs : 0;
+    return m_since + again * heardAgainMs;
 }
 
 void LiveAdvice::show(Prompt prompt, int msecs)

@@ -62,6 +62,9 @@ public:
     Prompt prompt() const { return m_shown; }
     /// Since when it is said, ms of session time.
     int since() const { return m_since; }
+    /// When it was last due to be heard, ms of session time: a fault that stays is said aloud again
+    /// every 8 s, anything else once.
+    int heardAt() const;
 
 private:
     void step(const CPRData &session, const Targets &targets, int msecs);

@@ -23,6 +23,7 @@ struct ProtocolRow {
     CommonDefs::CprProtocolType protocol;
     bool compressions;
     bool ventilations;
+    bool hasSecondRescuer;
     int (G::*compressionsPerCycle)() const;
     int (G::*minFlowTime)() const;
     Band (*ventilationRate)(const G &set);
@@ -42,12 +43,12 @@ Band rateOfHighPerformance(const G &set)
 // The scores go by a rule of their own: the manikin gives no advice on an automatic session.
 // clang-format off
 constexpr ProtocolRow protocols[] = {
-    {CommonDefs::CPR_SINGLE_RESCUER,   true,  true,  &G::compressionsBetweenVentilations,           &G::minimumAcceptedFlowtimePercentageSingleRescuerCPR, nullptr},
-    {CommonDefs::CPR_COMPRESSION_ONLY, true,  false, nullptr,                                       &G::minimumAcceptedFlowtimePercentageCompressionsOnly, nullptr},
-    {CommonDefs::CPR_VENTILATION_ONLY, false, true,  nullptr,                                       nullptr,                                               rateOfVentilationsOnly},
-    {CommonDefs::CPR_AUTOMATIC,        true,  true,  &G::compressionsBetweenVentilations,           nullptr,                                               nullptr},
-    {CommonDefs::CPR_TWO_RESCUER,      true,  true,  &G::compressionsBetweenVentilationsTwoRescuer, &G::minimumAcceptedFlowtimePercentageTwoRescuerCPR,    nullptr},
-    {CommonDefs::CPR_HIGH_PERFORMANCE, true,  true,  nullptr,                                       nullptr,                                               rateOfHighPerformance},
+    {CommonDefs::CPR_SINGLE_RESCUER,   true,  true,  false, &G::compressionsBetweenVentilations,           &G::minimumAcceptedFlowtimePercentageSingleRescuerCPR, nullptr},
+    {CommonDefs::CPR_COMPRESSION_ONLY, true,  false, false, nullptr,                                       &G::minimumAcceptedFlowtimePercentageCompressionsOnly, nullptr},
+    {CommonDefs::CPR_VENTILATION_ONLY, false, true,  false, nullptr,                                       nullptr,                                               rateOfVentilationsOnly},
+    {CommonDefs::CPR_AUTOMATIC,        true,  true,  false, &G::compressionsBetweenVentilations,           nullptr,                                               nullptr},
+    {CommonDefs::CPR_TWO_RESCUER,      true,  true,  true,  &G::compressionsBetweenVentilationsTwoRescuer, &G::minimumAcceptedFlowtimePercentageTwoRescuerCPR,    nullptr},
+    {CommonDefs::CPR_HIGH_PERFORMANCE, true,  true,  true,  nullptr,                                       nullptr,                                               rateOfHighPerformance},
 };
 // clang-format on
 
@@ -79,6 +80,11 @@ Training trainingOf(int protocol)
 {
     const ProtocolRow &row = rowOf(protocol);
     return {row.compressions, row.ventilations, row.compressionsPerCycle != nullptr};
+}
+
+bool hasSecondRescuer(int protocol)
+{
+    return rowOf(protocol).hasSecondRescuer;
 }
 
 Side Band::side(double value) const

@@ -22,6 +22,9 @@ struct Training {
 /// What a CPR protocol (0 to 5) trains; of any other value, all of it.
 Training trainingOf(int protocol);
 
+/// Whether two rescuers are trained, who take turns at the chest.
+bool hasSecondRescuer(int protocol);
+
 /// On which side of a target band a value lies. Unknown when there is no value or no band.
 enum class Side { Unknown, Below, Inside, Above };
 
@@ -34,6 +37,8 @@ struct Band {
     bool operator==(const Band &other) const { return min == other.min && max == other.max; }
     /// False when the set has no such band.
     bool isValid() const { return max > min; }
+    /// Halfway between the limits; 0 when the set has no such band.
+    double middle() const { return isValid() ? (min + max) / 2 : 0; }
     /// Limits themselves are inside.
     Side side(double value) const;
 };

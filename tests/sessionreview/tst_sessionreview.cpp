@@ -8,7 +8,7 @@
 #include "support/StoredSession.h"
 
 #include "sessionreview/LatestEvents.h"
-#include "sessionreview/LiveAdvice.h"
+#include "sessionreview/LiveClass.h"
 #include "sessionreview/Scores.h"
 #include "sessionreview/SessionReview.h"
 #include "sessionreview/StandClear.h"
@@ -433,16 +433,18 @@ private Q_SLOTS:
     void runningPauses_data()
     {
         // Begin of the last compression, which takes 0.4 s; end of the pause that the manikin has
-        // reported since 15 s; when the AED analyses; the pause in ms; is it too long or asked for.
+        // reported since 15 s; when the AED analyses; the compression's number in its cycle of 30.
+        // The pause in ms; is it too long, or asked for; are compressions what comes next.
         const auto row = columns<QVector<int>, QVector<int>>("times", "pause");
-        row("a moment", {18000, 0, 0}, {0, 0, 0});
-        row("ventilations", {15000, 0, 0}, {4600, 0, 0});
-        row("nothing done", {14000, 20000, 0}, {5600, 1, 0});
-        row("report of an earlier one", {14000, 17000, 0}, {5600, 0, 0});
-        row("done since", {16000, 16000, 0}, {3600, 0, 0});
-        row("longer than ventilations take", {9500, 0, 0}, {10100, 1, 0});
-        row("the AED's", {5000, 20000, 16000}, {14600, 0, 1});
-        row("none before the first", {-1, 20000, 0}, {0, 0, 0});
+        row("a moment", {18000, 0, 0}, {0, 0, 0, 1});
+        row("ventilations", {15000, 0, 0, 30}, {4600, 0, 0, 0});
+        row("too early for ventilations", {15000, 0, 0, 29}, {4600, 0, 0, 1});
+        row("nothing done", {14000, 20000, 0}, {5600, 1, 0, 1});
+        row("report of an earlier one", {14000, 17000, 0}, {5600, 0, 0, 1});
+        row("done since", {16000, 16000, 0}, {3600, 0, 0, 1});
+        row("longer than ventilations take", {9500, 0, 0, 30}, {10100, 1, 0, 1});
+        row("the AED's", {5000, 20000, 16000}, {14600, 0, 1, 0});
+        row("none before the first", {-1, 20000, 0}, {0, 0, 0, 1});
     }
 
     // At 20 s.
@@ -451,9 +453,11 @@ private Q_SLOTS:
         QFETCH(QVector<int>, times);
         CPRData session;
         start(session);
+        session.cprGuidelines()->setCompressionsBetweenVentilations(30);
+        session.cprGuidelines()->setVentilationsBetweenCompressions(2);
         CPREvents *events = session.cprEvents();
         if (times.at(0) >= 0)
-            events->addEvent(eventOf({times.at(0)}, events), true);
+            events->addEvent(eventOf({times.at(0), 55, 110, times.value(3, 2)}, events), true);
         session.setSessionTime(times.at(1));
         if (times.at(1) > 15000)
             events->incomingInactivityTime(quint32(-1), (times.at(1) - 15000) / 1000);
@@ -461,9 +465,11 @@ private Q_SLOTS:
         if (times.at(2) > 0)
             send(session, 48, bytes({0, E::AEDAnalyzing}));
         const Targets targets = targetsOf(session);
-        const RunningPause pause =
-            runningPause(*events, latestEventsOf(session, targets), targets, 20000);
-        QTEST(QVector<int>({pause.msecs, pause.isTooLong, pause.isAskedFor}), "pause");
+        const LatestEvents latest = latestEventsOf(session, targets);
+        const RunningPause pause = runningPause(*events, latest, targets, 20000);
+        QTEST(QVector<int>({pause.msecs, pause.isTooLong, pause.isAskedFor,
+                            areCompressionsDue(latest, pause, targets, 20000)}),
+              "pause");
     }
 
     void liveAdvice_data()
@@ -516,6 +522,66 @@ private Q_SLOTS:
         QVERIFY(said.size() <= 16); // in two or three minutes
         QCOMPARE(said.mid(0, prompts.size()), prompts);
         QVERIFY(said.size() == prompts.size() || prompts.size() > 1);
+    }
+
+    // Of what was pressed and breathed so far, the share that is right.
+    void scoreOfARunningSession()
+    {
+        SessionReview review;
+        review.targets.depth = {50, 60};
+        review.targets.rate = {100, 120};
+        review.targets.volume = {400, 700};
+        QVERIFY(!scoreSoFar(review));
+        for (const int volume : {399, 400, 600, 700}) {
+            Ventilation breath;
+            breath.volume = volume;
+            judge(breath, review.targets);
+            review.ventilations.push_back(breath);
+        }
+        for (const double depth : {49.9, 50.0, 55.0, 60.0}) {
+            Compression compression;
+            compression.depth = depth;
+            judge(compression, review.targets);
+            review.compressions.push_back(compression);
+        }
+        QCOMPARE(scoreSoFar(review).value_or(-1), 75.0);
+        review.figures.protocol = CommonDefs::CPR_VENTILATION_ONLY;
+        QCOMPARE(scoreSoFar(review).value_or(-1), 50.0);
+    }
+
+    void rescuersChange()
+    {
+        const auto at = [](int protocol, int secs) {
+            return rescuerChangeAt(protocol, secs * 1000);
+        };
+        for (const int protocol : {CommonDefs::CPR_TWO_RESCUER, CommonDefs::CPR_HIGH_PERFORMANCE}) {
+            for (const auto &[secs, wanted] :
+                 {std::pair(0, RescuerChange::None), std::pair(109, RescuerChange::None),
+                  std::pair(110, RescuerChange::Soon), std::pair(120, RescuerChange::Now),
+                  std::pair(129, RescuerChange::Now), std::pair(130, RescuerChange::None),
+                  std::pair(240, RescuerChange::Now)})
+                QCOMPARE(int(at(protocol, secs)), int(wanted));
+        }
+        QCOMPARE(int(at(CommonDefs::CPR_SINGLE_RESCUER, 120)), int(RescuerChange::None));
+    }
+
+    // Two learners, 7 and 8, of whom 7 has a score of 40 %.
+    void firstToHelp()
+    {
+        FirstToHelp first;
+        const auto at = [&first](int secs, Prompt seven, Prompt eight, double scoreOfEight = 50) {
+            return first.follow({{7, seven, 40.0}, {8, eight, scoreOfEight}}, secs * 1000);
+        };
+        QCOMPARE(at(0, Prompt::Right, Prompt::StandClear), FirstToHelp::nobody);
+        QCOMPARE(at(1, Prompt::Right, Prompt::ReleaseCompletely), 8);
+        QCOMPARE(at(2, Prompt::PressDeeper, Prompt::ReleaseCompletely), 8);
+        QCOMPARE(at(7, Prompt::PressDeeper, Prompt::ReleaseCompletely), 7);
+        QCOMPARE(at(20, Prompt::PressDeeper, Prompt::PressDeeper, 10), 7);
+        QCOMPARE(at(21, Prompt::Right, Prompt::PressDeeper), 8);
+        QCOMPARE(at(22, Prompt::EndPause, Prompt::Right), 8);
+        QCOMPARE(first.follow({{7, Prompt::PressDeeper, 40.0}}, 23000), 7);
+        QCOMPARE(at(40, Prompt::Right, Prompt::None), FirstToHelp::nobody);
+        QCOMPARE(at(41, Prompt::PressDeeper, Prompt::PressDeeper, 10), 8);
     }
 
     void arrival_data()
