@@ -132,6 +132,13 @@ bool ComparisonModel::hasOtherStandard() const
     });
 }
 
+std::shared_ptr<const sessionplot::PlotModel> ComparisonModel::plot(bool isOther) const
+{
+    if (!m_sides[0].source || !m_sides[1].source)
+        return nullptr;
+    return std::make_shared<const sessionplot::PlotModel>(m_sides[isOther ? 1 : 0].source->model());
+}
+
 int ComparisonModel::rowCount(const QModelIndex &parent) const
 {
     return parent.isValid() ? 0 : m_rows.size();

@@ -15,6 +15,10 @@
 
 #include <memory>
 
+namespace sessionplot {
+class PlotModel;
+}
+
 namespace cprquick {
 
 class PlotSource;
@@ -101,6 +105,9 @@ public:
     QVariantList faults() const { return m_faults; }
     bool hasOtherStandard() const;
     /// @}
+    /// A copy of what is drawn of the session, or of the other one, for another thread. Null while
+    /// one of them is not there.
+    std::shared_ptr<const sessionplot::PlotModel> plot(bool isOther) const;
 
     /// @{
     /// See QAbstractItemModel.

@@ -4,7 +4,6 @@
 #include "cprquick/LibraryFolder.h"
 
 #include <private/PrintableText.h>
-#include <sessionlibrary/LearnerChange.h>
 
 #include <QCoreApplication>
 #include <QDir>
@@ -48,6 +47,7 @@ LibraryFolder::LibraryFolder(QObject *parent) : QObject(parent)
 
 LibraryFolder::~LibraryFolder()
 {
+    m_isCancelled = true;
     if (m_corrector)
         m_corrector->wait();
 }
@@ -117,30 +117,29 @@ QString LibraryFolder::lastDay()
     return newest->front().figures.start().toLocalTime().date().toString(Qt::ISODate);
 }
 
-bool LibraryFolder::setLearners(const QString &file, const QStringList &names)
+bool LibraryFolder::correct(const Correction &correction, const Finish &finish)
 {
     if (m_corrector || !index())
         return false;
+    m_isCancelled = false;
+    setCorrected(0, 0);
     const auto change = std::make_shared<LearnerChange>();
-    m_corrector = QThread::create([change, folder = m_folder, file, names] {
+    m_corrector = QThread::create([this, change, folder = m_folder, correction] {
         SessionLibrary library;
         const OpenResult opened = library.open(folder);
-        if (opened.isOpen)
-            *change = sessionlibrary::setLearners(library, file, names);
-        else
+        if (!opened.isOpen) {
             change->error = opened.reason;
+            return;
+        }
+        *change = correction(library, [this](int done, int total) {
+            QMetaObject::invokeMethod(this, [this, done, total] { setCorrected(done, total); });
+            return !m_isCancelled;
+        });
     });
     m_corrector->setParent(this);
-    connect(m_corrector, &QThread::finished, this, [this, change, file] {
+    connect(m_corrector, &QThread::finished, this, [this, change, finish] {
         std::exchange(m_corrector, nullptr)->deleteLater();
-        QString text =
-            QCoreApplication::translate("cprquick", "The learners of %1 are corrected.").arg(file);
-        if (!change->left.isEmpty())
-            text =
-                QCoreApplication::translate("cprquick", "The learners of %1 stay as they were: %2")
-                    .arg(file, change->left.first().reason);
-        else if (!change->error.isEmpty())
-            text = change->error;
+        const QString text = change->error.isEmpty() ? finish(*change) : change->error;
         Q_EMIT changed();
         Q_EMIT isCorrectingChanged();
         Q_EMIT isBusyChanged();
@@ -150,6 +149,65 @@ bool LibraryFolder::setLearners(const QString &file, const QStringList &names)
     Q_EMIT isCorrectingChanged();
     Q_EMIT isBusyChanged();
     return true;
+}
+
+void LibraryFolder::setCorrected(int files, int of)
+{
+    m_correctedFiles = files;
+    m_toCorrect = of;
+    Q_EMIT correctedFilesChanged();
+}
+
+bool LibraryFolder::setLearners(const QString &file, const QStringList &names)
+{
+    return correct(
+        [file, names](SessionLibrary &library, const ChangeProgress &) {
+            return sessionlibrary::setLearners(library, file, names);
+        },
+        [file](const LearnerChange &change) {
+            return change.left.isEmpty()
+                ? QCoreApplication::translate("cprquick", "The learners of %1 are corrected.")
+                      .arg(file)
+                : QCoreApplication::translate("cprquick",
+                                              "The learners of %1 stay as they were: %2")
+                      .arg(file, change.left.first().reason);
+        });
+}
+
+bool LibraryFolder::renameLearner(const QString &name, const QString &newName)
+{
+    const QString wanted = storedName(newName).simplified();
+    if (wanted.isEmpty() || wanted == name)
+        return false;
+    return correct(
+        [name, wanted](SessionLibrary &library, const ChangeProgress &progress) {
+            return sessionlibrary::renameLearner(library, name, wanted, {}, progress);
+        },
+        [this, name, wanted](const LearnerChange &change) {
+            if (change.isComplete()) {
+                Q_EMIT renamed(name, wanted);
+                return QCoreApplication::translate("cprquick", "%1 is called %2 in %n session(s).",
+                                                   nullptr, change.changed.size())
+                    .arg(name, wanted);
+            }
+            constexpr int maxTold = 3;
+            QStringList left;
+            for (const FileProblem &problem : change.left.mid(0, maxTold))
+                left.append(QStringLiteral("%1: %2").arg(problem.file, problem.reason));
+            if (change.left.size() > maxTold)
+                left.append(QStringLiteral("…"));
+            return QCoreApplication::translate("cprquick",
+                                               "%n session(s) still have the name %1. %2", nullptr,
+                                               change.left.size())
+                .arg(name, left.join(QStringLiteral("; ")));
+        });
+}
+
+bool LibraryFolder::hasLearner(const QString &name)
+{
+    const auto sessions =
+        index() ? m_index.sessionsOf(storedName(name).simplified()) : std::nullopt;
+    return sessions && !sessions->empty();
 }
 
 std::vector<sessionreview::SessionResult> LibraryFolder::resultsOf(const QStringList &learners)

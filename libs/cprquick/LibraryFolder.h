@@ -6,6 +6,7 @@
 
 #include "cprquick_export.h"
 
+#include <sessionlibrary/LearnerChange.h>
 #include <sessionlibrary/LibraryWatcher.h>
 
 #include <QObject>
@@ -13,6 +14,9 @@
 #include <QSet>
 #include <QStringList>
 #include <QtQml/qqml.h>
+
+#include <atomic>
+#include <functional>
 
 class QThread;
 
@@ -38,14 +42,19 @@ class CPRQUICK_EXPORT LibraryFolder : public QObject {
     Q_PROPERTY(QString problem      READ problem                  NOTIFY problemChanged)
     /// Somebody scans, or works for this folder on a thread.
     Q_PROPERTY(bool    isBusy       READ isBusy                   NOTIFY isBusyChanged)
-    /// Learners are being corrected in an archive; corrected() comes at the end.
+    /// Learners are being corrected in archives; corrected() comes at the end.
     Q_PROPERTY(bool    isCorrecting READ isCorrecting             NOTIFY isCorrectingChanged)
+    /// @{
+    /// Of the correction that runs, or of the last: how many archives are done, of how many.
+    Q_PROPERTY(int     correctedFiles READ correctedFiles         NOTIFY correctedFilesChanged)
+    Q_PROPERTY(int     toCorrect    READ toCorrect                NOTIFY correctedFilesChanged)
+    /// @}
     // clang-format on
 
 public:
     /// Follows no folder yet.
     explicit LibraryFolder(QObject *parent = nullptr);
-    /// Gives up a scan; waits for an archive that is being corrected.
+    /// Gives up a scan and a correction; waits for the archive that is being corrected.
     ~LibraryFolder() override;
 
     /// @{
@@ -58,6 +67,8 @@ public:
     QString problem() const { return m_problem; }
     bool isBusy() const { return isScanning() || isCorrecting() || !m_workers.isEmpty(); }
     bool isCorrecting() const { return m_corrector != nullptr; }
+    int correctedFiles() const { return m_correctedFiles; }
+    int toCorrect() const { return m_toCorrect; }
     /// @}
 
     /// Scans now.
@@ -73,6 +84,13 @@ public:
     /// Makes \a names the learners of an archive and saves it, on a thread of its own. False when
     /// another one is being corrected.
     Q_INVOKABLE bool setLearners(const QString &file, const QStringList &names);
+    /// Has a learner called \a newName in all archives of the folder, on a thread of its own. False
+    /// for an empty name, for the same name, and when another correction runs.
+    Q_INVOKABLE bool renameLearner(const QString &name, const QString &newName);
+    /// Gives the correction that runs up behind the archive that it is at.
+    Q_INVOKABLE void cancelCorrecting() { m_isCancelled = true; }
+    /// Whether somebody is called so in a session of the folder.
+    Q_INVOKABLE bool hasLearner(const QString &name);
 
     /// The name as archives have it: they separate learners by commas, so a name has none there.
     static QString storedName(const QString &name);
@@ -92,13 +110,23 @@ Q_SIGNALS:
     void problemChanged();
     void isBusyChanged();
     void isCorrectingChanged();
+    void correctedFilesChanged();
     /// @}
     /// The list may be another one.
     void changed();
-    /// An archive's learners were corrected, or why they were not, for people.
+    /// Learners were corrected, or why they were not, for people.
     void corrected(bool isDone, const QString &text);
+    /// A learner is called \a newName in all archives. Before corrected().
+    void renamed(const QString &name, const QString &newName);
 
 private:
+    /// Runs on a thread of its own, with an index of its own.
+    using Correction = std::function<sessionlibrary::LearnerChange(
+        sessionlibrary::SessionLibrary &, const sessionlibrary::ChangeProgress &)>;
+    using Finish = std::function<QString(const sessionlibrary::LearnerChange &)>; // what is told
+
+    bool correct(const Correction &correction, const Finish &finish);
+    void setCorrected(int files, int of);
     void findProblem();
     void open();
 
@@ -106,6 +134,9 @@ private:
     sessionlibrary::SessionLibrary m_index;
     sessionlibrary::LibraryWatcher m_watcher;
     QThread *m_corrector = nullptr; // a child of this object while it runs
+    std::atomic_bool m_isCancelled = false; // the correction
+    int m_correctedFiles = 0;
+    int m_toCorrect = 0;
     int m_scanned = 0;
     int m_toScan = 0;
     QString m_problem;

@@ -5,6 +5,8 @@
 
 #include "cprquick/PlotSource.h"
 
+#include "sessionreview/LiveClass.h"
+#include "sessionreview/StandClear.h"
 #include "sessionreview/Words.h"
 
 #include <private/Units.h>
@@ -23,7 +25,6 @@ namespace {
 using E = CPREventBase;
 using namespace sessionreview;
 
-constexpr int readingMs = 15; // shorter than a frame
 using Units::msecsPerSecond;
 
 LiveFigures::Side shown(Side side)
@@ -31,23 +32,24 @@ LiveFigures::Side shown(Side side)
     return static_cast<LiveFigures::Side>(side);
 }
 static_assert(int(LiveFigures::Above) == int(Side::Above));
+static_assert(int(LiveFigures::ChangeNow) == int(RescuerChange::Now));
 
 } // namespace
 
 LiveFigures::LiveFigures(QObject *parent) : QObject(parent)
 {
     m_reading.setSingleShot(true);
-    m_reading.setInterval(readingMs);
     connect(&m_reading, &QTimer::timeout, this, &LiveFigures::read);
     connect(&m_watcher, &SessionWatcher::sessionChanged, this, [this] {
         m_areEventsStale = true;
         m_liveAdvice = LiveAdvice();
+        m_scoredAt = notScored;
         usePlot();
         read();
         Q_EMIT sessionChanged();
     });
-    connect(&m_watcher, &SessionWatcher::waveChanged, this, &LiveFigures::readSoon);
-    connect(&m_watcher, &SessionWatcher::timeChanged, this, &LiveFigures::readSoon);
+    connect(&m_watcher, &SessionWatcher::waveChanged, this, [this] { readSoon(m_paceMs); });
+    connect(&m_watcher, &SessionWatcher::timeChanged, this, [this] { readSoon(m_paceMs); });
     connect(&m_watcher, &SessionWatcher::eventAnnounced, this, &LiveFigures::readEventsSoon);
     for (const auto change : {&SessionWatcher::cleared, &SessionWatcher::eventsChanged,
                               &SessionWatcher::summaryChanged, &SessionWatcher::guidelinesChanged})
@@ -66,6 +68,14 @@ void LiveFigures::setActive(bool active)
     else
         m_reading.stop();
     Q_EMIT isActiveChanged();
+}
+
+void LiveFigures::setPace(int msecs)
+{
+    if (msecs == m_paceMs)
+        return;
+    m_paceMs = msecs;
+    Q_EMIT paceChanged();
 }
 
 void LiveFigures::setAt(int msecs)
@@ -94,13 +104,13 @@ int LiveFigures::shownTime() const
 void LiveFigures::readEventsSoon()
 {
     m_areEventsStale = true;
-    readSoon();
+    readSoon(readingMs);
 }
 
-void LiveFigures::readSoon()
+void LiveFigures::readSoon(int msecs)
 {
-    if (m_isActive && !m_reading.isActive())
-        m_reading.start();
+    if (m_isActive && (!m_reading.isActive() || m_reading.remainingTime() > msecs))
+        m_reading.start(msecs);
 }
 
 void LiveFigures::read()
@@ -123,6 +133,7 @@ void LiveFigures::read()
         readWaves(); // goes by the events of that time
     readPause();
     readAdvice();
+    readScoreSoFar();
 }
 
 LiveFigures::WaveFigures LiveFigures::wavesNow() const
@@ -179,13 +190,18 @@ void LiveFigures::readPause()
     if (const CPREvents *events = m_watcher.events()) {
         const int msecs = m_wave.time;
         const RunningPause pause = runningPause(*events, m_latest, m_targets, msecs);
-        now = {pause.msecs / msecsPerSecond, pause.isTooLong, pause.isAskedFor,
+        now = {pause.msecs / msecsPerSecond,
+               pause.isTooLong,
+               pause.isAskedFor,
                m_latest.compression && isOutdated(*m_latest.compression, msecs),
-               m_latest.ventilation && isOutdated(*m_latest.ventilation, msecs)};
+               m_latest.ventilation && isOutdated(*m_latest.ventilation, msecs),
+               sessionreview::isStandClear(m_latest.standClear, msecs),
+               m_score < 0 && sessionreview::areCompressionsDue(m_latest, pause, m_targets, msecs),
+               static_cast<Change>(rescuerChangeAt(m_latest.protocol, msecs))};
     }
     const auto values = [](const Pause &p) {
         return std::tie(p.secs, p.isTooLong, p.isAskedFor, p.isCompressionOutdated,
-                        p.isVentilationOutdated);
+                        p.isVentilationOutdated, p.isStandClear, p.areCompressionsDue, p.change);
     };
     if (values(now) == values(m_pause))
         return;
@@ -193,18 +209,37 @@ void LiveFigures::readPause()
     Q_EMIT pauseChanged();
 }
 
+void LiveFigures::readScoreSoFar()
+{
+    const int secs = m_at < 0 && session() ? m_wave.time / msecsPerSecond : -1;
+    if (std::exchange(m_scoredAt, secs) == secs)
+        return;
+    const SessionReview review = secs < 0 ? SessionReview() : reviewOf(*session());
+    const std::optional<double> score = sessionreview::scoreSoFar(review);
+    const int percent = score ? static_cast<int>(std::lround(*score)) : -1;
+    const int lost = sessionreview::lostMsecs(review);
+    if (percent == m_scoreSoFar && lost == m_lostMs)
+        return;
+    m_scoreSoFar = percent;
+    m_lostMs = lost;
+    Q_EMIT scoreSoFarChanged();
+}
+
 void LiveFigures::readAdvice()
 {
     QString advice;
     Tone tone = Silence;
+    std::pair<Prompt, int> heard(Prompt::None, 0);
     if (!session()) {
         // nothing to say
     } else if (m_score >= 0) {
-        advice = adviceText(figuresOf(*session()).primaryAdvice);
+        const Figures figures = figuresOf(*session());
+        advice = adviceText(figures.primaryAdvice, figures.primarySide);
         tone = Result;
     } else {
         m_liveAdvice.follow(*session(), m_targets, m_wave.time);
         const Prompt prompt = m_liveAdvice.prompt();
+        heard = {prompt, m_liveAdvice.heardAt()};
         advice = promptText(prompt);
         if (isFault(prompt))
             tone = Fault;
@@ -213,11 +248,14 @@ void LiveFigures::readAdvice()
         else if (prompt != Prompt::None)
             tone = Instruction;
     }
-    if (advice == m_advice && tone == m_adviceTone)
-        return;
-    m_advice = advice;
-    m_adviceTone = tone;
-    Q_EMIT adviceChanged();
+    const bool isDue = heard != std::exchange(m_heard, heard);
+    if (advice != m_advice || tone != m_adviceTone) {
+        m_advice = advice;
+        m_adviceTone = tone;
+        Q_EMIT adviceChanged();
+    }
+    if (isDue)
+        Q_EMIT adviceDue();
 }
 
 void LiveFigures::readEvents(const Targets &targets)
@@ -229,6 +267,17 @@ void LiveFigures::readEvents(const Targets &targets)
     const Figures figures = events ? figuresOf(*session()) : Figures();
     m_score = figures.hasScores ? figures.overallScore : -1;
     Q_EMIT eventsChanged();
+}
+
+QString LiveFigures::lastDepthText() const
+{
+    if (!m_latest.compression)
+        return QStringLiteral("–");
+    const double depth = m_latest.compression->depth;
+    const Side side = depthSide();
+    return QString::number(std::lround(side == Below       ? std::floor(depth)
+                                           : side == Above ? std::ceil(depth)
+                                                           : depth));
 }
 
 LiveFigures::Side LiveFigures::depthSide() const

@@ -11,6 +11,7 @@
 #include <QtQml/qqml.h>
 
 #include <memory>
+#include <utility>
 
 namespace cprquick {
 
@@ -19,7 +20,8 @@ class PlotSource;
 /// What a learner sees while training, in the units that people read, with the limits of the
 /// session's own guidelines beside it.
 ///
-/// The figures are read at most once in 15 ms, and not at all while isActive is false.
+/// The figures are read at most once in 15 ms, or as pace says, and not at all while isActive is
+/// false.
 class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_OBJECT
     QML_NAMED_ELEMENT(LiveFigures)
@@ -29,6 +31,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(CPRData *session              READ session  WRITE setSession NOTIFY sessionChanged)
     /// Set it to whether somebody looks. True unless changed.
     Q_PROPERTY(bool     isActive             READ isActive WRITE setActive  NOTIFY isActiveChanged)
+    /// How soon after the waves or the time have changed the figures are read, ms; 15 unless changed.
+    /// Events are read within 15 ms all the same.
+    Q_PROPERTY(int      pace                 READ pace     WRITE setPace    NOTIFY paceChanged)
     /// The session time (ms) of which the figures are, as they stood then; -1, as it is from the
     /// start, for now. Limits, training and the result of the session are those of now always.
     Q_PROPERTY(int      at                   READ at       WRITE setAt      NOTIFY atChanged)
@@ -53,6 +58,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(double   lastReleaseDepth     READ lastReleaseDepth     NOTIFY eventsChanged)
     Q_PROPERTY(int      lastVolume           READ lastVolume           NOTIFY eventsChanged)
     /// @}
+    /// The last depth as a whole number of mm, which is outside the band when the depth is; a dash
+    /// before the first.
+    Q_PROPERTY(QString  lastDepthText        READ lastDepthText        NOTIFY eventsChanged)
     /// The last compression was released completely; true before the first.
     Q_PROPERTY(bool     isReleased           READ isReleased           NOTIFY eventsChanged)
     /// @{
@@ -73,11 +81,24 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     /// @{
     /// One sentence to the learner, which stays long enough to be read, and what kind of sentence
     /// it is; empty while there is nothing to say. Once the manikin has sent its scores it is the
-    /// first advice on the session, and the score stands beside it, in percent; -1 until then.
+    /// first advice on the session.
     Q_PROPERTY(QString  advice               READ advice               NOTIFY adviceChanged)
     Q_PROPERTY(Tone     adviceTone           READ adviceTone           NOTIFY adviceChanged)
-    Q_PROPERTY(int      score                READ score                NOTIFY eventsChanged)
     /// @}
+    /// The AED has everybody stand clear.
+    Q_PROPERTY(bool     isStandClear         READ isStandClear         NOTIFY pauseChanged)
+    /// Somebody should compress now. False once the manikin has sent its scores.
+    Q_PROPERTY(bool     areCompressionsDue   READ areCompressionsDue   NOTIFY pauseChanged)
+    /// The manikin's score of the session, percent; -1 until it has sent it.
+    Q_PROPERTY(int      score                READ score                NOTIFY eventsChanged)
+    /// @{
+    /// Percent of what was done so far that was right, -1 while it is not known; and what the link
+    /// has lost, ms. Read anew once in a second of session time, and only while at is -1.
+    Q_PROPERTY(int      scoreSoFar           READ scoreSoFar           NOTIFY scoreSoFarChanged)
+    Q_PROPERTY(int      lostMsecs            READ lostMsecs            NOTIFY scoreSoFarChanged)
+    /// @}
+    /// Whether two rescuers should change places.
+    Q_PROPERTY(Change   rescuerChange        READ rescuerChange        NOTIFY pauseChanged)
     /// @{
     /// What the AED is at, the last shock and the rhythm, in words; empty while there is none.
     Q_PROPERTY(QString  aed                  READ aed                  NOTIFY eventsChanged)
@@ -119,6 +140,7 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(double   releaseDepth         READ releaseDepth         NOTIFY targetsChanged)
     Q_PROPERTY(int      rateMin              READ rateMin              NOTIFY targetsChanged)
     Q_PROPERTY(int      rateMax              READ rateMax              NOTIFY targetsChanged)
+    Q_PROPERTY(double   rateMiddle           READ rateMiddle           NOTIFY targetsChanged)
     Q_PROPERTY(int      volumeMin            READ volumeMin            NOTIFY targetsChanged)
     Q_PROPERTY(int      volumeMax            READ volumeMax            NOTIFY targetsChanged)
     Q_PROPERTY(int      ventilationRateMin   READ ventilationRateMin   NOTIFY targetsChanged)
@@ -136,6 +158,9 @@ public:
     /// a session that has ended.
     enum Tone { Silence, Praise, Instruction, Fault, Result };
     Q_ENUM(Tone)
+    /// Whether rescuers should take turns at the chest; see sessionreview::RescuerChange.
+    enum Change { NoChange, ChangeSoon, ChangeNow };
+    Q_ENUM(Change)
 
     /// Shows nothing until it has a session.
     explicit LiveFigures(QObject *parent = nullptr);
@@ -148,6 +173,8 @@ public:
     void        setSession(CPRData *session) { m_watcher.setSession(session); }
     bool        isActive() const             { return m_isActive; }
     void        setActive(bool active);
+    int         pace() const                 { return m_paceMs; }
+    void        setPace(int msecs);
     int         at() const                   { return m_at; }
     void        setAt(int msecs);
     int         time() const                 { return m_wave.time; }
@@ -159,6 +186,7 @@ public:
     double      lastDepth() const            { return m_latest.compression ? m_latest.compression->depth : -1; }
     double      lastReleaseDepth() const     { return m_latest.compression ? m_latest.compression->releaseDepth : -1; }
     int         lastVolume() const           { return m_latest.ventilation ? m_latest.ventilation->volume : -1; }
+    QString     lastDepthText() const;
     bool        isReleased() const           { return !m_latest.compression || !m_latest.compression->faults.testFlag(sessionreview::Fault::IncompleteRelease); }
     Side        depthSide() const;
     Side        rateSide() const;
@@ -169,7 +197,12 @@ public:
     QStringList faults() const;
     QString     advice() const               { return m_advice; }
     Tone        adviceTone() const           { return m_adviceTone; }
+    bool        isStandClear() const         { return m_pause.isStandClear; }
+    bool        areCompressionsDue() const   { return m_pause.areCompressionsDue; }
     int         score() const                { return m_score; }
+    int         scoreSoFar() const           { return m_scoreSoFar; }
+    int         lostMsecs() const            { return m_lostMs; }
+    Change      rescuerChange() const        { return m_pause.change; }
     QString     aed() const;
     QString     shock() const;
     QString     rhythm() const;
@@ -189,6 +222,7 @@ public:
     double      releaseDepth() const         { return m_targets.releaseDepth; }
     int         rateMin() const              { return static_cast<int>(m_targets.rate.min); }
     int         rateMax() const              { return static_cast<int>(m_targets.rate.max); }
+    double      rateMiddle() const           { return m_targets.rate.middle(); }
     int         volumeMin() const            { return static_cast<int>(m_targets.volume.min); }
     int         volumeMax() const            { return static_cast<int>(m_targets.volume.max); }
     int         ventilationRateMin() const   { return static_cast<int>(m_targets.ventilationRate.min); }
@@ -197,12 +231,15 @@ public:
     int         ventilationsPerCycle() const { return m_targets.ventilationsPerCycle; }
     /// @}
     // clang-format on
+    /// What adviceDue() has announced last; Prompt::None for nothing.
+    sessionreview::Prompt prompt() const { return m_heard.first; }
 
 Q_SIGNALS:
     /// @{
     /// The properties of that name, or those that notify by it, have changed.
     void sessionChanged();
     void isActiveChanged();
+    void paceChanged();
     void atChanged();
     void timeChanged();
     void timeTextChanged();
@@ -210,16 +247,26 @@ Q_SIGNALS:
     void eventsChanged();
     void pauseChanged();
     void adviceChanged();
+    void scoreSoFarChanged();
     void targetsChanged();
     /// @}
+    /// What prompt() says is due to be heard: it is new, or a fault that stays. Also when there is
+    /// nothing to hear any more.
+    void adviceDue();
 
 private:
+    static constexpr int readingMs = 15; // shorter than a frame
+    static constexpr int notScored = -2; // neither a time nor, as -1, none
+
     struct Pause {
         int secs = 0;
         bool isTooLong = false;
         bool isAskedFor = false;
         bool isCompressionOutdated = false;
         bool isVentilationOutdated = false;
+        bool isStandClear = false;
+        bool areCompressionsDue = false;
+        Change change = NoChange;
     };
     struct WaveFigures {
         int time = 0;
@@ -232,7 +279,7 @@ private:
     int shownTime() const;
     void usePlot();
     void readEventsSoon();
-    void readSoon();
+    void readSoon(int msecs);
     void read();
     void readWaves();
     void readAdvice();
@@ -240,11 +287,13 @@ private:
     WaveFigures wavesThen() const;
     void readEvents(const sessionreview::Targets &targets);
     void readPause();
+    void readScoreSoFar();
 
     SessionWatcher m_watcher;
     std::shared_ptr<PlotSource> m_plot; // the waves; null while no time is asked for
     int m_at = -1;
     QTimer m_reading;
+    int m_paceMs = readingMs;
     bool m_isActive = true;
     bool m_areEventsStale = true;
     WaveFigures m_wave;
@@ -256,7 +305,11 @@ private:
     sessionreview::LiveAdvice m_liveAdvice;
     QString m_advice;
     Tone m_adviceTone = Silence;
+    std::pair<sessionreview::Prompt, int> m_heard{sessionreview::Prompt::None, 0}; // and when
     int m_score = -1;
+    int m_scoreSoFar = -1;
+    int m_lostMs = 0;
+    int m_scoredAt = notScored; // s of session time
     sessionreview::Targets m_targets;
 };
 

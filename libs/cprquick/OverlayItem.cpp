@@ -5,11 +5,10 @@
 
 #include "cprquick/PlotSource.h"
 
-#include <sessionplot/Lanes.h>
+#include <sessionplot/TwoSessions.h>
 
 #include <QPainter>
 
-#include <cmath>
 #include <utility>
 
 namespace cprquick {
@@ -62,33 +61,11 @@ void OverlayItem::paint(QPainter *painter)
     painter->setRenderHint(QPainter::TextAntialiasing);
     painter->fillRect(boundingRect(), style.theme.background);
 
-    // A frame of one line stands around the lane.
-    const qreal bottom = std::floor(height()) - 1 - std::ceil(timeAxisHeight(style));
-    const QRectF plot(QPointF(std::ceil(leftMargin(style)), 0),
-                      QPointF(std::floor(width() - rightMargin(style)), bottom));
-    setPlotArea(plot);
-    if (!(plot.width() > 0) || !(plot.height() > 0) || shownTo() <= shownFrom())
-        return;
-
     const PlotModel none;
-    const int shift = m_otherZero - zero();
-    const LaneContext context{
-        painter, source() ? &source()->model() : &none, &style,
-        TimeScale({shownFrom(), shownTo()}, plot.left(), plot.width(), zero())};
-    const LaneContext otherContext{painter, m_other ? &m_other->model() : &none, &style,
-                                   TimeScale({shownFrom() + shift, shownTo() + shift}, plot.left(),
-                                             plot.width(), m_otherZero)};
-    const auto beside = [](const QRectF &part, qreal left, qreal right) {
-        return QRectF(QPointF(left, part.top()), QPointF(right, part.bottom()));
-    };
-    const QRectF axis(plot.left(), plot.bottom(), plot.width(), height() - plot.bottom());
-    paintGround(context, plot);
-    paintTimeGrid(context, plot);
-    paintTwoDepths(context, otherContext,
-                   {plot, beside(plot, 0, plot.left()), beside(plot, plot.right(), width())},
-                   m_painter, m_otherPainter);
-    paintTimeAxis(context,
-                  {axis, beside(axis, 0, plot.left()), beside(axis, plot.right(), width())});
+    const TwoSessions sessions{source() ? &source()->model() : &none,
+                               m_other ? &m_other->model() : &none, zero(), m_otherZero};
+    setPlotArea(paintOverlay(painter, style, sessions, {shownFrom(), shownTo()}, boundingRect(),
+                             m_painter, m_otherPainter));
 }
 
 } // namespace cprquick

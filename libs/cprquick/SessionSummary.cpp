@@ -3,6 +3,7 @@
 
 #include "cprquick/SessionSummary.h"
 
+#include "sessionreview/ClassFigures.h"
 #include "sessionreview/Scores.h"
 #include "sessionreview/Words.h"
 
@@ -37,7 +38,7 @@ QStringList SessionSummary::learners() const
 {
     QStringList names;
     for (const QString &learner : m_figures.learners)
-        names.append(PrintableText::shown(learner));
+        names.append(PrintableText::shown(sessionreview::learnerText(learner)));
     return names;
 }
 

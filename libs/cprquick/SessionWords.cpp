@@ -11,6 +11,10 @@
 #include <sessionplot/Scales.h>
 
 #include <QAccessible>
+#include <QQuickItem>
+#include <QTimer>
+
+#include <utility>
 
 namespace cprquick {
 
@@ -86,10 +90,27 @@ QString SessionWords::time(int msecs, bool withTenths) const
                                  sessionplot::needsHours({0, msecs}));
 }
 
-void SessionWords::announce(QObject *item) const
+void SessionWords::announce(QObject *item)
 {
-    QAccessibleEvent event(item, QAccessible::Alert);
-    QAccessible::updateAccessibility(&event);
+    // What a page shows of one thing that has happened follows in several steps.
+    if (m_announced.isEmpty())
+        QTimer::singleShot(0, this, &SessionWords::say);
+    if (!m_announced.contains(item))
+        m_announced.append(item);
+}
+
+void SessionWords::say()
+{
+    const auto announced = std::exchange(m_announced, {});
+    for (const QPointer<QObject> &each : announced) {
+        auto *item = qobject_cast<QQuickItem *>(each);
+        if (!QAccessible::isActive() || !item || !item->isVisible())
+            continue;
+        const QAccessibleInterface *spoken = QAccessible::queryAccessibleInterface(item);
+        QAccessibleEvent event(item, QAccessible::Alert);
+        if (spoken && !spoken->text(QAccessible::Name).isEmpty())
+            QAccessible::updateAccessibility(&event);
+    }
 }
 
 } // namespace cprquick

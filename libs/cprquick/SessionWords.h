@@ -7,7 +7,9 @@
 #include "cprquick_export.h"
 
 #include <QObject>
+#include <QPointer>
 #include <QVariant>
+#include <QVector>
 #include <QtQml/qqml.h>
 
 namespace cprquick {
@@ -47,8 +49,14 @@ public:
     Q_INVOKABLE QString remark(const QString &stored) const;
     /// ms of session time: m:ss, or h:mm:ss from two hours on, with tenths when asked for.
     Q_INVOKABLE QString time(int msecs, bool withTenths = false) const;
-    /// Has screen readers say the accessible name of \a item, as something has happened.
-    Q_INVOKABLE void announce(QObject *item) const;
+    /// Has screen readers say the accessible name of \a item, as something has happened: once,
+    /// after all of what happens now, and only while the item is visible and has a name.
+    Q_INVOKABLE void announce(QObject *item);
+
+private:
+    void say();
+
+    QVector<QPointer<QObject>> m_announced; // not said yet
 };
 
 } // namespace cprquick

@@ -296,6 +296,7 @@ private Q_SLOTS:
             events->finalizeIncomingEvent(false, compression(session, 60000 + i * 500, 49.99, 121));
         QTRY_COMPARE(live.compressionsInCycle(), 3);
         QCOMPARE(live.lastDepth(), 49.99);
+        QCOMPARE(live.lastDepthText(), QString("49")); // 50 would be right
         QCOMPARE(live.depthSide(), LiveFigures::Below);
         events->addEvent(ventilation(session, 62000, 700), true);
         session.setSessionTime(83400);
