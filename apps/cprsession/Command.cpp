@@ -11,6 +11,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <limits>
 
 QString fileName(const std::string &argument)
 {
@@ -58,6 +59,33 @@ sessionfiles::LoadResult loadSession(const QString &name, CPRData &session)
     else if (!loaded.hasSession())
         complain(whyNoSession(name));
     return loaded;
+}
+
+bool parseSpeed(const std::string &text, double *speed, QString *error)
+{
+    constexpr double minSpeed = 0.001;
+    constexpr double maxSpeed = 1000;
+    *speed = 0;
+    if (text == "max")
+        return true;
+    bool ok = false;
+    *speed = QString::fromStdString(text).toDouble(&ok);
+    if (ok && *speed >= minSpeed && *speed <= maxSpeed)
+        return true;
+    *error =
+        QStringLiteral("--speed takes a number from %1 to %2, or max").arg(minSpeed).arg(maxSpeed);
+    return false;
+}
+
+std::optional<quint64> parseSeed(const std::string &text, QString *error)
+{
+    bool ok = false; // CLI11 would make the greatest number of -1
+    const quint64 seed = QString::fromStdString(text).toULongLong(&ok);
+    if (ok)
+        return seed;
+    *error = QStringLiteral("--seed takes a whole number from 0 to %1")
+                 .arg(std::numeric_limits<quint64>::max());
+    return std::nullopt;
 }
 
 void showLibraryLog(bool shown)

@@ -13,6 +13,7 @@
 #include <CLI/App.hpp>
 
 #include <functional>
+#include <optional>
 #include <string>
 
 /// What the program answers to the shell.
@@ -30,6 +31,7 @@ struct Run {
 
 /// Each verb adds itself to the command line, and fills in \a run when it is the one asked for.
 void addSimulateCommand(CLI::App &app, Run &run);
+void addSendCommand(CLI::App &app, Run &run);
 void addReplayCommand(CLI::App &app, Run &run);
 void addInfoCommand(CLI::App &app, Run &run);
 void addValidateCommand(CLI::App &app, Run &run);
@@ -38,6 +40,7 @@ void addExportCommand(CLI::App &app, Run &run);
 void addPlotCommand(CLI::App &app, Run &run);
 void addClassCommand(CLI::App &app, Run &run);
 void addReportCommand(CLI::App &app, Run &run);
+void addRecordCommand(CLI::App &app, Run &run);
 void addRecoverCommand(CLI::App &app, Run &run);
 void addLibraryCommand(CLI::App &app, Run &run);
 
@@ -57,6 +60,11 @@ QString whyNoSession(const QString &name);
 /// Loads the archive or recorded log \a name. Complains when it holds no session, or is a log that
 /// could not be read to its end.
 sessionfiles::LoadResult loadSession(const QString &name, CPRData &session);
+/// The factor of --speed: a number from the slowest to the fastest that a clock of ms can pace, 0
+/// for "max". False, with the reason in \a error, for anything else.
+bool parseSpeed(const std::string &text, double *speed, QString *error);
+/// The number of --seed; none, with the reason in \a error, for anything else.
+std::optional<quint64> parseSeed(const std::string &text, QString *error);
 /// Whether the library's own log, which says what it cannot read, goes to stderr.
 void showLibraryLog(bool shown);
 /// One line on stderr that says what was wrong, where, and what to do.

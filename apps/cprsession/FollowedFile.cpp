@@ -7,22 +7,26 @@
 
 #include <QThread>
 
+#include <poll.h>
+#include <unistd.h>
 #include <utility>
 
 namespace {
 
-constexpr unsigned long pollIntervalMs = 50;
+constexpr int pollIntervalMs = 50;
 
 } // namespace
 
 FollowedFile::FollowedFile(const QString &name, std::function<bool()> isOver)
-    : m_file(name), m_isOver(std::move(isOver))
+    : m_file(name), m_isStandardInput(name == QLatin1String("-")), m_isOver(std::move(isOver))
 {
 }
 
 bool FollowedFile::open(OpenMode mode)
 {
-    if (!m_file.open(mode)) {
+    const bool isOpen =
+        m_isStandardInput ? m_file.open(STDIN_FILENO, mode | Unbuffered) : m_file.open(mode);
+    if (!isOpen) {
         setErrorString(m_file.errorString());
         return false;
     }
@@ -32,6 +36,8 @@ bool FollowedFile::open(OpenMode mode)
 
 qint64 FollowedFile::readData(char *data, qint64 maxSize)
 {
+    if (m_isStandardInput)
+        return waitForInput() ? m_file.read(data, maxSize) : 0;
     for (;;) {
         const qint64 count = m_file.read(data, maxSize);
         if (count < 0)
@@ -44,6 +50,18 @@ qint64 FollowedFile::readData(char *data, qint64 maxSize)
         }
         QThread::msleep(pollIntervalMs);
     }
+}
+
+// False when no more is wanted. What hung up, or cannot be polled, is for the read to say.
+bool FollowedFile::waitForInput() const
+{
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    // A signal interrupts the wait: isOver is asked then, too.
+    while (poll(&input, 1, pollIntervalMs) <= 0) {
+        if (m_isOver())
+            return false;
+    }
+    return true;
 }
 
 qint64 FollowedFile::writeData(const char * /*data*/, qint64 /*maxSize*/)

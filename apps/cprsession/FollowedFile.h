@@ -12,6 +12,8 @@
 /// A file that somebody else still writes: a read at its end waits for more, until \a isOver says
 /// that no more is wanted. A file that is cut, replaced or deleted meanwhile gives an error: nobody
 /// will write more of it.
+/// "-" is standard input: a read waits there for what comes, until the writer closes its end or
+/// \a isOver.
 class FollowedFile final : public QIODevice {
 public:
     FollowedFile(const QString &name, std::function<bool()> isOver);
@@ -30,10 +32,12 @@ protected:
     qint64 writeData(const char *data, qint64 maxSize) override;
 
 private:
+    bool waitForInput() const;
     // What happened to the file; null for nothing.
     const char *change() const;
 
     QFile m_file;
+    const bool m_isStandardInput;
     std::function<bool()> m_isOver;
 };
 

@@ -31,14 +31,31 @@ void Progress::setShown(bool shown)
     isWanted = shown;
 }
 
-void Progress::report(qint64 done, qint64 total)
+bool Progress::isDue() const
 {
-    if (!m_isTerminal || total <= 0 || m_sinceShown.elapsed() < intervalMs)
-        return;
-    std::fprintf(stderr, "\r\033[K%s %3d %%", m_what.toLocal8Bit().constData(),
-                 static_cast<int>(100 * done / total));
+    return m_isTerminal && m_sinceShown.elapsed() >= intervalMs;
+}
+
+void Progress::show(const QString &state)
+{
+    std::fprintf(stderr, "\r\033[K%s %s", m_what.toLocal8Bit().constData(),
+                 state.toLocal8Bit().constData());
     m_sinceShown.restart();
     m_isShown = true;
+}
+
+void Progress::report(qint64 done, qint64 total)
+{
+    constexpr int percent = 100;
+    constexpr int width = 3;
+    if (total > 0 && isDue())
+        show(QStringLiteral("%1 %").arg(static_cast<int>(percent * done / total), width));
+}
+
+void Progress::report(const QString &state)
+{
+    if (isDue())
+        show(state);
 }
 
 void Progress::hide()

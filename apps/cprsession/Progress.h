@@ -20,10 +20,15 @@ public:
 
     /// \a done of \a total, in any unit. Cheap enough to be called for every record.
     void report(qint64 done, qint64 total);
+    /// The same for work that has no end to count to: \a state says in words how far it is.
+    void report(const QString &state);
     /// Clears the line, for another one to be written; the next report shows it again.
     void hide();
 
 private:
+    bool isDue() const;
+    void show(const QString &state);
+
     QString m_what;
     bool m_isTerminal;
     bool m_isShown = false;

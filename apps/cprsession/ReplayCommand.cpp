@@ -34,9 +34,6 @@ struct ReplayOptions {
     bool force = false;
 };
 
-constexpr double minSpeed = 0.001;
-constexpr double maxSpeed = 1000;
-
 volatile std::sig_atomic_t interrupted = 0;
 
 extern "C" void onInterrupt(int)
@@ -68,18 +65,6 @@ private:
     double m_speed;
     QElapsedTimer m_clock;
 };
-
-// The factor for "max" (0) or a number between the slowest and the fastest that a clock of ms can
-// pace.
-bool parseSpeed(const std::string &text, double *speed)
-{
-    *speed = 0;
-    if (text == "max")
-        return true;
-    bool ok = false;
-    *speed = QString::fromStdString(text).toDouble(&ok);
-    return ok && *speed >= minSpeed && *speed <= maxSpeed;
-}
 
 // The manikin has sent all it will send.
 bool isComplete(const CPRData &session)
@@ -197,26 +182,9 @@ ExitStatus saveWhatWasPlayed(const ReplayOptions &options, const Played &played,
                 + QStringLiteral("; \"cprsession recover\" saves what can be played"));
 }
 
-ExitStatus runReplay(const ReplayOptions &options)
+// Opens the file of a log. A status when it cannot be played into target.
+std::optional<ExitStatus> openLog(FollowedFile &log, const QString &logName, const QString &target)
 {
-    double speed = 0;
-    if (!parseSpeed(options.speed, &speed))
-        return refuse(QStringLiteral("--speed takes a number from %1 to %2, or max")
-                          .arg(minSpeed)
-                          .arg(maxSpeed));
-    const QString target = fileName(options.session);
-    const QString logName = fileName(options.log);
-    if (!mayWrite(target, {logName}, options.force))
-        return ExitStatus::WrongUsage;
-    if (const std::optional<QString> reason = whyNotSaved(target))
-        return fail(*reason);
-
-    CPRData session;
-    SessionJournal journal;
-    FollowedFile log(logName, [&options, &session, &journal] {
-        journal.syncWhenDue();
-        return !options.follow || interrupted || isComplete(session);
-    });
     if (!QFileInfo(logName).isFile() || !log.open(QIODevice::ReadOnly))
         return fail(QStringLiteral("%1 cannot be read; is it there and a file?").arg(logName));
     if (sessionfiles::isForeignArchive(logName))
@@ -227,12 +195,42 @@ ExitStatus runReplay(const ReplayOptions &options)
         return refuse(
             QStringLiteral("%1 is the journal of %2; \"cprsession recover %1 -o %2\" plays it")
                 .arg(logName, target));
+    return std::nullopt;
+}
+
+ExitStatus runReplay(const ReplayOptions &options)
+{
+    double speed = 0;
+    QString error;
+    if (!parseSpeed(options.speed, &speed, &error))
+        return refuse(error);
+    const QString target = fileName(options.session);
+    const QString logName = fileName(options.log);
+    if (!mayWrite(target, {logName}, options.force))
+        return ExitStatus::WrongUsage;
+    if (const std::optional<QString> reason = whyNotSaved(target))
+        return fail(*reason);
+
+    CPRData session;
+    SessionJournal journal;
+    const bool isStandardInput = logName == QLatin1String("-");
+    FollowedFile log(logName, [&options, &session, &journal, isStandardInput] {
+        journal.syncWhenDue();
+        return interrupted || (!isStandardInput && (!options.follow || isComplete(session)));
+    });
+    if (isStandardInput && !log.open(QIODevice::ReadOnly))
+        return fail(QStringLiteral("standard input cannot be read: %1").arg(log.errorString()));
+    if (!isStandardInput) {
+        if (const auto status = openLog(log, logName, target))
+            return *status;
+    }
     if (const auto status = openJournal(journal, target, options.force))
         return *status;
-    if (options.follow || speed > 0)
+    if (options.follow || isStandardInput || speed > 0)
         std::signal(SIGINT, onInterrupt); // ends the session, which is then saved
 
-    manikinlog::ManikinLogReader reader(&log, logName);
+    manikinlog::ManikinLogReader reader(
+        &log, isStandardInput ? QStringLiteral("standard input") : logName);
     Played played;
     {
         Progress progress(QStringLiteral("Replaying"));
@@ -251,7 +249,9 @@ void addReplayCommand(CLI::App &app, Run &run)
     const auto options = std::make_shared<ReplayOptions>();
     CLI::App *command =
         app.add_subcommand("replay", "Play a recorded manikin log into a session and save it");
-    command->add_option("log", options->log, "The recorded log")->required()->type_name("LOG");
+    command->add_option("log", options->log, "The recorded log; - is standard input")
+        ->required()
+        ->type_name("LOG");
     command->add_option("-o,--output", options->session, "The session archive to write")
         ->required()
         ->type_name("SESSION.zip");
@@ -267,10 +267,11 @@ void addReplayCommand(CLI::App &app, Run &run)
                       "Replace an archive that exists, and the journal of a killed run");
     command->footer(
         "While it runs, SESSION.zip.journal holds the session, for \"cprsession recover\".\n"
-        "Of a log that is cut, and with --follow of one that is damaged, replaced or deleted,\n"
-        "the session up to there is saved, with exit status 1.\n"
+        "Of a log that is cut, and with --follow, or from standard input, of one that is\n"
+        "damaged, replaced or deleted, the session up to there is saved, with exit status 1.\n"
         "Examples:\n"
         "  cprsession replay monday.cprlog -o monday.zip\n"
-        "  cprsession replay live.cprlog -o live.zip --follow");
+        "  cprsession replay live.cprlog -o live.zip --follow\n"
+        "  zcat monday.cprlog.gz | cprsession replay - -o monday.zip");
     command->callback([options, &run] { run.verb = [options] { return runReplay(*options); }; });
 }

@@ -15,7 +15,6 @@
 
 #include <QDateTime>
 
-#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -146,17 +145,15 @@ ExitStatus runSimulate(const SimulateOptions &options)
     const std::optional<Scenario> scenario = requestedScenario(options, &error);
     if (!scenario)
         return refuse(error);
-    bool isSeed = false; // CLI11 would make the greatest number of -1
-    const quint64 seed = QString::fromStdString(options.seed).toULongLong(&isSeed);
-    if (!isSeed)
-        return refuse(QStringLiteral("--seed takes a whole number from 0 to %1")
-                          .arg(std::numeric_limits<quint64>::max()));
+    const std::optional<quint64> seed = parseSeed(options.seed, &error);
+    if (!seed)
+        return refuse(error);
     const bool isLog = !options.log.empty();
     const QString target = fileName(isLog ? options.log : options.session);
     if (!mayWrite(target, {}, options.force))
         return ExitStatus::WrongUsage;
 
-    Simulator simulator(*scenario, seed);
+    Simulator simulator(*scenario, *seed);
     const std::optional<QString> reason =
         isLog ? writeLog(simulator, target) : writeSession(simulator, target);
     return reason ? fail(*reason) : ExitStatus::Done;

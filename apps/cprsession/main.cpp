@@ -76,7 +76,9 @@ ExitStatus runProgram(int argc, char *argv[])
 
     Run run;
     addSimulateCommand(app, run);
+    addSendCommand(app, run);
     addReplayCommand(app, run);
+    addRecordCommand(app, run);
     addInfoCommand(app, run);
     addValidateCommand(app, run);
     addDiffCommand(app, run);

@@ -148,6 +148,8 @@ private Q_SLOTS:
         row("unknown picture", {"plot", "session.zip", "-o", "target.bmp"}, 2, "target.bmp");
         row("size of nothing", {"plot", "session.zip", "-o", "target.png", "--size", "0x5"}, 2,
             "0x5");
+        row("record from anywhere", {"record", "--from", "tcp:0.0.0.0:1", "-o", "."}, 2, "--from");
+        row("record into nowhere", {"record", "--from", "-", "-o", "no"}, 1, "no cannot");
         row("unknown scenario", {"simulate", "--scenario", "sleepy", "--to", "target.zip"}, 2,
             "sleepy");
         row("unwritable log", {"simulate", "-o", "no/target.cprlog"}, 1, "no/target.cprlog");
@@ -653,8 +655,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, option);
         const Answer answer = run({"generate", QTest::currentDataTag()});
         QCOMPARE(answer.status, 0);
-        for (const char *verb : {"simulate", "replay", "recover", "info", "validate", "export",
-                                 "plot", "diff", "report", "class"})
+        for (const char *verb : {"simulate", "replay", "record", "recover", "info", "validate",
+                                 "export", "plot", "diff", "report", "class"})
             QVERIFY2(answer.output.contains(verb), verb);
         QVERIFY2(answer.output.contains(option), answer.output.constData());
         QVERIFY(!answer.output.contains("generate"));
