@@ -103,11 +103,6 @@ int protocolOf(const QString &text)
     return -1;
 }
 
-QString storable(const QString &name)
-{
-    return cprquick::LibraryFolder::storedName(name).simplified().left(maxNameLength);
-}
-
 // What spreadsheets write is UTF-8, with a mark at its begin or without, or of an older kind.
 QString decoded(const QByteArray &bytes)
 {
@@ -129,9 +124,9 @@ ClassList::ClassList(const QString &file, QObject *parent) : QObject(parent), m_
         const QString name = storable(entry.value(QLatin1String("name")).toString());
         const int protocol = entry.value(QLatin1String("protocol")).toInt(-1);
         if (!name.isEmpty() && count() < maxEntries)
-            m_entries.append({name, entry.value(QLatin1String("manikin")).toString(),
-                              protocol < protocols ? std::max(protocol, -1) : -1,
-                              entry.value(QLatin1String("sessions")).toInt()});
+            append({name, entry.value(QLatin1String("manikin")).toString(),
+                    protocol < protocols ? std::max(protocol, -1) : -1,
+                    entry.value(QLatin1String("sessions")).toInt()});
     }
     m_next = m_entries.isEmpty()
         ? -1
@@ -141,6 +136,19 @@ ClassList::ClassList(const QString &file, QObject *parent) : QObject(parent), m_
 }
 
 ClassList::~ClassList() = default;
+
+void ClassList::append(Entry entry)
+{
+    entry.id = ++m_lastId;
+    m_entries.append(entry);
+}
+
+int ClassList::numberOf(int id) const
+{
+    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [id](const Entry &entry) { return entry.id == id; });
+    return found == m_entries.end() ? -1 : static_cast<int>(found - m_entries.begin());
+}
 
 void ClassList::store()
 {
@@ -263,7 +271,8 @@ int ClassList::add(const QString &text)
         return 0;
     if (m_entries.isEmpty())
         m_day = QDate::currentDate().toString(Qt::ISODate);
-    m_entries += added;
+    for (const Entry &entry : added)
+        append(entry);
     m_next = std::max(m_next, 0);
     store();
     return added.size();
@@ -331,11 +340,82 @@ void ClassList::restart()
     store();
 }
 
-void ClassList::endSession(int number)
+void ClassList::endSession(int id)
 {
-    if (number < 0 || number >= count())
+    const int number = numberOf(id);
+    if (number < 0)
         return;
     ++m_entries[number].sessions;
     m_next = (number + 1) % count();
     store();
+}
+
+void ClassList::takeSessionBack(int id)
+{
+    const int number = numberOf(id);
+    if (number < 0 || m_entries.at(number).sessions == 0) // the class has begun anew
+        return;
+    --m_entries[number].sessions;
+    store();
+}
+
+void ClassList::rename(const QString &name, const QString &newName)
+{
+    bool isFound = false;
+    for (Entry &entry : m_entries) {
+        if (entry.name != name)
+            continue;
+        entry.name = storable(newName);
+        isFound = true;
+    }
+    if (isFound)
+        store();
+}
+
+QString ClassList::callNext(const QString &manikin, const QStringList &busy)
+{
+    int called = -1;
+    int calledRank = 3; // worse than every one
+    for (int step = 0; step < count(); ++step) {
+        const int number = (m_next + step) % count();
+        const Entry &entry = m_entries.at(number);
+        const int rank = entry.manikin == manikin ? 0 : entry.manikin.isEmpty() ? 1 : 2;
+        if (rank < calledRank && !busy.contains(entry.name)) {
+            called = number;
+            calledRank = rank;
+        }
+    }
+    if (called < 0)
+        return QString();
+    const QString name = m_entries.at(called).name;
+    int next = m_next; // who was passed over is not forgotten
+    for (int step = 0; step < count() && (next == called || busy.contains(m_entries.at(next).name));
+         ++step)
+        next = (next + 1) % count();
+    setNext(next);
+    return name;
+}
+
+int ClassList::protocolFor(const QString &name) const
+{
+    const auto found = std::find_if(m_entries.begin(), m_entries.end(),
+                                    [&name](const Entry &entry) { return entry.name == name; });
+    return found == m_entries.end() ? -1 : found->protocol;
+}
+
+void ClassList::countSession(const QString &name)
+{
+    for (Entry &entry : m_entries) {
+        if (entry.name != name)
+            continue;
+        ++entry.sessions;
+        store();
+        return;
+    }
+}
+
+// What is stored in a session comes back as it is in the list.
+QString ClassList::storable(const QString &name)
+{
+    return cprquick::LibraryFolder::storedName(name).simplified().left(maxNameLength);
 }

@@ -41,6 +41,7 @@ public:
         QString manikin;
         int protocol = -1;
         int sessions = 0;
+        int id = 0; ///< which the entry keeps while the program runs, whatever is moved or removed
     };
     static constexpr int maxEntries = 500;
 
@@ -74,8 +75,25 @@ public:
     Q_INVOKABLE void clear();
     /// The class begins today: nobody has done a session, and the first learner is next.
     Q_INVOKABLE void restart();
-    /// The learner of that number has done a session; the one behind is next.
-    void endSession(int number);
+    /// The learner with \a id, an entry's, has done a session; the one behind is next. Nothing when
+    /// the learner is not in the list any more.
+    void endSession(int id);
+    /// That session was thrown away: it does not count.
+    void takeSessionBack(int id);
+    /// The learner \a name is \a newName from now on.
+    void rename(const QString &name, const QString &newName);
+
+    /// The learner who trains next on \a manikin, and is not in \a busy: one who is meant for it,
+    /// else one who is meant for none, else anybody. Empty for nobody. Who is next stays so; when
+    /// that is the one who was called, or somebody busy, the first one behind is who is neither.
+    QString callNext(const QString &manikin, const QStringList &busy);
+    /// The protocol of the learner \a name; -1 for any.
+    int protocolFor(const QString &name) const;
+    /// The learner \a name, if it is one of the list, has done a session.
+    void countSession(const QString &name);
+
+    /// \a name as a session can hold it; may be empty.
+    static QString storable(const QString &name);
 
 Q_SIGNALS:
     void changed();
@@ -84,11 +102,14 @@ Q_SIGNALS:
 
 private:
     void store();
+    void append(Entry entry);
+    int numberOf(int id) const;
 
     QString m_file;
     QVector<Entry> m_entries;
     int m_next = -1;
     int m_minutes = 0;
+    int m_lastId = 0;
     QString m_day;
 };
 

@@ -5,6 +5,7 @@
 
 #include "private/Terminal.h"
 
+#include <manikinlink/LinkAddress.h>
 #include <manikinsim/Scenario.h>
 #include <private/Units.h>
 
@@ -17,6 +18,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace {
 
@@ -24,6 +26,7 @@ constexpr char version[] = "cprviewer " CPRVIEWER_VERSION;
 constexpr int minWidth = 960;
 constexpr int minHeight = 600;
 constexpr int maxSide = 16384;
+constexpr int maxManikins = 12; // as many as the page of a class is made for
 constexpr double minSpeed = 0.001;
 constexpr double maxSpeed = 1000;
 constexpr int maxSecs = std::numeric_limits<int>::max() / Units::msecsPerSecond; // of session time
@@ -62,6 +65,7 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         std::string file;
         std::string scenario;
         std::string log;
+        std::vector<std::string> addresses;
         std::string compared;
         std::string page;
         std::string library;
@@ -82,24 +86,31 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     });
     app.add_option("session", given.file, "Session archive or recorded log to look over")
         ->type_name("SESSION.zip|LOG");
-    CLI::Option *live = app.add_option("--live", given.scenario, "Start the simulated manikin")
-                            ->type_name("SCENARIO");
+    CLI::Option *live =
+        app.add_option("--live", given.scenario, "Start the simulated manikin; several are a class")
+            ->type_name("SCENARIO[,SCENARIO...]");
     app.add_option("--seed", seed, "The same scenario and seed give the same session every time")
         ->capture_default_str()
         ->check(CLI::Range(0, std::numeric_limits<int>::max()));
     app.add_option("--replay", given.log, "Play a recorded log as if it came from the manikin")
         ->type_name("LOG")
         ->excludes(live);
+    app.add_option("--from", given.addresses,
+                   "Listen for manikins: tcp:PORT, local:NAME, mqtt:HOST:PORT/SITE, or - for one "
+                   "on standard input")
+        ->type_name("ADDRESS")
+        ->allow_extra_args(false);
     app.add_option("--speed", speed, "1 lets a live session run in real time, 2 twice as fast")
         ->capture_default_str();
     app.add_option("--at", given.at, "Begin a live session at this session time, s");
     app.add_option("--compare", given.compared, "Show the session beside this one")
         ->type_name("SESSION.zip|LOG");
-    app.add_option("--page", given.page,
-                   "The page to begin with: live, review, or of the library sessions, learners, "
-                   "learner, class or class-list")
-        ->check(CLI::IsMember(
-            {"live", "review", "sessions", "learners", "learner", "class", "class-list"}));
+    app.add_option(
+           "--page", given.page,
+           "The page to begin with: live, review, manikins, or of the library sessions, learners, "
+           "learner, class or class-list")
+        ->check(CLI::IsMember({"live", "review", "manikins", "sessions", "learners", "learner",
+                               "class", "class-list"}));
     app.add_option("--library", given.library,
                    "Folder of session archives, instead of the one that was chosen")
         ->type_name("FOLDER");
@@ -107,6 +118,8 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
         ->type_name("NAME");
     app.add_option("--class", given.classList, "Learners that are added to the class list")
         ->type_name("FILE.csv");
+    app.add_flag("--learner-view", hasLearnerView,
+                 "Open the learner's window, for another display; a picture is of it");
     app.add_option("--screenshot", given.screenshot, "Write a picture of the page, and exit")
         ->type_name("FILE.png");
     app.add_option("--size", given.size,
@@ -119,6 +132,8 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
                "  cprviewer monday.zip\n"
                "  cprviewer monday.zip --compare spring.zip\n"
                "  cprviewer --live beginner --seed 7\n"
+               "  cprviewer --live good,shallow,aed --class monday.csv\n"
+               "  cprviewer --from local:cpr\n"
                "  cprviewer --replay monday.cprlog --speed 4\n"
                "  cprviewer --live aed --at 60 --screenshot live.png --dark\n"
                "Exit status: 0 done; 1 the input cannot be read, or the output cannot be written; "
@@ -130,8 +145,12 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     }
 
     file = fromShell(given.file);
-    scenario = fromShell(given.scenario);
+    scenarios = fromShell(given.scenario).split(QLatin1Char(','));
+    if (given.scenario.empty())
+        scenarios.clear();
     log = fromShell(given.log);
+    for (const std::string &address : given.addresses)
+        addresses.append(fromShell(address));
     compared = fromShell(given.compared);
     page = fromShell(given.page);
     library = fromShell(given.library);
@@ -166,13 +185,24 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     if (!compared.isEmpty() && file.isEmpty() && !isLive())
         return refuse(
             QStringLiteral("--compare needs a session that is compared with %1").arg(compared));
-    if (!scenario.isEmpty() && !manikinsim::Scenario::find(scenario)) {
+    if (scenarios.size() > maxManikins)
+        return refuse(QStringLiteral("--live takes up to %1 scenarios").arg(maxManikins));
+    for (const QString &scenario : std::as_const(scenarios)) {
+        if (manikinsim::Scenario::find(scenario))
+            continue;
         QStringList names;
         for (const manikinsim::Scenario &known : manikinsim::Scenario::all())
             names.append(known.name);
         return refuse(QStringLiteral("there is no scenario \"%1\"; there are %2")
                           .arg(scenario, names.join(QLatin1String(", "))));
     }
+    for (const QString &address : std::as_const(addresses)) {
+        QString error;
+        if (!manikinlink::LinkAddress::parse(address, &error))
+            return refuse(error);
+    }
+    if (!addresses.isEmpty() && !screenshot.isEmpty())
+        return refuse(QStringLiteral("--from waits for manikins, which no picture does"));
     if (!library.isEmpty() && !QFileInfo(library).isDir()) {
         complain(QStringLiteral("there is no folder %1").arg(library));
         return ExitStatus::Failed;

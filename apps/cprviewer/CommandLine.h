@@ -6,6 +6,7 @@
 
 #include <QSize>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -19,9 +20,10 @@ enum class ExitStatus {
 /// What the command line asks for.
 struct CommandLine {
     QString file; ///< archive or log to open
-    QString scenario; ///< of the simulated manikin
+    QStringList scenarios; ///< of the simulated manikins
     int seed = 1;
     QString log; ///< to replay live
+    QStringList addresses; ///< where manikins are listened for
     QString compared; ///< archive or log to compare the session with
     double speed = 1;
     std::optional<double> atSecs; ///< of session time; where a live session is to begin
@@ -29,13 +31,14 @@ struct CommandLine {
     QString library; ///< folder of sessions, instead of the one that was chosen
     QString learner; ///< whose page is shown
     QString classList; ///< a file with learners
+    bool hasLearnerView = false;
     QString screenshot;
     QSize size; ///< empty for the usual one
     QString language;
     bool isDark = false;
     bool isLight = false;
 
-    bool isLive() const { return !scenario.isEmpty() || !log.isEmpty(); }
+    bool isLive() const { return !scenarios.isEmpty() || !log.isEmpty(); }
 
     /// Fills in what stands in the arguments. A status when the program is to end with it; then
     /// everything has been said.

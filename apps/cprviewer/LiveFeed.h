@@ -32,6 +32,8 @@ public:
     /// Lets \a entry, a remark or its removal, come in now: into the journal, then into the
     /// session.
     void insert(const manikinlog::Record::Entry &entry);
+    /// What comes from now on goes into \a journal, which is not owned; null for none.
+    void setJournal(manikinlog::SessionJournal *journal) { m_player.setJournal(journal); }
     bool isRunning() const { return m_isRunning; }
     /// stop() was too early: the session goes on from there.
     void resume();

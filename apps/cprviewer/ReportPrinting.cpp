@@ -3,34 +3,50 @@
 
 #include "ReportPrinting.h"
 
+#include "WindowDialogs.h"
+
 #include <QGuiApplication>
 #include <QMarginsF>
+#include <QPrintDialog>
 #include <QPrintPreviewDialog>
 #include <QPrinter>
 #include <QScreen>
-#include <QWindow>
 
-#include <memory>
+namespace {
+
+std::shared_ptr<QPrinter> newPrinter(const QString &title, QPageLayout::Orientation orientation)
+{
+    constexpr QMarginsF margins(15, 12, 15, 12); // mm
+    auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
+    printer->setDocName(title);
+    printer->setPageOrientation(orientation);
+    printer->setPageMargins(margins, QPageLayout::Millimeter);
+    return printer;
+}
+
+} // namespace
 
 void previewReport(const QString &title, QPageLayout::Orientation orientation,
                    const std::function<bool(QPagedPaintDevice *device)> &print)
 {
-    constexpr QMarginsF margins(15, 12, 15, 12); // mm
-    const auto printer = std::make_shared<QPrinter>(QPrinter::HighResolution);
-    printer->setDocName(title);
-    printer->setPageOrientation(orientation);
-    printer->setPageMargins(margins, QPageLayout::Millimeter);
+    const auto printer = newPrinter(title, orientation);
     auto *dialog = new QPrintPreviewDialog(printer.get());
-    dialog->setAttribute(Qt::WA_DeleteOnClose);
-    dialog->setWindowTitle(title);
-    dialog->setWindowModality(Qt::ApplicationModal);
     QObject::connect(dialog, &QPrintPreviewDialog::paintRequested, dialog,
                      [print](QPrinter *device) { print(device); });
     // The dialog prints on it until it is gone.
     QObject::connect(dialog, &QObject::destroyed, [printer] {});
     constexpr double share = 0.8;
     dialog->resize(QGuiApplication::primaryScreen()->availableSize() * share);
-    dialog->winId(); // makes the window that belongs to the viewer's
-    dialog->windowHandle()->setTransientParent(QGuiApplication::focusWindow());
-    dialog->open();
+    openDialog(dialog, title);
+}
+
+void choosePrinter(const QString &title,
+                   const std::function<void(const std::shared_ptr<QPrinter> &printer)> &print)
+{
+    const auto printer = newPrinter(title, QPageLayout::Portrait);
+    auto *dialog = new QPrintDialog(printer.get());
+    dialog->setOption(QAbstractPrintDialog::PrintPageRange, false);
+    QObject::connect(dialog, qOverload<QPrinter *>(&QPrintDialog::accepted), dialog,
+                     [printer, print] { print(printer); });
+    openDialog(dialog, title);
 }

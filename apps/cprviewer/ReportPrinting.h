@@ -8,13 +8,19 @@
 #include <QString>
 
 #include <functional>
+#include <memory>
 
 class QPagedPaintDevice;
+class QPrinter;
 
 /// Opens a window with the pages as they will be printed, in which printer and paper are chosen.
 /// \a print draws them; it is called again whenever they change, until the window is closed. Needs
 /// a QApplication.
 void previewReport(const QString &title, QPageLayout::Orientation orientation,
                    const std::function<bool(QPagedPaintDevice *device)> &print);
+
+/// Asks for a printer, and calls \a print with it. Needs a QApplication.
+void choosePrinter(const QString &title,
+                   const std::function<void(const std::shared_ptr<QPrinter> &printer)> &print);
 
 #endif

@@ -8,6 +8,8 @@
 #include "private/AtomicFile.h"
 
 #include <QCoreApplication>
+#include <QQmlEngine>
+#include <QQmlIncubationController>
 #include <QQuickItem>
 #include <QQuickWindow>
 
@@ -38,6 +40,13 @@ void Screenshot::grab()
 {
     if (m_viewer->isLoading() || m_viewer->other()->isLoading() || m_viewer->library()->isBusy())
         return; // a signal comes at its end
+    // A busy machine may not have shown the window yet, nor made what lists make piece by piece.
+    const QQmlIncubationController *pieces = qmlEngine(m_window)->incubationController();
+    if (m_window->contentItem()->size().isEmpty()
+        || (pieces && pieces->incubatingObjectCount() > 0)) {
+        m_quiet.start();
+        return;
+    }
     // QQuickWindow::grabWindow() gives nothing where there is no display.
     m_grab = m_window->contentItem()->grabToImage();
     if (m_grab)

@@ -9,14 +9,20 @@
 #include "sessionfiles/TableWriter.h"
 
 #include <CPRData.h>
+#include <CPREventSessionScore.h>
+#include <CPREventSessionStatistics.h>
 #include <sessionplot/ClassReport.h>
 #include <sessionplot/PictureFile.h>
 #include <sessionplot/SessionReport.h>
+#include <sessionreview/SessionComparison.h>
+#include <sessionreview/Words.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QLocale>
+#include <QPagedPaintDevice>
+#include <QPainter>
 #include <QSize>
 
 namespace {
@@ -32,12 +38,12 @@ QString cannotWrite(const QString &name, const QString &reason)
 
 Written done(const QString &name)
 {
-    return {true, true, name, {}, {}, false};
+    return {true, true, name, {}, {}, false, {}};
 }
 
 Written failed(const QString &name, const QString &problem)
 {
-    return {false, false, name, {}, problem, false};
+    return {false, false, name, {}, problem, false, {}};
 }
 
 // False, with the reason, when the copy is not on the disk.
@@ -56,6 +62,65 @@ bool copyFile(const QString &from, const QString &to, QString *reason)
     return isCopied;
 }
 
+// With the separators that spreadsheets of the default locale expect.
+Written writeCsv(const QString &name, const QVector<TableWriter::Column> &columns,
+                 const std::function<bool(const SessionTable::WriteRow &write)> &writeRows)
+{
+    AtomicFile file(name);
+    if (!file.open(QIODevice::WriteOnly))
+        return failed(name, cannotWrite(name, file.errorString()));
+    const bool hasComma = QLocale().decimalPoint() == QLatin1Char(',');
+    const auto writer = TableWriter::csv(&file, QString(QLatin1Char(hasComma ? ';' : ',')));
+    const bool isWritten = writer->begin(columns)
+        && writeRows([&writer](const TableWriter::Row &row) { return writer->write(row); })
+        && writer->end() && file.finish();
+    return isWritten ? done(name) : failed(name, cannotWrite(name, file.errorString()));
+}
+using MakeReport = std::function<bool(const QString &archive,
+                                      const sessionplot::SessionReport &report, QString *problem)>;
+
+// Calls \a make for each archive until \a advance says that it is enough.
+Written makeReports(const QString &name, const QStringList &archives,
+                    const SessionExport::ReportNotes &notes, const SessionExport::Advance &advance,
+                    const MakeReport &make)
+{
+    QStringList problems;
+    const int count = archives.size();
+    for (int i = 0; i < count; ++i) {
+        if (!advance(i, count)) {
+            problems.prepend(
+                QCoreApplication::translate("cprviewer", "Cancelled: %1 of %2 reports are made.")
+                    .arg(i - problems.size())
+                    .arg(count));
+            break;
+        }
+        const QString &archive = archives.at(i);
+        CPRData session;
+        const sessionfiles::LoadResult loaded = sessionfiles::load(archive, session);
+        QString problem =
+            QCoreApplication::translate("cprviewer", "%1 cannot be read as a session").arg(archive);
+        bool isMade = loaded.hasSession();
+        if (isMade) {
+            const sessionplot::PlotModel model(session);
+            sessionplot::SessionReport report(model);
+            report.setDamaged(!loaded.isComplete);
+            report.setEarlier(
+                sessionreview::earlierOf(sessionreview::resultOf(model.review()), notes.results));
+            isMade = make(archive, report, &problem);
+        }
+        if (!isMade)
+            problems.append(problem);
+    }
+    if (problems.isEmpty())
+        return done(name);
+    QString told = problems.first();
+    const int more = problems.size() - 1;
+    if (more > 0)
+        told += QLatin1Char(' ')
+            + QCoreApplication::translate("cprviewer", "(and %n more)", nullptr, more);
+    return {true, false, name, {}, told, false, {}};
+}
+
 } // namespace
 
 QString SessionExport::nameToKeep(const QString &name)
@@ -71,10 +136,21 @@ QString SessionExport::nameToKeep(const QString &name)
     return kept;
 }
 
+std::unique_ptr<CPRData> SessionExport::copyAsListed(const CPRData &session)
+{
+    auto copy = std::make_unique<CPRData>(session);
+    const auto &listed = session.cprEvents()->events();
+    if (!listed.contains(session.cprEvents()->sessionStatistics()))
+        delete copy->cprEvents()->sessionStatistics();
+    if (!listed.contains(session.cprEvents()->sessionScore()))
+        delete copy->cprEvents()->sessionScore();
+    return copy;
+}
+
 Written SessionExport::writeArchive(const QString &name, CPRData &session)
 {
     const sessionfiles::SaveResult saved = sessionfiles::save(name, session);
-    return {saved.isSaved, saved.isComplete, name, {}, saved.reason, false};
+    return {saved.isSaved, saved.isComplete, name, {}, saved.reason, false, {}};
 }
 
 Written SessionExport::replaceDamaged(const QString &name, CPRData &session)
@@ -94,16 +170,73 @@ Written SessionExport::writeTable(const QString &name, const QString &what, cons
     const auto table = SessionTable::create(what, {}, &reason);
     if (!table)
         return failed(name, reason);
-    AtomicFile file(name);
-    if (!file.open(QIODevice::WriteOnly))
-        return failed(name, cannotWrite(name, file.errorString()));
-    const bool hasComma = QLocale().decimalPoint() == QLatin1Char(',');
-    const auto writer = TableWriter::csv(&file, QString(QLatin1Char(hasComma ? ';' : ',')));
-    const bool isWritten = writer->begin(table->columns())
-        && table->writeRows(session,
-                            [&writer](const TableWriter::Row &row) { return writer->write(row); })
-        && writer->end() && file.finish();
-    return isWritten ? done(name) : failed(name, cannotWrite(name, file.errorString()));
+    return writeCsv(name, table->columns(), [&](const SessionTable::WriteRow &write) {
+        return table->writeRows(session, write);
+    });
+}
+
+Written SessionExport::writeComparison(const QString &name, const Compared &compared)
+{
+    using sessionreview::ComparedFigure;
+    const sessionreview::SessionReview &a = compared.model->review();
+    const sessionreview::SessionReview &b = compared.other->review();
+    const auto comparison = sessionreview::comparisonOf(a, b);
+    const auto startOf = [](const sessionreview::SessionReview &review) {
+        return review.figures.start().toUTC().toString(Qt::ISODate);
+    };
+    const auto rows = [&](const SessionTable::WriteRow &write) {
+        const auto head = [&write](const char *key, const QVariant &one, const QVariant &other) {
+            return write({QLatin1String(key), {}, {}, one, other, {}, {}});
+        };
+        bool isWritten = head("learners", a.figures.learners.join(QLatin1String(", ")),
+                              b.figures.learners.join(QLatin1String(", ")))
+            && head("start", startOf(a), startOf(b))
+            && head("protocol", sessionreview::protocolText(a.figures.protocol),
+                    sessionreview::protocolText(b.figures.protocol))
+            && head("guidelines", a.figures.guidelines, b.figures.guidelines);
+        for (const ComparedFigure &each : comparison.figures) {
+            if (!each.value && !each.other)
+                continue;
+            // As people read them: a fraction in percent.
+            const bool isFraction =
+                each.figure->unit == sessionreview::RecordedFigure::Unit::Fraction;
+            const auto cell = [&](const std::optional<double> &value) {
+                return value ? QVariant(each.figure->shown(*value) * (isFraction ? 100 : 1))
+                             : QVariant();
+            };
+            isWritten = isWritten
+                && write({QLatin1String(each.figure->key), each.figure->titleText(),
+                          each.figure->unitText(), cell(each.value), cell(each.other),
+                          cell(each.difference), sessionreview::outcomeText(each.outcome)});
+        }
+        for (const sessionreview::ComparedFault &fault : comparison.faults) {
+            isWritten = isWritten
+                && write({QLatin1String("fault"),
+                          sessionreview::faultTexts(fault.fault).value(0),
+                          {},
+                          fault.count,
+                          fault.other,
+                          fault.count - fault.other,
+                          {}});
+        }
+        return isWritten;
+    };
+    QVector<TableWriter::Column> columns;
+    for (const char *column : {"key", "figure", "unit", "a", "b", "difference", "a_against_b"})
+        columns.append({QLatin1String(column), {}});
+    return writeCsv(name, columns, rows);
+}
+
+Written SessionExport::writeComparisonPicture(const QString &name, const Compared &compared,
+                                              bool isOverlaid)
+{
+    using Form = sessionplot::TwoSessions::Form;
+    constexpr QSize size(1600, 900);
+    QString reason;
+    const bool isWritten = sessionplot::writePicture(
+        name, size, {compared.model.get(), compared.other.get(), compared.zero, compared.otherZero},
+        isOverlaid ? Form::Overlaid : Form::Stacked, &reason);
+    return isWritten ? done(name) : failed(name, reason);
 }
 
 Written SessionExport::writePicture(const QString &name, const CPRData &session)
@@ -134,23 +267,38 @@ QString SessionExport::reportName(const QString &folder, const QString &archive)
 }
 
 Written SessionExport::writeReports(const QString &folder, const QStringList &archives,
-                                    const ReportNotes &notes)
+                                    const ReportNotes &notes, const Advance &advance)
 {
-    Written all = done(folder);
-    for (const QString &archive : archives) {
-        CPRData session;
-        const sessionfiles::LoadResult loaded = sessionfiles::load(archive, session);
-        ReportNotes own = notes;
-        own.isDamaged = !loaded.isComplete;
-        const Written written = loaded.hasSession()
-            ? writeReport(reportName(folder, archive), session, own)
-            : failed(archive,
-                     QCoreApplication::translate("cprviewer", "%1 cannot be read as a session")
-                         .arg(archive));
-        if (!written.isComplete && all.isComplete)
-            all = {true, false, folder, {}, written.problem, false};
-    }
-    return all;
+    return makeReports(
+        folder, archives, notes, advance,
+        [&](const QString &archive, const sessionplot::SessionReport &report, QString *problem) {
+            return sessionplot::writeReport(reportName(folder, archive), report, notes.paper,
+                                            problem);
+        });
+}
+
+Written SessionExport::printReports(QPagedPaintDevice *printer, const QStringList &archives,
+                                    const ReportNotes &notes, const Advance &advance)
+{
+    QPainter painter;
+    int pages = 0;
+    Written printed = makeReports(
+        QString(), archives, notes, advance,
+        [&](const QString & /*archive*/, const sessionplot::SessionReport &report,
+            QString *problem) {
+            const bool isReady = pages == 0 ? painter.begin(printer) : printer->newPage();
+            if (isReady)
+                report.paint(&painter);
+            else
+                *problem = QCoreApplication::translate("cprviewer", "The printer takes no page.");
+            pages += isReady ? 1 : 0;
+            return isReady;
+        });
+    if (painter.isActive() && !painter.end())
+        return failed({}, QCoreApplication::translate("cprviewer", "The printer takes no page."));
+    printed.done =
+        QCoreApplication::translate("cprviewer", "%n report(s) printed.", nullptr, pages);
+    return printed;
 }
 
 Written SessionExport::writeClass(const QString &name, const sessionreview::ClassFigures &figures,

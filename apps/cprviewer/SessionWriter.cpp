@@ -14,12 +14,20 @@ SessionWriter::SessionWriter(QObject *parent) : QObject(parent)
 
 SessionWriter::~SessionWriter()
 {
+    cancel();
     if (m_thread)
         m_thread->wait();
 }
 
+bool SessionWriter::advance(int done, int total)
+{
+    QMetaObject::invokeMethod(this, [this, done, total] { Q_EMIT progressed(done, total); });
+    return !m_isCancelled;
+}
+
 void SessionWriter::start(std::unique_ptr<CPRData> session, const Job &job)
 {
+    m_isCancelled = false;
     m_session = std::move(session);
     m_thread = QThread::create([this, job] {
         // Each timer that came along has left a call, which would leak with the session.

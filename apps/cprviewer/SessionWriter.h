@@ -10,6 +10,7 @@
 
 #include <QObject>
 
+#include <atomic>
 #include <functional>
 #include <memory>
 
@@ -31,12 +32,18 @@ public:
     /// Runs \a job on the thread, to which \a session, which may be null, belongs from then on.
     /// Nothing else may be being written.
     void start(std::unique_ptr<CPRData> session, const Job &job);
+    /// For a job of many steps, on its thread: so many are done. False when it is to end.
+    bool advance(int done, int total);
+    /// Asks a job of many steps to end after the one that it is at.
+    void cancel() { m_isCancelled = true; }
 
 Q_SIGNALS:
+    void progressed(int done, int total);
     void finished(const SessionExport::Written &written);
 
 private:
     QThread *m_thread = nullptr; // a child of this object while it runs
+    std::atomic_bool m_isCancelled{false};
     // These belong to m_thread while that runs.
     std::unique_ptr<CPRData> m_session;
     SessionExport::Written m_written;

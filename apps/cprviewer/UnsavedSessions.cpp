@@ -73,10 +73,25 @@ QString UnsavedSessions::newTarget() const
     if (m_folder.isEmpty())
         return QString();
     folder.mkpath(QStringLiteral(".")); // where that fails, opening the journal tells why
-    const QString stem =
-        QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz"));
-    return folder.filePath(
-        QStringLiteral("%1-%2.zip").arg(stem).arg(QCoreApplication::applicationPid()));
+    const QString stem = QStringLiteral("%1-%2").arg(
+        QDateTime::currentDateTime().toString(QStringLiteral("yyyyMMdd-HHmmss-zzz")),
+        QString::number(QCoreApplication::applicationPid()));
+    QString target;
+    // A class begins several sessions in the same millisecond.
+    for (int number = 1; target.isEmpty() || QFileInfo::exists(SessionJournal::nameFor(target));
+         ++number)
+        target = folder.filePath(stem + (number > 1 ? QStringLiteral("-%1").arg(number) : QString())
+                                 + QStringLiteral(".zip"));
+    return target;
+}
+
+QString UnsavedSessions::targetOf(const QString &id) const
+{
+    const QDir folder(m_folder);
+    if (m_folder.isEmpty())
+        return QString();
+    folder.mkpath(QStringLiteral("."));
+    return folder.filePath(id + QStringLiteral(".zip"));
 }
 
 QStringList UnsavedSessions::left() const

@@ -50,6 +50,11 @@ public:
 
     /// A name for a session that begins now; empty when nothing is journalled.
     QString newTarget() const;
+    /// The name for the session \a id, which is always the same, so that it goes on after a kill;
+    /// empty when nothing is journalled. \a id has to be the name of a file.
+    QString targetOf(const QString &id) const;
+    /// Empty when nothing is journalled.
+    QString folder() const { return m_folder; }
     /// The names of the sessions that killed programs have left, the newest first. One that is
     /// being written, or was claimed, is not among them.
     QStringList left() const;

@@ -3,9 +3,11 @@
 
 #include "Viewer.h"
 
+#include "Remarks.h"
 #include "ReportPrinting.h"
 #include "ScenarioNames.h"
 #include "SessionExport.h"
+#include "WindowDialogs.h"
 #include "sessionreview/Figures.h"
 #include "sessionreview/Words.h"
 
@@ -13,9 +15,6 @@
 #include <private/PrintableText.h>
 
 #include <CPREventSessionInfo.h>
-#include <CPREventSessionScore.h>
-#include <CPREventSessionStatistics.h>
-#include <CPREventUser.h>
 #include <manikinlog/ManikinLogPlayer.h>
 #include <sessionplot/ClassReport.h>
 #include <sessionplot/SessionReport.h>
@@ -23,10 +22,10 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QQmlEngine>
+#include <QPrinter>
 #include <QStandardPaths>
 
-#include <algorithm>
+#include <utility>
 
 using cprquick::SessionLoader;
 using manikinlog::SessionJournal;
@@ -87,17 +86,26 @@ Viewer::Paths Viewer::Paths::ofUser()
 
 Viewer::Viewer(const Paths &paths, QObject *parent)
     : QObject(parent), m_settings(paths.settings), m_appearance(&m_settings),
-      m_recentFiles(&m_settings), m_classList(paths.classList), m_unsavedSessions(paths.journals)
+      m_recentFiles(&m_settings), m_classList(paths.classList),
+      m_sound(&m_settings, SoundDevices::ofMachine()), m_learnerPlace(&m_settings),
+      m_unsavedSessions(paths.journals), m_room(&m_classList, &m_unsavedSessions, &m_library)
 {
+    connect(&m_sound, &Sound::missed, this, &Viewer::setNotice);
+    m_sound.setLanguage(m_appearance.language());
+    connect(&m_appearance, &Appearance::languageChanged, &m_sound,
+            [this] { m_sound.setLanguage(m_appearance.language()); });
     m_library.setFolder(m_settings.value(libraryKey).toString());
     connect(&m_classList, &ClassList::failed, this, [this](const QString &reason) {
         setProblem(tr("The class list cannot be stored: %1").arg(reason));
     });
+    connect(&m_room, &ClassRoom::problem, this, [this](const QString &text) { setProblem(text); });
+    connect(&m_room, &ClassRoom::left, this, &Viewer::findLeft);
     connect(&m_library, &cprquick::LibraryFolder::corrected, this,
             [this](bool isDone, const QString &text) {
                 setProblem(isDone ? QString() : text);
                 setNotice(isDone ? text : QString());
             });
+    connect(&m_library, &cprquick::LibraryFolder::renamed, &m_classList, &ClassList::rename);
     connect(&m_appearance, &Appearance::languageChanged, this, &Viewer::scenariosChanged);
     connect(&m_loader, &SessionLoader::progressed, this, [this](double share) {
         m_loadedShare = share;
@@ -109,6 +117,7 @@ Viewer::Viewer(const Paths &paths, QObject *parent)
             m_recentFiles.add(m_other.file().toLocalFile());
     });
     connect(&m_writer, &SessionWriter::finished, this, &Viewer::finishWriting);
+    connect(&m_writer, &SessionWriter::progressed, this, &Viewer::setWrittenParts);
     findLeft();
 }
 
@@ -235,7 +244,7 @@ bool Viewer::startNext(const QString &name, int seed, double speed)
     QStringList names{entry.name, entry.manikin, tr("Simulated: %1").arg(scenarioTitle(name))};
     names.removeAll(QString());
     startLive(RecordSource::simulated(scenario, static_cast<quint64>(seed)),
-              PrintableText::shown(names.join(QStringLiteral(" \u00b7 "))), speed, false, number);
+              PrintableText::shown(names.join(QStringLiteral(" \u00b7 "))), speed, false, entry.id);
     return true;
 }
 
@@ -252,7 +261,7 @@ bool Viewer::startReplay(const QString &name, double speed)
 }
 
 void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
-                       bool isReplay, int classNumber)
+                       bool isReplay, int classId)
 {
     m_loader.abandon();
     m_loadedLeft.reset();
@@ -268,11 +277,12 @@ void Viewer::startLive(std::unique_ptr<RecordSource> source, const QString &name
     opened.name = name;
     opened.isReplay = isReplay;
     opened.isUnsaved = true;
-    opened.classNumber = classNumber;
+    opened.classId = classId;
     connect(opened.feed.get(), &LiveFeed::finished, this, [this](const QString &error) {
         if (!error.isEmpty())
             setProblem(error);
-        m_classList.endSession(std::exchange(m_opened.classNumber, -1));
+        if (!std::exchange(m_opened.isCounted, true)) // it may be resumed, and end again
+            m_classList.endSession(m_opened.classId);
         Q_EMIT isLiveChanged();
     });
     opened.feed->start(speed);
@@ -339,25 +349,16 @@ void Viewer::insert(const manikinlog::Record::Entry &entry)
 
 CPREventBase *Viewer::addRemark(const QString &text, int msecs)
 {
-    const QString stored = sessionreview::remarkOf(text);
-    if (!session() || stored.isEmpty())
+    if (!session())
         return nullptr;
-    const int time = std::max(msecs, 0);
-    insert(manikinlog::Remark{time, stored});
-    const QList<CPREventBase *> &events = session()->cprEvents()->events();
-    const auto added = std::find_if(events.begin(), events.end(), [&](CPREventBase *event) {
-        return event->msecs() == time && remarkText(event) == stored;
-    });
-    if (added == events.end())
-        return nullptr;
-    QQmlEngine::setObjectOwnership(*added, QQmlEngine::CppOwnership);
-    return *added;
+    return Remarks::add(*session(), text, msecs,
+                        [this](const manikinlog::Remark &remark) { insert(remark); });
 }
 
 CPREventBase *Viewer::correctRemark(CPREventBase *remark, const QString &text)
 {
     const QString stored = sessionreview::remarkOf(text);
-    if (remarkText(remark).isEmpty() || stored.isEmpty())
+    if (!isOfSession(remark) || remarkText(remark).isEmpty() || stored.isEmpty())
         return nullptr;
     if (stored == remarkText(remark))
         return remark;
@@ -369,16 +370,18 @@ CPREventBase *Viewer::correctRemark(CPREventBase *remark, const QString &text)
 void Viewer::removeRemark(CPREventBase *remark)
 {
     const QString text = remarkText(remark);
-    if (!text.isEmpty())
+    if (isOfSession(remark) && !text.isEmpty())
         insert(manikinlog::RemarkRemoval{remark->msecs(), text});
+}
+
+bool Viewer::isOfSession(const CPREventBase *event) const
+{
+    return event && session() && event->events() == session()->cprEvents();
 }
 
 QString Viewer::remarkText(CPREventBase *event) const
 {
-    const auto *remark = qobject_cast<CPREventUser *>(event);
-    if (!remark || !session() || remark->events() != session()->cprEvents())
-        return QString();
-    return remark->parameterValue(CPREventBase::eventId, QVariant()).toString();
+    return Remarks::textOf(event);
 }
 
 bool Viewer::isDamagedSource(const QString &name) const
@@ -400,18 +403,12 @@ std::optional<Viewer::SaveResult> Viewer::whyNotWritten(const QString &name, boo
     return isDamagedSource(name) ? LosesSource : Exists;
 }
 
-// For the thread that writes. A copy lists the three standing events. What is read from an archive
-// lacks statistics and scores in its list, and would be saved without them; all else is written as
-// it is listed.
+// For the thread that writes. What is read from an archive lacks statistics and scores in its list,
+// and would be saved without them; all else is written as it is listed.
 std::unique_ptr<CPRData> Viewer::copyForWriting(bool isAsListed) const
 {
-    auto copy = std::make_unique<CPRData>(*session());
-    const auto &listed = session()->cprEvents()->events();
-    if (isAsListed && !listed.contains(session()->cprEvents()->sessionStatistics()))
-        delete copy->cprEvents()->sessionStatistics();
-    if (isAsListed && !listed.contains(session()->cprEvents()->sessionScore()))
-        delete copy->cprEvents()->sessionScore();
-    return copy;
+    return isAsListed ? SessionExport::copyAsListed(*session())
+                      : std::make_unique<CPRData>(*session());
 }
 
 void Viewer::write(Writing writing, std::unique_ptr<CPRData> session, const SessionWriter::Job &job)
@@ -446,7 +443,10 @@ void Viewer::finishWriting(const Written &result)
         written.kept += keepLeft(writing.left.get(), written.name, written.isSalvaged);
     if (written.isComplete && writing.left)
         writing.left->remove();
-    if (written.isComplete) {
+    setWrittenParts(0, 0);
+    if (written.isComplete && !written.done.isEmpty()) {
+        setNotice(written.done);
+    } else if (written.isComplete) {
         const QString name = QDir::toNativeSeparators(QFileInfo(written.name).absoluteFilePath());
         setNotice((writing.isSession ? tr("Saved as %1.") : tr("Exported to %1.")).arg(name)
                   + (written.kept.isEmpty() ? QString()
@@ -454,8 +454,8 @@ void Viewer::finishWriting(const Written &result)
                              + tr("The damaged file is kept as %1.")
                                    .arg(QFileInfo(written.kept).fileName())));
     }
-    Q_EMIT isWritingChanged();
     findLeft();
+    Q_EMIT isWritingChanged();
     Q_EMIT this->written(written.isComplete);
 }
 
@@ -527,15 +527,49 @@ Viewer::SaveResult Viewer::exportReports(cprquick::ClassModel *model, const QUrl
         if (const auto reason = whyNotWritten(SessionExport::reportName(name, file), replaces))
             return *reason;
     }
-    QStringList learners;
-    for (const sessionreview::ClassRow &row : model->figures().rows)
-        learners.append(row.learner);
-    const SessionExport::ReportNotes notes{
-        {}, false, m_library.resultsOf(learners), isA4 ? QPageSize::A4 : QPageSize::Letter};
-    write({}, nullptr, [name, files, notes](CPRData * /*none*/) {
-        return SessionExport::writeReports(name, files, notes);
+    SessionExport::ReportNotes notes = notesFor(*model);
+    notes.paper = isA4 ? QPageSize::A4 : QPageSize::Letter;
+    write({}, nullptr, [this, name, files, notes](CPRData * /*none*/) {
+        return SessionExport::writeReports(name, files, notes, [this](int done, int total) {
+            return m_writer.advance(done, total);
+        });
     });
     return Started;
+}
+
+SessionExport::ReportNotes Viewer::notesFor(const cprquick::ClassModel &model)
+{
+    QStringList learners;
+    for (const sessionreview::ClassRow &row : model.figures().rows)
+        learners.append(row.learner);
+    return {{}, false, m_library.resultsOf(learners), QPageSize::A4};
+}
+
+void Viewer::printReports(cprquick::ClassModel *model)
+{
+    const QStringList files = model->files();
+    if (files.isEmpty())
+        return;
+    choosePrinter(
+        tr("Print reports"),
+        [this, files, notes = notesFor(*model)](const std::shared_ptr<QPrinter> &printer) {
+            if (isWriting()) {
+                setProblem(tr("Another file is still being written."));
+                return;
+            }
+            write({}, nullptr, [this, printer, files, notes](CPRData * /*none*/) {
+                return SessionExport::printReports(
+                    printer.get(), files, notes,
+                    [this](int done, int total) { return m_writer.advance(done, total); });
+            });
+        });
+}
+
+void Viewer::setWrittenParts(int parts, int of)
+{
+    m_writtenParts = parts;
+    m_partsToWrite = of;
+    Q_EMIT writtenPartsChanged();
 }
 
 void Viewer::printReport(const QString &remark)
@@ -560,6 +594,15 @@ void Viewer::printClass(cprquick::ClassModel *model)
     const sessionplot::ClassReport report(model->figures());
     previewReport(report.title(), QPageLayout::Landscape,
                   [report](QPagedPaintDevice *device) { return report.print(device); });
+}
+
+void Viewer::chooseFolder(const QString &title, const QJSValue &action)
+{
+    const QString start = m_folder.isEmpty() ? QDir::homePath() : m_folder;
+    ::chooseFolder(title, start, [this, action](const QString &folder) {
+        m_folder = folder;
+        QJSValue(action).call({QUrl::fromLocalFile(folder).toString()});
+    });
 }
 
 void Viewer::chooseLibrary(const QUrl &folder)
@@ -602,6 +645,45 @@ Viewer::SaveResult Viewer::exportPicture(const QUrl &url, bool replaces)
     return Started;
 }
 
+namespace {
+
+SessionExport::Compared comparedOf(const cprquick::ComparisonModel &model)
+{
+    return {model.plot(false), model.plot(true), model.zero(), model.otherZero()};
+}
+
+} // namespace
+
+Viewer::SaveResult Viewer::exportComparison(cprquick::ComparisonModel *model, const QUrl &url,
+                                            bool replaces)
+{
+    const QString name = nameOf(url, QStringLiteral("csv"));
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    const SessionExport::Compared compared = comparedOf(*model);
+    if (!compared.model)
+        return Failed;
+    write({}, nullptr, [name, compared](CPRData * /*none*/) {
+        return SessionExport::writeComparison(name, compared);
+    });
+    return Started;
+}
+
+Viewer::SaveResult Viewer::exportComparisonPicture(cprquick::ComparisonModel *model,
+                                                   bool isOverlaid, const QUrl &url, bool replaces)
+{
+    const QString name = nameOf(url, QStringLiteral("png"));
+    if (const auto reason = whyNotWritten(name, replaces))
+        return *reason;
+    const SessionExport::Compared compared = comparedOf(*model);
+    if (!compared.model)
+        return Failed;
+    write({}, nullptr, [name, compared, isOverlaid](CPRData * /*none*/) {
+        return SessionExport::writeComparisonPicture(name, compared, isOverlaid);
+    });
+    return Started;
+}
+
 QString Viewer::fileName(const QUrl &url) const
 {
     return PrintableText::shown(url.fileName());
@@ -620,6 +702,10 @@ QUrl Viewer::proposedFile(const QString &ending) const
 
 void Viewer::discard()
 {
+    // One that is in an archive was done; what is thrown away of it is remarks. One that ends here
+    // does not begin to count.
+    if (std::exchange(m_opened.isCounted, true) && m_opened.archive.isEmpty())
+        m_classList.takeSessionBack(std::exchange(m_opened.classId, 0));
     stop();
     setSaved();
 }
@@ -656,8 +742,9 @@ Viewer::SaveResult Viewer::saveLeft(const QString &target, const QUrl &url, bool
     write({nullptr, std::move(left), true, 0}, nullptr, [name, journal](CPRData * /*none*/) {
         const SessionLoader::Result loaded =
             SessionLoader::loadHere(journal, SessionLoader::Kind::Salvaged);
-        Written written = loaded.session ? SessionExport::writeArchive(name, *loaded.session)
-                                         : Written{false, false, name, {}, loaded.problem, false};
+        Written written = loaded.session
+            ? SessionExport::writeArchive(name, *loaded.session)
+            : Written{false, false, name, {}, loaded.problem, false, {}};
         written.isSalvaged = loaded.isDamaged;
         return written;
     });

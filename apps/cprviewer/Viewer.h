@@ -6,12 +6,16 @@
 
 #include "Appearance.h"
 #include "ClassList.h"
+#include "ClassRoom.h"
+#include "LearnerPlace.h"
 #include "LiveFeed.h"
 #include "RecentFiles.h"
 #include "SessionWriter.h"
 #include "Settings.h"
+#include "Sound.h"
 #include "UnsavedSessions.h"
 #include "cprquick/ClassModel.h"
+#include "cprquick/ComparisonModel.h"
 #include "cprquick/SessionLoader.h"
 #include "cprquick/SessionSource.h"
 
@@ -19,6 +23,7 @@
 #include <manikinlog/SessionJournal.h>
 
 #include <QDateTime>
+#include <QJSValue>
 #include <QPointer>
 #include <QUrl>
 #include <QVariantList>
@@ -68,6 +73,9 @@ class Viewer final : public QObject {
     Q_PROPERTY(QStringList  report       READ report       NOTIFY sessionChanged)
     /// A file is being saved or exported; written() comes at the end.
     Q_PROPERTY(bool         isWriting    READ isWriting    NOTIFY isWritingChanged)
+    /// Of a file with several parts: how many are written, and how many there are; else 0 of 0.
+    Q_PROPERTY(int          writtenParts READ writtenParts NOTIFY writtenPartsChanged)
+    Q_PROPERTY(int          partsToWrite READ partsToWrite NOTIFY writtenPartsChanged)
     /// What went wrong last, for people; empty when they have seen it.
     Q_PROPERTY(QString      problem      READ problem      NOTIFY problemChanged)
     /// The damaged file of which the problem tells; empty when nothing is to be salvaged.
@@ -84,6 +92,11 @@ class Viewer final : public QObject {
     /// The stored sessions, in the folder that the instructor has chosen.
     Q_PROPERTY(cprquick::LibraryFolder *library READ library CONSTANT)
     Q_PROPERTY(ClassList   *classList    READ classList    CONSTANT)
+    Q_PROPERTY(Sound       *sound        READ sound        CONSTANT)
+    /// Where the learner's view is.
+    Q_PROPERTY(LearnerPlace *learnerPlace READ learnerPlace CONSTANT)
+    /// The class that trains at the same time.
+    Q_PROPERTY(ClassRoom   *room         READ room         CONSTANT)
     /// Scenarios of the simulated manikin: maps with name, title and description.
     Q_PROPERTY(QVariantList scenarios    READ scenarios    NOTIFY scenariosChanged)
     // clang-format on
@@ -125,6 +138,8 @@ public:
     QString      source() const          { return m_opened.source; }
     QStringList  report() const          { return m_opened.report; }
     bool         isWriting() const       { return m_writer.isWriting(); }
+    int          writtenParts() const    { return m_writtenParts; }
+    int          partsToWrite() const    { return m_partsToWrite; }
     QString      problem() const         { return m_problem; }
     QString      damagedFile() const     { return m_damagedFile; }
     QString      notice() const          { return m_notice; }
@@ -134,6 +149,9 @@ public:
     RecentFiles *recentFiles()           { return &m_recentFiles; }
     cprquick::LibraryFolder *library()   { return &m_library; }
     ClassList   *classList()             { return &m_classList; }
+    Sound       *sound()                 { return &m_sound; }
+    LearnerPlace *learnerPlace()         { return &m_learnerPlace; }
+    ClassRoom   *room()                  { return &m_room; }
     QVariantList scenarios() const;
     // clang-format on
 
@@ -180,6 +198,12 @@ public:
     /// The same as save() for a table (events, summary, waves, guidelines) and the review picture.
     Q_INVOKABLE Viewer::SaveResult exportTable(const QUrl &url, const QString &what, bool replaces);
     Q_INVOKABLE Viewer::SaveResult exportPicture(const QUrl &url, bool replaces);
+    /// The same for what \a model compares: a table, and a picture, one over the other or below.
+    Q_INVOKABLE Viewer::SaveResult exportComparison(cprquick::ComparisonModel *model,
+                                                    const QUrl &url, bool replaces);
+    Q_INVOKABLE Viewer::SaveResult exportComparisonPicture(cprquick::ComparisonModel *model,
+                                                           bool isOverlaid, const QUrl &url,
+                                                           bool replaces);
     /// The page to take home as a PDF, with the instructor's \a remark, on A4 or else on Letter.
     Q_INVOKABLE Viewer::SaveResult exportReport(const QUrl &url, const QString &remark, bool isA4,
                                                 bool replaces);
@@ -188,9 +212,15 @@ public:
                                                bool isA4, bool replaces);
     Q_INVOKABLE Viewer::SaveResult exportReports(cprquick::ClassModel *model, const QUrl &folder,
                                                  bool isA4, bool replaces);
+    /// Prints the same pages in one job, to a printer that is asked for.
+    Q_INVOKABLE void printReports(cprquick::ClassModel *model);
+    /// What is being written ends after the part that is being written.
+    Q_INVOKABLE void cancelWriting() { m_writer.cancel(); }
     /// Shows what would be printed, and prints it from there.
     Q_INVOKABLE void printReport(const QString &remark);
     Q_INVOKABLE void printClass(cprquick::ClassModel *model);
+    /// Asks for a folder, and calls \a action with its URL, as text, if one was chosen.
+    Q_INVOKABLE void chooseFolder(const QString &title, const QJSValue &action);
     /// Chooses the library's folder.
     Q_INVOKABLE void chooseLibrary(const QUrl &folder);
     /// Adds the learners of a file to the class list, and says how many they are.
@@ -224,6 +254,7 @@ Q_SIGNALS:
     void loadedShareChanged();
     void problemChanged();
     void isWritingChanged();
+    void writtenPartsChanged();
     void noticeChanged();
     void leftSessionsChanged();
     /// The file that was begun last is written; false when it is not, or not with all of the
@@ -247,7 +278,8 @@ private:
         bool isUnsaved = false;
         bool isDamaged = false;
         bool isSalvaged = false;
-        int classNumber = -1; // of its learner in the class list, until the session was counted
+        int classId = 0; // of its learner in the class list; 0 for none
+        bool isCounted = false; // in the class list
     };
     // What is to be done when a file is written.
     struct Writing {
@@ -261,15 +293,18 @@ private:
     void load(const QString &name, cprquick::SessionLoader::Kind kind);
     void showLoaded();
     void startLive(std::unique_ptr<RecordSource> source, const QString &name, double speed,
-                   bool isReplay, int classNumber = -1);
+                   bool isReplay, int classId = 0);
 
     std::unique_ptr<manikinlog::SessionJournal> newJournal();
     void show(Opened opened);
     std::unique_ptr<CPRData> copyForWriting(bool isAsListed) const;
+    bool isOfSession(const CPREventBase *event) const;
     bool isDamagedSource(const QString &name) const;
     std::optional<SaveResult> whyNotWritten(const QString &name, bool replaces);
     void write(Writing writing, std::unique_ptr<CPRData> session, const SessionWriter::Job &job);
     void finishWriting(const SessionExport::Written &written);
+    void setWrittenParts(int parts, int of);
+    SessionExport::ReportNotes notesFor(const cprquick::ClassModel &model);
     void setSaved();
     void setProblem(const QString &problem, const QString &damagedFile = {});
     void setNotice(const QString &notice);
@@ -280,7 +315,10 @@ private:
     RecentFiles m_recentFiles;
     cprquick::LibraryFolder m_library;
     ClassList m_classList;
+    Sound m_sound;
+    LearnerPlace m_learnerPlace;
     UnsavedSessions m_unsavedSessions;
+    ClassRoom m_room;
     Opened m_opened;
     cprquick::SessionLoader m_loader;
     cprquick::SessionSource m_other;
@@ -293,6 +331,9 @@ private:
     QString m_notice;
     QVariantList m_left;
     Writing m_writing;
+    QString m_folder; // that was chosen last
+    int m_writtenParts = 0;
+    int m_partsToWrite = 0;
     int m_changes = 0; // of sessions, by remarks
     SessionWriter m_writer;
 };

@@ -8,9 +8,11 @@
 #include <QScreen>
 #include <QWindow>
 
+#include <algorithm>
+
 namespace {
 
-const QLatin1String placeKey("window/place");
+const QLatin1String placeKey("/place"); // after the name of the window
 const QLatin1String maximizedKey("window/isMaximized");
 constexpr QSize usualSize(1280, 800);
 constexpr int titleHeight = 40; // of the largest ones that systems put over a window
@@ -48,13 +50,14 @@ QRect WindowPlace::onScreens(const QRect &wanted, const QVector<QRect> &screens)
     return place;
 }
 
-QRect WindowPlace::stored(const Settings &settings)
+QRect WindowPlace::stored(const Settings &settings, const QString &name, const QRect &usual)
 {
     QVector<QRect> screens{QGuiApplication::primaryScreen()->availableGeometry()};
     const auto all = QGuiApplication::screens();
     for (const QScreen *screen : all)
         screens.append(screen->availableGeometry());
-    return onScreens(rectOf(settings.value(placeKey).toList()), screens);
+    const QRect place = rectOf(settings.value(name + placeKey).toList());
+    return onScreens(place.isValid() ? place : usual, screens);
 }
 
 bool WindowPlace::isStoredMaximized(const Settings &settings)
@@ -62,12 +65,23 @@ bool WindowPlace::isStoredMaximized(const Settings &settings)
     return settings.value(maximizedKey).toBool();
 }
 
-void WindowPlace::store(const QWindow *window, Settings &settings)
+void WindowPlace::store(const QWindow *window, Settings &settings, const QString &name)
 {
-    const bool isMaximized = window->windowStates() & Qt::WindowMaximized;
-    settings.setValue(maximizedKey, isMaximized);
+    if (name == QLatin1String(mainWindow))
+        settings.setValue(maximizedKey, bool(window->windowStates() & Qt::WindowMaximized));
     if (window->windowStates() != Qt::WindowNoState)
         return;
     const QRect place = window->geometry();
-    settings.setValue(placeKey, QVariantList{place.x(), place.y(), place.width(), place.height()});
+    settings.setValue(name + placeKey,
+                      QVariantList{place.x(), place.y(), place.width(), place.height()});
+}
+
+int WindowPlace::secondScreen(const QStringList &screens, const QString &first,
+                              const QString &wanted)
+{
+    const auto isOther = [&first](const QString &name) { return name != first; };
+    if (isOther(wanted) && screens.contains(wanted))
+        return screens.indexOf(wanted);
+    const auto found = std::find_if(screens.begin(), screens.end(), isOther);
+    return found == screens.end() ? -1 : int(found - screens.begin());
 }

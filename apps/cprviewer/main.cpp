@@ -14,6 +14,7 @@
 #include <QApplication>
 #include <QOpenGLContext>
 #include <QQmlApplicationEngine>
+#include <QQmlIncubationController>
 #include <QQuickWindow>
 #include <QWidget>
 
@@ -22,6 +23,8 @@
 #include <limits>
 
 namespace {
+
+constexpr int mostMsForPieces = 1000;
 
 // Without one Qt would abort, with advice that does not help.
 bool hasDisplay()
@@ -53,12 +56,25 @@ bool begin(Viewer &viewer, const CommandLine &line)
         viewer.open(line.file);
     if (!line.compared.isEmpty())
         viewer.compareWith(line.compared);
+    for (const QString &address : line.addresses) {
+        if (!viewer.room()->listen(address))
+            return false;
+    }
     if (!line.isLive())
         return true;
     const bool isPicture = !line.screenshot.isEmpty();
     const double speed = isPicture ? 0 : line.speed;
+    if (line.scenarios.size() > 1) {
+        if (!viewer.room()->simulate(line.scenarios, line.seed, speed))
+            return false;
+        if (line.atSecs)
+            viewer.room()->advance(*line.atSecs);
+        else if (!isPicture)
+            viewer.room()->startAll();
+        return true;
+    }
     const bool isStarted = line.log.isEmpty()
-        ? viewer.startScenario(line.scenario, line.seed, speed)
+        ? viewer.startScenario(line.scenarios.first(), line.seed, speed)
         : viewer.startReplay(line.log, speed);
     if (line.atSecs)
         viewer.advanceTo(qint64(*line.atSecs * Units::msecsPerSecond));
@@ -121,15 +137,22 @@ int main(int argc, char *argv[])
     if (!line.classList.isEmpty())
         viewer.classList()->addFile(QUrl::fromLocalFile(line.classList));
 
+    if (line.hasLearnerView)
+        viewer.learnerPlace()->open();
+
     QQmlApplicationEngine engine;
     QObject::connect(viewer.appearance(), &Appearance::languageChanged, &engine,
                      &QQmlEngine::retranslate);
     const bool isCompared = line.page.isEmpty() && !line.compared.isEmpty();
-    QVariantMap properties{
-        {QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
-        {QStringLiteral("visible"), false}, // until it has its place
-        {QStringLiteral("firstPage"), isCompared ? QStringLiteral("compare") : line.page},
-        {QStringLiteral("firstLearner"), line.learner}};
+    const bool isClass =
+        line.page.isEmpty() && (line.scenarios.size() > 1 || !line.addresses.isEmpty());
+    QVariantMap properties{{QStringLiteral("viewer"), QVariant::fromValue(&viewer)},
+                           {QStringLiteral("visible"), false}, // until it has its place
+                           {QStringLiteral("firstPage"),
+                            isCompared    ? QStringLiteral("compare")
+                                : isClass ? QStringLiteral("manikins")
+                                          : line.page},
+                           {QStringLiteral("firstLearner"), line.learner}};
     const bool hasPlace = line.size.isEmpty();
     const QRect place = hasPlace ? WindowPlace::stored(*viewer.settings()) : QRect({}, line.size);
     properties.insert(QStringLiteral("width"), place.width());
@@ -156,9 +179,17 @@ int main(int argc, char *argv[])
         return static_cast<int>(ExitStatus::Failed);
     }
     std::unique_ptr<Screenshot> screenshot;
-    if (isPicture)
-        screenshot = std::make_unique<Screenshot>(line.screenshot, &viewer, window);
+    if (isPicture) {
+        auto *learners = window->property("learnerWindow").value<QQuickWindow *>();
+        if (learners)
+            learners->resize(line.size);
+        screenshot =
+            std::make_unique<Screenshot>(line.screenshot, &viewer, learners ? learners : window);
+    }
     const int status = QApplication::exec();
     WindowPlace::store(window, *viewer.settings());
+    // Lists make what is outside their view piece by piece. Qt complains of what stays half made.
+    if (QQmlIncubationController *pieces = engine.incubationController())
+        pieces->incubateFor(mostMsForPieces);
     return status;
 }

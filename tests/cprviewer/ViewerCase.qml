@@ -18,8 +18,8 @@ TestCase {
     when: windowShown
 
     function init() { begin(false); }
-    function begin(keepsJournals) {
-        viewer = desk.newViewer(keepsJournals);
+    function begin(keepsJournals, keepsSettings = false) {
+        viewer = desk.newViewer(keepsJournals, keepsSettings);
         window = windows.createObject(null, { viewer: viewer });
         window.requestActivate();
         tryVerify(() => window.active);

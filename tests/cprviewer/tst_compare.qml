@@ -68,6 +68,18 @@ ViewerCase {
                         && overlay.shownTo - overlay.shownFrom < 96001);
         compare(overlay.cursor, 31000);
     }
+    function test_export() {
+        open(desk.data("golden.zip"));
+        const table = desk.newFile("both.csv"), picture = desk.newFile("both.svg");
+        write(() => viewer.exportComparison(page.comparison, "file:" + table, false));
+        const lines = desk.textOf(table).split("\r\n");
+        verify(lines.includes("compressions,Compressions,,162,2,160,"), lines);
+        verify(lines.includes("learners,,,\"Mira Holm, Jörg Aldane\",\"Ann, Bob Jörg\",,"), lines);
+        verify(lines.includes("fault,Too shallow,,22,0,22,"), lines);
+        compare(viewer.exportComparison(page.comparison, "file:" + table, false), Viewer.Exists);
+        write(() => viewer.exportComparisonPicture(page.comparison, true, "file:" + picture, false));
+        verify(["</svg>", "Mira Holm", ">B<"].every(part => desk.textOf(picture).includes(part)));
+    }
     function test_withItself() {
         open(desk.data("two-rescuers.cprlog"));
         for (let i = 0; i < page.comparison.count; ++i) {

@@ -89,4 +89,36 @@ ViewerCase {
         depth.move(2);
         compare(depth.Accessible.name, "Depth, mm: 45–50 mm: 14 % ≈ 23 of 162");
     }
+    // What screen readers say without being asked, each once.
+    function test_announced() {
+        if (!desk.isHeard())
+            skip("needs Qt's private headers");
+        const hears = text => {
+            let said = [];
+            tryVerify(() => (said = said.concat(desk.takeAlerts())).some(each => each.includes(text)), 5000, text + " in " + said);
+            compare(said.filter(each => each.includes(text)).length, 1);
+        };
+        replay(0.5);
+        hears("Advice: Waiting for the first compression");
+        for (const [secs, advice] of [[3, "Keep going."], [30, "Well done, keep going."], [61.5, "Stand clear."],
+                                      [64.5, "Continue compressions."], [92.6, "Press deeper."]]) {
+            desk.advance(secs);
+            hears("Advice: " + advice);
+        }
+        keyClick(Qt.Key_1);
+        hears("Hands");
+        viewer.discard();
+        write(() => viewer.exportTable("file:" + desk.newFile("t.csv"), "summary", false));
+        hears("Exported to ");
+        write(() => viewer.exportTable("file:" + desk.newFile("no/t.csv"), "summary", false));
+        hears("no/t.csv cannot be written");
+        viewer.open(desk.data("README.md"));
+        hears("neither a session archive");
+        viewer.chooseLibrary("file:" + desk.newFile("gone"));
+        window.showLibrary(0);
+        hears("gone is not there");
+        window.show(Main.Compare);
+        viewer.compareWith(desk.data("README.md"));
+        hears("neither a session archive");
+    }
 }

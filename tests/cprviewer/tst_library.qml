@@ -190,6 +190,121 @@ ViewerCase {
         write(() => viewer.exportClass(page.model, "file:" + reports + "/class", false, false));
         verify(desk.textOf(reports + "/class.pdf").startsWith("%PDF"));
     }
+    // What a pointer can reach.
+    function click(name) {
+        tryVerify(() => item(name).visible && item(name).enabled, 20000, name);
+        waitForRendering(window.contentItem, 200);
+        mouseClick(item(name));
+    }
+    function clickRow(name, row, isDouble) {
+        tryVerify(() => item(name).itemAtIndex(row) !== null, 20000, name);
+        waitForRendering(window.contentItem, 200);
+        if (isDouble)
+            mouseDoubleClickSequence(item(name).itemAtIndex(row));
+        else
+            mouseClick(item(name).itemAtIndex(row));
+    }
+    // A class of six from its list to twelve printed pages, two sessions each.
+    function test_classByMouse() {
+        const list = viewer.classList, names = ["Ann", "Bo", "Cy", "Di", "Eve", "Fay"];
+        click("libraryTab");
+        click("firstFolder");
+        verify(desk.chooseFolder(desk.copies(0)));
+        tryCompare(library, "folder", desk.newFile("library"));
+        click("classListTab");
+        item("typedNames").text = names.join("\n");
+        click("addNames");
+        mouseClick(item("minutes"), item("minutes").width - 8, item("minutes").height / 2);
+        compare(list.minutes, 1);
+        clickRow("classList", 1);
+        click("makeNext");
+        for (let session = 0; session < 12; ++session) {
+            const name = names[(session + 1) % 6];
+            if (session > 0)
+                click("simulate");
+            else
+                click("startNext");
+            tryVerify(() => item("scenarioDialog").opened);
+            click("start");
+            tryCompare(viewer, "isLive", true);
+            if (session === 3) { // begun by mistake, and again
+                click("simulate");
+                tryVerify(() => item("scenarioDialog").opened);
+                click("start");
+                tryVerify(() => item("unsavedDialog").opened);
+                mouseClick(findChild(item("unsavedDialog").contentItem, "no"));
+            }
+            desk.advance(session === 5 ? 20 : 1000);
+            if (session === 5) {
+                click("stop");
+                tryVerify(() => item("endDialog").opened);
+                mouseClick(findChild(item("endDialog").contentItem, "yes"));
+            }
+            tryCompare(viewer, "isLive", false);
+            compare(viewer.session.learners, [name]);
+            click("save");
+            tryVerify(() => !viewer.isUnsaved && !viewer.isWriting);
+        }
+        compare(list.entries.map(entry => entry.sessions).join(), "2,2,2,2,2,2");
+        click("simulate");
+        tryVerify(() => item("scenarioDialog").opened);
+        click("start");
+        desk.advance(1000);
+        tryVerify(() => list.entries[1].sessions === 3);
+        viewer.discard();
+        compare(list.entries[1].sessions, 2);
+
+        click("libraryTab");
+        click("sessionsTab");
+        tryCompare(item("sessionsPage").model, "count", 12, 20000);
+        click("sortLearner");
+        clickRow("sessionList", 0);
+        click("learnerProgress");
+        compare(item("learnerName").text, "Ann");
+        click("renameLearner");
+        tryVerify(() => item("renameDialog").opened);
+        item("newName").text = "Bo";
+        verify(item("renameNote").text.includes("Both become one"));
+        item("newName").text = " Zoë,  B. ";
+        click("acceptName");
+        tryCompare(viewer, "notice", "Ann is called Zoë B. in 2 sessions.", 20000);
+        compare([item("learnerName").text, list.names[0], library.hasLearner("Ann")], ["Zoë B.", "Zoë B.", false]);
+        verify(desk.append("library/cut.zip", "PK"));
+        click("back");
+        click("classOfDay");
+        const page = item("classPage");
+        tryVerify(() => page.model.count === 6 && !page.model.isLoading, 20000);
+        click("printClass");
+        checkPreview("Class, ");
+        click("classReports");
+        tryVerify(() => item("reportsMenu").opened);
+        mouseClick(item("reportsMenu").itemAt(0));
+        verify(desk.printTo(desk.newFile("all.pdf")));
+        tryCompare(viewer, "notice", "12 reports printed.", 20000);
+        compare(desk.pagesOf(desk.newFile("all.pdf")), 12);
+        clickRow("classRows", 5, true);
+        tryCompare(item("learnerName"), "text", "Zoë B.");
+        click("back");
+        click("sessionsTab");
+        shown.clear();
+        clickRow("sessionList", item("sessionList").row, true);
+        shown.wait(20000);
+        compare([window.page, viewer.session.learners], [Main.Review, ["Zoë B."]]);
+        const wanted = viewer.recentFiles.names[1], menu = item("viewerMenu"), recent = item("recentMenu");
+        click("menu");
+        tryVerify(() => menu.opened);
+        let place = 0;
+        while (menu.itemAt(place).subMenu !== recent)
+            ++place;
+        mouseClick(menu.itemAt(place));
+        tryVerify(() => recent.opened);
+        tryVerify(() => {
+            place = viewer.recentFiles.names.indexOf(wanted);
+            if (recent.opened && place >= 0)
+                mouseClick(recent.itemAt(place));
+            return viewer.source === wanted;
+        }, 20000);
+    }
     function test_correction() {
         useFolder(desk.copies(2));
         window.showLibrary(0);

@@ -16,12 +16,15 @@ ViewerCase {
         return [
             { tag: "start", page: 0, wanted: ["startOpen", "startSimulation", "open", "simulate", "menu"] },
             { tag: "live", page: 1, wanted: ["liveTab", "reviewTab", "save", "open", "menu", "review"] },
-            { tag: "review", page: 2, wanted: ["timelineView", "play", "speed", "fit", "eventList"] }
+            { tag: "review", page: 2, wanted: ["timelineView", "play", "speed", "fit", "eventList"] },
+            { tag: "manikins", page: 5, wanted: ["roomTab", "startAll", "roomClassList", "addManikins", "cell"] }
         ];
     }
     function test_keyboardWalk(data) {
         if (data.page > 0)
             replay(1000);
+        if (data.page === 5)
+            verify(viewer.room.simulate(["good"], 1, 0));
         window.show(data.page);
         const visited = [];
         while (!visited.includes(window.activeFocusItem)) {
@@ -203,6 +206,10 @@ ViewerCase {
     function test_commandLine_data() {
         return [
             { tag: "picture", arguments: ["--live", "beginner", "--at", "5", "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
+            { tag: "learner's view", arguments: ["--live", "beginner", "--at", "5", "--learner-view", "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
+            { tag: "class", arguments: ["--live", "good,aed", "--at", "5", "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
+            { tag: "class of nobody", arguments: ["--live", "good,", "--screenshot", "PICTURE"], result: [2, 0, 0, 1] },
+            { tag: "from anywhere", arguments: ["--from", "tcp:x"], result: [2, 0, 0, 1] },
             { tag: "damaged", arguments: [desk.data("README.md"), "--screenshot", "PICTURE"], result: [1, 0, 0, 1] },
             { tag: "comparison", arguments: [desk.data("golden.zip"), "--compare", desk.data("golden.zip"), "--size", "1000x700", "--screenshot", "PICTURE"], result: [0, 1000, 700, 0] },
             { tag: "compared with none", arguments: [desk.data("golden.zip"), "--compare", desk.data("README.md"), "--screenshot", "PICTURE"], result: [1, 0, 0, 1] },
@@ -226,5 +233,5 @@ ViewerCase {
         compare(desk.run(data.option.concat([input, "--screenshot", input])), [2, 0, 0, 1]);
         compare(desk.textOf(input), before);
     }
-    function test_commandLine(data) { compare(desk.run(data.arguments), data.result); }
+    function test_commandLine(data) { compare(desk.run(data.arguments), data.result, desk.errors()); }
 }

@@ -11,6 +11,7 @@ Button {
 
     property string help: ""
     property color focusColor: Look.accent // stands out from what the button lies on
+    property bool isUsed: false // so that nobody has to be told what it does
     readonly property bool isSymbol: !/\w/.test(button.text)
 
     implicitHeight: Look.controlHeight
@@ -20,12 +21,14 @@ Button {
     font.pixelSize: Look.normal
     Accessible.name: button.isSymbol ? button.help : button.text
     Accessible.description: button.isSymbol ? "" : button.help
+    onClicked: button.isUsed = true
+    onHoveredChanged: button.isUsed = false
     Keys.onReturnPressed: button.clicked()
     Keys.onEnterPressed: button.clicked()
 
     ToolTip {
         id: toolTip
-        visible: button.hovered && toolTip.text.length > 0
+        visible: button.hovered && !button.isUsed && toolTip.text.length > 0
         delay: 600
         text: button.help
         contentItem: PlainText {

@@ -12,6 +12,7 @@ Card {
 
     required property LiveFigures figures
     required property bool isLive
+    property bool hasReview: true
     signal reviewWanted()
     signal stopWanted()
 
@@ -24,14 +25,14 @@ Card {
         : panel.figures.hasCompressions ? qsTr("Waiting for the first compression")
                                         : qsTr("Waiting for the first ventilation")
     readonly property string words: panel.tone === LiveFigures.Result
-                                    ? panel.result + (panel.figures.score < 0 ? "" : " " + panel.figures.advice)
+                                    ? [panel.result].concat(panel.figures.score >= 0 && panel.figures.advice.length > 0 ? panel.figures.advice : []).join(" ")
                                     : panel.figures.advice || panel.waiting
 
     color: panel.tone === LiveFigures.Fault ? Look.fault
          : panel.tone === LiveFigures.Instruction ? Look.accent : Look.card
     Accessible.role: panel.isLoud ? Accessible.AlertMessage : Accessible.StaticText
     Accessible.name: qsTr("Advice") + ": " + panel.words
-    Accessible.onNameChanged: if (panel.visible) Words.announce(panel)
+    Accessible.onNameChanged: Words.announce(panel)
 
     RowLayout {
         anchors { fill: parent; leftMargin: Look.padding; rightMargin: Look.padding }
@@ -65,7 +66,7 @@ Card {
         }
         ActionButton {
             objectName: "review"
-            visible: !panel.isLive
+            visible: !panel.isLive && panel.hasReview
             highlighted: true
             text: qsTr("Look the session over")
             onClicked: panel.reviewWanted()

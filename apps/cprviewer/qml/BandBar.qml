@@ -13,6 +13,7 @@ Item {
     property real bandFrom: 0
     property real bandTo: 0
     property real marker: -1 // none below 0
+    property real unit: Look.unit // of the mark
 
     implicitHeight: Math.round(12 * Look.unit)
 
@@ -40,8 +41,8 @@ Item {
     Rectangle {
         visible: bar.marker >= 0
         x: bar.position(bar.marker) - width / 2
-        y: -Math.round(3 * Look.unit)
-        width: Math.max(3, Math.round(3 * Look.unit))
+        y: -Math.round(3 * bar.unit)
+        width: Math.max(3, Math.round(3 * bar.unit))
         height: parent.height - 2 * y
         color: Look.text
     }

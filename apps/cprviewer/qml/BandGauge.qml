@@ -16,6 +16,7 @@ Item {
     property real limit: 0 // a line of its own; none at 0
     property bool fromTop: false // a depth grows downwards
     property real textSize: Look.title
+    property real unit: Look.unit // of lines and marks
     readonly property bool hasBand: gauge.bandTo > gauge.bandFrom
 
     function position(number) {
@@ -48,14 +49,14 @@ Item {
             Rectangle {
                 anchors { fill: parent; margins: 2 }
                 color: Look.colors.band
-                border { color: Look.good; width: Math.max(2, Math.round(3 * Look.unit)) }
+                border { color: Look.good; width: Math.max(2, Math.round(3 * gauge.unit)) }
             }
         }
         Rectangle {
             visible: gauge.limit > 0
             width: parent.width
             y: gauge.position(gauge.limit)
-            height: Math.max(2, Math.round(2 * Look.unit))
+            height: Math.max(2, Math.round(2 * gauge.unit))
             color: Look.text
         }
     }
@@ -64,7 +65,7 @@ Item {
         delegate: PageText {
             id: bandLabel
             required property real modelData
-            x: track.width + Math.round(26 * Look.unit)
+            x: track.width + Math.round(26 * gauge.unit)
             y: Math.max(0, Math.min(gauge.height - height,
                                     gauge.position(bandLabel.modelData) - height / 2))
             text: bandLabel.modelData.toFixed(0)
@@ -74,7 +75,7 @@ Item {
     }
     PlainText {
         visible: gauge.marker >= 0
-        x: track.width + Math.round(2 * Look.unit)
+        x: track.width + Math.round(2 * gauge.unit)
         y: gauge.position(gauge.marker) - height / 2
         text: "◀"
         color: Look.text

@@ -141,6 +141,13 @@ FocusScope {
                         onValueModified: page.names.minutes = value
                     }
                 }
+                PageText {
+                    Layout.fillWidth: true
+                    text: qsTr("Protocol and minutes are those of a simulated session. A manikin or a recording has its own.")
+                    wrapMode: Text.WordWrap
+                    color: Look.muted
+                    font.pixelSize: Look.small
+                }
                 Rectangle { Layout.fillWidth: true; Layout.preferredHeight: 1; color: Look.frame }
                 PageText { Layout.fillWidth: true; text: qsTr("Add learners: name, manikin, protocol"); font.bold: true; wrapMode: Text.WordWrap }
                 FieldArea {

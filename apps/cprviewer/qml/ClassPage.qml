@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 import QtQuick 2.15
+import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import CPRData 1.0
 import CPRViewer 1.0
@@ -59,6 +60,13 @@ FocusScope {
         event.accepted = true;
     }
 
+    PageMenu {
+        id: reportsMenu
+        objectName: "reportsMenu"
+
+        Action { text: qsTr("&Print in one job…"); onTriggered: page.viewer.printReports(page.model) }
+        Action { text: qsTr("As P&DF into a folder…"); onTriggered: page.reportsWanted() }
+    }
     ColumnLayout {
         anchors.fill: parent
         spacing: Look.gap / 2
@@ -83,7 +91,8 @@ FocusScope {
             PageText {
                 objectName: "classSummary"
                 Layout.fillWidth: true
-                text: page.model.isLoading ? qsTr("Reading sessions…") : page.model.summary
+                text: page.viewer.partsToWrite > 0 ? qsTr("Making reports: %1 of %2").arg(page.viewer.writtenParts).arg(page.viewer.partsToWrite)
+                    : page.model.isLoading ? qsTr("Reading sessions…") : page.model.summary
                 color: Look.muted
             }
             ActionButton {
@@ -101,19 +110,30 @@ FocusScope {
                 onClicked: page.reportWanted()
             }
             ActionButton {
+                id: reportsButton
                 objectName: "classReports"
                 enabled: page.model.count > 0 && !page.model.isLoading && !page.viewer.isWriting
                 text: qsTr("Reports…")
-                help: qsTr("A page to take home of each session, as PDF into a folder")
-                onClicked: page.reportsWanted()
+                help: qsTr("A page to take home of each session")
+                onClicked: reportsMenu.popup(reportsButton, 0, reportsButton.height)
+            }
+            ActionButton {
+                objectName: "cancelReports"
+                visible: page.viewer.partsToWrite > 0
+                text: qsTr("Cancel")
+                help: qsTr("Leave the other reports out")
+                onClicked: page.viewer.cancelWriting()
             }
         }
         PageText {
+            id: classProblem
             objectName: "classProblem"
             visible: page.model.problem.length > 0
             Layout.fillWidth: true
             text: "⚠ " + page.model.problem
             color: Look.fault
+            Accessible.role: Accessible.AlertMessage
+            Accessible.onNameChanged: Words.announce(classProblem)
         }
         Card {
             visible: page.model.count > 0

@@ -40,12 +40,15 @@ Card {
             text: qsTr("Of the same learner, before and after, or of another one. The session that is open stays as it is.")
         }
         PageText {
+            id: compareProblem
             objectName: "compareProblem"
             width: parent.width
             visible: text.length > 0
             wrapMode: Text.WrapAtWordBoundaryOrAnywhere
             color: Look.fault
             text: Words.shown(chooser.source.problem)
+            Accessible.role: Accessible.AlertMessage
+            Accessible.onNameChanged: Words.announce(compareProblem)
         }
         Rectangle {
             visible: chooser.source.isLoading

@@ -64,6 +64,8 @@ Item {
             width: parent.width
             color: Look.muted
             font.pixelSize: Look.small
+            wrapMode: Text.WordWrap
+            maximumLineCount: 2
             text: [isNaN(summary.start.getTime()) ? qsTr("Date not known") : Words.value("startTime", summary.start),
                    Words.time(summary.length * 1000), summary.protocolText, summary.guidelines].filter(part => part.length > 0).join("  ·  ")
         }

@@ -2,6 +2,7 @@
 // Copyright (c) 2026 The libCPRData authors
 
 import QtQuick 2.15
+import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import Qt.labs.platform 1.1 as Platform
 import CPRData 1.0
@@ -20,6 +21,8 @@ FocusScope {
     property alias panel: panel
     property alias table: table
     signal backWanted()
+    signal tableWanted(ComparisonModel model)
+    signal pictureWanted(ComparisonModel model, bool isOverlaid)
 
     function chooseFile() { openDialog.open(); }
 
@@ -115,6 +118,14 @@ FocusScope {
                         onClicked: page.isSwapped = !page.isSwapped
                     }
                     ActionButton {
+                        id: exportButton
+                        objectName: "exportComparison"
+                        enabled: compared.count > 0 && !page.viewer.isWriting
+                        text: "↧"
+                        help: qsTr("Export the comparison as a table or a picture")
+                        onClicked: exportMenu.popup(exportButton, 0, exportButton.height)
+                    }
+                    ActionButton {
                         objectName: "chooseAnother"
                         text: qsTr("Another…")
                         help: qsTr("Compare with another session")
@@ -147,6 +158,14 @@ FocusScope {
                 }
             }
         }
+    }
+
+    PageMenu {
+        id: exportMenu
+        objectName: "exportMenu"
+
+        Action { text: qsTr("&Table…"); onTriggered: page.tableWanted(compared) }
+        Action { text: qsTr("&Picture…"); onTriggered: page.pictureWanted(compared, panel.isOverlaid) }
     }
 
     function mark(isDamaged) { return isDamaged ? qsTr("Damaged; what could be read is shown.") : ""; }

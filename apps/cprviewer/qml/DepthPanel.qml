@@ -13,10 +13,7 @@ LivePanel {
     readonly property real last: panel.figures.lastDepth
     readonly property bool hasLast: panel.last >= 0
     readonly property int side: panel.figures.depthSide
-    // Rounded so that a depth outside the band never looks like one of its limits.
-    readonly property string shown: !panel.hasLast ? "–"
-        : (panel.side === Verdict.TooLow ? Math.floor(panel.last)
-           : panel.side === Verdict.TooHigh ? Math.ceil(panel.last) : Math.round(panel.last)).toString()
+    readonly property string shown: panel.figures.lastDepthText
 
     title: qsTr("Depth")
     corner: panel.figures.depthMax > 0

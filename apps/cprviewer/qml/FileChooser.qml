@@ -15,6 +15,7 @@ Item {
 
     property var job: null // (url, replaces) => result
     property var done: null // what is done after a success
+    property string thereText: "%1" // what is there already, by the name that was chosen
     property var whenWritten: null // the same, of what is being written
 
     function open() { openDialog.open(); }
@@ -35,6 +36,14 @@ Item {
         chooser.write(qsTr("Export picture"), ".png", [qsTr("Picture (*.png *.svg *.pdf)")],
                       (url, replaces) => chooser.viewer.exportPicture(url, replaces), null);
     }
+    function exportComparison(model) {
+        chooser.write(qsTr("Export comparison"), "-comparison.csv", [qsTr("Table (*.csv)")],
+                      (url, replaces) => chooser.viewer.exportComparison(model, url, replaces), null);
+    }
+    function exportComparisonPicture(model, isOverlaid) {
+        chooser.write(qsTr("Export picture"), "-comparison.png", [qsTr("Picture (*.png *.svg *.pdf)")],
+                      (url, replaces) => chooser.viewer.exportComparisonPicture(model, isOverlaid, url, replaces), null);
+    }
     function exportReport(remark, isA4) {
         chooser.write(qsTr("Save report"), "-report.pdf", [qsTr("Report (*.pdf)")],
                       (url, replaces) => chooser.viewer.exportReport(url, remark, isA4, replaces), null);
@@ -46,25 +55,22 @@ Item {
     function exportReports(model) {
         chooser.job = (url, replaces) => chooser.viewer.exportReports(model, url, chooser.isA4, replaces);
         chooser.done = null;
-        chooser.askForFolder(qsTr("Folder for the reports"), folder => chooser.finish(folder, false));
+        chooser.thereText = qsTr("%1 has reports of these sessions already.");
+        chooser.viewer.chooseFolder(qsTr("Folder for the reports"), folder => chooser.finish(folder, false));
     }
     function saveInLibrary(done) {
         chooser.whenWritten = chooser.viewer.saveInLibrary() === Viewer.Started ? done : null;
     }
     function chooseLibrary() {
-        chooser.askForFolder(qsTr("Folder of the library"), folder => chooser.viewer.chooseLibrary(folder));
+        chooser.viewer.chooseFolder(qsTr("Folder of the library"), folder => chooser.viewer.chooseLibrary(folder));
     }
     function readClassList() { listDialog.open(); }
-    function askForFolder(title, action) {
-        folderDialog.title = title;
-        folderDialog.action = action;
-        folderDialog.open();
-    }
     // What printers have where people do not write letters on A4.
     readonly property bool isA4: Qt.locale().measurementSystem !== Locale.ImperialUSSystem
     function write(title, ending, filters, job, done) {
         chooser.job = job;
         chooser.done = done;
+        chooser.thereText = "%1";
         saveDialog.title = title;
         saveDialog.nameFilters = filters;
         saveDialog.defaultSuffix = ending.replace(/^.*\./, "");
@@ -75,7 +81,7 @@ Item {
         const result = chooser.job(url, replaces);
         if (result === Viewer.Exists || result === Viewer.LosesSource) {
             const lost = qsTr("%1 is damaged. Of it this is all that the session has:\n%2\nThe damaged file is kept beside it.");
-            replaceDialog.text = result === Viewer.Exists ? chooser.viewer.fileName(url)
+            replaceDialog.text = result === Viewer.Exists ? chooser.thereText.arg(chooser.viewer.fileName(url))
                 : lost.arg(chooser.viewer.fileName(url)).arg(chooser.viewer.report.join("\n"));
             replaceDialog.yesAction = () => chooser.finish(url, true);
             replaceDialog.open();
@@ -104,11 +110,6 @@ Item {
         fileMode: Platform.FileDialog.SaveFile
         options: Platform.FileDialog.DontConfirmOverwrite // it is asked for below, for every platform
         onAccepted: chooser.finish(file, false)
-    }
-    Platform.FolderDialog {
-        id: folderDialog
-        property var action: null
-        onAccepted: folderDialog.action(folder)
     }
     Platform.FileDialog {
         id: listDialog

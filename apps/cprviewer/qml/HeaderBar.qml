@@ -12,7 +12,7 @@ Rectangle {
     id: bar
 
     required property Viewer viewer
-    property int page: 0 // 0 start, 1 live, 2 review, 3 library, 4 compare
+    property int page: 0 // 0 start, 1 live, 2 review, 3 library, 4 compare, 5 manikins
     property alias menuButton: menuButton
     signal pageWanted(int page)
     signal openWanted()
@@ -20,6 +20,7 @@ Rectangle {
     signal saveWanted()
     signal menuWanted(Item at)
     signal reportWanted()
+    signal soundWanted()
 
     readonly property bool hasSession: bar.viewer.session !== null
     readonly property string mark: bar.viewer.isSalvaged ? bar.viewer.isDamaged ? qsTr("Salvaged in part") : qsTr("Salvaged")
@@ -77,6 +78,16 @@ Rectangle {
                 checked: bar.page === 4
                 onClicked: bar.pageWanted(4)
             }
+            PageTab {
+                id: roomTab
+                objectName: "roomTab"
+                visible: bar.page === 5 || bar.viewer.room.count > 0
+                width: roomTab.visible ? roomTab.implicitWidth : 0
+                text: qsTr("Manikins")
+                font.pixelSize: Look.title
+                checked: bar.page === 5
+                onClicked: bar.pageWanted(5)
+            }
         }
         PageText {
             Layout.fillWidth: true
@@ -104,6 +115,13 @@ Rectangle {
                 font.pixelSize: Look.small
                 font.bold: true
             }
+        }
+        ActionButton {
+            objectName: "sound"
+            visible: bar.viewer.sound.hasMetronome || bar.viewer.sound.hasTones || bar.viewer.sound.hasSpeech
+            text: "♪"
+            help: qsTr("Sound for the learner is on")
+            onClicked: bar.soundWanted()
         }
         ActionButton {
             objectName: "mark"

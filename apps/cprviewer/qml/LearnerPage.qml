@@ -14,8 +14,15 @@ FocusScope {
     required property string learner
     signal openWanted(string file)
     signal backWanted()
+    signal renameWanted()
 
     Keys.onEscapePressed: page.backWanted()
+    Keys.onPressed: event => {
+        if (event.key !== Qt.Key_F2 || page.library.isCorrecting)
+            return;
+        page.renameWanted();
+        event.accepted = true;
+    }
 
     LibraryModel { id: sessions; library: page.library; learner: page.learner }
 
@@ -39,6 +46,13 @@ FocusScope {
                 font { pixelSize: Math.round(24 * Look.unit); bold: true }
             }
             PageText { text: qsTr("%n session(s)", "", sessions.count); color: Look.muted }
+            ActionButton {
+                objectName: "renameLearner"
+                enabled: !page.library.isCorrecting
+                text: qsTr("Rename…")
+                help: qsTr("Correct the name in all sessions of the learner (F2)")
+                onClicked: page.renameWanted()
+            }
         }
         Card {
             Layout.fillWidth: true

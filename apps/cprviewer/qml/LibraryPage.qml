@@ -17,6 +17,8 @@ FocusScope {
     property string learner: "" // whose page lies over them
     readonly property LibraryFolder library: page.viewer.library
     readonly property bool hasFolder: page.library.folder.length > 0
+    readonly property bool isRenaming: page.library.isCorrecting && page.library.toCorrect > 1
+    readonly property bool isWorking: page.library.isScanning || page.isRenaming
     readonly property alias classPage: classPage
     signal openWanted(string path)
     signal folderWanted()
@@ -68,20 +70,21 @@ FocusScope {
                 elide: Text.ElideMiddle
                 color: Look.muted
                 font.pixelSize: Look.small
-                Accessible.name: page.library.isScanning ? text : Words.shown(page.library.folder)
-                text: !page.library.isScanning ? Words.shown(page.library.folder.replace(/^.*\//, ""))
+                Accessible.name: page.isWorking ? text : Words.shown(page.library.folder)
+                text: page.isRenaming ? qsTr("Correcting sessions: %1 of %2").arg(page.library.correctedFiles).arg(page.library.toCorrect)
+                    : !page.library.isScanning ? Words.shown(page.library.folder.replace(/^.*\//, ""))
                     : page.library.toScan > 0 ? qsTr("Reading sessions: %1 of %2").arg(page.library.scanned).arg(page.library.toScan)
                                               : qsTr("Looking for sessions…")
             }
             ActionButton {
                 objectName: "cancelScan"
-                visible: page.library.isScanning && page.library.toScan > 0
+                visible: page.isRenaming || (page.library.isScanning && page.library.toScan > 0)
                 text: qsTr("Cancel")
-                help: qsTr("Stop reading sessions")
-                onClicked: page.library.cancelScan()
+                help: page.isRenaming ? qsTr("Leave the other sessions as they are") : qsTr("Stop reading sessions")
+                onClicked: page.isRenaming ? page.library.cancelCorrecting() : page.library.cancelScan()
             }
             ActionButton {
-                visible: page.hasFolder && !page.library.isScanning
+                visible: page.hasFolder && !page.isWorking
                 text: "↻"
                 help: qsTr("Look for sessions again (F5)")
                 onClicked: page.library.scan()
@@ -95,6 +98,7 @@ FocusScope {
             }
         }
         Rectangle {
+            id: libraryProblem
             objectName: "libraryProblem"
             readonly property alias text: problemText.text
             visible: page.library.problem.length > 0
@@ -105,6 +109,7 @@ FocusScope {
             radius: Look.radius / 2
             Accessible.role: Accessible.AlertMessage
             Accessible.name: problemText.text
+            Accessible.onNameChanged: Words.announce(libraryProblem)
 
             PageText {
                 id: problemText
@@ -171,6 +176,7 @@ FocusScope {
                     learner: page.learner
                     onOpenWanted: file => page.openWanted(page.library.pathOf(file))
                     onBackWanted: page.showView(page.view)
+                    onRenameWanted: renameDialog.edit(page.learner)
                 }
             }
             Card {
@@ -199,6 +205,11 @@ FocusScope {
                 }
             }
         }
+    }
+    RenameDialog { id: renameDialog; objectName: "renameDialog"; library: page.library }
+    Connections {
+        target: page.library
+        function onRenamed(name, newName) { if (page.learner === name) page.learner = newName; }
     }
     LearnersDialog { id: learnersDialog; objectName: "learnersDialog"; library: page.library }
 

@@ -12,6 +12,11 @@ FocusScope {
     id: page
 
     required property Viewer viewer
+    property CPRData session: page.viewer.session
+    property bool isLive: page.viewer.isLive
+    property QtObject receiver: page.viewer // whose addRemark() takes the remarks
+    property bool isInterrupted: false // nothing comes at the moment
+    property bool hasReview: true // the session can be looked over from here
     property alias figures: live
     signal reviewWanted()
     signal stopWanted()
@@ -20,17 +25,17 @@ FocusScope {
     Accessible.name: qsTr("Live training")
 
     readonly property bool hasCycles: live.compressionsPerCycle > 0 && live.ventilationsPerCycle > 0
-    readonly property bool isOver: !page.viewer.isLive
+    readonly property bool isOver: !page.isLive || page.isInterrupted
 
     LiveFigures {
         id: live
-        session: page.viewer.session
+        session: page.session
         isActive: page.visible
     }
 
     Keys.onPressed: event => {
         event.accepted = !(event.modifiers & (Qt.ControlModifier | Qt.AltModifier))
-                && page.viewer.session !== null && remarkBar.takeKey(event.key, page.viewer.session.cprEvents.sessionTime);
+                && page.session !== null && remarkBar.takeKey(event.key, page.session.cprEvents.sessionTime);
     }
 
     ColumnLayout {
@@ -155,7 +160,8 @@ FocusScope {
         AdvicePanel {
             objectName: "advice"
             figures: live
-            isLive: page.viewer.isLive
+            isLive: page.isLive
+            hasReview: page.hasReview
             Layout.fillWidth: true
             Layout.preferredHeight: Math.round(84 * Look.unit)
             onReviewWanted: page.reviewWanted()
@@ -168,7 +174,7 @@ FocusScope {
             WaveItem {
                 id: wave
                 anchors { fill: parent; margins: Look.gap }
-                session: page.viewer.session
+                session: page.session
                 kind: live.hasCompressions ? WaveItem.Depth : WaveItem.Volume
                 span: live.hasCompressions ? 15000 : 30000
                 dark: Look.dark
@@ -189,7 +195,7 @@ FocusScope {
                 anchors { left: parent.left; verticalCenter: parent.verticalCenter; leftMargin: Look.gap; verticalCenterOffset: Look.gap / 2 }
                 text: "⚑"
                 help: qsTr("Remark on this time (T)")
-                onClicked: remarkBar.open(page.viewer.session.cprEvents.sessionTime)
+                onClicked: remarkBar.open(page.session.cprEvents.sessionTime)
             }
         }
     }
@@ -199,5 +205,6 @@ FocusScope {
         anchors { horizontalCenter: parent.horizontalCenter; bottom: parent.bottom; bottomMargin: 2 * Look.padding }
         width: Math.min(implicitWidth, parent.width - 4 * Look.padding)
         viewer: page.viewer
+        receiver: page.receiver
     }
 }

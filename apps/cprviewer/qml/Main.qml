@@ -13,7 +13,7 @@ import "."
 ApplicationWindow {
     id: window
 
-    enum Page { Start, Live, Review, Library, Compare }
+    enum Page { Start, Live, Review, Library, Compare, Room }
 
     required property Viewer viewer
     property string firstPage: "" // instead of the one that suits the first session
@@ -27,12 +27,19 @@ ApplicationWindow {
     property bool usesReview: false
     property bool usesCompare: false
     property bool usesLibrary: false
+    property bool usesRoom: false
     property bool isJustEnded: false // which can be taken back for a while
+    // What the learner's view and the sound follow: the live session, else the manikin of the class
+    // that was opened last.
+    readonly property ClassManikin learnerManikin: !window.viewer.isLive && roomLoader.item ? (roomLoader.item as RoomPage).followed : null
+    property CPRData learnerSession: window.learnerManikin !== null ? window.learnerManikin.session : window.viewer.wasLive ? window.viewer.session : null
+    property bool isLearnerLive: window.learnerManikin !== null ? window.learnerManikin.isRunning : window.viewer.isLive
+    readonly property LearnerWindow learnerWindow: learnerLoader.item as LearnerWindow
     // A session that no file holds yet goes into the library at once.
     readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
                                            && window.viewer.isUnsaved && window.viewer.source.length === 0
     readonly property int leftCount: window.viewer.leftSessions.length
-    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, libraryLoader.item, compareLoader.item][window.page]
+    readonly property Item pageItem: [startLoader.item, liveLoader.item, reviewLoader.item, libraryLoader.item, compareLoader.item, roomLoader.item][window.page]
 
     onPageChanged: window.usePage()
     function usePage() {
@@ -40,6 +47,7 @@ ApplicationWindow {
         window.usesReview = window.usesReview || window.page === Main.Review;
         window.usesCompare = window.usesCompare || window.page === Main.Compare;
         window.usesLibrary = window.usesLibrary || window.page === Main.Library;
+        window.usesRoom = window.usesRoom || window.page === Main.Room;
     }
     function showSession() {
         if (window.viewer.session === null)
@@ -58,6 +66,8 @@ ApplicationWindow {
     }
     Component.onCompleted: {
         const view = ["sessions", "learners", "class", "class-list"].indexOf(window.firstPage);
+        if (window.firstPage === "manikins")
+            window.page = Main.Room;
         if (view < 0 && window.firstPage !== "learner")
             return;
         window.showLibrary(Math.max(0, view));
@@ -97,7 +107,7 @@ ApplicationWindow {
     }
     function salvage(name) { window.leave(() => window.viewer.salvage(name)); }
     function show(page) {
-        if (page === Main.Library)
+        if (page === Main.Library || page === Main.Room)
             window.page = page;
         else if (window.viewer.session !== null && (page !== Main.Live || window.viewer.wasLive))
             window.page = page;
@@ -136,13 +146,23 @@ ApplicationWindow {
     palette.toolTipText: Look.text
 
     onClosing: close => {
-        window.isClosing = window.viewer.isWriting;
-        close.accepted = !window.viewer.isWriting && !window.viewer.isUnsaved;
+        const room = window.viewer.room;
+        if (room.running > 0) {
+            close.accepted = false;
+            roomDialog.open();
+            return;
+        }
+        room.finish(); // what has just ended need not wait
+        window.isClosing = window.viewer.isWriting || !room.isIdle;
+        close.accepted = !window.isClosing && !window.viewer.isUnsaved;
         if (!close.accepted && !window.isClosing)
             window.leave(() => window.close());
+        else if (close.accepted)
+            window.viewer.learnerPlace.hide(); // no window keeps the program running
     }
 
     Binding { target: Look; property: "dark"; value: window.viewer.appearance.isDark }
+    Binding { target: window.viewer.sound; property: "session"; value: window.isLearnerLive ? window.learnerSession : null }
     Binding { target: Look; property: "textScale"; value: window.viewer.appearance.textScale }
     Binding {
         target: Look
@@ -157,16 +177,24 @@ ApplicationWindow {
                 damageDialog.open();
         }
         function onWritten(isComplete) {
-            if (window.isClosing && isComplete)
-                window.close();
+            const closes = window.isClosing && isComplete;
             window.isClosing = false;
+            if (closes)
+                window.close();
+        }
+    }
+    Connections {
+        target: window.viewer.room
+        function onStatesChanged() {
+            if (window.isClosing && window.viewer.room.isIdle && !window.viewer.isWriting)
+                Qt.callLater(window.close);
         }
     }
     // What models have put into words is put anew.
     Connections {
         target: window.viewer.appearance
         function onLanguageChanged() {
-            window.hasPages = window.usesLive = window.usesReview = window.usesCompare = window.usesLibrary = false;
+            window.hasPages = window.usesLive = window.usesReview = window.usesCompare = window.usesLibrary = window.usesRoom = false;
             window.usePage();
             window.hasPages = true;
         }
@@ -184,6 +212,7 @@ ApplicationWindow {
             onSaveWanted: window.saveSoon()
             onMenuWanted: at => menu.popup(at, 0, at.height)
             onReportWanted: damageDialog.open()
+            onSoundWanted: soundDialog.open()
         }
         MessageBar {
             objectName: "problemBar"
@@ -238,6 +267,7 @@ ApplicationWindow {
             onSimulationWanted: scenarioDialog.open()
             onFileWanted: name => window.openFile(name)
             onLibraryWanted: view => window.showLibrary(view)
+            onRoomWanted: window.show(Main.Room)
             onSaveLeftWanted: target => chooser.saveLeft(target)
         }
         onLoaded: startLoader.item.forceActiveFocus()
@@ -270,7 +300,13 @@ ApplicationWindow {
         anchors.fill: parent
         active: window.hasPages && window.usesCompare
         visible: window.page === Main.Compare
-        sourceComponent: ComparePage { focus: true; viewer: window.viewer; onBackWanted: window.show(Main.Review) }
+        sourceComponent: ComparePage {
+            focus: true
+            viewer: window.viewer
+            onBackWanted: window.show(Main.Review)
+            onTableWanted: model => chooser.exportComparison(model)
+            onPictureWanted: (model, isOverlaid) => chooser.exportComparisonPicture(model, isOverlaid)
+        }
         onVisibleChanged: if (compareLoader.visible && compareLoader.item) compareLoader.item.forceActiveFocus()
         onLoaded: if (compareLoader.visible) compareLoader.item.forceActiveFocus()
     }
@@ -292,6 +328,15 @@ ApplicationWindow {
         onVisibleChanged: if (libraryLoader.visible && libraryLoader.item) libraryLoader.item.focusView()
         onLoaded: if (libraryLoader.visible) libraryLoader.item.focusView()
     }
+    Loader {
+        id: roomLoader
+        anchors.fill: parent
+        active: window.hasPages && window.usesRoom
+        visible: window.page === Main.Room
+        sourceComponent: RoomPage { focus: true; viewer: window.viewer; onClassListWanted: window.showLibrary(3) }
+        onVisibleChanged: if (roomLoader.visible && roomLoader.item) roomLoader.item.takeFocus()
+        onLoaded: if (roomLoader.visible) roomLoader.item.takeFocus()
+    }
     Timer {
         interval: 60000
         running: window.isJustEnded
@@ -305,6 +350,13 @@ ApplicationWindow {
     }
     LoadingDialog { id: loadingDialog; viewer: window.viewer }
     KeysDialog { id: keysDialog }
+    SoundDialog { id: soundDialog; objectName: "soundDialog"; sound: window.viewer.sound }
+    Loader {
+        id: learnerLoader
+        active: window.viewer.learnerPlace.isOpen
+        sourceComponent: LearnerWindow { viewer: window.viewer; session: window.learnerSession; isLive: window.isLearnerLive }
+        onLoaded: window.viewer.learnerPlace.show(learnerLoader.item, window)
+    }
     DamageDialog {
         id: damageDialog
         objectName: "damageDialog"
@@ -354,6 +406,21 @@ ApplicationWindow {
         no: qsTr("Do not save")
     }
     QuestionDialog {
+        id: roomDialog
+        objectName: "roomDialog"
+        title: qsTr("End the class?")
+        text: window.viewer.library.folder.length > 0
+              ? qsTr("%n session(s) still run. They end now and are saved in the library.", "", window.viewer.room.running)
+              : qsTr("%n session(s) still run. They end now, and the viewer offers to save them when it starts again.", "", window.viewer.room.running)
+        yes: qsTr("End all and close")
+        yesAction: () => {
+            window.isClosing = true;
+            window.viewer.room.finish();
+            if (window.viewer.room.isIdle)
+                window.close();
+        }
+    }
+    QuestionDialog {
         id: endDialog
         objectName: "endDialog"
         title: qsTr("End the session?")
@@ -374,7 +441,9 @@ ApplicationWindow {
         onPictureWanted: chooser.exportPicture()
         onReportWanted: reportDialog.open()
         onLibraryWanted: view => window.showLibrary(view)
+        onRoomWanted: window.show(Main.Room)
         onKeysWanted: keysDialog.open()
+        onSoundWanted: soundDialog.open()
         onQuitWanted: window.close()
     }
 
@@ -388,6 +457,7 @@ ApplicationWindow {
     Shortcut { sequence: "Ctrl+4"; onActivated: window.showLibrary(2) }
     Shortcut { sequence: "Ctrl+5"; onActivated: window.showLibrary(3) }
     Shortcut { sequence: "Ctrl+6"; onActivated: window.show(Main.Compare) }
+    Shortcut { sequence: "Ctrl+7"; onActivated: window.show(Main.Room) }
     Shortcut { sequence: "Ctrl+R"; enabled: window.viewer.session !== null; onActivated: reportDialog.open() }
     // Whatever has the focus, but not where it is typed.
     Shortcut {
@@ -395,6 +465,8 @@ ApplicationWindow {
         enabled: window.page === Main.Review && !menu.visible && !(window.activeFocusItem instanceof TextInput || window.activeFocusItem instanceof TextEdit)
         onActivated: reviewLoader.item.timelinePanel.togglePlaying()
     }
+    Shortcut { sequence: "Ctrl+L"; context: Qt.ApplicationShortcut; onActivated: window.viewer.learnerPlace.isOpen = !window.viewer.learnerPlace.isOpen }
+    Shortcut { sequence: "Ctrl+M"; context: Qt.ApplicationShortcut; onActivated: window.viewer.sound.hasMetronome = !window.viewer.sound.hasMetronome }
     Shortcut { sequence: "F1"; onActivated: keysDialog.open() }
     Shortcut { sequence: "F10"; onActivated: menu.popup(headerBar.menuButton, 0, headerBar.menuButton.height) }
     Shortcut {

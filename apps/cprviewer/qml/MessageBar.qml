@@ -20,7 +20,7 @@ Rectangle {
     color: Look.fault
     Accessible.role: Accessible.AlertMessage
     Accessible.name: bar.text
-    Accessible.onNameChanged: if (bar.visible) Words.announce(bar)
+    Accessible.onNameChanged: Words.announce(bar)
 
     RowLayout {
         // Not as high as the bar, which would lay the text out again for a height that it gave.

@@ -14,6 +14,7 @@ Card {
     id: bar
 
     required property Viewer viewer
+    property QtObject receiver: bar.viewer // whose addRemark() takes what is new
     property bool isOpen: false
     property int time: 0 // of the remark, ms of session time
     property CPREventBase corrected: null
@@ -32,7 +33,7 @@ Card {
             return false;
         return true;
     }
-    function remark(text, time) { bar.show(bar.viewer.addRemark(text, time)); }
+    function remark(text, time) { bar.show(bar.receiver.addRemark(text, time)); }
     function show(remark) {
         if (remark === null)
             return;
@@ -82,7 +83,7 @@ Card {
 
     Timer { id: noticeTimer; interval: 3000 }
     Connections {
-        target: bar.viewer
+        target: bar.receiver
         function onSessionChanged() { bar.isOpen = false; noticeTimer.stop(); }
     }
     PageText {
@@ -94,6 +95,7 @@ Card {
         font.pixelSize: Look.title
         Accessible.role: Accessible.AlertMessage
         Accessible.name: notice.text
+        Accessible.onNameChanged: Words.announce(notice)
     }
     ColumnLayout {
         id: form

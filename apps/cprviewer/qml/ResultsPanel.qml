@@ -102,14 +102,16 @@ Card {
             font.pixelSize: Look.small
         }
         PageText {
+            id: primaryAdvice
             objectName: "primaryAdvice"
             width: parent.width
             text: summary.primaryAdviceText.length > 0 ? "1.  " + summary.primaryAdviceText
                                                       : qsTr("None was given.")
-            font.pixelSize: Math.round(17 * Look.unit)
+            // What a long sentence asks for often stands at its end.
+            font.pixelSize: Math.round((text.length > 40 ? 15 : 17) * Look.unit)
             font.bold: true
             wrapMode: Text.WordWrap
-            maximumLineCount: 2
+            maximumLineCount: 3
         }
         PageText {
             objectName: "secondaryAdvice"
@@ -118,7 +120,7 @@ Card {
             text: "2.  " + summary.secondaryAdviceText
             font.pixelSize: Look.small
             wrapMode: Text.WordWrap
-            maximumLineCount: 2
+            maximumLineCount: primaryAdvice.lineCount > 2 ? 1 : 2
         }
     }
 }

@@ -104,6 +104,7 @@ Card {
                 model: ParameterModel { session: panel.session; subject: ParameterModel.Statistics; hasBars: false }
             }
             Facts {
+                objectName: "scores"
                 width: parent.width
                 title: qsTr("Scores and reductions")
                 model: ParameterModel { session: panel.session; subject: ParameterModel.Score }

@@ -17,6 +17,7 @@ FocusScope {
     signal fileWanted(string name)
     signal saveLeftWanted(string target)
     signal libraryWanted(int view)
+    signal roomWanted()
     readonly property ClassList names: page.viewer.classList
 
     property string lastDay: page.viewer.library.lastDay()
@@ -55,7 +56,7 @@ FocusScope {
                 PageText {
                     width: parent.width
                     wrapMode: Text.WordWrap
-                    text: qsTr("The viewer ended while they were recorded. Everything up to then is there.")
+                    text: qsTr("They ended with the viewer, or without a library to go to. Everything up to then is there.")
                 }
                 LeftList {
                     id: leftList
@@ -91,7 +92,8 @@ FocusScope {
                     color: Look.muted
                     text: qsTr("Look a stored session over, or watch a training session live.")
                 }
-                Row {
+                Flow {
+                    width: parent.width
                     spacing: Look.gap
                     ActionButton {
                         objectName: "startOpen"
@@ -104,6 +106,12 @@ FocusScope {
                         objectName: "startSimulation"
                         text: qsTr("Simulated manikin…")
                         onClicked: page.simulationWanted()
+                    }
+                    ActionButton {
+                        objectName: "startRoom"
+                        text: qsTr("Manikins")
+                        help: qsTr("A class that trains at the same time (Ctrl+7)")
+                        onClicked: page.roomWanted()
                     }
                     ActionButton {
                         objectName: "startLibrary"

@@ -21,7 +21,9 @@ PageMenu {
     signal pictureWanted()
     signal reportWanted()
     signal libraryWanted(int view)
+    signal roomWanted()
     signal keysWanted()
+    signal soundWanted()
     signal quitWanted()
 
     readonly property bool hasSession: menu.viewer.session !== null
@@ -38,18 +40,29 @@ PageMenu {
         Action { text: qsTr("Class"); onTriggered: menu.libraryWanted(2) }
         Action { text: qsTr("Class list"); onTriggered: menu.libraryWanted(3) }
     }
+    Action { text: qsTr("Ma&nikins"); onTriggered: menu.roomWanted() }
     PageMenu {
         id: recent
+        objectName: "recentMenu"
+        readonly property var names: menu.names
+        // An item has a menu of its own.
+        function choose(name) { menu.fileWanted(name); }
         title: qsTr("&Recent files")
-        enabled: menu.names.length > 0
+        enabled: recent.names.length > 0
         width: Math.round(380 * Look.unit)
 
         Instantiator {
-            model: menu.names
+            model: recent.names
             delegate: MenuItem {
                 id: item
                 required property string modelData
-                text: Words.shown(item.modelData.replace(/^.*\//, ""))
+                readonly property var parts: item.modelData.split("/")
+                readonly property string fileName: item.parts[item.parts.length - 1]
+                readonly property bool isOnlyOne: recent.names.filter(name => name.endsWith("/" + item.fileName)).length < 2
+                text: Words.shown(item.isOnlyOne ? item.fileName : item.parts.slice(-2).join("/"))
+                implicitHeight: Look.controlHeight
+                leftPadding: Look.gap
+                rightPadding: Look.gap
                 font.pixelSize: Look.normal
                 contentItem: PlainText { // knows no keys of the menu, either
                     text: item.text
@@ -58,7 +71,13 @@ PageMenu {
                     verticalAlignment: Text.AlignVCenter
                     elide: Text.ElideMiddle
                 }
-                onTriggered: menu.fileWanted(item.modelData)
+                background: Rectangle {
+                    radius: Look.radius / 2
+                    color: item.highlighted ? Look.chosen : "transparent"
+                    border.color: Look.accent
+                    border.width: item.highlighted ? 2 : 0
+                }
+                onTriggered: recent.choose(item.modelData)
             }
             onObjectAdded: (index, object) => recent.insertItem(index, object)
             onObjectRemoved: (index, object) => recent.removeItem(object)
@@ -79,6 +98,8 @@ PageMenu {
     Action { text: qsTr("Export &picture…"); enabled: menu.canWrite; onTriggered: menu.pictureWanted() }
     Action { text: qsTr("Re&port…"); enabled: menu.hasSession; onTriggered: menu.reportWanted() }
     MenuSeparator { }
+    Action { text: menu.viewer.learnerPlace.isOpen ? qsTr("Close learner's &view") : qsTr("Learner's &view"); onTriggered: menu.viewer.learnerPlace.isOpen = !menu.viewer.learnerPlace.isOpen }
+    Action { text: qsTr("So&und…"); onTriggered: menu.soundWanted() }
     PageMenu {
         title: qsTr("&Appearance")
 

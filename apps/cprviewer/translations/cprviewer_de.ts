@@ -37,6 +37,33 @@
     </message>
 </context>
 <context>
+    <name>AssignDialog</name>
+    <message>
+        <source>Who trains?</source>
+        <translation>Wer übt?</translation>
+    </message>
+    <message>
+        <source>%1 runs with %2. The learner is added to the session.</source>
+        <translation>%1 läuft mit %2. Die Person kommt zur Sitzung hinzu.</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Class list</source>
+        <translation>Kursliste</translation>
+    </message>
+    <message>
+        <source>Assign</source>
+        <translation>Zuweisen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>ClassList</name>
     <message numerus="yes">
         <source>%n minute(s)</source>
@@ -154,6 +181,10 @@ Jörg Aldane; Puppe 2</translation>
         <source>Clear</source>
         <translation>Leeren</translation>
     </message>
+    <message>
+        <source>Protocol and minutes are those of a simulated session. A manikin or a recording has its own.</source>
+        <translation>Protokoll und Minuten gelten für simulierte Sitzungen. Eine Puppe oder Aufzeichnung hat ihre eigenen.</translation>
+    </message>
 </context>
 <context>
     <name>ClassPage</name>
@@ -196,10 +227,6 @@ Jörg Aldane; Puppe 2</translation>
     <message>
         <source>Reports…</source>
         <translation>Berichte…</translation>
-    </message>
-    <message>
-        <source>A page to take home of each session, as PDF into a folder</source>
-        <translation>Von jeder Sitzung eine Seite zum Mitnehmen, als PDF in einen Ordner</translation>
     </message>
     <message>
         <source>What to teach next</source>
@@ -247,6 +274,56 @@ Jörg Aldane; Puppe 2</translation>
     <message>
         <source>No session found.</source>
         <translation>Keine Sitzung gefunden.</translation>
+    </message>
+    <message>
+        <source>&amp;Print in one job…</source>
+        <translation>In einem Auftrag &amp;drucken…</translation>
+    </message>
+    <message>
+        <source>As P&amp;DF into a folder…</source>
+        <translation>Als &amp;PDF in einen Ordner…</translation>
+    </message>
+    <message>
+        <source>Making reports: %1 of %2</source>
+        <translation>Berichte werden erstellt: %1 von %2</translation>
+    </message>
+    <message>
+        <source>A page to take home of each session</source>
+        <translation>Von jeder Sitzung eine Seite zum Mitnehmen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Leave the other reports out</source>
+        <translation>Die übrigen Berichte weglassen</translation>
+    </message>
+</context>
+<context>
+    <name>ClassRoom</name>
+    <message>
+        <source>Manikin %1</source>
+        <translation>Puppe %1</translation>
+    </message>
+    <message>
+        <source>There is no scenario &quot;%1&quot;.</source>
+        <translation>Das Szenario „%1“ gibt es nicht.</translation>
+    </message>
+    <message numerus="yes">
+        <source>There is room for %n manikin(s) at a time.</source>
+        <translation>
+            <numerusform>Es ist Platz für %n Puppe zugleich.</numerusform>
+            <numerusform>Es ist Platz für %n Puppen zugleich.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 was not let in: %2</source>
+        <translation>%1 wurde nicht angenommen: %2</translation>
+    </message>
+    <message>
+        <source>%1: %2; it is tried again</source>
+        <translation>%1: %2; es wird wieder versucht</translation>
     </message>
 </context>
 <context>
@@ -346,6 +423,18 @@ Jörg Aldane; Puppe 2</translation>
     <message>
         <source>All files (*)</source>
         <translation>Alle Dateien (*)</translation>
+    </message>
+    <message>
+        <source>Export the comparison as a table or a picture</source>
+        <translation>Den Vergleich als Tabelle oder Bild exportieren</translation>
+    </message>
+    <message>
+        <source>&amp;Table…</source>
+        <translation>&amp;Tabelle…</translation>
+    </message>
+    <message>
+        <source>&amp;Picture…</source>
+        <translation>&amp;Bild…</translation>
     </message>
 </context>
 <context>
@@ -707,6 +796,14 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Lists (*.csv *.tsv *.txt)</source>
         <translation>Listen (*.csv *.tsv *.txt)</translation>
     </message>
+    <message>
+        <source>Export comparison</source>
+        <translation>Vergleich exportieren</translation>
+    </message>
+    <message>
+        <source>%1 has reports of these sessions already.</source>
+        <translation>%1 enthält schon Berichte von diesen Sitzungen.</translation>
+    </message>
 </context>
 <context>
     <name>HeaderBar</name>
@@ -793,6 +890,14 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Library</source>
         <translation>Bibliothek</translation>
+    </message>
+    <message>
+        <source>Manikins</source>
+        <translation>Puppen</translation>
+    </message>
+    <message>
+        <source>Sound for the learner is on</source>
+        <translation>Ton für die Lernenden ist eingeschaltet</translation>
     </message>
 </context>
 <context>
@@ -992,6 +1097,38 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Ctrl+6</source>
         <translation>Strg+6</translation>
     </message>
+    <message>
+        <source>Ctrl+7</source>
+        <translation>Strg+7</translation>
+    </message>
+    <message>
+        <source>Manikins: a class that trains at the same time</source>
+        <translation>Puppen: ein Kurs, der gleichzeitig übt</translation>
+    </message>
+    <message>
+        <source>1 to 9, Enter, Escape</source>
+        <translation>1 bis 9, Eingabe, Esc</translation>
+    </message>
+    <message>
+        <source>Open a manikin of the class, and go back</source>
+        <translation>Eine Puppe des Kurses groß zeigen und zurück</translation>
+    </message>
+    <message>
+        <source>S, E, L</source>
+        <translation>S, E, L</translation>
+    </message>
+    <message>
+        <source>Start, end, name the learner; Shift+S and Shift+E for all</source>
+        <translation>Starten, beenden, Person nennen; Umschalt+S und Umschalt+E für alle</translation>
+    </message>
+    <message>
+        <source>Ctrl+L, Ctrl+M</source>
+        <translation>Strg+L, Strg+M</translation>
+    </message>
+    <message>
+        <source>Learner&apos;s view, metronome on and off</source>
+        <translation>Ansicht der Lernenden, Metronom ein und aus</translation>
+    </message>
 </context>
 <context>
     <name>LearnerPage</name>
@@ -1013,6 +1150,136 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Progress over the sessions</source>
         <translation>Fortschritt über die Sitzungen</translation>
+    </message>
+    <message>
+        <source>Rename…</source>
+        <translation>Umbenennen…</translation>
+    </message>
+    <message>
+        <source>Correct the name in all sessions of the learner (F2)</source>
+        <translation>Den Namen in allen Sitzungen korrigieren (F2)</translation>
+    </message>
+</context>
+<context>
+    <name>LearnerView</name>
+    <message>
+        <source>Keep going.</source>
+        <translation>Weiter so.</translation>
+    </message>
+    <message>
+        <source>Begin when you are ready.</source>
+        <translation>Anfangen, sobald alles bereit ist.</translation>
+    </message>
+    <message>
+        <source>Learner&apos;s view</source>
+        <translation>Ansicht der Lernenden</translation>
+    </message>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>Deeper</source>
+        <translation>Tiefer</translation>
+    </message>
+    <message>
+        <source>Good</source>
+        <translation>Gut</translation>
+    </message>
+    <message>
+        <source>Less</source>
+        <translation>Weniger</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>Faster</source>
+        <translation>Schneller</translation>
+    </message>
+    <message>
+        <source>Slower</source>
+        <translation>Langsamer</translation>
+    </message>
+    <message>
+        <source>Ventilation</source>
+        <translation>Beatmung</translation>
+    </message>
+    <message>
+        <source>ml</source>
+        <translation>ml</translation>
+    </message>
+    <message>
+        <source>More</source>
+        <translation>Mehr</translation>
+    </message>
+    <message>
+        <source>Ventilation rate</source>
+        <translation>Beatmungsfrequenz</translation>
+    </message>
+    <message>
+        <source>Release</source>
+        <translation>Entlastung</translation>
+    </message>
+    <message>
+        <source>Complete</source>
+        <translation>Ganz</translation>
+    </message>
+    <message>
+        <source>Let go</source>
+        <translation>Loslassen</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>Your result</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>The session has ended.</source>
+        <translation>Die Sitzung ist beendet.</translation>
+    </message>
+    <message>
+        <source>Ready for you</source>
+        <translation>Alles bereit</translation>
+    </message>
+    <message>
+        <source>%1 %</source>
+        <translation>%1 %</translation>
+    </message>
+    <message>
+        <source>Thank you. Your instructor looks it over with you.</source>
+        <translation>Danke. Nun wird die Sitzung gemeinsam angesehen.</translation>
+    </message>
+    <message>
+        <source>As soon as a session begins you see here how you do.</source>
+        <translation>Sobald eine Sitzung beginnt, ist hier zu sehen, wie es läuft.</translation>
+    </message>
+</context>
+<context>
+    <name>LearnerWindow</name>
+    <message>
+        <source>Learner&apos;s view</source>
+        <translation>Ansicht der Lernenden</translation>
     </message>
 </context>
 <context>
@@ -1159,6 +1426,14 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Choose folder…</source>
         <translation>Ordner wählen…</translation>
+    </message>
+    <message>
+        <source>Correcting sessions: %1 of %2</source>
+        <translation>Sitzungen werden korrigiert: %1 von %2</translation>
+    </message>
+    <message>
+        <source>Leave the other sessions as they are</source>
+        <translation>Die übrigen Sitzungen lassen, wie sie sind</translation>
     </message>
 </context>
 <context>
@@ -1347,12 +1622,254 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>Save in the library</source>
         <translation>In der Bibliothek speichern</translation>
     </message>
+    <message>
+        <source>End the class?</source>
+        <translation>Den Kurs beenden?</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) still run. They end now and are saved in the library.</source>
+        <translation>
+            <numerusform>%n Sitzung läuft noch. Sie endet jetzt und kommt in die Bibliothek.</numerusform>
+            <numerusform>%n Sitzungen laufen noch. Sie enden jetzt und kommen in die Bibliothek.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) still run. They end now, and the viewer offers to save them when it starts again.</source>
+        <translation>
+            <numerusform>%n Sitzung läuft noch. Sie endet jetzt und kann beim nächsten Start gespeichert werden.</numerusform>
+            <numerusform>%n Sitzungen laufen noch. Sie enden jetzt und können beim nächsten Start gespeichert werden.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>End all and close</source>
+        <translation>Alle beenden und schließen</translation>
+    </message>
+</context>
+<context>
+    <name>ManikinTile</name>
+    <message>
+        <source>No learner</source>
+        <translation>Niemand genannt</translation>
+    </message>
+    <message>
+        <source>ready</source>
+        <translation>bereit</translation>
+    </message>
+    <message>
+        <source>manikin lost</source>
+        <translation>Puppe verloren</translation>
+    </message>
+    <message>
+        <source>silent</source>
+        <translation>still</translation>
+    </message>
+    <message>
+        <source>gone</source>
+        <translation>weg</translation>
+    </message>
+    <message>
+        <source>ended</source>
+        <translation>beendet</translation>
+    </message>
+    <message>
+        <source>is being saved</source>
+        <translation>wird gespeichert</translation>
+    </message>
+    <message>
+        <source>saved</source>
+        <translation>gespeichert</translation>
+    </message>
+    <message>
+        <source>not saved</source>
+        <translation>nicht gespeichert</translation>
+    </message>
+    <message>
+        <source>nothing recorded</source>
+        <translation>nichts aufgezeichnet</translation>
+    </message>
+    <message>
+        <source>%1 s missing</source>
+        <translation>%1 s fehlen</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n packet(s) lost</source>
+        <translation>
+            <numerusform>%n Paket verloren</numerusform>
+            <numerusform>%n Pakete verloren</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>%1 ms delay</source>
+        <translation>%1 ms Verzug</translation>
+    </message>
+    <message>
+        <source>Starting…</source>
+        <translation>Startet…</translation>
+    </message>
+    <message>
+        <source>Ready to start</source>
+        <translation>Bereit</translation>
+    </message>
+    <message>
+        <source>Manikin lost for %1 s</source>
+        <translation>Puppe seit %1 s verloren</translation>
+    </message>
+    <message>
+        <source>Silent for %1 s</source>
+        <translation>Seit %1 s still</translation>
+    </message>
+    <message>
+        <source>Link gone for %1 s</source>
+        <translation>Verbindung seit %1 s weg</translation>
+    </message>
+    <message>
+        <source>The session has ended.</source>
+        <translation>Die Sitzung ist beendet.</translation>
+    </message>
+    <message>
+        <source>Keep going.</source>
+        <translation>Weiter so.</translation>
+    </message>
+    <message>
+        <source>Waiting for the learner</source>
+        <translation>Warten auf den Beginn</translation>
+    </message>
+    <message>
+        <source>Result %1 %</source>
+        <translation>Ergebnis %1 %</translation>
+    </message>
+    <message>
+        <source>%1 % right</source>
+        <translation>%1 % richtig</translation>
+    </message>
+    <message>
+        <source>Cycle of %1:%2</source>
+        <translation>Zyklus %1:%2</translation>
+    </message>
+    <message>
+        <source>Compressions</source>
+        <translation>Kompressionen</translation>
+    </message>
+    <message>
+        <source>Ventilations</source>
+        <translation>Beatmungen</translation>
+    </message>
+    <message>
+        <source>Change rescuer</source>
+        <translation>Helfer wechseln</translation>
+    </message>
+    <message>
+        <source>Change rescuer soon</source>
+        <translation>Gleich Helferwechsel</translation>
+    </message>
+    <message>
+        <source>Help here first</source>
+        <translation>Hier zuerst helfen</translation>
+    </message>
+    <message>
+        <source>Pause %1 s</source>
+        <translation>Pause %1 s</translation>
+    </message>
+    <message>
+        <source>Result</source>
+        <translation>Ergebnis</translation>
+    </message>
+    <message>
+        <source>Depth</source>
+        <translation>Tiefe</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Volumen</translation>
+    </message>
+    <message>
+        <source>mm</source>
+        <translation>mm</translation>
+    </message>
+    <message>
+        <source>ml</source>
+        <translation>ml</translation>
+    </message>
+    <message>
+        <source>Right</source>
+        <translation>Richtig</translation>
+    </message>
+    <message>
+        <source>Rate</source>
+        <translation>Frequenz</translation>
+    </message>
+    <message>
+        <source>/min</source>
+        <translation>/min</translation>
+    </message>
+    <message>
+        <source>Release</source>
+        <translation>Entlastung</translation>
+    </message>
+    <message>
+        <source>Pause</source>
+        <translation>Pause</translation>
+    </message>
+    <message>
+        <source>%1 s</source>
+        <translation>%1 s</translation>
+    </message>
+    <message>
+        <source>AED</source>
+        <translation>AED</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächste</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
 </context>
 <context>
     <name>MessageBar</name>
     <message>
         <source>Close</source>
         <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>MqttConnection</name>
+    <message>
+        <source>%1, which %2 names, cannot be read: %3</source>
+        <translation>%1 (in %2 genannt) kann nicht gelesen werden: %3</translation>
+    </message>
+    <message>
+        <source>%1 is another machine, and the way there has to be encrypted: name the file with the certificate of the broker&apos;s CA in CPRLINK_CA</source>
+        <translation>%1 ist ein anderer Rechner, der Weg dorthin muss verschlüsselt sein: CPRLINK_CA muss die Datei mit dem Zertifikat der CA des Brokers nennen</translation>
+    </message>
+    <message>
+        <source>CPRLINK_CERT needs CPRLINK_KEY and CPRLINK_CA, and CPRLINK_KEY needs both of them</source>
+        <translation>CPRLINK_CERT braucht CPRLINK_KEY und CPRLINK_CA, CPRLINK_KEY braucht beide</translation>
+    </message>
+    <message>
+        <source>the broker does not let this user read</source>
+        <translation>der Broker lässt diesen Benutzer nicht lesen</translation>
+    </message>
+    <message>
+        <source>the broker has closed the connection</source>
+        <translation>der Broker hat die Verbindung geschlossen</translation>
+    </message>
+    <message>
+        <source>the broker does not answer</source>
+        <translation>der Broker antwortet nicht</translation>
+    </message>
+</context>
+<context>
+    <name>MqttTarget</name>
+    <message>
+        <source>the broker cannot be reached</source>
+        <translation>der Broker ist nicht zu erreichen</translation>
     </message>
 </context>
 <context>
@@ -1501,6 +2018,33 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>RenameDialog</name>
+    <message>
+        <source>Rename the learner in all sessions</source>
+        <translation>In allen Sitzungen umbenennen</translation>
+    </message>
+    <message>
+        <source>New name</source>
+        <translation>Neuer Name</translation>
+    </message>
+    <message>
+        <source>There is a learner of that name already. Both become one, for good.</source>
+        <translation>Jemanden mit diesem Namen gibt es schon. Beide werden für immer eins.</translation>
+    </message>
+    <message>
+        <source>Each session is saved anew with the new name.</source>
+        <translation>Jede Sitzung wird mit dem neuen Namen neu gespeichert.</translation>
+    </message>
+    <message>
+        <source>Rename</source>
+        <translation>Umbenennen</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+</context>
+<context>
     <name>ReplayGauge</name>
     <message>
         <source>below the target</source>
@@ -1622,6 +2166,222 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>There are no scores.</source>
         <translation>Es gibt keine Bewertung.</translation>
+    </message>
+</context>
+<context>
+    <name>RoomPage</name>
+    <message>
+        <source>Manikin lost</source>
+        <translation>Puppe verloren</translation>
+    </message>
+    <message>
+        <source>Silent</source>
+        <translation>Still</translation>
+    </message>
+    <message>
+        <source>Link gone</source>
+        <translation>Verbindung weg</translation>
+    </message>
+    <message>
+        <source>End the session?</source>
+        <translation>Die Sitzung beenden?</translation>
+    </message>
+    <message>
+        <source>End session</source>
+        <translation>Sitzung beenden</translation>
+    </message>
+    <message numerus="yes">
+        <source>End %n session(s)?</source>
+        <translation>
+            <numerusform>%n Sitzung beenden?</numerusform>
+            <numerusform>%n Sitzungen beenden?</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>All that run end now.</source>
+        <translation>Alle laufenden enden jetzt.</translation>
+    </message>
+    <message>
+        <source>End all</source>
+        <translation>Alle beenden</translation>
+    </message>
+    <message>
+        <source>Manikins</source>
+        <translation>Puppen</translation>
+    </message>
+    <message>
+        <source>Start all</source>
+        <translation>Alle starten</translation>
+    </message>
+    <message>
+        <source>Start the sessions of all manikins that are ready (Shift+S)</source>
+        <translation>Die Sitzungen aller bereiten Puppen starten (Umschalt+S)</translation>
+    </message>
+    <message>
+        <source>End all…</source>
+        <translation>Alle beenden…</translation>
+    </message>
+    <message>
+        <source>End all sessions that run (Shift+E)</source>
+        <translation>Alle laufenden Sitzungen beenden (Umschalt+E)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n manikin(s)</source>
+        <translation>
+            <numerusform>%n Puppe</numerusform>
+            <numerusform>%n Puppen</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n running</source>
+        <translation>
+            <numerusform>%n läuft</numerusform>
+            <numerusform>%n laufen</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>listens at %1</source>
+        <translation>hört auf %1</translation>
+    </message>
+    <message>
+        <source>Minutes a session</source>
+        <translation>Minuten je Sitzung</translation>
+    </message>
+    <message>
+        <source>any</source>
+        <translation>beliebig</translation>
+    </message>
+    <message>
+        <source>Class list…</source>
+        <translation>Kursliste…</translation>
+    </message>
+    <message>
+        <source>Who trains today (Ctrl+5)</source>
+        <translation>Wer heute übt (Strg+5)</translation>
+    </message>
+    <message>
+        <source>Add…</source>
+        <translation>Hinzufügen…</translation>
+    </message>
+    <message>
+        <source>Manikins over a link, or simulated ones</source>
+        <translation>Puppen über eine Verbindung, oder simulierte</translation>
+    </message>
+    <message>
+        <source>Manikins of the class</source>
+        <translation>Puppen des Kurses</translation>
+    </message>
+    <message>
+        <source>% right: of the compressions, by depth, rate and release (else of the ventilations, by volume)  ·  1–9, Enter: large  ·  S: start  ·  E: end  ·  L: learner</source>
+        <translation>% richtig: der Kompressionen nach Tiefe, Frequenz und Entlastung (sonst der Beatmungen nach Volumen)  ·  1–9, Eingabe: groß  ·  S: Start  ·  E: Ende  ·  L: Person</translation>
+    </message>
+    <message>
+        <source>No manikin is here yet.</source>
+        <translation>Noch ist keine Puppe da.</translation>
+    </message>
+    <message>
+        <source>Manikins appear as soon as they send to %1.</source>
+        <translation>Puppen erscheinen, sobald sie an %1 senden.</translation>
+    </message>
+    <message>
+        <source>Let the viewer listen for manikins, or add a simulated class to see how it works.</source>
+        <translation>Das Programm auf Puppen hören lassen, oder mit einem simulierten Kurs sehen, wie es geht.</translation>
+    </message>
+    <message>
+        <source>Listen for manikins…</source>
+        <translation>Auf Puppen hören…</translation>
+    </message>
+    <message>
+        <source>Simulated class…</source>
+        <translation>Simulierter Kurs…</translation>
+    </message>
+    <message>
+        <source>All manikins</source>
+        <translation>Alle Puppen</translation>
+    </message>
+    <message>
+        <source>Back to the class (Escape)</source>
+        <translation>Zurück zum Kurs (Esc)</translation>
+    </message>
+    <message>
+        <source>Change rescuer</source>
+        <translation>Helfer wechseln</translation>
+    </message>
+    <message>
+        <source>Change rescuer soon</source>
+        <translation>Gleich Helferwechsel</translation>
+    </message>
+    <message>
+        <source>%1 left</source>
+        <translation>noch %1</translation>
+    </message>
+    <message>
+        <source>Go on</source>
+        <translation>Weiter</translation>
+    </message>
+    <message>
+        <source>Next</source>
+        <translation>Nächste</translation>
+    </message>
+    <message>
+        <source>Start</source>
+        <translation>Start</translation>
+    </message>
+    <message>
+        <source>Manikin before (Page up)</source>
+        <translation>Vorige Puppe (Bild auf)</translation>
+    </message>
+    <message>
+        <source>Next manikin (Page down)</source>
+        <translation>Nächste Puppe (Bild ab)</translation>
+    </message>
+    <message>
+        <source>Show large</source>
+        <translation>Groß zeigen</translation>
+    </message>
+    <message>
+        <source>Learner…</source>
+        <translation>Person…</translation>
+    </message>
+    <message>
+        <source>End session…</source>
+        <translation>Sitzung beenden…</translation>
+    </message>
+    <message>
+        <source>Take away</source>
+        <translation>Wegnehmen</translation>
+    </message>
+    <message>
+        <source>Listen for manikins</source>
+        <translation>Auf Puppen hören</translation>
+    </message>
+    <message>
+        <source>Where they send to: local:NAME or tcp:PORT on this machine, mqtt:HOST:PORT/SITE for a broker.</source>
+        <translation>Wohin sie senden: local:NAME oder tcp:PORT auf diesem Rechner, mqtt:HOST:PORT/SITE über einen Broker.</translation>
+    </message>
+    <message>
+        <source>Address</source>
+        <translation>Adresse</translation>
+    </message>
+    <message>
+        <source>Listen</source>
+        <translation>Hören</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Abbrechen</translation>
+    </message>
+    <message>
+        <source>Simulated class</source>
+        <translation>Simulierter Kurs</translation>
+    </message>
+    <message>
+        <source>Simulated rescuers, each with other faults, train in real time.</source>
+        <translation>Simulierte Helfer mit verschiedenen Fehlern üben in Echtzeit.</translation>
+    </message>
+    <message>
+        <source>Add</source>
+        <translation>Hinzufügen</translation>
     </message>
 </context>
 <context>
@@ -1866,6 +2626,75 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
 </context>
 <context>
+    <name>Sound</name>
+    <message>
+        <source>This machine has no sound output: metronome and tones are silent.</source>
+        <translation>Dieser Rechner hat keine Tonausgabe: Metronom und Töne bleiben stumm.</translation>
+    </message>
+    <message>
+        <source>This machine has no voice that speaks the viewer&apos;s language: advice is not spoken.</source>
+        <translation>Dieser Rechner hat keine Stimme, die Deutsch spricht: Hinweise werden nicht gesprochen.</translation>
+    </message>
+</context>
+<context>
+    <name>SoundDialog</name>
+    <message>
+        <source>Sound for the learner</source>
+        <translation>Ton für die Lernenden</translation>
+    </message>
+    <message>
+        <source>Metronome</source>
+        <translation>Metronom</translation>
+    </message>
+    <message>
+        <source>In the middle of the guidelines&apos; rate, while the chest is to be pressed.</source>
+        <translation>In der Mitte der vorgegebenen Frequenz, solange gedrückt werden soll.</translation>
+    </message>
+    <message>
+        <source>Tones</source>
+        <translation>Töne</translation>
+    </message>
+    <message>
+        <source>Listen to the tone</source>
+        <translation>Den Ton anhören</translation>
+    </message>
+    <message>
+        <source>Spoken advice</source>
+        <translation>Gesprochene Hinweise</translation>
+    </message>
+    <message>
+        <source>The sentences of the live page.</source>
+        <translation>Die Sätze der Live-Ansicht.</translation>
+    </message>
+    <message>
+        <source>Volume</source>
+        <translation>Lautstärke</translation>
+    </message>
+    <message>
+        <source>Close</source>
+        <translation>Schließen</translation>
+    </message>
+</context>
+<context>
+    <name>SoundTrack</name>
+    <message>
+        <source>Too shallow</source>
+        <translation>Zu flach</translation>
+    </message>
+    <message>
+        <source>Too slow</source>
+        <translation>Zu langsam</translation>
+    </message>
+    <message>
+        <source>Not released</source>
+        <translation>Nicht entlastet</translation>
+    </message>
+    <message>
+        <source>Pause too long</source>
+        <translation>Pause zu lang</translation>
+    </message>
+</context>
+<context>
     <name>StartPage</name>
     <message>
         <source>Begin</source>
@@ -1893,10 +2722,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
             <numerusform>%n Sitzung wurde nicht gespeichert</numerusform>
             <numerusform>%n Sitzungen wurden nicht gespeichert</numerusform>
         </translation>
-    </message>
-    <message>
-        <source>The viewer ended while they were recorded. Everything up to then is there.</source>
-        <translation>Das Programm endete während der Aufzeichnung. Alles bis dahin ist da.</translation>
     </message>
     <message>
         <source>Library</source>
@@ -1929,6 +2754,33 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>How the class did (Ctrl+4)</source>
         <translation>Wie der Kurs abschnitt (Strg+4)</translation>
+    </message>
+    <message>
+        <source>They ended with the viewer, or without a library to go to. Everything up to then is there.</source>
+        <translation>Sie endeten mit dem Programm oder ohne Bibliothek. Alles bis dahin ist da.</translation>
+    </message>
+    <message>
+        <source>Manikins</source>
+        <translation>Puppen</translation>
+    </message>
+    <message>
+        <source>A class that trains at the same time (Ctrl+7)</source>
+        <translation>Ein Kurs, der gleichzeitig übt (Strg+7)</translation>
+    </message>
+</context>
+<context>
+    <name>TileFigure</name>
+    <message>
+        <source>too low</source>
+        <translation>zu niedrig</translation>
+    </message>
+    <message>
+        <source>right</source>
+        <translation>richtig</translation>
+    </message>
+    <message>
+        <source>too high</source>
+        <translation>zu hoch</translation>
     </message>
 </context>
 <context>
@@ -2059,6 +2911,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>The class list cannot be stored: %1</source>
         <translation>Die Kursliste kann nicht gespeichert werden: %1</translation>
     </message>
+    <message>
+        <source>Print reports</source>
+        <translation>Berichte drucken</translation>
+    </message>
 </context>
 <context>
     <name>ViewerMenu</name>
@@ -2157,6 +3013,22 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>Re&amp;port…</source>
         <translation>Be&amp;richt…</translation>
+    </message>
+    <message>
+        <source>Ma&amp;nikins</source>
+        <translation>&amp;Puppen</translation>
+    </message>
+    <message>
+        <source>Close learner&apos;s &amp;view</source>
+        <translation>Ansicht der Ler&amp;nenden schließen</translation>
+    </message>
+    <message>
+        <source>Learner&apos;s &amp;view</source>
+        <translation>Ansicht der Ler&amp;nenden</translation>
+    </message>
+    <message>
+        <source>So&amp;und…</source>
+        <translation>T&amp;on…</translation>
     </message>
 </context>
 <context>
@@ -3419,6 +4291,20 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>The learners of %1 stay as they were: %2</source>
         <translation>Die Lernenden von %1 bleiben, wie sie waren: %2</translation>
     </message>
+    <message numerus="yes">
+        <source>%1 is called %2 in %n session(s).</source>
+        <translation>
+            <numerusform>%1 heißt in %n Sitzung %2.</numerusform>
+            <numerusform>%1 heißt in %n Sitzungen %2.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) still have the name %1. %2</source>
+        <translation>
+            <numerusform>%n Sitzung hat noch den Namen %1. %2</numerusform>
+            <numerusform>%n Sitzungen haben noch den Namen %1. %2</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>cprviewer</name>
@@ -3517,6 +4403,95 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     <message>
         <source>%1 cannot be read as a session</source>
         <translation>%1 ist nicht als Sitzung lesbar</translation>
+    </message>
+    <message>
+        <source>Cancelled: %1 of %2 reports are made.</source>
+        <translation>Abgebrochen: %1 von %2 Berichten sind erstellt.</translation>
+    </message>
+    <message numerus="yes">
+        <source>(and %n more)</source>
+        <translation>
+            <numerusform>(und %n weiterer)</numerusform>
+            <numerusform>(und %n weitere)</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>The printer takes no page.</source>
+        <translation>Der Drucker nimmt keine Seite an.</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n report(s) printed.</source>
+        <translation>
+            <numerusform>%n Bericht gedruckt.</numerusform>
+            <numerusform>%n Berichte gedruckt.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>manikinlink</name>
+    <message>
+        <source>local:NAME takes a name of at most 64 letters, digits, dots, underscores and hyphens</source>
+        <translation>local:NAME braucht einen Namen aus höchstens 64 Buchstaben, Ziffern, Punkten, Unter- und Bindestrichen</translation>
+    </message>
+    <message>
+        <source>tcp:PORT takes a port from 0 to 65535, on this machine alone; mqtt:HOST:PORT/SITE reaches others</source>
+        <translation>tcp:PORT braucht einen Port von 0 bis 65535, nur auf diesem Rechner; mqtt:HOST:PORT/SITE erreicht andere</translation>
+    </message>
+    <message>
+        <source>mqtt:HOST:PORT/SITE takes a host&apos;s name or address, a port and a site of at most 64 letters, digits, dots, underscores and hyphens</source>
+        <translation>mqtt:HOST:PORT/SITE braucht Namen oder Adresse eines Rechners, einen Port und einen Ort aus höchstens 64 Buchstaben, Ziffern, Punkten, Unter- und Bindestrichen</translation>
+    </message>
+    <message>
+        <source>an address is tcp:PORT, local:NAME, mqtt:HOST:PORT/SITE or -</source>
+        <translation>eine Adresse ist tcp:PORT, local:NAME, mqtt:HOST:PORT/SITE oder -</translation>
+    </message>
+    <message>
+        <source>%1 cannot be listened at: %2</source>
+        <translation>auf %1 kann nicht gehört werden: %2</translation>
+    </message>
+    <message>
+        <source>there is no folder for local sockets that is this user&apos;s alone; is XDG_RUNTIME_DIR set?</source>
+        <translation>es gibt keinen Ordner für lokale Sockets, der nur diesem Benutzer gehört; ist XDG_RUNTIME_DIR gesetzt?</translation>
+    </message>
+    <message>
+        <source>%1 is listened at by another program</source>
+        <translation>auf %1 hört schon ein anderes Programm</translation>
+    </message>
+    <message>
+        <source>standard input can be read once only</source>
+        <translation>die Standardeingabe kann nur einmal gelesen werden</translation>
+    </message>
+    <message>
+        <source>somebody</source>
+        <translation>jemand</translation>
+    </message>
+    <message>
+        <source>%1 is held by %2</source>
+        <translation>%1 gehört gerade %2</translation>
+    </message>
+    <message>
+        <source>%1 manikins are received, and no more can be</source>
+        <translation>%1 Puppen werden empfangen, mehr können es nicht sein</translation>
+    </message>
+    <message>
+        <source>the disk has too little room for another session</source>
+        <translation>auf der Platte ist zu wenig Platz für eine weitere Sitzung</translation>
+    </message>
+    <message>
+        <source>%1 holds another session</source>
+        <translation>%1 enthält eine andere Sitzung</translation>
+    </message>
+    <message>
+        <source>the session has become too long</source>
+        <translation>die Sitzung ist zu lang geworden</translation>
+    </message>
+    <message>
+        <source>too many lines that mean nothing, such as: %1</source>
+        <translation>zu viele Zeilen ohne Bedeutung, etwa: %1</translation>
+    </message>
+    <message>
+        <source>a record before the first batch</source>
+        <translation>ein Eintrag vor dem ersten batch</translation>
     </message>
 </context>
 <context>

@@ -22,6 +22,16 @@
     </message>
 </context>
 <context>
+    <name>ClassRoom</name>
+    <message numerus="yes">
+        <source>There is room for %n manikin(s) at a time.</source>
+        <translation>
+            <numerusform>There is room for %n manikin at a time.</numerusform>
+            <numerusform>There is room for %n manikins at a time.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>CycleRow</name>
     <message numerus="yes">
         <source>%n breath(s)</source>
@@ -77,6 +87,54 @@
             <numerusform>%n sessions were recorded, but not saved.</numerusform>
         </translation>
     </message>
+    <message numerus="yes">
+        <source>%n session(s) still run. They end now and are saved in the library.</source>
+        <translation>
+            <numerusform>%n session still runs. It ends now and is saved in the library.</numerusform>
+            <numerusform>%n sessions still run. They end now and are saved in the library.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) still run. They end now, and the viewer offers to save them when it starts again.</source>
+        <translation>
+            <numerusform>%n session still runs. It ends now, and the viewer offers to save it when it starts again.</numerusform>
+            <numerusform>%n sessions still run. They end now, and the viewer offers to save them when it starts again.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>ManikinTile</name>
+    <message numerus="yes">
+        <source>%n packet(s) lost</source>
+        <translation>
+            <numerusform>%n packet lost</numerusform>
+            <numerusform>%n packets lost</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>RoomPage</name>
+    <message numerus="yes">
+        <source>End %n session(s)?</source>
+        <translation>
+            <numerusform>End %n session?</numerusform>
+            <numerusform>End %n sessions?</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n manikin(s)</source>
+        <translation>
+            <numerusform>%n manikin</numerusform>
+            <numerusform>%n manikins</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n running</source>
+        <translation>
+            <numerusform>%n running</numerusform>
+            <numerusform>%n running</numerusform>
+        </translation>
+    </message>
 </context>
 <context>
     <name>SessionsPage</name>
@@ -115,6 +173,37 @@
         <translation>
             <numerusform>%n line left out</numerusform>
             <numerusform>%n lines left out</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%1 is called %2 in %n session(s).</source>
+        <translation>
+            <numerusform>%1 is called %2 in %n session.</numerusform>
+            <numerusform>%1 is called %2 in %n sessions.</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n session(s) still have the name %1. %2</source>
+        <translation>
+            <numerusform>%n session still has the name %1. %2</numerusform>
+            <numerusform>%n sessions still have the name %1. %2</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
+    <name>cprviewer</name>
+    <message numerus="yes">
+        <source>(and %n more)</source>
+        <translation>
+            <numerusform>(and %n more)</numerusform>
+            <numerusform>(and %n more)</numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <source>%n report(s) printed.</source>
+        <translation>
+            <numerusform>%n report printed.</numerusform>
+            <numerusform>%n reports printed.</numerusform>
         </translation>
     </message>
 </context>
