@@ -27,7 +27,9 @@ struct Row {
 
 // The rows by what they are about. Each yardstick stands where its row is measured.
 std::vector<Row> archiveRows();
+std::vector<Row> classRows();
 std::vector<Row> libraryRows();
+std::vector<Row> linkRows();
 std::vector<Row> liveRows();
 std::vector<Row> pageRows();
 std::vector<Row> peerRows();

@@ -92,7 +92,8 @@ void printPageTail(Bench &bench)
 std::vector<Row> allRows()
 {
     std::vector<Row> rows;
-    for (const auto part : {archiveRows, libraryRows, liveRows, pageRows, peerRows, pictureRows}) {
+    for (const auto part : {archiveRows, classRows, libraryRows, linkRows, liveRows, pageRows,
+                            peerRows, pictureRows}) {
         const std::vector<Row> some = part();
         rows.insert(rows.end(), some.begin(), some.end());
     }
