@@ -61,6 +61,8 @@ if(CPRDATA_QT EQUAL 6)
         qml6-module-qt-labs-platform qml6-module-qtquick-controls qml6-module-qtquick-layouts
         qml6-module-qtquick-templates)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools)
+    set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS
+        "qt6-speech-speechd-plugin | qt6-speech-flite-plugin") # for what learners hear
 else()
     set(runtime libcprdata${PROJECT_VERSION_MAJOR})
     set(devel libcprdata-dev)
@@ -73,7 +75,11 @@ else()
         qml-module-qt-labs-platform qml-module-qtquick-controls2 qml-module-qtquick-layouts
         qml-module-qtquick-templates2)
     set(CPACK_DEBIAN_TOOLS_PACKAGE_CONFLICTS cprdata-tools-qt6)
+    set(CPACK_DEBIAN_TOOLS_PACKAGE_RECOMMENDS
+        "libqt5multimedia5-plugins, qtspeech5-speechd-plugin | qtspeech5-flite-plugin") # what learners hear
 endif()
+# Links can go through a broker of any machine; recommended, one would start on each.
+set(CPACK_DEBIAN_TOOLS_PACKAGE_SUGGESTS mosquitto)
 # Each package's text begins with its own summary and goes on with this one.
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "")
 set(story "\
@@ -87,9 +93,9 @@ cprdata_package(runtime ${runtime} libs
     "This package has the libraries that programs use.")
 cprdata_package(devel ${devel} libdevel
     "data of CPR training sessions, for Qt ${CPRDATA_QT} - development files"
-    "This package has headers, the libraries of recorded logs, session files and\nreviews, and what CMake and pkg-config need."
+    "This package has headers, the libraries of recorded logs, links, session\nfiles and reviews, and what CMake and pkg-config need."
     NEEDS ${runtime}
-    DEPENDS ${devel_needs} zlib1g-dev)
+    DEPENDS ${devel_needs} libmosquitto-dev pkg-config zlib1g-dev)
 if(CPRDATA_BUILD_TOOLS)
     cprdata_package(qml ${qml} libs
         "data of CPR training sessions - QML module for Qt ${CPRDATA_QT}"
