@@ -155,7 +155,10 @@ bool LinkHub::listenLocal(const LinkAddress &address, QString *error)
 bool LinkHub::listenMqtt(const LinkAddress &address, QString *error)
 {
     auto listener = MqttListener::listen(
-        address, [this](std::unique_ptr<QIODevice> device) { add(std::move(device), true); },
+        address,
+        [this](std::unique_ptr<QIODevice> device, bool isDescribed) {
+            add(std::move(device), true, isDescribed);
+        },
         error);
     if (!listener)
         return false;
@@ -183,7 +186,7 @@ void LinkHub::addChannel(std::unique_ptr<QIODevice> device)
         add(std::move(device), true);
 }
 
-void LinkHub::add(std::unique_ptr<QIODevice> device, bool canReturn)
+void LinkHub::add(std::unique_ptr<QIODevice> device, bool canReturn, bool isDescribed)
 {
     // The one that has said nothing for the longest time goes.
     if (m_waiting.size() >= maxWaiting)
@@ -191,9 +194,9 @@ void LinkHub::add(std::unique_ptr<QIODevice> device, bool canReturn)
     auto *const channel = new LinkChannel(std::move(device), canReturn, this);
     m_waiting.append(channel);
     connect(channel, &LinkChannel::closed, this, [this, channel] { forget(channel); });
-    channel->setReader([this, channel](const QByteArray &line) {
+    channel->setReader([this, channel, isDescribed](const QByteArray &line) {
         if (!LinkText::isComment(line))
-            parseFirstLine(channel, line);
+            parseFirstLine(channel, line, isDescribed);
         return LinkText::isComment(line);
     });
 }
@@ -209,11 +212,11 @@ void LinkHub::forget(LinkChannel *channel)
         Q_EMIT exhausted();
 }
 
-void LinkHub::parseFirstLine(LinkChannel *channel, const QByteArray &line)
+void LinkHub::parseFirstLine(LinkChannel *channel, const QByteArray &line, bool isDescribed)
 {
     QString error;
     if (const std::optional<manikinlog::Stream> ids = LinkText::parseFirstLine(line, &error))
-        claim(channel, *ids);
+        claim(channel, *ids, isDescribed);
     else
         refuse(channel, QCoreApplication::translate("manikinlink", "somebody"), error);
 }
@@ -226,7 +229,7 @@ void LinkHub::refuse(LinkChannel *channel, const QString &who, const QString &re
 }
 
 // The channel wants to go on, or to begin, with this session.
-void LinkHub::claim(LinkChannel *channel, const manikinlog::Stream &ids)
+void LinkHub::claim(LinkChannel *channel, const manikinlog::Stream &ids, bool isDescribed)
 {
     const auto finished = std::find_if(m_finished.begin(), m_finished.end(),
                                        [&ids](const Finished &each) { return each.ids == ids; });
@@ -245,6 +248,12 @@ void LinkHub::claim(LinkChannel *channel, const manikinlog::Stream &ids)
         refuse(channel, ids.manikin,
                QCoreApplication::translate("manikinlink", "%1 is held by %2")
                    .arg(ids.manikin, holder->sender()));
+        return;
+    }
+    // A broker that was killed may come back with the description of an earlier session. Whoever
+    // has begun a new one says so itself.
+    if (holder && !isSame && isDescribed) {
+        forget(channel);
         return;
     }
     if (holder && !isSame)

@@ -89,9 +89,9 @@ private:
     bool listenLocal(const LinkAddress &address, QString *error);
     bool listenMqtt(const LinkAddress &address, QString *error);
     bool listenStandardInput(QString *error);
-    void add(std::unique_ptr<QIODevice> device, bool canReturn);
-    void parseFirstLine(LinkChannel *channel, const QByteArray &line);
-    void claim(LinkChannel *channel, const manikinlog::Stream &ids);
+    void add(std::unique_ptr<QIODevice> device, bool canReturn, bool isDescribed = false);
+    void parseFirstLine(LinkChannel *channel, const QByteArray &line, bool isDescribed);
+    void claim(LinkChannel *channel, const manikinlog::Stream &ids, bool isDescribed);
     std::optional<QString> whyFull() const;
     void refuse(LinkChannel *channel, const QString &who, const QString &reason);
     void forget(LinkChannel *channel);

@@ -209,8 +209,9 @@ void LinkSender::handle(const LinkText::Answer &answer)
 {
     switch (answer.kind) {
     case LinkText::Answer::Kind::Welcome:
-        // Again where a message was lost: from there on.
-        if (m_state == State::Greeting || isConnected())
+        // Again where a message was lost: from there on. Not once all is acknowledged: each bye
+        // that is said again would be welcomed again.
+        if (m_state == State::Greeting || m_state == State::Ready)
             becomeReady(answer.batch);
         break;
     case LinkText::Answer::Kind::Ack:

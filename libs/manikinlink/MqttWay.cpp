@@ -124,6 +124,8 @@ void MqttSource::receive(const QByteArray &lines)
     const bool isWanted = control ? !isMissed || isBeat : batch != 0 && batch == m_next;
     if (isMissed)
         m_hasGap = true;
+    if (batch != 0 && !control)
+        m_lowest = m_lowest == 0 ? batch : std::min(m_lowest, batch);
     if (isWanted && hasRoom(lines.size())) {
         if (!control) {
             ++m_next;
@@ -138,12 +140,16 @@ void MqttSource::receive(const QByteArray &lines)
 }
 
 // The sender begins again behind what is safe. What it repeats may be lost as well, so that this is
-// done again after a while.
+// done again after a while. A sender that begins twice with the same later batch has forgotten
+// those before, as somebody has acknowledged them; it goes on from there.
 void MqttSource::askAgain()
 {
     if (m_next == 0 || !m_sinceAsked.hasExpired(askAgainMs))
         return;
     m_sinceAsked.start();
+    if (m_lowest > m_next && m_lowest == m_lowestBefore)
+        m_next = m_lowest;
+    m_lowestBefore = std::exchange(m_lowest, 0);
     m_answer(LinkText::text({LinkText::Answer::Kind::Welcome, m_safe, {}}) + '\n');
 }
 
@@ -217,13 +223,13 @@ private:
             // A first line alone begins anew: the sender has come back. A description that the
             // broker has kept is of a sender whose first line came before this was subscribed.
             if (isStream || message.isRetained)
-                addSource(first);
+                addSource(first, !isStream);
         } else if (isStream) {
             source->receive(lines);
         }
     }
 
-    void addSource(const QByteArray &first)
+    void addSource(const QByteArray &first, bool isDescribed)
     {
         for (auto it = m_sources.begin(); it != m_sources.end();)
             it = isOpen(*it) ? std::next(it) : m_sources.erase(it);
@@ -242,7 +248,7 @@ private:
                     connection->publish(topic, first + '\n' + lines);
             });
         m_sources.insert(first, source.get());
-        m_add(std::move(source));
+        m_add(std::move(source), isDescribed);
     }
 
     const Add m_add;

@@ -70,6 +70,8 @@ private:
     quint32 m_next = 0; // batch; 0: not known before the receiver's welcome
     quint32 m_safe = 0; // batch that the receiver has acknowledged
     bool m_hasGap = false;
+    quint32 m_lowest = 0; // batch that came since it was asked for; 0: none
+    quint32 m_lowestBefore = 0; // the same of the time before
     QElapsedTimer m_sinceAsked;
 };
 
@@ -79,8 +81,9 @@ class MqttListener final : public QObject {
     Q_OBJECT
 
 public:
-    /// Gets the devices.
-    using Add = std::function<void(std::unique_ptr<QIODevice>)>;
+    /// Gets the devices. One that is described was found by what the broker has kept; its sender
+    /// has said nothing yet.
+    using Add = std::function<void(std::unique_ptr<QIODevice>, bool isDescribed)>;
 
     /// Null, and the reason in \a error (may be null), when the broker may not be entered; see
     /// MqttLogin::of(). Whether it can be reached is seen later.
