@@ -91,9 +91,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         auto way = std::make_unique<Way>(bytes);
         const QPointer<Way> watched(way.get());
         hub.addChannel(std::move(way));
-        // At least so much is read in a turn; one more for the first line, and one for the end.
+        // A turn reads up to so much; one more for the first line, and one for the end.
         for (int turn = 0; turn <= bytes.size() / 16384 + 2; ++turn)
             QCoreApplication::processEvents();
+        // Half of the senders close; the others stay, and are there when the next one comes.
         if (watched && watched->isOpen() && bytes.size() % 2 == 1)
             Q_EMIT watched->readChannelFinished();
     }

@@ -9,8 +9,9 @@
 #include <QFile>
 
 // Stands for a manikin with its link library, which gives a host its messages: what is in a
-// recorded log comes at the times at which it was recorded. The host has a method per callback.
-// Put your own link library in its place.
+// recorded log comes at the times at which it was recorded, or 'speed' times as fast. The host has
+// a method per callback; report() gets what a link library gives in other ways. Put your own link
+// library in its place.
 template <typename Host> class RecordedLink {
 public:
     RecordedLink(const QString &name, double speed, Host *host)
@@ -29,12 +30,13 @@ public:
             state = std::get_if<manikinlog::State>(&m_next.entry);
         }
     }
+    // The session starts: from now on goOn() has something to give.
     void start()
     {
         m_begin = m_next.msecs;
         m_clock.start();
     }
-    // Gives what is due. False at the end.
+    // Gives what is due. False at the end of the log.
     bool goOn()
     {
         const double now = m_clock.isValid() ? double(m_clock.elapsed()) * m_speed : -1;
@@ -42,7 +44,13 @@ public:
             reportNext();
         return m_hasNext;
     }
-    void stop() { m_host->report({m_next.msecs, manikinlog::State{CPRData::CPR_ENDED}}); }
+    // The instructor ends the session, which has not started perhaps. A manikin would still send
+    // its statistics and scores.
+    void stop()
+    {
+        if (m_clock.isValid() && m_hasNext)
+            m_host->report({m_next.msecs, manikinlog::State{CPRData::CPR_ENDED}});
+    }
 
 private:
     void reportNext()
@@ -68,6 +76,6 @@ private:
     Host *m_host; // not owned
     manikinlog::Record m_next;
     bool m_hasNext = false;
-    qint64 m_begin = 0; // of the session, in the log
+    qint64 m_begin = 0; // of the session, ms in the log
     QElapsedTimer m_clock; // since it began here
 };

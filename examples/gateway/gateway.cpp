@@ -10,6 +10,7 @@
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QRegularExpression>
 #include <QSysInfo>
 #include <QTimer>
 #include <QUuid>
@@ -37,7 +38,7 @@ public:
         report({msecs, manikinlog::WaveSample{type, value, sequence}});
     }
 
-    // What is no message: the manikin's name, states, the start.
+    // Also what is no message: the manikin's name, states, the start.
     void report(const Record &record)
     {
         if (m_sender->send(record) == LinkSender::Result::Full)
@@ -57,8 +58,10 @@ int main(int argc, char *argv[])
         qCritical("usage: gateway LOG tcp:PORT|local:NAME [SPEED]");
         return 2;
     }
-    // The manikin's id, this sender's, and a new one for each session; a host's name may be long.
-    const QString host = QSysInfo::machineHostName().left(40);
+    // The manikin's id, this sender's, and a new one for each session. A host's name may be long,
+    // or have characters that an id cannot have.
+    QString host = QSysInfo::machineHostName().left(40);
+    host.replace(QRegularExpression(QStringLiteral("[^A-Za-z0-9._-]")), QStringLiteral("-"));
     LinkSender sender(*address,
                       {QStringLiteral("manikin-1"), QStringLiteral("gateway.") + host,
                        QUuid::createUuid().toString(QUuid::WithoutBraces)});

@@ -197,6 +197,8 @@ class Link:
                     self.problem = f"the receiver has lost what came behind batch {number}"
                 self.forget(number)
                 self.index, self.offset, self.is_ready, self.pause = 0, 0, True, FIRST_PAUSE
+                # A manikin that is lost is said to be so again: the receiver may not have heard it.
+                self.said_lost = self.said_lost and not self.is_lost
             elif word == "ack" and number is not None:
                 self.forget(number)
             elif word == "start":
@@ -221,7 +223,7 @@ class Link:
             self.problem = reason
         elif not self.is_over and self.pause == FIRST_PAUSE:
             print(f"{reason}; trying again", file=sys.stderr)
-        self.socket, self.is_ready, self.said_lost, self.said_bye = None, False, False, False
+        self.socket, self.is_ready, self.said_bye = None, False, False
         self.timeout, self.pause = time.monotonic() + self.pause, min(2 * self.pause, LONGEST_PAUSE)
 
     def look_for_end(self):

@@ -105,8 +105,8 @@ public:
     QVariantList faults() const { return m_faults; }
     bool hasOtherStandard() const;
     /// @}
-    /// A copy of what is drawn of the session, or of the other one, for another thread. Null while
-    /// one of them is not there.
+    /// A copy of what is drawn of the session, or of the other one, which another thread may use.
+    /// Null while one of the two sessions is not there.
     std::shared_ptr<const sessionplot::PlotModel> plot(bool isOther) const;
 
     /// @{

@@ -81,13 +81,15 @@ public:
     Q_INVOKABLE QStringList learnersOf(const QString &file);
     /// The day, as ISO 8601 text, on which the newest session began; empty when there is none.
     Q_INVOKABLE QString lastDay();
-    /// Makes \a names the learners of an archive and saves it, on a thread of its own. False when
-    /// another one is being corrected.
+    /// Makes \a names the learners of an archive and saves it, on a thread of its own; corrected()
+    /// comes. False when another correction runs or the folder has no index.
     Q_INVOKABLE bool setLearners(const QString &file, const QStringList &names);
-    /// Has a learner called \a newName in all archives of the folder, on a thread of its own. False
-    /// for an empty name, for the same name, and when another correction runs.
+    /// Has a learner called \a newName in all archives of the folder, on a thread of its own;
+    /// renamed() and corrected() come. False for an empty name, for the same name, when another
+    /// correction runs, and when the folder has no index.
     Q_INVOKABLE bool renameLearner(const QString &name, const QString &newName);
-    /// Gives the correction that runs up behind the archive that it is at.
+    /// Gives up the correction that runs, once it is done with the archive that it is at. What it
+    /// has corrected stays so.
     Q_INVOKABLE void cancelCorrecting() { m_isCancelled = true; }
     /// Whether somebody is called so in a session of the folder.
     Q_INVOKABLE bool hasLearner(const QString &name);
@@ -116,7 +118,7 @@ Q_SIGNALS:
     void changed();
     /// Learners were corrected, or why they were not, for people.
     void corrected(bool isDone, const QString &text);
-    /// A learner is called \a newName in all archives. Before corrected().
+    /// A learner is called \a newName in all archives, without exception. Before corrected().
     void renamed(const QString &name, const QString &newName);
 
 private:

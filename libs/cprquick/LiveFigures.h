@@ -31,8 +31,8 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     Q_PROPERTY(CPRData *session              READ session  WRITE setSession NOTIFY sessionChanged)
     /// Set it to whether somebody looks. True unless changed.
     Q_PROPERTY(bool     isActive             READ isActive WRITE setActive  NOTIFY isActiveChanged)
-    /// How soon after the waves or the time have changed the figures are read, ms; 15 unless changed.
-    /// Events are read within 15 ms all the same.
+    /// How soon after the waves or the time have changed the figures are read, ms, from 0; 15 unless
+    /// changed. Events are read within 15 ms all the same.
     Q_PROPERTY(int      pace                 READ pace     WRITE setPace    NOTIFY paceChanged)
     /// The session time (ms) of which the figures are, as they stood then; -1, as it is from the
     /// start, for now. Limits, training and the result of the session are those of now always.
@@ -92,8 +92,9 @@ class CPRQUICK_EXPORT LiveFigures : public QObject {
     /// The manikin's score of the session, percent; -1 until it has sent it.
     Q_PROPERTY(int      score                READ score                NOTIFY eventsChanged)
     /// @{
-    /// Percent of what was done so far that was right, -1 while it is not known; and what the link
-    /// has lost, ms. Read anew once in a second of session time, and only while at is -1.
+    /// Percent of what was done so far that was right, see sessionreview::scoreSoFar(), -1 while it is
+    /// not known; and how much of the waves the link has lost, ms. Worked out once in a second of
+    /// session time; -1 and 0 while at is not -1.
     Q_PROPERTY(int      scoreSoFar           READ scoreSoFar           NOTIFY scoreSoFarChanged)
     Q_PROPERTY(int      lostMsecs            READ lostMsecs            NOTIFY scoreSoFarChanged)
     /// @}
@@ -231,7 +232,7 @@ public:
     int         ventilationsPerCycle() const { return m_targets.ventilationsPerCycle; }
     /// @}
     // clang-format on
-    /// What adviceDue() has announced last; Prompt::None for nothing.
+    /// What adviceDue() has announced last; Prompt::None for nothing, and once there are scores.
     sessionreview::Prompt prompt() const { return m_heard.first; }
 
 Q_SIGNALS:

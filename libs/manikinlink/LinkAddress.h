@@ -38,14 +38,15 @@ public:
 
     /// Of tcp and mqtt; 0 with the other ways.
     quint16 port() const { return m_port; }
-    /// Of local: 1 to 64 letters, digits, dots, underscores and hyphens. Empty with other ways.
+    /// Of local: an id, see RecordText::isToken(). Empty with other ways.
     QString name() const { return m_name; }
     /// Of mqtt: a host's name or address, without brackets. Empty with other ways.
     QString host() const { return m_host; }
-    /// Of mqtt: it keeps the manikins of several rooms apart. Empty with other ways.
+    /// Of mqtt: it keeps the manikins of several rooms apart; an id as well. Empty with other ways.
     QString site() const { return m_site; }
 
-    /// The file of the local socket. Null when there is no folder that is this user's alone.
+    /// The file of the local socket. Null with other ways, and when there is no folder that is this
+    /// user's alone.
     std::optional<QString> socketFile() const;
 
     /// The same address with another port, such as the one that was found to be free.

@@ -145,16 +145,22 @@ void LinkChannel::handOutLines()
         const QByteArray line = m_buffer.mid(begin, end - begin - (hasReturn ? 1 : 0));
         begin = end + 1;
         m_lastLine.start();
-        const Reader reader = m_reader; // which may set another one
-        m_hasLines = !reader(line) || !isReading();
+        m_hasLines = !handOut(line);
     }
     m_buffer.remove(0, begin);
     if (!m_hasLines && m_buffer.size() > maxLineLength + 1) {
         const QByteArray line = m_buffer.left(maxLineLength + 1);
         m_buffer.clear();
         m_isSkipping = true;
-        m_hasLines = !m_reader(line);
+        m_hasLines = !handOut(line);
     }
+}
+
+// False when no more lines are wanted in this turn.
+bool LinkChannel::handOut(const QByteArray &line)
+{
+    const Reader reader = m_reader; // which may set another one, or close this channel
+    return reader(line) && isReading();
 }
 
 } // namespace manikinlink

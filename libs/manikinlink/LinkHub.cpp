@@ -9,8 +9,10 @@
 #include "manikinlog/JournalSync.h"
 
 #include <QCoreApplication>
+#include <QFileInfo>
 #include <QLocalServer>
 #include <QLocalSocket>
+#include <QPointer>
 #include <QStorageInfo>
 #include <QTcpServer>
 #include <QTcpSocket>
@@ -19,6 +21,7 @@
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <utility>
+#include <vector>
 
 namespace manikinlink {
 
@@ -31,7 +34,7 @@ constexpr int maxWaiting = 64; // connections that have not
 constexpr int maxStreams = 512;
 constexpr std::size_t maxFinished = 4096; // whole sessions that are remembered
 constexpr qint64 minFreeBytes = 1024 * 1024 * 1024; // room for one more journal
-constexpr qint64 minFreeShare = 20; // or this part of a small disk
+constexpr qint64 smallDiskParts = 20; // or one of so many parts of a small disk
 
 bool fail(QString *error, const QString &reason)
 {
@@ -45,6 +48,15 @@ bool fail(QString *error, const QString &reason)
 void lengthenQueue(qintptr listeningSocket)
 {
     ::listen(static_cast<int>(listeningSocket), SOMAXCONN);
+}
+
+// Whether a program listens at the local socket. A killed one leaves its file, at which nobody
+// answers; one whose queue is full does not answer at once.
+bool isListenedAt(const QString &file)
+{
+    QLocalSocket other;
+    other.connectToServer(file);
+    return other.state() != QLocalSocket::UnconnectedState;
 }
 
 // As many streams as this process can open files for; beyond, the journals of others would fail.
@@ -108,7 +120,7 @@ bool LinkHub::listenTcp(const LinkAddress &address, QString *error)
                 add(std::move(socket), true);
         }
     });
-    // A server that could open no file stops accepting.
+    // A server stops accepting when the process has no file left for a connection.
     connect(&m_timer, &QTimer::timeout, tcp, &QTcpServer::resumeAccepting);
     m_addresses.append(address.withPort(tcp->serverPort()));
     return true;
@@ -123,10 +135,7 @@ bool LinkHub::listenLocal(const LinkAddress &address, QString *error)
             QCoreApplication::translate("manikinlink",
                                         "there is no folder for local sockets that is this user's "
                                         "alone; is XDG_RUNTIME_DIR set?"));
-    // A killed process leaves its socket, at which nobody answers.
-    QLocalSocket other;
-    other.connectToServer(*file);
-    if (other.state() == QLocalSocket::ConnectedState)
+    if (isListenedAt(*file))
         return fail(
             error,
             QCoreApplication::translate("manikinlink", "%1 is listened at by another program")
@@ -146,6 +155,15 @@ bool LinkHub::listenLocal(const LinkAddress &address, QString *error)
             socket->setParent(nullptr);
             add(std::move(socket), true);
         }
+    });
+    // A server closes itself and removes its file when the process has no file left for a
+    // connection. It still says that it listens.
+    connect(&m_timer, &QTimer::timeout, local, [local, name = *file] {
+        if (QFileInfo::exists(name))
+            return;
+        local->close();
+        if (local->listen(name))
+            lengthenQueue(local->socketDescriptor());
     });
     m_addresses.append(address);
     return true;
@@ -188,9 +206,11 @@ void LinkHub::addChannel(std::unique_ptr<QIODevice> device)
 
 void LinkHub::add(std::unique_ptr<QIODevice> device, bool canReturn, bool isDescribed)
 {
-    // The one that has said nothing for the longest time goes.
-    if (m_waiting.size() >= maxWaiting)
-        forget(m_waiting.first());
+    // The oldest goes, but never standard input, which could not come back.
+    const auto oldest = std::find_if(m_waiting.cbegin(), m_waiting.cend(),
+                                     [](const LinkChannel *each) { return each->canReturn(); });
+    if (m_waiting.size() >= maxWaiting && oldest != m_waiting.cend())
+        forget(*oldest);
     auto *const channel = new LinkChannel(std::move(device), canReturn, this);
     m_waiting.append(channel);
     connect(channel, &LinkChannel::closed, this, [this, channel] { forget(channel); });
@@ -256,13 +276,15 @@ void LinkHub::claim(LinkChannel *channel, const manikinlog::Stream &ids, bool is
         forget(channel);
         return;
     }
-    if (holder && !isSame)
-        holder->end();
     if (!isSame) {
-        if (const std::optional<QString> why = whyFull()) {
+        // The holder stays where the comer cannot take its place.
+        if (const std::optional<QString> why =
+                whyFull(static_cast<int>(m_streams.size()) - (holder ? 1 : 0))) {
             refuse(channel, ids.manikin, *why);
             return;
         }
+        if (holder)
+            holder->end();
     }
     m_waiting.removeOne(channel);
     channel->disconnect(this);
@@ -284,16 +306,17 @@ void LinkHub::claim(LinkChannel *channel, const manikinlog::Stream &ids, bool is
     Q_EMIT streamAdded(stream);
 }
 
-std::optional<QString> LinkHub::whyFull() const
+// Why there is no room for a stream beside so many others.
+std::optional<QString> LinkHub::whyFull(int otherStreams) const
 {
-    if (m_streams.size() >= streamsForFiles())
+    if (otherStreams >= streamsForFiles())
         return QCoreApplication::translate("manikinlink",
                                            "%1 manikins are received, and no more can be")
-            .arg(m_streams.size());
+            .arg(otherStreams);
     if (m_folder.isEmpty())
         return std::nullopt;
     const QStorageInfo disk(m_folder);
-    const qint64 needed = std::min(minFreeBytes, disk.bytesTotal() / minFreeShare);
+    const qint64 needed = std::min(minFreeBytes, disk.bytesTotal() / smallDiskParts);
     if (disk.isValid() && disk.bytesAvailable() < needed)
         return QCoreApplication::translate("manikinlink",
                                            "the disk has too little room for another session");
@@ -314,7 +337,7 @@ void LinkHub::streamEnded(LinkStream *stream)
         Q_EMIT exhausted();
 }
 
-void LinkHub::isSafe(const manikinlog::Stream &ids)
+void LinkHub::setSafe(const manikinlog::Stream &ids)
 {
     for (Finished &each : m_finished)
         each.isSafe = each.isSafe || each.ids == ids;
@@ -327,9 +350,12 @@ void LinkHub::tick()
         if (channel->canReturn() && channel->silentMs() > firstLineMs)
             forget(channel);
     }
-    const QList<LinkStream *> streams = m_streams.values();
-    for (LinkStream *stream : streams)
-        stream->tick();
+    // What a stream announces may delete others.
+    const std::vector<QPointer<LinkStream>> streams(m_streams.cbegin(), m_streams.cend());
+    for (const QPointer<LinkStream> &stream : streams) {
+        if (stream)
+            stream->tick();
+    }
 }
 
 } // namespace manikinlink

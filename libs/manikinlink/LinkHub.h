@@ -50,7 +50,7 @@ public:
     ~LinkHub() override;
 
     /// Listens at \a address too. False, with the reason in \a error (may be null), when that is
-    /// not possible.
+    /// not possible. True for a broker that is not there yet: brokerLost() says so.
     bool listen(const LinkAddress &address, QString *error = nullptr);
     /// Where it listens, with the ports that were found to be free.
     QList<LinkAddress> addresses() const { return m_addresses; }
@@ -61,8 +61,8 @@ public:
 
     /// Every session may begin as soon as its manikin is there. Off at first. For new streams.
     void setStartsAtOnce(bool startsAtOnce) { m_startsAtOnce = startsAtOnce; }
-    /// Where the sessions are kept: a stream is refused when that disk is nearly full. Empty, as at
-    /// first, for anywhere.
+    /// Where the sessions are kept: a stream is refused while that disk has less than 1 GiB free,
+    /// or less than 5 % where that is less. Empty, as at first, for no such limit.
     void setFolder(const QString &folder) { m_folder = folder; }
     /// How long a sender may be away until its stream ends, in ms; 5 minutes at first.
     void setPatience(int ms) { m_patienceMs = ms; }
@@ -73,11 +73,13 @@ public:
     manikinlog::JournalSync *journalSync() const { return m_sync.get(); }
 
 Q_SIGNALS:
-    /// A new session. It reads nothing until it has a sink. The hub owns it.
+    /// A new session. It reads nothing until it has a sink. The hub is its parent and forgets it
+    /// when it ends; a LinkSession deletes it, or whoever makes none.
     void streamAdded(LinkStream *stream);
-    /// A connection was refused, or a stream that went wrong; both texts are for people.
+    /// A connection was refused, or a stream that went wrong; both texts are one line for people.
     void refused(const QString &who, const QString &reason);
-    /// The broker at \a address cannot be reached. It is tried again and again.
+    /// The broker at \a address cannot be reached, or lets nobody in. It is tried again and again;
+    /// the same reason comes once until it is reached.
     void brokerLost(const QString &address, const QString &reason);
     /// Standard input was all that it listened at, and that has ended.
     void exhausted();
@@ -92,17 +94,17 @@ private:
     void add(std::unique_ptr<QIODevice> device, bool canReturn, bool isDescribed = false);
     void parseFirstLine(LinkChannel *channel, const QByteArray &line, bool isDescribed);
     void claim(LinkChannel *channel, const manikinlog::Stream &ids, bool isDescribed);
-    std::optional<QString> whyFull() const;
+    std::optional<QString> whyFull(int otherStreams) const;
     void refuse(LinkChannel *channel, const QString &who, const QString &reason);
     void forget(LinkChannel *channel);
     void streamEnded(LinkStream *stream);
-    void isSafe(const manikinlog::Stream &ids);
+    void setSafe(const manikinlog::Stream &ids);
     void tick();
 
     struct Finished {
         manikinlog::Stream ids;
         quint32 batch = 0; // the last one
-        bool isSafe = false; // the disk has it
+        bool isSafe = false; // the disk has all of it, or it has no journal
     };
     std::unique_ptr<manikinlog::JournalSync> m_sync;
     QList<LinkAddress> m_addresses;

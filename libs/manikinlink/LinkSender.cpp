@@ -27,10 +27,11 @@ constexpr int closingMs = 2000; // for the receiver to close
 // A line each second at least, with room for a slow way.
 constexpr int beatMs = 600;
 constexpr int beatCheckMs = 300;
-// Records of one batch; through a broker it is one message, sent when it is complete.
+// How long records are added to a batch. Through a broker it is one message, which is sent when it
+// is complete: it has to be shorter.
 constexpr int batchMs = 100;
 constexpr int messageMs = 40;
-// So much of a batch is repeated at most for nothing.
+// The batch in which the way breaks is sent again from its beginning: it should not be long.
 constexpr int batchBytes = 4096;
 // The rest waits in the batches.
 constexpr int maxUnwritten = 64 * 1024;
@@ -92,7 +93,7 @@ void LinkSender::onTimeout()
             say(LinkText::Control::Kind::Beat, now());
         break;
     case State::Closing:
-        end(m_isWhole);
+        end(m_loss.isEmpty());
         break;
     case State::Idle:
     case State::Ended:
@@ -133,9 +134,12 @@ void LinkSender::connectToReceiver()
         break;
     }
     case LinkAddress::Way::Local:
-        // Without a folder of its own, the name alone.
-        makeSocket<QLocalSocket>()->connectToServer(
-            m_address.socketFile().value_or(m_address.name()));
+        // A name without a folder would be looked for where other users can listen at it.
+        if (const std::optional<QString> file = m_address.socketFile())
+            makeSocket<QLocalSocket>()->connectToServer(*file);
+        else
+            onBroken(
+                QStringLiteral("there is no folder for local sockets that is this user's alone"));
         break;
     case LinkAddress::Way::StandardStream:
         openStandardOutput();
@@ -192,16 +196,18 @@ void LinkSender::greet()
 void LinkSender::readAnswers()
 {
     const QIODevice *const channel = m_channel;
+    bool isTooLong = false;
     while (m_channel == channel && m_channel->canReadLine()) {
         QByteArray line = m_channel->readLine(maxAnswerLength);
-        if (!line.endsWith('\n'))
+        isTooLong = !line.endsWith('\n');
+        if (isTooLong)
             break;
         line.chop(1);
         // An answer that is not understood means nothing: a later receiver may say more.
         if (const auto answer = LinkText::parseAnswer(line))
             handle(*answer);
     }
-    if (m_channel == channel && m_channel->bytesAvailable() >= maxAnswerLength)
+    if (m_channel == channel && (isTooLong || m_channel->bytesAvailable() >= maxAnswerLength))
         onBroken(QStringLiteral("the receiver answers with a line that is too long"));
 }
 
@@ -238,10 +244,12 @@ void LinkSender::becomeReady(quint32 batch)
 {
     m_pauseMs = firstPauseMs;
     m_saidBye = false;
+    // That the manikin is lost is said again: the receiver may be another one, or may not have
+    // heard it. That it was found meanwhile is still to be said.
+    m_saidLost = m_saidLost && !m_isLost;
     if (batch < m_acknowledged) {
-        m_isWhole = false;
-        m_errorString =
-            QStringLiteral("the receiver has lost what came behind batch %1").arg(batch);
+        m_loss = QStringLiteral("the receiver has lost what came behind batch %1").arg(batch);
+        m_errorString = m_loss;
     }
     forgetUpTo(batch);
     m_next = 0;
@@ -359,7 +367,7 @@ void LinkSender::pump()
     if (!m_saidBye || !m_kept.empty() || m_state != State::Ready)
         return;
     if (m_address.way() == LinkAddress::Way::StandardStream)
-        end(m_isWhole);
+        end(m_loss.isEmpty());
     else
         setState(State::Closing, closingMs);
 }
@@ -428,7 +436,7 @@ void LinkSender::onBroken(const QString &reason)
     closeChannel();
     m_isBatchOpen = false;
     if (m_saidBye && m_kept.empty()) {
-        end(m_isWhole);
+        end(m_loss.isEmpty());
     } else if (m_address.way() == LinkAddress::Way::StandardStream) {
         end(false);
     } else {
@@ -452,6 +460,8 @@ void LinkSender::end(bool isWhole)
     if (m_state == State::Ended)
         return;
     closeChannel();
+    if (!m_loss.isEmpty())
+        m_errorString = m_loss;
     setState(State::Ended, 0);
     m_timer.stop();
     Q_EMIT finished(isWhole);

@@ -48,7 +48,7 @@ public:
     enum class Result {
         Accepted, ///< it will be sent
         Full, ///< not accepted: too much waits for the receiver; spaceFreed() will come
-        Refused ///< it cannot be sent, now or later
+        Refused ///< it cannot be sent, now or later: no line can hold it, or finish() was called
     };
 
     /// Bytes that are kept for a receiver that is away, unless setCapacity() says otherwise: more
@@ -75,37 +75,40 @@ public:
     /// when the way there is not safe or its files cannot be read.
     static bool canReach(const LinkAddress &address, QString *error = nullptr);
     /// Begins to connect, and tries again until it is connected. Nothing is sent before; records
-    /// can be given already.
+    /// can be given already. After refused() it begins anew. When canReach() is false, finished()
+    /// comes at once.
     void open();
-    /// Takes \a record, whose time is in ms since the session's start. With Refused, the reason is
-    /// in errorString().
+    /// Takes \a record, whose time is in ms since the session's start; one before that of the last
+    /// record is taken for that. The stream and the batches of a log that came over a link are
+    /// accepted and left out. Why no line can hold the record is in errorString().
     Result send(const manikinlog::Record &record);
     /// The manikin cannot be reached, or can be again. The receiver is told, and once it is found,
     /// continues the session.
     void lost() { setLost(true); }
     void found() { setLost(false); }
-    /// Nothing more comes. What is kept is sent, and finished() says how that ended. A record is
-    /// refused from now on.
+    /// Nothing more comes. What is kept is sent, and finished() says how that ended; not before
+    /// open(), nor after refused(). A record is refused from now on.
     void finish();
-    /// Does not wait any longer; finished() comes at once.
+    /// Does not wait any longer; finished() comes at once, with false.
     void abandon();
 
     /// The receiver has answered, and the way to it is open.
     bool isConnected() const { return m_state == State::Ready || m_state == State::Closing; }
-    /// Why it is not connected, or what went wrong last; empty when nothing did.
+    /// What went wrong last, such as why it is not connected; empty when nothing did.
     QString errorString() const { return m_errorString; }
-    /// Bytes of records that the receiver has not acknowledged.
+    /// Bytes of batches that the receiver has not acknowledged.
     qint64 keptBytes() const { return m_keptBytes; }
 
 Q_SIGNALS:
-    /// isConnected() is another.
+    /// isConnected() has changed.
     void connectedChanged();
     /// The instructor lets the session begin. A way without answers says so at once. May come more
     /// than once.
     void started();
     /// The instructor ends the session: what the manikin still tells is to be sent, then finish().
     void stopWanted();
-    /// The receiver does not want this session, and has said why; nothing is tried any more.
+    /// The receiver does not want this session, and has said why, in one line for people. Nothing
+    /// is tried any more, and finished() comes with abandon().
     void refused(const QString &reason);
     /// There is room again, after a record found none.
     void spaceFreed();
@@ -177,10 +180,10 @@ private:
     QElapsedTimer m_sinceMsecs;
 
     bool m_isLost = false; // the manikin
-    bool m_saidLost = false; // to this channel
+    bool m_saidLost = false; // the receiver may think so
     bool m_isFinishing = false;
     bool m_saidBye = false; // to this channel
-    bool m_isWhole = true; // no acknowledged batch is missing in the receiver
+    QString m_loss; // why the receiver cannot get every record; empty when it can
 };
 
 } // namespace manikinlink

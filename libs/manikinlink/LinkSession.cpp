@@ -50,8 +50,10 @@ LinkSession::LinkSession(LinkStream *stream, const QString &target, Keeps keeps,
 
 LinkSession::~LinkSession()
 {
-    if (m_stream)
-        m_stream->deleteLater();
+    if (!m_stream)
+        return;
+    m_stream->setPaused(true); // its sink is this session
+    m_stream->deleteLater();
 }
 
 // Opens the journal, and reads what a killed program has left in it, for some ms.
@@ -127,6 +129,10 @@ void LinkSession::begin()
     if (!m_isContinued) {
         m_player.play({0, Start{QDateTime::currentDateTimeUtc()}});
         m_player.play({0, m_stream->ids()});
+    } else if (m_isOwn && m_position.batch > 0) {
+        // The kill came before the batch that goes on behind the receiver's own records.
+        m_player.play({m_position.msecs, Batch{m_position.batch}});
+        m_isOwn = false;
     }
     if (!m_hasStreamEnded)
         m_stream->setSink([this](const Record &record) { return take(record); }, m_position);
@@ -161,12 +167,16 @@ bool LinkSession::take(const Record &record)
 
 void LinkSession::insert(const Record::Entry &entry)
 {
-    if (!m_isBegun)
+    if (!m_isBegun) {
         m_early.push_back(entry);
-    else if (!m_stream || m_hasStreamEnded)
-        m_player.play({m_stream ? m_stream->position().msecs : m_position.msecs, entry});
-    else
+    } else if (!m_stream || m_hasStreamEnded) {
+        // A sender that comes back after a kill goes on in the last batch, whose record it is not.
+        const qint64 msecs = m_stream ? m_stream->position().msecs : m_position.msecs;
+        m_player.play({msecs, Batch{0}});
+        m_player.play({msecs, entry});
+    } else {
         m_stream->insert(entry);
+    }
 }
 
 void LinkSession::end()

@@ -21,7 +21,8 @@ namespace manikinlink {
 /// which it will be saved, and played into a session. A journal that a killed program has left
 /// of the same session is read first and continued; the sender goes on behind it.
 ///
-/// A batch is acknowledged when the disk has it. While the disk fails, the stream is paused, and
+/// A batch is acknowledged when the disk has it, or at once where there is no journal. While the
+/// disk fails, nothing is acknowledged; where the journal alone is kept the stream is paused, and
 /// waits in its sender. A session whose stream has ended is done, which ended() says, when the disk
 /// has its journal. Where that alone is kept, a sync that fails then is tried again until it works
 /// or end() is called; a session that is played is in memory, and done all the same.
@@ -39,6 +40,7 @@ public:
     /// lies; empty for a session without one. What was left is read by the event loop.
     LinkSession(LinkStream *stream, const QString &target, Keeps keeps = Keeps::Session,
                 QObject *parent = nullptr);
+    /// Deletes the stream as well. The journal stays.
     ~LinkSession() override;
 
     /// Null when the hub has deleted it.
@@ -53,17 +55,18 @@ public:
     QString journalFile() const { return m_journal.fileName(); }
     /// The journal can take records, perhaps into memory alone until the disk works again.
     bool isJournalled() const { return m_journal.isOpen(); }
-    /// The disk has every record.
+    /// The disk has every record that the journal has accepted; true also where there is none.
     bool isOnDisk() const { return m_journal.syncedRecords() == m_journal.addedRecords(); }
     /// ended() has come.
     bool hasEnded() const { return m_hasEnded; }
 
     /// Adds what the host itself has to say, a learner or a remark, at the time of the last record.
-    /// Before the session has begun it waits.
+    /// It waits until what was left is read. Not after takeSession().
     void insert(const manikinlog::Record::Entry &entry);
     /// Ends the stream, and does not wait for a disk that fails.
     void end();
-    /// The session has been saved. False when the journal's file cannot be removed.
+    /// The session has been saved. False when the journal's file cannot be removed; true where
+    /// there is none.
     bool removeJournal();
 
 Q_SIGNALS:
@@ -106,7 +109,7 @@ private:
     bool m_isToEnd = false; // end() has been called
     bool m_hasStreamEnded = false;
     bool m_hasEnded = false;
-    std::vector<manikinlog::Record::Entry> m_early; // inserted before the session has begun
+    std::vector<manikinlog::Record::Entry> m_early; // inserted before m_isBegun
     std::deque<std::pair<qint64, quint32>> m_complete; // records of the journal up to a batch's end
 };
 

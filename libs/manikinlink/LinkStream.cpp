@@ -125,7 +125,7 @@ void LinkStream::acknowledge(quint32 batch)
 {
     answer(Kind::Ack, batch);
     if (m_isWhole && batch >= m_position.batch && m_hub)
-        m_hub->isSafe(m_ids);
+        m_hub->setSafe(m_ids);
 }
 
 void LinkStream::start()

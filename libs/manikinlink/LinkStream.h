@@ -50,16 +50,16 @@ public:
         qint64 lostBatches = 0; ///< that never came
         qint64 repeatedBatches = 0; ///< that came again
         qint64 badLines = 0; ///< that mean nothing
-        /// How much later the last line came than it was sent, above the smallest such time of the
-        /// last minute: what the way adds, whatever the clocks say.
+        /// How much later the last line came than it was sent, in ms above the smallest such time
+        /// of the last minute: what the way adds, whatever the clocks say.
         qint64 delayMs = 0;
     };
 
     /// Where the sink is.
     struct Position {
         quint32 batch = 0; ///< the last one that was begun; 0 before the first
-        qint64 records = 0; ///< of it
-        qint64 msecs = 0; ///< time of the last record
+        qint64 records = 0; ///< of that batch, which the sink has
+        qint64 msecs = 0; ///< of the last record, ms since the sender's session began
         CPRData::CprState state = CPRData::CPR_UNINITIALIZED; ///< of the session
         bool hasStarted = false; ///< the session was in CPR_START
         QString name; ///< the manikin's, or empty
@@ -72,8 +72,8 @@ public:
         }
     };
 
-    /// Writes a record to the journal and plays it. False for a record that could not be played.
-    /// It may delete what it likes but the stream.
+    /// Gets each record, with a time that is not before that of the last one. False when it could
+    /// keep the record nowhere. It may end, refuse and pause the stream, but not delete it.
     using Sink = std::function<bool(const manikinlog::Record &record)>;
 
     ~LinkStream() override;
@@ -92,7 +92,7 @@ public:
     State state() const { return m_state; }
     /// The sender has said bye.
     bool isWhole() const { return m_isWhole; }
-    /// What the link has done so far.
+    /// What the link has done to the session so far.
     Quality quality() const { return m_quality; }
     /// Where the sink is.
     const Position &position() const { return m_position; }
@@ -101,14 +101,16 @@ public:
     /// The hub's, for the journals of all streams; null when the hub is gone.
     manikinlog::JournalSync *journalSync() const;
 
-    /// From now on \a sink gets the records, from \a position on, which is that of a journal that
-    /// goes on. Nothing is read before; the sender waits for its welcome.
+    /// From now on \a sink gets the records that come behind \a position: that of the end of a
+    /// journal that goes on, or {} for a new session. Nothing is read before; the sender waits for
+    /// its welcome.
     void setSink(Sink sink, const Position &position);
     /// While paused nothing is read, and the sender waits.
     void setPaused(bool isPaused);
     /// The disk has the batches up to \a batch: the sender may forget them.
     void acknowledge(quint32 batch);
-    /// Gives the sink a record of the receiver, now, that belongs to no batch of the sender.
+    /// Gives the sink a record of the receiver, at the time of the last one, that belongs to no
+    /// batch of the sender. False when there is no sink yet, or it could not keep the record.
     bool insert(const manikinlog::Record::Entry &entry);
 
     /// The session may begin. It is said again to a sender that comes back.
@@ -116,9 +118,9 @@ public:
     /// The sender should end the session: it sends what the manikin still tells, and then bye. It
     /// is said again to a sender that comes back.
     void stop();
-    /// Ends the stream as far as it has come.
+    /// Ends the stream as far as it has come, and closes its connection.
     void end();
-    /// The same, and tells the sender why.
+    /// The same, and tells the sender and the hub's host why; see LinkHub::refused().
     void refuse(const QString &reason);
 
 Q_SIGNALS:

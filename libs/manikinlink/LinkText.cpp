@@ -142,7 +142,7 @@ std::optional<Answer> parseAnswer(const QByteArray &line, Error *error)
         if (hasNumber && !toNumber(rest, answer.batch))
             return refuse(error, "a batch's number", rest);
         if (kind == Answer::Kind::Refused)
-            answer.reason = QString::fromUtf8(rest);
+            answer.reason = PrintableText::escaped(QString::fromUtf8(rest));
         else if (!hasNumber && blank >= 0)
             return refuse(error, "the end of the line", rest);
         return answer;

@@ -33,7 +33,7 @@ struct Control {
         Found, ///< the manikin is back
         Bye ///< nothing more comes: the session is whole
     };
-    qint64 msecs = 0; ///< since the sender's session began
+    qint64 msecs = 0; ///< ms since the sender's session began, from 0
     Kind kind = Kind::Beat; ///< what it says
 };
 
@@ -43,8 +43,9 @@ QByteArray text(const Control &control);
 /// What a sender's line behind the first can be.
 using Line = std::variant<manikinlog::Record, Control>;
 
-/// A line behind the first: a record, as in a log, or a control line. Records that only a log has
-/// are refused; a time before that of the last line is not, since a link must not fail for it.
+/// A line behind the first: a record, as in a log, or a control line. What only a journal has is
+/// refused: "stream", and batch 0. A time before that of the last line is not, since a link must
+/// not fail for it.
 ///
 /// Comments are for isComment(), which comes first.
 std::optional<Line> parseLine(const QByteArray &line, Error *error = nullptr);
@@ -66,9 +67,10 @@ struct Answer {
     QString reason; ///< of Refused, for people; may be empty
 };
 
-/// "ack 7" and the like. A reason is cut and made one printable line.
+/// "ack 7" and the like. A reason is cut after 400 characters and made one printable line.
 QByteArray text(const Answer &answer);
-/// The other way round. Text behind "start" or "stop" is an error.
+/// The other way round. Text behind "start" or "stop" is an error. A reason is made one printable
+/// line, whoever has sent it.
 std::optional<Answer> parseAnswer(const QByteArray &line, Error *error = nullptr);
 
 } // namespace manikinlink::LinkText

@@ -116,8 +116,9 @@ void MqttConnection::open()
     drop();
     m_sinceOpen.start();
     m_timer.start();
-    // The client would look the name up itself, and block for as long as that takes. By the slot's
-    // name: what is found after this connection's end finds no receiver.
+    // The client looks the name up, too, and blocks meanwhile. It gets only a name that was found
+    // a moment ago, which is found again at once. By the slot's name: what is found after this
+    // connection's end finds no receiver.
     m_lookup =
         QHostInfo::lookupHost(QString::fromLatin1(m_login.host), this, SLOT(onLookedUp(QHostInfo)));
 }
@@ -240,6 +241,8 @@ void MqttConnection::onWritable()
 
 void MqttConnection::onTimer()
 {
+    if (!m_timer.isActive())
+        return; // publish() has called, and the connection has ended since
     if (!m_isOpen && m_sinceOpen.hasExpired(patienceMs))
         fail(tr("the broker does not answer"));
     else if (m_client)
@@ -254,9 +257,11 @@ void MqttConnection::onConnected(int code)
         return;
     }
     for (const QByteArray &topic : std::as_const(m_topics)) {
-        if (mosquitto_subscribe(m_client.get(), nullptr, topic.constData(), qos)
-            == MOSQ_ERR_SUCCESS)
+        const int result = mosquitto_subscribe(m_client.get(), nullptr, topic.constData(), qos);
+        if (result == MOSQ_ERR_SUCCESS)
             ++m_unanswered;
+        else
+            m_refusal = QString::fromUtf8(mosquitto_strerror(result));
     }
 }
 
@@ -284,7 +289,7 @@ void MqttConnection::settle(int result)
     else if (result == MOSQ_ERR_SUCCESS && !m_isConnecting && !m_isAccepted)
         result = mosquitto_loop_write(m_client.get(), 1);
     if (!m_refusal.isEmpty()) {
-        fail(m_refusal);
+        fail(std::exchange(m_refusal, QString()));
         return;
     }
     if (result != MOSQ_ERR_SUCCESS || mosquitto_socket(m_client.get()) < 0) {

@@ -48,9 +48,9 @@ struct MqttMessage {
     bool isRetained; // it is older than the subscription
 };
 
-/// One connection to a broker, driven by the event loop; no call blocks. Messages go and come with
-/// quality of service 1: at least once, and in order. A clean session: nothing of a connection that
-/// broke is repeated by the broker.
+/// One connection to a broker, driven by the event loop; no call waits for the broker. Messages go
+/// and come with quality of service 1: at least once, and in order. A clean session: nothing of a
+/// connection that broke is repeated by the broker.
 class MqttConnection final : public QObject {
     Q_OBJECT
 
@@ -72,9 +72,10 @@ public:
     /// The same, and connects again whenever the connection is lost, after a pause that grows to
     /// 10 s.
     void keepOpen();
-    /// Says goodbye, so that the will is not published.
+    /// Says goodbye, so that the will is not published. What was not written yet is lost. No signal
+    /// comes.
     void close();
-    /// Breaks the connection. No signal comes.
+    /// Breaks the connection, so that the broker publishes the will. No signal comes.
     void abandon();
 
     /// The broker has accepted the login and all topics.
@@ -86,9 +87,13 @@ public:
     qint64 unacknowledged() const { return m_unacknowledged; }
 
 Q_SIGNALS:
+    /// isOpen() has become true.
     void opened();
+    /// The connection could not be made, was refused or broke; \a reason is one line for people.
     void lost(const QString &reason);
+    /// Comes behind opened(), also for messages that the broker has sent before.
     void received(const manikinlink::MqttMessage &message);
+    /// The broker has messages with so many bytes of payload.
     void acknowledged(qint64 bytes);
 
 private Q_SLOTS:
@@ -128,7 +133,7 @@ private:
     bool m_isAccepted = false; // the login
     bool m_isOpen = false;
     int m_unanswered = 0; // subscriptions
-    QString m_refusal; // by the broker
+    QString m_refusal; // of the login or of a topic
     QString m_complaint; // the last one about the encryption
     QList<MqttMessage> m_arrived; // handed out when the client does not run
     QHash<int, qint64> m_sizes; // of messages that are not acknowledged

@@ -28,8 +28,8 @@ QByteArray topicOf(const LinkAddress &address)
     return "cprlink/" + address.site().toLatin1() + '/';
 }
 
-// The first line of \a payload, without its end; taken away from there.
-QByteArray takeLine(QByteArray &payload)
+// The first line of \a payload, without its end, and cuts it off there. Empty where no line ends.
+QByteArray cutLine(QByteArray &payload)
 {
     const auto size = payload.indexOf('\n');
     const QByteArray line = payload.left(size);
@@ -56,7 +56,7 @@ QByteArray lineOf(const manikinlog::Record &record)
 // If \a lines is one control line.
 std::optional<LinkText::Control::Kind> controlOf(const QByteArray &lines)
 {
-    if (lines.indexOf('\n') != lines.size() - 1)
+    if (lines.isEmpty() || lines.indexOf('\n') != lines.size() - 1)
         return std::nullopt;
     const auto said = LinkText::parseLine(lines.chopped(1));
     const auto *control = said ? std::get_if<LinkText::Control>(&*said) : nullptr;
@@ -113,7 +113,7 @@ MqttSource::MqttSource(const QByteArray &firstLine, std::function<void(const QBy
 void MqttSource::receive(const QByteArray &lines)
 {
     QByteArray behind = lines;
-    const quint32 batch = batchOf(takeLine(behind));
+    const quint32 batch = batchOf(cutLine(behind));
     if (batch == 0)
         behind = lines;
     const auto control = controlOf(behind);
@@ -208,7 +208,7 @@ private:
     void onMessage(const MqttMessage &message)
     {
         QByteArray lines = message.payload;
-        const QByteArray first = takeLine(lines);
+        const QByteArray first = cutLine(lines);
         const auto ids = LinkText::parseFirstLine(first);
         if (!ids || ids->manikin.toLatin1() != m_id)
             return;
@@ -288,7 +288,7 @@ void MqttListener::onAbout(const MqttMessage &message)
 {
     const QByteArray id = message.topic.mid(m_site.size()).chopped(int(std::strlen("/about")));
     QByteArray lines = message.payload;
-    const auto ids = LinkText::parseFirstLine(takeLine(lines));
+    const auto ids = LinkText::parseFirstLine(cutLine(lines));
     const bool isGone = !ids || lines.startsWith(gone);
     Manikin *&manikin = m_manikins[id];
     if (!manikin && !isGone && ids->manikin.toLatin1() == id && m_manikins.size() <= maxManikins)
@@ -382,7 +382,7 @@ qint64 MqttTarget::writeData(const char *data, qint64 size)
 {
     QByteArray lines(data, int(size));
     QByteArray behind = lines;
-    const QByteArray first = takeLine(behind);
+    const QByteArray first = cutLine(behind);
     if (lines == m_firstLine) {
         lines.clear();
     } else if (batchOf(first) > 0) {

@@ -18,10 +18,10 @@
 
 namespace manikinlink {
 
-/// Ways that lead through a broker. A manikin has three topics below cprlink/SITE/MANIKIN:
-/// "stream" has what it sends, each message with the stream's first line and the batch's, so that
-/// it can be understood alone; "answer" has what the receiver says; "about", which is retained,
-/// describes the manikin, or says that it is gone.
+// Ways that lead through a broker. A manikin has three topics below cprlink/SITE/MANIKIN: "stream"
+// has what it sends, each message with the stream's first line and the batch's, so that it can be
+// understood alone; "answer" has what the receiver says, behind the stream's first line; "about",
+// which is retained, describes the manikin, or says that it is gone.
 
 /// A device whose lines come from messages.
 class MqttDevice : public QIODevice {
@@ -52,7 +52,8 @@ class MqttSource final : public MqttDevice {
     Q_OBJECT
 
 public:
-    /// \a answer sends lines to the manikin.
+    /// Gives \a firstLine, which has no end, as the first line. \a answer sends lines to the
+    /// manikin.
     MqttSource(const QByteArray &firstLine, std::function<void(const QByteArray &)> answer);
 
     /// A message without its first line.
@@ -113,13 +114,15 @@ private:
     QTimer m_sweep;
 };
 
-/// The sender's end of one stream. What is written is one message: a batch, a part of one, or a
-/// control line; or the stream's first line, which each message gets.
+/// The sender's end of one stream. Each write is one message: the stream's first line, a batch with
+/// all of its records, or a control line. Each message gets the first line, a control line also
+/// that of the batch before it.
 class MqttTarget final : public MqttDevice {
     Q_OBJECT
 
 public:
-    /// Null, and the reason in \a error (may be null), when the broker may not be entered.
+    /// Begins to connect; connected() or disconnected() comes. Null, and the reason in \a error
+    /// (may be null), when the broker may not be entered; see MqttLogin::of().
     static std::unique_ptr<MqttTarget> connectTo(const LinkAddress &address,
                                                  const manikinlog::Stream &stream, QString *error);
 
@@ -127,12 +130,13 @@ public:
     void setName(const QString &name);
     /// After a bye the description is taken away; else the broker says that the manikin is gone.
     void close() override;
-    /// Until the broker has it.
+    /// What the broker has not acknowledged.
     qint64 bytesToWrite() const override;
 
 Q_SIGNALS:
+    /// The broker can be written to.
     void connected();
-    /// Only after a failure.
+    /// The connection could not be made or broke; not after close().
     void disconnected(const QString &reason);
 
 protected:
@@ -148,7 +152,7 @@ private:
     const QByteArray m_topic; // without its last level
     const QByteArray m_firstLine;
     QByteArray m_description;
-    QByteArray m_batchLine; // of the batch that is being written
+    QByteArray m_batchLine; // of the last batch, which the receiver has to have
     bool m_saidBye = false;
     MqttConnection m_connection;
 };

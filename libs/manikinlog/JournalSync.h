@@ -13,8 +13,8 @@
 
 namespace manikinlog {
 
-/// Waits for the disk on threads of its own, so that many journals of one thread do not wait for it
-/// one after the other. Used on one thread.
+/// Waits for the disk on threads of its own, so that the thread that writes many journals does not
+/// wait for one after the other. Used on one thread, with an event loop.
 class JournalSync final : public QObject {
     Q_OBJECT
 
@@ -27,18 +27,20 @@ public:
     /// Waits until the disk has what was requested. Nobody hears of it any more.
     ~JournalSync() override;
 
-    /// Has the disk get what was written to \a file, which may be closed meanwhile, and its name
-    /// \a name unless that is empty. \a done is called once, by the event loop. Gives a ticket; 0,
-    /// with the reason in errno, when that cannot be, and then nobody calls \a done.
+    /// Has the disk get what was written to \a file, a descriptor that may be closed meanwhile, and
+    /// the entry of its folder for the file's name \a name unless that is empty. \a done is called
+    /// once, by the event loop. Gives a ticket, from 1; 0, with the reason in errno, when that
+    /// cannot be, and then nobody calls \a done.
     quint64 request(int file, const QString &name, const Done &done);
-    /// Nobody is to hear of that request.
+    /// Nobody hears of that request any more; the disk gets the file all the same. An unknown
+    /// ticket does nothing.
     void cancel(quint64 ticket) { m_requests.remove(ticket); }
 
 private:
     void finish(quint64 ticket, int error);
 
     quint64 m_lastTicket = 0;
-    QHash<quint64, Done> m_requests; // that are not done, by their tickets
+    QHash<quint64, Done> m_requests; // of which somebody wants to hear, by their tickets
     QThreadPool m_threads;
 };
 

@@ -81,7 +81,7 @@ struct RemarkRemoval {
 /// receiver's journal says it; the player passes over it.
 struct Stream {
     QString manikin; ///< an id, see RecordText::isToken()
-    QString sender; ///< likewise: the program or person that sends
+    QString sender; ///< likewise: the program on a machine that sends
     QString session; ///< likewise, new for each session of the sender
 };
 

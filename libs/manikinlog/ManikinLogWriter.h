@@ -20,15 +20,14 @@ public:
     /// \a device is open for writing and is not owned. The log's first line is written at once, so
     /// that a log without records is a log as well.
     explicit ManikinLogWriter(QIODevice *device);
-    /// Goes on with a log whose last record has the time  msecs; writes no first line.
+    /// Goes on with a log whose last record has the time \a msecs; writes no first line.
     ManikinLogWriter(QIODevice *device, qint64 msecs) : m_device(device), m_msecs(msecs) { }
     ManikinLogWriter(const ManikinLogWriter &) = delete;
     ManikinLogWriter &operator=(const ManikinLogWriter &) = delete;
 
     /// Writes one record. Gives false for a record that the log cannot hold: an earlier time than
-    /// the record before it or a negative one, a state without a key, a name or a remark that
-    /// is empty, has a line break or is no valid text, or a content too long for a line; the next
-    /// record can still be written. Gives false also when the device refuses, and from then on
+    /// the record before it, or what no line can hold, see RecordText::text(); the next record can
+    /// still be written. Gives false also when the device refuses, and from then on
     /// always, since the log may end in half a line. A device with a buffer may refuse only when
     /// it is flushed.
     bool write(const Record &record);

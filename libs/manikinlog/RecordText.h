@@ -31,12 +31,12 @@ std::optional<Record> parse(const QByteArray &line, qint64 minMsecs = 0, QString
 
 /// The line of one \a record, without an end. Nothing, and the reason in \a error (may be null),
 /// when a line cannot hold it: a negative time, a state without a key, a name or a remark that is
-/// empty, has a line break or is no valid text, a stream with something else than ids, or too much
-/// content.
+/// empty, has a line break or is no valid text, a stream with something else than ids, a start
+/// without a valid time, or more than maxLineLength bytes.
 std::optional<QByteArray> text(const Record &record, QString *error = nullptr);
 
-/// "expected WHAT, found "TEXT"". What was \a found is cut and made fit to be shown; nobody knows
-/// what it holds.
+/// "expected WHAT, found "TEXT"". What was \a found is cut to 40 characters and made one printable
+/// line, as it can hold anything.
 QString mismatch(const QString &expected, const QByteArray &found);
 
 } // namespace manikinlog::RecordText

@@ -215,6 +215,7 @@ bool SessionJournal::resume(const QString &target)
     m_hasRecords = m_isRecording = false;
     m_state = CPRData::CPR_UNINITIALIZED;
     m_leftMsecs = 0;
+    m_isFolderSynced = false;
     return true;
 }
 
@@ -384,10 +385,7 @@ bool SessionJournal::sync()
     m_timer.stop();
     if (!m_oldest.isValid() && m_ticket == 0)
         return true;
-    if (m_sync)
-        m_sync->cancel(m_ticket);
-    m_ticket = 0;
-    m_isSyncDue = false;
+    cancelRequest();
     if (!handOver())
         return false;
     if (FileCalls::repeated([this] { return ::fdatasync(m_file.handle()); }) != 0) {
@@ -397,12 +395,12 @@ bool SessionJournal::sync()
         return false;
     }
     m_oldest.invalidate();
-    isSynced(m_handedBytes, m_addedRecords);
+    setSynced(m_handedBytes, m_addedRecords);
     return true;
 }
 
 // The disk has the first \a bytes of m_pending, and so \a records in all.
-void SessionJournal::isSynced(qint64 bytes, qint64 records)
+void SessionJournal::setSynced(qint64 bytes, qint64 records)
 {
     m_syncedBytes += bytes;
     m_handedBytes -= bytes;
@@ -430,14 +428,14 @@ void SessionJournal::requestSync()
     m_requestedBytes = m_handedBytes;
     m_requestedRecords = m_addedRecords;
     m_ticket = m_sync->request(m_file.handle(), m_isFolderSynced ? QString() : m_file.fileName(),
-                               [this](int error) { requestIsDone(error); });
+                               [this](int error) { finishRequest(error); });
     if (m_ticket == 0)
         sync();
     else
         m_oldest.invalidate();
 }
 
-void SessionJournal::requestIsDone(int error)
+void SessionJournal::finishRequest(int error)
 {
     m_ticket = 0;
     const bool isSyncDue = std::exchange(m_isSyncDue, false);
@@ -448,7 +446,7 @@ void SessionJournal::requestIsDone(int error)
         return;
     }
     m_isFolderSynced = true;
-    isSynced(m_requestedBytes, m_requestedRecords);
+    setSynced(m_requestedBytes, m_requestedRecords);
     if (isSyncDue)
         requestSync();
 }
@@ -459,9 +457,22 @@ void SessionJournal::syncWhenDue()
         requestSync();
 }
 
-// The lines stay in memory until the next attempt.
+// Whether the disk gets what was requested nobody hears then: all of it is handed over again.
+void SessionJournal::cancelRequest()
+{
+    if (m_sync)
+        m_sync->cancel(m_ticket);
+    if (m_ticket != 0)
+        m_handedBytes = 0;
+    m_ticket = 0;
+    m_isSyncDue = false;
+}
+
+// The lines stay in memory until the next attempt, which is about all of them: a request that is
+// under way must not say that the disk works again.
 void SessionJournal::waitForDisk(const QString &reason)
 {
+    cancelRequest();
     m_oldest.start();
     m_timer.start();
     const bool isFirst = !m_isWaiting;
@@ -507,9 +518,7 @@ bool SessionJournal::fail(const QString &reason)
 void SessionJournal::end()
 {
     m_writer.reset();
-    if (m_sync)
-        m_sync->cancel(m_ticket);
-    m_ticket = 0;
+    cancelRequest();
     m_timer.stop();
     m_oldest.invalidate();
     m_isWaiting = false;
@@ -523,6 +532,8 @@ void SessionJournal::close()
         sync();
     end();
     m_left.reset();
+    if (m_file.isOpen())
+        FileCalls::unlock(m_file.handle());
     m_file.close();
 }
 

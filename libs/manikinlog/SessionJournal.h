@@ -93,10 +93,12 @@ public:
     /// errorString(), when it is no regular file, cannot be read and written, or another process
     /// has it. An open journal is closed first.
     bool resume(const QString &target);
-    /// Reads the next record of a resumed journal; damaged lines are left out. At its end half a
-    /// line is cut off, and records can be added.
+    /// Reads the next record of a resumed journal; damaged lines are left out. With End half a line
+    /// was cut off, and records can be added. With Error the file cannot be read further, nothing
+    /// can be added, and failed() has come. End also for a journal that is not resumed.
     ManikinLogReader::Result readLeft(Record &record);
-    /// How many damaged lines of a resumed journal have been left out.
+    /// How many damaged lines of a resumed journal have been left out so far, half a line at its
+    /// end among them.
     qint64 skippedLines() const { return m_left ? m_left->skippedLines() : 0; }
 
     /// Whether records can be added; also while they wait for the disk.
@@ -113,10 +115,10 @@ public:
     /// Waits until the disk has everything; false when it has not. Blocks for as long as the disk
     /// takes, some ms as a rule.
     bool sync();
-    /// Does so if a record has waited for its second; with setSync() only asks for it.
+    /// As requestSync(), if a record has waited for its second.
     void syncWhenDue();
-    /// Asks setSync()'s for what the disk does not have yet, and does not wait. Without one it is
-    /// sync().
+    /// Has setSync()'s bring to the disk what it does not have yet, and does not wait for that;
+    /// synced() comes, or failed(). Without one it is sync().
     void requestSync();
 
     /// Records that add() has accepted since open() or resume().
@@ -127,7 +129,7 @@ public:
     qint64 size() const { return m_syncedBytes + m_pending.size(); }
 
     /// Ends the journal and removes its file: the session has been saved. False when the file
-    /// cannot be removed.
+    /// cannot be removed, or none is open.
     bool remove();
 
     /// The file; empty before open().
@@ -148,8 +150,9 @@ private:
     bool create();
     bool openFile();
     void append();
-    void isSynced(qint64 bytes, qint64 records);
-    void requestIsDone(int error);
+    void setSynced(qint64 bytes, qint64 records);
+    void finishRequest(int error);
+    void cancelRequest();
     bool write(const Record &record);
     bool needsStart(const Record &record);
     void lookAt(const Record &record);
@@ -167,7 +170,7 @@ private:
     qint64 m_leftMsecs = 0; // time of the last record that it gave
     QPointer<JournalSync> m_sync; // not owned
     quint64 m_ticket = 0; // of the request that is under way; 0 for none
-    qint64 m_requestedBytes = 0; // of m_pending, that the request is about
+    qint64 m_requestedBytes = 0; // at the begin of m_pending, that the request is about
     qint64 m_requestedRecords = 0; // that the disk has when it is done
     bool m_isFolderSynced = false;
     bool m_isSyncDue = false; // again, as soon as the request is done

@@ -86,7 +86,7 @@ public:
     /// A pause since \a start (ms) has lasted \a seconds, as it is reported again and again.
     void addPause(int start, int seconds);
     void addShock(int msecs);
-    /// The session has \a seconds, not as many as the scenario says.
+    /// The session lasts for \a seconds, not for as long as the scenario says.
     void endAfter(int seconds) { m_seconds = seconds; }
 
     /// The rate of the last breath; -1 when it is not known.
@@ -140,7 +140,7 @@ private:
     int overallScore(const Parameters &scores, bool isAed) const;
 
     const Scenario m_scenario;
-    int m_seconds;
+    int m_seconds; // of the session
 
     Series m_depths;
     Series m_releases;

@@ -25,7 +25,8 @@ public:
 
     Link(const Scenario &scenario, quint64 seed);
 
-    /// The session has \a seconds, not as many as the scenario says.
+    /// The session lasts for \a seconds, not for as long as the scenario says. A wave packet is
+    /// still to come.
     void endAfter(int seconds);
 
     /// What arrives in the wave period of \a packet, in this order.

@@ -35,7 +35,8 @@ struct TwoSessions {
 };
 
 /// Paints the depths of both in one lane with its time axis into \a area. \a shown is in session
-/// times of the first. Returns where the curves are; empty when there is no room for them.
+/// times of the first, ms. \a wave and \a otherWave draw the curves; the same ones for the next
+/// picture make that quick. Returns where the curves are; empty when there is no room for them.
 QRectF paintOverlay(QPainter *painter, const Style &style, const TwoSessions &sessions,
                     const TimeRange &shown, const QRectF &area, WavePainter &wave,
                     WavePainter &otherWave);

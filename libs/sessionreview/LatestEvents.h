@@ -72,9 +72,9 @@ struct RunningPause {
 RunningPause runningPause(const CPREvents &events, const LatestEvents &latest,
                           const Targets &targets, int msecs);
 
-/// Somebody should compress at \a msecs of session time, to which the others belong: compressions
-/// are trained, the AED does not have everybody stand clear, and it is not the turn of
-/// ventilations, or has been for too long.
+/// Whether somebody should compress at \a msecs of session time, of which \a latest and \a pause
+/// are: compressions are trained, the AED does not have everybody stand clear, and it is not the
+/// turn of ventilations, or has been for too long.
 bool areCompressionsDue(const LatestEvents &latest, const RunningPause &pause,
                         const Targets &targets, int msecs);
 

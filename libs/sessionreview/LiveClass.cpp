@@ -15,7 +15,7 @@ namespace {
 // Rescuers take turns every two minutes, as guidelines ask for: who presses longer presses less
 // deep.
 constexpr int changeMs = 120000;
-constexpr int toldMs = 10000; // before it and from it on
+constexpr int toldMs = 10000; // before the change, and again from it on
 
 } // namespace
 

@@ -22,7 +22,8 @@ struct Training {
 /// What a CPR protocol (0 to 5) trains; of any other value, all of it.
 Training trainingOf(int protocol);
 
-/// Whether two rescuers are trained, who take turns at the chest.
+/// Whether a CPR protocol (0 to 5) trains two rescuers, who take turns at the chest; of any other
+/// value, false.
 bool hasSecondRescuer(int protocol);
 
 /// On which side of a target band a value lies. Unknown when there is no value or no band.

@@ -150,6 +150,17 @@ private Q_SLOTS:
         QCOMPARE(LinkHub().listen(*address), error.isEmpty());
     }
 
+    void saysWhyTheBrokerRefuses()
+    {
+        logInAs("recorder1");
+        qputenv("CPRLINK_PASSWORD", "guess");
+        LinkHub hub;
+        QSignalSpy lost(&hub, &LinkHub::brokerLost);
+        QVERIFY(hub.listen(m_address));
+        QVERIFY(lost.wait());
+        QVERIFY(lost.at(0).at(1).toString().contains("refused", Qt::CaseInsensitive));
+    }
+
     // A broker may pass a message twice, and none while nobody listens: what is there already is
     // left out, and behind a gap the sender begins anew.
     void passesEachBatchOnce()

@@ -196,6 +196,11 @@ private Q_SLOTS:
         QTRY_VERIFY(receiver.got.endsWith(" lost\n"));
         receiver.got.clear();
         receiver.socket->abort();
+        QTRY_VERIFY(receiver.got.endsWith("session-1\n"));
+        receiver.socket->write("welcome 0\n");
+        QTRY_VERIFY(receiver.got.endsWith(" lost\n"));
+        receiver.got.clear();
+        receiver.socket->abort();
         QTRY_VERIFY(!sender.isConnected());
         sender.found();
         QTRY_VERIFY(receiver.got.endsWith("session-1\n"));

@@ -51,6 +51,12 @@ inline bool lock(int file)
         || errno != EWOULDBLOCK;
 }
 
+/// Gives the lock back at once: otherwise a copy of the descriptor would still hold it.
+inline void unlock(int file)
+{
+    ::flock(file, LOCK_UN);
+}
+
 /// Whether the descriptor's file still has this name.
 inline bool isNamed(int file, const QByteArray &name)
 {
