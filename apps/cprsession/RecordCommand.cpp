@@ -116,6 +116,7 @@ private:
     ExitStatus m_status = ExitStatus::Done;
     int m_wholeSessions = 0;
     int m_savedSessions = 0;
+    bool m_hasReceived = false;
     bool m_isExhausted = false; // nobody can come any more
     bool m_isStopping = false;
 };
@@ -136,7 +137,11 @@ Recorder::Recorder(const QString &folder, const RecordOptions &options)
             [](const QString &address, const QString &reason) {
                 complain(QStringLiteral("%1: %2; trying again").arg(address, reason));
             });
-    connect(&m_hub, &manikinlink::LinkHub::exhausted, this, [this] { m_isExhausted = true; });
+    connect(&m_hub, &manikinlink::LinkHub::exhausted, this, [this] {
+        m_isExhausted = true;
+        if (!m_hasReceived)
+            m_status = fail(QStringLiteral("standard input has ended before a session began"));
+    });
     connect(&m_maker, &ArchiveMaker::made, this, &Recorder::report);
     connect(&m_timer, &QTimer::timeout, this, &Recorder::tick);
 }
@@ -177,6 +182,7 @@ void Recorder::receive(LinkStream *stream)
         stream->deleteLater();
         return;
     }
+    m_hasReceived = true;
     const QString target = targetFor(*stream);
     auto *const session = new LinkSession(stream, target, LinkSession::Keeps::JournalAlone, this);
     m_sessions[target] = session;

@@ -264,16 +264,16 @@ void LinkHub::claim(LinkChannel *channel, const manikinlog::Stream &ids, bool is
     }
     LinkStream *const holder = m_streams.value(ids.manikin);
     const bool isSame = holder && holder->ids() == ids;
-    if (holder && holder->sender() != ids.sender && holder->isAlive()) {
-        refuse(channel, ids.manikin,
-               QCoreApplication::translate("manikinlink", "%1 is held by %2")
-                   .arg(ids.manikin, holder->sender()));
-        return;
-    }
     // A broker that was killed may come back with the description of an earlier session. Whoever
     // has begun a new one says so itself.
     if (holder && !isSame && isDescribed) {
         forget(channel);
+        return;
+    }
+    if (holder && holder->sender() != ids.sender && holder->isAlive()) {
+        refuse(channel, ids.manikin,
+               QCoreApplication::translate("manikinlink", "%1 is held by %2")
+                   .arg(ids.manikin, holder->sender()));
         return;
     }
     if (!isSame) {

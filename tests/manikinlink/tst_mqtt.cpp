@@ -31,6 +31,7 @@ private Q_SLOTS:
         QVERIFY(m_broker->room({"gateway", "gateway2", "room2", "m1", "m2"}));
         QVERIFY(m_broker->room({"gateway", "class", "room1", "m1", "m2", "m3", "m4", "m5", "m6"}));
         QVERIFY(m_broker->room({"gateway", "former", "room1", "m1"}));
+        QVERIFY(m_broker->room({"bridge", "bridge1", "room1"}));
         QVERIFY(m_broker->room({"recorder", "recorder1", "room1"}));
         QVERIFY(m_broker->room({"recorder", "recorder2", "room2"}));
         m_formerLogin = m_broker->loginOf("former");
@@ -91,6 +92,9 @@ private Q_SLOTS:
         row("recorder as manikin", "recorder1", "cprlink/room1/m1/stream", "recorder1", about,
             false);
         row("gateway as recorder", "gateway1", answer, "gateway1", answer, false);
+        row("bridge", "bridge1", "cprlink/room1/m2/stream", "recorder1", about, true);
+        row("bridge of another site", "bridge1", "cprlink/room2/m1/stream", "recorder2", about2,
+            false);
         row("foreign topic", "gateway1", "lamps/room1", "recorder1", about, false);
         row("above the manikin", "gateway1", "cprlink/room1", "recorder1", about, false);
     }
