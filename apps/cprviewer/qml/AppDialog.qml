@@ -33,7 +33,10 @@ Popup {
     onOpened: dialog.takeFocus()
 
     background: Card { }
-    contentItem: ColumnLayout {
+    // No layout: asked for its height it may lay its texts out anew, and tell of another height in the
+    // middle of the answer, which is a loop of bindings.
+    contentItem: Column {
+        id: column
         spacing: Look.gap
         // Opened by a file dialog's answer, it comes before the window has got the focus back.
         Window.onActiveChanged: if (Window.active && dialog.opened && !dialog.activeFocus) dialog.takeFocus()
@@ -41,28 +44,28 @@ Popup {
         Accessible.name: dialog.title
 
         PageText {
-            Layout.fillWidth: true
+            width: column.width
             text: dialog.title
             font.pixelSize: Math.round(22 * Look.unit)
             font.bold: true
             wrapMode: Text.WordWrap
         }
         PageText {
-            Layout.fillWidth: true
+            width: column.width
             visible: dialog.text.length > 0
             text: dialog.text
             wrapMode: Text.WrapAtWordBoundaryOrAnywhere
         }
         ColumnLayout {
             id: body
-            Layout.fillWidth: true
+            width: column.width
             visible: children.length > 0
             spacing: Look.gap
         }
         Flow {
             id: buttonRow
-            Layout.fillWidth: true
-            Layout.topMargin: Look.gap
+            width: column.width
+            topPadding: Look.gap
             layoutDirection: Qt.RightToLeft
             spacing: Look.gap
         }
