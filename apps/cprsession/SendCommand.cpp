@@ -38,7 +38,7 @@ using manikinsim::Simulator;
 constexpr int maxCount = 512; // as many as a receiver accepts
 constexpr int tickMs = 10;
 constexpr int recordsPerTurn = 500; // of a manikin, so that each gets its turn
-constexpr int wantedToStartMs = 2000;
+constexpr int wantedToStartMs = 2000; // a receiver that starts sessions at once does so sooner
 constexpr int farewellMs = 5000; // for what the receiver does not have yet, after Ctrl-C
 
 struct SendOptions {
@@ -55,7 +55,7 @@ struct SendOptions {
 
 volatile std::sig_atomic_t interrupted = 0;
 
-// Where a manikin's records come from.
+// Where a manikin's records come from, in order of time.
 class Source {
 public:
     Source() = default;
@@ -65,9 +65,10 @@ public:
 
     // The next record; false when there is none left.
     virtual bool next(Record &record) = 0;
-    // The session is to end. False when no record of its end comes.
+    // The session is to end. True when next() gives what the manikin tells at its end, and then
+    // nothing; false when there is nothing like that.
     virtual bool stop() = 0;
-    // Why the records end too early.
+    // Why the records end too early; none when that was their end.
     virtual std::optional<QString> error() const { return std::nullopt; }
     // From 0 to 1, when the records up to msecs are sent.
     virtual double done(qint64 msecs) const = 0;
@@ -100,7 +101,7 @@ public:
     {
         return m_reader.read(record) == ManikinLogReader::Result::Record;
     }
-    // What the log has behind the end would not fit.
+    // What the log has of its own end would not fit to an early one.
     bool stop() override { return false; }
     std::optional<QString> error() const override
     {
@@ -154,6 +155,7 @@ public:
     bool isOver() const { return m_isOver; }
     bool hasFailed() const { return m_hasFailed; }
     bool waitsForStart() const { return m_waitsForStart; }
+    // From 0 to 1.
     double done() const { return m_isOver ? 1 : m_source->done(m_sentMsecs); }
 
     // Sends what is due, but not too much at a time. True when more is due.
@@ -179,7 +181,7 @@ public:
             if (m_pace.isPaced() && m_next.msecs + m_waited > m_pace.now())
                 return false;
             if (!send({m_next.msecs + m_waited, m_next.entry}))
-                return false;
+                return false; // until there is room
             m_hasStarted = m_hasStarted || isStart;
             m_hasEnded = m_hasEnded || (state && state->state == CPRData::CPR_ENDED);
             m_hasNext = m_source->next(m_next);
@@ -190,7 +192,7 @@ public:
     // Ends the session: early, and with all that the manikin tells behind it, if it can.
     void stop()
     {
-        if (m_isFinished || m_hasEnded)
+        if (m_isFinished || m_isOver || m_hasEnded)
             return;
         if (m_hasStarted && m_source->stop())
             return;
@@ -200,12 +202,20 @@ public:
     }
 
 private:
+    // False when there is no room for the record. One that can never be sent is left out.
     bool send(const Record &record)
     {
-        const LinkSender::Result result = m_sender.send(record);
-        if (result == LinkSender::Result::Accepted)
+        switch (m_sender.send(record)) {
+        case LinkSender::Result::Full:
+            return false;
+        case LinkSender::Result::Refused:
+            fail(QStringLiteral("a record is left out: ") + m_sender.errorString());
+            break;
+        case LinkSender::Result::Accepted:
             m_sentMsecs = record.msecs;
-        return result == LinkSender::Result::Accepted;
+            break;
+        }
+        return true;
     }
 
     void finish()
@@ -232,8 +242,8 @@ private:
     bool m_waitsForStart = false;
     bool m_hasStarted = false;
     bool m_hasEnded = false;
-    bool m_isFinished = false; // no record comes any more
-    bool m_isOver = false; // nothing is on its way any more
+    bool m_isFinished = false; // no record is sent any more
+    bool m_isOver = false; // the receiver has everything, or nothing more reaches it
     bool m_hasFailed = false;
 };
 
@@ -261,7 +271,7 @@ std::vector<Scenario> requestedScenarios(const SendOptions &options, QString *er
     return scenarios;
 }
 
-// What identifies at a receiver may hold: short, and without blanks.
+// What an id of the link may hold: short enough for a number behind it, and without blanks.
 QString token(QString text)
 {
     static const QRegularExpression other(QStringLiteral("[^A-Za-z0-9._-]+"));
@@ -269,7 +279,7 @@ QString token(QString text)
     return text.replace(other, QStringLiteral("-")).left(length);
 }
 
-// A status when they cannot be made.
+// Fills manikins with those that are asked for. A status when they cannot be made.
 std::optional<ExitStatus> makeManikins(const SendOptions &options, quint64 seed,
                                        const LinkAddress &address, const Pace &pace,
                                        Manikins &manikins)
@@ -307,7 +317,7 @@ std::optional<ExitStatus> makeManikins(const SendOptions &options, quint64 seed,
             source = std::make_unique<SimulatedSource>(scenario, seed + i);
         }
         const manikinlog::Stream stream{
-            token(numbered.toLower()), sender,
+            QStringLiteral("%1-%2").arg(token(name.toLower())).arg(i + 1), sender,
             QStringLiteral("%1-%2").arg(begin).arg(QRandomGenerator::system()->generate(), 8, 16,
                                                    QLatin1Char('0'))};
         manikins.push_back(
@@ -316,7 +326,7 @@ std::optional<ExitStatus> makeManikins(const SendOptions &options, quint64 seed,
     return std::nullopt;
 }
 
-// Sends all of them until they are over.
+// Sends all manikins until they are over.
 class Sending final : public QObject {
 public:
     Sending(Manikins &manikins, Pace &pace, const QString &receiver)
@@ -360,7 +370,8 @@ private:
         m_timer.setInterval(hasMore ? 0 : tickMs);
     }
 
-    // Says what is waited for, once. A receiver that starts sessions at once needs no word.
+    // Says what is waited for, once, until something else is. A receiver that starts sessions at
+    // once needs no word.
     void reportWaiting(int waitingForStart)
     {
         QString reason;
