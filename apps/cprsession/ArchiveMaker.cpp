@@ -21,12 +21,19 @@ namespace {
 using manikinlog::ManikinLogReader;
 using manikinlog::SessionJournal;
 
-// Every journal begins with records that say only whose it is.
+// Of a link's journal some records say only when and of which stream it is.
 bool isOfManikin(const manikinlog::Record &record)
 {
     return !std::holds_alternative<manikinlog::Start>(record.entry)
         && !std::holds_alternative<manikinlog::Stream>(record.entry)
         && !std::holds_alternative<manikinlog::Batch>(record.entry);
+}
+
+// Of a log that a kill has cut.
+bool endsInLine(QFile &log)
+{
+    char last = '\n';
+    return log.size() > 0 && log.seek(log.size() - 1) && log.getChar(&last) && last != '\n';
 }
 
 void make(ArchiveMaker::Made &made)
@@ -48,6 +55,8 @@ void make(ArchiveMaker::Made &made)
     }
     player.finish();
     made.problem = reader.errorString();
+    if (made.problem.isEmpty() && reader.skippedLines() > (endsInLine(*file) ? 1 : 0))
+        made.problem = reader.skippedError();
     made.msecs = session.compressionData()->sessionTime();
     if (made.records > 0)
         made.saved = sessionfiles::save(made.target, session);
@@ -84,9 +93,9 @@ void ArchiveMaker::startNext()
     m_made = m_waiting.front();
     m_waiting.pop_front();
     m_thread = QThread::create([this] {
-        // Of this thread alone: the manikins come first.
-        constexpr int modest = 10;
-        ::setpriority(PRIO_PROCESS, 0, modest);
+        // The manikins come first. For Linux that is of this thread alone.
+        constexpr int niceness = 10;
+        ::setpriority(PRIO_PROCESS, 0, niceness);
         make(m_made);
     });
     m_thread->setParent(this);

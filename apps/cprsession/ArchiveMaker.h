@@ -14,7 +14,9 @@
 class QThread;
 
 /// Makes archives of journals, one after the other on a thread of its own: a session of an hour is
-/// played and written while the manikins go on. The journals stay.
+/// played and written while the manikins go on. An archive that is there is replaced: a run that
+/// was killed made it of the same journal. The journals stay, but for those that a killed run has
+/// left: once all of such a one is in its archive it is removed.
 class ArchiveMaker : public QObject {
     Q_OBJECT
 
@@ -23,10 +25,10 @@ public:
     struct Made {
         QString target; // of the archive; the journal lies beside it
         bool wasLeft = false; // by a run that was killed
-        qint64 records = 0; // that the manikin sent
-        qint64 msecs = 0; // of the session
-        sessionfiles::SaveResult saved;
-        QString problem; // of the journal; empty when all of it was read
+        qint64 records = 0; // that the manikin sent; with 0 no archive is made
+        qint64 msecs = 0; // length of the session
+        sessionfiles::SaveResult saved; // with the reason, too, when the journal cannot be opened
+        QString problem; // of the journal; empty when all of it was read but half a last line
     };
 
     explicit ArchiveMaker(QObject *parent = nullptr);
@@ -39,13 +41,14 @@ public:
     bool isBusy() const { return m_thread || !m_waiting.empty(); }
 
 Q_SIGNALS:
+    /// What became of a journal. Comes for each, in the order of add().
     void made(const ArchiveMaker::Made &made);
 
 private:
     void startNext();
 
     std::deque<Made> m_waiting; // the first is made next
-    QThread *m_thread = nullptr;
+    QThread *m_thread = nullptr; // a child of this object while it runs
     Made m_made; // the thread's, while it runs
 };
 

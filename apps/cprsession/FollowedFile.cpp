@@ -36,13 +36,14 @@ bool FollowedFile::open(OpenMode mode)
 
 qint64 FollowedFile::readData(char *data, qint64 maxSize)
 {
-    if (m_isStandardInput)
-        return waitForInput() ? m_file.read(data, maxSize) : 0;
     for (;;) {
+        if (m_isStandardInput && !waitForInput())
+            return 0;
         const qint64 count = m_file.read(data, maxSize);
         if (count < 0)
             setErrorString(m_file.errorString());
-        if (count != 0 || m_isOver())
+        // A read of standard input that gives nothing is its end.
+        if (count != 0 || m_isStandardInput || m_isOver())
             return count;
         if (const char *const what = change()) {
             setErrorString(QString::fromLatin1(what));

@@ -12,8 +12,9 @@
 /// A file that somebody else still writes: a read at its end waits for more, until \a isOver says
 /// that no more is wanted. A file that is cut, replaced or deleted meanwhile gives an error: nobody
 /// will write more of it.
-/// "-" is standard input: a read waits there for what comes, until the writer closes its end or
-/// \a isOver.
+///
+/// "-" is standard input: a read waits for what comes, until the writer closes its end or \a isOver
+/// says that no more is wanted.
 class FollowedFile final : public QIODevice {
 public:
     FollowedFile(const QString &name, std::function<bool()> isOver);

@@ -9,6 +9,7 @@
 #include <manikinlink/LinkSession.h>
 #include <manikinlog/ManikinLogReader.h>
 #include <manikinlog/SessionJournal.h>
+#include <private/Units.h>
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -36,7 +37,7 @@ using manikinlog::SessionJournal;
 struct RecordOptions {
     std::string address;
     std::string folder;
-    int sessions = 0; // 0 for any number
+    int sessions = 0; // that come whole until it ends; 0 for any number
     int patience = 300; // in s
 };
 
@@ -60,7 +61,7 @@ void allowFiles()
 }
 
 // Whose session the journal of target holds; none where it is of no link, or somebody writes it. A
-// journal that a killed run left before it had a record is removed.
+// journal that a killed run has left without a record of anybody is removed.
 std::optional<manikinlog::Stream> leftStream(const QString &target)
 {
     const QString name = SessionJournal::nameFor(target);
@@ -108,8 +109,9 @@ private:
     const RecordOptions m_options;
     manikinlink::LinkHub m_hub;
     ArchiveMaker m_maker;
-    std::map<QString, LinkSession *> m_sessions; // by their archive, until it is made
-    std::vector<Left> m_left;
+    // Children of this object, by the archive, until that is made.
+    std::map<QString, LinkSession *> m_sessions;
+    std::vector<Left> m_left; // whose senders have not come back yet
     QElapsedTimer m_clock; // since it listens
     QTimer m_timer;
     Progress m_progress{QStringLiteral("Recording")};
@@ -124,10 +126,9 @@ private:
 Recorder::Recorder(const QString &folder, const RecordOptions &options)
     : m_folder(folder), m_options(options)
 {
-    constexpr int msecsPerSecond = 1000;
     m_hub.setStartsAtOnce(true);
     m_hub.setFolder(folder);
-    m_hub.setPatience(options.patience * msecsPerSecond);
+    m_hub.setPatience(options.patience * Units::msecsPerSecond);
     connect(&m_hub, &manikinlink::LinkHub::streamAdded, this, &Recorder::receive);
     connect(&m_hub, &manikinlink::LinkHub::refused, this,
             [](const QString &who, const QString &reason) {
@@ -245,7 +246,6 @@ void Recorder::saveEnded(LinkSession *session)
 
 void Recorder::report(const ArchiveMaker::Made &made)
 {
-    constexpr double msecsPerSecond = 1000;
     const auto found = m_sessions.find(made.target);
     LinkSession *const session = found == m_sessions.end() ? nullptr : found->second;
     const bool isNothing = made.records == 0 && made.saved.reason.isEmpty();
@@ -261,9 +261,9 @@ void Recorder::report(const ArchiveMaker::Made &made)
         session->removeJournal();
     if (made.saved.isSaved) {
         ++m_savedSessions;
-        printLine(
-            QStringLiteral("%1: %2 s")
-                .arg(made.target, QString::number(double(made.msecs) / msecsPerSecond, 'f', 1)));
+        printLine(QStringLiteral("%1: %2 s")
+                      .arg(made.target,
+                           QString::number(double(made.msecs) / Units::msecsPerSecond, 'f', 1)));
         if (session && session->stream() && session->stream()->isWhole())
             ++m_wholeSessions;
     }
@@ -275,7 +275,7 @@ void Recorder::report(const ArchiveMaker::Made &made)
         stop();
 }
 
-// Their senders have not come back.
+// The senders of what was left have not come back in time: it is saved as far as it goes.
 void Recorder::giveUpLeft()
 {
     for (const Left &left : m_left)
@@ -295,10 +295,9 @@ void Recorder::stop()
 
 void Recorder::tick()
 {
-    constexpr qint64 msecsPerSecond = 1000;
     if (interrupted)
         stop();
-    if (m_clock.hasExpired(m_options.patience * msecsPerSecond))
+    if (m_clock.hasExpired(qint64(m_options.patience) * Units::msecsPerSecond))
         giveUpLeft();
     m_progress.report(
         QStringLiteral("%1 manikins, %2 sessions saved")
