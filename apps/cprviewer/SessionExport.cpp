@@ -76,10 +76,12 @@ Written writeCsv(const QString &name, const QVector<TableWriter::Column> &column
         && writer->end() && file.finish();
     return isWritten ? done(name) : failed(name, cannotWrite(name, file.errorString()));
 }
-using MakeReport = std::function<bool(const QString &archive,
-                                      const sessionplot::SessionReport &report, QString *problem)>;
 
-// Calls \a make for each archive until \a advance says that it is enough.
+// Makes the page of the archive of that number. False, with the reason, when that fails.
+using MakeReport =
+    std::function<bool(int number, const sessionplot::SessionReport &report, QString *problem)>;
+
+// Calls make for each archive that can be read, until advance says that it is enough.
 Written makeReports(const QString &name, const QStringList &archives,
                     const SessionExport::ReportNotes &notes, const SessionExport::Advance &advance,
                     const MakeReport &make)
@@ -106,7 +108,7 @@ Written makeReports(const QString &name, const QStringList &archives,
             report.setDamaged(!loaded.isComplete);
             report.setEarlier(
                 sessionreview::earlierOf(sessionreview::resultOf(model.review()), notes.results));
-            isMade = make(archive, report, &problem);
+            isMade = make(i, report, &problem);
         }
         if (!isMade)
             problems.append(problem);
@@ -261,20 +263,30 @@ Written SessionExport::writeReport(const QString &name, const CPRData &session,
                                                                         : failed(name, reason);
 }
 
-QString SessionExport::reportName(const QString &folder, const QString &archive)
+QStringList SessionExport::reportNames(const QString &folder, const QStringList &archives)
 {
-    return QDir(folder).filePath(QFileInfo(archive).completeBaseName() + QStringLiteral(".pdf"));
+    QStringList names;
+    for (const QString &archive : archives) {
+        const QString stem = QFileInfo(archive).completeBaseName();
+        QString name;
+        for (int number = 1; name.isEmpty() || names.contains(name); ++number)
+            name = QDir(folder).filePath(
+                stem + (number > 1 ? QStringLiteral("-%1").arg(number) : QString())
+                + QStringLiteral(".pdf"));
+        names.append(name);
+    }
+    return names;
 }
 
 Written SessionExport::writeReports(const QString &folder, const QStringList &archives,
                                     const ReportNotes &notes, const Advance &advance)
 {
-    return makeReports(
-        folder, archives, notes, advance,
-        [&](const QString &archive, const sessionplot::SessionReport &report, QString *problem) {
-            return sessionplot::writeReport(reportName(folder, archive), report, notes.paper,
-                                            problem);
-        });
+    const QStringList names = reportNames(folder, archives);
+    return makeReports(folder, archives, notes, advance,
+                       [&](int number, const sessionplot::SessionReport &report, QString *problem) {
+                           return sessionplot::writeReport(names.at(number), report, notes.paper,
+                                                           problem);
+                       });
 }
 
 Written SessionExport::printReports(QPagedPaintDevice *printer, const QStringList &archives,
@@ -284,8 +296,7 @@ Written SessionExport::printReports(QPagedPaintDevice *printer, const QStringLis
     int pages = 0;
     Written printed = makeReports(
         QString(), archives, notes, advance,
-        [&](const QString & /*archive*/, const sessionplot::SessionReport &report,
-            QString *problem) {
+        [&](int /*number*/, const sessionplot::SessionReport &report, QString *problem) {
             const bool isReady = pages == 0 ? painter.begin(printer) : printer->newPage();
             if (isReady)
                 report.paint(&painter);

@@ -33,7 +33,7 @@ struct Written {
     QString kept; ///< of the file that was there before, where that is kept
     QString problem; ///< for people; empty when it is complete
     bool isSalvaged = false; ///< not all of the session's source is in it
-    QString done; ///< for people, where there is more to say than the name
+    QString done; ///< for people, of what is complete; where there is more to say than the name
 };
 
 /// NAME.damaged.zip for NAME.zip, with a number where that is there already.
@@ -76,20 +76,22 @@ struct ReportNotes {
 };
 /// The page to take home, a PDF.
 Written writeReport(const QString &name, const CPRData &session, const ReportNotes &notes);
-/// Is told how many of how many are done; false ends the work.
+/// Is told, before each part, how many of how many are done; false ends the work.
 using Advance = std::function<bool(int done, int total)>;
-/// The same for each of \a archives, NAME.pdf for NAME.zip, into \a folder. The problem tells of
-/// the first that could not be made, and how many more there are.
+/// The same for each of \a archives into \a folder, under the names of reportNames(). The problem
+/// tells that it was cancelled, or of the first that could not be made, and how many more there
+/// are.
 Written writeReports(const QString &folder, const QStringList &archives, const ReportNotes &notes,
                      const Advance &advance);
-/// The same on \a printer, as one job.
+/// The same on \a printer, as one job. How many were printed stands in done.
 Written printReports(QPagedPaintDevice *printer, const QStringList &archives,
                      const ReportNotes &notes, const Advance &advance);
 /// The class, a PDF.
 Written writeClass(const QString &name, const sessionreview::ClassFigures &figures,
                    QPageSize::PageSizeId paper);
-/// The name of the report of an archive.
-QString reportName(const QString &folder, const QString &archive);
+/// The names of the reports of \a archives in \a folder: NAME.pdf for NAME.zip, and NAME-2.pdf for
+/// the next one of that name, as those in subfolders of a library may have the same.
+QStringList reportNames(const QString &folder, const QStringList &archives);
 
 } // namespace SessionExport
 

@@ -523,8 +523,9 @@ Viewer::SaveResult Viewer::exportReports(cprquick::ClassModel *model, const QUrl
     const QStringList files = model->files();
     if (name.isEmpty() || files.isEmpty())
         return Failed;
-    for (const QString &file : files) {
-        if (const auto reason = whyNotWritten(SessionExport::reportName(name, file), replaces))
+    const QStringList reports = SessionExport::reportNames(name, files);
+    for (const QString &report : reports) {
+        if (const auto reason = whyNotWritten(report, replaces))
             return *reason;
     }
     SessionExport::ReportNotes notes = notesFor(*model);
