@@ -74,6 +74,11 @@ QString ClassManikin::name() const
     return m_feed ? PrintableText::shown(m_feed->name()) : QString();
 }
 
+bool ClassManikin::hasBegun() const
+{
+    return m_feed && m_feed->session()->cprEvents()->sessionTime() > 0;
+}
+
 QStringList ClassManikin::learners() const
 {
     QStringList names = m_feed ? m_feed->session()->learners() : QStringList();
@@ -81,6 +86,14 @@ QStringList ClassManikin::learners() const
     if (names.isEmpty() && !m_assigned.isEmpty())
         names.append(m_assigned);
     return names;
+}
+
+QString ClassManikin::releaseLearner()
+{
+    const QString name = std::exchange(m_assigned, QString());
+    if (!name.isEmpty())
+        Q_EMIT learnerChanged();
+    return name;
 }
 
 QString ClassManikin::learner() const
@@ -143,12 +156,12 @@ void ClassManikin::readState()
 }
 
 // A manikin that knows its learner names it before session time goes on. Else the learner whom the
-// instructor has chosen trains; at the latest when the session ends. Nobody does in a session that
-// has not begun.
+// instructor has chosen trains; at the latest when the session ends. Nobody trains in a session
+// that has not begun.
 void ClassManikin::nameLearner()
 {
     m_isNaming = false;
-    if (m_assigned.isEmpty() || m_state == Ready)
+    if (m_assigned.isEmpty() || !hasBegun())
         return;
     const QString name = std::exchange(m_assigned, QString());
     if (m_feed->session()->learners().isEmpty())
@@ -170,6 +183,8 @@ void ClassManikin::tick()
         m_stateSecs = secs;
         Q_EMIT tickChanged();
     }
-    if (isRunning() && m_plannedMs > 0 && left <= 0 && !m_feed->endsByItself())
+    // While the link is bad, the end is under way already, or the manikin hears of it when it is
+    // back.
+    if (m_state == Running && m_plannedMs > 0 && left <= 0 && !m_feed->endsByItself())
         m_feed->stop();
 }

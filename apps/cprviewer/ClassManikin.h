@@ -33,7 +33,7 @@ class ClassManikin final : public QObject {
     Q_PROPERTY(State    state       READ state      NOTIFY stateChanged)
     /// How long it has been in that state, whole seconds.
     Q_PROPERTY(int      stateSecs   READ stateSecs  NOTIFY tickChanged)
-    /// The session has begun and has not ended; its link may be bad.
+    /// The session has begun and has not ended; its link may be bad, or gone.
     Q_PROPERTY(bool     isRunning   READ isRunning  NOTIFY stateChanged)
     /// The manikin was told to start, and has not answered yet.
     Q_PROPERTY(bool     isStarting  READ isStarting NOTIFY stateChanged)
@@ -41,7 +41,7 @@ class ClassManikin final : public QObject {
     Q_PROPERTY(bool     isReusable  READ isReusable NOTIFY stateChanged)
     /// The end can be taken back.
     Q_PROPERTY(bool     canResume   READ canResume  NOTIFY stateChanged)
-    /// Over a link; lost (packets) and delay (ms) are its quality.
+    /// Over a link; lost (batches of records) and delay (ms) are its quality, 0 and -1 without one.
     Q_PROPERTY(bool     isLinked    READ isLinked   NOTIFY stateChanged)
     Q_PROPERTY(int      lost        READ lost       NOTIFY stateChanged)
     Q_PROPERTY(int      delay       READ delay      NOTIFY stateChanged)
@@ -84,7 +84,7 @@ public:
     QString    learner() const;
     State      state() const           { return m_state; }
     int        stateSecs() const;
-    bool       isRunning() const       { return m_state != Ready && m_state != Ended; }
+    bool       isRunning() const       { return m_state == Running || (m_state != Ready && m_state != Ended && hasBegun()); }
     bool       isStarting() const      { return m_feed && m_feed->isStarting(); }
     bool       isReusable() const      { return m_state == Ended && m_feed && m_feed->endsByItself(); }
     bool       canResume() const       { return m_feed && m_storage == InJournal && m_feed->canResume(); }
@@ -102,17 +102,22 @@ public:
     /// As Viewer::addRemark().
     Q_INVOKABLE CPREventBase *addRemark(const QString &text, int msecs);
 
-    /// The session of now; the one before goes. Null for none.
+    /// The session of now; the one before goes, and who was assigned to it. Null for none.
     void setFeed(std::shared_ptr<ManikinFeed> feed);
     const std::shared_ptr<ManikinFeed> &feed() const { return m_feed; }
-    /// All who train or have trained in the session, as they are stored; who is to train before.
+    /// Session time has gone on: something was recorded, if only up to here.
+    bool hasBegun() const;
+    /// All who train or have trained in the session, as they are stored; before it knows any, the
+    /// one who is to train.
     QStringList learners() const;
+    /// Nobody is to train here any more. Who was; empty when nobody was, or the session knows.
+    QString releaseLearner();
     /// How long the session is to last, ms; 0 for as long as it does by itself.
     void setPlanned(int msecs);
     void setFirst(bool isFirst);
     void setStorage(Storage storage);
-    /// Time goes on: reads the clocks, and ends a session whose time is over. To be called some
-    /// times a second.
+    /// Time goes on: reads the clocks, and ends a session whose time is over, as long as its
+    /// manikin can hear of it. To be called some times a second.
     void tick();
 
 Q_SIGNALS:
@@ -134,7 +139,7 @@ private:
     std::shared_ptr<ManikinFeed> m_feed;
     cprquick::LiveFigures m_figures;
     QString m_assigned; // who is to train, until the session knows
-    bool m_isNaming = false; // nameLearner() comes
+    bool m_isNaming = false; // nameLearner() will be called
     State m_state = Ready;
     QElapsedTimer m_stateClock; // since the state began
     int m_stateSecs = 0;

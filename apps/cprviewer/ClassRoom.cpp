@@ -27,7 +27,8 @@ namespace {
 constexpr int tickMs = 250;
 // How long an end can be taken back, if nothing else happens on that manikin.
 constexpr int resumableSecs = 15;
-constexpr int reopenedMs = 500;
+// For a stream to open its journal. A class that comes at once is waited for as one.
+constexpr int takenOverMs = 500;
 constexpr int secsPerMinute = 60;
 
 // A name in the library that no file has, by the time at which the session began.
@@ -53,6 +54,9 @@ ClassRoom::ClassRoom(ClassList *list, const UnsavedSessions *unsaved,
     m_clock.start();
     m_ticks.setInterval(tickMs);
     connect(&m_ticks, &QTimer::timeout, this, &ClassRoom::tick);
+    m_takenOver.setSingleShot(true);
+    m_takenOver.setInterval(takenOverMs);
+    connect(&m_takenOver, &QTimer::timeout, this, &ClassRoom::left);
     connect(m_list, &ClassList::changed, this, &ClassRoom::planAnew);
     connect(&m_writer, &SessionWriter::finished, this, &ClassRoom::finishSaving);
 }
@@ -78,14 +82,6 @@ ClassManikin *ClassRoom::at(int row) const
 {
     return row >= 0 && row < count() ? m_places[static_cast<std::size_t>(row)].manikin.get()
                                      : nullptr;
-}
-
-int ClassRoom::rowOf(const ClassManikin *manikin) const
-{
-    const auto found =
-        std::find_if(m_places.begin(), m_places.end(),
-                     [manikin](const Place &place) { return place.manikin.get() == manikin; });
-    return static_cast<int>(found - m_places.begin());
 }
 
 int ClassRoom::running() const
@@ -174,12 +170,26 @@ void ClassRoom::callLearner(ClassManikin &manikin)
         manikin.assign(m_list->callNext(manikin.feed()->name(), busyLearners()));
 }
 
+// The first of "Manikin 1", "Manikin 2" and so on that none has.
+QString ClassRoom::freeName() const
+{
+    const auto isTaken = [this](const QString &name) {
+        return std::any_of(m_places.begin(), m_places.end(), [&name](const Place &place) {
+            return place.manikin->feed() && place.manikin->feed()->name() == name;
+        });
+    };
+    QString name;
+    for (int number = 1; name.isEmpty() || isTaken(name); ++number)
+        name = tr("Manikin %1").arg(number);
+    return name;
+}
+
 // Readies a simulated manikin, for the learner who is assigned or else the next one of the list.
 bool ClassRoom::begin(Place &place, const QString &assigned)
 {
     manikinsim::Scenario scenario = *manikinsim::Scenario::find(place.scenario);
     scenario.learners.clear();
-    scenario.manikinName = tr("Manikin %1").arg(rowOf(place.manikin.get()) + 1);
+    scenario.manikinName = place.manikin->feed() ? place.manikin->feed()->name() : freeName();
     const QString learner =
         assigned.isEmpty() ? m_list->callNext(scenario.manikinName, busyLearners()) : assigned;
     const int protocol = m_list->protocolFor(learner);
@@ -258,7 +268,7 @@ QString ClassRoom::addresses() const
     return texts.join(QStringLiteral(", "));
 }
 
-// A manikin that comes again, with another session, has its place.
+// A manikin that comes again, with another session, gets the place that it had.
 void ClassRoom::addStream(manikinlink::LinkStream *stream)
 {
     const auto found = std::find_if(m_places.begin(), m_places.end(), [stream](const Place &place) {
@@ -266,24 +276,26 @@ void ClassRoom::addStream(manikinlink::LinkStream *stream)
     });
     if (found == m_places.end() && count() >= maxCount) {
         stream->refuse(tr("There is room for %n manikin(s) at a time.", "", maxCount));
+        stream->deleteLater();
         return;
     }
     Place &place = found != m_places.end() ? *found : addPlace(rowFor(stream->manikin()));
     place.id = stream->manikin();
-    if (place.manikin->feed() && place.manikin->storage() == ClassManikin::InJournal)
-        end(place.manikin.get());
+    if (place.manikin->feed())
+        store(place.manikin.get());
     place.manikin->setFeed(ManikinFeed::linked(stream, m_unsaved));
     place.manikin->setPlanned(m_list->minutes() * Units::msecsPerMinute);
     callLearner(*place.manikin);
     m_ticks.start();
     // A session that goes on after a kill is no longer one of those that were left. Its journal is
     // taken over in a moment.
-    QTimer::singleShot(reopenedMs, this, &ClassRoom::left);
+    m_takenOver.start();
 }
 
+// Is next again; nothing for an empty name.
 void ClassRoom::giveBack(const QString &learner)
 {
-    if (!busyLearners().contains(learner))
+    if (!learner.isEmpty() && !busyLearners().contains(learner))
         m_list->setNext(m_list->names().indexOf(learner));
 }
 
@@ -301,10 +313,10 @@ void ClassRoom::start(int row)
         return;
     Place &place = m_places[static_cast<std::size_t>(row)];
     const bool isAgain = place.manikin->state() == ClassManikin::Ended;
-    if (isAgain && place.manikin->storage() == ClassManikin::InJournal)
+    if (isAgain) {
         store(place.manikin.get());
-    if (isAgain)
         place.seed += maxCount; // another rescuer, who is like none beside
+    }
     // It is readied anew, also for its first session: the class list may have changed since.
     if (!place.scenario.isEmpty()
         && !begin(place, isAgain ? QString() : place.manikin->learners().value(0)))
@@ -346,10 +358,9 @@ void ClassRoom::assign(int row, const QString &name)
     ClassManikin *manikin = at(row);
     if (!manikin)
         return;
-    const QStringList before = manikin->learners();
+    const QString before = manikin->learners().value(0);
     manikin->assign(name);
-    if (!before.isEmpty())
-        giveBack(before.first());
+    giveBack(before);
 }
 
 void ClassRoom::remove(int row)
@@ -357,17 +368,15 @@ void ClassRoom::remove(int row)
     ClassManikin *manikin = at(row);
     if (!manikin || manikin->isRunning())
         return;
-    if (manikin->state() == ClassManikin::Ended && manikin->storage() == ClassManikin::InJournal)
+    const QString called = manikin->releaseLearner();
+    if (manikin->state() == ClassManikin::Ended)
         store(manikin);
-    const QStringList called =
-        manikin->state() == ClassManikin::Ready ? manikin->learners() : QStringList();
     beginRemoveRows({}, row, row);
     m_gone.push_back(std::move(m_places[static_cast<std::size_t>(row)].manikin));
     m_places.erase(m_places.begin() + row);
     endRemoveRows();
     m_gone.back()->setFeed(nullptr);
-    if (!called.isEmpty())
-        giveBack(called.first());
+    giveBack(called);
     Q_EMIT countChanged();
     readStates();
 }
@@ -376,8 +385,7 @@ void ClassRoom::finish()
 {
     stopAll();
     for (const Place &place : m_places) {
-        if (place.manikin->state() == ClassManikin::Ended
-            && place.manikin->storage() == ClassManikin::InJournal)
+        if (place.manikin->state() == ClassManikin::Ended)
             store(place.manikin.get());
     }
 }
@@ -393,22 +401,27 @@ void ClassRoom::advance(double secs)
 
 void ClassRoom::end(ClassManikin *manikin)
 {
-    const QStringList learners = manikin->learners();
-    for (const QString &name : learners)
-        m_list->countSession(name);
     if (!manikin->canResume()) // else when it cannot be resumed any more, see tick()
         store(manikin);
     readStates();
 }
 
+// The session is over for good. It counts for its learners, and is saved; one that has not begun is
+// nobody's. Nothing for a session that was stored before.
 void ClassRoom::store(ClassManikin *manikin)
 {
+    if (manikin->storage() != ClassManikin::InJournal)
+        return;
     const Waiting waiting{manikin, manikin->feed()};
-    if (manikin->session()->cprEvents()->sessionTime() <= 0) {
+    if (!manikin->hasBegun()) {
         waiting.feed->closeJournal(true);
         manikin->setStorage(ClassManikin::Nowhere);
+        giveBack(manikin->releaseLearner());
         return;
     }
+    const QStringList learners = manikin->learners();
+    for (const QString &name : learners)
+        m_list->countSession(name);
     if (m_library->folder().isEmpty()) {
         leave(waiting);
         return;
@@ -459,8 +472,7 @@ void ClassRoom::tick()
     for (const Place &place : m_places) {
         ClassManikin &manikin = *place.manikin;
         manikin.tick();
-        if (manikin.state() == ClassManikin::Ended && manikin.storage() == ClassManikin::InJournal
-            && manikin.stateSecs() >= resumableSecs)
+        if (manikin.state() == ClassManikin::Ended && manikin.stateSecs() >= resumableSecs)
             store(&manikin);
         const cprquick::LiveFigures &figures = *manikin.figures();
         if (manikin.state() == ClassManikin::Running)

@@ -80,8 +80,8 @@ public:
     /// Adds a simulated manikin for each of \a scenarios, with the seeds \a seed and up. False,
     /// with a problem, when one is not known or there are too many. With speed 0 time stands still.
     Q_INVOKABLE bool simulate(const QStringList &scenarios, int seed, double speed = 1);
-    /// Lets in manikins that send to \a address, manikinlink::LinkAddress as text. False, with a
-    /// problem, when that does not work.
+    /// Lets in manikins that send to \a address, manikinlink::LinkAddress as text; each comes with
+    /// the next learner of the list. False, with a problem, when that does not work.
     Q_INVOKABLE bool listen(const QString &address);
     /// Starts the session of \a row. On a simulated manikin whose session has ended the next one
     /// begins, with the next learner of the list. Nothing where a session runs or is starting
@@ -89,8 +89,8 @@ public:
     Q_INVOKABLE void start(int row);
     Q_INVOKABLE void startAll();
 
-    /// Ends a session that runs. It goes to the library; while it can be resumed, some seconds
-    /// later.
+    /// Ends a session that runs. It goes to the library, or stays in its journal where none is
+    /// chosen; while it can be resumed, some seconds later. Then it counts for its learners.
     Q_INVOKABLE void stop(int row);
     Q_INVOKABLE void stopAll();
 
@@ -98,9 +98,11 @@ public:
     Q_INVOKABLE void resume(int row);
     /// Names the learner; the one who was called before, and has not begun, is next again.
     Q_INVOKABLE void assign(int row, const QString &name);
-    /// Takes a manikin away on which no session runs; what has ended is saved.
+    /// Takes a manikin away on which no session runs; what has ended is saved. One over a link
+    /// comes back as long as its sender is there.
     Q_INVOKABLE void remove(int row);
-    /// Ends all sessions, and saves those that have ended, at once. isIdle tells when that is done.
+    /// Ends all sessions, and saves those that have ended, without waiting whether an end is taken
+    /// back. isIdle tells when that is done.
     Q_INVOKABLE void finish();
     /// Starts all, and plays \a secs seconds of them at once.
     Q_INVOKABLE void advance(double secs);
@@ -110,7 +112,8 @@ Q_SIGNALS:
     void statesChanged();
     void isWatchedChanged();
     void addressesChanged();
-    /// A session stays in its journal.
+    /// Other journals than before are left: a session stays in its own, or goes on in one that a
+    /// killed viewer has left.
     void left();
     /// For people.
     void problem(const QString &text);
@@ -118,7 +121,7 @@ Q_SIGNALS:
 private:
     struct Place {
         std::unique_ptr<ClassManikin> manikin;
-        int number = 0; // of the manikin, from 0
+        int number = 0; // of the manikin, from 0; no other one gets it
         QString scenario; // of a simulated one; else empty
         QString id; // of one over a link; else empty
         int seed = 0;
@@ -132,6 +135,7 @@ private:
 
     Place &addPlace(int row);
     int rowFor(const QString &id) const;
+    QString freeName() const;
     bool begin(Place &place, const QString &assigned);
     void addStream(manikinlink::LinkStream *stream);
     void giveBack(const QString &learner);
@@ -139,7 +143,6 @@ private:
     bool canStart(const Place &place) const;
     void callLearner(ClassManikin &manikin);
     QStringList busyLearners() const;
-    int rowOf(const ClassManikin *manikin) const;
     void end(ClassManikin *manikin);
     void store(ClassManikin *manikin);
     void saveNext();
@@ -160,6 +163,7 @@ private:
     sessionreview::FirstToHelp m_firstToHelp;
     QElapsedTimer m_clock;
     QTimer m_ticks; // runs while there is something to see
+    QTimer m_takenOver; // until the streams that came last have their journals
     bool m_isWatched = false;
 };
 

@@ -57,6 +57,11 @@ ViewerCase {
         room.stopAll();
         compare(desk.journals(), 2);
         tryVerify(() => desk.textOfJournals().includes(" learner B\n"));
+        // What is resumed is one session.
+        room.resume(0);
+        room.stopAll();
+        room.finish();
+        compare(viewer.classList.entries.map(entry => entry.sessions).join(""), "110");
     }
     function test_startAndStop() {
         show(["perfect", "good", "aed"], 1);
@@ -141,6 +146,16 @@ ViewerCase {
             tryVerify(() => manikins().some(manikin => manikin.name === id));
         }
         compare(manikins().map(manikin => manikin.name).join(), "m2,Lab 7,m10");
+        // A sender that begins again before the session has the learner whom it had. Nobody has trained,
+        // and there is nothing to be saved.
+        desk.openLink(port);
+        desk.sendLink("cprlink 1 m10 tester s2\n");
+        answers = "";
+        tryVerify(() => (answers += desk.takeAnswers()).includes("welcome 0\n"));
+        compare([learners(), viewer.classList.entries.map(entry => entry.sessions).join("")], ["B,Kim,A", "00"]);
+        cleanup();
+        begin(true);
+        compare(viewer.leftSessions.length, 0);
     }
     function test_tiles() {
         viewer.classList.minutes = 3;
