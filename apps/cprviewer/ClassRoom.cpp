@@ -435,10 +435,15 @@ void ClassRoom::saveNext()
 {
     if (m_writer.isWriting() || m_waiting.empty())
         return;
-    const CPRData &session = *m_waiting.front().feed->session();
+    const ManikinFeed &feed = *m_waiting.front().feed;
+    const CPRData &session = *feed.session();
     const QString name = newName(m_library->folder(), session);
     m_writer.start(SessionExport::copyAsListed(session),
-                   [name](CPRData *copy) { return SessionExport::writeArchive(name, *copy); });
+                   [name, target = feed.target()](CPRData *copy) {
+                       // The viewer may be killed when the archive is there, and the journal too.
+                       UnsavedSessions::noteSaving(target, name);
+                       return SessionExport::writeArchive(name, *copy);
+                   });
 }
 
 void ClassRoom::finishSaving(const SessionExport::Written &written)
@@ -453,6 +458,7 @@ void ClassRoom::finishSaving(const SessionExport::Written &written)
         leave(saved);
         Q_EMIT problem(written.problem);
     }
+    UnsavedSessions::forgetSaving(saved.feed->target());
     saveNext();
     readStates();
 }

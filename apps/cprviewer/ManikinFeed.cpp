@@ -25,6 +25,12 @@ namespace {
 // waited for any longer.
 constexpr int endingMs = 10000;
 
+static_assert(int(ManikinFeed::Ready) == int(LinkStream::Ready)
+              && int(ManikinFeed::Running) == int(LinkStream::Running)
+              && int(ManikinFeed::ManikinLost) == int(LinkStream::ManikinLost)
+              && int(ManikinFeed::Silent) == int(LinkStream::Silent)
+              && int(ManikinFeed::Gone) == int(LinkStream::Gone));
+
 class SimulatedFeed final : public ManikinFeed {
 public:
     SimulatedFeed(const manikinsim::Scenario &scenario, quint64 seed, double speed,
@@ -48,14 +54,15 @@ public:
     {
         return m_isBegun ? m_feed.isRunning() ? Running : Ended : Ready;
     }
+    QString target() const override { return m_target; }
     QString name() const override { return m_name; }
     bool endsByItself() const override { return true; }
     void start() override
     {
         if (std::exchange(m_isBegun, true))
             return;
-        const QString target = m_unsaved->newTarget();
-        if (!target.isEmpty() && !m_journal->open(target))
+        m_target = m_unsaved->newTarget();
+        if (!m_target.isEmpty() && !m_journal->open(m_target))
             Q_EMIT problem(m_journal->errorString());
         m_feed.start(m_speed);
         Q_EMIT changed();
@@ -87,6 +94,7 @@ public:
 private:
     QString m_name;
     const UnsavedSessions *m_unsaved; // not owned
+    QString m_target; // since start()
     double m_speed;
     mutable CPRData m_session;
     std::unique_ptr<SessionJournal> m_journal; // null when it is closed for good
@@ -97,12 +105,8 @@ private:
 class LinkFeed final : public ManikinFeed {
 public:
     LinkFeed(LinkStream *stream, const UnsavedSessions &unsaved)
-        : m_stream(stream), m_link(std::make_unique<LinkSession>(
-                                stream,
-                                unsaved.targetOf(QStringLiteral("link_%1_%2_%3")
-                                                     .arg(stream->manikin(), stream->sender(),
-                                                          stream->sessionId())))),
-          m_name(stream->name())
+        : m_stream(stream), m_target(unsaved.targetOf(idOf(*stream))),
+          m_link(std::make_unique<LinkSession>(stream, m_target)), m_name(stream->name())
     {
         for (const auto change :
              {&LinkStream::stateChanged, &LinkStream::nameChanged, &LinkStream::qualityChanged})
@@ -122,6 +126,7 @@ public:
     }
     CPRData *session() const override { return m_session ? m_session.get() : m_link->session(); }
     State state() const override { return m_state; }
+    QString target() const override { return m_target; }
     QString name() const override { return m_name; }
     Quality quality() const override { return m_quality; }
     bool isStarting() const override { return m_isStarting && m_state == Ready; }
@@ -161,10 +166,19 @@ public:
     }
 
 private:
+    // The name of a file. Ids hold no "+", so that no two streams have the same.
+    static QString idOf(const LinkStream &stream)
+    {
+        return QStringLiteral("link+%1+%2+%3")
+            .arg(stream.manikin(), stream.sender(), stream.sessionId());
+    }
+
     void read()
     {
         if (m_stream && m_state != Ended) {
-            m_state = static_cast<State>(m_stream->state());
+            // A stream that has ended waits for the disk; m_link says when that has the journal.
+            if (m_stream->state() != LinkStream::Ended)
+                m_state = static_cast<State>(m_stream->state());
             m_name = m_stream->name();
             const LinkStream::Quality quality = m_stream->quality();
             m_quality = {static_cast<int>(std::min<qint64>(quality.lostBatches, maxShown)),
@@ -175,14 +189,15 @@ private:
 
     static constexpr qint64 maxShown = 1000000; // nobody reads more
 
-    QPointer<LinkStream> m_stream; // goes with its hub
+    const QPointer<LinkStream> m_stream; // goes with m_link or with its hub
+    const QString m_target;
     std::unique_ptr<CPRData> m_session; // null while m_link has it
     std::unique_ptr<LinkSession> m_link; // null when the journal is closed for good
     QString m_name;
     State m_state = Ready;
     Quality m_quality;
     bool m_isStarting = false;
-    QTimer m_ending; // since stop()
+    QTimer m_ending; // since stop(), until the end is not waited for any longer
 };
 
 } // namespace

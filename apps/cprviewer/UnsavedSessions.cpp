@@ -3,6 +3,10 @@
 
 #include "UnsavedSessions.h"
 
+#include "cprquick/SessionLoader.h"
+#include "private/AtomicFile.h"
+#include "sessionreview/Figures.h"
+
 #include <manikinlog/ManikinLogReader.h>
 #include <manikinlog/SessionJournal.h>
 
@@ -12,13 +16,18 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <tuple>
+
+using cprquick::SessionLoader;
 using manikinlog::ManikinLogReader;
 using manikinlog::SessionJournal;
 
 namespace {
 
+const QLatin1String noteSuffix(".archive"); // of the file that names the archive of a session
+
 // The whole lines at the begin and at the end of a journal, which may be long: learners come at the
-// begin, and the last line has the time.
+// begin, and the last line has the time. What lies between is left out.
 QByteArray endsOf(QFile &journal)
 {
     constexpr qint64 maxBytes = 256 * 1024;
@@ -31,6 +40,46 @@ QByteArray endsOf(QFile &journal)
         lines += journal.readAll();
     }
     return lines;
+}
+
+// Whether a sender has begun to send the session, and the manikin has not started it. A line that
+// is damaged may have been the start.
+bool waitsForStart(const QString &target)
+{
+    const QString name = SessionJournal::nameFor(target);
+    QFile journal(name);
+    if (!journal.open(QIODevice::ReadOnly))
+        return false;
+    ManikinLogReader reader(&journal, name, ManikinLogReader::Damage::IsSkipped);
+    manikinlog::Record record;
+    bool isOfLink = false;
+    ManikinLogReader::Result result = reader.read(record);
+    for (; result == ManikinLogReader::Result::Record; result = reader.read(record)) {
+        isOfLink = isOfLink || std::holds_alternative<manikinlog::Stream>(record.entry);
+        const auto *state = std::get_if<manikinlog::State>(&record.entry);
+        // The journal of a link says at its begin that it is one.
+        if (!isOfLink && !std::holds_alternative<manikinlog::Start>(record.entry))
+            return false;
+        if (state && state->state == CPRData::CPR_START)
+            return false;
+    }
+    return isOfLink && result == ManikinLogReader::Result::End && reader.skippedLines() == 0;
+}
+
+// Whether the archive has all of what the journal has.
+bool holdsAllOf(const QString &archive, const QString &journal)
+{
+    const SessionLoader::Result saved = SessionLoader::loadHere(archive, SessionLoader::Kind::File);
+    if (!saved.session || saved.isDamaged)
+        return false;
+    const SessionLoader::Result left =
+        SessionLoader::loadHere(journal, SessionLoader::Kind::Salvaged);
+    if (!left.session)
+        return false;
+    const sessionreview::Figures a = sessionreview::figuresOf(*saved.session);
+    const sessionreview::Figures b = sessionreview::figuresOf(*left.session);
+    return std::tie(a.learners, a.compressions, a.ventilations, a.pauses)
+        == std::tie(b.learners, b.compressions, b.ventilations, b.pauses);
 }
 
 } // namespace
@@ -105,10 +154,48 @@ QStringList UnsavedSessions::left() const
     QStringList targets;
     for (const QString &journal : journals) {
         const QString target = folder.filePath(journal.chopped(suffix.size()));
-        if (SessionJournal::isRecoverable(target))
+        if (SessionJournal::isRecoverable(target) && !waitsForStart(target))
             targets.append(target);
     }
     return targets;
+}
+
+void UnsavedSessions::noteSaving(const QString &target, const QString &archive)
+{
+    if (target.isEmpty())
+        return;
+    AtomicFile note(target + noteSuffix);
+    if (note.open(QIODevice::WriteOnly)) {
+        note.write(QFile::encodeName(archive));
+        note.finish(); // where that fails, the session may be offered again after a kill
+    }
+}
+
+void UnsavedSessions::forgetSaving(const QString &target)
+{
+    if (!target.isEmpty())
+        QFile::remove(target + noteSuffix);
+}
+
+void UnsavedSessions::removeSaved() const
+{
+    if (m_folder.isEmpty())
+        return;
+    const QDir folder(m_folder);
+    const QStringList notes =
+        folder.entryList({QLatin1Char('*') + QString(noteSuffix)}, QDir::Files);
+    for (const QString &note : notes) {
+        const QString target = folder.filePath(note.chopped(noteSuffix.size()));
+        const std::unique_ptr<LeftSession> left = LeftSession::claim(target);
+        if (!left && QFileInfo::exists(SessionJournal::nameFor(target)))
+            continue; // another viewer saves it now
+        QFile file(folder.filePath(note));
+        const QString archive =
+            file.open(QIODevice::ReadOnly) ? QFile::decodeName(file.readAll()) : QString();
+        if (left && !archive.isEmpty() && holdsAllOf(archive, left->journal()))
+            left->remove();
+        forgetSaving(target);
+    }
 }
 
 LeftSummary UnsavedSessions::summaryOf(const QString &target)

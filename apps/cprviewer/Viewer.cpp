@@ -118,6 +118,7 @@ Viewer::Viewer(const Paths &paths, QObject *parent)
     });
     connect(&m_writer, &SessionWriter::finished, this, &Viewer::finishWriting);
     connect(&m_writer, &SessionWriter::progressed, this, &Viewer::setWrittenParts);
+    m_unsavedSessions.removeSaved();
     findLeft();
 }
 

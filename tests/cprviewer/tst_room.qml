@@ -100,6 +100,26 @@ ViewerCase {
         tryVerify(() => !window.visible, 20000);
         compare([desk.filesIn("library").length, desk.journals()], [2, 0]);
     }
+    // A viewer that was killed when the archive was there, and the journal, too. Another session is not
+    // taken for the one that was saved.
+    function test_comesOutOnce_data() {
+        return [{ tag: "the same", archive: "", left: 0 }, { tag: "another one", archive: desk.data("golden.zip"), left: 1 }];
+    }
+    function test_comesOutOnce(data) {
+        viewer.chooseLibrary("file:" + desk.copies(0));
+        show(["good"], 1);
+        room.startAll();
+        room.advance(20);
+        room.stop(0);
+        let journal = "";
+        tryVerify(() => (journal = desk.textOfJournals()).includes("CPR_ENDED\n"));
+        room.finish();
+        tryCompare(room, "isIdle", true);
+        desk.leaveJournal(journal, data.archive || desk.newFile("library/" + desk.filesIn("library")[0]));
+        cleanup();
+        begin(true);
+        compare([viewer.leftSessions.length, desk.journals()], [data.left, data.left]);
+    }
     function test_links() {
         viewer.chooseLibrary("file:" + desk.copies(0));
         viewer.classList.add("A\nB");

@@ -215,6 +215,16 @@ public:
             lines += QString::fromUtf8(*manikinlog::RecordText::text(record)) + '\n';
         return lines;
     }
+    /// Leaves a journal as a viewer does that is killed when it has saved its session as \a
+    /// archive.
+    Q_INVOKABLE void leaveJournal(const QString &text, const QString &archive) const
+    {
+        const QString target = m_home->filePath(m_folder + "/killed.zip");
+        QFile journal(target + ".journal");
+        if (journal.open(QIODevice::WriteOnly))
+            journal.write(text.toUtf8());
+        UnsavedSessions::noteSaving(target, archive);
+    }
     Q_INVOKABLE QString textOfJournals() const
     {
         QString text;
