@@ -29,7 +29,7 @@ class ClassList final : public QObject {
     Q_PROPERTY(int          next     READ next     WRITE setNext     NOTIFY changed)
     /// That learner, with manikin, protocol and length, for people; empty when the list is.
     Q_PROPERTY(QString      nextText READ nextText                   NOTIFY changed)
-    /// How long a session lasts; 0 for as long as it does by itself.
+    /// How long a session lasts, 0 to 120 min; 0 for as long as it does by itself.
     Q_PROPERTY(int          minutes  READ minutes  WRITE setMinutes  NOTIFY changed)
     /// The day on which the class began, ISO 8601; empty when the list is.
     Q_PROPERTY(QString      day      READ day                        NOTIFY changed)
@@ -39,8 +39,8 @@ public:
     struct Entry {
         QString name;
         QString manikin;
-        int protocol = -1;
-        int sessions = 0;
+        int protocol = -1; ///< 0 to 5; -1 for any
+        int sessions = 0; ///< done since the day
         int id = 0; ///< which the entry keeps while the program runs, whatever is moved or removed
     };
     static constexpr int maxEntries = 500;
@@ -65,7 +65,7 @@ public:
     static QVector<Entry> parse(const QString &text);
     /// Adds what parse() finds; how many that are.
     Q_INVOKABLE int add(const QString &text);
-    /// The same for a file; -1 when it cannot be read.
+    /// The same for a file, of which the first MiB counts; -1 when it cannot be read.
     Q_INVOKABLE int addFile(const QUrl &url);
     /// Changes an entry; without a name nothing.
     Q_INVOKABLE void correct(int number, const QString &name, const QString &manikin, int protocol);
@@ -80,7 +80,7 @@ public:
     void endSession(int id);
     /// That session was thrown away: it does not count.
     void takeSessionBack(int id);
-    /// The learner \a name is \a newName from now on.
+    /// The learner \a name is \a newName from now on, in each entry.
     void rename(const QString &name, const QString &newName);
 
     /// The learner who trains next on \a manikin, and is not in \a busy: one who is meant for it,
@@ -89,7 +89,8 @@ public:
     QString callNext(const QString &manikin, const QStringList &busy);
     /// The protocol of the learner \a name; -1 for any.
     int protocolFor(const QString &name) const;
-    /// The learner \a name, if it is one of the list, has done a session.
+    /// The learner \a name, if it is one of the list, has done a session; of several entries of
+    /// that name the first one counts it.
     void countSession(const QString &name);
 
     /// \a name as a session can hold it; may be empty.

@@ -3,6 +3,7 @@
 
 #include "CommandLine.h"
 
+#include "ClassRoom.h"
 #include "private/Terminal.h"
 
 #include <manikinlink/LinkAddress.h>
@@ -26,7 +27,6 @@ constexpr char version[] = "cprviewer " CPRVIEWER_VERSION;
 constexpr int minWidth = 960;
 constexpr int minHeight = 600;
 constexpr int maxSide = 16384;
-constexpr int maxManikins = 12; // as many as the page of a class is made for
 constexpr double minSpeed = 0.001;
 constexpr double maxSpeed = 1000;
 constexpr int maxSecs = std::numeric_limits<int>::max() / Units::msecsPerSecond; // of session time
@@ -136,8 +136,8 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
                "  cprviewer --from local:cpr\n"
                "  cprviewer --replay monday.cprlog --speed 4\n"
                "  cprviewer --live aed --at 60 --screenshot live.png --dark\n"
-               "Exit status: 0 done; 1 the input cannot be read, or the output cannot be written; "
-               "2 wrong usage.");
+               "Exit status: 0 done; 1 the input cannot be read, the output cannot be written, or "
+               "there\nis no display; 2 wrong usage.");
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError &error) {
@@ -185,8 +185,9 @@ std::optional<ExitStatus> CommandLine::parse(int argc, char *argv[])
     if (!compared.isEmpty() && file.isEmpty() && !isLive())
         return refuse(
             QStringLiteral("--compare needs a session that is compared with %1").arg(compared));
-    if (scenarios.size() > maxManikins)
-        return refuse(QStringLiteral("--live takes up to %1 scenarios").arg(maxManikins));
+    if (scenarios.size() > ClassRoom::maxCount)
+        return refuse(
+            QStringLiteral("--live takes up to %1 scenarios").arg(int(ClassRoom::maxCount)));
     for (const QString &scenario : std::as_const(scenarios)) {
         if (manikinsim::Scenario::find(scenario))
             continue;

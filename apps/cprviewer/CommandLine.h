@@ -20,21 +20,21 @@ enum class ExitStatus {
 /// What the command line asks for.
 struct CommandLine {
     QString file; ///< archive or log to open
-    QStringList scenarios; ///< of the simulated manikins
+    QStringList scenarios; ///< of the simulated manikins; more than one are a class
     int seed = 1;
     QString log; ///< to replay live
-    QStringList addresses; ///< where manikins are listened for
+    QStringList addresses; ///< where manikins are listened for, manikinlink::LinkAddress as texts
     QString compared; ///< archive or log to compare the session with
-    double speed = 1;
-    std::optional<double> atSecs; ///< of session time; where a live session is to begin
-    QString page; ///< live, review, a page of the library, or empty
+    double speed = 1; ///< of live sessions; 2 is twice as fast
+    std::optional<double> atSecs; ///< of session time; where live sessions are to begin
+    QString page; ///< live, review, manikins, a page of the library, or empty
     QString library; ///< folder of sessions, instead of the one that was chosen
     QString learner; ///< whose page is shown
     QString classList; ///< a file with learners
-    bool hasLearnerView = false;
-    QString screenshot;
-    QSize size; ///< empty for the usual one
-    QString language;
+    bool hasLearnerView = false; ///< a picture is of it
+    QString screenshot; ///< a file; empty when no picture is made
+    QSize size; ///< empty for the last one
+    QString language; ///< en, de, or empty for the system's
     bool isDark = false;
     bool isLight = false;
 

@@ -35,7 +35,8 @@ public:
     /// Shows \a window, the view, where it belongs; the keyboard stays with \a main. Neither is
     /// owned.
     Q_INVOKABLE void show(QWindow *window, QWindow *main);
-    /// On all of the screen where it is, or not; stored with the screen.
+    /// On all of the screen where it is, or not. Stored with the screen, unless that is the one of
+    /// the main window.
     Q_INVOKABLE void toggleFullScreen();
     /// Hides the view; it is still wanted.
     Q_INVOKABLE void hide();
@@ -51,9 +52,9 @@ private:
 
     Settings *m_settings; // not owned
     bool m_isOpen;
-    QPointer<QWindow> m_window;
-    QPointer<QWindow> m_main;
-    QElapsedTimer m_sinceArranged;
+    QPointer<QWindow> m_window; // the view, while it is shown; not owned
+    QPointer<QWindow> m_main; // not owned
+    QElapsedTimer m_sinceArranged; // since the view was put onto another screen
 };
 
 #endif

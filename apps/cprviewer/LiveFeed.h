@@ -29,8 +29,8 @@ public:
     void advanceTo(qint64 msecs);
     /// Ends the session where it is.
     void stop();
-    /// Lets \a entry, a remark or its removal, come in now: into the journal, then into the
-    /// session.
+    /// Lets \a entry, a learner, a remark or its removal, come in now: into the journal, then into
+    /// the session.
     void insert(const manikinlog::Record::Entry &entry);
     /// What comes from now on goes into \a journal, which is not owned; null for none.
     void setJournal(manikinlog::SessionJournal *journal) { m_player.setJournal(journal); }

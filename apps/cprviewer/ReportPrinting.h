@@ -19,7 +19,8 @@ class QPrinter;
 void previewReport(const QString &title, QPageLayout::Orientation orientation,
                    const std::function<bool(QPagedPaintDevice *device)> &print);
 
-/// Asks for a printer, and calls \a print with it. Needs a QApplication.
+/// Asks for a printer, and calls \a print with it if one was chosen; whoever keeps it owns it.
+/// \a title names the job, too. Needs a QApplication.
 void choosePrinter(const QString &title,
                    const std::function<void(const std::shared_ptr<QPrinter> &printer)> &print);
 

@@ -18,8 +18,8 @@
 class Settings;
 
 /// What a learner hears of the session: a metronome while compressions are due, a tone or a spoken
-/// sentence for each advice. All of it is off until it is chosen. A device is opened while
-/// something is to be heard, and not at any other time.
+/// sentence for each advice. All of it is off until it is chosen. The output is open while
+/// something is to be heard, and not at any other time; the voice while speech is chosen.
 class Sound final : public QObject {
     Q_OBJECT
     QML_ELEMENT
@@ -59,7 +59,8 @@ public:
     /// The language of the viewer's texts, "en" or "de", in which advice is spoken.
     void setLanguage(const QString &language);
 
-    /// Plays a tone to listen to, whatever is chosen. Nothing when there is none of that number.
+    /// Plays a tone to listen to, whatever is chosen. Nothing when there is none of that number; a
+    /// machine without an output is missed().
     Q_INVOKABLE void play(int tone);
 
 Q_SIGNALS:
@@ -87,7 +88,7 @@ private:
     void adviseNow();
     void speakNext();
 
-    Settings *m_settings;
+    Settings *m_settings; // not owned
     SoundDevices m_devices;
     QPointer<CPRData> m_session;
     cprquick::LiveFigures m_figures;
@@ -100,8 +101,8 @@ private:
     Wanted<SoundOutput> m_output;
     Wanted<Voice> m_voice;
     QTimer m_trial; // runs while a tone is listened to
-    QElapsedTimer m_sinceTone;
-    QElapsedTimer m_sinceSaid;
+    QElapsedTimer m_sinceTone; // since the last one of an advice began
+    QElapsedTimer m_sinceSaid; // since the last sentence began
     QString m_next; // to be said when the voice is silent
 };
 

@@ -69,6 +69,7 @@ public:
         m_output.setBufferSize(static_cast<int>(format.bytesForDuration(bufferUs)));
     }
 
+    // False when the device does not begin to play.
     bool start(QIODevice *samples)
     {
         m_output.start(samples);
@@ -111,6 +112,7 @@ public:
         });
     }
 
+    // False when the engine does not speak it.
     bool useLanguage(const QString &language)
     {
         const QVector<QLocale> locales = m_speech.availableLocales();

@@ -22,7 +22,7 @@ public:
     virtual void setVolume(double volume) = 0;
 
 Q_SIGNALS:
-    /// It plays no more: the device is gone.
+    /// It plays no more: the device is gone, say. It must not be deleted before the signal returns.
     void failed();
 };
 
@@ -34,7 +34,7 @@ public:
     ~Voice() override;
 
     virtual bool isSpeaking() const = 0;
-    /// Ends what is being said.
+    /// Says \a text at once; what is being said ends. finished() comes behind it.
     virtual void say(const QString &text) = 0;
     virtual void setVolume(double volume) = 0; ///< from 0 to 1
 

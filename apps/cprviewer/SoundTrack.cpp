@@ -20,7 +20,7 @@ using SoundTrack::Tone;
 
 constexpr double tickPeak = 0.45; // together they stay below 1
 constexpr double tonePeak = 0.45;
-constexpr int tickHertz = 1760; // above all tones but one, which it is too short for
+constexpr int tickHertz = 1760; // above all tones
 constexpr int tickSamples = samplesPerSecond * 30 / 1000;
 constexpr int tickDecaySamples = samplesPerSecond * 6 / 1000;
 constexpr int edgeSamples = samplesPerSecond * 5 / 1000; // a tone that begins at once would click

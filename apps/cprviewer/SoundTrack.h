@@ -28,10 +28,12 @@ struct Tone {
     int gapMs; ///< between two beeps
 };
 
+/// All tones. They live as long as the program.
 const std::array<Tone, 4> &tones();
 /// Null for what is not told by a tone.
 const Tone *toneOf(sessionreview::Prompt prompt);
 
+/// What is heard, by the numbers of samples.
 struct State {
     double ticksPerMinute = 0; ///< 0 for none yet
     qint64 firstTick = 0; ///< the sample with which it begins
@@ -51,9 +53,9 @@ public:
     Stream();
     ~Stream() override;
 
-    /// Ticks from now on; 0 for none. Another rate begins anew.
+    /// Ticks from the sample on that is read next; 0 for none. Another rate begins anew.
     void setTicks(double perMinute);
-    /// From now on, in place of one that is heard. \a tone is one of tones().
+    /// Plays \a tone, one of tones(), from there on, in place of one that is heard.
     void play(const Tone &tone);
 
     bool isSequential() const override { return true; }

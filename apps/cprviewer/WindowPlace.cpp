@@ -4,6 +4,7 @@
 #include "WindowPlace.h"
 
 #include "Settings.h"
+
 #include <QGuiApplication>
 #include <QScreen>
 #include <QWindow>

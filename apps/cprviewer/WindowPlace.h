@@ -24,7 +24,9 @@ QRect onScreens(const QRect &wanted, const QVector<QRect> &screens);
 /// \a usual when they have none.
 QRect stored(const Settings &settings, const QString &name = QLatin1String(mainWindow),
              const QRect &usual = QRect());
+/// The viewer's own window filled its screen.
 bool isStoredMaximized(const Settings &settings);
+/// Stores the place of \a window, unless it fills its screen: then the place before stays.
 void store(const QWindow *window, Settings &settings,
            const QString &name = QLatin1String(mainWindow));
 

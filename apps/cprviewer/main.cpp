@@ -24,7 +24,7 @@
 
 namespace {
 
-constexpr int mostMsForPieces = 1000;
+constexpr int maxPiecesMs = 1000; // for what lists have begun to make, at the end
 
 // Without one Qt would abort, with advice that does not help.
 bool hasDisplay()
@@ -49,7 +49,8 @@ void closePopupsWith(const QApplication &application, QQuickWindow *window)
                      });
 }
 
-// Opens or starts what the command line asks for.
+// Opens or starts what the command line asks for. False when something of it cannot be begun; then
+// the viewer's problem says why.
 bool begin(Viewer &viewer, const CommandLine &line)
 {
     if (!line.file.isEmpty())
@@ -190,6 +191,6 @@ int main(int argc, char *argv[])
     WindowPlace::store(window, *viewer.settings());
     // Lists make what is outside their view piece by piece. Qt complains of what stays half made.
     if (QQmlIncubationController *pieces = engine.incubationController())
-        pieces->incubateFor(mostMsForPieces);
+        pieces->incubateFor(maxPiecesMs);
     return status;
 }
