@@ -23,6 +23,7 @@ ViewerCase {
     function test_view_data() {
         return [
             { tag: "faults", at: 92.6, wanted: ["Depth", "45", "▼", "Deeper", "125", "Slower", "700", "Less", "▲ Let go", "8 / 30", "0 / 2", "Press deeper."], unwanted: ["Stand clear."] },
+            { tag: "no link", at: 92.6, isInterrupted: true, wanted: ["No connection to the manikin.", "8 / 30"], unwanted: ["Deeper", "▲ Let go", "Press deeper."] },
             { tag: "pause", at: 99.5, wanted: ["5 s", "12 / 30", "Go on, keep the pause short."], unwanted: ["Deeper"] },
             { tag: "stand clear", at: 61.5, wanted: ["Stand clear.", "Shock advised"], unwanted: ["Depth", "53"] },
             { tag: "end", at: 1000, wanted: ["Your result", "68 %", "Put the hands in the right place on the chest."], unwanted: ["Depth"] }
@@ -31,6 +32,7 @@ ViewerCase {
     function test_view(data) {
         replay(data.at);
         const view = openView();
+        view.isInterrupted = data.isInterrupted === true;
         tryVerify(() => data.wanted.every(text => texts(view).includes(text)), 5000, data.wanted + " in " + texts(view));
         const seen = texts(view);
         verify(data.unwanted.every(text => !seen.includes(text)), seen);

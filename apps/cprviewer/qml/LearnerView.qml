@@ -18,14 +18,19 @@ Rectangle {
 
     property CPRData session: null
     property bool isLive: false
+    property bool isInterrupted: false // nothing comes from the manikin: what is shown is of before
     property alias figures: live
 
     readonly property real letter: Math.round(Math.min(view.width, view.height, Math.max(view.width, view.height) * 0.6) * 0.092)
     readonly property real gap: Math.round(view.letter * 0.16)
     readonly property bool isTall: view.height > view.width
     readonly property bool hasCycles: live.compressionsPerCycle > 0 && live.ventilationsPerCycle > 0
-    readonly property bool isLoud: live.adviceTone === LiveFigures.Fault || live.adviceTone === LiveFigures.Instruction
-    readonly property string advice: live.advice || (live.compressionCount + live.ventilationCount > 0 ? qsTr("Keep going.")
+    // An order to stand clear stays, whatever has happened to the link.
+    readonly property bool isBlind: view.isInterrupted && !live.isStandClear
+    readonly property int tone: view.isBlind ? LiveFigures.Silence : live.adviceTone
+    readonly property bool isLoud: view.tone === LiveFigures.Fault || view.tone === LiveFigures.Instruction
+    readonly property string advice: view.isBlind ? qsTr("No connection to the manikin.")
+                                     : live.advice || (live.compressionCount + live.ventilationCount > 0 ? qsTr("Keep going.")
                                                                                                        : qsTr("Begin when you are ready."))
 
     color: Look.page
@@ -57,7 +62,7 @@ Rectangle {
             number: live.lastDepthText
             unit: qsTr("mm")
             kind: live.depthSide
-            isOutdated: live.isCompressionOutdated
+            isOutdated: live.isCompressionOutdated || view.isInterrupted
             symbols: ["", "▼", "✓", "▲"] // a chest goes down
             words: ["", qsTr("Deeper"), qsTr("Good"), qsTr("Less")]
             gaugeWidth: view.letter * 2.1
@@ -86,7 +91,7 @@ Rectangle {
             title: qsTr("Rate")
             number: live.rate > 0 ? live.rate.toString() : "–"
             kind: live.rateSide
-            isOutdated: live.isCompressionOutdated
+            isOutdated: live.isCompressionOutdated || view.isInterrupted
             words: ["", qsTr("Faster"), qsTr("Good"), qsTr("Slower")]
             barFrom: 60
             barTo: 160
@@ -107,7 +112,7 @@ Rectangle {
             number: live.lastVolume < 0 ? "–" : live.lastVolume.toString()
             unit: qsTr("ml")
             kind: live.volumeSide
-            isOutdated: live.isVentilationOutdated
+            isOutdated: live.isVentilationOutdated || view.isInterrupted
             words: ["", qsTr("More"), qsTr("Good"), qsTr("Less")]
             barTo: 1000
             value: live.volume
@@ -126,7 +131,7 @@ Rectangle {
             title: qsTr("Ventilation rate")
             number: live.ventilationRate > 0 ? live.ventilationRate.toString() : "–"
             kind: live.ventilationRateSide
-            isOutdated: live.isVentilationOutdated
+            isOutdated: live.isVentilationOutdated || view.isInterrupted
             words: ["", qsTr("Faster"), qsTr("Good"), qsTr("Slower")]
             barTo: 30
             value: Math.max(live.ventilationRate, 0)
@@ -146,7 +151,7 @@ Rectangle {
 
         LearnerCounter {
             objectName: "learnerRelease"
-            readonly property bool isKnown: live.lastDepth >= 0 && !live.isCompressionOutdated
+            readonly property bool isKnown: live.lastDepth >= 0 && !live.isCompressionOutdated && !view.isInterrupted
             visible: live.hasCompressions
             letter: view.letter
             Layout.fillWidth: true
@@ -181,7 +186,7 @@ Rectangle {
         }
         LearnerCounter {
             objectName: "learnerBreathing"
-            readonly property bool isKnown: live.ventilationRate > 0 && !live.isVentilationOutdated
+            readonly property bool isKnown: live.ventilationRate > 0 && !live.isVentilationOutdated && !view.isInterrupted
             visible: live.hasCompressions && live.ventilationRateMax > 0
             letter: view.letter
             Layout.fillWidth: true
@@ -211,7 +216,7 @@ Rectangle {
         anchors { left: parent.left; right: parent.right; bottom: parent.bottom; margins: view.gap }
         height: adviceBand.isAlone ? view.height - 2 * view.gap : Math.round(view.letter * (view.isTall ? 4 : 2.6))
         radius: view.gap
-        color: live.adviceTone === LiveFigures.Fault ? Look.fault : live.adviceTone === LiveFigures.Instruction ? Look.accent : Look.card
+        color: view.tone === LiveFigures.Fault ? Look.fault : view.tone === LiveFigures.Instruction ? Look.accent : Look.card
         border { color: Look.frame; width: view.isLoud ? 0 : 1 }
         Accessible.role: view.isLoud ? Accessible.AlertMessage : Accessible.StaticText
         Accessible.name: view.advice
@@ -221,7 +226,7 @@ Rectangle {
             spacing: 2 * view.gap
 
             PlainText {
-                visible: !adviceBand.isAlone && (view.isLoud || live.adviceTone === LiveFigures.Praise)
+                visible: !adviceBand.isAlone && (view.isLoud || view.tone === LiveFigures.Praise)
                 text: view.isLoud ? "!" : "✓"
                 color: view.isLoud ? Look.accentText : Look.good
                 font.pixelSize: view.letter * 1.4
@@ -235,7 +240,7 @@ Rectangle {
                     Layout.fillWidth: true
                     Layout.fillHeight: true
                     text: view.advice
-                    color: view.isLoud ? Look.accentText : live.adviceTone === LiveFigures.Praise ? Look.text : Look.muted
+                    color: view.isLoud ? Look.accentText : view.tone === LiveFigures.Praise ? Look.text : Look.muted
                     font.pixelSize: adviceBand.isAlone ? view.letter * 2.6 : view.letter * 1.2
                     font.bold: true
                     fontSizeMode: Text.Fit

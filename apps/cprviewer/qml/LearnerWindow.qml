@@ -14,6 +14,7 @@ Window {
     required property Viewer viewer
     property CPRData session: null // whichever the learner is at
     property bool isLive: false
+    property bool isInterrupted: false
     readonly property bool isFullScreen: window.visibility === Window.FullScreen
 
     title: qsTr("Learner's view")
@@ -30,6 +31,7 @@ Window {
         anchors.fill: parent
         session: window.session
         isLive: window.isLive
+        isInterrupted: window.isInterrupted
     }
     MouseArea {
         anchors.fill: parent

@@ -34,6 +34,8 @@ ApplicationWindow {
     readonly property ClassManikin learnerManikin: !window.viewer.isLive && roomLoader.item ? (roomLoader.item as RoomPage).followed : null
     property CPRData learnerSession: window.learnerManikin !== null ? window.learnerManikin.session : window.viewer.wasLive ? window.viewer.session : null
     property bool isLearnerLive: window.learnerManikin !== null ? window.learnerManikin.isRunning : window.viewer.isLive
+    readonly property bool isLearnerInterrupted: window.isLearnerLive && window.learnerManikin !== null
+                                                 && window.learnerManikin.state !== ClassManikin.Running
     readonly property LearnerWindow learnerWindow: learnerLoader.item as LearnerWindow
     // A session that no file holds yet goes into the library at once.
     readonly property bool savesInLibrary: window.viewer.library.folder.length > 0 && window.viewer.wasLive
@@ -354,7 +356,12 @@ ApplicationWindow {
     Loader {
         id: learnerLoader
         active: window.viewer.learnerPlace.isOpen
-        sourceComponent: LearnerWindow { viewer: window.viewer; session: window.learnerSession; isLive: window.isLearnerLive }
+        sourceComponent: LearnerWindow {
+            viewer: window.viewer
+            session: window.learnerSession
+            isLive: window.isLearnerLive
+            isInterrupted: window.isLearnerInterrupted
+        }
         onLoaded: window.viewer.learnerPlace.show(learnerLoader.item, window)
     }
     DamageDialog {

@@ -1274,6 +1274,10 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <source>As soon as a session begins you see here how you do.</source>
         <translation>Sobald eine Sitzung beginnt, ist hier zu sehen, wie es läuft.</translation>
     </message>
+    <message>
+        <source>No connection to the manikin.</source>
+        <translation>Keine Verbindung zur Puppe.</translation>
+    </message>
 </context>
 <context>
     <name>LearnerWindow</name>
