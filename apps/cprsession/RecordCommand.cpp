@@ -19,6 +19,7 @@
 
 #include <algorithm>
 #include <csignal>
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <optional>
@@ -58,6 +59,13 @@ void allowFiles()
         return;
     files.rlim_cur = std::min(wanted, files.rlim_max);
     ::setrlimit(RLIMIT_NOFILE, &files);
+}
+
+// A line of the output, at once: who has started the program may wait for it at the end of a pipe.
+void tell(const QString &text)
+{
+    printLine(text);
+    std::fflush(stdout);
 }
 
 // Whose session the journal of target holds; none where it is of no link, or somebody writes it. A
@@ -157,7 +165,7 @@ ExitStatus Recorder::run()
 {
     constexpr int tickMs = 100;
     for (const LinkAddress &address : m_hub.addresses())
-        printLine(QStringLiteral("listening at %1").arg(address.text()));
+        tell(QStringLiteral("listening at %1").arg(address.text()));
     m_clock.start();
     m_timer.start(tickMs);
     QCoreApplication::exec();
