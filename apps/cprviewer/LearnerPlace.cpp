@@ -13,10 +13,10 @@
 
 namespace {
 
-constexpr QLatin1String windowName("learner");
-constexpr QLatin1String openKey("learner/isOpen");
-constexpr QLatin1String fullScreenKey("learner/isFullScreen");
-constexpr QLatin1String screenKey("learner/screen");
+const QLatin1String windowName("learner");
+const QLatin1String openKey("learner/isOpen");
+const QLatin1String fullScreenKey("learner/isFullScreen");
+const QLatin1String screenKey("learner/screen");
 constexpr int focusMs = 1000; // a window that takes the focus by itself does it sooner
 constexpr QSize usualSize(960, 540);
 constexpr QPoint usualOffset(80, 80); // from the main window
