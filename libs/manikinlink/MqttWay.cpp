@@ -163,6 +163,7 @@ qint64 MqttSource::writeData(const char *data, qint64 size)
             return;
         m_safe = answer.batch;
         m_next = answer.batch + 1;
+        m_lowest = m_lowestBefore = 0; // what came before says nothing of what the sender has
         m_hasGap = false;
         m_sinceAsked.start();
     });
