@@ -110,6 +110,16 @@ ViewerCase {
         }
         data.wanted.forEach(name => verify(names.includes(name), name + " in " + names));
     }
+    function test_fromHeadToRows() {
+        useFolder(desk.copies(2));
+        window.showLibrary(0);
+        for (const name of ["sortScore", "search"]) {
+            item("sortScore").forceActiveFocus(Qt.TabFocusReason);
+            item(name).forceActiveFocus(Qt.TabFocusReason);
+            keyClick(Qt.Key_Down);
+            verify(item("sessionList").activeFocus, name);
+        }
+    }
     function test_problems() {
         useFolder(desk.newFile("gone"));
         window.showLibrary(0);

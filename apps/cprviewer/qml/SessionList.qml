@@ -20,13 +20,17 @@ FocusScope {
     signal accepted(string file)
 
     readonly property var widths: {
-        const unit = Look.textUnit, fixed = [165, 0, 215, 72, 84, 150].map(width => Math.round(width * unit));
+        const unit = Look.textUnit, fixed = [165, 0, 215, 72, 84, 185].map(width => Math.round(width * unit));
         fixed[1] = panel.hasLearners ? Math.max(60, panel.width - fixed.reduce((sum, width) => sum + width) - 7 * Look.gap) : 0;
         if (!panel.hasLearners)
             fixed[2] = Math.max(60, panel.width - fixed[0] - fixed[3] - fixed[4] - fixed[5] - 6 * Look.gap);
         return fixed;
     }
 
+    // Where the keyboard was before in this list, a head perhaps, does not matter to who steps into its rows.
+    function focusRows() {
+        list.forceActiveFocus(Qt.TabFocusReason);
+    }
     // The chosen session stays chosen when others come and go.
     function follow() {
         const row = panel.model.rowOf(panel.file, list.row);
@@ -43,6 +47,7 @@ FocusScope {
         id: heads
         x: Look.gap
         spacing: Look.gap
+        Keys.onDownPressed: panel.focusRows()
 
         SortHead { objectName: "sortStart"; width: panel.widths[0]; model: panel.model; by: LibraryModel.Start; startsDescending: true; text: qsTr("Begin") }
         SortHead { objectName: "sortLearner"; visible: panel.hasLearners; width: panel.widths[1]; model: panel.model; by: LibraryModel.Learner; text: qsTr("Learners") }

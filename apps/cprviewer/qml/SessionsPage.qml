@@ -57,8 +57,8 @@ FocusScope {
                 Layout.fillWidth: true
                 focus: true
                 placeholderText: qsTr("Search learner, file, manikin or remark")
-                Keys.onDownPressed: list.forceActiveFocus()
-                Keys.onReturnPressed: list.forceActiveFocus()
+                Keys.onDownPressed: list.focusRows()
+                Keys.onReturnPressed: list.focusRows()
                 Keys.onEscapePressed: search.clear()
             }
             Field {
@@ -68,7 +68,7 @@ FocusScope {
                 placeholderText: qsTr("Day or month")
                 isWrong: sessions.isDayUnknown
                 Accessible.description: sessions.isDayUnknown ? qsTr("No day") : qsTr("A day, a month or a year: 2026-03-02, 2026-03, 2026")
-                Keys.onDownPressed: list.forceActiveFocus()
+                Keys.onDownPressed: list.focusRows()
                 Keys.onEscapePressed: day.clear()
             }
             Choice {

@@ -34,6 +34,6 @@ AbstractButton {
         elide: Text.ElideRight
     }
     background: Item {
-        FocusFrame { visible: head.visualFocus; anchors.margins: 2 }
+        FocusFrame { visible: head.visualFocus; anchors { margins: 2; leftMargin: -Look.gap / 2 } }
     }
 }
