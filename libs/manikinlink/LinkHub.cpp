@@ -88,13 +88,19 @@ LinkHub::~LinkHub()
 
 bool LinkHub::listen(const LinkAddress &address, QString *error)
 {
+    const bool isKnown = std::any_of(
+        m_addresses.cbegin(), m_addresses.cend(),
+        [text = address.text()](const LinkAddress &known) { return known.text() == text; });
+    if (isKnown)
+        return true;
     switch (address.way()) {
     case LinkAddress::Way::Tcp:
         return listenTcp(address, error);
     case LinkAddress::Way::Local:
         return listenLocal(address, error);
     case LinkAddress::Way::StandardStream:
-        return listenStandardInput(error);
+        listenStandardInput();
+        return true;
     case LinkAddress::Way::Mqtt:
         return listenMqtt(address, error);
     }
@@ -187,15 +193,11 @@ bool LinkHub::listenMqtt(const LinkAddress &address, QString *error)
     return true;
 }
 
-bool LinkHub::listenStandardInput(QString *error)
+void LinkHub::listenStandardInput()
 {
-    if (std::exchange(m_hasStandardInput, true))
-        return fail(
-            error,
-            QCoreApplication::translate("manikinlink", "standard input can be read once only"));
+    m_hasStandardInput = true;
     m_addresses.append(LinkAddress());
     add(std::make_unique<StandardInput>(), false);
-    return true;
 }
 
 void LinkHub::addChannel(std::unique_ptr<QIODevice> device)

@@ -49,8 +49,9 @@ public:
     /// Closes all. The streams do not announce that they end.
     ~LinkHub() override;
 
-    /// Listens at \a address too. False, with the reason in \a error (may be null), when that is
-    /// not possible. True for a broker that is not there yet: brokerLost() says so.
+    /// Listens at \a address too; once, however often it is asked. False, with the reason in
+    /// \a error (may be null), when that is not possible. True for a broker that is not there yet:
+    /// brokerLost() says so.
     bool listen(const LinkAddress &address, QString *error = nullptr);
     /// Where it listens, with the ports that were found to be free.
     QList<LinkAddress> addresses() const { return m_addresses; }
@@ -90,7 +91,7 @@ private:
     bool listenTcp(const LinkAddress &address, QString *error);
     bool listenLocal(const LinkAddress &address, QString *error);
     bool listenMqtt(const LinkAddress &address, QString *error);
-    bool listenStandardInput(QString *error);
+    void listenStandardInput();
     void add(std::unique_ptr<QIODevice> device, bool canReturn, bool isDescribed = false);
     void parseFirstLine(LinkChannel *channel, const QByteArray &line, bool isDescribed);
     void claim(LinkChannel *channel, const manikinlog::Stream &ids, bool isDescribed);

@@ -344,6 +344,8 @@ private Q_SLOTS:
     {
         LinkHub hub;
         QVERIFY(hub.listen(*LinkAddress::parse("local:cpr")));
+        QVERIFY(hub.listen(*LinkAddress::parse("local:cpr")));
+        QCOMPARE(hub.addresses().size(), 1);
         QVERIFY(!LinkHub().listen(*LinkAddress::parse("local:cpr")));
         const auto permissions = QFileInfo(*hub.addresses().first().socketFile()).permissions();
         QVERIFY(!(permissions
