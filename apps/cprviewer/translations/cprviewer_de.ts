@@ -4462,10 +4462,6 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>auf %1 hört schon ein anderes Programm</translation>
     </message>
     <message>
-        <source>standard input can be read once only</source>
-        <translation>die Standardeingabe kann nur einmal gelesen werden</translation>
-    </message>
-    <message>
         <source>somebody</source>
         <translation>jemand</translation>
     </message>
@@ -5377,8 +5373,8 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Anteil der Kompressionszeit</translation>
     </message>
     <message>
-        <source>Longest pause</source>
-        <translation>Längste Pause</translation>
+        <source>Longest pause in compressions</source>
+        <translation>Längste Kompressionspause</translation>
     </message>
     <message>
         <source>Pauses of more than 10 s</source>
