@@ -134,6 +134,7 @@ ViewerCase {
         item("typedNames").text = names.map((name, i) => `${name};M ${i % 2 + 1};0`).join("\n"); // is pasted
         item("addNames").forceActiveFocus();
         keyClick(Qt.Key_Return);
+        tryCompare(item("classList"), "row", 0);
         list.minutes = 1;
         for (let session = 0; session < 12; ++session) {
             compare(list.next, session % 6);

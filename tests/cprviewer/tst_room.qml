@@ -40,6 +40,20 @@ ViewerCase {
         tryCompare(room, "isIdle", true, 20000);
         compare(desk.filesIn("library").length, 7);
     }
+    function test_numbersAreTyped() {
+        keyClick("7", Qt.ControlModifier);
+        item("roomMinutes").forceActiveFocus();
+        tryCompare(item("roomMinutes").contentItem, "selectedText", "any");
+        keyClick("3");
+        keyClick(Qt.Key_Tab);
+        compare(viewer.classList.minutes, 3);
+        item("simulateDialog").open();
+        tryCompare(item("howMany").contentItem, "selectedText", "6");
+        keyClick("2");
+        keyClick(Qt.Key_Return);
+        compare(room.count, 2);
+        tryVerify(() => !item("simulateDialog").visible);
+    }
     function test_learners() {
         viewer.classList.add("A\nB\nC");
         show(["perfect", "good"], 1);

@@ -7,7 +7,8 @@ import QtQuick.Controls 2.15
 import QtQuick.Layouts 1.15
 import "."
 
-// A question in the middle of the window. Escape answers it by nothing.
+// A question in the middle of the window. Escape answers it by nothing, Return by the highlighted button where
+// what has the keyboard does not need it.
 Popup {
     id: dialog
 
@@ -31,6 +32,11 @@ Popup {
             dialog.firstItem.focusReason = Qt.TabFocusReason;
     }
     onOpened: dialog.takeFocus()
+    function pressHighlighted() {
+        const button = Array.from(buttonRow.children).find(child => child.highlighted && child.enabled);
+        if (button)
+            button.clicked();
+    }
 
     background: Card { }
     // No layout: asked for its height it may lay its texts out anew, and tell of another height in the
@@ -38,6 +44,8 @@ Popup {
     contentItem: Column {
         id: column
         spacing: Look.gap
+        Keys.onReturnPressed: dialog.pressHighlighted()
+        Keys.onEnterPressed: dialog.pressHighlighted()
         // Opened by a file dialog's answer, it comes before the window has got the focus back.
         Window.onActiveChanged: if (Window.active && dialog.opened && !dialog.activeFocus) dialog.takeFocus()
         Accessible.role: Accessible.Dialog

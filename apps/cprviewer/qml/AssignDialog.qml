@@ -46,8 +46,6 @@ AppDialog {
         objectName: "assignName"
         Layout.fillWidth: true
         placeholderText: qsTr("Name")
-        Keys.onReturnPressed: dialog.accept()
-        Keys.onEnterPressed: dialog.accept()
         Keys.onDownPressed: if (list.count > 0) list.forceActiveFocus()
     }
     RowList {

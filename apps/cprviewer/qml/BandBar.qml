@@ -40,7 +40,7 @@ Item {
     }
     Rectangle {
         visible: bar.marker >= 0
-        x: bar.position(bar.marker) - width / 2
+        x: Math.round(bar.position(bar.marker) - width / 2)
         y: -Math.round(3 * bar.unit)
         width: Math.max(3, Math.round(3 * bar.unit))
         height: parent.height - 2 * y

@@ -65,9 +65,12 @@ Item {
         delegate: PageText {
             id: bandLabel
             required property real modelData
+            readonly property real middle: (gauge.position(gauge.bandFrom) + gauge.position(gauge.bandTo)) / 2
+            readonly property real fromMiddle: gauge.position(bandLabel.modelData) - bandLabel.middle
+            // A narrow band in a short column: one above the other, all the same.
+            readonly property real distance: Math.sign(bandLabel.fromMiddle) * Math.max(Math.abs(bandLabel.fromMiddle), gauge.textSize / 2)
             x: track.width + Math.round(26 * gauge.unit)
-            y: Math.max(0, Math.min(gauge.height - height,
-                                    gauge.position(bandLabel.modelData) - height / 2))
+            y: Math.round(Math.max(0, Math.min(gauge.height - height, bandLabel.middle + bandLabel.distance - height / 2)))
             text: bandLabel.modelData.toFixed(0)
             font.pixelSize: gauge.textSize
             font.bold: true

@@ -48,7 +48,7 @@ FocusScope {
                     focus: page.names.count > 0
                     name: qsTr("Class list")
                     model: page.names.entries
-                    onModelChanged: Qt.callLater(() => list.choose(list.row))
+                    onModelChanged: Qt.callLater(() => list.activeFocus ? list.pick(list.row) : list.choose(list.row)) // the first names come to a list that has the keyboard
                     onAccepted: row => page.names.next = row
                     Keys.onPressed: event => {
                         const step = event.key === Qt.Key_Up ? -1 : event.key === Qt.Key_Down ? 1 : 0;
@@ -128,16 +128,13 @@ FocusScope {
                     spacing: Look.gap
 
                     PageText { text: qsTr("Minutes a session") }
-                    SpinBox {
+                    NumberField {
                         objectName: "minutes"
+                        name: qsTr("Minutes a session")
                         from: 0
                         to: 120
                         value: page.names.minutes
-                        editable: true
-                        font.pixelSize: Look.normal
-                        textFromValue: (value, locale) => value === 0 ? qsTr("any") : String(value)
-                        valueFromText: (text, locale) => parseInt(text) || 0
-                        Accessible.name: qsTr("Minutes a session")
+                        zeroText: qsTr("any")
                         onValueModified: page.names.minutes = value
                     }
                 }

@@ -31,9 +31,9 @@ AppDialog {
     firstItem: nameField
 
     PageText { text: qsTr("Name") }
-    Field { id: nameField; objectName: "entryName"; Layout.fillWidth: true; placeholderText: qsTr("Name"); Keys.onReturnPressed: dialog.accept() }
+    Field { id: nameField; objectName: "entryName"; Layout.fillWidth: true; placeholderText: qsTr("Name") }
     PageText { text: qsTr("Manikin") }
-    Field { id: manikin; objectName: "entryManikin"; Layout.fillWidth: true; placeholderText: qsTr("Any manikin"); Keys.onReturnPressed: dialog.accept() }
+    Field { id: manikin; objectName: "entryManikin"; Layout.fillWidth: true; placeholderText: qsTr("Any manikin") }
     PageText { text: qsTr("Protocol") }
     Choice {
         id: protocol

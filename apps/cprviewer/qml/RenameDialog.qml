@@ -36,8 +36,6 @@ AppDialog {
         objectName: "newName"
         Layout.fillWidth: true
         placeholderText: qsTr("New name")
-        Keys.onReturnPressed: dialog.accept()
-        Keys.onEnterPressed: dialog.accept()
     }
     PageText {
         objectName: "renameNote"

@@ -146,34 +146,14 @@ FocusScope {
                 color: Look.muted
             }
             PageText { text: qsTr("Minutes a session") }
-            SpinBox {
-                id: minutes
+            NumberField {
                 objectName: "roomMinutes"
+                name: qsTr("Minutes a session")
                 from: 0
                 to: 120
                 value: page.names.minutes
-                editable: true
-                font.pixelSize: Look.normal
-                implicitHeight: Look.controlHeight
-                implicitWidth: Math.round(84 + 76 * Look.textUnit)
-                textFromValue: (value, locale) => value === 0 ? qsTr("any") : String(value)
-                valueFromText: (text, locale) => parseInt(text) || 0
-                Accessible.name: qsTr("Minutes a session")
+                zeroText: qsTr("any")
                 onValueModified: page.names.minutes = value
-                background: Rectangle { color: Look.card; border.color: Look.outline; radius: Look.radius * 0.75 }
-                contentItem: TextInput {
-                    text: minutes.displayText
-                    font: minutes.font
-                    color: Look.text
-                    selectionColor: Look.accent
-                    selectedTextColor: Look.accentText
-                    horizontalAlignment: Text.AlignHCenter
-                    verticalAlignment: Text.AlignVCenter
-                    selectByMouse: true
-                    validator: minutes.validator
-                    inputMethodHints: Qt.ImhDigitsOnly
-                    Accessible.name: qsTr("Minutes a session")
-                }
             }
             ActionButton {
                 objectName: "roomClassList"
@@ -211,7 +191,7 @@ FocusScope {
             Layout.rightMargin: -Look.gap
             Layout.bottomMargin: -Look.gap
             focus: true
-            activeFocusOnTab: true
+            activeFocusOnTab: page.room.count > 0
             interactive: false
             keyNavigationEnabled: true
             highlightMoveDuration: 0
@@ -423,8 +403,6 @@ FocusScope {
             Layout.fillWidth: true
             text: "local:cpr"
             placeholderText: qsTr("Address")
-            Keys.onReturnPressed: listenDialog.accept()
-            Keys.onEnterPressed: listenDialog.accept()
         }
         buttons: [
             ActionButton { objectName: "acceptListen"; text: qsTr("Listen"); highlighted: true; enabled: address.text.trim().length > 0; onClicked: listenDialog.accept() },
@@ -442,16 +420,13 @@ FocusScope {
             spacing: Look.gap
 
             PageText { text: qsTr("Manikins") }
-            SpinBox {
+            NumberField {
                 id: howMany
                 objectName: "howMany"
+                name: qsTr("Manikins")
                 from: 1
                 to: Math.max(1, page.room.most - page.room.count)
                 value: Math.min(6, to)
-                editable: true
-                font.pixelSize: Look.normal
-                Accessible.name: qsTr("Manikins")
-                background: Rectangle { implicitWidth: Math.round(160 * Look.textUnit); color: Look.card; border.color: Look.outline }
             }
         }
         buttons: [

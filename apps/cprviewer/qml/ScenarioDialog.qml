@@ -38,8 +38,6 @@ AppDialog {
         activeFocusOnTab: true
         boundsBehavior: Flickable.StopAtBounds
         ScrollBar.vertical: ScrollBar { }
-        Keys.onReturnPressed: dialog.accept()
-        Keys.onEnterPressed: dialog.accept()
         Accessible.role: Accessible.List
         Accessible.name: qsTr("Scenario")
 
@@ -89,16 +87,13 @@ AppDialog {
         spacing: Look.gap
 
         PageText { text: qsTr("Seed") }
-        SpinBox {
+        NumberField {
             id: seed
             objectName: "seed"
+            name: qsTr("Seed")
             from: 0
             to: 999999
             value: 1
-            editable: true
-            font.pixelSize: Look.normal
-            Accessible.name: qsTr("Seed")
-            background: Rectangle { implicitWidth: Math.round(160 * Look.textUnit); color: Look.card; border.color: Look.outline }
         }
         PageText {
             Layout.fillWidth: true
