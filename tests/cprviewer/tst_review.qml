@@ -32,7 +32,7 @@ ViewerCase {
         compare(item("secondaryAdvice").text, "2.  Press deeper.");
         page.sidePanel.currentIndex = 2;
         compare(fact("recorded", "Deviation of depth"), "2.8 mm");
-        compare(fact("recorded", "Longest pause in compressions"), "6.6 s");
+        compare(fact("recorded", "Longest compression pause"), "6.6 s");
         compare(fact("statistics", "Compressions"), "162");
         compare(fact("statistics", "Mean volume"), "530 ml");
         page.sidePanel.currentIndex = 3;

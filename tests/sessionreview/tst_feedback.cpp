@@ -141,7 +141,7 @@ private Q_SLOTS:
             0, {}, 0, {"Press faster. Too slow: 20 % (100–120 per min)"},
             {pauses, depth, release, hands});
         row("a pause", 1, 10, {}, 10000, 0, {}, 0,
-            {"Keep the pauses in compressions short. Longest pause in compressions: 10.1 s (at "
+            {"Keep the pauses in compressions short. Longest compression pause: 10.1 s (at "
              "most 10 s)"},
             {depth, rate, release, hands});
         // 9.9 s, 5.1 s of them without compressions.

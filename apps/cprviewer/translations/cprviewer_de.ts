@@ -5373,7 +5373,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
         <translation>Anteil der Kompressionszeit</translation>
     </message>
     <message>
-        <source>Longest pause in compressions</source>
+        <source>Longest compression pause</source>
         <translation>Längste Kompressionspause</translation>
     </message>
     <message>
