@@ -154,12 +154,14 @@ ReviewPicture::Layout ReviewPicture::layOut(const Style &style, const QRectF &ar
     Layout layout;
     layout.parts = usefulParts();
     layout.gap = std::round(gapBetweenLanes * style.em);
-    layout.left = leftMargin(style);
     layout.right = rightMargin(style);
     layout.legendHeight = legendHeight(style, *m_model, size.width());
+    // The texts beside the lanes may not need more room than the lanes. Names of faults that are
+    // too long for that end in dots; titles and numbers do not.
     constexpr qreal minPlotShare = 0.55;
-    if (size.width() - layout.left - layout.right < minPlotShare * size.width()) {
-        // The texts beside the lanes would need more room than the lanes.
+    const qreal room = std::floor((1 - minPlotShare) * size.width() - layout.right);
+    layout.left = qMin(leftMargin(style), room);
+    if (room < narrowLeftMargin(style)) {
         layout.left = layout.right = 0;
         layout.parts &= ~(Parts(FaultsPart) | PausesPart | CyclesPart);
     }

@@ -282,6 +282,27 @@ private Q_SLOTS:
         QVERIFY(pictureOf(model, {400, 300}) != pictureOf(empty, {400, 300}));
     }
 
+    // What fits beside lanes that have 55 % of the width: all texts, titles and numbers, none.
+    void textsLeaveTheLanesRoom()
+    {
+        QImage image(2000, 900, QImage::Format_RGB32);
+        const Style style(Theme::light(), 12, &image);
+        const qreal all = leftMargin(style);
+        const qreal titles = narrowLeftMargin(style);
+        const PlotModel model(m_session);
+        for (const qreal forTexts : {all, (all + titles) / 2, titles - 1}) {
+            const qreal frame = std::round(0.8 * style.em);
+            const qreal width = std::ceil((forTexts + rightMargin(style)) / 0.45);
+            QPainter painter(&image);
+            ReviewPicture picture(&model);
+            picture.setTextSize(12);
+            picture.paint(&painter, QRectF(0, 0, width + 2 * frame, 900));
+            const qreal left = picture.stack().left() - frame;
+            QVERIFY(std::abs(left - (forTexts < titles ? 0 : forTexts)) <= 1);
+            QVERIFY(picture.stack().width() >= 0.55 * width - 1);
+        }
+    }
+
     void anyArguments()
     {
         const PlotModel model(m_session);

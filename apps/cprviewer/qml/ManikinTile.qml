@@ -175,7 +175,7 @@ Rectangle {
 
         TileFigure {
             id: firstFigure
-            width: figureRow.width / 2
+            width: Math.floor(figureRow.width / 2)
             unit: tile.unit
             isOutdated: tile.isOutdated && !tile.hasResult
             title: tile.hasResult ? qsTr("Result") : tile.live.hasCompressions ? qsTr("Depth") : qsTr("Volume")
@@ -188,7 +188,7 @@ Rectangle {
         }
         TileFigure {
             id: secondFigure
-            width: figureRow.width / 2
+            width: Math.floor(figureRow.width / 2)
             unit: tile.unit
             isOutdated: tile.isOutdated && !tile.hasResult
             title: tile.hasResult ? qsTr("Right") : qsTr("Rate")
