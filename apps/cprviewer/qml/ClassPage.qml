@@ -180,7 +180,14 @@ FocusScope {
             Layout.fillHeight: true
 
             readonly property real nameWidth: Math.round(Math.max(170 * Look.textUnit, list.width * 0.22))
-            readonly property real cell: (list.width - nameWidth - 2 * Look.gap) / (page.model.heads.length + 1)
+            readonly property var heads: [{ title: qsTr("Score"), unit: "%" }].concat(table.visible ? page.model.heads : [])
+                                         .map(head => head.unit.length > 0 ? head.title + ", " + head.unit : head.title)
+            // Of the columns, by the longest words of their heads, which cannot be broken.
+            readonly property var widths: {
+                const letters = table.heads.map(head => Math.max(9, ...head.split(" ").map(word => word.length)));
+                const letter = (list.width - table.nameWidth - 2 * Look.gap) / letters.reduce((sum, count) => sum + count);
+                return letters.map(count => Math.floor(count * letter));
+            }
             id: table
 
             Row {
@@ -191,13 +198,14 @@ FocusScope {
 
                 PageText { width: table.nameWidth; height: parent.height; text: qsTr("Learner, last session"); color: Look.muted; font.pixelSize: Look.small; verticalAlignment: Text.AlignBottom; wrapMode: Text.WordWrap }
                 Repeater {
-                    model: [{ title: qsTr("Score"), unit: "%" }].concat(table.visible ? page.model.heads : [])
+                    model: table.heads
                     delegate: PageText {
-                        required property var modelData
-                        width: table.cell
+                        required property string modelData
+                        required property int index
+                        width: table.widths[index]
                         height: heads.height
                         leftPadding: Look.gap / 3
-                        text: modelData.unit.length > 0 ? modelData.title + ", " + modelData.unit : modelData.title
+                        text: modelData
                         color: Look.muted
                         font.pixelSize: Math.round(12 * Look.textUnit)
                         fontSizeMode: Text.Fit
@@ -257,7 +265,7 @@ FocusScope {
                             PageText { width: parent.width; text: row.faultText.length > 0 ? row.faultText : row.sessionsText; color: row.isChosen ? Look.text : row.faultText.length > 0 ? Look.fault : Look.muted; font.pixelSize: Math.round(12 * Look.textUnit); Accessible.ignored: true }
                         }
                         PageText {
-                            width: table.cell
+                            width: table.widths[0]
                             height: parent.height
                             text: (row.isPassed === undefined ? "" : row.isPassed ? "✓ " : "✗ ") + row.scoreText.replace(/\s*%/, "")
                             color: row.isPassed === false && !row.isChosen ? Look.fault : Look.text
@@ -269,7 +277,8 @@ FocusScope {
                             model: row.figures
                             delegate: PageText {
                                 required property string modelData
-                                width: table.cell
+                                required property int index
+                                width: table.widths[index + 1]
                                 height: row.height
                                 text: modelData
                                 horizontalAlignment: Text.AlignRight
@@ -290,7 +299,8 @@ FocusScope {
                     model: page.model.means
                     delegate: PageText {
                         required property string modelData
-                        width: table.cell
+                        required property int index
+                        width: table.widths[index]
                         height: means.height
                         text: modelData.replace(/\s*%/, "")
                         font.bold: true

@@ -23,7 +23,7 @@ Card {
         width: Math.min(implicitWidth, panel.width - 2 * Look.padding)
         text: panel.title
         fontSizeMode: Text.HorizontalFit
-        minimumPixelSize: Look.normal
+        minimumPixelSize: Look.small
         color: Look.muted
         font.pixelSize: Math.round(22 * Look.unit)
         font.bold: true

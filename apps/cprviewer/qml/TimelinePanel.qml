@@ -162,13 +162,19 @@ Card {
         ActionButton { objectName: "previousFault"; text: "◀ ✗"; help: qsTr("Previous fault (Shift+P)"); onClicked: panel.previousFaultWanted() }
         ActionButton { objectName: "nextFault"; text: "✗ ▶"; help: qsTr("Next fault (Shift+N)"); onClicked: panel.nextFaultWanted() }
         PageText {
+            id: positionText
             objectName: "position"
+            readonly property string time: Words.time(panel.position, true)
+            readonly property string both: qsTr("%1 of %2").arg(positionText.time).arg(Words.time(timeline.length))
             Layout.fillWidth: true
             leftPadding: Look.gap
-            text: qsTr("%1 of %2").arg(Words.time(panel.position, true)).arg(Words.time(timeline.length))
+            text: room.advanceWidth <= positionText.width - Look.gap ? positionText.both : positionText.time
+            Accessible.name: positionText.both
             font.pixelSize: Look.title
             fontSizeMode: Text.HorizontalFit
             minimumPixelSize: Look.small
+
+            TextMetrics { id: room; text: positionText.both; font { family: positionText.font.family; pixelSize: Look.small } }
         }
         PageText {
             objectName: "lost"
