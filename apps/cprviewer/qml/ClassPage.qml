@@ -176,11 +176,12 @@ FocusScope {
             }
         }
         Card {
+            id: table
             Layout.fillWidth: true
             Layout.fillHeight: true
 
             readonly property real nameWidth: Math.round(Math.max(170 * Look.textUnit, list.width * 0.22))
-            readonly property var heads: [{ title: qsTr("Score"), unit: "%" }].concat(table.visible ? page.model.heads : [])
+            readonly property var heads: [{ title: qsTr("Score"), unit: "%" }].concat(page.model.heads)
                                          .map(head => head.unit.length > 0 ? head.title + ", " + head.unit : head.title)
             // Of the columns, by the longest words of their heads, which cannot be broken.
             readonly property var widths: {
@@ -188,7 +189,6 @@ FocusScope {
                 const letter = (list.width - table.nameWidth - 2 * Look.gap) / letters.reduce((sum, count) => sum + count);
                 return letters.map(count => Math.floor(count * letter));
             }
-            id: table
 
             Row {
                 id: heads
