@@ -39,6 +39,50 @@ ViewerCase {
         const [color, lane] = [Look[name] || Look.colors[name], Look.colors.lane];
         return ["r", "g", "b"].map(part => color.a * color[part] + (1 - color.a) * lane[part]);
     }
+    // Events in their list and the session's name may end in dots: they stand elsewhere as well.
+    function cutTexts(parent) {
+        return Array.from(parent.children).filter(child => child.visible && !["eventList", "sessionName"].includes(child.objectName))
+                    .reduce((all, child) => all.concat(child.truncated ? [child.text] : [], cutTexts(child)), []);
+    }
+    function checkWhole(place) {
+        waitForRendering(window.contentItem);
+        const cut = () => cutTexts(window.contentItem.parent).join();
+        tryVerify(() => cut() === "", 1000, place + ": " + cut());
+    }
+    function test_textsAreWhole_data() { return [{ tag: "en" }, { tag: "de" }]; }
+    function test_textsAreWhole(data) {
+        viewer.appearance.language = data.tag;
+        tryVerify(() => window.hasPages);
+        viewer.chooseLibrary("file:" + desk.copies(2));
+        viewer.classList.add("Mira Holm;Manikin 1;0\nTom Berg;Manikin 2;5");
+        for (let view = 0; view < 4; ++view) {
+            window.showLibrary(view);
+            tryVerify(() => !viewer.library.isBusy);
+            checkWhole("library " + view);
+        }
+        load(desk.data("two-rescuers.cprlog"));
+        for (let i = 0; i < 5; ++i) {
+            window.pageItem.sidePanel.currentIndex = i;
+            checkWhole("review " + i);
+        }
+        for (const key of ["n", "r"]) {
+            keyClick(key, Qt.ControlModifier);
+            checkWhole("dialog " + key);
+            keyClick(Qt.Key_Escape);
+        }
+        window.compareWith(desk.data("golden.zip"));
+        tryVerify(() => window.pageItem !== null);
+        checkWhole("comparison");
+        verify(viewer.startScenario("aed", 1, 0));
+        desk.advance(70);
+        checkWhole("live");
+        viewer.discard();
+        keyClick("7", Qt.ControlModifier);
+        verify(viewer.room.simulate(["good", "shallow", "aed", "leaning", "lossy-link", "beginner"], 1, 0.001));
+        viewer.room.startAll();
+        viewer.room.advance(40);
+        checkWhole("class");
+    }
     function test_contrast_data() {
         const texts = { text: "card page control controlHover chosen lane band pause", muted: "card page chosen lane band pause",
                         good: "card page chosen", fault: "card page chosen", accentText: "accent fault" };

@@ -16,8 +16,8 @@ Button {
 
     implicitHeight: Look.controlHeight
     // Whole pixels: a width that is a trace too small cuts the text.
-    leftPadding: Math.round(Look.padding * 0.8)
-    rightPadding: Math.round(Look.padding * 0.8)
+    leftPadding: Math.round(Look.padding * (button.isSymbol ? 0.5 : 0.8))
+    rightPadding: button.leftPadding
     font.pixelSize: Look.normal
     Accessible.name: button.isSymbol ? button.help : button.text
     Accessible.description: button.isSymbol ? "" : button.help

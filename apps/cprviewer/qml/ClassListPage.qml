@@ -78,9 +78,9 @@ FocusScope {
                         onAccepted: list.accepted(row.index)
 
                         PageText { width: Math.round(22 * Look.textUnit); height: parent.height; text: row.isNext ? "▶" : ""; color: Look.accent; Accessible.ignored: true }
-                        PageText { width: list.width * 0.34; height: parent.height; horizontalAlignment: Text.AlignLeft; text: Words.shown(row.modelData.name); font.bold: row.isNext; Accessible.ignored: true }
+                        PageText { width: list.width * 0.31; height: parent.height; horizontalAlignment: Text.AlignLeft; text: Words.shown(row.modelData.name); font.bold: row.isNext; Accessible.ignored: true }
                         PageText { width: list.width * 0.2; height: parent.height; text: Words.shown(row.modelData.manikin); color: Look.muted; Accessible.ignored: true }
-                        PageText { width: list.width * 0.24; height: parent.height; text: row.modelData.protocolText; color: Look.muted; font.pixelSize: Look.small; Accessible.ignored: true }
+                        PageText { width: list.width * 0.27; height: parent.height; text: row.modelData.protocolText; color: Look.muted; font.pixelSize: Look.small; Accessible.ignored: true }
                         PageText { id: doneText; width: list.width * 0.12; height: parent.height; text: row.modelData.sessions > 0 ? "✓ " + row.modelData.sessions : ""; Accessible.ignored: true }
                     }
                 }

@@ -90,6 +90,7 @@ Rectangle {
             }
         }
         PageText {
+            objectName: "sessionName"
             Layout.fillWidth: true
             Layout.leftMargin: Look.gap
             text: bar.hasSession ? bar.viewer.name : qsTr("CPR sessions")

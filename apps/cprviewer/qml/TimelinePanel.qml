@@ -167,6 +167,7 @@ Card {
             readonly property string time: Words.time(panel.position, true)
             readonly property string both: qsTr("%1 of %2").arg(positionText.time).arg(Words.time(timeline.length))
             Layout.fillWidth: true
+            Layout.minimumWidth: Math.ceil(timeRoom.advanceWidth) + Look.gap
             leftPadding: Look.gap
             text: room.advanceWidth <= positionText.width - Look.gap ? positionText.both : positionText.time
             Accessible.name: positionText.both
@@ -175,6 +176,7 @@ Card {
             minimumPixelSize: Look.small
 
             TextMetrics { id: room; text: positionText.both; font { family: positionText.font.family; pixelSize: Look.small } }
+            TextMetrics { id: timeRoom; text: positionText.time; font { family: positionText.font.family; pixelSize: Look.normal } }
         }
         PageText {
             objectName: "lost"
