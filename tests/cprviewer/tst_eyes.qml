@@ -40,13 +40,17 @@ ViewerCase {
         return ["r", "g", "b"].map(part => color.a * color[part] + (1 - color.a) * lane[part]);
     }
     // Events in their list and the session's name may end in dots: they stand elsewhere as well.
-    function cutTexts(parent) {
+    function cutTexts(parent, right) {
         return Array.from(parent.children).filter(child => child.visible && !["eventList", "sessionName"].includes(child.objectName))
-                    .reduce((all, child) => all.concat(child.truncated ? [child.text] : [], cutTexts(child)), []);
+                    .reduce((all, child) => {
+            const end = child.mapToItem(null, child.width, 0).x;
+            const isCut = child.truncated || (child.text && child.contentWidth && end > right + 1);
+            return all.concat(isCut ? [child.text] : [], cutTexts(child, child instanceof Card ? Math.min(right, end) : right));
+        }, []);
     }
     function checkWhole(place) {
         waitForRendering(window.contentItem);
-        const cut = () => cutTexts(window.contentItem.parent).join();
+        const cut = () => cutTexts(window.contentItem.parent, window.width).join();
         tryVerify(() => cut() === "", 1000, place + ": " + cut());
     }
     function test_textsAreWhole_data() { return [{ tag: "en" }, { tag: "de" }]; }

@@ -168,6 +168,7 @@ Card {
             readonly property string both: qsTr("%1 of %2").arg(positionText.time).arg(Words.time(timeline.length))
             Layout.fillWidth: true
             Layout.minimumWidth: Math.ceil(timeRoom.advanceWidth) + Look.gap
+            Layout.preferredWidth: Layout.minimumWidth // the rest is what others leave
             leftPadding: Look.gap
             text: room.advanceWidth <= positionText.width - Look.gap ? positionText.both : positionText.time
             Accessible.name: positionText.both
@@ -181,6 +182,9 @@ Card {
         PageText {
             objectName: "lost"
             visible: timeline.lost > 0
+            Layout.fillWidth: true
+            Layout.maximumWidth: Math.ceil(implicitWidth)
+            Layout.minimumWidth: 0
             text: qsTr("%1 s not received").arg(Number(timeline.lost / 1000).toLocaleString(Qt.locale(), "f", 1))
             color: Look.muted
             font.pixelSize: Look.small

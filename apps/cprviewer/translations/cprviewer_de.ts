@@ -481,7 +481,7 @@ Jörg Aldane; Puppe 2</translation>
     </message>
     <message>
         <source>Fit</source>
-        <translation>Einpassen</translation>
+        <translation>Alles</translation>
     </message>
     <message>
         <source>Show both sessions (F)</source>
@@ -2835,7 +2835,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>Fit</source>
-        <translation>Einpassen</translation>
+        <translation>Alles</translation>
     </message>
     <message>
         <source>Show the whole session (F)</source>
@@ -2843,7 +2843,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>%1 s not received</source>
-        <translation>%1 s nicht empfangen</translation>
+        <translation>%1 s fehlen</translation>
     </message>
     <message>
         <source>Previous fault (Shift+P)</source>
