@@ -112,6 +112,27 @@ void addRow(PageText &page, QTextTable *table, int row, const QStringList &texts
     }
 }
 
+/// The letters of the longest word of a column's head, which should not be broken; at least as many
+/// as the numbers below need.
+qsizetype lettersOf(const QString &title)
+{
+    qsizetype letters = 9;
+    for (const QString &word : title.split(QLatin1Char(' ')))
+        letters = qMax<qsizetype>(letters, word.size());
+    return letters;
+}
+
+QStringList figureHeads()
+{
+    QStringList heads;
+    for (const RecordedFigure *figure : classFigures()) {
+        const QString unit = figure->unitText();
+        heads.append(unit.isEmpty() ? figure->titleText()
+                                    : QStringLiteral("%1, %2").arg(figure->titleText(), unit));
+    }
+    return heads;
+}
+
 void addLearners(PageText &page, const ClassFigures &figures)
 {
     constexpr qreal namePercent = 19;
@@ -120,7 +141,12 @@ void addLearners(PageText &page, const ClassFigures &figures)
     constexpr qreal all = 100;
     std::vector<qreal> widths{namePercent, numberPercent + 1, datePercent, numberPercent};
     const qreal rest = all - namePercent - 2 * numberPercent - 1 - datePercent;
-    widths.insert(widths.end(), classFigures().size(), rest / qreal(classFigures().size()));
+    const QStringList heads = figureHeads();
+    qreal letters = 0;
+    for (const QString &text : heads)
+        letters += qreal(lettersOf(text));
+    for (const QString &text : heads)
+        widths.push_back(rest * qreal(lettersOf(text)) / letters);
 
     page.gap(8);
     page.paragraph(translated(QT_TRANSLATE_NOOP("sessionplot", "Learners, by their last session")),
@@ -132,16 +158,11 @@ void addLearners(PageText &page, const ClassFigures &figures)
     format.setHeaderRowCount(1);
     table->setFormat(format);
 
-    QStringList texts{translated(QT_TRANSLATE_NOOP("sessionplot", "Learner")),
-                      translated(QT_TRANSLATE_NOOP("sessionplot", "Sessions")),
-                      translated(QT_TRANSLATE_NOOP("sessionplot", "Last session")),
-                      translated(QT_TRANSLATE_NOOP("sessionplot", "Score"))};
-    for (const RecordedFigure *figure : classFigures()) {
-        const QString unit = figure->unitText();
-        texts.append(unit.isEmpty() ? figure->titleText()
-                                    : QStringLiteral("%1, %2").arg(figure->titleText(), unit));
-    }
-    addRow(page, table, 0, texts, false, true);
+    const QStringList texts{translated(QT_TRANSLATE_NOOP("sessionplot", "Learner")),
+                            translated(QT_TRANSLATE_NOOP("sessionplot", "Sessions")),
+                            translated(QT_TRANSLATE_NOOP("sessionplot", "Last session")),
+                            translated(QT_TRANSLATE_NOOP("sessionplot", "Score"))};
+    addRow(page, table, 0, texts + heads, false, true);
 
     const auto add = [&](int row, QStringList first,
                          const std::vector<std::optional<double>> &values, bool isBold) {

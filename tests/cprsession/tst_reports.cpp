@@ -233,7 +233,7 @@ private Q_SLOTS:
 
         QCOMPARE(run({"class", "session.zip", "-o", "class.pdf", "--language", "de"}).status, 0);
         const QByteArray page = testsupport::run("pdftotext", {path("class.pdf"), "-"}).output;
-        for (const char *text : {"Klasse, ", "Lernende: 2", "Jörg Aldane", "68 %", "51,"})
+        for (const char *text : {"Kurs, ", "Lernende: 2", "Jörg Aldane", "68 %", "51,"})
             QVERIFY2(page.contains(text), page);
     }
 

@@ -4915,7 +4915,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>What the class has to work on</source>
-        <translation>Woran die Klasse arbeiten sollte</translation>
+        <translation>Woran der Kurs arbeiten sollte</translation>
     </message>
     <message>
         <source>No fault was found.</source>
@@ -4943,15 +4943,15 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>Score</source>
-        <translation>Bewertung</translation>
+        <translation>Ergebnis</translation>
     </message>
     <message>
         <source>Mean of the class</source>
-        <translation>Mittel der Klasse</translation>
+        <translation>Mittel des Kurses</translation>
     </message>
     <message>
         <source>Class</source>
-        <translation>Klasse</translation>
+        <translation>Kurs</translation>
     </message>
     <message>
         <source>Learners: %1</source>
