@@ -222,7 +222,8 @@ private Q_SLOTS:
             QVERIFY(learner["overall_score"].isNull() && learner["passed"].isNull());
         }
         QCOMPARE(object["means"]["compression_fraction"], QJsonValue(0.7643));
-        for (const QJsonValue &fault : object.value("shared_faults").toArray())
+        const QJsonArray faults = object.value("shared_faults").toArray();
+        for (const QJsonValue &fault : faults)
             QCOMPARE(fault["learners"], QJsonValue(2));
 
         const QList<QByteArray> lines =
