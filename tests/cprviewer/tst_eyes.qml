@@ -56,7 +56,6 @@ ViewerCase {
     function test_textsAreWhole_data() { return [{ tag: "en" }, { tag: "de" }]; }
     function test_textsAreWhole(data) {
         viewer.appearance.language = data.tag;
-        tryVerify(() => window.hasPages);
         viewer.chooseLibrary("file:" + desk.copies(2));
         viewer.classList.add("Mira Holm;Manikin 1;0\nTom Berg;Manikin 2;5");
         for (let view = 0; view < 4; ++view) {

@@ -140,7 +140,7 @@ FocusScope {
                 }
                 PageText {
                     Layout.fillWidth: true
-                    text: qsTr("Protocol and minutes are those of a simulated session. A manikin or a recording has its own.")
+                    text: qsTr("Sessions end after these minutes. The protocol is for simulated ones: a manikin has its own. A recording is played as it is.")
                     wrapMode: Text.WordWrap
                     color: Look.muted
                     font.pixelSize: Look.small

@@ -182,8 +182,8 @@ Jörg Aldane; Puppe 2</translation>
         <translation>Leeren</translation>
     </message>
     <message>
-        <source>Protocol and minutes are those of a simulated session. A manikin or a recording has its own.</source>
-        <translation>Protokoll und Minuten gelten für simulierte Sitzungen. Eine Puppe oder Aufzeichnung hat ihre eigenen.</translation>
+        <source>Sessions end after these minutes. The protocol is for simulated ones: a manikin has its own. A recording is played as it is.</source>
+        <translation>Sitzungen enden nach dieser Zeit. Das Protokoll gilt für simulierte: Eine Puppe hat ihr eigenes. Eine Aufzeichnung läuft, wie sie ist.</translation>
     </message>
 </context>
 <context>
