@@ -19,10 +19,14 @@ SpinBox {
     textFromValue: (value, locale) => value === 0 && field.zeroText.length > 0 ? field.zeroText : String(value)
     valueFromText: (text, locale) => parseInt(text) || 0
     Accessible.name: field.name
-    background: Rectangle {
-        color: Look.card
+    background: Rectangle { color: Look.card }
+    // The frame lies over the steps at both ends, which have none.
+    Rectangle {
+        anchors.fill: parent
+        z: 1
+        color: "transparent"
         border.color: Look.outline
-        radius: Look.radius * 0.75
+        radius: 2
 
         FocusFrame { visible: field.activeFocus }
     }

@@ -2253,7 +2253,7 @@ Die beschädigte Datei bleibt daneben erhalten.</translation>
     </message>
     <message>
         <source>any</source>
-        <translation>beliebig</translation>
+        <translation>offen</translation>
     </message>
     <message>
         <source>Class list…</source>
