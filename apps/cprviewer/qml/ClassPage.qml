@@ -71,58 +71,73 @@ FocusScope {
         anchors.fill: parent
         spacing: Look.gap / 2
 
-        RowLayout {
-            spacing: Look.gap
+        // No layout: while the page is hidden it can miss that there is a day, and leave no room for it (Qt 6.4).
+        Item {
+            Layout.fillWidth: true
+            implicitHeight: Look.controlHeight
 
-            ActionButton { visible: !page.isListed; text: "‹"; help: qsTr("The class before (left arrow)"); onClicked: page.step(-1) }
-            PageText {
-                objectName: "classDay"
-                text: page.isListed ? qsTr("Class list, since %1").arg(new Date(page.names.day).toLocaleDateString(Qt.locale(), 1)) : page.model.dayText
-                font { pixelSize: Look.title; bold: true }
-            }
-            ActionButton { visible: !page.isListed; text: "›"; help: qsTr("The class behind (right arrow)"); onClicked: page.step(1) }
-            FilterChip {
-                objectName: "classListed"
-                visible: page.names.count > 0
-                text: qsTr("Class list")
-                checked: page.isListed
-                onToggled: page.isListed = checked
+            Row {
+                id: chosen
+                spacing: Look.gap
+
+                ActionButton { visible: !page.isListed; text: "‹"; help: qsTr("The class before (left arrow)"); onClicked: page.step(-1) }
+                PageText {
+                    objectName: "classDay"
+                    text: page.isListed ? qsTr("Class list, since %1").arg(new Date(page.names.day).toLocaleDateString(Qt.locale(), 1)) : page.model.dayText
+                    anchors.verticalCenter: parent.verticalCenter
+                    font { pixelSize: Look.title; bold: true }
+                }
+                ActionButton { visible: !page.isListed; text: "›"; help: qsTr("The class behind (right arrow)"); onClicked: page.step(1) }
+                FilterChip {
+                    objectName: "classListed"
+                    anchors.verticalCenter: parent.verticalCenter
+                    visible: page.names.count > 0
+                    text: qsTr("Class list")
+                    checked: page.isListed
+                    onToggled: page.isListed = checked
+                }
             }
             PageText {
                 objectName: "classSummary"
-                Layout.fillWidth: true
+                anchors { left: chosen.right; right: actions.left; leftMargin: Look.gap; rightMargin: Look.gap; verticalCenter: parent.verticalCenter }
                 text: page.viewer.partsToWrite > 0 ? qsTr("Making reports: %1 of %2").arg(page.viewer.writtenParts).arg(page.viewer.partsToWrite)
                     : page.model.isLoading ? qsTr("Reading sessions…") : page.model.summary
                 color: Look.muted
             }
-            ActionButton {
-                objectName: "printClass"
-                enabled: page.model.count > 0 && !page.model.isLoading
-                text: qsTr("Print…")
-                help: qsTr("Print the class, with a preview (Ctrl+P)")
-                onClicked: page.viewer.printClass(page.model)
-            }
-            ActionButton {
-                objectName: "classPdf"
-                enabled: page.model.count > 0 && !page.model.isLoading && !page.viewer.isWriting
-                text: qsTr("PDF…")
-                help: qsTr("The class as PDF")
-                onClicked: page.reportWanted()
-            }
-            ActionButton {
-                id: reportsButton
-                objectName: "classReports"
-                enabled: page.model.count > 0 && !page.model.isLoading && !page.viewer.isWriting
-                text: qsTr("Reports…")
-                help: qsTr("A page to take home of each session")
-                onClicked: reportsMenu.popup(reportsButton, 0, reportsButton.height)
-            }
-            ActionButton {
-                objectName: "cancelReports"
-                visible: page.viewer.partsToWrite > 0
-                text: qsTr("Cancel")
-                help: qsTr("Leave the other reports out")
-                onClicked: page.viewer.cancelWriting()
+            Row {
+                id: actions
+                anchors.right: parent.right
+                spacing: Look.gap
+
+                ActionButton {
+                    objectName: "printClass"
+                    enabled: page.model.count > 0 && !page.model.isLoading
+                    text: qsTr("Print…")
+                    help: qsTr("Print the class, with a preview (Ctrl+P)")
+                    onClicked: page.viewer.printClass(page.model)
+                }
+                ActionButton {
+                    objectName: "classPdf"
+                    enabled: page.model.count > 0 && !page.model.isLoading && !page.viewer.isWriting
+                    text: qsTr("PDF…")
+                    help: qsTr("The class as PDF")
+                    onClicked: page.reportWanted()
+                }
+                ActionButton {
+                    id: reportsButton
+                    objectName: "classReports"
+                    enabled: page.model.count > 0 && !page.model.isLoading && !page.viewer.isWriting
+                    text: qsTr("Reports…")
+                    help: qsTr("A page to take home of each session")
+                    onClicked: reportsMenu.popup(reportsButton, 0, reportsButton.height)
+                }
+                ActionButton {
+                    objectName: "cancelReports"
+                    visible: page.viewer.partsToWrite > 0
+                    text: qsTr("Cancel")
+                    help: qsTr("Leave the other reports out")
+                    onClicked: page.viewer.cancelWriting()
+                }
             }
         }
         PageText {
@@ -181,8 +196,10 @@ FocusScope {
             Layout.fillHeight: true
 
             readonly property real nameWidth: Math.round(Math.max(170 * Look.textUnit, list.width * 0.22))
-            readonly property var heads: [{ title: qsTr("Score"), unit: "%" }].concat(page.model.heads)
-                                         .map(head => head.unit.length > 0 ? head.title + ", " + head.unit : head.title)
+            readonly property var heads: {
+                const heads = [{ title: qsTr("Score"), unit: "%" }, ...page.model.heads];
+                return heads.map(head => head.unit.length > 0 ? head.title + ", " + head.unit : head.title);
+            }
             // Of the columns, by the longest words of their heads, which cannot be broken.
             readonly property var widths: {
                 const letters = table.heads.map(head => Math.max(9, ...head.split(" ").map(word => word.length)));
