@@ -51,7 +51,7 @@ ViewerCase {
     function checkWhole(place) {
         waitForRendering(window.contentItem);
         const cut = () => cutTexts(window.contentItem.parent, window.width).join();
-        tryVerify(() => cut() === "", 1000, place + ": " + cut());
+        tryVerify(() => cut() === "", 5000, place + ": " + cut());
     }
     function test_textsAreWhole_data() { return [{ tag: "en" }, { tag: "de" }]; }
     function test_textsAreWhole(data) {
