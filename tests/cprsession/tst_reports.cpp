@@ -234,7 +234,8 @@ private Q_SLOTS:
 
         QCOMPARE(run({"class", "session.zip", "-o", "class.pdf", "--language", "de"}).status, 0);
         const QByteArray page = testsupport::run("pdftotext", {path("class.pdf"), "-"}).output;
-        for (const char *text : {"Kurs, ", "Lernende: 2", "Jörg Aldane", "68 %", "51,"})
+        for (const char *text :
+             {"Kurs, ", "Lernende: 2", "Jörg Aldane", "68 %", "51,", "Kompressionspause, s"})
             QVERIFY2(page.contains(text), page);
     }
 
